@@ -1,0 +1,230 @@
+#include "ombrel/platform/framework/DateTime.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace ombrel {
+
+namespace {
+
+using Fields = COleDateTime::Fields;
+
+constexpr std::array<std::u16string_view, 7> kWeekdays { u"Sunday", u"Monday", u"Tuesday", u"Wednesday", u"Thursday",
+    u"Friday", u"Saturday" };
+constexpr std::array<std::u16string_view, 12> kMonths { u"January", u"February", u"March", u"April", u"May", u"June",
+    u"July", u"August", u"September", u"October", u"November", u"December" };
+/// The first letters of a name that stand for it.
+constexpr std::size_t kShortName = 3;
+
+std::u16string_view Weekday(Fields const& f) { return kWeekdays[static_cast<std::size_t>(f.weekday)]; }
+std::u16string_view Month(Fields const& f) { return kMonths[static_cast<std::size_t>(f.month - 1)]; }
+std::u16string_view HalfDay(Fields const& f) { return f.hour < 12 ? u"AM" : u"PM"; }
+int TwelveHour(Fields const& f) { return (f.hour + 11) % 12 + 1; }
+
+/// Appends a number that is not negative with at least the given digits.
+void AppendNumber(std::u16string& text, int number, int digits, char16_t fill = u'0')
+{
+    char16_t reversed[12];
+    int length = 0;
+    for (; number > 0 || length == 0; number /= 10)
+        reversed[length++] = static_cast<char16_t>(u'0' + number % 10);
+    for (; digits > length; --digits)
+        text += fill;
+    while (length > 0)
+        text += reversed[--length];
+}
+
+void AppendFormatted(std::u16string& text, Fields const& f, std::u16string_view pattern);
+
+bool AppendDateCode(std::u16string& text, Fields const& f, char16_t code)
+{
+    switch (code) {
+    case u'a':
+        text += Weekday(f).substr(0, kShortName);
+        return true;
+    case u'A':
+        text += Weekday(f);
+        return true;
+    case u'b':
+        text += Month(f).substr(0, kShortName);
+        return true;
+    case u'B':
+        text += Month(f);
+        return true;
+    case u'd':
+        AppendNumber(text, f.day, 2);
+        return true;
+    case u'e':
+        AppendNumber(text, f.day, 2, u' ');
+        return true;
+    case u'j':
+        AppendNumber(text, f.dayOfYear, 3);
+        return true;
+    case u'm':
+        AppendNumber(text, f.month, 2);
+        return true;
+    case u'U': // weeks from the first Sunday
+        AppendNumber(text, (f.dayOfYear + 6 - f.weekday) / 7, 2);
+        return true;
+    case u'w':
+        AppendNumber(text, f.weekday, 1);
+        return true;
+    case u'W': // weeks from the first Monday
+        AppendNumber(text, (f.dayOfYear + 6 - (f.weekday + 6) % 7) / 7, 2);
+        return true;
+    case u'y':
+        AppendNumber(text, f.year % 100, 2);
+        return true;
+    case u'Y':
+        AppendNumber(text, f.year, 1);
+        return true;
+    case u'D':
+    case u'x':
+        AppendFormatted(text, f, u"%m/%d/%y");
+        return true;
+    case u'F':
+        AppendFormatted(text, f, u"%Y-%m-%d");
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool AppendTimeCode(std::u16string& text, Fields const& f, char16_t code)
+{
+    switch (code) {
+    case u'H':
+        AppendNumber(text, f.hour, 2);
+        return true;
+    case u'I':
+        AppendNumber(text, TwelveHour(f), 2);
+        return true;
+    case u'M':
+        AppendNumber(text, f.minute, 2);
+        return true;
+    case u'p':
+        text += HalfDay(f);
+        return true;
+    case u'S':
+        AppendNumber(text, f.second, 2);
+        return true;
+    case u'T':
+    case u'X':
+        AppendFormatted(text, f, u"%H:%M:%S");
+        return true;
+    case u'c':
+        AppendFormatted(text, f, u"%a %b %e %H:%M:%S %Y");
+        return true;
+    case u'Z':
+        return true;
+    case u'%':
+        text += u'%';
+        return true;
+    default:
+        return false;
+    }
+}
+
+void AppendFormatted(std::u16string& text, Fields const& f, std::u16string_view pattern)
+{
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        if (pattern[i] == u'%' && i + 1 < pattern.size()
+            && (AppendDateCode(text, f, pattern[i + 1]) || AppendTimeCode(text, f, pattern[i + 1])))
+            ++i;
+        else
+            text += pattern[i];
+    }
+}
+
+/// A run of one letter in a picture; false when the letter says nothing there.
+bool AppendPictureRun(std::u16string& text, Fields const& f, char16_t letter, int length)
+{
+    int const digits = length > 1 ? 2 : 1;
+    switch (letter) {
+    case u'd':
+        if (length > 2)
+            text += length == 3 ? Weekday(f).substr(0, kShortName) : Weekday(f);
+        else
+            AppendNumber(text, f.day, digits);
+        return true;
+    case u'M':
+        if (length > 2)
+            text += length == 3 ? Month(f).substr(0, kShortName) : Month(f);
+        else
+            AppendNumber(text, f.month, digits);
+        return true;
+    case u'y':
+        AppendNumber(text, length > 2 ? f.year : f.year % 100, digits);
+        return true;
+    case u'H':
+        AppendNumber(text, f.hour, digits);
+        return true;
+    case u'h':
+        AppendNumber(text, TwelveHour(f), digits);
+        return true;
+    case u'm':
+        AppendNumber(text, f.minute, digits);
+        return true;
+    case u's':
+        AppendNumber(text, f.second, digits);
+        return true;
+    case u't':
+        text += HalfDay(f).substr(0, static_cast<std::size_t>(digits));
+        return true;
+    default:
+        return false;
+    }
+}
+
+void AppendPicture(std::u16string& text, Fields const& f, std::u16string_view picture)
+{
+    bool quoted = false;
+    for (std::size_t i = 0; i < picture.size();) {
+        char16_t const letter = picture[i];
+        std::size_t const end = std::min(picture.find_first_not_of(letter, i), picture.size());
+        if (letter == u'\'') {
+            // Two apostrophes are one that is meant.
+            text.append((end - i) / 2, u'\'');
+            quoted = quoted != ((end - i) % 2 == 1);
+        } else if (quoted || !AppendPictureRun(text, f, letter, static_cast<int>(end - i))) {
+            text.append(end - i, letter);
+        }
+        i = end;
+    }
+}
+
+/// What stands in for a date without fields.
+CString FieldlessText(COleDateTime const& date) { return date.IsNull() ? CString() : CString("Invalid DateTime"); }
+
+} // namespace
+
+CString COleDateTime::Format(CString const& pattern) const
+{
+    Fields fields;
+    if (!GetFields(fields))
+        return FieldlessText(*this);
+    std::u16string text;
+    text.reserve(32);
+    AppendFormatted(text, fields, pattern.View());
+    return CString(std::move(text));
+}
+
+CString COleDateTime::FormatDefault(CString const& datePicture, CString const& timePicture) const
+{
+    Fields fields;
+    if (!GetFields(fields))
+        return FieldlessText(*this);
+    bool const midnight = fields.hour == 0 && fields.minute == 0 && fields.second == 0;
+    bool const dayZero = fields.year == 1899 && fields.month == 12 && fields.day == 30;
+    std::u16string text;
+    if (!dayZero)
+        AppendPicture(text, fields, datePicture.View());
+    if (!dayZero && !midnight)
+        text += u' ';
+    if (dayZero || !midnight)
+        AppendPicture(text, fields, timePicture.View());
+    return CString(std::move(text));
+}
+
+} // namespace ombrel

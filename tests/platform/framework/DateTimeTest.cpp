@@ -1,0 +1,185 @@
+#include "ombrel/platform/framework/DateTime.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <ctime>
+#include <limits>
+#include <tuple>
+
+namespace ombrel {
+
+namespace {
+
+std::string Describe(COleDateTime const& date)
+{
+    COleDateTime::Fields f;
+    if (!date.GetFields(f))
+        return "none";
+    CString text;
+    text.Format("%d-%02d-%02d %02d:%02d:%02d %d %d", f.year, f.month, f.day, f.hour, f.minute, f.second, f.weekday,
+        f.dayOfYear);
+    return text.ToUtf8();
+}
+
+} // namespace
+
+TEST(DateTime, FieldsOfMeasuredValues)
+{
+    struct Case {
+        double value;
+        char const* fields;
+    };
+    Case const cases[] = {
+        { 0.0, "1899-12-30 00:00:00 6 364" },
+        { -0.25, "1899-12-30 06:00:00 6 364" },
+        { -1.25, "1899-12-29 06:00:00 5 363" },
+        { -1.75, "1899-12-29 18:00:00 5 363" },
+        { 1.0, "1899-12-31 00:00:00 0 365" },
+        { 36526.5, "2000-01-01 12:00:00 6 1" },
+        { 36525.9999999, "2000-01-01 00:00:00 6 1" },
+        { 36525.999994, "1999-12-31 23:59:59 5 365" },
+        { 0.99999421, "1899-12-30 23:59:59 6 364" },
+        { 0.9999943, "1899-12-31 00:00:00 0 365" },
+        { -1.9999943, "1899-12-30 00:00:00 6 364" },
+        { -657434.0, "100-01-01 00:00:00 5 1" },
+        { -657434.99899999995, "100-01-01 23:58:34 5 1" },
+        { 2958465.99999, "9999-12-31 23:59:59 5 365" },
+        { 2958465.99999999, "9999-12-31 23:59:59 5 365" },
+        { -657435.0, "none" },
+        { 2958466.0, "none" },
+        { 1e300, "none" },
+        { std::nan(""), "none" },
+        { -std::numeric_limits<double>::infinity(), "none" },
+    };
+    for (Case const& c : cases)
+        EXPECT_EQ(Describe(COleDateTime(c.value)), c.fields) << c.value;
+}
+
+TEST(DateTime, EveryDayComesBackFromItsFields)
+{
+    COleDateTime::Fields f;
+    int dayOfYear = 0;
+    for (int day = -657434; day <= 2958465; ++day) {
+        ASSERT_TRUE(COleDateTime(day).GetFields(f)) << day;
+        ASSERT_EQ(COleDateTime(f.year, f.month, f.day, 0, 0, 0).GetValue(), day);
+        ASSERT_EQ(f.weekday, (day + 657434 + 5) % 7) << day;
+        dayOfYear = f.month == 1 && f.day == 1 ? 1 : dayOfYear + 1;
+        ASSERT_EQ(f.dayOfYear, dayOfYear) << day;
+    }
+}
+
+TEST(DateTime, ValuesOfMeasuredFields)
+{
+    EXPECT_EQ(COleDateTime(1899, 12, 29, 18, 0, 0).GetValue(), -1.75);
+    EXPECT_EQ(COleDateTime(1700, 2, 28, 1, 2, 3).GetValue(), -72988.043090277788);
+    EXPECT_EQ(COleDateTime(2024, 2, 29, 23, 59, 59).GetValue(), 45351.99998842593);
+    EXPECT_EQ(COleDateTime(1970, 1, 1, 0, 0, 1).GetValue(), 25569.000011574073);
+    EXPECT_EQ(COleDateTime(1999, 12, 31, 23, 59, 58).GetValue(), 36525.999976851854);
+}
+
+TEST(DateTime, ADayThatDoesNotExistIsInvalid)
+{
+    using Six = std::tuple<int, int, int, int, int, int>;
+    Six const wrong[] = { { 2001, 2, 29, 0, 0, 0 }, { 1900, 2, 29, 0, 0, 0 }, { 2000, 2, 30, 0, 0, 0 },
+        { 2001, 13, 1, 0, 0, 0 }, { 2001, 0, 1, 0, 0, 0 }, { 2001, 1, 0, 0, 0, 0 }, { 2001, 4, 31, 0, 0, 0 },
+        { 99, 12, 31, 0, 0, 0 }, { 10000, 1, 1, 0, 0, 0 }, { 2001, 1, 1, 24, 0, 0 }, { 2001, 1, 1, 0, 60, 0 },
+        { 2001, 1, 1, 0, 0, 60 }, { 2001, 1, 1, -1, 0, 0 }, { 2001, -1, 1, 0, 0, 0 } };
+    for (auto const& [year, month, day, hour, minute, second] : wrong) {
+        COleDateTime date(36526.0);
+        EXPECT_FALSE(date.SetDateTime(year, month, day, hour, minute, second)) << year << '-' << month << '-' << day;
+        EXPECT_EQ(date.GetStatus(), COleDateTime::invalid);
+        EXPECT_EQ(date.GetYear(), -1);
+    }
+    EXPECT_TRUE(COleDateTime(2000, 2, 29, 0, 0, 0).IsValid());
+}
+
+TEST(DateTime, SumsCrossTheZeroDayEvenly)
+{
+    COleDateTime date(1.0);
+    for (int i = 1; i <= 12; ++i)
+        date -= 0.25;
+    EXPECT_EQ(date.GetValue(), -2.0);
+    EXPECT_EQ((COleDateTime(1.0) - 2.25).GetValue(), -2.75);
+    EXPECT_EQ((COleDateTime(-2.75) + 2.25).GetValue(), 1.0);
+    EXPECT_EQ((COleDateTime(1.0) - COleDateTime(-2.75)).GetTotalDays(), 2.25);
+    EXPECT_EQ((COleDateTime(0.0) + COleDateTimeSpan(1, 12, 30, 36)).GetValue(), 1.52125);
+    // A sum just below zero is midnight, not two days earlier.
+    EXPECT_EQ(Describe(COleDateTime(0.1) - (0.1 + 1e-17) - 1e-18), "1899-12-30 00:00:00 6 364");
+    EXPECT_TRUE(COleDateTime(-1.75) > COleDateTime(-1.25));
+    EXPECT_TRUE(COleDateTime(-0.25) == COleDateTime(0.25));
+}
+
+TEST(DateTime, InvalidAndNullDatesSpreadAndCompareFalse)
+{
+    COleDateTime null;
+    null.SetStatus(COleDateTime::null);
+    COleDateTime const invalid(1e9);
+    COleDateTime const day(1.0);
+    for (COleDateTime const& odd : { null, invalid, COleDateTime(std::nan("")) }) {
+        EXPECT_EQ((odd + 1.0).GetStatus(), odd.GetStatus());
+        EXPECT_FALSE(odd == odd);
+        EXPECT_FALSE(odd <= odd || odd >= odd || odd < day || odd > day || day < odd);
+        EXPECT_TRUE(odd.IsSameAs(odd));
+        EXPECT_FALSE((day + (odd - day)).IsValid());
+    }
+    for (double const span : { 3e6, -3e6, std::nan(""), 1e308 })
+        EXPECT_EQ((day + span).GetStatus(), COleDateTime::invalid) << span;
+    EXPECT_EQ(null.Format("%Y"), "");
+    EXPECT_EQ(invalid.Format("%Y"), "Invalid DateTime");
+    COleDateTime forced(1e9);
+    forced.SetStatus(COleDateTime::valid);
+    EXPECT_EQ(forced.Format("%Y"), "Invalid DateTime");
+}
+
+TEST(DateTime, FormatsAsStrftimeDoes)
+{
+    for (double const value :
+        { 36526.0, 36526.5, 36527.75, 36892.99, 45351.0001, 45656.52, 1.04, -30000.3, 400000.9 }) {
+        COleDateTime const date(value);
+        COleDateTime::Fields f;
+        ASSERT_TRUE(date.GetFields(f));
+        std::tm time {};
+        time.tm_year = f.year - 1900;
+        time.tm_mon = f.month - 1;
+        time.tm_mday = f.day;
+        time.tm_hour = f.hour;
+        time.tm_min = f.minute;
+        time.tm_sec = f.second;
+        time.tm_wday = f.weekday;
+        time.tm_yday = f.dayOfYear - 1;
+        for (char const* const pattern : { "%a %A %b %B", "%c", "%d/%m/%y", "%D", "%e", "%F", "%H:%M:%S", "%I %p", "%j",
+                 "%T", "%U %W %w", "%x %X", "%Y%%" }) {
+            char expected[100];
+            std::strftime(expected, sizeof expected, pattern, &time);
+            EXPECT_EQ(date.Format(pattern).ToUtf8(), expected) << value << ' ' << pattern;
+        }
+    }
+    EXPECT_EQ(COleDateTime(36526.0).Format("%Q é%Z %").ToUtf8(), "%Q é %");
+}
+
+TEST(DateTime, DefaultTextFollowsTheLocalesPictures)
+{
+    struct Case {
+        double value;
+        char const* british;
+        char const* american;
+    };
+    Case const cases[] = {
+        { 0.0, "00:00:00", "12:00:00 AM" },
+        { -0.5, "12:00:00", "12:00:00 PM" },
+        { 36526.0, "01/01/2000", "1/1/2000" },
+        { 36526.5, "01/01/2000 12:00:00", "1/1/2000 12:00:00 PM" },
+        { -1.25, "29/12/1899 06:00:00", "12/29/1899 6:00:00 AM" },
+        { 36525.9999999, "01/01/2000", "1/1/2000" },
+        { -400000.0625, "31/10/804 01:30:00", "10/31/804 1:30:00 AM" },
+    };
+    for (Case const& c : cases) {
+        EXPECT_EQ(COleDateTime(c.value).FormatDefault("dd/MM/yyyy", "HH:mm:ss").ToUtf8(), c.british);
+        EXPECT_EQ(COleDateTime(c.value).FormatDefault("M/d/yyyy", "h:mm:ss tt").ToUtf8(), c.american);
+    }
+    EXPECT_EQ(
+        COleDateTime(38416.6).FormatDefault("ddd d. MMM 'yy''d' y yy", "H'h't").ToUtf8(), "Sat 5. Mar yy'd 5 05 14hP");
+}
+
+} // namespace ombrel

@@ -1,0 +1,190 @@
+#include "ombrel/platform/framework/String.h"
+
+#include "tests/platform/framework/PrintString.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+namespace ombrel {
+
+namespace {
+
+template <typename... Args> CString Formatted(char const* format, Args const&... args)
+{
+    CString text;
+    text.Format(format, args...);
+    return text;
+}
+
+} // namespace
+
+TEST(String, InvalidUtf8BecomesReplacementCharacters)
+{
+    struct Case {
+        std::string_view utf8;
+        std::u16string_view text;
+    };
+    Case const cases[] = {
+        { "", u"" },
+        { "a\xC3\xBC\xE2\x82\xAC\xF0\x9F\x98\x80", u"a\u00FC\u20AC\U0001F600" },
+        { "\x80x", u"\uFFFDx" },
+        { "\xC3", u"\uFFFD" },
+        { "\xC3x", u"\uFFFDx" },
+        { "\xE2\x82x", u"\uFFFDx" },
+        { "\xF0\x9F\x98", u"\uFFFD" },
+        { "\xC0\x80", u"\uFFFD\uFFFD" },
+        { "\xE0\x80\x80", u"\uFFFD\uFFFD\uFFFD" },
+        { "\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD" },
+        { "\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD" },
+        { "\xFF\xFE", u"\uFFFD\uFFFD" },
+    };
+    for (Case const& c : cases)
+        EXPECT_EQ(CString(c.utf8), CString(c.text)) << testing::PrintToString(c.utf8);
+    EXPECT_EQ(CString(std::string_view("a\0b", 3)).GetLength(), 3);
+    EXPECT_TRUE(CString(static_cast<char const*>(nullptr)).IsEmpty());
+}
+
+TEST(String, EveryCodePointSurvivesUtf8AndBack)
+{
+    for (int c = 1; c <= 0x110000; ++c) {
+        wchar_t const wide[] = { static_cast<wchar_t>(c), 0 };
+        CString const text(wide);
+        bool const exists = c < 0x110000 && (c < 0xD800 || c > 0xDFFF);
+        ASSERT_EQ(text == CString(u"\uFFFD"), !exists || c == 0xFFFD) << c;
+        ASSERT_EQ(CString(text.ToUtf8()), text) << c;
+    }
+    EXPECT_EQ(CString(u"a\xD800z\xDC00").ToUtf8(), "a\uFFFDz\uFFFD");
+    EXPECT_EQ(CString(u"\xDE00\xD83D").ToUtf8(), "\uFFFD\uFFFD");
+}
+
+TEST(String, ComparisonIgnoresCaseOfAllScripts)
+{
+    struct Pair {
+        char const* a;
+        char const* b;
+    };
+    for (Pair const& p : { Pair { "ABC", "abc" }, { "Ärger", "äRGER" }, { "ΣΊΣΥΦΟΣ", "σίσυφος" }, { "ЖУК", "жук" },
+             { "\U00010400", "\U00010428" }, { "K", "\u212A" }, { "ſ", "S" } }) {
+        EXPECT_EQ(CString(p.a).CompareNoCase(p.b), 0) << p.a;
+        EXPECT_NE(CString(p.a).Compare(p.b), 0) << p.a;
+    }
+    for (Pair const& p :
+        { Pair { "a", "B" }, { "A", "b" }, { "Z", "É" }, { "ab", "ABC" }, { "", "x" }, { "i", "ı" } }) {
+        EXPECT_LT(CString(p.a).CompareNoCase(p.b), 0) << p.a;
+        EXPECT_GT(CString(p.b).CompareNoCase(p.a), 0) << p.a;
+    }
+    EXPECT_EQ(CString("ÀÉ straße \U00010400").MakeLower(), "àé straße \U00010428");
+    EXPECT_EQ(CString("àé straße \U00010428").MakeUpper(), "ÀÉ STRAßE \U00010400");
+}
+
+TEST(String, PartsOutsideTheTextAreLimitedToIt)
+{
+    CString const text = "abcdef";
+    EXPECT_EQ(text.Mid(-2), "abcdef");
+    EXPECT_EQ(text.Mid(9), "");
+    EXPECT_EQ(text.Mid(4, 10), "ef");
+    EXPECT_EQ(text.Mid(2, -1), "");
+    EXPECT_EQ(text.Mid(INT_MAX, INT_MAX), "");
+    EXPECT_EQ(text.Left(-1), "");
+    EXPECT_EQ(text.Left(99), "abcdef");
+    EXPECT_EQ(text.Right(2), "ef");
+    EXPECT_EQ(text.Right(99), "abcdef");
+    EXPECT_EQ(text.Find("cd", -5), 2);
+    EXPECT_EQ(text.Find("cd", 3), -1);
+    EXPECT_EQ(text.Find(u'a', 99), -1);
+    EXPECT_EQ(text.ReverseFind(u'z'), -1);
+    EXPECT_EQ(text.FindOneOf("xfc"), 2);
+}
+
+TEST(String, EditsInPlace)
+{
+    CString text = "\u00A0\t a b \u3000\r\n";
+    EXPECT_EQ(CString(text).TrimLeft().Left(1), "a");
+    EXPECT_EQ(CString(text).TrimRight().Right(1), "b");
+    EXPECT_EQ(text.Trim(), "a b");
+    EXPECT_EQ(CString("  ").Trim(), "");
+    EXPECT_EQ(text.Insert(99, "!"), 4);
+    EXPECT_EQ(text.Insert(-1, "<"), 5);
+    EXPECT_EQ(text, "<a b!");
+    EXPECT_EQ(text.Delete(3, 99), 3);
+    EXPECT_EQ(text.Delete(99), 3);
+    EXPECT_EQ(text, "<a ");
+    text = "aaa";
+    EXPECT_EQ(text.Replace("aa", "a"), 1);
+    EXPECT_EQ(text.Replace("", "x"), 0);
+    EXPECT_EQ(text.Replace(text, text + text), 1);
+    EXPECT_EQ(text, "aaaa");
+    EXPECT_EQ(text.Remove(u'a'), 4);
+    EXPECT_TRUE(text.IsEmpty());
+}
+
+TEST(String, FormatsRealsAsPrintfDoes)
+{
+    double const values[] = { 0.0, -0.0, 1.0, -2.5, 3.14159265358979, 1e10, -1e-10, 123456789.0, 0.0001, 1e5, 1e6,
+        std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity() };
+    for (char const* const flags : { "", "-", "+", " ", "0", "#", "+0", "-#", "#0", "+ " }) {
+        for (char const* const size : { "", "3", "12", ".0", ".3", "14.2", "20.10", "." }) {
+            for (char const letter : { 'f', 'e', 'g', 'F', 'E', 'G' }) {
+                std::string const format = std::string("[%") + flags + size + letter + "]";
+                for (double const value : values) {
+                    char expected[512];
+                    std::snprintf(expected, sizeof expected, format.c_str(), value);
+                    EXPECT_EQ(Formatted(format.c_str(), value), expected) << format;
+                }
+            }
+        }
+    }
+}
+
+TEST(String, FormatsIntegersAsPrintfDoes)
+{
+    for (char const* const flags : { "", "-", "+", " ", "0", "#", "+0", "-#" }) {
+        for (char const* const size : { "", "3", "12", ".0", ".3", "14.5", "." }) {
+            for (char const letter : { 'd', 'i', 'u', 'x', 'X' }) {
+                std::string const format = std::string("[%") + flags + size + letter + "]";
+                for (int const value : { 0, 1, -1, 255, 123456, INT_MAX, INT_MIN }) {
+                    char expected[64];
+                    std::snprintf(expected, sizeof expected, format.c_str(), value);
+                    EXPECT_EQ(Formatted(format.c_str(), value), expected) << format;
+                }
+            }
+        }
+    }
+    EXPECT_EQ(Formatted("%lld %I64d %lu", LLONG_MIN, LLONG_MAX, ULONG_MAX),
+        "-9223372036854775808 9223372036854775807 18446744073709551615");
+}
+
+TEST(String, FormatConvertsWrongAndLeavesOutMissingArguments)
+{
+    EXPECT_EQ(Formatted("%s|%5s|%-5s|%.2s|%c", "abc", CString("ü"), "x", "long", u'é'), "abc|    ü|x    |lo|é");
+    EXPECT_EQ(Formatted("%*d|%-*d|%.*f", 5, 42, 4, 7, 2, 1.0), "   42|7   |1.00");
+    EXPECT_EQ(Formatted("%d %s %s %f", 2.9, 7, 0.5, 3), "2 7 0.5 3.000000");
+    EXPECT_EQ(Formatted("%d %g", "12abc", "2.5"), "12 2.5");
+    EXPECT_EQ(Formatted("%d%% %d.", 50), "50% .");
+    EXPECT_EQ(Formatted("100%"), "100%");
+    EXPECT_EQ(Formatted("%y %5", 1), "%y %5");
+    EXPECT_EQ(Formatted("%d", std::nan("")), "0");
+    EXPECT_EQ(Formatted("%d", 1e300), "9223372036854775807");
+    EXPECT_EQ(Formatted("%d", -1e300), "-9223372036854775808");
+    EXPECT_EQ(Formatted("%999999999d", 1).GetLength(), 4096);
+    CString text = "%s!";
+    text.Format(text, text);
+    EXPECT_EQ(text, "%s!!");
+}
+
+TEST(String, LeadingIntegerOfAText)
+{
+    struct Case {
+        char const* text;
+        int value;
+    };
+    for (Case const& c : { Case { "", 0 }, { "12", 12 }, { " \u3000-12 3", -12 }, { "+4x", 4 }, { "+-4", 0 },
+             { "x1", 0 }, { "99999999999", INT_MAX }, { "-99999999999", INT_MIN }, { "１", 0 } })
+        EXPECT_EQ(_wtoi(c.text), c.value) << c.text;
+}
+
+} // namespace ombrel
