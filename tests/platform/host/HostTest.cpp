@@ -1,0 +1,81 @@
+#include "ombrel/platform/host/Host.h"
+
+#include "ombrel/platform/host/LocalePictures.h"
+
+#include <gtest/gtest.h>
+
+namespace ombrel {
+namespace {
+
+TEST(Host, StringResourcesFallBackToTheBuiltInTexts)
+{
+    CString text("untouched");
+    EXPECT_FALSE(LoadStringResource(1004, text));
+    EXPECT_EQ(text, "untouched");
+    EXPECT_TRUE(LoadStringResource(1006, text));
+    EXPECT_EQ(text, "Software\\Ombrel\\Graphs\\2D");
+
+    SetStringResourceFunction([](UINT id, CString& found) {
+        found = "the host's";
+        return id == 1004 || id == 1006;
+    });
+    EXPECT_TRUE(LoadStringResource(1004, text));
+    EXPECT_EQ(text, "the host's");
+    EXPECT_TRUE(LoadStringResource(1003, text));
+    EXPECT_EQ(text, "Ombrel");
+    SetStringResourceFunction(nullptr);
+    EXPECT_FALSE(LoadStringResource(1004, text));
+}
+
+TEST(Host, MessagesGoToStandardErrorUnlessTheHostTakesThem)
+{
+    testing::internal::CaptureStderr();
+    MessageBox("Data are missing.", "Invalid Data", MB_OK);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Invalid Data: Data are missing.\n");
+
+    CString shown;
+    SetMessageBoxFunction([&shown](CString const& text, CString const& title, UINT style) {
+        shown.Format("%s|%s|%d", text, title, style);
+        // A host may install another function from within.
+        SetMessageBoxFunction(nullptr);
+    });
+    MessageBox("text", "title", MB_ICONEXCLAMATION);
+    EXPECT_EQ(shown, "text|title|48");
+}
+
+TEST(Host, PicturesFollowStrftimeFormats)
+{
+    struct Case {
+        char const* format;
+        char const* picture;
+    };
+    Case const cases[] = {
+        { "%m/%d/%y", "MM/dd/yy" },
+        { "%d.%m.%Y", "dd.MM.yyyy" },
+        { "%-d.%-m.%Y", "d.M.yyyy" },
+        { "%e/%_m/%Ey", "d/M/yy" },
+        { "%D %T", "MM/dd/yy HH:mm:ss" },
+        { "%F", "yyyy-MM-dd" },
+        { "%r", "hh:mm:ss tt" },
+        { "%I:%M:%S %p %Z", "hh:mm:ss tt" },
+        { "%k:%M:%OS", "H:mm:ss" },
+        { "%-dd de %b", "d'd' 'de' MMM" },
+        { "%Y\xE5\xB9\xB4%m\xE6\x9C\x88", "yyyy\xE5\xB9\xB4MM\xE6\x9C\x88" },
+        { "%", "" },
+        { "%Q%d", "dd" },
+    };
+    for (Case const& c : cases)
+        EXPECT_EQ(MakePicture(c.format), CString(c.picture)) << c.format;
+}
+
+TEST(Host, UnknownLocalesWriteDatesPlainly)
+{
+    for (char const* const name : { "C", "POSIX", "no_SUCH.locale", "", "../../etc" }) {
+        LocalePictures const pictures = GetLocalePictures(*name ? name : "C");
+        EXPECT_EQ(pictures.shortDate, "MM/dd/yy") << name;
+        EXPECT_EQ(pictures.time, "HH:mm:ss") << name;
+    }
+}
+
+} // namespace
+} // namespace ombrel

@@ -1,0 +1,146 @@
+#include "ombrel/platform/registry/Registry.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sstream>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace ombrel {
+namespace {
+
+class Registry : public testing::Test {
+protected:
+    Registry()
+    {
+        std::string pattern = testing::TempDir() + "ombrel-registry-XXXXXX";
+        m_directory = mkdtemp(pattern.data());
+        m_file = m_directory / "some" / "directory" / "registry";
+        SetRegistryFile(m_file.string());
+    }
+    ~Registry() override
+    {
+        SetRegistryFile("");
+        std::filesystem::remove_all(m_directory);
+    }
+    void WriteFile(std::string const& text)
+    {
+        std::filesystem::create_directories(m_file.parent_path());
+        std::ofstream(m_file, std::ios::binary) << text;
+    }
+    std::string FileText() const
+    {
+        std::ostringstream text;
+        text << std::ifstream(m_file, std::ios::binary).rdbuf();
+        return text.str();
+    }
+    static std::string Read(CString const& path, CString const& name)
+    {
+        CString value("(untouched)");
+        bool const found = ReadRegistryValue(HKEY_CURRENT_USER, path, name, value);
+        return found ? value.ToUtf8() : value == "(untouched)" ? "(none)" : "changed without success";
+    }
+    static bool Write(CString const& path, CString const& name, CString const& value)
+    {
+        return WriteRegistryValue(HKEY_CURRENT_USER, path, name, value);
+    }
+
+    std::filesystem::path m_directory;
+    std::filesystem::path m_file;
+};
+
+TEST_F(Registry, WritingCreatesDirectoriesFileAndKey)
+{
+    EXPECT_EQ(Read("Software\\Ombrel", "Name"), "(none)");
+    EXPECT_TRUE(Write("Software\\Ombrel", "Name", "value"));
+    EXPECT_EQ(Read("software\\ombrel", "NAME"), "value");
+    EXPECT_EQ(Read("Software", "Name"), "(none)");
+    EXPECT_EQ(FileText(), "[Software\\Ombrel]\nName = value\n");
+    EXPECT_FALSE(WriteRegistryValue(static_cast<HKEY>(0), "Software", "Name", "value"));
+}
+
+TEST_F(Registry, AChangeOfTheFileIsSeenByTheNextReader)
+{
+    // Same length, within one tick of the file system's clock.
+    for (int i = 100; i < 200; ++i) {
+        WriteFile("[Key]\nName = " + std::to_string(i) + "\n");
+        ASSERT_EQ(Read("Key", "Name"), std::to_string(i));
+    }
+    std::filesystem::remove(m_file);
+    EXPECT_EQ(Read("Key", "Name"), "(none)");
+}
+
+TEST_F(Registry, LinesThatMakeNoSenseSurviveWriting)
+{
+    std::string const damaged = "garbage \xFE\xFF\n[Key]\nname one\n# kept\nName = 1\n";
+    WriteFile(damaged);
+    EXPECT_TRUE(Write("Key", "Other", "2"));
+    EXPECT_EQ(FileText(), damaged + "Other = 2\n");
+}
+
+TEST_F(Registry, AFileThatCannotBeReadIsNeitherBelievedNorReplaced)
+{
+    WriteFile("[Key]\nName = 1\n");
+    std::filesystem::resize_file(m_file, (16U << 20) + 1);
+    EXPECT_EQ(Read("Key", "Name"), "(none)");
+    EXPECT_FALSE(Write("Key", "Name", "2"));
+    EXPECT_EQ(std::filesystem::file_size(m_file), (16U << 20) + 1);
+
+    std::filesystem::remove(m_file);
+    std::filesystem::create_directory(m_file);
+    EXPECT_EQ(Read("Key", "Name"), "(none)");
+    EXPECT_FALSE(Write("Key", "Name", "2"));
+
+    SetRegistryFile("/proc/no such directory/registry");
+    EXPECT_FALSE(Write("Key", "Name", "2"));
+}
+
+TEST_F(Registry, ProcessesThatWriteAtOnceLoseNothing)
+{
+    constexpr int kProcesses = 3;
+    constexpr int kValues = 40;
+    for (int process = 0; process < kProcesses; ++process) {
+        if (fork() == 0) {
+            bool good = true;
+            for (int i = 0; i < kValues; ++i)
+                good = Write("Key", std::to_string(process) + "/" + std::to_string(i), "x") && good;
+            _exit(good ? 0 : 1);
+        }
+    }
+    for (int process = 0; process < kProcesses; ++process) {
+        int status = 0;
+        ASSERT_GT(wait(&status), 0);
+        EXPECT_EQ(status, 0);
+    }
+    for (int process = 0; process < kProcesses; ++process) {
+        for (int i = 0; i < kValues; ++i)
+            EXPECT_EQ(Read("Key", std::to_string(process) + "/" + std::to_string(i)), "x");
+    }
+}
+
+TEST_F(Registry, TheDefaultFileFollowsTheEnvironment)
+{
+    setenv("HOME", m_directory.c_str(), 1);
+    struct Case {
+        std::string configuration;
+        std::filesystem::path file;
+    };
+    Case const cases[] = {
+        { (m_directory / "own").string(), m_directory / "own" / "ombrel" / "registry" },
+        { "relative", m_directory / ".config" / "ombrel" / "registry" },
+        { "", m_directory / ".config" / "ombrel" / "registry" },
+    };
+    for (Case const& c : cases) {
+        std::filesystem::remove_all(m_directory / ".config");
+        setenv("XDG_CONFIG_HOME", c.configuration.c_str(), 1);
+        SetRegistryFile("");
+        EXPECT_TRUE(Write("Key", "Name", "value"));
+        EXPECT_TRUE(std::filesystem::exists(c.file)) << c.file;
+    }
+}
+
+} // namespace
+} // namespace ombrel
