@@ -1,0 +1,52 @@
+#pragma once
+#include "ombrel/platform/framework/Geometry.h"
+
+#include <algorithm>
+
+namespace ombrel {
+
+/// Coordinates beyond this are drawn as if they lay at it: products of two of them still fit in 64 bits.
+inline constexpr int kCoordinateLimit = 1 << 29;
+
+inline int ClampCoordinate(long long c)
+{
+    return static_cast<int>(std::clamp<long long>(c, -kCoordinateLimit, kCoordinateLimit));
+}
+inline CPoint ClampPoint(CPoint p) { return { ClampCoordinate(p.x), ClampCoordinate(p.y) }; }
+inline CRect ClampRect(CRect const& r)
+{
+    return { ClampCoordinate(r.left), ClampCoordinate(r.top), ClampCoordinate(r.right), ClampCoordinate(r.bottom) };
+}
+/// The point moved; the sum stays within the limit.
+inline CPoint MovePoint(CPoint p, CPoint by)
+{
+    return { ClampCoordinate(static_cast<long long>(p.x) + by.x), ClampCoordinate(static_cast<long long>(p.y) + by.y) };
+}
+inline CRect MoveRect(CRect const& r, CPoint by)
+{
+    CPoint const a = MovePoint({ r.left, r.top }, by);
+    CPoint const b = MovePoint({ r.right, r.bottom }, by);
+    return { a.x, a.y, b.x, b.y };
+}
+
+/// a / b rounded down; b > 0.
+inline long long FloorDivide(long long a, long long b) { return a / b - (a % b < 0 ? 1 : 0); }
+/// What FloorDivide leaves: 0 … b − 1.
+inline long long FloorRemainder(long long a, long long b)
+{
+    long long const r = a % b;
+    return r < 0 ? r + b : r;
+}
+
+/// Rounds up; values out of range, and not-a-number, go to the limits.
+inline int CeilToInt(double value)
+{
+    if (!(value > -kCoordinateLimit))
+        return -kCoordinateLimit;
+    if (value >= kCoordinateLimit)
+        return kCoordinateLimit;
+    int const whole = static_cast<int>(value);
+    return whole + (static_cast<double>(whole) < value ? 1 : 0);
+}
+
+} // namespace ombrel

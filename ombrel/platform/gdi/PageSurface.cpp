@@ -1,0 +1,380 @@
+#include "ombrel/platform/gdi/PageSurface.h"
+
+#include "ombrel/platform/gdi/Coordinates.h"
+#include "ombrel/platform/gdi/DashPattern.h"
+#include "ombrel/platform/gdi/PageCanvasInternal.h"
+#include "ombrel/platform/gdi/PathSimplify.h"
+#include "ombrel/platform/gdi/TextEngineInternal.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace ombrel {
+
+namespace {
+
+/// Screen pixels in page pixels, for what must look as on the screen: dots, dashes.
+constexpr double kScreenScale = kPageDotsPerInch / 96.0;
+/// Half a device pixel: below what a printer of twice the resolution shows.
+constexpr double kTolerance = 0.5;
+
+double LimitSide(double mm)
+{
+    static constexpr double kLongest = 5080.0;
+    return mm >= 1.0 ? std::min(mm, kLongest) : 1.0;
+}
+
+PageSetup Limited(PageSetup setup)
+{
+    setup.widthMm = LimitSide(setup.widthMm);
+    setup.heightMm = LimitSide(setup.heightMm);
+    return setup;
+}
+
+DeviceCapabilities PrinterCapabilities(PageSetup const& setup)
+{
+    static constexpr int kRasterPrinter = 2;
+    auto const pixels = [](double mm) { return static_cast<int>(std::lround(mm * kPageDotsPerInch / 25.4)); };
+    DeviceCapabilities capabilities;
+    capabilities.technology = kRasterPrinter;
+    capabilities.horzSize = static_cast<int>(std::lround(setup.widthMm));
+    capabilities.vertSize = static_cast<int>(std::lround(setup.heightMm));
+    capabilities.horzRes = pixels(setup.widthMm);
+    capabilities.vertRes = pixels(setup.heightMm);
+    capabilities.logPixelsX = kPageDotsPerInch;
+    capabilities.logPixelsY = kPageDotsPerInch;
+    return capabilities;
+}
+
+bool Same(VectorColour const& a, VectorColour const& b) { return a.colour == b.colour && a.alpha == b.alpha; }
+
+bool Same(PagePaint const& a, PagePaint const& b)
+{
+    if (a.fill.has_value() != b.fill.has_value() || a.pen.has_value() != b.pen.has_value() || a.winding != b.winding
+        || a.edges != b.edges)
+        return false;
+    if (a.fill && (!Same(a.fill->foreground, b.fill->foreground) || a.fill->hatchStyle || b.fill->hatchStyle))
+        return false;
+    return !a.pen
+        || (Same(a.pen->colour, b.pen->colour) && a.pen->width == b.pen->width && a.pen->round == b.pen->round
+            && a.pen->dashes == b.pen->dashes);
+}
+
+bool Same(Clip const& a, Clip const& b) { return a.box == b.box && a.region == b.region; }
+
+/// The lengths of a dash pattern, or none for a solid line.
+std::vector<double> DashLengths(std::span<double const> lengths, double scale)
+{
+    DashPattern const pattern(lengths, scale);
+    std::vector<double> result;
+    double start = 0.0;
+    for (double const end : pattern.IsSolid() ? std::vector<double>() : pattern.Ends())
+        result.push_back(end - std::exchange(start, end));
+    return result;
+}
+
+std::vector<double> StyleDashes(LineStyle const& line)
+{
+    static constexpr double kDash[] = { 18, 6 };
+    static constexpr double kDot[] = { 3, 3 };
+    static constexpr double kDashDot[] = { 9, 6, 3, 6 };
+    static constexpr double kDashDotDot[] = { 9, 3, 3, 3, 3, 3 };
+    if (line.width > 1)
+        return {};
+    switch (line.style) {
+    case PS_DASH:
+        return DashLengths(kDash, kScreenScale);
+    case PS_DOT:
+        return DashLengths(kDot, kScreenScale);
+    case PS_DASHDOT:
+        return DashLengths(kDashDot, kScreenScale);
+    case PS_DASHDOTDOT:
+        return DashLengths(kDashDotDot, kScreenScale);
+    default:
+        return {};
+    }
+}
+
+/// Where the middle of a line lies within pixels: odd widths have a middle row.
+double MiddleOffset(double width) { return std::lround(width) % 2 != 0 ? 0.5 : 0.0; }
+
+/// The points, limited to what formats can express.
+std::vector<CPoint> Limited(std::span<CPoint const> points)
+{
+    static constexpr int kLimit = 1 << 20;
+    std::vector<CPoint> limited(points.begin(), points.end());
+    for (CPoint& p : limited)
+        p = { std::clamp(p.x, -kLimit, kLimit), std::clamp(p.y, -kLimit, kLimit) };
+    return limited;
+}
+
+/// Lengthens a rectangle under one that is drawn over it next, where they share an edge: then no paper shines through
+/// between them when a viewer smooths both edges. The corners are those of PageShape::AddRect.
+void ExtendUnder(std::span<CPoint> corners, CRect const& next)
+{
+    static constexpr int kOverlap = 4;
+    CPoint& topLeft = corners[0];
+    CPoint& topRight = corners[1];
+    CPoint& bottomRight = corners[2];
+    CPoint& bottomLeft = corners[3];
+    int const across = std::min(kOverlap, next.Width());
+    int const down = std::min(kOverlap, next.Height());
+    bool const beside = next.top <= topLeft.y && next.bottom >= bottomRight.y;
+    bool const below = next.left <= topLeft.x && next.right >= bottomRight.x;
+    if (beside && next.left == topRight.x)
+        topRight.x = bottomRight.x = next.left + across;
+    else if (beside && next.right == topLeft.x)
+        topLeft.x = bottomLeft.x = next.right - across;
+    else if (below && next.top == bottomLeft.y)
+        bottomLeft.y = bottomRight.y = next.top + down;
+    else if (below && next.bottom == topLeft.y)
+        topLeft.y = topRight.y = next.bottom - down;
+}
+
+bool IsDot(std::span<CPoint const> points)
+{
+    return std::all_of(points.begin(), points.end(), [&](CPoint const& p) { return p == points.front(); });
+}
+
+} // namespace
+
+PageCanvas::PageCanvas(PageSetup const& setup)
+    : m_setup(Limited(setup))
+    , m_capabilities(PrinterCapabilities(m_setup))
+    , m_bounds(0, 0, m_capabilities.horzRes, m_capabilities.vertRes)
+{
+}
+
+void PageCanvas::Polyline(std::span<CPoint const> points, LineStyle const& line, Clip const& clip)
+{
+    int const width = std::max(line.width, 1);
+    if (points.size() < 2 || line.style == PS_NULL || (width == 1 && IsDot(points)))
+        return;
+    PageShape shape;
+    shape.offset = MiddleOffset(width);
+    std::vector<CPoint> kept = SimplifyPath(Limited(points), StyleDashes(line).empty() ? kTolerance : 0.0);
+    bool const closed = kept.size() > 3 && kept.front() == kept.back();
+    if (closed)
+        kept.pop_back();
+    shape.Add(kept, closed);
+    AddLine(std::move(shape), line, clip);
+}
+
+void PageCanvas::AddLine(PageShape&& shape, LineStyle const& line, Clip const& clip)
+{
+    int const width = std::max(line.width, 1);
+    PagePen pen { { line.colour, 255 }, static_cast<double>(width), width > 1, StyleDashes(line) };
+    if (!pen.dashes.empty() && line.gapColour)
+        Add(PageShape(shape), PagePaint { {}, PagePen { { *line.gapColour, 255 }, pen.width, false, {} }, false, {} },
+            Merging::No, clip);
+    Merging const merging = pen.dashes.empty() || !line.gapColour ? Merging::Yes : Merging::No;
+    Add(std::move(shape), PagePaint { {}, std::move(pen), false, {} }, merging, clip);
+}
+
+void PageCanvas::Ellipse(CRect const& given, LineStyle const* outline, COLORREF const* fill, Clip const& clip)
+{
+    CRect box = ClampRect(given);
+    box.NormalizeRect();
+    bool const outlined = outline && outline->style != PS_NULL;
+    if (box.IsRectEmpty() || (!outlined && !fill))
+        return;
+    // An outline runs through the middle of the outermost pixels.
+    double const inset = outlined ? 0.5 : 0.0;
+    PageShape shape;
+    shape.arcs.push_back({ 0.5 * (static_cast<double>(box.left) + box.right),
+        0.5 * (static_cast<double>(box.top) + box.bottom), 0.5 * box.Width() - inset, 0.5 * box.Height() - inset, 0.0,
+        2.0 * std::numbers::pi });
+    if (outlined && !fill)
+        return AddLine(std::move(shape), *outline, clip);
+    PagePaint paint;
+    paint.fill = VectorBrush::Solid(*fill);
+    if (outlined)
+        paint.pen = PagePen { { outline->colour, 255 }, static_cast<double>(std::max(outline->width, 1)), true,
+            StyleDashes(*outline) };
+    Add(std::move(shape), std::move(paint), Merging::No, clip);
+}
+
+void PageCanvas::Arc(CRect const& given, CPoint start, CPoint end, LineStyle const& line, Clip const& clip)
+{
+    CRect box = ClampRect(given);
+    box.NormalizeRect();
+    if (line.style == PS_NULL || box.Width() < 2 || box.Height() < 2)
+        return;
+    PageArc arc { 0.5 * (static_cast<double>(box.left) + box.right), 0.5 * (static_cast<double>(box.top) + box.bottom),
+        0.5 * (box.Width() - 1), 0.5 * (box.Height() - 1), 0.0, 0.0 };
+    auto const angle
+        = [&arc](CPoint p) { return std::atan2((p.y - arc.centreY) / arc.radiusY, (p.x - arc.centreX) / arc.radiusX); };
+    // Counter-clockwise is backwards with y down.
+    arc.start = angle(start);
+    arc.sweep = angle(end) - arc.start;
+    if (arc.sweep >= 0.0)
+        arc.sweep -= 2.0 * std::numbers::pi;
+    PageShape shape;
+    shape.arcs.push_back(arc);
+    AddLine(std::move(shape), line, clip);
+}
+
+void PageCanvas::AddRect(CRect const& rect, VectorBrush const& brush, Clip const& clip)
+{
+    CRect visible;
+    if (!visible.IntersectRect(rect, m_bounds))
+        return;
+    PageShape shape;
+    shape.AddRect(visible);
+    bool const plain = !brush.hatchStyle && brush.foreground.alpha == 255;
+    bool const afterRect = m_pending && m_pending->paint.edges == PagePaint::Edges::Upright;
+    if (plain && afterRect && Same(m_pending->clip, clip))
+        ExtendUnder(std::span(m_pending->shape.points).last<4>(), visible);
+    Add(std::move(shape), PagePaint { brush, {}, true, PagePaint::Edges::Upright }, plain ? Merging::Yes : Merging::No, clip);
+}
+
+void PageCanvas::FillRect(CRect const& rect, COLORREF colour, Clip const& clip)
+{
+    AddRect(rect, VectorBrush::Solid(colour), clip);
+}
+
+void PageCanvas::SetPixel(CPoint p, COLORREF colour, Clip const& clip)
+{
+    if (m_bounds.PtInRect(p))
+        AddRect({ p, CSize(1, 1) }, VectorBrush::Solid(colour), clip);
+}
+
+void PageCanvas::FillRegion(Region const& region, COLORREF colour, Clip const& clip)
+{
+    Fill(region, VectorBrush::Solid(colour), clip);
+}
+
+void PageCanvas::Fill(Region const& region, VectorBrush const& brush, Clip const& clip)
+{
+    if (region.IsRect())
+        return AddRect(region.Box(), brush, clip);
+    PageShape shape = RegionShape(region, m_bounds);
+    shape.points = Limited(shape.points);
+    Add(std::move(shape), PagePaint { brush, {}, region.OutlineMode() == WINDING, PagePaint::Edges::Shared }, Merging::No, clip);
+}
+
+void PageCanvas::Stroke(Figures const& figures, VectorPen const& vectorPen, bool, Clip const& clip)
+{
+    static constexpr double kWidest = 1e5;
+    double const width = vectorPen.width > 0.0 ? std::min(vectorPen.width, kWidest) : 1.0;
+    PagePen pen { vectorPen.colour, width, false, DashLengths(vectorPen.dashes, width) };
+    PageShape shape;
+    shape.offset = MiddleOffset(width);
+    std::size_t const count = std::max<std::size_t>(figures.starts.size(), 1);
+    for (std::size_t i = 0; i < count; ++i) {
+        std::size_t const size = figures.points.size();
+        std::size_t const first = i < figures.starts.size() ? std::min(figures.starts[i], size) : 0;
+        std::size_t const end = i + 1 < figures.starts.size() ? std::clamp(figures.starts[i + 1], first, size) : size;
+        auto const points = figures.points.subspan(first, end - first);
+        if (points.size() >= 2 && !IsDot(points))
+            shape.Add(SimplifyPath(Limited(points), pen.dashes.empty() ? kTolerance : 0.0), false);
+    }
+    Merging const merging = vectorPen.colour.alpha == 255 ? Merging::Yes : Merging::No;
+    Add(std::move(shape), PagePaint { {}, std::move(pen), false, {} }, merging, clip);
+}
+
+void PageCanvas::Text(TextRun const& given, Clip const& clip)
+{
+    static LOGFONT const kDefaultFont;
+    TextRun run = given;
+    if (!run.font)
+        run.font = &kDefaultFont;
+    if (m_finished || run.text.IsEmpty())
+        return;
+    run.at = ClampPoint(run.at);
+    CSize const size = MeasureText(*run.font, run.text);
+    bool const vertical = text::IsVertical(*run.font);
+    // A rectangle of the text that is not turned, as it lies on the page.
+    auto const placed = [&](int left, int top, int right, int bottom) {
+        return vertical ? CRect(run.at.x + top, run.at.y - right, run.at.x + bottom, run.at.y - left)
+                        : CRect(run.at.x + left, run.at.y + top, run.at.x + right, run.at.y + bottom);
+    };
+    CRect reach = placed(0, 0, size.cx, size.cy);
+    if (run.cellColour)
+        AddRect(reach, VectorBrush::Solid(*run.cellColour), clip);
+    reach.InflateRect(size.cy, size.cy);
+    if (!IsVisible(reach, clip))
+        return;
+    Flush();
+    DrawRun(run, clip);
+    for (auto const& line : text::TextLines(*run.font, *text::FindFont(*run.font)))
+        AddRect(placed(0, line.top, size.cx, line.top + line.thickness), VectorBrush::Solid(run.colour), clip);
+}
+
+void PageCanvas::Image(ImageCopy const& copy, Clip const& clip)
+{
+    if (m_finished)
+        return;
+    auto const picture = MakePicture(copy);
+    if (!picture || !IsVisible(picture->to, clip))
+        return;
+    Flush();
+    DrawPicture(*picture, clip);
+}
+
+bool PageCanvas::IsVisible(CRect const& box, Clip const& clip) const
+{
+    CRect common;
+    return common.IntersectRect(clip.Box(), m_bounds) && common.IntersectRect(common, box);
+}
+
+void PageCanvas::Add(PageShape&& shape, PagePaint&& paint, Merging merging, Clip const& clip)
+{
+    // Mitred corners reach out farther than the width.
+    static constexpr double kMitreReach = 6.0;
+    static constexpr std::size_t kLargest = 1 << 16;
+    CRect reach = shape.Box();
+    int const margin = 1 + (paint.pen ? static_cast<int>(paint.pen->width * kMitreReach) : 0);
+    reach.InflateRect(margin, margin);
+    if (m_finished || shape.IsEmpty() || !IsVisible(reach, clip))
+        return;
+    bool const joins = merging == Merging::Yes && m_pending && m_pending->shape.points.size() < kLargest
+        && m_pending->shape.offset == shape.offset && Same(m_pending->paint, paint) && Same(m_pending->clip, clip);
+    if (!joins) {
+        Flush();
+        if (merging == Merging::Yes)
+            m_pending = Pending { std::move(shape), std::move(paint), clip };
+        else
+            DrawShape(shape, paint, clip);
+        return;
+    }
+    PageShape& target = m_pending->shape;
+    target.arcs.insert(target.arcs.end(), shape.arcs.begin(), shape.arcs.end());
+    for (std::size_t i = 0; i < shape.figures.size(); ++i) {
+        auto points = shape.PointsOf(i);
+        // A line that starts where the last one ended goes on with it.
+        bool const goesOn = paint.pen && paint.pen->dashes.empty() && (paint.pen->round || paint.pen->width <= 1.0)
+            && !shape.figures[i].closed && !target.figures.empty() && !target.figures.back().closed
+            && target.points.back() == points.front();
+        if (goesOn)
+            target.points.insert(target.points.end(), points.begin() + 1, points.end());
+        else
+            target.Add(points, shape.figures[i].closed);
+    }
+}
+
+void PageCanvas::Flush()
+{
+    if (!m_pending)
+        return;
+    Pending const pending = std::move(*m_pending);
+    m_pending.reset();
+    DrawShape(pending.shape, pending.paint, pending.clip);
+}
+
+std::string PageCanvas::Finish()
+{
+    if (m_finished)
+        return {};
+    Flush();
+    m_finished = true;
+    return FinishDocument();
+}
+
+std::unique_ptr<PageSurface> MakePageSurface(PageSetup const& setup)
+{
+    return setup.format == PageFormat::Svg ? MakeSvgPage(setup) : MakeCairoPage(setup);
+}
+
+} // namespace ombrel

@@ -1,0 +1,36 @@
+#pragma once
+#include "ombrel/platform/gdi/Surface.h"
+
+#include <memory>
+#include <string>
+
+namespace ombrel {
+
+enum class PageFormat { Pdf, Svg, PostScript };
+
+/// A printed page: its size, and what its document information says.
+struct PageSetup {
+    PageFormat format = PageFormat::Pdf;
+    double widthMm = 297.0;
+    double heightMm = 210.0;
+    CString title;
+    CString description;
+    /// Seconds since 1970 for the document's date.
+    long long creationTime = 0;
+};
+
+/// A printer with one page: device pixels at 600 to the inch, real millimetres. Lines stay lines, text stays text.
+class PageSurface : public Surface {
+public:
+    /// The bytes of the finished document; the surface takes no more drawing after it.
+    /// Throws CResourceException* when the document cannot be made.
+    virtual std::string Finish() = 0;
+    bool IsPrinting() const override { return true; }
+};
+
+inline constexpr int kPageDotsPerInch = 600;
+
+/// Sides of 1 … 5080 mm (beyond, they are limited).
+std::unique_ptr<PageSurface> MakePageSurface(PageSetup const& setup);
+
+} // namespace ombrel

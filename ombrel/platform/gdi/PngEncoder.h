@@ -1,0 +1,25 @@
+#pragma once
+#include "ombrel/platform/gdi/Raster.h"
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace ombrel {
+
+/// What a PNG file says besides its pixels.
+struct PngSettings {
+    /// 0 leaves it open.
+    int dotsPerInch = 96;
+    /// Keyword and UTF-8 text of each entry ("Title", "Software", …).
+    std::vector<std::pair<std::string, std::string>> texts;
+    /// The colour of pixels that show what is behind the picture.
+    std::optional<COLORREF> transparent;
+};
+
+/// The picture as the bytes of a PNG file: with a palette when it has at most 256 colours, else true colour.
+/// The same picture gives the same bytes. Throws CResourceException* when libpng fails.
+std::string EncodePng(Raster const& raster, PngSettings const& settings);
+
+} // namespace ombrel

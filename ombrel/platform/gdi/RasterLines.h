@@ -1,0 +1,57 @@
+#pragma once
+#include "ombrel/platform/gdi/CoverageMask.h"
+#include "ombrel/platform/gdi/DashPattern.h"
+#include "ombrel/platform/gdi/LinePixels.h"
+#include "ombrel/platform/gdi/RasterCanvas.h"
+
+#include <optional>
+
+namespace ombrel {
+
+/// How lines of one pixel are drawn.
+struct ThinPen {
+    Ink ink;
+    /// Painted between the dashes when present.
+    std::optional<Ink> gap;
+    DashPattern dashes;
+    Halves halves = Halves::Smaller;
+    /// Whether the last point of a segment belongs to it.
+    bool withEnd = false;
+};
+
+/// Draws figures of one-pixel lines; the pattern starts at the first point of each and runs on over its vertices.
+/// The mask is used where pixels must not be painted twice, or where it is faster.
+void DrawThinLines(RasterCanvas const& canvas, CoverageMask& mask, Figures const& figures, ThinPen const& pen);
+
+/// The pattern of a device context's pen style; solid for the others.
+DashPattern PatternOfStyle(int style);
+
+/// Draws pixels, in order, with a device context's pen: its dot stamped on each of them, the pattern when it is thin.
+void DrawPixels(RasterCanvas const& canvas, CoverageMask& mask, std::span<CPoint const> pixels, LineStyle const& line);
+
+/// Draws lines with a device context's pen of width 2 and more: its round dot moved along them, both ends included.
+void DrawWideLines(
+    RasterCanvas const& canvas, CoverageMask& mask, std::span<CPoint const> points, LineStyle const& line);
+
+/// The points of figure i.
+inline std::span<CPoint const> FigurePoints(Figures const& figures, std::size_t i)
+{
+    if (figures.starts.empty())
+        return figures.points;
+    std::size_t const size = figures.points.size();
+    std::size_t const begin = std::min(figures.starts[i], size);
+    std::size_t const end = i + 1 < figures.starts.size() ? std::min(figures.starts[i + 1], size) : size;
+    return figures.points.subspan(begin, end > begin ? end - begin : 0);
+}
+inline std::size_t FigureCount(Figures const& figures) { return figures.starts.empty() ? 1 : figures.starts.size(); }
+
+/// What figures cover of the canvas, margin pixels more on every side than their points.
+struct FiguresExtent {
+    CRect box;
+    /// Visible lengths along both axes, summed over the segments.
+    double across = 0.0;
+    double down = 0.0;
+};
+FiguresExtent MeasureFigures(RasterCanvas const& canvas, Figures const& figures, int margin);
+
+} // namespace ombrel

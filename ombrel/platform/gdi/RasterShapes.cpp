@@ -1,0 +1,199 @@
+#include "ombrel/platform/gdi/Coordinates.h"
+#include "ombrel/platform/gdi/EllipsePixels.h"
+#include "ombrel/platform/gdi/PolygonScan.h"
+#include "ombrel/platform/gdi/RasterLines.h"
+#include "ombrel/platform/gdi/RasterSurface.h"
+#include "ombrel/platform/gdi/StrokeBands.h"
+
+#include <array>
+#include <cmath>
+#include <numbers>
+
+namespace ombrel {
+
+namespace {
+
+/// Pens wider than this are as wide as this.
+constexpr int kWidestPen = 4096;
+
+/// The dot of a wide pen: the filled ellipse of its width, the same along both axes.
+class PenDot {
+public:
+    explicit PenDot(int width)
+        : m_width(std::min(width, kWidestPen))
+    {
+        CRect const box(0, 0, m_width, m_width);
+        m_lines = EllipseRows(box, EllipseOutline(box));
+        for (EllipseRow& line : m_lines)
+            line = { line.left - m_width / 2, line.right - m_width / 2 + 1 };
+    }
+    int Width() const { return m_width; }
+    /// Stamps the dot on all positions v0 … v1 (both included) of line u.
+    void Stamp(CoverageMask& mask, int u, int v0, int v1) const
+    {
+        int line = u - m_width / 2;
+        for (EllipseRow const& row : m_lines)
+            mask.FillRun(line++, v0 + row.left, v1 + row.right);
+    }
+
+private:
+    int m_width;
+    /// Relative to the point stamped; right is excluded.
+    std::vector<EllipseRow> m_lines;
+};
+
+/// Draws a line with the dot, both ends included: upright and level ones by moving it along, others as the band between
+/// the dots at their ends.
+void StampLine(CoverageMask& mask, PenDot const& dot, CPoint from, CPoint to)
+{
+    bool const columns = mask.HasColumns();
+    int const u0 = columns ? from.x : from.y;
+    int const v0 = columns ? from.y : from.x;
+    int const u1 = columns ? to.x : to.y;
+    int const v1 = columns ? to.y : to.x;
+    if (u0 == u1) {
+        dot.Stamp(mask, u0, std::min(v0, v1), std::max(v0, v1));
+        return;
+    }
+    dot.Stamp(mask, u0, v0, v0);
+    dot.Stamp(mask, u1, v1, v1);
+    if (v0 == v1) {
+        int const first = std::max(std::min(u0, u1), mask.UBegin());
+        int const last = std::min(std::max(u0, u1) + 1, mask.UEnd());
+        int const low = v0 - dot.Width() / 2;
+        for (int u = first; u < last; ++u)
+            mask.FillRun(u, low, low + dot.Width());
+        return;
+    }
+    StrokeSegment band;
+    band.start = { static_cast<double>(u0), static_cast<double>(v0) };
+    band.delta = { static_cast<double>(u1) - u0, static_cast<double>(v1) - v0 };
+    band.length = std::hypot(band.delta.u, band.delta.v);
+    CoverBand(mask, band, dot.Width() / 2.0, DashPattern());
+}
+
+/// Points round an ellipse too large to be followed pixel by pixel, a chord at most half a pixel inside.
+std::vector<CPoint> EllipsePolygon(CRect const& box)
+{
+    double const a = 0.5 * (static_cast<double>(box.right) - box.left - 1.0);
+    double const b = 0.5 * (static_cast<double>(box.bottom) - box.top - 1.0);
+    int const count = static_cast<int>(std::min(20000.0, 4.0 + std::numbers::pi * std::sqrt(std::max(a, b))));
+    std::vector<CPoint> points;
+    for (int i = 0; i <= count; ++i) {
+        double const angle = 2.0 * std::numbers::pi * (i % count) / count;
+        points.push_back({ static_cast<int>(std::lround(box.left + a - a * std::cos(angle))),
+            static_cast<int>(std::lround(box.top + b + b * std::sin(angle))) });
+    }
+    return points;
+}
+
+bool IsTooLarge(CRect const& box) { return box.Width() > kLargestEllipse || box.Height() > kLargestEllipse; }
+
+CRect NormalBox(CRect const& box)
+{
+    CRect normal = ClampRect(box);
+    normal.NormalizeRect();
+    return normal;
+}
+
+} // namespace
+
+void DrawPixels(RasterCanvas const& canvas, CoverageMask& mask, std::span<CPoint const> pixels, LineStyle const& line)
+{
+    if (line.width > 1) {
+        FiguresExtent const extent = MeasureFigures(canvas, { pixels, {} }, std::min(line.width, kWidestPen));
+        if (extent.box.IsRectEmpty())
+            return;
+        PenDot const dot(line.width);
+        mask.Begin(extent.box, CoverageMask::Lines::Rows);
+        for (CPoint const& p : pixels)
+            dot.Stamp(mask, p.y, p.x, p.x);
+        mask.Flush(canvas, canvas.InkOf({ line.colour, 255 }));
+        return;
+    }
+    DashPattern const pattern = PatternOfStyle(line.style);
+    std::uint32_t const on = canvas.Pixel(line.colour);
+    std::uint32_t const off = canvas.Pixel(line.gapColour.value_or(line.colour));
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        CPoint const p = pixels[i];
+        bool const isOn = pattern.IsOn(static_cast<double>(i));
+        if ((isOn || line.gapColour) && canvas.Contains(p))
+            canvas.Row(p.y)[p.x] = isOn ? on : off;
+    }
+}
+
+void DrawWideLines(
+    RasterCanvas const& canvas, CoverageMask& mask, std::span<CPoint const> points, LineStyle const& line)
+{
+    FiguresExtent const extent = MeasureFigures(canvas, { points, {} }, std::min(line.width, kWidestPen));
+    if (extent.box.IsRectEmpty())
+        return;
+    PenDot const dot(line.width);
+    bool const upright = extent.down > extent.across;
+    mask.Begin(extent.box, upright ? CoverageMask::Lines::Columns : CoverageMask::Lines::Rows);
+    for (std::size_t i = 1; i < points.size(); ++i)
+        StampLine(mask, dot, ClampPoint(points[i - 1]), ClampPoint(points[i]));
+    mask.Flush(canvas, canvas.InkOf({ line.colour, 255 }));
+}
+
+void RasterSurface::Ellipse(CRect const& box, LineStyle const* outline, COLORREF const* fill, Clip const& clip)
+{
+    RasterCanvas const canvas(m_raster.get(), clip);
+    CRect const normal = NormalBox(box);
+    CRect reached = normal;
+    if (outline)
+        reached.InflateRect(outline->width, outline->width);
+    if (canvas.IsEmpty() || !reached.IntersectRect(reached, canvas.Box()))
+        return;
+    if (IsTooLarge(normal)) {
+        std::vector<CPoint> const polygon = EllipsePolygon(normal);
+        if (fill)
+            FillRegion(Region::FromPolygon(polygon, ALTERNATE), *fill, clip);
+        if (outline)
+            Polyline(polygon, *outline, clip);
+        return;
+    }
+    std::vector<CPoint> const pixels = EllipseOutline(normal);
+    if (fill && !pixels.empty()) {
+        std::uint32_t const pixel = canvas.Pixel(*fill);
+        int y = normal.top;
+        for (EllipseRow const& row : EllipseRows(normal, pixels))
+            canvas.FillSpan(y++, row.left, row.right + 1, pixel);
+    }
+    if (outline && outline->style != PS_NULL)
+        DrawPixels(canvas, m_mask, pixels, *outline);
+}
+
+void RasterSurface::Arc(CRect const& box, CPoint start, CPoint end, LineStyle const& line, Clip const& clip)
+{
+    RasterCanvas const canvas(m_raster.get(), clip);
+    CRect const normal = NormalBox(box);
+    if (canvas.IsEmpty() || line.style == PS_NULL)
+        return;
+    if (!IsTooLarge(normal)) {
+        DrawPixels(canvas, m_mask, ArcPixels(normal, ClampPoint(start), ClampPoint(end)), line);
+        return;
+    }
+    // The chords of the large ellipse that lie between the radials.
+    auto const angle = [&normal](CPoint p) {
+        double const x = p.x - 0.5 * (static_cast<double>(normal.left) + normal.right);
+        double const y = p.y - 0.5 * (static_cast<double>(normal.top) + normal.bottom);
+        return std::atan2(-y, x);
+    };
+    auto const turnFrom = [](double from, double to) {
+        double const turn = to - from;
+        return turn < 0.0 ? turn + 2.0 * std::numbers::pi : turn;
+    };
+    std::vector<CPoint> points = EllipsePolygon(normal);
+    points.pop_back();
+    double const from = angle(start);
+    double sweep = turnFrom(from, angle(end));
+    if (sweep == 0.0)
+        sweep = 2.0 * std::numbers::pi;
+    auto const before = [&](CPoint a, CPoint b) { return turnFrom(from, angle(a)) < turnFrom(from, angle(b)); };
+    std::stable_sort(points.begin(), points.end(), before);
+    std::erase_if(points, [&](CPoint p) { return turnFrom(from, angle(p)) > sweep; });
+    Polyline(points, line, clip);
+}
+
+} // namespace ombrel

@@ -1,0 +1,138 @@
+#include "ombrel/platform/gdi/RasterSurface.h"
+
+#include "ombrel/platform/gdi/Coordinates.h"
+#include "ombrel/platform/gdi/HatchPatterns.h"
+#include "ombrel/platform/gdi/PolygonScan.h"
+#include "ombrel/platform/gdi/TextEngine.h"
+
+namespace ombrel {
+
+namespace {
+
+/// Calls span(y, left, right) for the parts of a region that lie in the canvas's box.
+template <typename EachSpan> void ForSpans(Region const& region, RasterCanvas const& canvas, EachSpan&& each)
+{
+    CRect box;
+    if (!box.IntersectRect(region.Box(), canvas.Box()))
+        return;
+    if (region.IsRect()) {
+        for (int y = box.top; y < box.bottom; ++y)
+            each(y, box.left, box.right);
+    } else if (!region.Outline().empty()) {
+        // A shape that is filled once need not keep its spans.
+        PolygonScan(region.Outline(), region.OutlineMode(), box.top, box.bottom).Run(each);
+    } else {
+        for (Region::Span const& s : region.Spans(box.top, box.bottom))
+            each(s.y, s.left, s.right);
+    }
+}
+
+} // namespace
+
+VectorBrush VectorBrush::Hatch(int style, VectorColour foreground, VectorColour background)
+{
+    if (style < 0 || style >= kHatchStyles)
+        return { foreground, {}, {} };
+    return { foreground, style, background };
+}
+
+RasterSurface::RasterSurface(std::shared_ptr<Raster> raster)
+    : m_raster(std::move(raster))
+{
+}
+
+std::unique_ptr<Surface> MakeRasterSurface(std::shared_ptr<Raster> raster)
+{
+    return std::make_unique<RasterSurface>(std::move(raster));
+}
+
+DeviceCapabilities const& RasterSurface::Capabilities() const
+{
+    static constexpr DeviceCapabilities kScreen;
+    return kScreen;
+}
+
+void RasterSurface::FillRect(CRect const& rect, COLORREF colour, Clip const& clip)
+{
+    RasterCanvas const canvas(m_raster.get(), clip);
+    CRect normal = rect;
+    normal.NormalizeRect();
+    canvas.FillBox(normal, canvas.Pixel(colour));
+}
+
+void RasterSurface::FillRegion(Region const& region, COLORREF colour, Clip const& clip)
+{
+    if (region.IsRect()) {
+        FillRect(region.Box(), colour, clip);
+        return;
+    }
+    RasterCanvas const canvas(m_raster.get(), clip);
+    std::uint32_t const pixel = canvas.Pixel(colour);
+    ForSpans(region, canvas, [&](int y, int left, int right) { canvas.FillSpan(y, left, right, pixel); });
+}
+
+void RasterSurface::SetPixel(CPoint p, COLORREF colour, Clip const& clip)
+{
+    RasterCanvas const canvas(m_raster.get(), clip);
+    if (canvas.Contains(p))
+        canvas.Row(p.y)[p.x] = canvas.Pixel(colour);
+}
+
+std::optional<COLORREF> RasterSurface::GetPixel(CPoint p) const
+{
+    if (!Bounds().PtInRect(p))
+        return {};
+    return Raster::ToColour(m_raster->Row(p.y)[p.x]);
+}
+
+void RasterSurface::Text(TextRun const& run, Clip const& clip)
+{
+    RasterCanvas const canvas(m_raster.get(), clip);
+    if (canvas.IsEmpty() || !run.font || run.text.IsEmpty())
+        return;
+    CPoint const at = ClampPoint(run.at);
+    if (run.cellColour) {
+        CSize const size = MeasureText(*run.font, run.text);
+        CRect const cell = run.font->lfEscapement == 900 ? CRect(at.x, at.y - size.cx, at.x + size.cy, at.y)
+                                                          : CRect(at.x, at.y, at.x + size.cx, at.y + size.cy);
+        canvas.FillBox(cell, canvas.Pixel(*run.cellColour));
+    }
+    std::shared_ptr<TextMask const> const mask = RenderText(*run.font, run.text);
+    Ink const ink = canvas.InkOf({ run.colour, 255 });
+    CPoint const corner = MovePoint(at, mask->offset);
+    int const first = std::max(0, canvas.Box().top - corner.y);
+    int const last = std::min(mask->height, canvas.Box().bottom - corner.y);
+    for (int row = first; row < last; ++row)
+        canvas.PaintCoverage(corner.y + row, corner.x, mask->width,
+            mask->coverage.data() + static_cast<std::size_t>(row) * static_cast<std::size_t>(mask->width), ink);
+}
+
+void RasterSurface::Fill(Region const& region, VectorBrush const& brush, Clip const& clip)
+{
+    RasterCanvas const canvas(m_raster.get(), clip);
+    if (canvas.IsEmpty())
+        return;
+    if (brush.hatchStyle) {
+        HatchPainter const painter(brush, canvas.IsMono());
+        ForSpans(region, canvas, [&](int y, int left, int right) {
+            canvas.ForVisible(y, left, right,
+                [&](std::uint32_t* p, int from, int to) { painter.Paint(p, y, from, to); });
+        });
+        return;
+    }
+    Ink const ink = canvas.InkOf(brush.foreground);
+    if (ink.alpha == 255 || (ink.mono && ink.alpha >= 128)) {
+        FillRegion(region, brush.foreground.colour, clip);
+        return;
+    }
+    if (ink.mono)
+        return;
+    PixelBlend const blend(ink.pixel, ink.alpha);
+    ForSpans(region, canvas, [&](int y, int left, int right) {
+        canvas.ForVisible(y, left, right, [&blend](std::uint32_t* p, int from, int to) {
+            std::transform(p, p + (to - from), p, blend);
+        });
+    });
+}
+
+} // namespace ombrel

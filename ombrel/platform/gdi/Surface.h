@@ -1,0 +1,136 @@
+#pragma once
+#include "ombrel/platform/framework/String.h"
+#include "ombrel/platform/gdi/GdiObjects.h"
+#include "ombrel/platform/gdi/Raster.h"
+#include "ombrel/platform/gdi/Region.h"
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace ombrel {
+
+/// What a device says of itself; sizes of the whole device, not of a bitmap selected into it.
+struct DeviceCapabilities {
+    int technology = 1;
+    int horzSize = 271;
+    int vertSize = 203;
+    int horzRes = 1024;
+    int vertRes = 768;
+    int logPixelsX = 96;
+    int logPixelsY = 96;
+    int bitsPixel = 32;
+    int planes = 1;
+};
+
+/// A line of the device context's pen.
+struct LineStyle {
+    int style = PS_SOLID;
+    int width = 1;
+    COLORREF colour = 0;
+    /// The colour between dashes; without one they are left alone.
+    std::optional<COLORREF> gapColour;
+};
+
+/// A colour with its opacity, 0 transparent … 255 opaque.
+struct VectorColour {
+    COLORREF colour = 0;
+    BYTE alpha = 255;
+};
+
+/// A pen of the anti-aliasing vector interface: flat ends, mitred corners.
+struct VectorPen {
+    VectorColour colour;
+    double width = 1.0;
+    /// Lengths "on", "off", … in multiples of the width, from the first point on; empty is solid.
+    std::span<double const> dashes;
+};
+
+inline constexpr int kHatchStyles = 53;
+
+/// A solid fill, or one of the 53 hatch styles anchored to the device's pixel (0, 0).
+struct VectorBrush {
+    VectorColour foreground;
+    /// 0 … 52; none for a solid brush.
+    std::optional<int> hatchStyle;
+    VectorColour background { 0, 0 };
+    static VectorBrush Solid(COLORREF c) { return { { c, 255 }, {}, {} }; }
+    /// Styles outside 0 … 52 give a solid brush.
+    static VectorBrush Hatch(int style, VectorColour foreground, VectorColour background);
+};
+
+/// Open figures of straight segments: figure i runs from starts[i] to the next start; no starts is one figure of all.
+struct Figures {
+    std::span<CPoint const> points;
+    std::span<std::size_t const> starts;
+};
+
+/// One text output.
+struct TextRun {
+    CString text;
+    /// The reference point: the cell's top-left corner, about which vertical text is turned.
+    CPoint at;
+    LOGFONT const* font = nullptr;
+    COLORREF colour = 0;
+    /// Fills the cell when present.
+    std::optional<COLORREF> cellColour;
+};
+
+enum RasterOperation : DWORD {
+    SRCCOPY = 0x00CC0020,
+    SRCAND = 0x008800C6,
+    SRCPAINT = 0x00EE0086,
+    SRCINVERT = 0x00660046,
+    NOTSRCCOPY = 0x00330008,
+};
+
+/// A copy of part of a bitmap; the rectangles have the same size or the picture is stretched.
+struct ImageCopy {
+    Raster const* source = nullptr;
+    CRect from;
+    CRect to;
+    DWORD operation = SRCCOPY;
+    /// Colours that a 1-bit source's zeros and ones become.
+    COLORREF zeroColour = 0;
+    COLORREF oneColour = 0xFFFFFF;
+    /// The source colour that becomes white in a 1-bit destination.
+    COLORREF maskColour = 0xFFFFFF;
+};
+
+/// Where a device context's primitives go, in device pixels, y down. Coordinates lie within ±32768 or so.
+class Surface {
+public:
+    virtual ~Surface() = default;
+    virtual DeviceCapabilities const& Capabilities() const = 0;
+    /// The pixels that can be drawn on.
+    virtual CRect Bounds() const = 0;
+    /// A page of a printer rather than a screen.
+    virtual bool IsPrinting() const { return false; }
+
+    /// Lines one after the other with the last point left out; a start equal to its end draws nothing (width 1).
+    virtual void Polyline(std::span<CPoint const> points, LineStyle const& line, Clip const& clip) = 0;
+    /// The outline by outline (when given), filled (when given) with a colour; right and bottom edges excluded.
+    virtual void Ellipse(CRect const& box, LineStyle const* outline, COLORREF const* fill, Clip const& clip) = 0;
+    /// The outline counter-clockwise from the radial through start to that through end.
+    virtual void Arc(CRect const& box, CPoint start, CPoint end, LineStyle const& line, Clip const& clip) = 0;
+    virtual void FillRect(CRect const& rect, COLORREF colour, Clip const& clip) = 0;
+    virtual void FillRegion(Region const& region, COLORREF colour, Clip const& clip) = 0;
+    virtual void SetPixel(CPoint p, COLORREF colour, Clip const& clip) = 0;
+    /// Nothing where the surface keeps no pixels or p lies outside it.
+    virtual std::optional<COLORREF> GetPixel(CPoint) const { return {}; }
+    virtual void Text(TextRun const& run, Clip const& clip) = 0;
+    virtual void Image(ImageCopy const& copy, Clip const& clip) = 0;
+
+    /// Lines of the vector interface: both ends included at width 1.
+    virtual void Stroke(Figures const& figures, VectorPen const& pen, bool smooth, Clip const& clip) = 0;
+    virtual void Fill(Region const& region, VectorBrush const& brush, Clip const& clip) = 0;
+
+    /// The bitmap that a raster surface draws on, else null.
+    virtual Raster const* GetRaster() const { return nullptr; }
+};
+
+/// A surface that draws on a bitmap in memory and reports the screen's capabilities.
+std::unique_ptr<Surface> MakeRasterSurface(std::shared_ptr<Raster> raster);
+
+} // namespace ombrel
