@@ -1,0 +1,22 @@
+#pragma once
+#include "ombrel/platform/framework/Exception.h"
+
+namespace ombrel {
+
+/// An error in a file that the user chose, with the message to show. Thrown by pointer, newly allocated; the catcher
+/// deletes it.
+class CVException : public CException {
+public:
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    CVException() = default;
+    explicit CVException(CString const& text)
+        : message(text)
+    {
+    }
+    CString GetErrorMessage() const override { return message; }
+
+    CString message;
+};
+
+} // namespace ombrel

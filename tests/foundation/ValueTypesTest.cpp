@@ -1,0 +1,233 @@
+#include "ombrel/foundation/CoordTransform.h"
+#include "ombrel/foundation/FaceIndices.h"
+#include "ombrel/foundation/FontData.h"
+#include "ombrel/foundation/PathName.h"
+#include "ombrel/foundation/RealTypes.h"
+#include "ombrel/foundation/Vertex.h"
+#include "tests/model/ArchiveBytes.h"
+
+#include <gtest/gtest.h>
+#include <limits>
+#include <unordered_map>
+
+namespace ombrel {
+namespace {
+
+using test::Bytes;
+using test::Load;
+using test::Stored;
+
+TEST(ValueTypes, HaveTheirBytesInArchives)
+{
+    CRealPoint point(1.5, -2.0);
+    CRealRect rect(0.0, 10.0, 20.0, 5.0);
+    CVertex vertex(1.0, 2.0, 3.0);
+    CNormal normal(0.0, 0.0, 1.0);
+    CCoordTransform transform(CCoordTransform::ctRotate, 90.0, 0.0, 45.0);
+    CFontData font("Times", 700, 1, 0.85);
+    struct Case {
+        CObject* object;
+        Bytes bytes;
+    };
+    Case const cases[] = {
+        { &point, Bytes().Int(1).Double(1.5, -2.0) },
+        { &rect, Bytes().Int(1).Int(1).Double(0.0, 10.0).Int(1).Double(20.0, 5.0) },
+        { &vertex, Bytes().Int(1).Double(1.0, 2.0, 3.0) },
+        { &normal, Bytes().Int(1).Double(0.0, 0.0, 1.0) },
+        { &transform, Bytes().Int(1).Int(1).Double(90.0, 0.0, 45.0) },
+        { &font, Bytes().Int(1).Text("Times").Int(700, 1).Double(0.85) },
+    };
+    for (Case const& c : cases) {
+        char const* const name = c.object->GetRuntimeClass().name;
+        EXPECT_EQ(Stored(*c.object), c.bytes) << name;
+        CRuntimeClass const& runtimeClass = c.object->GetRuntimeClass();
+        ASSERT_TRUE(runtimeClass.create) << name;
+        std::unique_ptr<CObject> const copy = runtimeClass.create();
+        EXPECT_TRUE(Load(*copy, c.bytes)) << name;
+        EXPECT_EQ(Stored(*copy), c.bytes) << name;
+    }
+}
+
+TEST(ValueTypes, LoadingARectangleRefreshesItsEdges)
+{
+    CRealRect rect(1.0, 2.0, 3.0, 4.0);
+    // The version in the stream does not matter.
+    ASSERT_TRUE(Load(rect, Bytes().Int(7).Int(8).Double(-1.0, 9.0).Int(1).Double(6.0, -3.0)));
+    EXPECT_EQ(rect.left, -1.0);
+    EXPECT_EQ(rect.top, 9.0);
+    EXPECT_EQ(rect.right, 6.0);
+    EXPECT_EQ(rect.bottom, -3.0);
+    EXPECT_EQ(rect.Width(), 7.0);
+    EXPECT_EQ(rect.Height(), 12.0);
+}
+
+TEST(ValueTypes, ARectangleKeepsCornersInAnyOrder)
+{
+    CRealRect const rect(CRealPoint(5.0, 1.0), CRealPoint(2.0, 3.0));
+    CRealRect const copy = rect;
+    EXPECT_EQ(copy, rect);
+    EXPECT_EQ(copy.Width(), -3.0);
+    EXPECT_EQ(copy.Height(), -2.0);
+    EXPECT_EQ(copy.left, 5.0);
+    EXPECT_EQ(copy.bottom, 3.0);
+}
+
+TEST(ValueTypes, VerticesCompareExactlyOrInSinglePrecision)
+{
+    double const nan = std::numeric_limits<double>::quiet_NaN();
+    struct Case {
+        CVertex other;
+        bool equal;
+        bool floatEqual;
+    };
+    Case const cases[] = {
+        { CVertex(1, 2, 3), true, true },
+        { CVertex(1, 2, 3.0000000001), false, true },
+        { CVertex(1, 2, 3.000001), false, false },
+        { CVertex(1, nan, 3), false, false },
+    };
+    CVertex const vertex(1, 2, 3);
+    for (Case const& c : cases) {
+        EXPECT_EQ(vertex == c.other, c.equal) << c.other.Z();
+        EXPECT_EQ(vertex.FloatEq(c.other), c.floatEqual ? 1 : 0) << c.other.Z();
+    }
+}
+
+TEST(ValueTypes, VerticesScaleByOneOrThreeFactors)
+{
+    CVertex vertex(1, 2, 3);
+    CVertex const doubled = vertex * 2.0 + CVertex(1, 1, 1);
+    EXPECT_EQ(doubled, CVertex(3, 5, 7));
+    double const factors[] = { 10.0, 0.5, -1.0 };
+    vertex.Scale(factors);
+    EXPECT_EQ(vertex, CVertex(10, 1, -3));
+    vertex.Scale(2.0);
+    EXPECT_EQ(vertex, CVertex(20, 2, -6));
+}
+
+TEST(ValueTypes, FacesAreFoundByTheirVerticesInAnyOrder)
+{
+    CFaceIndices face(7, 3, 9, 1);
+    CFaceIndices turned(9, 7, 3, 1);
+    EXPECT_FALSE(face == turned);
+    face.Sort();
+    turned.Sort();
+    EXPECT_EQ(face, CFaceIndices(1, 3, 7, 9));
+    EXPECT_EQ(face, turned);
+    EXPECT_EQ(face.Sum(), 4401U);
+    std::unordered_map<CFaceIndices, int, FaceIndicesHash> faces;
+    ++faces[face];
+    ++faces[turned];
+    EXPECT_EQ(faces[face], 2);
+    // The key wraps: 300 · 0xFFFFFFFF is −300.
+    CFaceIndices large(0xFFFFFFFF, 0, 0, 0);
+    large.Sort();
+    EXPECT_EQ(large.Sum(), static_cast<DWORD>(-300));
+}
+
+TEST(ValueTypes, RotationsAreRightHandedAboutEachAxis)
+{
+    struct Case {
+        double angles[3];
+        CVertex from;
+        CVertex to;
+    };
+    Case const cases[] = {
+        { { 90, 0, 0 }, CVertex(0, 1, 0), CVertex(0, 0, 1) },
+        { { 0, 90, 0 }, CVertex(0, 0, 1), CVertex(1, 0, 0) },
+        { { 0, 0, 90 }, CVertex(1, 0, 0), CVertex(0, 1, 0) },
+        // About x, then y, then z.
+        { { 90, 90, 0 }, CVertex(0, 1, 0), CVertex(1, 0, 0) },
+        { { 90, 90, 90 }, CVertex(0, 1, 0), CVertex(0, 1, 0) },
+        { { 0, 90, 90 }, CVertex(0, 0, 1), CVertex(0, 1, 0) },
+    };
+    for (Case const& c : cases) {
+        CVertex v = c.from;
+        CCoordTransform(CCoordTransform::ctRotate, c.angles[0], c.angles[1], c.angles[2]).Transform(v[0], v[1], v[2]);
+        for (int i = 0; i < 3; ++i)
+            EXPECT_NEAR(v[i], c.to[i], 1e-12) << c.angles[0] << ' ' << c.angles[1] << ' ' << c.angles[2];
+    }
+}
+
+TEST(ValueTypes, TransformsApplyInOrderAndCopiesAreTheirOwn)
+{
+    CTransformArray transforms;
+    transforms.Add(CCoordTransform(CCoordTransform::ctTranslate, 1, 0, 0));
+    transforms.Add(CCoordTransform(CCoordTransform::ctScale, 2, 2, 2));
+    transforms.Add(CCoordTransform(static_cast<CCoordTransform::Type>(9), 5, 5, 5));
+    CTransformArray copy;
+    copy = transforms;
+    copy = *&copy;
+    transforms.Clear();
+    double x = 0.0;
+    double y = 1.0;
+    double z = 0.0;
+    copy.Transform(x, y, z);
+    EXPECT_EQ(CVertex(x, y, z), CVertex(2, 2, 0));
+    EXPECT_EQ(transforms.GetSize(), 0);
+}
+
+TEST(ValueTypes, TransformArraysAreStoredAsObjectsOfTheirClass)
+{
+    RegisterClass(CCoordTransform::kClass);
+    RegisterClass(CRealPoint::kClass);
+    CTransformArray transforms;
+    transforms.Add(CCoordTransform(CCoordTransform::ctTranslate, 1, 2, 3));
+    transforms.Add(CCoordTransform(CCoordTransform::ctScale, 4, 5, 6));
+    Bytes const bytes = Bytes().Int(1).Short(2).NewClass("CCoordTransform").Int(1, 0).Double(1.0, 2.0, 3.0);
+    Bytes const rest = Bytes().Short(0x8001).Int(1, 2).Double(4.0, 5.0, 6.0);
+    Bytes const all = Bytes(bytes).Add(rest);
+    EXPECT_EQ(Stored(transforms), all);
+    CTransformArray loaded;
+    ASSERT_TRUE(Load(loaded, all));
+    EXPECT_EQ(Stored(loaded), all);
+
+    // Another class, a null entry, and a count that the bytes do not bear out.
+    EXPECT_FALSE(Load(loaded, Bytes().Int(1).Short(1).NewClass("CRealPoint").Int(1).Double(1.0, 2.0)));
+    EXPECT_FALSE(Load(loaded, Bytes().Int(1).Short(1).Short(0)));
+    EXPECT_FALSE(Load(loaded, bytes));
+}
+
+TEST(ValueTypes, FontsDescribeThemselves)
+{
+    EXPECT_EQ(CFontData().BuildString(), "Arial");
+    EXPECT_EQ(CFontData("Arial", 700, 1, 1.0).BuildString(), "Arial Bold Italic");
+    EXPECT_EQ(CFontData("Arial", 600, 0, 1.0).BuildString(), "Arial");
+    EXPECT_EQ(CFontData("", 400, 7, 1.0).BuildString(), " Italic");
+}
+
+TEST(ValueTypes, PathsSplitAtBothSeparators)
+{
+    std::string const longName(300, 'n');
+    struct Case {
+        std::string path;
+        std::string drive;
+        std::string directoryPath;
+        std::string fileName;
+        std::string extension;
+        std::string directory;
+    };
+    Case const cases[] = {
+        { "C:\\dir\\sub\\file.txt", "C:", "C:\\dir\\sub\\", "file", ".txt", "dirsub" },
+        { "/home/user/data.v2.dem", "", "/home/user/", "data.v2", ".dem", "/home/user/" },
+        { "\\data\\", "", "\\data\\", "", "", "data" },
+        { "file", "", "", "file", "", "" },
+        { ".hidden", "", "", "", ".hidden", "" },
+        { "dir.d/file", "", "dir.d/", "file", "", "dir.d/" },
+        { "", "", "", "", "", "" },
+        { longName, "", "", longName.substr(0, 255), "", "" },
+    };
+    for (Case const& c : cases) {
+        CPathName const path { CString(c.path) };
+        EXPECT_EQ(path, CString(c.path));
+        EXPECT_EQ(path.GetDrive(), CString(c.drive)) << c.path;
+        EXPECT_EQ(path.GetDirectoryPath(), CString(c.directoryPath)) << c.path;
+        EXPECT_EQ(path.GetFileName(), CString(c.fileName)) << c.path;
+        EXPECT_EQ(path.GetExtension(), CString(c.extension)) << c.path;
+        EXPECT_EQ(path.GetDirectory(), CString(c.directory)) << c.path;
+        EXPECT_EQ(path.GetFilePath(), path.GetDirectoryPath() + path.GetFileName());
+    }
+}
+
+} // namespace
+} // namespace ombrel
