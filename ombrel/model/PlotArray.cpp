@@ -1,0 +1,168 @@
+#include "ombrel/model/PlotArray.h"
+#include "ombrel/drawing/Port.h"
+#include "ombrel/model/Graph.h"
+#include "ombrel/platform/framework/ArchiveFields.h"
+
+#include <algorithm>
+
+namespace ombrel {
+
+constinit CRuntimeClass const CPlotArray::kClass = PersistentClass<CPlotArray, CGraphComponent>("CPlotArray");
+
+namespace {
+
+template <typename Question> int AnyPlot(OwnedArray<CPlot> const& plots, Question question)
+{
+    return std::any_of(plots.begin(), plots.end(), question);
+}
+
+bool CanHaveColourKey(CPlotComponent const& curve)
+{
+    switch (curve.GetItemType()) {
+    case itSurface:
+    case it3DIrregularSurfaceCurve:
+        return curve.GetColourDescription() > 0;
+    case it3DLineArrayCurve:
+    case it3DScatterCurve:
+    case it2DContourCurve:
+    case it3DMeshCurve:
+    case it3DIrregBarCurve:
+    case it3DIrregLineArrayCurve:
+        return curve.NeedsColourKey() != 0;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+void CPlotArray::Serialize(CArchive& ar)
+{
+    CGraphComponent::Serialize(ar);
+    ArchiveFields f(ar);
+    f.Version(1);
+    f.Owned(m_plots);
+}
+
+void CPlotArray::SetGraph(CGraph* graph)
+{
+    CGraphComponent::SetGraph(graph);
+    for (CPlot* plot : m_plots)
+        plot->SetGraph(graph);
+}
+
+int CPlotArray::Modified() const
+{
+    return AnyPlot(m_plots, [](CPlot* p) { return p->Modified(); });
+}
+
+int CPlotArray::ZValPropertyModified() const
+{
+    return AnyPlot(m_plots, [](CPlot* p) { return p->ZValPropertyModified(); });
+}
+
+void CPlotArray::Draw(CPort* port)
+{
+    CRect clip;
+    if (GetGraph() && GetGraph()->GetPlotClipRect(clip))
+        port->SetClipRect(&clip);
+    for (CPlot* plot : m_plots)
+        plot->Draw(port);
+    port->SetClipRect(nullptr);
+}
+
+void CPlotArray::Draw()
+{
+    if (m_plots.IsEmpty() || !GetGraph())
+        return;
+    GetGraph()->SwitchClipping(true);
+    for (CPlot* plot : m_plots)
+        plot->Draw();
+    GetGraph()->SwitchClipping(false);
+}
+
+void CPlotArray::UpdateGraphParameters()
+{
+    for (CPlot* plot : m_plots)
+        plot->UpdateGraphParameters();
+}
+
+void CPlotArray::ResetModifiedFlags()
+{
+    CGraphComponent::ResetModifiedFlags();
+    for (CPlot* plot : m_plots)
+        plot->ResetModifiedFlags();
+}
+
+CObject* CPlotArray::GetObjectByTag(unsigned long tag)
+{
+    if (tag == GetTag())
+        return this;
+    for (CPlot* plot : m_plots) {
+        if (CObject* const found = plot->GetObjectByTag(tag))
+            return found;
+    }
+    return nullptr;
+}
+
+void CPlotArray::InvalidateDeviceObjects()
+{
+    for (CPlot* plot : m_plots)
+        plot->InvalidateDeviceObjects();
+}
+
+void CPlotArray::RestoreDeviceObjects()
+{
+    for (CPlot* plot : m_plots)
+        plot->RestoreDeviceObjects();
+}
+
+int CPlotArray::HasCurveWithColour(unsigned long colour) const
+{
+    return AnyPlot(m_plots, [colour](CPlot* p) { return p->HasCurveWithColour(colour); });
+}
+
+int CPlotArray::HasDefinedCurve() const
+{
+    return AnyPlot(m_plots, [](CPlot* p) { return p->HasDefinedCurve(); });
+}
+
+int CPlotArray::HasDateCurve() const
+{
+    return AnyPlot(m_plots, [](CPlot* p) { return p->HasDateCurve(); });
+}
+
+void CPlotArray::SortByTag()
+{
+    SelectionSortByTag(m_plots);
+    for (CPlot* plot : m_plots)
+        plot->SortByTag();
+}
+
+void CPlotArray::Set2DCurveScaleModes(int xScaleMode, int yScaleMode)
+{
+    for (CPlot* plot : m_plots) {
+        for (CPlotComponent* curve : plot->GetComponents())
+            curve->TakeOverScaleModes(xScaleMode == 1, yScaleMode == 1);
+    }
+}
+
+void CPlotArray::GetColourRampCurves(CDWordArray& tags, CStringArray& titles) const
+{
+    for (CPlot* plot : m_plots) {
+        for (CPlotComponent* curve : plot->GetComponents()) {
+            if (CanHaveColourKey(*curve)) {
+                tags.Add(static_cast<DWORD>(curve->GetTag()));
+                titles.Add(curve->GetTitle());
+            }
+        }
+    }
+}
+
+void CPlotArray::CheckForGeneralObjects()
+{
+    for (CPlot* plot : m_plots)
+        plot->CheckForGeneralObjects();
+}
+
+} // namespace ombrel

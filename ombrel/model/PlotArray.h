@@ -1,0 +1,56 @@
+#pragma once
+#include "ombrel/model/Plot.h"
+
+namespace ombrel {
+
+/// The plots of a graph, in drawing order. Owns them.
+class CPlotArray : public CGraphComponent {
+public:
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    CPlotArray() = default;
+    explicit CPlotArray(CGraph* graph) : CGraphComponent(graph) {}
+    void Serialize(CArchive& ar) override;
+
+    void SetGraph(CGraph* graph) override;
+    int Modified() const override;
+    int ZValPropertyModified() const override;
+    /// Draws every plot, clipped to the graph's plotting area.
+    void Draw(CPort* port) override;
+    /// Draws every plot in 3D, between switching the graph's clip planes on and off.
+    void Draw() override;
+    void UpdateGraphParameters() override;
+    void ResetModifiedFlags() override;
+    CObject* GetObjectByTag(unsigned long tag) override;
+    void InvalidateDeviceObjects() override;
+    void RestoreDeviceObjects() override;
+    bool IsArray() const override { return true; }
+    int GetNumItems() const override { return m_plots.GetSize(); }
+    CGraphComponent* GetItem(int index) const override { return m_plots.GetAt(index); }
+
+    /// Takes the plot over; returns its index.
+    int Add(CPlot* plot) { return m_plots.Add(std::unique_ptr<CPlot>(plot)); }
+    CPlot* GetAt(int index) const { return m_plots.GetAt(index); }
+    int GetSize() const { return m_plots.GetSize(); }
+    OwnedArray<CPlot> const& GetPlots() const { return m_plots; }
+    /// −1 when the plot is not here.
+    int GetPlotIndex(CPlot const* plot) const { return m_plots.Find(plot); }
+    /// Detach without deleting: the plots belong to whoever holds them.
+    void RemoveAt(int index) { (void)m_plots.Detach(index).release(); }
+    void RemoveAll() { m_plots.DetachAll(); }
+    int HasCurveWithColour(unsigned long colour) const;
+    int HasDefinedCurve() const;
+    int HasDateCurve() const;
+    /// Orders the plots, then the curves of each, by ascending tag.
+    void SortByTag();
+    /// Tells every 2D curve which axes are logarithmic (mode 1; every other mode counts as linear).
+    void Set2DCurveScaleModes(int xScaleMode, int yScaleMode);
+    /// Appends tag and title of every curve that a colour key can explain.
+    void GetColourRampCurves(CDWordArray& tags, CStringArray& titles) const;
+    void CheckForGeneralObjects();
+
+private:
+    OwnedArray<CPlot> m_plots;
+};
+
+} // namespace ombrel

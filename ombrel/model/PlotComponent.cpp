@@ -1,0 +1,106 @@
+#include "ombrel/model/PlotComponent.h"
+#include "ombrel/foundation/Utils.h"
+#include "ombrel/model/Graph.h"
+#include "ombrel/model/Plot.h"
+#include "ombrel/platform/framework/ArchiveFields.h"
+
+namespace ombrel {
+
+constinit CRuntimeClass const CPlotComponent::kClass = PersistentClass<CPlotComponent, CObject>("CPlotComponent");
+
+namespace {
+
+/// Version 4 of the layout was written with a 16-bit and with a 32-bit data source type; nothing in it says which.
+/// What follows tells: after the type come the modified flag, two colours and the debug flag (16 bytes), and then the
+/// mark of a wide string.
+bool HasShortDataSourceType(CArchive& ar)
+{
+    constexpr std::size_t kBetween = 4 * sizeof(LONG);
+    auto const marksString = [](std::span<std::byte const> bytes, std::size_t at) {
+        return bytes.size() >= at + 3 && bytes[at] == std::byte { 0xFF } && bytes[at + 1] == std::byte { 0xFE }
+            && bytes[at + 2] == std::byte { 0xFF };
+    };
+    auto const ahead = ar.Peek(sizeof(LONG) + kBetween + 3);
+    return marksString(ahead, sizeof(WORD) + kBetween) && !marksString(ahead, sizeof(LONG) + kBetween);
+}
+
+} // namespace
+
+CPlotComponent::CPlotComponent(CPlot* plot, int useGraphColour) : m_plot(plot)
+{
+    if (useGraphColour && plot && plot->GetGraph())
+        m_colour = m_originalColour = static_cast<COLORREF>(plot->GetGraph()->GetColour());
+}
+
+void CPlotComponent::Serialize(CArchive& ar)
+{
+    ArchiveFields f(ar);
+    int const version = f.Version(5);
+    f.Int(m_itemType).String(m_text, m_formula, m_title, m_lutString, m_lutName).Short(m_colourDescription);
+    if (version < 4 || (version == 4 && HasShortDataSourceType(ar)))
+        f.Short(m_dataSourceType);
+    else
+        f.Int(m_dataSourceType);
+    f.Int(m_modified).Dword(m_colour, m_originalColour).Int(m_debug).String(m_fullScript).Int(m_useFullScript);
+    f.Dword(m_tag).Int(m_numSharpSpectrumSteps, m_useFirstSharpSpectrumWidth).Double(m_firstSharpSpectrumWidth);
+    f.Int(m_useLUTMinMax).Double(m_lutMin, m_lutMax).Int(m_scriptSegmentLine, m_scriptDebug);
+    if (version >= 2)
+        f.Int(m_numScriptLines);
+    if (version >= 3)
+        f.Nested(m_transforms);
+    if (version >= 4)
+        f.Int(m_seed);
+}
+
+int CPlotComponent::IsDefined() const { return !(m_useFullScript ? m_fullScript : m_formula).IsEmpty(); }
+
+void CPlotComponent::SetFormulaString(CString const& formula)
+{
+    Change(m_formula, formula);
+    SetPlotDataModified(1);
+}
+
+void CPlotComponent::GetLUTMinMax(double& min, double& max) const
+{
+    min = m_lutMin;
+    max = m_lutMax;
+}
+
+void CPlotComponent::SetLUTMinMax(double min, double max)
+{
+    m_lutMin = min;
+    m_lutMax = max;
+}
+
+void CPlotComponent::SetPlotDataModified(int modified)
+{
+    m_plotDataModified = modified;
+    m_zValPropertyModified = modified;
+}
+
+void CPlotComponent::ResetModifiedFlags()
+{
+    m_modified = 0;
+    SetPlotDataModified(0);
+}
+
+void CPlotComponent::GetPlotCurveIndices(int& plot, int& curve) const
+{
+    plot = m_plot && m_plot->GetGraph() ? m_plot->GetGraph()->GetPlotIndex(m_plot) : -1;
+    curve = m_plot ? m_plot->GetCurveIndex(this) : -1;
+}
+
+BYTE* CPlotComponent::MakeColour(unsigned long colour)
+{
+    auto const c = static_cast<COLORREF>(colour);
+    m_colourBytes = { GetRValue(c), GetGValue(c), GetBValue(c) };
+    return m_colourBytes.data();
+}
+
+void PlotDialogErrMsg(CPlotComponent const* curve, CString const& message, CString const& detail)
+{
+    CPlot const* const plot = curve->GetPlot();
+    CVUtils::PlotDialogErrMsg(curve->GetTitle(), plot ? plot->GetTitle() : CString(), message, detail);
+}
+
+} // namespace ombrel

@@ -1,0 +1,412 @@
+#include "tests/model/TestGraph.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <set>
+#include <stdexcept>
+#include <vector>
+
+namespace ombrel {
+namespace {
+
+using test::TestGraph;
+
+TEST(GraphTags, CountFromOneAndFindPlotsAndCurves)
+{
+    TestGraph graph;
+    CPlot& plot = graph.AddPlotWithCurves(2);
+    EXPECT_EQ(graph.GetPlotArray()->GetTag(), 1u);
+    EXPECT_EQ(plot.GetTag(), 2u);
+    EXPECT_EQ(plot.GetComponent(0)->GetTag(), 3u);
+    EXPECT_EQ(graph.GetObjectByTag(1), graph.GetPlotArray());
+    EXPECT_EQ(graph.GetObjectByTag(2), &plot);
+    EXPECT_EQ(graph.GetObjectByTag(4), plot.GetComponent(1));
+    EXPECT_EQ(graph.GetObjectByTag(5), nullptr);
+    EXPECT_EQ(graph.GetPlotByTag(2), &plot);
+    EXPECT_EQ(graph.GetComponentByTag(4), plot.GetComponent(1));
+    EXPECT_EQ(graph.GetComponentByTag(2), nullptr) << "a plot is no curve";
+
+    graph.SetComponentTags();
+    EXPECT_EQ(graph.GetPlotArray()->GetTag(), 5u);
+    EXPECT_EQ(plot.GetTag(), 6u);
+    EXPECT_EQ(plot.GetComponent(1)->GetTag(), 8u);
+}
+
+TEST(GraphLookUps, CompareTitlesExactlyAndTakeTheFirst)
+{
+    TestGraph graph;
+    CPlot& first = graph.AddPlotWithCurves(1);
+    CPlot& second = graph.AddPlotWithCurves(2);
+    first.SetTitle("Same");
+    second.SetTitle("Same");
+    second.GetComponent(0)->SetTitle("Curve");
+    second.GetComponent(1)->SetTitle("Curve");
+    EXPECT_EQ(graph.GetPlot("Same"), &first);
+    EXPECT_EQ(graph.GetPlot("same"), nullptr);
+    EXPECT_EQ(graph.GetComponentByName("Curve"), second.GetComponent(0));
+    EXPECT_EQ(second.GetCurve("Curve "), nullptr);
+    EXPECT_EQ(graph.GetPlotIndex(&second), 1);
+    EXPECT_EQ(graph.GetPlotIndex(nullptr), -1);
+    int plot = 7;
+    int curve = 7;
+    second.GetComponent(1)->GetPlotCurveIndices(plot, curve);
+    EXPECT_EQ(plot, 1);
+    EXPECT_EQ(curve, 1);
+    CPlotComponent().GetPlotCurveIndices(plot, curve);
+    EXPECT_EQ(plot, -1);
+    EXPECT_EQ(curve, -1);
+}
+
+TEST(GraphLookUps, NeedNoPlotsToAnswer)
+{
+    CGraph graph;
+    EXPECT_EQ(graph.GetPlot("x"), nullptr);
+    EXPECT_EQ(graph.GetComponentByTag(1), nullptr);
+    EXPECT_EQ(graph.GetSelectedComponent(), nullptr);
+    EXPECT_FALSE(graph.IsDefined());
+    EXPECT_FALSE(graph.RemovePlot(nullptr));
+    EXPECT_EQ(graph.GetDataSize(), 0);
+    EXPECT_EQ(graph.GetColour(), RGB(255, 0, 0));
+    graph.UpdatePlots();
+    TestGraph withPlots;
+    withPlots.AddPlotWithCurves(0);
+    EXPECT_FALSE(withPlots.IsDefined()) << "a plot without curves defines nothing";
+    withPlots.AddPlotWithCurves(1);
+    EXPECT_TRUE(withPlots.IsDefined());
+}
+
+TEST(GraphSelection, HoldsAtMostOneComponentAndNeverAnArray)
+{
+    TestGraph graph;
+    auto* const component = new CGraphComponent(&graph);
+    graph.AddComponent(component);
+    CPlot& plot = graph.AddPlotWithCurves(1);
+    plot.SetSelected(1);
+    EXPECT_EQ(graph.GetSelectedComponent(), &plot);
+    component->SetSelected(1);
+    EXPECT_EQ(graph.GetSelectedComponent(), component);
+    EXPECT_FALSE(plot.GetSelected());
+    graph.GetPlotArray()->SetSelected(1);
+    EXPECT_EQ(graph.GetSelectedComponent(), nullptr);
+    component->SetSelected(1);
+    graph.ClearSelection();
+    EXPECT_EQ(graph.GetSelectedComponent(), nullptr);
+}
+
+TEST(GraphColours, TakeTheFirstFreeOneOfTheTable)
+{
+    TestGraph graph;
+    CPlot& plot = graph.AddPlotWithCurves(3);
+    EXPECT_EQ(plot.GetComponent(2)->GetColour(), RGB(0, 0, 255));
+    EXPECT_EQ(graph.GetColour(), RGB(255, 0, 255));
+    plot.GetComponent(1)->SetColour(RGB(1, 2, 3));
+    EXPECT_EQ(graph.GetColour(), RGB(0, 255, 0)) << "given back";
+    EXPECT_EQ(plot.GetComponent(1)->GetOriginalColour(), RGB(0, 255, 0));
+}
+
+TEST(GraphColours, BeyondTheTableAreTheSameEveryTime)
+{
+    for (int run = 0; run < 2; ++run) {
+        TestGraph graph;
+        // One of the fifteen entries stands twice in the table.
+        CPlot& plot = graph.AddPlotWithCurves(17);
+        std::set<unsigned long> colours;
+        for (CPlotComponent* curve : plot.GetComponents())
+            colours.insert(curve->GetColour());
+        EXPECT_EQ(colours.size(), 17u);
+        EXPECT_EQ(plot.GetComponent(13)->GetColour(), RGB(128, 0, 128));
+        EXPECT_EQ(plot.GetComponent(14)->GetColour(), RGB(32, 2, 99));
+        EXPECT_EQ(plot.GetComponent(15)->GetColour(), RGB(68, 179, 60));
+        EXPECT_EQ(plot.GetComponent(16)->GetColour(), RGB(119, 191, 32));
+    }
+}
+
+TEST(GraphHints, KeepThePreviousOneUnlessItWasNone)
+{
+    CGraph graph;
+    graph.SetHint(5);
+    graph.SetHint(0);
+    EXPECT_EQ(graph.GetPrevHint(), 5);
+    graph.SetHint(7);
+    EXPECT_EQ(graph.GetHint(), 7);
+    EXPECT_EQ(graph.GetPrevHint(), 5);
+}
+
+TEST(GraphRectangles, ScaleWithTheWindow)
+{
+    CGraph graph;
+    graph.SetGraphAndWindowRect(CRect(10, 20, 110, 220), CRect(0, 0, 400, 300));
+    graph.UpdateGraphRect();
+    EXPECT_EQ(graph.GetGraphRect(), CRect(10, 20, 110, 220));
+    // A window of its own place counts by its size only, and a graph that draws is given it before its rectangle.
+    struct Resized : CGraph {
+        using CGraph::m_windowRect;
+    } resized;
+    resized.SetGraphAndWindowRect(CRect(10, 20, 110, 220), CRect(0, 0, 400, 300));
+    resized.m_windowRect = CRect(1000, 1000, 1800, 1600);
+    resized.UpdateGraphRect();
+    EXPECT_EQ(resized.GetGraphRect(), CRect(20, 40, 220, 440));
+    resized.m_windowRect = CRect();
+    resized.UpdateNormalisedRect();
+    resized.m_windowRect = CRect(0, 0, 400, 300);
+    resized.UpdateGraphRect();
+    EXPECT_EQ(resized.GetGraphRect(), CRect(10, 20, 110, 220)) << "an empty window changes no fractions";
+}
+
+TEST(GraphSorting, OrdersPlotsAndCurvesByTagWithTheFirstOfEqualsFirst)
+{
+    TestGraph graph;
+    std::vector<CPlot*> plots;
+    for (unsigned long const tag : { 5UL, 2UL, 9UL, 2UL }) {
+        CPlot& plot = graph.AddPlotWithCurves(3);
+        plot.SetTag(tag);
+        plot.GetComponent(0)->SetTag(30);
+        plot.GetComponent(1)->SetTag(10);
+        plot.GetComponent(2)->SetTag(20);
+        plots.push_back(&plot);
+    }
+    graph.GetPlotArray()->SortByTag();
+    CPlot* const expected[] = { plots[1], plots[3], plots[0], plots[2] };
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(graph.GetPlotArray()->GetAt(i), expected[i]) << i;
+        for (int c = 0; c < 3; ++c)
+            EXPECT_EQ(expected[i]->GetComponent(c)->GetTag(), static_cast<unsigned long>(10 + 10 * c));
+    }
+}
+
+TEST(GraphRemoval, HandsPlotsCurvesAndComponentsToTheCaller)
+{
+    TestGraph graph;
+    CPlot& plot = graph.AddPlotWithCurves(2);
+    std::unique_ptr<CPlotComponent> const curve(plot.GetComponent(0));
+    EXPECT_TRUE(graph.RemovePlotComponent(curve.get()));
+    EXPECT_FALSE(graph.RemovePlotComponent(curve.get()));
+    EXPECT_EQ(plot.GetNumComponents(), 1);
+    std::unique_ptr<CPlot> const removed(&plot);
+    EXPECT_TRUE(graph.RemovePlot(&plot));
+    EXPECT_FALSE(graph.RemovePlot(&plot));
+    std::unique_ptr<CPlot> const other(graph.AddPlot(it2DLinePlot));
+    graph.GetPlotArray()->RemoveAll();
+    EXPECT_EQ(graph.GetPlotArray()->GetSize(), 0);
+    std::unique_ptr<CPlotArray> const plots(graph.GetPlotArray());
+    EXPECT_TRUE(graph.RemoveComponent(plots.get()));
+    EXPECT_EQ(graph.GetPlotArray(), nullptr);
+    EXPECT_EQ(graph.GetNumComponents(), 0);
+}
+
+TEST(GraphFlags, RiseWithEveryLevelAndFallAfterADraw)
+{
+    TestGraph graph;
+    CPlot& plot = graph.AddPlotWithCurves(1);
+    CPlotComponent& curve = *plot.GetComponent(0);
+    graph.ResetModifiedFlags();
+    EXPECT_FALSE(graph.GetModifiedFlag());
+    EXPECT_FALSE(graph.GraphComponentModified());
+
+    curve.SetFormulaString("x");
+    EXPECT_TRUE(graph.PlotComponentModified());
+    EXPECT_TRUE(graph.PlotComponentDataModified());
+    EXPECT_TRUE(graph.GetPlotArray()->ZValPropertyModified());
+    EXPECT_FALSE(graph.GraphComponentModified()) << "a curve is no component";
+    plot.SetTitle("new");
+    EXPECT_TRUE(graph.GraphComponentModified());
+    graph.SetTitle("new");
+    EXPECT_TRUE(graph.GetModifiedFlag());
+
+    graph.DrawOnce();
+    EXPECT_FALSE(graph.GetModifiedFlag());
+    EXPECT_FALSE(graph.PlotComponentModified());
+    EXPECT_FALSE(graph.PlotComponentDataModified());
+    EXPECT_FALSE(graph.GetPlotArray()->ZValPropertyModified());
+    EXPECT_TRUE(plot.Modified()) << "a plot keeps its own flag";
+    graph.printing = true;
+    graph.DrawOnce();
+    EXPECT_TRUE(graph.GetModifiedFlag()) << "a page was drawn: the screen is due";
+}
+
+TEST(CurveFlags, RiseOnlyWithWhatIsDrawn)
+{
+    CPlotComponent curve;
+    curve.SetUseLUTMinMax(1);
+    curve.SetLUTMinMax(1, 2);
+    curve.SetUseFirstSharpSpectrumWidth(1);
+    curve.SetFirstSharpSpectrumWidth(2);
+    curve.SetSeed(1);
+    curve.SetValid(1);
+    EXPECT_FALSE(curve.Modified());
+    curve.SetLUTName("x");
+    EXPECT_TRUE(curve.Modified());
+    EXPECT_FALSE(curve.PlotDataModified());
+    curve.SetPlotDataModified(1);
+    EXPECT_TRUE(curve.ZValPropertyModified());
+    curve.ResetModifiedFlags();
+    EXPECT_FALSE(curve.Modified() || curve.PlotDataModified() || curve.ZValPropertyModified());
+    curve.SetColourDescription(0x12345);
+    EXPECT_EQ(curve.GetColourDescription(), 0x2345);
+    EXPECT_FALSE(curve.IsDefined());
+    curve.SetUseFullScript(1);
+    curve.SetFormulaString("x");
+    EXPECT_FALSE(curve.IsDefined()) << "the full script counts";
+    curve.SetFullScriptString("y");
+    EXPECT_TRUE(curve.IsDefined());
+}
+
+/// Told of finished draws.
+class Listener : public CObject {
+public:
+    void OnDrawn()
+    {
+        ++calls;
+        if (action)
+            action();
+    }
+    static void (CObject::*Method())() { return static_cast<void (CObject::*)()>(&Listener::OnDrawn); }
+    int calls = 0;
+    std::function<void()> action;
+};
+
+TEST(GraphDrawing, TellsTheListenerOnceFlagsAreDownAndStartsNoDrawWithinADraw)
+{
+    TestGraph graph;
+    Listener listener;
+    graph.SetGraphDrawnCallback(&listener, Listener::Method());
+    listener.action = [&graph] {
+        EXPECT_FALSE(graph.GetModifiedFlag());
+        graph.DrawOnce();
+    };
+    graph.drawing = [&graph] { graph.DrawOnce(); };
+    graph.DrawOnce();
+    EXPECT_EQ(graph.draws, 1);
+    EXPECT_EQ(listener.calls, 1);
+    EXPECT_FALSE(graph.IsBusy());
+    graph.SetGraphDrawnCallback(nullptr, nullptr);
+    graph.DrawOnce();
+    EXPECT_EQ(graph.draws, 2);
+    EXPECT_EQ(listener.calls, 1);
+}
+
+TEST(GraphDrawing, SurvivesAListenerThatDestroysTheGraph)
+{
+    auto graph = std::make_unique<TestGraph>();
+    graph->AddPlotWithCurves(2);
+    graph->printing = true;
+    bool survived = true;
+    graph->survivedDraw = &survived;
+    Listener listener;
+    listener.action = [&graph] { graph.reset(); };
+    graph->SetGraphDrawnCallback(&listener, Listener::Method());
+    graph->DrawOnce();
+    EXPECT_FALSE(survived);
+    EXPECT_EQ(listener.calls, 1);
+}
+
+TEST(GraphDrawing, CanStartAgainAfterAnException)
+{
+    TestGraph graph;
+    graph.drawing = [] { throw std::runtime_error("no memory"); };
+    EXPECT_THROW(graph.DrawOnce(), std::runtime_error);
+    EXPECT_FALSE(graph.IsBusy());
+    graph.drawing = nullptr;
+    graph.DrawOnce();
+    EXPECT_EQ(graph.draws, 2);
+}
+
+/// Notes in which order a plot's steps are taken.
+class SteppingPlot : public CPlot {
+public:
+    using CPlot::CPlot;
+    int Evaluate() override { return evaluatesItself; }
+    void PrepareCurve(CPlotComponent& curve) override { steps += "p" + std::to_string(GetCurveIndex(&curve)); }
+    void TakeOverPoints(CPlotComponent& curve) override { steps += "t" + std::to_string(GetCurveIndex(&curve)); }
+    int evaluatesItself = 0;
+    std::string steps;
+};
+class SteppingCurve : public CPlotComponent {
+public:
+    int Evaluate() override
+    {
+        auto& plot = static_cast<SteppingPlot&>(*GetPlot());
+        plot.steps += "e" + std::to_string(plot.GetCurveIndex(this));
+        return 1;
+    }
+};
+
+TEST(GraphUpdatePlots, EvaluatesCurvesOneByOneUnlessThePlotDidIt)
+{
+    TestGraph graph;
+    auto* const plot = new SteppingPlot;
+    graph.GetPlotArray()->Add(plot);
+    plot->AddComponent(new SteppingCurve);
+    plot->AddComponent(new SteppingCurve);
+    graph.UpdatePlots();
+    EXPECT_EQ(plot->GetGraph(), &graph) << "plots learn first whose they are";
+    EXPECT_EQ(plot->steps, "p0e0t0p1e1");
+    plot->evaluatesItself = 1;
+    plot->steps.clear();
+    graph.UpdatePlots();
+    EXPECT_EQ(plot->steps, "");
+}
+
+class KeyCurve : public CPlotComponent {
+public:
+    KeyCurve(ItemType type, int description, int needsKey)
+        : m_needsKey(needsKey)
+    {
+        SetItemType(type);
+        SetColourDescription(description);
+    }
+    int NeedsColourKey() const override { return m_needsKey; }
+
+private:
+    int m_needsKey;
+};
+
+TEST(PlotArray, OffersColourKeysToCurvesThatAreColouredByValue)
+{
+    struct {
+        ItemType type;
+        int description;
+        int needsKey;
+        bool offered;
+    } const cases[] = {
+        { itSurface, 1, 0, true },
+        { itSurface, 0, 1, false },
+        { it3DIrregularSurfaceCurve, 2, 0, true },
+        { it3DLineArrayCurve, 0, 1, true },
+        { it3DScatterCurve, 1, 0, false },
+        { it2DContourCurve, 0, 1, true },
+        { it3DMeshCurve, 0, 1, true },
+        { it3DIrregBarCurve, 0, 1, true },
+        { it3DIrregLineArrayCurve, 0, 1, true },
+        { it2DLine, 1, 1, false },
+    };
+    TestGraph graph;
+    CPlot* const plot = graph.AddPlot(it2DLinePlot);
+    CDWordArray expected { 77 };
+    for (auto const& c : cases) {
+        auto* const curve = new KeyCurve(c.type, c.description, c.needsKey);
+        plot->AddComponent(curve);
+        if (c.offered)
+            expected.Add(static_cast<DWORD>(curve->GetTag()));
+    }
+    CDWordArray tags { 77 };
+    CStringArray titles;
+    graph.GetPlotArray()->GetColourRampCurves(tags, titles);
+    EXPECT_EQ(tags, expected);
+    EXPECT_EQ(titles.GetSize(), expected.GetSize() - 1);
+}
+
+TEST(ItemTypes, OnlyPlotsHaveADescription)
+{
+    EXPECT_EQ(VUGetPlotDescription(itProbabilityPlot), " Probablity Plot.");
+    EXPECT_EQ(VUGetPlotDescription(it2DContourPlot), " Contour Plot.");
+    EXPECT_EQ(VUGetPlotDescription(it2DLine), "");
+    int described = 0;
+    for (int type = -1; type < 100; ++type)
+        described += VUGetPlotDescription(static_cast<ItemType>(type)).IsEmpty() ? 0 : 1;
+    EXPECT_EQ(described, 27);
+}
+
+} // namespace
+} // namespace ombrel

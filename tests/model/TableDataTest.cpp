@@ -1,0 +1,135 @@
+#include "ombrel/model/TableData.h"
+#include "tests/model/ArchiveBytes.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace ombrel {
+namespace {
+
+using test::Bytes;
+using test::Load;
+using test::Stored;
+
+CTableData Row(std::initializer_list<double> values)
+{
+    CTableData table(1, static_cast<int>(values.size()));
+    int column = 0;
+    for (double const v : values)
+        table.SetAt(0, column++, v);
+    return table;
+}
+
+TEST(TableData, ArchiveHoldsRowsOneAfterTheOther)
+{
+    Bytes const bytes = Bytes().Int(2, 2, 3).Double(1, 2, 3, 4, 5, 6).Double(7, 8);
+    CTableData table;
+    ASSERT_TRUE(Load(table, bytes));
+    EXPECT_EQ(Stored(table), bytes);
+    EXPECT_EQ(table.GetAt(1, 0), 4.0);
+    EXPECT_EQ(table[0][2], 3.0);
+    EXPECT_EQ(table.GetOffset(), 7.0);
+    EXPECT_EQ(table.GetGain(), 8.0);
+}
+
+TEST(TableData, TheFirstLayoutHasNeitherOffsetNorGain)
+{
+    CTableData table;
+    ASSERT_TRUE(Load(table, Bytes().Int(1, 2, 3).Double(1, 2, 3, 4, 5, 6)));
+    EXPECT_EQ(table.GetAt(1, 2), 6.0);
+    EXPECT_EQ(table.GetOffset(), 0.0);
+    EXPECT_EQ(table.GetGain(), 1.0);
+}
+
+TEST(TableData, SizesThatCannotBeDoNotLoad)
+{
+    constexpr int kMost = std::numeric_limits<int>::max();
+    CTableData table(3, 3);
+    EXPECT_FALSE(Load(table, Bytes().Int(2, kMost, kMost).Double(1, 2)));
+    EXPECT_FALSE(Load(table, Bytes().Int(2, 1, 4).Double(1, 2, 3)));
+    EXPECT_TRUE(Load(table, Bytes().Int(2, -5, kMost).Double(3, 4))) << "an empty table holds no values";
+    EXPECT_FALSE(table.HasData());
+    EXPECT_EQ(table.GetNumCols(), 0);
+    EXPECT_EQ(table.GetOffset(), 3.0);
+}
+
+TEST(TableData, SizesBelowOneGiveAnEmptyTable)
+{
+    CTableData table(2, 2);
+    table.Initialise(0, 5, 1);
+    EXPECT_FALSE(table.HasData());
+    EXPECT_EQ(table.GetNumCols(), 0);
+    EXPECT_EQ(table.GetDataSize(), 0u);
+    EXPECT_EQ(CTableData(10, 20).GetDataSize(), 1600u);
+    EXPECT_EQ(CTableData(10, 20).GetAt(9, 19), 0.0);
+}
+
+TEST(TableData, RangeIsSmallestAndLargestValue)
+{
+    double min = 5.0;
+    double max = 6.0;
+    CTableData().GetRange(min, max);
+    EXPECT_EQ(min, 5.0);
+    EXPECT_EQ(max, 6.0);
+    Row({ 3, -1, 7, 7 }).GetRange(min, max);
+    EXPECT_EQ(min, -1.0);
+    EXPECT_EQ(max, 7.0);
+    Row({ 2, 1, 0 }).GetRange(min, max);
+    EXPECT_EQ(min, 0.0);
+    EXPECT_EQ(max, 2.0);
+}
+
+TEST(TableData, OffsetAndGainReExpressValuesWithoutChangingWhatTheyMean)
+{
+    CTableData table = Row({ 4 });
+    table.Offset(10, 2);
+    EXPECT_EQ(table.GetAt(0, 0), 7.0);
+    EXPECT_EQ(table.GetAt(0, 0) * table.GetGain() - table.GetOffset(), 4.0);
+    table.Offset(0, 1);
+    EXPECT_EQ(table.GetAt(0, 0), 4.0);
+}
+
+TEST(TableData, AssignmentCopiesValuesAndKeepsTheTargetsUnits)
+{
+    CTableData source = Row({ 4, 5 });
+    source.Offset(5, 1);
+    CTableData target(3, 3);
+    target = source;
+    EXPECT_EQ(target.GetNumRows(), 1);
+    EXPECT_EQ(target.GetAt(0, 1), 10.0);
+    EXPECT_EQ(target.GetOffset(), 0.0);
+    target = *&target;
+    EXPECT_EQ(target.GetAt(0, 1), 10.0);
+    target = CTableData();
+    EXPECT_FALSE(target.HasData());
+}
+
+TEST(TableData, RevisionGoesUpWithEveryChange)
+{
+    CTableData table(2, 2);
+    auto revision = table.GetRevision();
+    auto const expectChange = [&](char const* what) {
+        EXPECT_GT(table.GetRevision(), revision) << what;
+        revision = table.GetRevision();
+    };
+    table.SetAt(0, 0, 1.0);
+    expectChange("value");
+    table[1][1] = 2.0;
+    expectChange("row");
+    table.Offset(1, 2);
+    expectChange("units");
+    CTableData const other(1, 1);
+    table = other;
+    expectChange("assignment");
+    table = CTableData(2, 1);
+    expectChange("move");
+    table.Clear();
+    expectChange("clear");
+    EXPECT_EQ(static_cast<CTableData const&>(table).HasData(), false);
+    (void)table.GetNumRows();
+    EXPECT_EQ(table.GetRevision(), revision);
+}
+
+} // namespace
+} // namespace ombrel
