@@ -1,0 +1,53 @@
+#pragma once
+#include "ombrel/colour/Annotation.h"
+#include "ombrel/platform/framework/Arrays.h"
+
+namespace ombrel {
+
+/// A block of text, of one line or several, that floats over a graph.
+///
+/// Every setter raises the modified flag. Lifetime: owned by the caption array.
+/// Errors: only Serialize throws (CArchiveException*, newly allocated).
+class CCaption : public CAnnotation {
+public:
+    /// Stored only: what the host uses the caption for. Captions that a graph adds are ctGeneral.
+    enum TitleType : int { ctNone = 0, ctGeneral = 1 };
+
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    /// For loading.
+    CCaption();
+    CCaption(CGraph* graph, CString const& text, TitleType type);
+    void Serialize(CArchive& ar) override;
+
+    using CAnnotation::Create;
+    /// Switches the caption on, with its corner at fractions of the reference rectangle: (0.5, 0.5) is its centre.
+    void Create(CRealPoint const& normalisedPosition);
+    void SetRect(CRect const& rect) override;
+    void SetOn(int on) { Change(m_on, on); }
+    CString GetText() const { return m_text; }
+    /// Lines end with a line feed, with or without a carriage return.
+    void SetText(CString const& text) { Change(m_text, text); }
+    TitleType GetTitleType() const { return m_titleType; }
+    /// Whether the graph shows through behind the text.
+    int GetTransparentBkgnd() const { return m_transparentBackground; }
+    void SetTransparentBkgnd(int transparent) { Change(m_transparentBackground, transparent); }
+
+protected:
+    /// Splits the text into the lines to be drawn; returns their number.
+    int MakeLines();
+
+private:
+    int m_transparentBackground = 0;
+    CString m_text;
+    TitleType m_titleType = ctNone;
+    CStringArray m_lines;
+};
+
+/// The lines of a caption's text: cut at line feeds, without carriage returns and without empty lines at the end.
+///
+/// A line of more than 255 UTF-16 units goes on in further lines, cut after its last blank where it has one, and never
+/// inside a surrogate pair.
+CStringArray SplitCaptionLines(CString const& text);
+
+} // namespace ombrel

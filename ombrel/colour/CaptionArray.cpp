@@ -1,0 +1,13 @@
+#include "ombrel/colour/CaptionArray.h"
+
+namespace ombrel {
+
+constinit CRuntimeClass const CCaptionArray::kClass = PersistentClass<CCaptionArray, CGraphComponent>("CCaptionArray");
+
+void CCaptionArray::UpdateGraphParameters()
+{
+    for (CCaption* caption : GetItems())
+        caption->UpdateGraphParameters();
+}
+
+} // namespace ombrel

@@ -1,0 +1,74 @@
+#pragma once
+#include "ombrel/colour/Annotation.h"
+#include "ombrel/platform/framework/Arrays.h"
+
+namespace ombrel {
+
+class CPlotComponent;
+
+/// A box that explains the colours of one curve: a bar through its colour map, or a swatch for each of its bands.
+///
+/// The key knows its curve by tag only and asks it at every draw. Lifetime: owned by the colour-key array.
+/// Errors: only Serialize throws (CArchiveException*, newly allocated).
+class CColourKey : public CAnnotation {
+public:
+    /// What is shown: nothing yet, the colours of the curve, or the labels and colours of SetArbData. The library never
+    /// sets the last one.
+    enum KeyMode : int { kmNotUpdated = 0, kmCurve = 1, kmArbitrary = 2 };
+    enum Style : int { ksDiscrete = 0, ksContinuous = 1 };
+
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    /// For loading: in white on black.
+    CColourKey();
+    explicit CColourKey(CGraph* graph)
+        : CColourKey(graph, nullptr)
+    {
+    }
+    /// A key for the curve, which may be null. The curve is not owned and only its tag is kept.
+    CColourKey(CGraph* graph, CPlotComponent const* curve);
+    void Serialize(CArchive& ar) override;
+
+    /// Switches the key off; everything else stays.
+    void Delete();
+    void SetOn(int on) { Change(m_on, on); }
+    unsigned long GetCurveTag() const { return m_curveTag; }
+    int GetStyle() const { return m_style; }
+    KeyMode GetKeyMode() const { return m_keyMode; }
+    /// Labels of a bar in label mode 0; 6 at first.
+    int GetNumTicks() const { return m_numTicks; }
+    void SetNumTicks(int n) { Change(m_numTicks, n); }
+    /// 0: evenly spaced labels, GetNumTicks of them. Otherwise labels at min + k × del. Raises no flag.
+    int GetLabelMode() const { return m_labelMode; }
+    void SetLabelMode(int mode) { m_labelMode = mode; }
+    void GetMinAndDel(double& min, double& del) const;
+    void SetMinAndDel(double min, double del);
+    /// Clamp mode and range are stored only.
+    int GetClampMode() const { return m_clampMode; }
+    void SetClampMode(int mode) { m_clampMode = mode; }
+    void GetClampRange(double& min, double& max) const;
+    void SetClampRange(double min, double max);
+    /// Copies of the colours and labels, one each an entry, that are shown in key mode 2.
+    void GetArbData(CDWordArray& colours, CStringArray& labels) const;
+    void SetArbData(CDWordArray const& colours, CStringArray const& labels);
+
+private:
+    /// Font height by rectangle height; only archived.
+    double m_normalisedFontHeight = 0.0;
+    /// Only archived.
+    CRealPoint m_secondPoint;
+    CStringArray m_arbitraryLabels { "Scripted Colour Ramp" };
+    CDWordArray m_arbitraryColours { 0 };
+    int m_labelMode = 0;
+    double m_labelMin = 0.0;
+    double m_labelDel = 0.0;
+    int m_clampMode = 0;
+    double m_clampMin = 0.0;
+    double m_clampMax = 0.0;
+    DWORD m_curveTag = 0;
+    int m_style = ksContinuous;
+    int m_numTicks = 6;
+    KeyMode m_keyMode = kmNotUpdated;
+};
+
+} // namespace ombrel
