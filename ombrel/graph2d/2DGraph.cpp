@@ -1,0 +1,273 @@
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/colour/CaptionArray.h"
+#include "ombrel/colour/ColourKeyArray.h"
+#include "ombrel/colour/Legend.h"
+#include "ombrel/drawing/Port.h"
+#include "ombrel/graph2d/2DGrid.h"
+#include "ombrel/graph2d/2DLinePlot.h"
+#include "ombrel/graph2d/2DLineSeriesPlot.h"
+#include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/Axes.h"
+#include "ombrel/platform/framework/ArchiveFields.h"
+#include "ombrel/prefs/Preferences.h"
+
+#include <algorithm>
+
+namespace ombrel {
+
+constinit CRuntimeClass const C2DGraph::kClass = PersistentClass<C2DGraph, CGraph>("C2DGraph");
+
+C2DGraph::C2DGraph(int createComponents)
+{
+    m_dataDimension = gd2D;
+    CPreferences::GetGraphBackgroundColour2D(m_graphBackground);
+    CPreferences::GetBackgroundColour2D(m_windowBackground);
+    SetInitialNormalisedRect({ 0.05, 0.05 }, { 0.9, 0.9 });
+    if (createComponents)
+        CreateComponents();
+}
+
+C2DGraph::~C2DGraph() = default;
+
+void C2DGraph::Serialize(CArchive& ar)
+{
+    CGraph::Serialize(ar);
+    ArchiveFields f(ar);
+    f.Version(1);
+    f.Int(m_sized).Rect(m_graphRect).Dword(m_graphBackground, m_windowBackground);
+    f.Nested(m_normalisedOrigin, m_normalisedSize).Raw(m_drawOrder);
+    if (ar.IsLoading())
+        CreateComponents();
+}
+
+void C2DGraph::CreateComponents()
+{
+    if (!m_grid)
+        AddComponent(m_grid = new C2DGrid(this));
+    if (!m_axes)
+        AddComponent(m_axes = new CAxes(this));
+    if (!m_polarGrid)
+        AddComponent(m_polarGrid = new C2DPolarGrid(this));
+    CreateLegend();
+    CreateColourKeyArray();
+    CreateCaptionArray();
+    if (!GetPlotArray()) {
+        auto* const plots = new CPlotArray(this);
+        AddComponent(plots);
+        SetPlotArray(plots);
+    }
+}
+
+void C2DGraph::ClearComponents()
+{
+    m_axes = nullptr;
+    m_grid = nullptr;
+    m_polarGrid = nullptr;
+    CAnnotatedGraph::ClearComponents();
+}
+
+void C2DGraph::FindComponents()
+{
+    CAnnotatedGraph::FindComponents();
+    m_axes = nullptr;
+    m_grid = nullptr;
+    m_polarGrid = nullptr;
+    for (CGraphComponent* component : GetComponentArray()) {
+        if (auto* const axes = DynamicDowncast<CAxes>(component))
+            m_axes = axes;
+        else if (auto* const grid = DynamicDowncast<C2DGrid>(component))
+            m_grid = grid;
+        else if (auto* const polarGrid = DynamicDowncast<C2DPolarGrid>(component))
+            m_polarGrid = polarGrid;
+    }
+}
+
+CPlot* C2DGraph::AddPlot(ItemType type)
+{
+    std::unique_ptr<CPlot> plot;
+    switch (type) {
+    case it2DLinePlot:
+        plot = std::make_unique<C2DLinePlot>(this);
+        break;
+    case it2DLineSeriesPlot:
+        plot = std::make_unique<C2DLineSeriesPlot>(this);
+        break;
+    default:
+        return nullptr;
+    }
+    if (!GetPlotArray())
+        return nullptr;
+    plot->SetTag(GetNewTag());
+    CPlot* const added = plot.release();
+    GetPlotArray()->Add(added);
+    return added;
+}
+
+CDIB& C2DGraph::GetDisplayDIB()
+{
+    if (m_displayIsBody) {
+        CSize const size = m_dib.GetSize();
+        if (m_displayDIB.GetSize() != size)
+            m_displayDIB.Create(size.cx, size.cy, m_dib.GetBitsPerPixel());
+        m_dib.Draw(m_displayDIB.GetDC(), 0, 0);
+        m_displayIsBody = false;
+    }
+    if (!m_displayDIB.GetHandle())
+        m_displayDIB.Create(1, 1, 24);
+    return m_displayDIB;
+}
+
+void C2DGraph::ReplaceAxes(CAxes* axes)
+{
+    if (!axes || !m_axes || axes == m_axes)
+        return;
+    axes->SetTag(m_axes->GetTag());
+    CMemFile file;
+    CArchive storing(&file, CArchive::store);
+    axes->Serialize(storing);
+    storing.Close();
+    CArchive loading(file.GetBytes());
+    m_axes->Serialize(loading);
+    SetModifiedFlag(1);
+}
+
+CColourKey* C2DGraph::AddColourKey(CPoint at, unsigned long curveTag)
+{
+    return AppendColourKey(at, GetComponentByTag(curveTag));
+}
+
+int C2DGraph::TimeUnitsOn() const { return m_axes ? m_axes->GetXTimeUnitsOn() : 0; }
+
+int C2DGraph::CanHaveLogScale() const
+{
+    if (!GetPlotArray() || GetPlotArray()->GetSize() == 0)
+        return 0;
+    constexpr ItemType kLinearOnly[] = { it2DStackedBarPlot, it2DAreaPlot, itBoxPlot, itRegressionPlot,
+        itProbabilityPlot, itPPCCPlot, it2DContourPlot };
+    return std::none_of(std::begin(kLinearOnly), std::end(kLinearOnly), [this](ItemType t) { return HasPlotType(t); });
+}
+
+namespace {
+
+/// The smallest minimum and largest maximum that the plots report; (0, 0) when none does.
+template <typename AskRange> void RangeOfPlots(CPlotArray const* plots, AskRange ask, double& min, double& max)
+{
+    Extremes range { kGap, -kGap };
+    for (int i = 0; plots && i < plots->GetSize(); ++i) {
+        auto* const plot = DynamicDowncast<C2DPlot>(plots->GetAt(i));
+        Extremes reported { kGap, -kGap };
+        if (plot)
+            ask(*plot, reported);
+        range.min = std::min(range.min, reported.min);
+        range.max = std::max(range.max, reported.max);
+    }
+    min = range.IsEmpty() ? 0.0 : range.min;
+    max = range.IsEmpty() ? 0.0 : range.max;
+}
+
+} // namespace
+
+void C2DGraph::GetXRange(double& min, double& max) const
+{
+    RangeOfPlots(GetPlotArray(), [](C2DPlot& p, Extremes& r) { p.GetXRange(r.min, r.max); }, min, max);
+}
+
+void C2DGraph::GetYRange(double& min, double& max) const
+{
+    RangeOfPlots(GetPlotArray(), [](C2DPlot& p, Extremes& r) { p.GetYRange(r.min, r.max); }, min, max);
+}
+
+CRealRect C2DGraph::GetAxesRealRect() const { return m_axes ? m_axes->GetRealExtentRect() : CRealRect(); }
+
+CRect C2DGraph::GetClipRect() const
+{
+    CRealRect const real = GetAxesRealRect();
+    CPoint const topLeft = UnitsToWindow(real.TopLeft());
+    CPoint const bottomRight = UnitsToWindow(real.BottomRight());
+    return { topLeft.x, topLeft.y, bottomRight.x, bottomRight.y };
+}
+
+bool C2DGraph::GetPlotClipRect(CRect& clip) const
+{
+    clip = GetClipRect();
+    return true;
+}
+
+CPoint C2DGraph::UnitsToWindow(CRealPoint const& p) const
+{
+    return CPort::UnitsToWindow(p, GetWindowRect(), GetGraphRect(), m_unitsRect);
+}
+
+CRealPoint C2DGraph::WindowToUnits(POINT p) const
+{
+    return CPort::WindowToUnits(p, GetWindowRect(), GetGraphRect(), m_unitsRect);
+}
+
+void C2DGraph::GetDefaultDrawOrderTags(CDWordArray& tags) const
+{
+    tags.RemoveAll();
+    auto const add = [&tags](unsigned long tag) { tags.Add(static_cast<DWORD>(tag)); };
+    for (CGraphComponent* component : GetComponentArray()) {
+        if (component == m_grid || component == m_axes)
+            add(component->GetTag());
+        if (component != GetPlotArray())
+            continue;
+        for (CPlot* plot : GetPlotArray()->GetPlots()) {
+            if (plot->IsDrawnAsWhole()) {
+                add(plot->GetTag());
+                continue;
+            }
+            for (CPlotComponent* curve : plot->GetComponents())
+                add(curve->GetTag());
+        }
+    }
+}
+
+void C2DGraph::GetDrawOrderTags(CDWordArray& tags) const
+{
+    if (m_drawOrder.IsEmpty())
+        GetDefaultDrawOrderTags(tags);
+    else
+        tags = m_drawOrder;
+}
+
+bool C2DGraph::DrawOrderTagsSameAsDefault(CDWordArray const& tags) const
+{
+    CDWordArray defaultTags;
+    GetDefaultDrawOrderTags(defaultTags);
+    return tags == defaultTags;
+}
+
+void C2DGraph::SetDrawOrderTags(CDWordArray const& tags)
+{
+    m_drawOrder = DrawOrderTagsSameAsDefault(tags) ? CDWordArray() : tags;
+    SetModifiedFlag(1);
+}
+
+void C2DGraph::ResetDrawOrderTags()
+{
+    m_drawOrder = { 1, 2 };
+    if (GetPlotArray())
+        GetPlotArray()->SortByTag();
+    SetModifiedFlag(1);
+}
+
+void C2DGraph::RemoveInvalidDrawOrderTags()
+{
+    for (int i = m_drawOrder.GetUpperBound(); i >= 0; --i) {
+        if (!GetObjectByTag(m_drawOrder[i]))
+            m_drawOrder.RemoveAt(i);
+    }
+}
+
+void C2DGraph::AppendNewDrawOrderTags()
+{
+    CDWordArray defaultTags;
+    GetDefaultDrawOrderTags(defaultTags);
+    for (DWORD const tag : defaultTags) {
+        if (std::find(m_drawOrder.begin(), m_drawOrder.end(), tag) == m_drawOrder.end())
+            m_drawOrder.Add(tag);
+    }
+}
+
+} // namespace ombrel

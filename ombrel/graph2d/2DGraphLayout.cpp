@@ -1,0 +1,111 @@
+#include "ombrel/drawing/Port.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/Axes.h"
+
+#include <cmath>
+#include <cstdlib>
+
+namespace ombrel {
+namespace {
+
+/// Puts the axes and the polar grid into measuring mode for the life of a scope. Labels keep their texts and sizes
+/// meanwhile: only where they lie depends on the axes rectangle.
+class MeasuringScope {
+public:
+    MeasuringScope(CAxes& axes, C2DPolarGrid* polarGrid) : m_axes(axes), m_polarGrid(polarGrid)
+    {
+        m_axes.SetDrawMode(dmMeasure);
+        if (m_polarGrid)
+            m_polarGrid->SetDrawMode(dmMeasure);
+        m_axes.BeginLayout();
+    }
+    ~MeasuringScope()
+    {
+        m_axes.EndLayout();
+        m_axes.SetDrawMode(dmDraw);
+        if (m_polarGrid)
+            m_polarGrid->SetDrawMode(dmDraw);
+    }
+    MeasuringScope(MeasuringScope const&) = delete;
+    MeasuringScope& operator=(MeasuringScope const&) = delete;
+
+private:
+    CAxes& m_axes;
+    C2DPolarGrid* m_polarGrid;
+};
+
+} // namespace
+
+void C2DGraph::UpdateUnitsRect()
+{
+    if (!m_axes || m_axesRect.Width() == 0 || m_axesRect.Height() == 0)
+        return;
+    CRealRect const range = m_axes->GetRealExtentRect();
+    double const perColumn = range.Width() / m_axesRect.Width();
+    double const perRow = range.Height() / m_axesRect.Height();
+    CRect const& graph = m_graphRect;
+    double const left = range.left - perColumn * std::abs(graph.left - m_axesRect.left);
+    double const right = range.right + perColumn * std::abs(graph.right - m_axesRect.right);
+    double const bottom = range.bottom - perRow * std::abs(graph.bottom - m_axesRect.bottom);
+    double const top = range.top + perRow * std::abs(graph.top - m_axesRect.top);
+    m_unitsRect.Set({ left, top }, { right, bottom });
+}
+
+CRect C2DGraph::GetAxesExtent()
+{
+    if (!m_axes)
+        return m_axesRect;
+    CDC* const dc = m_dc ? m_dc : m_dib.GetDC();
+    CPort port(dc, CRect({ 0, 0 }, m_windowRect.Size()), m_graphRect, m_unitsRect);
+    DrawMode const mode = m_axes->GetDrawMode();
+    m_axes->SetDrawMode(dmMeasure);
+    m_axes->Draw(&port);
+    m_axes->SetDrawMode(mode);
+    return m_axes->GetExtentRect();
+}
+
+void C2DGraph::SetGraphSize(CRect const& rect)
+{
+    m_graphRect = rect;
+    m_axesRect = rect;
+    UpdateUnitsRect();
+    if (!m_axes)
+        return;
+    MeasuringScope const measuring(*m_axes, m_polarGrid);
+    constexpr int kMaxSteps = 1001;
+    CRect extent = GetAxesExtent();
+    auto const shrinkWhile = [&](auto const& sticksOut, LONG& side, int step) {
+        for (int steps = 0; steps < kMaxSteps && sticksOut(); ++steps) {
+            // A plotting area of no size has no scale: a label larger than the graph stays cut.
+            if (m_axesRect.Width() <= 1 || m_axesRect.Height() <= 1)
+                return;
+            side += step;
+            UpdateUnitsRect();
+            extent = GetAxesExtent();
+        }
+    };
+    shrinkWhile([&] { return extent.left < m_graphRect.left; }, m_axesRect.left, 1);
+    shrinkWhile([&] { return extent.bottom > m_graphRect.bottom; }, m_axesRect.bottom, -1);
+    shrinkWhile([&] { return extent.right > m_graphRect.right; }, m_axesRect.right, -1);
+    shrinkWhile([&] { return extent.top < m_graphRect.top; }, m_axesRect.top, 1);
+}
+
+void C2DGraph::SetInitialSize(CDC* dc)
+{
+    CDC* const before = m_dc;
+    if (dc)
+        m_dc = dc;
+    if (m_graphRect.Width() == 0) {
+        double const width = m_windowRect.Width();
+        double const height = m_windowRect.Height();
+        auto const nearest = [](double v) { return static_cast<int>(std::trunc(v + 0.5)); };
+        m_graphRect = CRect(CPoint(nearest(width * m_initialOrigin.x), nearest(height * m_initialOrigin.y)),
+            CSize(nearest(width * m_initialSize.cx), nearest(height * m_initialSize.cy)));
+    }
+    SetGraphSize(m_graphRect);
+    UpdateNormalisedRect();
+    m_dc = before;
+}
+
+} // namespace ombrel

@@ -1,0 +1,82 @@
+#include "ombrel/graph2d/2DGrid.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/platform/framework/ArchiveFields.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace ombrel {
+
+constinit CRuntimeClass const C2DGrid::kClass = PersistentClass<C2DGrid, CGraphComponent>("C2DGrid");
+
+C2DGrid::C2DGrid(CGraph* graph)
+    : CGraphComponent(graph)
+    , m_major(PreferredMajorGridLine())
+    , m_minor(PreferredMinorGridLine())
+{
+}
+
+void C2DGrid::Serialize(CArchive& ar)
+{
+    CGraphComponent::Serialize(ar);
+    ArchiveFields f(ar);
+    f.Version(1);
+    f.Int(m_on, m_x.majorDivisions, m_y.majorDivisions, m_x.minorDivisions, m_y.minorDivisions);
+    f.Dword(m_major.colour, m_minor.colour).Int(m_major.style, m_minor.style, m_x.lineMode, m_y.lineMode);
+    f.Int(m_x.freeLinesOn, m_y.freeLinesOn, m_x.alignFreeLines, m_y.alignFreeLines);
+    f.Double(m_x.lineMin, m_x.lineDel, m_y.lineMin, m_y.lineDel).Int(m_y.linesOn, m_x.linesOn, m_synch);
+    f.Date(m_minTime).Int(m_majorStep.count, m_majorStep.unit, m_minorStep.count, m_minorStep.unit);
+}
+
+void C2DGrid::UpdateGraphParameters()
+{
+    // A damaged document may have put the grid into a graph of another kind.
+    auto const* const graph = DynamicDowncast<C2DGraph>(GetGraph());
+    if (m_synch && graph && graph->GetAxes())
+        FollowAxes(*graph->GetAxes());
+}
+
+void C2DGrid::FollowAxes(CAxes const& axes)
+{
+    FollowTickMode(m_x, axes.GetXTickMode());
+    FollowTickMode(m_y, axes.GetYTickMode());
+    if (axes.GetXTimeUnitsOn()) {
+        m_minTime = axes.GetXTickMinTime();
+        m_majorStep = { axes.GetXDelTime(), axes.GetXDelTimeUnit() };
+        m_minorStep = { axes.GetXDelTimeMinor(), axes.GetXDelTimeUnitMinor() };
+    } else {
+        FollowSpacing(
+            m_x, { axes.GetNumXMajorTicks(), axes.GetNumXMinorTicks(), axes.GetXTickMin(), axes.GetXTickDel() });
+    }
+    FollowSpacing(m_y, { axes.GetNumYMajorTicks(), axes.GetNumYMinorTicks(), axes.GetYTickMin(), axes.GetYTickDel() });
+}
+
+void C2DGrid::FollowTickMode(Direction& direction, CAxes::TickMode mode)
+{
+    // Without notches, or with free ones only, there is nothing to follow.
+    if (mode == CAxes::tmDivisions || mode == CAxes::tmDivisionsArbitrary)
+        direction.lineMode = lmDivisions;
+    else if (mode == CAxes::tmStep || mode == CAxes::tmStepArbitrary)
+        direction.lineMode = lmStep;
+}
+
+void C2DGrid::FollowSpacing(Direction& direction, AxisSpacing const& axis)
+{
+    if (direction.lineMode == lmDivisions) {
+        direction.majorDivisions = std::max(axis.majorTicks, std::numeric_limits<int>::min() + 1) - 1;
+    } else if (direction.lineMode == lmStep) {
+        direction.lineMin = axis.tickMin;
+        direction.lineDel = axis.tickDel;
+    } else {
+        return;
+    }
+    direction.minorDivisions = std::min(axis.minorTicks, std::numeric_limits<int>::max() - 1) + 1;
+}
+
+void C2DGrid::SetFreePositions(Direction& direction, CDoubleArray const& positions)
+{
+    direction.freePositions.Copy(positions);
+    SetModified(1);
+}
+
+} // namespace ombrel

@@ -1,0 +1,105 @@
+#pragma once
+#include "ombrel/graph2d/2DCurve.h"
+#include "ombrel/graph2d/LinePath.h"
+#include "ombrel/platform/gdi/Surface.h"
+
+#include <array>
+#include <span>
+
+namespace ombrel {
+
+/// A curve drawn as a line, with the area under it shaded and its points marked when asked for.
+class C2DLine : public C2DCurve {
+public:
+    enum ConnectionMode : int { cmStraight = 0, cmStepped = 1, cmPairs = 2, cmNone = 3 };
+    enum StepModeType : int { smMiddle = 0, smHorizontalFirst = 1, smVerticalFirst = 2 };
+    enum ShadeMode : int { shBaseline = 0, shClosed = 1 };
+    enum BaselineShadeMode : int { bsBoth = 0, bsAbove = 1, bsBelow = 2 };
+    /// The fill pattern that stands for a solid brush.
+    static constexpr int kSolidPattern = 6;
+
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    C2DLine() : C2DLine(nullptr, 0) {}
+    C2DLine(CPlot* plot, int useGraphColour);
+    void Serialize(CArchive& ar) override;
+    /// Shading, then the line, then the symbols; nothing unless the curve is valid.
+    void Draw(CPort* port) override;
+    int UsesInternalAutomationObject() const override { return 1; }
+
+    virtual void DrawLines(CPort* port);
+    virtual void DrawThickDashedLines(CPort*) {}
+    virtual void DrawPathOutline(COLORREF const&, CDC&) {}
+
+    int GetPointConnectionMode() const { return m_connectionMode; }
+    void SetPointConnectionMode(int mode) { Change(m_connectionMode, mode); }
+    /// Where a stepped line steps; any other value draws straight from the first point to the last.
+    int GetStepMode() const { return m_stepMode; }
+    void SetStepMode(int mode) { Change(m_stepMode, mode); }
+    /// Data units (decades on a logarithmic axis).
+    double GetBaseline() const { return m_baseline; }
+    void SetBaseline(double y) { Change(m_baseline, y); }
+    /// Non-zero: the baseline is where the axes cross.
+    int GetAutoBaseline() const { return m_autoBaseline; }
+    void SetAutoBaseline(int on) { Change(m_autoBaseline, on); }
+    /// Hatch style of the shading; 6 is solid, as is a style that does not exist.
+    int GetFillPattern() const { return m_fillPattern; }
+    void SetFillPattern(int pattern) { m_fillPattern = pattern; }
+    int GetFillOn() const { return m_fillOn; }
+    void SetFillOn(int on) { m_fillOn = on; }
+    int GetUseFillRange() const { return m_useFillRange; }
+    void SetUseFillRange(int on) { Change(m_useFillRange, on); }
+    /// The shaded x interval, in the units that are drawn.
+    void GetFillRange(double& min, double& max) const;
+    void SetFillRange(double min, double max);
+    int GetFillBoundaryOn() const { return m_fillBoundaryOn; }
+    void SetFillBoundaryOn(int on) { m_fillBoundaryOn = on; }
+    COLORREF GetFillColour() const { return m_fillColour; }
+    void SetFillColour(COLORREF colour) { Change(m_fillColour, colour); }
+    COLORREF GetBorderColour() const { return m_borderColour; }
+    void SetBorderColour(COLORREF colour) { Change(m_borderColour, colour); }
+    ShadeMode GetShadeMode() const { return m_shadeMode; }
+    void SetShadeMode(ShadeMode mode) { m_shadeMode = mode; }
+    BaselineShadeMode GetBaselineShadeMode() const { return m_baselineShadeMode; }
+    void SetBaselineShadeMode(BaselineShadeMode mode) { m_baselineShadeMode = mode; }
+    int GetAntialiasingOn() const { return m_antialiasingOn; }
+    void SetAntialiasingOn(int on) { Change(m_antialiasingOn, on); }
+
+    /// Makes the buffer of device points ready; it is kept from draw to draw.
+    void CreateDrawPts();
+    /// The 20 fill patterns on offer, in the order they are offered.
+    static std::span<int const> GetPatternIDs();
+    /// The dash patterns of line types 1 … 5 and their lengths, in multiples of the pen width.
+    static std::span<double const* const> GetDashPatts();
+    static std::span<int const> GetDashCounts();
+    /// The pattern of a line type; empty for solid ones.
+    static std::span<double const> GetDashes(int lineType);
+    /// The brush of a fill pattern over an all but transparent background.
+    static VectorBrush MakeFillBrush(int pattern, COLORREF colour);
+
+private:
+    void DrawShading(CPort& port);
+    void DrawClosedShading(CPort& port);
+    void DrawBaselineShading(CPort& port, CAxes& axes);
+    void DrawShadingEnds(CPort& port, CRealPoint const& lowEnd, CRealPoint const& highEnd, double baseline);
+    void DrawSymbols(CPort& port);
+
+    int m_connectionMode = cmStraight;
+    int m_stepMode = smMiddle;
+    double m_baseline = 0.0;
+    int m_autoBaseline = 1;
+    int m_fillPattern = 3;
+    int m_fillOn = 0;
+    int m_useFillRange = 0;
+    double m_fillMin = 0.0;
+    double m_fillMax = 0.0;
+    int m_fillBoundaryOn = 0;
+    COLORREF m_fillColour = 0;
+    COLORREF m_borderColour = 0;
+    ShadeMode m_shadeMode = shBaseline;
+    BaselineShadeMode m_baselineShadeMode = bsBoth;
+    int m_antialiasingOn = 0;
+    LinePath m_drawPoints;
+};
+
+} // namespace ombrel

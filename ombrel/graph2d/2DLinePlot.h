@@ -1,0 +1,20 @@
+#pragma once
+#include "ombrel/graph2d/2DPlot.h"
+
+namespace ombrel {
+
+/// A plot of line curves, each with its own x values.
+class C2DLinePlot : public C2DPlot {
+public:
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    C2DLinePlot() : C2DLinePlot(nullptr) {}
+    explicit C2DLinePlot(CGraph* graph);
+    void Serialize(CArchive& ar) override;
+    /// A C2DLine with a title and a data source. Owned by the plot.
+    CPlotComponent* AddCurve(CString const& title, CPlotComponent::DataSourceType source) override;
+    /// A C2DLine. Owned by the plot.
+    CPlotComponent* CreateCurve() override;
+};
+
+} // namespace ombrel

@@ -1,0 +1,37 @@
+#pragma once
+#include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph2d/2DSeriesPlot.h"
+
+namespace ombrel {
+
+/// A line curve that shares its x values with the others of its series plot.
+class C2DLineSeriesLine : public C2DLine {
+public:
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    C2DLineSeriesLine() : C2DLineSeriesLine(nullptr, 0) {}
+    C2DLineSeriesLine(CPlot* plot, int useGraphColour);
+    void Serialize(CArchive& ar) override;
+};
+
+/// A line curve for hosts that want a class of their own for series lines; it adds nothing, and archives store it as
+/// the C2DLine that it is.
+class C2DSeriesLine : public C2DLine {
+public:
+    C2DSeriesLine() = default;
+    ~C2DSeriesLine() override = default;
+};
+
+/// A plot of line curves that share their x values.
+class C2DLineSeriesPlot : public C2DSeriesPlot {
+public:
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    C2DLineSeriesPlot() : C2DLineSeriesPlot(nullptr) {}
+    explicit C2DLineSeriesPlot(CGraph* graph);
+    void Serialize(CArchive& ar) override;
+    /// A C2DLineSeriesLine. Owned by the plot.
+    CPlotComponent* CreateCurve() override;
+};
+
+} // namespace ombrel

@@ -1,0 +1,24 @@
+#pragma once
+#include "ombrel/model/Plot.h"
+
+namespace ombrel {
+
+/// The base of the 2D plots: adds the range of the curves' data.
+class C2DPlot : public CPlot {
+public:
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    C2DPlot() = default;
+    explicit C2DPlot(CGraph* graph) : CPlot(graph) {}
+    void Serialize(CArchive& ar) override;
+
+    /// Over the curves that are defined and valid (and for x contribute to the range); leaves both unchanged when there
+    /// is none.
+    virtual void GetXRange(double& min, double& max);
+    virtual void GetYRange(double& min, double& max);
+    using CPlot::Draw;
+    /// Draws every curve in order.
+    void Draw(CPort* port) override;
+};
+
+} // namespace ombrel

@@ -1,0 +1,36 @@
+#pragma once
+#include "ombrel/platform/framework/Geometry.h"
+
+namespace ombrel {
+
+class CPort;
+
+/// The shapes that mark points. Each is drawn into a device rectangle with the context's pen, filled with its brush.
+class C2DSymbol {
+public:
+    enum SymbolType : int {
+        None = 0,
+        Circle = 1,
+        Square = 2,
+        Triangle = 3,
+        InvertedTriangle = 4,
+        Diamond = 5,
+        Cross = 6,
+        Plus = 7,
+        Pixel = 8,
+    };
+
+    /// Draws nothing for an empty rectangle, but for a pixel, and for a type that is none of these. fill non-zero fills
+    /// the closed shapes with fillColour.
+    static void DrawSymbol(SymbolType type, CPort* port, CRect rect, COLORREF colour, int fill, COLORREF fillColour);
+    static void DrawCircle(CPort* port, CRect rect, COLORREF colour, int fill, COLORREF fillColour);
+    static void DrawSquare(CPort* port, CRect rect, COLORREF colour, int fill, COLORREF fillColour);
+    static void DrawTriangle(CPort* port, CRect rect, COLORREF colour, int fill, COLORREF fillColour);
+    static void DrawInvertedTriangle(CPort* port, CRect rect, COLORREF colour, int fill, COLORREF fillColour);
+    static void DrawDiamond(CPort* port, CRect rect, COLORREF colour, int fill, COLORREF fillColour);
+    static void DrawCross(CPort* port, CRect rect, COLORREF colour);
+    static void DrawPlus(CPort* port, CRect rect, COLORREF colour);
+    static void DrawPixel(CPort* port, CRect rect, COLORREF colour);
+};
+
+} // namespace ombrel

@@ -1,0 +1,408 @@
+#include "ombrel/graph2d/AxesNotches.h"
+#include "ombrel/foundation/GArray.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace ombrel {
+
+namespace {
+
+/// Relative to a step: positions that close are one and the same but for rounding.
+constexpr double kStepSlack = 1e-9;
+
+/// Where a sequence of steps starts when none lies on the lower end of the range.
+enum class FirstStep { BelowRange, InRange };
+
+/// How far rounding may move positions of this size, as a fraction of the step.
+double SlackOf(double step, double a, double b, double c)
+{
+    double const largest = std::max({ std::fabs(a), std::fabs(b), std::fabs(c) });
+    double const rounding = 8 * std::numeric_limits<double>::epsilon() * largest / step;
+    return std::min(std::max(kStepSlack, rounding), 0.01);
+}
+
+/// start ± n · step up to hi. Going back from a start above lo is arithmetic: it may be any number of steps.
+std::vector<double> UniformPositions(double start, double step, double lo, double hi, FirstStep firstStep)
+{
+    if (!(step > 0.0) || !std::isfinite(step))
+        return {};
+    double const slack = SlackOf(step, start, lo, hi);
+    double first = start;
+    if (start > lo)
+        first -= std::ceil((start - lo) / step - slack) * step;
+    if (firstStep == FirstStep::InRange && first < lo - slack * step)
+        first += step;
+    double count = std::floor((hi - first) / step + slack) + 1.0;
+    if (count > kMaxNotches) {
+        double const hidden = std::max(0.0, std::ceil((lo - first) / step - slack));
+        first += hidden * step;
+        count -= hidden;
+    }
+    // Written so that what is not a number fails.
+    if (!(count >= 1.0 && count <= kMaxNotches))
+        return {};
+    std::vector<double> positions(static_cast<std::size_t>(count));
+    for (std::size_t i = 0; i < positions.size(); ++i) {
+        double v = first + static_cast<double>(i) * step;
+        if (std::fabs(v - lo) <= slack * step)
+            v = lo;
+        if (std::fabs(v - hi) <= slack * step)
+            v = hi;
+        positions[i] = v;
+    }
+    return positions;
+}
+
+/// The distance of the major positions from each other, for telling what is zero but for rounding. A logarithmic axis
+/// may have a tick mode without a step: there it is one decade.
+double MajorStep(AxisSettings const& axis)
+{
+    double step = axis.tickDel;
+    if (axis.HasDivisions())
+        step = (axis.max - axis.min) / (static_cast<double>(axis.numMajorTicks) - 1.0);
+    else if (!axis.HasSteps())
+        step = 1.0;
+    step = std::fabs(step);
+    return step > 0.0 && std::isfinite(step) ? step : 1.0;
+}
+
+double WithoutRoundedZero(double v, double step) { return std::fabs(v) / step < 1e-12 ? 0.0 : v; }
+
+bool IsPosition(double v) { return !IsGap(v); }
+
+} // namespace
+
+std::vector<double> DivisionPositions(AxisSettings const& axis)
+{
+    int const n = axis.numMajorTicks;
+    if (n < 2 || n > kMaxNotches)
+        return {};
+    double const step = (axis.tickRangeMax - axis.tickRangeMin) / (n - 1);
+    if (!std::isfinite(step))
+        return {};
+    std::vector<double> positions(static_cast<std::size_t>(n));
+    for (std::size_t i = 0; i < positions.size(); ++i)
+        positions[i] = axis.tickRangeMin + static_cast<double>(i) * step;
+    // Rounding must not push the last one out of the range.
+    positions.back() = axis.tickRangeMax;
+    return positions;
+}
+
+std::vector<double> StepPositions(AxisSettings const& axis)
+{
+    return UniformPositions(axis.tickMin, axis.tickDel, axis.tickRangeMin, axis.tickRangeMax, FirstStep::InRange);
+}
+
+namespace {
+
+bool IsCalendarUnit(TimeUnit unit) { return unit == TimeUnit::Year || unit == TimeUnit::Month; }
+
+/// Days of n units that always are of the same length; 0 for others.
+double DaysOf(int n, TimeUnit unit)
+{
+    switch (unit) {
+    case TimeUnit::Week:
+        return 7.0 * n;
+    case TimeUnit::Day:
+        return n;
+    case TimeUnit::Hour:
+        return n / 24.0;
+    case TimeUnit::Minute:
+        return n / 1440.0;
+    case TimeUnit::Second:
+        return n / 86400.0;
+    default:
+        return 0.0;
+    }
+}
+
+/// Days since the zero date: unlike the value of a date before it, always growing. Not a number unless valid.
+double DaysSinceZero(COleDateTime const& date) { return (date - COleDateTime()).GetTotalDays(); }
+
+double ValueOfDays(double days) { return (COleDateTime() + COleDateTimeSpan(days)).GetValue(); }
+
+/// Valid only when the value is one of a date, whatever the status that was stored with it.
+COleDateTime Checked(COleDateTime const& date) { return date.IsValid() ? COleDateTime(date.GetValue()) : date; }
+
+std::vector<double> DateValues(double start, double step, double lo, double hi)
+{
+    std::vector<double> positions = UniformPositions(start, step, lo, hi, FirstStep::BelowRange);
+    std::transform(positions.begin(), positions.end(), positions.begin(), ValueOfDays);
+    return positions;
+}
+
+/// Months and years differ in length, so these go one by one; the calendar ends, so the loops do.
+std::vector<double> CalendarValues(COleDateTime t, int n, TimeUnit unit, double lo, COleDateTime const& last)
+{
+    COleDateTime const first(lo);
+    while (t > first)
+        CVUtils::IncrementTime(-n, unit, t);
+    std::vector<double> positions;
+    for (; t <= last; CVUtils::IncrementTime(n, unit, t))
+        positions.push_back(t.GetValue());
+    if (positions.size() > kMaxNotches)
+        positions.erase(positions.begin(), std::lower_bound(positions.begin(), positions.end(), lo));
+    if (positions.size() > kMaxNotches)
+        return {};
+    return positions;
+}
+
+} // namespace
+
+std::vector<double> DateStepPositions(DateTickSettings const& dates, double lo, double hi)
+{
+    COleDateTime const start = Checked(dates.tickMin);
+    COleDateTime const last(hi);
+    if (dates.del <= 0 || !start.IsValid() || !last.IsValid())
+        return {};
+    if (IsCalendarUnit(dates.delUnit))
+        return CalendarValues(start, dates.del, dates.delUnit, lo, last);
+    COleDateTime const first(lo);
+    // Below every date there is nothing to go back to.
+    double const days = DaysSinceZero(start);
+    return DateValues(
+        days, DaysOf(dates.del, dates.delUnit), first.IsValid() ? DaysSinceZero(first) : days, DaysSinceZero(last));
+}
+
+std::vector<double> NotchPositions(AxisSettings const& axis, DateTickSettings const* dates)
+{
+    std::vector<double> positions;
+    if (axis.HasDivisions())
+        positions = DivisionPositions(axis);
+    else if (axis.HasSteps() && dates && axis.timeUnitsOn)
+        positions = DateStepPositions(*dates, axis.tickRangeMin, axis.tickRangeMax);
+    else if (axis.HasSteps())
+        positions = StepPositions(axis);
+    if (axis.HasArbitrary()) {
+        std::copy_if(axis.arbitraryTicks.begin(), axis.arbitraryTicks.end(), std::back_inserter(positions), IsPosition);
+        std::sort(positions.begin(), positions.end());
+    }
+    return positions;
+}
+
+bool HasDateRange(AxisSettings const& axis) { return CVUtils::IsValidDate(axis.min) && CVUtils::IsValidDate(axis.max); }
+
+namespace {
+
+/// Collects the notches of one axis.
+class NotchMaker {
+public:
+    NotchMaker(AxisSettings const& axis, DateTickSettings const* dates, double crossing)
+        : m_axis(axis)
+        , m_dates(dates)
+        , m_crossing(crossing)
+        , m_majorStep(MajorStep(axis))
+    {
+        if (axis.labelMode == AxisSettings::lmStrings)
+            m_positions = NotchPositions(axis, dates);
+    }
+    void MakeDivisions();
+    void MakeSteps();
+    void MakeDateSteps();
+    void MakeDecades();
+    void MakeArbitrary();
+    void MakeInvalidDates();
+    NotchList TakeNotches() { return std::move(m_notches); }
+
+private:
+    void AddRegular(double v, int index);
+    void AddArbitrary(double v, int index, Notch::Kind kind);
+    void AddMajor(double v, int index, Notch::Kind kind, double searched);
+    void AddMinor(double v, double step, Notch::Kind kind = Notch::Kind::Minor);
+    bool HasTooManyMinors(std::size_t intervals) const
+    {
+        return static_cast<double>(intervals) * m_axis.numMinorTicks > kMaxNotches;
+    }
+    int FindPosition(double v) const;
+    std::vector<double> MinorDates(double from, double to) const;
+
+    AxisSettings const& m_axis;
+    DateTickSettings const* m_dates;
+    double m_crossing;
+    double m_majorStep;
+    /// Only filled when labels go by position.
+    std::vector<double> m_positions;
+    NotchList m_notches;
+};
+
+void NotchMaker::AddRegular(double v, int index)
+{
+    if (!m_axis.IsWithinTickRange(v))
+        return;
+    double const value = WithoutRoundedZero(v, m_majorStep);
+    bool const atCrossing = value == 0.0 && m_crossing == 0.0;
+    if (!atCrossing || m_axis.intersectLabelOn)
+        AddMajor(value, index, Notch::Kind::Regular, v);
+}
+
+void NotchMaker::AddArbitrary(double v, int index, Notch::Kind kind)
+{
+    bool const atCrossing = v != 0.0 && std::fabs((v - m_crossing) / v) < 1e-6;
+    if (IsPosition(v) && (!atCrossing || m_axis.intersectLabelOn))
+        AddMajor(v, index, kind, v);
+}
+
+void NotchMaker::AddMajor(double v, int index, Notch::Kind kind, double searched)
+{
+    Notch notch;
+    notch.value = v;
+    notch.kind = kind;
+    notch.index = index;
+    notch.position = FindPosition(searched);
+    m_notches.push_back(std::move(notch));
+}
+
+void NotchMaker::AddMinor(double v, double step, Notch::Kind kind)
+{
+    if (!m_axis.IsWithinTickRange(v))
+        return;
+    Notch notch;
+    notch.value = WithoutRoundedZero(v, step);
+    notch.kind = kind;
+    m_notches.push_back(std::move(notch));
+}
+
+/// The nearest position, if it is the same to single precision.
+int NotchMaker::FindPosition(double v) const
+{
+    auto nearest = std::lower_bound(m_positions.begin(), m_positions.end(), v);
+    if (nearest != m_positions.begin() && (nearest == m_positions.end() || v - nearest[-1] <= *nearest - v))
+        --nearest;
+    if (nearest == m_positions.end() || !CVUtils::FloatEq(*nearest, v))
+        return -1;
+    nearest = std::lower_bound(m_positions.begin(), nearest, *nearest);
+    return static_cast<int>(nearest - m_positions.begin());
+}
+
+void NotchMaker::MakeDivisions()
+{
+    std::vector<double> const majors = DivisionPositions(m_axis);
+    double const minorsPerMajor = static_cast<double>(m_axis.numMinorTicks) + 1.0;
+    double const step = (m_axis.tickRangeMax - m_axis.tickRangeMin) / (m_axis.numMajorTicks - 1.0) / minorsPerMajor;
+    bool const hasMinors = m_axis.on && !HasTooManyMinors(majors.size());
+    for (std::size_t i = 0; i < majors.size(); ++i) {
+        AddRegular(majors[i], static_cast<int>(i));
+        if (!hasMinors || i + 1 == majors.size())
+            continue;
+        for (int j = 1; j <= m_axis.numMinorTicks; ++j) {
+            double const v = majors[i] + j * step;
+            if (!(std::fabs(v - m_crossing) <= 1e-6))
+                AddMinor(v, step);
+        }
+    }
+}
+
+void NotchMaker::MakeSteps()
+{
+    std::vector<double> const majors = StepPositions(m_axis);
+    for (std::size_t i = 0; i < majors.size(); ++i)
+        AddRegular(majors[i], static_cast<int>(i));
+    if (HasTooManyMinors(majors.size()))
+        return;
+    double const step = m_axis.tickDel / (static_cast<double>(m_axis.numMinorTicks) + 1.0);
+    for (std::size_t i = 1; i < majors.size(); ++i) {
+        for (int k = 1; k <= m_axis.numMinorTicks; ++k)
+            AddMinor(majors[i - 1] + k * step, step);
+    }
+}
+
+/// The dates after one and before the other major date, and before the end of the tick range.
+std::vector<double> NotchMaker::MinorDates(double from, double to) const
+{
+    double const lo = std::max(from, m_axis.tickRangeMin);
+    double const hi = std::min(to, m_axis.tickRangeMax);
+    COleDateTime const start(from);
+    COleDateTime const end(hi);
+    std::vector<double> minors;
+    double slack = 0.0;
+    if (IsCalendarUnit(m_dates->delUnitMinor)) {
+        minors = CalendarValues(start, m_dates->delMinor, m_dates->delUnitMinor, from, end);
+    } else {
+        double const step = DaysOf(m_dates->delMinor, m_dates->delUnitMinor);
+        minors = DateValues(DaysSinceZero(start), step, DaysSinceZero(COleDateTime(lo)), DaysSinceZero(end));
+        slack = step * SlackOf(step, from, lo, hi);
+    }
+    std::erase_if(minors, [&](double v) { return !(v > from + slack && v < hi - slack && v >= lo); });
+    return minors;
+}
+
+void NotchMaker::MakeDateSteps()
+{
+    std::vector<double> const majors = DateStepPositions(*m_dates, m_axis.tickRangeMin, m_axis.tickRangeMax);
+    std::vector<double> minors;
+    for (std::size_t i = 0; i < majors.size(); ++i) {
+        AddRegular(majors[i], static_cast<int>(i));
+        COleDateTime next(majors[i]);
+        CVUtils::IncrementTime(m_dates->del, m_dates->delUnit, next);
+        if (m_dates->delMinor <= 0 || minors.size() > kMaxNotches || !next.IsValid()
+            || next.GetValue() < m_axis.tickRangeMin)
+            continue;
+        std::vector<double> const between = MinorDates(majors[i], next.GetValue());
+        minors.insert(minors.end(), between.begin(), between.end());
+    }
+    if (minors.size() > kMaxNotches)
+        return;
+    for (double const v : minors)
+        AddMinor(v, 1.0, Notch::Kind::MinorDate);
+}
+
+void NotchMaker::MakeDecades()
+{
+    constexpr int kLinesPerDecade = 9;
+    double const lowest = std::floor(m_axis.min);
+    double const decades = std::floor(m_axis.max) - lowest + 1.0;
+    if (!(decades >= 1.0 && decades * (kLinesPerDecade + 1) <= kMaxNotches))
+        return;
+    for (int i = 0; i < decades; ++i) {
+        double const decade = lowest + i;
+        if (decade >= m_axis.min)
+            AddRegular(decade, 0);
+        if (decade >= m_axis.max)
+            break;
+        for (int line = 2; line <= kLinesPerDecade + 1; ++line) {
+            Notch notch;
+            notch.value = decade + std::log10(line);
+            notch.kind = Notch::Kind::DecadeLine;
+            m_notches.push_back(std::move(notch));
+        }
+    }
+}
+
+void NotchMaker::MakeArbitrary()
+{
+    if (m_axis.arbitraryTicks.GetSize() > kMaxNotches)
+        return;
+    for (int i = 0; i < m_axis.arbitraryTicks.GetSize(); ++i)
+        AddArbitrary(m_axis.arbitraryTicks[i], i, Notch::Kind::Arbitrary);
+}
+
+void NotchMaker::MakeInvalidDates() { AddArbitrary(m_axis.min * 0.5 + m_axis.max * 0.5, 0, Notch::Kind::InvalidDates); }
+
+} // namespace
+
+NotchList MakeNotches(AxisSettings const& axis, DateTickSettings const* dates, double crossing)
+{
+    if (!axis.on && !axis.labelsOn)
+        return {};
+    NotchMaker maker(axis, dates, crossing);
+    bool const hasDates = dates && axis.timeUnitsOn;
+    if (hasDates && !HasDateRange(axis)) {
+        maker.MakeInvalidDates();
+    } else if (axis.scaleMode != 0) {
+        maker.MakeDecades();
+    } else {
+        if (axis.HasDivisions())
+            maker.MakeDivisions();
+        else if (axis.HasSteps() && hasDates)
+            maker.MakeDateSteps();
+        else if (axis.HasSteps())
+            maker.MakeSteps();
+        if (axis.HasArbitrary())
+            maker.MakeArbitrary();
+    }
+    return maker.TakeNotches();
+}
+
+} // namespace ombrel

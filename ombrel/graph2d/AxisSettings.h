@@ -1,0 +1,101 @@
+#pragma once
+#include "ombrel/foundation/Utils.h"
+#include "ombrel/platform/framework/Arrays.h"
+#include "ombrel/platform/framework/DateTime.h"
+
+namespace ombrel {
+
+/// The settings of one axis. Ranges and positions are data units; on a logarithmic axis they are decades (log10).
+///
+/// Enumerations are stored as ints, and a document may hold any value: every value beyond those named acts as the
+/// comment at its setting says, or as the first one named.
+struct AxisSettings {
+    /// Which notches a linear axis has; a logarithmic axis has its decades whatever the mode.
+    enum TickMode : int {
+        tmNone = 0,
+        tmDivisions = 1,
+        tmStep = 2,
+        tmArbitrary = 3,
+        tmDivisionsArbitrary = 4,
+        tmStepArbitrary = 5,
+    };
+    /// On which side of the axis line notches and labels stand.
+    enum LabelPlacement : int { lpLeft = 0, lpRight = 1, lpAbove = 2, lpBelow = 3 };
+    /// Where a label's text comes from: the value; the strings, by the notch's position among all notches; or the
+    /// value on regular notches and the strings on arbitrary ones, by the entry's index.
+    enum LabelMode : int { lmValues = 0, lmStrings = 1, lmArbitraryStrings = 2 };
+    /// From the data, widened to whole multiples of a tidy step; from the data, exact; as stored.
+    enum RangeMode : int { rmTidy = 0, rmExact = 1, rmFixed = 2 };
+    /// Follows the axis range, or stays as stored (any other value).
+    enum TickRangeMode : int { trAxis = 0, trFixed = 1 };
+    using FormatType = NumberFormat;
+
+    bool HasDivisions() const { return tickMode == tmDivisions || tickMode == tmDivisionsArbitrary; }
+    bool HasSteps() const { return tickMode == tmStep || tickMode == tmStepArbitrary; }
+    bool HasArbitrary() const { return tickMode >= tmArbitrary && tickMode <= tmStepArbitrary; }
+    bool IsWithinTickRange(double v) const { return v >= tickRangeMin && v <= tickRangeMax; }
+
+    double min = 0.0;
+    double max = 10.0;
+    int rangeMode = rmTidy;
+    /// 0 linear, any other value logarithmic.
+    int scaleMode = 0;
+    /// Only stored.
+    double scaleFac = 1.0;
+    /// The axis line, its notch marks and its title.
+    int on = 1;
+    CString title;
+
+    TickMode tickMode = tmDivisions;
+    /// Equal divisions: how many major notches over the tick range, the ends included; none below 2.
+    int numMajorTicks = 6;
+    /// Minor notches between two major ones.
+    int numMinorTicks = 3;
+    /// Fixed step: one notch, and the distance between notches; a step that is not positive gives no notches.
+    double tickMin = 0.0;
+    double tickDel = 2.0;
+    CPlainDoubleArray arbitraryTicks;
+    /// Notches outside the tick range are left out, arbitrary ones excepted.
+    int tickRangeMode = trAxis;
+    double tickRangeMin = 0.0;
+    double tickRangeMax = 10.0;
+    /// Factors of the usual notch lengths.
+    double majorTickScaleFac = 1.0;
+    double minorTickScaleFac = 1.0;
+
+    int labelsOn = 1;
+    int minorLabelsOn = 0;
+    /// Whether the notch at which the axes cross is there.
+    int intersectLabelOn = 1;
+    int labelMode = lmValues;
+    CStringArray labels;
+    /// x: lpBelow, or above for any other value; y: lpLeft, or to the right for any other value.
+    LabelPlacement labelPlacement = lpLeft;
+    FormatType formatType = kGeneralFormat;
+    FormatType minorFormatType = kGeneralFormat;
+    int labelPrecision = 4;
+    int minorLabelPrecision = 4;
+    /// x values are OLE dates; on the y axis only stored.
+    int timeUnitsOn = 0;
+};
+
+/// How an axis of dates places its step notches and writes its labels.
+struct DateTickSettings {
+    /// One notch.
+    COleDateTime tickMin;
+    /// The distance between notches; without notches when not positive.
+    int del = 1;
+    TimeUnit delUnit = TimeUnit::Year;
+    /// The distance from a major notch to its first minor one, and on to the next; none when not positive.
+    int delMinor = 0;
+    TimeUnit delUnitMinor = TimeUnit::Year;
+    /// strftime codes; a label is the date and the time with a blank between.
+    CString dateFormat = "%d/%m/%y";
+    CString timeFormat = "%H:%M:%S";
+    CString minorDateFormat = "%d/%m/%y";
+    CString minorTimeFormat = "%H:%M:%S";
+    /// Not 0: tickMin becomes the axis minimum whenever ranges are updated.
+    int alignRefDate = 1;
+};
+
+} // namespace ombrel

@@ -1,0 +1,59 @@
+#include "ombrel/graph2d/OmbrelInit.h"
+#include "ombrel/colour/CaptionArray.h"
+#include "ombrel/colour/ColourKeyArray.h"
+#include "ombrel/colour/Legend.h"
+#include "ombrel/foundation/CoordTransform.h"
+#include "ombrel/foundation/FontData.h"
+#include "ombrel/foundation/RealTypes.h"
+#include "ombrel/foundation/Vertex.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DGrid.h"
+#include "ombrel/graph2d/2DLinePlot.h"
+#include "ombrel/graph2d/2DLineSeriesPlot.h"
+#include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/Axes.h"
+
+namespace ombrel {
+namespace {
+
+constexpr CRuntimeClass const* kPersistentClasses[] = {
+    &CRealPoint::kClass,
+    &CRealRect::kClass,
+    &CVertex::kClass,
+    &CNormal::kClass,
+    &CCoordTransform::kClass,
+    &CTransformArray::kClass,
+    &CFontData::kClass,
+    &CTableData::kClass,
+    &CGraph::kClass,
+    &CGraphComponent::kClass,
+    &CPlotComponent::kClass,
+    &CPlot::kClass,
+    &CPlotArray::kClass,
+    &CLegend::kClass,
+    &CCaption::kClass,
+    &CCaptionArray::kClass,
+    &CColourKey::kClass,
+    &CColourKeyArray::kClass,
+    &C2DGraph::kClass,
+    &CAxes::kClass,
+    &C2DGrid::kClass,
+    &C2DPolarGrid::kClass,
+    &C2DPlot::kClass,
+    &C2DSeriesPlot::kClass,
+    &C2DLinePlot::kClass,
+    &C2DLineSeriesPlot::kClass,
+    &C2DCurve::kClass,
+    &C2DLine::kClass,
+    &C2DLineSeriesLine::kClass,
+};
+
+} // namespace
+
+void OmbrelInit()
+{
+    for (CRuntimeClass const* const persistent : kPersistentClasses)
+        RegisterClass(*persistent);
+}
+
+} // namespace ombrel

@@ -1,0 +1,135 @@
+#include "ombrel/graph2d/2DCurve.h"
+#include "ombrel/graph2d/2DSeriesPlot.h"
+#include "tests/graph2d/GraphFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace ombrel {
+namespace {
+
+C2DCurve MakeCurve(std::vector<std::pair<double, double>> const& points)
+{
+    C2DCurve curve;
+    curve.SetDataSourceType(CPlotComponent::dsTable);
+    curve.Initialise(static_cast<int>(points.size()));
+    for (int i = 0; auto const& [x, y] : points)
+        curve.SetAt(i++, { x, y });
+    return curve;
+}
+
+TEST(Curve2D, InterpolatesBetweenPointsAndStaysAtTheEnds)
+{
+    C2DCurve const curve = MakeCurve({ { 0, 1 }, { 1, 3 }, { 1, 7 }, { 3, 9 } });
+    struct Case {
+        double x, y;
+    };
+    for (Case const& c : { Case { -5, 1 }, Case { 0, 1 }, Case { 0.5, 2 }, Case { 1, 3 }, Case { 2, 8 }, Case { 3, 9 },
+             Case { 99, 9 } }) {
+        EXPECT_DOUBLE_EQ(curve.GetAt(c.x).y, c.y) << c.x;
+        EXPECT_DOUBLE_EQ(curve.GetYVal(c.x), c.y) << c.x;
+    }
+}
+
+TEST(Curve2D, SlopeOfAParabolaIsExact)
+{
+    std::vector<std::pair<double, double>> points;
+    for (double const x : { -3.0, -1.0, 0.0, 0.5, 2.0, 7.0 })
+        points.emplace_back(x, x * x);
+    C2DCurve const curve = MakeCurve(points);
+    for (double const x : { -3.0, -2.5, -0.2, 0.0, 0.3, 1.9, 6.0, 7.0 })
+        EXPECT_NEAR(curve.GetDerivative(x), 2 * x, 1e-12) << x;
+    EXPECT_EQ(MakeCurve({ { 0, 1 }, { 1, 2 } }).GetDerivative(0.5), 0.0);
+}
+
+TEST(Curve2D, LogarithmicAxesSeeDecadesAndClampWhatHasNone)
+{
+    C2DCurve curve = MakeCurve({ { 1, 0 }, { 10, 100 }, { 1000, 0.01 } });
+    curve.SetYScaleMode(1);
+    curve.SetXScaleMode(1);
+    EXPECT_EQ(curve.GetAt(0).y, -100.0);
+    double min = 0;
+    double max = 0;
+    curve.GetXRange(min, max);
+    EXPECT_EQ(min, 0.0);
+    EXPECT_EQ(max, 3.0);
+    curve.GetYRange(min, max);
+    EXPECT_EQ(min, -100.0);
+    EXPECT_EQ(max, 2.0);
+    EXPECT_EQ(curve.GetYVal(10), 100.0) << "stored values";
+}
+
+TEST(Curve2D, TakesPointsFromArraysOnlyWhenTheyAreLongEnough)
+{
+    C2DCurve curve = MakeCurve({ { 5, 6 } });
+    CDoubleArray xs;
+    CDoubleArray ys;
+    for (double const v : { 1.0, 2.0, 3.0 })
+        xs.Add(v);
+    ys.Add(9.0);
+    curve.SetPoints(&xs, &ys, 2);
+    EXPECT_EQ(curve.GetNumPoints(), 1) << "y is too short";
+    curve.SetPoints(&xs, static_cast<CDoubleArray*>(nullptr), 3);
+    EXPECT_EQ(curve.GetNumPoints(), 3);
+    EXPECT_EQ(std::as_const(curve).GetAt(2).x, 3.0);
+    CByteArray const bytes { 0, 255 };
+    curve.SetPoints(nullptr, &bytes, 2);
+    EXPECT_EQ(std::as_const(curve).GetAt(1).y, 255.0);
+}
+
+TEST(Curve2D, IsDefinedByItsDataSource)
+{
+    C2DCurve curve;
+    EXPECT_FALSE(curve.IsDefined());
+    curve.SetFormulaString("y = x");
+    EXPECT_TRUE(curve.IsDefined());
+    EXPECT_FALSE(curve.Evaluate());
+    curve.SetDataSourceType(CPlotComponent::dsTable);
+    EXPECT_FALSE(curve.IsDefined());
+    curve.Initialise(3);
+    EXPECT_TRUE(curve.IsDefined());
+    EXPECT_TRUE(curve.Evaluate());
+    curve.SetDataSourceType(CPlotComponent::dsFile);
+    EXPECT_FALSE(curve.IsDefined());
+}
+
+TEST(SeriesPlot, GivesItsCurvesTheSharedXValues)
+{
+    OmbrelInit();
+    C2DGraph graph(1);
+    auto& plot = static_cast<C2DSeriesPlot&>(*graph.AddPlot(it2DLineSeriesPlot));
+    plot.SetNumPts(11);
+    auto& first = static_cast<C2DCurve&>(*plot.CreateCurve());
+    first.SetDataSourceType(CPlotComponent::dsTable);
+    first.Initialise(4);
+    for (int i = 0; i < 4; ++i)
+        first.SetYAt(i, 7.0 + i);
+    graph.UpdatePlots();
+    ASSERT_EQ(first.GetNumPoints(), 11);
+    EXPECT_EQ(std::as_const(first).GetAt(10).x, 10.0);
+    EXPECT_EQ(std::as_const(first).GetAt(3).y, 10.0) << "own y values stay";
+    EXPECT_EQ(std::as_const(first).GetAt(4).y, 0.0);
+    EXPECT_EQ(plot.GetPoints().GetAt(1, 3), 10.0) << "the plot takes over the first curve's points";
+
+    CDoubleArray xs;
+    for (double const v : { 1.0, 4.0, 9.0 })
+        xs.Add(v);
+    plot.SetXValueMode(1);
+    plot.SetPoints(&xs, 4);
+    EXPECT_EQ(plot.GetNumActualPoints(), 11) << "too few values change nothing";
+    plot.SetPoints(&xs, 3);
+    plot.UpdateCurves();
+    ASSERT_EQ(first.GetNumPoints(), 3);
+    EXPECT_EQ(std::as_const(first).GetAt(2).x, 9.0);
+
+    double v = 1000.0;
+    C2DSeriesPlot::LogClamp(v);
+    EXPECT_EQ(v, 3.0);
+    v = 0.0;
+    C2DSeriesPlot::LogClamp(v);
+    EXPECT_EQ(v, -10.0);
+}
+
+} // namespace
+} // namespace ombrel

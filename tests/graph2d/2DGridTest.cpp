@@ -1,0 +1,244 @@
+#include "ombrel/graph2d/2DGrid.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DPolarGrid.h"
+#include "tests/model/ArchiveBytes.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace ombrel {
+namespace {
+
+using test::Bytes;
+using test::Load;
+using test::Stored;
+
+Bytes GridBytes()
+{
+    return Bytes()
+        .Component(0x332211, 1, 1, 2)
+        .Int(1, 1, 11, 12, 13, 14) // version; on, major x and y, minor x and y divisions
+        .Int(0x0000FF, 0x00FF00) // major and minor colour
+        .Int(2, 3, 4, 5) // major and minor style, x and y line mode
+        .Int(6, 7, 8, 9) // free lines on, and aligned, x and y each
+        .Double(0.5, 1.5, 2.5, 3.5) // x minimum and step, y minimum and step
+        .Int(21, 22, 0) // horizontal, vertical lines, synchronised
+        .Int(0) // a valid date
+        .Double(40000.5)
+        .Int(31, 3, 32, 4); // major and minor date step and unit
+}
+
+TEST(Grid2DArchive, KeepsEveryFieldInItsPlace)
+{
+    C2DGrid grid;
+    ASSERT_TRUE(Load(grid, GridBytes()));
+    EXPECT_EQ(Stored(grid), GridBytes());
+    EXPECT_EQ(grid.IsOn(), 1);
+    EXPECT_EQ(grid.GetNumMajorXDivs(), 11);
+    EXPECT_EQ(grid.GetNumMajorYDivs(), 12);
+    EXPECT_EQ(grid.GetNumMinorXDivs(), 13);
+    EXPECT_EQ(grid.GetNumMinorYDivs(), 14);
+    EXPECT_EQ(grid.GetMajorColour(), RGB(255, 0, 0));
+    EXPECT_EQ(grid.GetMinorColour(), RGB(0, 255, 0));
+    EXPECT_EQ(grid.GetMinorLineStyle(), 3);
+    EXPECT_EQ(grid.GetXLineMode(), 4);
+    EXPECT_EQ(grid.GetYLineMode(), 5);
+    EXPECT_EQ(grid.GetArbYLinesOn(), 7);
+    EXPECT_EQ(grid.GetAlignArbXLinesWithTicks(), 8);
+    EXPECT_EQ(grid.GetXLineDel(), 1.5);
+    EXPECT_EQ(grid.GetYLineMin(), 2.5);
+    EXPECT_EQ(grid.GetHorzLinesOn(), 21);
+    EXPECT_EQ(grid.GetVertLinesOn(), 22);
+    EXPECT_EQ(grid.GetSynch(), 0);
+    EXPECT_EQ(grid.GetXMinTime().GetValue(), 40000.5);
+    EXPECT_EQ(grid.GetXDelTime(), 31);
+    EXPECT_EQ(grid.GetXDelTimeUnitMinor(), CAxes::TimeUnit::Hour);
+    for (std::size_t length = 0; length < GridBytes().Get().size(); ++length)
+        EXPECT_FALSE(Load(grid, Bytes::Of(std::span(GridBytes().Get()).first(length)))) << length;
+}
+
+TEST(Grid2DArchive, HoldsTheDefaultsOfANewGrid)
+{
+    C2DGrid grid(nullptr);
+    COLORREF major = 0;
+    COLORREF minor = 0;
+    CPreferences::GetMajorGridLineColour2D(major);
+    CPreferences::GetMinorGridLineColour2D(minor);
+    EXPECT_EQ(Stored(grid),
+        Bytes()
+            .Component(0, 0, 0, 0)
+            .Int(1, 0, 5, 5, 4, 4)
+            .Int(major, minor)
+            .Int(0, 0, 0, 0)
+            .Int(0, 0, 0, 0)
+            .Double(0, 2, 0, 2)
+            .Int(1, 1, 1)
+            .Int(0)
+            .Double(36526) // 1 January 2000
+            .Int(1, 0, 1, 1));
+}
+
+TEST(PolarGrid2DArchive, KeepsEveryFieldInItsPlace)
+{
+    Bytes const bytes = Bytes().Component(0x332211, 1, 1, 3).Int(1, 9, 11, 12, 13, 14).Int(0x0000FF, 0x00FF00, 2, 3);
+    C2DPolarGrid grid;
+    ASSERT_TRUE(Load(grid, bytes));
+    EXPECT_EQ(Stored(grid), bytes);
+    EXPECT_EQ(grid.IsOn(), 9);
+    EXPECT_EQ(grid.GetNumMajorRDivs(), 11);
+    EXPECT_EQ(grid.GetNumMajorPhiDivs(), 12);
+    EXPECT_EQ(grid.GetNumMinorRDivs(), 13);
+    EXPECT_EQ(grid.GetNumMinorPhiDivs(), 14);
+    EXPECT_EQ(grid.GetMajorColour(), RGB(255, 0, 0));
+    EXPECT_EQ(grid.GetMinorLineStyle(), 3);
+
+    C2DPolarGrid fresh(nullptr);
+    EXPECT_FALSE(fresh.IsOn());
+    EXPECT_EQ(fresh.GetNumMajorRDivs(), 5);
+    EXPECT_EQ(fresh.GetNumMajorPhiDivs(), 8);
+    EXPECT_EQ(fresh.GetNumMinorRDivs(), 4);
+    EXPECT_EQ(fresh.GetNumMinorPhiDivs(), 2);
+}
+
+TEST(Grid2D, EverySetterButTheOneForSynchronisingRaisesTheModifiedFlag)
+{
+    C2DGrid grid(nullptr);
+    std::function<void()> const setters[] = {
+        [&] { grid.SetOn(1); },
+        [&] { grid.SetVertLinesOn(0); },
+        [&] { grid.SetXMinTime(COleDateTime(1.0)); },
+        [&] { grid.SetXDelTimeUnit(CAxes::TimeUnit::Day); },
+        [&] { grid.SetArbLineColour(1); },
+        [&] {
+            grid.SetArbXLinePosns({ 1.0, 2.0 });
+        },
+        [&] { grid.SetArbYLinePosns({}); },
+        [&] { grid.SetSynch(0); },
+    };
+    for (auto const& set : setters) {
+        grid.ResetModifiedFlags();
+        set();
+        EXPECT_EQ(grid.Modified() != 0, grid.GetSynch() != 0);
+    }
+    CDoubleArray positions { 7.0 };
+    grid.GetArbXLinePosns(positions);
+    EXPECT_EQ(positions, (CDoubleArray { 1.0, 2.0 }));
+}
+
+/// Settings of both axes that differ in everything.
+void Configure(CAxes& axes, CAxes::TickMode xMode, CAxes::TickMode yMode)
+{
+    axes.SetXTickMode(xMode);
+    axes.SetYTickMode(yMode);
+    axes.SetNumXMajorTicks(8);
+    axes.SetNumXMinorTicks(1);
+    axes.SetNumYMajorTicks(12);
+    axes.SetNumYMinorTicks(9);
+    axes.SetXTickMin(0.5);
+    axes.SetXTickDel(0.25);
+    axes.SetYTickMin(-3.0);
+    axes.SetYTickDel(1.5);
+}
+
+TEST(Grid2D, FollowsTheAxesInEveryTickMode)
+{
+    struct {
+        CAxes::TickMode tickMode;
+        /// Which of the two modes it gives; −1 where the grid keeps the one it has.
+        int lineMode;
+    } const cases[] = {
+        { CAxes::tmNone, -1 },
+        { CAxes::tmDivisions, C2DGrid::lmDivisions },
+        { CAxes::tmStep, C2DGrid::lmStep },
+        { CAxes::tmArbitrary, -1 },
+        { CAxes::tmDivisionsArbitrary, C2DGrid::lmDivisions },
+        { CAxes::tmStepArbitrary, C2DGrid::lmStep },
+    };
+    for (auto const& c : cases) {
+        for (int const before : { C2DGrid::lmDivisions, C2DGrid::lmStep }) {
+            CAxes axes;
+            Configure(axes, c.tickMode, CAxes::tmNone);
+            C2DGrid grid(nullptr);
+            grid.SetXLineMode(before);
+            grid.ResetModifiedFlags();
+            grid.FollowAxes(axes);
+            bool const steps = (c.lineMode < 0 ? before : c.lineMode) == C2DGrid::lmStep;
+            EXPECT_EQ(grid.GetXLineMode(), steps ? C2DGrid::lmStep : C2DGrid::lmDivisions) << c.tickMode;
+            EXPECT_EQ(grid.GetNumMajorXDivs(), steps ? 5 : 7) << c.tickMode;
+            EXPECT_EQ(grid.GetXLineMin(), steps ? 0.5 : 0.0) << c.tickMode;
+            EXPECT_EQ(grid.GetXLineDel(), steps ? 0.25 : 2.0) << c.tickMode;
+            EXPECT_EQ(grid.GetNumMinorXDivs(), 2) << c.tickMode;
+            EXPECT_EQ(grid.GetNumMajorYDivs(), 11) << "y lines stay divisions";
+            EXPECT_EQ(grid.GetNumMinorYDivs(), 10);
+            EXPECT_FALSE(grid.Modified()) << "following is no change that asks for another draw";
+        }
+    }
+}
+
+TEST(Grid2D, FollowsTheStepsOfTheYAxis)
+{
+    CAxes axes;
+    Configure(axes, CAxes::tmDivisions, CAxes::tmStepArbitrary);
+    C2DGrid grid(nullptr);
+    grid.FollowAxes(axes);
+    EXPECT_EQ(grid.GetYLineMode(), C2DGrid::lmStep);
+    EXPECT_EQ(grid.GetYLineMin(), -3.0);
+    EXPECT_EQ(grid.GetYLineDel(), 1.5);
+    EXPECT_EQ(grid.GetNumMinorYDivs(), 10);
+    EXPECT_EQ(grid.GetNumMajorYDivs(), 5);
+    EXPECT_EQ(grid.GetXLineDel(), 2.0);
+}
+
+TEST(Grid2D, FollowsTheDatesOfADateAxis)
+{
+    CAxes axes;
+    Configure(axes, CAxes::tmStep, CAxes::tmDivisions);
+    axes.SetXTimeUnitsOn(1);
+    axes.SetXTickMinTime(COleDateTime(2020, 3, 1, 0, 0, 0));
+    axes.SetXDelTime(3);
+    axes.SetXDelTimeUnit(CAxes::TimeUnit::Month);
+    axes.SetXDelTimeMinor(2);
+    axes.SetXDelTimeUnitMinor(CAxes::TimeUnit::Week);
+    C2DGrid grid(nullptr);
+    grid.FollowAxes(axes);
+    EXPECT_EQ(grid.GetXMinTime(), COleDateTime(2020, 3, 1, 0, 0, 0));
+    EXPECT_EQ(grid.GetXDelTime(), 3);
+    EXPECT_EQ(grid.GetXDelTimeUnit(), CAxes::TimeUnit::Month);
+    EXPECT_EQ(grid.GetXDelTimeMinor(), 2);
+    EXPECT_EQ(grid.GetXDelTimeUnitMinor(), CAxes::TimeUnit::Week);
+    EXPECT_EQ(grid.GetXLineMode(), C2DGrid::lmStep);
+    EXPECT_EQ(grid.GetXLineDel(), 2.0) << "steps in data units mean nothing here";
+    EXPECT_EQ(grid.GetNumMinorXDivs(), 4);
+}
+
+TEST(Grid2D, FollowsItsGraphOnlyWhileSynchronised)
+{
+    C2DGraph graph(1);
+    C2DGrid& grid = *graph.GetGrid();
+    Configure(*graph.GetAxes(), CAxes::tmDivisions, CAxes::tmDivisions);
+    grid.SetSynch(0);
+    graph.UpdateComponentParameters();
+    EXPECT_EQ(grid.GetNumMajorXDivs(), 5);
+    grid.SetSynch(1);
+    graph.UpdateComponentParameters();
+    EXPECT_EQ(grid.GetNumMajorXDivs(), 7);
+    C2DGrid lost(nullptr);
+    lost.UpdateGraphParameters();
+    EXPECT_EQ(lost.GetNumMajorXDivs(), 5);
+}
+
+TEST(Grid2D, DamagedTickCountsDoNotOverflow)
+{
+    CAxes axes;
+    constexpr int kHuge = 0x7FFFFFFF;
+    axes.SetNumXMajorTicks(-kHuge - 1);
+    axes.SetNumXMinorTicks(kHuge);
+    C2DGrid grid(nullptr);
+    grid.FollowAxes(axes);
+    EXPECT_EQ(grid.GetNumMajorXDivs(), -kHuge - 1);
+    EXPECT_EQ(grid.GetNumMinorXDivs(), kHuge);
+}
+
+} // namespace
+} // namespace ombrel

@@ -1,0 +1,446 @@
+#include "ombrel/graph2d/AxesNotches.h"
+
+#include "ombrel/foundation/GArray.h"
+#include "tests/platform/framework/PrintString.h"
+
+#include <cmath>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace ombrel {
+namespace {
+
+using testing::DoubleNear;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pointwise;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kLargest = std::numeric_limits<double>::max();
+
+AxisSettings AxisOver(double min, double max)
+{
+    AxisSettings axis;
+    axis.min = axis.tickRangeMin = min;
+    axis.max = axis.tickRangeMax = max;
+    return axis;
+}
+
+AxisSettings StepAxis(double min, double max, double tickMin, double tickDel)
+{
+    AxisSettings axis = AxisOver(min, max);
+    axis.tickMode = AxisSettings::tmStep;
+    axis.tickMin = tickMin;
+    axis.tickDel = tickDel;
+    return axis;
+}
+
+/// An axis of dates with step notches over these days.
+AxisSettings DateAxis(COleDateTime const& first, COleDateTime const& last)
+{
+    AxisSettings axis = AxisOver(first.GetValue(), last.GetValue());
+    axis.tickMode = AxisSettings::tmStep;
+    axis.timeUnitsOn = 1;
+    return axis;
+}
+
+std::vector<double> ValuesOf(NotchList const& notches, Notch::Kind kind)
+{
+    std::vector<double> values;
+    for (Notch const& notch : notches) {
+        if (notch.kind == kind)
+            values.push_back(notch.value);
+    }
+    return values;
+}
+
+std::vector<double> Majors(AxisSettings const& axis, double crossing = kNaN)
+{
+    return ValuesOf(MakeNotches(axis, nullptr, crossing), Notch::Kind::Regular);
+}
+
+std::vector<double> Minors(AxisSettings const& axis, double crossing = kNaN)
+{
+    return ValuesOf(MakeNotches(axis, nullptr, crossing), Notch::Kind::Minor);
+}
+
+std::vector<CString> Texts(AxisSettings const& axis, DateTickSettings const* dates = nullptr)
+{
+    std::vector<CString> texts;
+    for (Notch const& notch : MakeLabelledNotches(axis, dates, kNaN)) {
+        if (notch.IsMajor())
+            texts.push_back(notch.text);
+    }
+    return texts;
+}
+
+std::vector<CString> AsDays(std::vector<double> const& dates)
+{
+    std::vector<CString> days;
+    for (double const date : dates)
+        days.push_back(COleDateTime(date).Format("%Y-%m-%d"));
+    return days;
+}
+
+MATCHER_P(NearTo, tolerance, "") { return std::fabs(std::get<0>(arg) - std::get<1>(arg)) <= tolerance; }
+
+TEST(AxesNotches, DivisionsSpreadOverTheTickRangeWithMinorsBetween)
+{
+    AxisSettings const axis = AxisOver(0, 10);
+    EXPECT_THAT(Majors(axis), ElementsAre(0, 2, 4, 6, 8, 10));
+    EXPECT_THAT(Minors(axis),
+        Pointwise(NearTo(1e-12), { 0.5, 1.0, 1.5, 2.5, 3.0, 3.5, 4.5, 5.0, 5.5, 6.5, 7.0, 7.5, 8.5, 9.0, 9.5 }));
+}
+
+TEST(AxesNotches, TheLastDivisionIsTheEndOfTheRangeWhateverTheRounding)
+{
+    for (int n = 2; n < 200; ++n) {
+        AxisSettings axis = AxisOver(0.1, 0.7);
+        axis.numMajorTicks = n;
+        EXPECT_EQ(Majors(axis).size(), static_cast<std::size_t>(n));
+    }
+}
+
+TEST(AxesNotches, MinorsAreLeftOutWhereTheAxesCrossAndWithoutAnAxisLine)
+{
+    AxisSettings axis = AxisOver(0, 10);
+    EXPECT_EQ(Minors(axis, 0.5 + 9e-7).size(), 14u);
+    EXPECT_EQ(Minors(axis, 0.5 + 1.1e-6).size(), 15u);
+    axis.on = 0;
+    EXPECT_THAT(Minors(axis), IsEmpty());
+    EXPECT_EQ(Majors(axis).size(), 6u) << "labels are still on";
+    axis.labelsOn = 0;
+    EXPECT_THAT(MakeNotches(axis, nullptr, 0), IsEmpty());
+}
+
+TEST(AxesNotches, TheNotchAtTheCrossingIsThereOnlyWhenAskedFor)
+{
+    AxisSettings axis = AxisOver(-0.3, 0.3);
+    axis.numMajorTicks = 7;
+    EXPECT_EQ(Majors(axis, 0)[3], 0.0) << "rounding noise is taken off";
+    axis.intersectLabelOn = 0;
+    EXPECT_EQ(Majors(axis, 0).size(), 6u);
+    EXPECT_EQ(Majors(axis, 0.1).size(), 7u) << "regular notches cross at zero only";
+
+    axis.tickMode = AxisSettings::tmArbitrary;
+    axis.arbitraryTicks = { 0.0, 0.1, 0.1 + 0.9e-7, 0.1 + 1.1e-7 };
+    EXPECT_THAT(ValuesOf(MakeNotches(axis, nullptr, 0.1), Notch::Kind::Arbitrary), ElementsAre(0.0, 0.1 + 1.1e-7));
+    EXPECT_THAT(ValuesOf(MakeNotches(axis, nullptr, 0.0), Notch::Kind::Arbitrary).front(), 0.0)
+        << "an entry of exactly 0 is never at the crossing";
+}
+
+TEST(AxesNotches, StepsReachTheRangeFromBothSides)
+{
+    struct Case {
+        char const* name;
+        double min, max, tickMin, tickDel;
+        std::vector<double> positions;
+    };
+    Case const cases[] = {
+        { "from inside", 0, 3, 0.25, 1, { 0.25, 1.25, 2.25 } },
+        { "from above", 0, 3, 7.5, 1, { 0.5, 1.5, 2.5 } },
+        { "on both ends", 0, 2, 0, 1, { 0, 1, 2 } },
+        { "from below, one step after", 10, 12, 8, 1.5, { 9.5, 11 } },
+        { "far from above", 0, 2, 1e9, 1, { 0, 1, 2 } },
+        { "ends are met in spite of rounding", 0, 0.3, 0.3, 0.1, { 0, 0.1, 0.2, 0.3 } },
+        { "far below, only what is in the range", 1e6, 1e6 + 2, 0, 1, { 1e6, 1e6 + 1, 1e6 + 2 } },
+        { "a step beyond the range", 0, 1, 0.5, 10, { 0.5 } },
+        { "no notch fits", 0, 1, 1.5, 10, {} },
+        { "no step", 0, 1, 0, 0, {} },
+        { "a negative step", 0, 1, 0, -1, {} },
+        { "a step that is none", 0, 1, 0, kNaN, {} },
+        { "an infinite step", 0, 1, 0, kInfinity, {} },
+        { "too many", 0, 1, 0, 1e-5, {} },
+        { "too small to move", 1e9, 1e9 + 1, 1e9, 1e-300, {} },
+        { "out of all bounds", -kLargest, kLargest, kLargest, 1, {} },
+        { "no range", kNaN, kNaN, 0, 1, {} },
+        { "an infinite range", 0, kInfinity, 0, 1, {} },
+    };
+    for (Case const& c : cases) {
+        std::vector<double> const positions = StepPositions(StepAxis(c.min, c.max, c.tickMin, c.tickDel));
+        EXPECT_THAT(positions, Pointwise(NearTo(1e-12), c.positions)) << c.name;
+    }
+}
+
+TEST(AxesNotches, StepMinorsLieBetweenMajorsOnlyAndInTheTickRange)
+{
+    AxisSettings axis = StepAxis(0, 3, 0.25, 1);
+    EXPECT_THAT(Minors(axis), ElementsAre(0.5, 0.75, 1.0, 1.5, 1.75, 2.0));
+    axis.numMinorTicks = 2;
+    EXPECT_EQ(Minors(StepAxis(0, 0.3, 0, 0.1)).size(), 9u) << "none on a major notch";
+    axis = StepAxis(10, 12, 8, 1.5);
+    EXPECT_THAT(Minors(axis), ElementsAre(10.25, 10.625));
+    EXPECT_THAT(Majors(axis), ElementsAre(11));
+}
+
+TEST(AxesNotches, UnreasonableCountsGiveNoNotches)
+{
+    int const most = std::numeric_limits<int>::max();
+    for (int const n : { most, -most, -1, 0, 1, kMaxNotches + 1 }) {
+        AxisSettings axis = AxisOver(0, 10);
+        axis.numMajorTicks = n;
+        EXPECT_THAT(MakeNotches(axis, nullptr, 0), IsEmpty()) << n;
+    }
+    for (int const n : { most, -most - 1, -1, 0, kMaxNotches }) {
+        for (AxisSettings::TickMode const mode : { AxisSettings::tmDivisions, AxisSettings::tmStep }) {
+            AxisSettings axis = StepAxis(0, 10, 0, 2);
+            axis.tickMode = mode;
+            axis.numMinorTicks = n;
+            EXPECT_EQ(MakeNotches(axis, nullptr, 0).size(), 6u) << n;
+        }
+    }
+    AxisSettings axis = AxisOver(0, 10);
+    axis.tickMode = AxisSettings::tmArbitrary;
+    axis.arbitraryTicks.SetSize(kMaxNotches + 1);
+    EXPECT_THAT(MakeNotches(axis, nullptr, 1), IsEmpty());
+}
+
+TEST(AxesNotches, UnreasonableRangesGiveNoNotchesOutsideThem)
+{
+    double const ends[] = { 0, 1, -1e308, 1e308, kLargest, -kLargest, kInfinity, -kInfinity, kNaN, 5e-324 };
+    DateTickSettings dates;
+    for (double const min : ends) {
+        for (double const max : ends) {
+            for (int mode = -1; mode <= 6; ++mode) {
+                for (int const flags : { 0, 1, 2, 3 }) {
+                    AxisSettings axis = StepAxis(min, max, 0, 1);
+                    axis.tickMode = static_cast<AxisSettings::TickMode>(mode);
+                    axis.scaleMode = flags & 1;
+                    axis.timeUnitsOn = flags & 2;
+                    axis.labelMode = AxisSettings::lmStrings;
+                    for (Notch const& notch : MakeLabelledNotches(axis, &dates, 0)) {
+                        bool const bounded = notch.kind == Notch::Kind::Regular || notch.kind == Notch::Kind::Minor;
+                        EXPECT_TRUE(!bounded || notch.value == 0 || axis.IsWithinTickRange(notch.value))
+                            << min << ' ' << max << ' ' << mode;
+                    }
+                }
+            }
+        }
+    }
+}
+
+TEST(AxesNotches, ArbitraryNotchesKeepTheirIndexAndIgnoreTheTickRange)
+{
+    AxisSettings axis = AxisOver(0, 10);
+    axis.tickMode = AxisSettings::tmDivisionsArbitrary;
+    axis.numMajorTicks = 2;
+    axis.numMinorTicks = 0;
+    axis.arbitraryTicks = { 12, kGap, 3, kNaN, kInfinity };
+    NotchList const notches = MakeNotches(axis, nullptr, kNaN);
+    ASSERT_EQ(notches.size(), 4u);
+    EXPECT_EQ(notches[2].value, 12);
+    EXPECT_EQ(notches[2].index, 0);
+    EXPECT_EQ(notches[3].value, 3);
+    EXPECT_EQ(notches[3].index, 2);
+    EXPECT_THAT(NotchPositions(axis, nullptr), ElementsAre(0, 3, 10, 12));
+}
+
+TEST(AxesNotches, DecadesHaveNineLinesEachTheLastOnTheNext)
+{
+    AxisSettings axis = AxisOver(-1, 1);
+    axis.scaleMode = 1;
+    for (int const mode : { 0, 1, 3 }) {
+        axis.tickMode = static_cast<AxisSettings::TickMode>(mode);
+        NotchList const notches = MakeNotches(axis, nullptr, 0.5);
+        EXPECT_THAT(ValuesOf(notches, Notch::Kind::Regular), ElementsAre(-1, 0, 1));
+        auto const lines = ValuesOf(notches, Notch::Kind::DecadeLine);
+        ASSERT_EQ(lines.size(), 18u);
+        EXPECT_DOUBLE_EQ(lines[0], std::log10(0.2));
+        EXPECT_DOUBLE_EQ(lines[8], 0.0);
+        EXPECT_DOUBLE_EQ(lines[9], std::log10(2.0));
+        EXPECT_DOUBLE_EQ(lines[17], 1.0);
+    }
+    EXPECT_THAT(Texts(axis), ElementsAre("0.1", "1", "10"));
+    axis.intersectLabelOn = 0;
+    EXPECT_THAT(Majors(axis, 0), ElementsAre(-1, 1)) << "10^0 at the crossing";
+    axis.numMajorTicks = 1;
+    axis.tickMode = AxisSettings::tmDivisions;
+    EXPECT_THAT(Majors(axis, 0), ElementsAre(-1, 1)) << "the decades do not depend on the divisions";
+
+    AxisSettings cut = AxisOver(0.4, 2.3);
+    cut.scaleMode = 1;
+    EXPECT_THAT(Majors(cut), ElementsAre(1, 2));
+    AxisSettings endless = AxisOver(0, 1e9);
+    endless.scaleMode = 1;
+    EXPECT_THAT(MakeNotches(endless, nullptr, 0), IsEmpty());
+}
+
+struct DateCase {
+    char const* name;
+    COleDateTime tickMin;
+    int del;
+    TimeUnit unit;
+    COleDateTime lo, hi;
+    std::vector<CString> days;
+};
+
+COleDateTime Day(int year, int month, int day) { return { year, month, day, 0, 0, 0 }; }
+
+TEST(AxesNotches, DateStepsFollowTheCalendarFromTheLastDateNotAfterTheRange)
+{
+    COleDateTime const none = [] {
+        COleDateTime date;
+        date.SetStatus(COleDateTime::null);
+        return date;
+    }();
+    COleDateTime const outside = [] {
+        COleDateTime date(1e12);
+        date.SetStatus(COleDateTime::valid);
+        return date;
+    }();
+    DateCase const cases[] = {
+        { "months", Day(2009, 1, 15), 1, TimeUnit::Month, Day(2009, 1, 15), Day(2009, 4, 1),
+            { "2009-01-15", "2009-02-15", "2009-03-15" } },
+        { "months back", Day(2009, 4, 15), 1, TimeUnit::Month, Day(2008, 12, 20), Day(2009, 2, 15),
+            { "2008-12-15", "2009-01-15", "2009-02-15" } },
+        { "years back", Day(2009, 3, 1), 2, TimeUnit::Year, Day(2004, 1, 1), Day(2006, 1, 1),
+            { "2003-03-01", "2005-03-01" } },
+        { "weeks", Day(2009, 1, 1), 1, TimeUnit::Week, Day(2009, 1, 1), Day(2009, 1, 15),
+            { "2009-01-01", "2009-01-08", "2009-01-15" } },
+        { "days from far above", Day(9999, 1, 1), 1, TimeUnit::Day, Day(200, 1, 1), Day(200, 1, 2),
+            { "200-01-01", "200-01-02" } },
+        { "31 January stops at February", Day(2009, 1, 31), 1, TimeUnit::Month, Day(2009, 1, 1), Day(2009, 12, 31),
+            { "2008-12-31", "2009-01-31" } },
+        { "on the way back too", Day(2009, 3, 31), 1, TimeUnit::Month, Day(2009, 1, 1), Day(2009, 12, 31), {} },
+        { "31 January as the start", Day(2009, 1, 31), 1, TimeUnit::Month, Day(2009, 1, 31), Day(2009, 12, 31),
+            { "2009-01-31" } },
+        { "29 February as the start", Day(2008, 2, 29), 1, TimeUnit::Year, Day(2008, 2, 29), Day(2012, 12, 31),
+            { "2008-02-29" } },
+        { "before the range every date counts", Day(2000, 1, 1), 1, TimeUnit::Year, Day(2001, 6, 1), Day(2002, 6, 1),
+            { "2000-01-01", "2001-01-01", "2002-01-01" } },
+        { "no step", Day(2009, 1, 1), 0, TimeUnit::Day, Day(2009, 1, 1), Day(2009, 1, 2), {} },
+        { "a negative step", Day(2009, 1, 1), -1, TimeUnit::Month, Day(2008, 1, 1), Day(2009, 1, 2), {} },
+        { "no unit", Day(2009, 1, 1), 1, static_cast<TimeUnit>(7), Day(2008, 1, 1), Day(2009, 1, 2), {} },
+        { "a null date", none, 1, TimeUnit::Day, Day(2009, 1, 1), Day(2009, 1, 2), {} },
+        { "a date out of bounds", outside, 1, TimeUnit::Month, Day(2009, 1, 1), Day(2009, 1, 2), {} },
+        { "too many", Day(2009, 1, 1), 1, TimeUnit::Second, Day(2009, 1, 1), Day(2009, 1, 2), {} },
+        { "the largest step", Day(2009, 1, 1), std::numeric_limits<int>::max(), TimeUnit::Year, Day(2009, 1, 1),
+            Day(2009, 1, 2), { "2009-01-01" } },
+    };
+    for (DateCase const& c : cases) {
+        DateTickSettings dates;
+        dates.tickMin = c.tickMin;
+        dates.del = c.del;
+        dates.delUnit = c.unit;
+        EXPECT_EQ(AsDays(DateStepPositions(dates, c.lo.GetValue(), c.hi.GetValue())), c.days) << c.name;
+    }
+}
+
+TEST(AxesNotches, HoursOfALongAxisDoNotDriftOffItsEnd)
+{
+    AxisSettings const axis = DateAxis(Day(2009, 1, 1), Day(2009, 12, 31));
+    DateTickSettings dates;
+    dates.tickMin = Day(2009, 1, 1);
+    dates.delUnit = TimeUnit::Hour;
+    std::vector<double> const positions = DateStepPositions(dates, axis.min, axis.max);
+    ASSERT_EQ(positions.size(), 364u * 24 + 1);
+    EXPECT_EQ(positions.back(), axis.max);
+    for (std::size_t i = 0; i < positions.size(); i += 24)
+        EXPECT_NEAR(positions[i], axis.min + static_cast<double>(i) / 24, 1e-9);
+}
+
+TEST(AxesNotches, MinorDatesLieStrictlyBetweenMajorDatesInsideTheRange)
+{
+    AxisSettings const axis = DateAxis(Day(2009, 1, 15), Day(2009, 6, 1));
+    DateTickSettings dates;
+    dates.tickMin = Day(2009, 1, 1);
+    dates.del = 3;
+    dates.delUnit = TimeUnit::Month;
+    dates.delMinor = 1;
+    dates.delUnitMinor = TimeUnit::Month;
+    auto const days = [&](Notch::Kind kind) { return AsDays(ValuesOf(MakeNotches(axis, &dates, 0), kind)); };
+    EXPECT_THAT(days(Notch::Kind::Regular), ElementsAre("2009-04-01"));
+    EXPECT_THAT(days(Notch::Kind::MinorDate), ElementsAre("2009-02-01", "2009-03-01", "2009-05-01"))
+        << "not on the range's end";
+    dates.delUnitMinor = TimeUnit::Week;
+    dates.delMinor = 6;
+    EXPECT_THAT(days(Notch::Kind::MinorDate), ElementsAre("2009-02-12", "2009-03-26", "2009-05-13"));
+    dates.delUnit = TimeUnit::Day;
+    dates.del = 1;
+    dates.delUnitMinor = TimeUnit::Hour;
+    dates.delMinor = 6;
+    EXPECT_EQ(days(Notch::Kind::MinorDate).size(), 137u * 3) << "none on a major date";
+    dates.delUnitMinor = TimeUnit::Second;
+    EXPECT_THAT(days(Notch::Kind::MinorDate), IsEmpty()) << "more than can be drawn";
+    dates.delUnitMinor = static_cast<TimeUnit>(-3);
+    EXPECT_THAT(days(Notch::Kind::MinorDate), IsEmpty());
+}
+
+TEST(AxesLabels, ComeFromValuesOrStringsByTheLabelMode)
+{
+    AxisSettings axis = AxisOver(0, 10);
+    axis.tickMode = AxisSettings::tmDivisionsArbitrary;
+    axis.numMajorTicks = 3;
+    axis.arbitraryTicks = { 7.25, 2.5 };
+    axis.labels = { " first ", "second", "third", "fourth" };
+    EXPECT_THAT(Texts(axis), ElementsAre("0", "5", "10", "7.25", "2.5"));
+    axis.labelMode = AxisSettings::lmStrings;
+    EXPECT_THAT(Texts(axis), ElementsAre("first", "third", "", "fourth", "second"));
+    axis.labelMode = AxisSettings::lmArbitraryStrings;
+    EXPECT_THAT(Texts(axis), ElementsAre("0", "5", "10", "first", "second"));
+    axis.labels.SetSize(1);
+    EXPECT_THAT(Texts(axis), ElementsAre("0", "5", "10", "first", ""));
+    axis.labelsOn = 0;
+    EXPECT_THAT(Texts(axis), ElementsAre("", "", "", "", ""));
+
+    axis = AxisOver(0, 2000);
+    axis.numMajorTicks = 2;
+    axis.formatType = kEngineeringFormat;
+    EXPECT_THAT(Texts(axis), ElementsAre("0", "2k")) << "the blank of the sign is trimmed";
+}
+
+TEST(AxesLabels, OfAnArbitraryAxisGoByTheSortedPositions)
+{
+    AxisSettings axis = AxisOver(0, 10);
+    axis.tickMode = AxisSettings::tmArbitrary;
+    axis.labelMode = AxisSettings::lmStrings;
+    axis.arbitraryTicks = { 9, 1, 5 };
+    axis.labels = { "a", "b", "c" };
+    EXPECT_THAT(Texts(axis), ElementsAre("c", "a", "b"));
+}
+
+TEST(AxesLabels, StringsMeetPositionsThatRoundingSetsApart)
+{
+    AxisSettings axis = AxisOver(-0.3, 0.3);
+    axis.numMajorTicks = 7;
+    axis.labelMode = AxisSettings::lmStrings;
+    axis.labels = { "a", "b", "c", "d", "e", "f", "g" };
+    EXPECT_THAT(Texts(axis), ElementsAre("a", "b", "c", "d", "e", "f", "g"));
+}
+
+TEST(AxesLabels, OfDatesUseTheDateAndTimeFormats)
+{
+    AxisSettings axis = DateAxis(Day(2009, 1, 1), Day(2009, 1, 3));
+    DateTickSettings dates;
+    dates.tickMin = Day(2009, 1, 1);
+    dates.delUnit = TimeUnit::Day;
+    dates.delMinor = 12;
+    dates.delUnitMinor = TimeUnit::Hour;
+    dates.timeFormat = "";
+    dates.minorDateFormat = "%H h";
+    EXPECT_THAT(Texts(axis, &dates), ElementsAre("01/01/09", "02/01/09", "03/01/09"));
+    NotchList const notches = MakeLabelledNotches(axis, &dates, 0);
+    EXPECT_EQ(notches.back().kind, Notch::Kind::MinorDate);
+    EXPECT_EQ(notches.back().text, "12 h") << "without the time format";
+    axis.tickMode = AxisSettings::tmDivisions;
+    axis.numMinorTicks = 1;
+    axis.numMajorTicks = 2;
+    EXPECT_EQ(MakeLabelledNotches(axis, &dates, 0)[1].text, "00 h 00:00:00") << "divisions use both formats";
+}
+
+TEST(AxesLabels, SayThatTheRangeIsNotOneOfDates)
+{
+    AxisSettings axis = AxisOver(0, 3e6);
+    axis.timeUnitsOn = 1;
+    DateTickSettings const dates;
+    NotchList const notches = MakeLabelledNotches(axis, &dates, 0);
+    ASSERT_EQ(notches.size(), 1u);
+    EXPECT_EQ(notches[0].value, 1.5e6);
+    EXPECT_EQ(notches[0].text, "Invalid Date Range");
+    EXPECT_EQ(MakeNotches(axis, nullptr, 0).size(), 21u) << "an axis without dates draws as ever";
+}
+
+} // namespace
+} // namespace ombrel

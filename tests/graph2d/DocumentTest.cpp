@@ -1,0 +1,189 @@
+#include "ombrel/colour/Caption.h"
+#include "ombrel/colour/CaptionArray.h"
+#include "ombrel/colour/Legend.h"
+#include "ombrel/foundation/GArray.h"
+#include "ombrel/graph2d/2DLineSeriesPlot.h"
+#include "ombrel/platform/framework/Archive.h"
+#include "tests/graph2d/GraphFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+namespace ombrel {
+namespace {
+
+using test::AddLine;
+using Bytes = std::vector<std::byte>;
+
+Bytes Store(CObject& object)
+{
+    CMemFile file;
+    CArchive ar(&file, CArchive::store);
+    ar.WriteObject(&object);
+    ar.Close();
+    return file.GetBytes();
+}
+
+std::unique_ptr<CObject> Load(std::span<std::byte const> bytes, CRuntimeClass const& expected = CObject::kClass)
+{
+    CArchive ar(bytes);
+    return ar.ReadObject(expected);
+}
+
+/// Fails without a leak: the exception is deleted, and the loader must have deleted the rest.
+bool LoadFails(std::span<std::byte const> bytes)
+{
+    try {
+        return Load(bytes) == nullptr;
+    } catch (CException* e) {
+        e->Delete();
+        return true;
+    }
+}
+
+std::unique_ptr<C2DGraph> MakeFullGraph()
+{
+    auto graph = std::make_unique<C2DGraph>(1);
+    graph->SetTitle("Full");
+    C2DLine& line = AddLine(*graph, { { 0, 1 }, { 1, kGap }, { 2, -3.5 } });
+    line.SetTitle("Höhe");
+    line.SetLineType(2);
+    line.SetFillOn(1);
+    auto& series = static_cast<C2DSeriesPlot&>(*graph->AddPlot(it2DLineSeriesPlot));
+    series.SetNumPts(4);
+    series.CreateCurve()->SetDataSourceType(CPlotComponent::dsTable);
+    graph->UpdatePlots();
+    graph->AddCaption({ 10, 10 });
+    graph->GetLegend()->Create({ 20, 20 });
+    graph->GetAxes()->SetXAxisTitle("x");
+    graph->SetDrawOrderTags({ 2, 1 });
+    CDIB target(200, 150, 24);
+    graph->Draw(target.GetDC(), { 0, 0, 200, 150 }, pmOffScreen);
+    return graph;
+}
+
+class Document : public testing::Test {
+protected:
+    static void SetUpTestSuite() { OmbrelInit(); }
+};
+
+TEST_F(Document, EveryClassStoresLoadsAndStoresTheSameBytes)
+{
+    for (char const* const name : { "CRealPoint", "CRealRect", "CVertex", "CNormal", "CCoordTransform",
+             "CTransformArray", "CFontData", "CTableData", "CGraph", "CGraphComponent", "CPlotComponent", "CPlot",
+             "CPlotArray", "CLegend", "CCaption", "CCaptionArray", "CColourKey", "CColourKeyArray", "C2DGraph", "CAxes",
+             "C2DGrid", "C2DPolarGrid", "C2DPlot", "C2DSeriesPlot", "C2DLinePlot", "C2DLineSeriesPlot", "C2DCurve",
+             "C2DLine", "C2DLineSeriesLine" }) {
+        CRuntimeClass const* const registered = FindRegisteredClass(name);
+        ASSERT_NE(registered, nullptr) << name;
+        auto const object = registered->create();
+        EXPECT_EQ(&object->GetRuntimeClass(), registered) << name;
+        // A graph without components gains the standard ones when it is loaded, so the second form is compared.
+        Bytes const first = Store(*Load(Store(*object)));
+        EXPECT_EQ(Store(*Load(first)), first) << name;
+    }
+}
+
+TEST_F(Document, AFullGraphComesBackWithItsBytesAndItsPicture)
+{
+    auto const graph = MakeFullGraph();
+    Bytes const bytes = Store(*graph);
+    auto const object = Load(bytes, CGraph::kClass);
+    auto* const loaded = DynamicDowncast<C2DGraph>(object.get());
+    ASSERT_NE(loaded, nullptr);
+    EXPECT_EQ(Store(*loaded), bytes);
+    EXPECT_EQ(loaded->GetComponentByName("Höhe")->GetTag(), 9u);
+    EXPECT_EQ(loaded->GetPlotArray()->GetAt(0)->GetComponent(0)->GetPlot(), loaded->GetPlotArray()->GetAt(0));
+    EXPECT_EQ(loaded->GetAxes()->GetGraph(), loaded);
+    EXPECT_EQ(loaded->GetCaptionArray()->GetAt(0)->GetText(), CString("Caption Text"));
+    EXPECT_EQ(loaded->GetNewTag(), graph->GetNewTag());
+    graph->UpdatePlots();
+    loaded->UpdatePlots();
+    CDIB a(300, 200, 24);
+    CDIB b(300, 200, 24);
+    graph->Draw(a.GetDC(), { 0, 0, 300, 200 }, pmOffScreen);
+    loaded->Draw(b.GetDC(), { 0, 0, 300, 200 }, pmOffScreen);
+    EXPECT_EQ(a.EncodeBmp(), b.EncodeBmp());
+}
+
+TEST_F(Document, ALineCurveHasItsBytes)
+{
+    C2DLine line;
+    line.SetDataSourceType(CPlotComponent::dsTable);
+    line.Initialise(1);
+    line.SetAt(0, { 1.0, -2.0 });
+    line.SetModified(0);
+    CMemFile file;
+    CArchive ar(&file, CArchive::store);
+    line.Serialize(ar);
+    ar.Close();
+    std::string hex;
+    for (std::byte const b : file.GetBytes()) {
+        constexpr char kDigits[] = "0123456789abcdef";
+        hex += kDigits[std::to_integer<int>(b) >> 4];
+        hex += kDigits[std::to_integer<int>(b) & 15];
+    }
+    std::string const zero = "00000000";
+    std::string const one = "01000000";
+    std::string const empty = "fffeff00";
+    std::string const zeroReal = zero + zero;
+    std::string const lut = "fffeff0853007000650063007400720075006d00";
+    std::string expected = "05000000" "02000000" + empty + empty
+        + "fffeff0a4c0069006e006500200043007500720076006500" + empty + lut + "0000" + one + zero + zero + zero + zero
+        + empty + zero + zero + "06000000" + zero + zeroReal + zero + zeroReal + zeroReal + "ffffffff" + zero + zero
+        + one + "0000" + "63000000";
+    expected += "02000000" + zeroReal + "0000000000002440" + "c8000000" + zero + zero + one + zero + zero + zero + zero
+        + zero + zero + zero + zero + "000000000000f03f" + zero + one;
+    expected += "02000000" "02000000" + one + "000000000000f03f" + "00000000000000c0" + zeroReal + "000000000000f03f";
+    expected += "02000000" + zero + zero + zeroReal + "03000000" + one + zero + zero + zero + zero + zero + zeroReal
+        + zeroReal + zero + zero + zero;
+    EXPECT_EQ(hex, expected);
+}
+
+TEST_F(Document, AnyTruncationIsAnErrorAndLeaksNothing)
+{
+    Bytes const bytes = Store(*MakeFullGraph());
+    for (std::size_t size = 0; size < bytes.size(); ++size)
+        ASSERT_TRUE(LoadFails(std::span(bytes).first(size))) << size;
+}
+
+TEST_F(Document, DamagedBytesNeverCrashAndWhatLoadsCanBeDrawn)
+{
+    Bytes const bytes = Store(*MakeFullGraph());
+    std::mt19937 random(11);
+    CDIB target(80, 60, 24);
+    for (int round = 0; round < 400; ++round) {
+        Bytes damaged = bytes;
+        for (int i = 0; i < 3; ++i)
+            damaged[random() % damaged.size()] = std::byte(random() & 0xFF);
+        try {
+            auto const object = Load(damaged, CGraph::kClass);
+            if (auto* const graph = DynamicDowncast<C2DGraph>(object.get())) {
+                graph->UpdatePlots();
+                graph->Draw(target.GetDC(), { 0, 0, 80, 60 }, pmOffScreen);
+            }
+        } catch (CException* e) {
+            e->Delete();
+        }
+    }
+}
+
+TEST_F(Document, PlotArraysHoldPlotsOnly)
+{
+    CPlotArray plots;
+    plots.Add(new CPlot);
+    Bytes bytes = Store(plots);
+    // The class name of the one element is of the same length as another registered class's.
+    std::string text(reinterpret_cast<char const*>(bytes.data()), bytes.size());
+    std::size_t const at = text.find("CPlot", text.find("CPlotArray") + 10);
+    ASSERT_NE(at, std::string::npos);
+    std::string const axes = "CAxes";
+    for (std::size_t i = 0; i < axes.size(); ++i)
+        bytes[at + i] = static_cast<std::byte>(axes[i]);
+    EXPECT_TRUE(LoadFails(bytes));
+}
+
+} // namespace
+} // namespace ombrel

@@ -1,0 +1,90 @@
+#include "ombrel/graph2d/PointSummary.h"
+#include "ombrel/foundation/GArray.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace ombrel {
+namespace {
+
+CTableData RandomWalk(int points)
+{
+    CTableData table(2, points);
+    std::mt19937 random(7);
+    std::normal_distribution<double> step;
+    double y = 0.0;
+    for (int i = 0; i < points; ++i) {
+        table.SetAt(0, i, i * 0.5);
+        table.SetAt(1, i, y += step(random));
+    }
+    return table;
+}
+
+TEST(PointSummary, GivesTheExtremesOfAnyStretchAsAScanDoes)
+{
+    CTableData const table = RandomWalk(1000);
+    PointSummary summary;
+    summary.Update(table);
+    EXPECT_TRUE(summary.XAscends());
+    for (std::size_t const first : { 0, 1, 63, 64, 65, 500 }) {
+        for (std::size_t const last : { 501, 511, 512, 513, 999, 1000 }) {
+            Extremes found {};
+            ASSERT_TRUE(summary.YExtremes(table.GetRow(1), first, last, found));
+            auto const [low, high] = std::minmax_element(table.GetRow(1) + first, table.GetRow(1) + last);
+            EXPECT_EQ(found.min, *low) << first << " … " << last;
+            EXPECT_EQ(found.max, *high) << first << " … " << last;
+        }
+    }
+}
+
+TEST(PointSummary, LeavesPointsOutOfBothRangesWhenEitherCoordinateIsMissing)
+{
+    for (double const missing : { kGap, std::nan(""), std::numeric_limits<double>::infinity() }) {
+        for (int const at : { 3, 150, 190 }) {
+            CTableData table = RandomWalk(200);
+            table.SetAt(0, at, 1e6);
+            table.SetAt(1, at, missing);
+            PointSummary summary;
+            summary.Update(table);
+            EXPECT_EQ(summary.XRange().max, 199 * 0.5);
+            EXPECT_LT(summary.YRange().max, 1e5);
+            Extremes found {};
+            EXPECT_FALSE(summary.YExtremes(table.GetRow(1), 0, 200, found));
+        }
+    }
+}
+
+TEST(PointSummary, KnowsWhenXDoesNotAscend)
+{
+    struct Case {
+        int at;
+        double x;
+    };
+    for (Case const& c : { Case { 64, 31.0 }, Case { 10, 1.0 }, Case { 199, 0.0 }, Case { 100, std::nan("") } }) {
+        CTableData table = RandomWalk(200);
+        table.SetAt(0, c.at, c.x);
+        PointSummary summary;
+        summary.Update(table);
+        EXPECT_FALSE(summary.XAscends()) << c.at;
+    }
+}
+
+TEST(PointSummary, FollowsTheTable)
+{
+    CTableData table = RandomWalk(100);
+    PointSummary summary;
+    summary.Update(table);
+    table.SetAt(1, 50, 1e9);
+    summary.Update(table);
+    EXPECT_EQ(summary.YRange().max, 1e9);
+    table.Clear();
+    summary.Update(table);
+    EXPECT_TRUE(summary.XRange().IsEmpty());
+}
+
+} // namespace
+} // namespace ombrel
