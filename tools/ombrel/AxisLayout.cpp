@@ -1,0 +1,275 @@
+#include "tools/ombrel/AxisLayout.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace ombrel::host {
+
+namespace {
+
+/// The power of ten and the digit 1, 2 or 5 that make a tidy step.
+struct TidyStep {
+    int digit = 1;
+    int exponent = 0;
+    double Value() const
+    {
+        // Division keeps 0.1 and the like as exact as a double can be.
+        double const power = std::pow(10.0, std::abs(exponent));
+        return exponent < 0 ? digit / power : digit * power;
+    }
+    void Enlarge()
+    {
+        exponent += digit == 5;
+        digit = digit == 1 ? 2 : digit == 2 ? 5 : 1;
+    }
+};
+
+/// The multiple of the step at or outside of a value; what is a hair's breadth off counts as on it.
+double FloorTo(double value, double step) { return std::floor(value / step + 1e-9) * step; }
+double CeilTo(double value, double step) { return std::ceil(value / step - 1e-9) * step; }
+
+AxisRange MoveEnds(AxisRange data, RangeFreedom const& freedom, double low, double high)
+{
+    double const reach = freedom.reach * (data.max - data.min) * (1.0 + 1e-9);
+    AxisRange range = data;
+    if (!freedom.minFixed && data.min - low <= reach)
+        range.min = low;
+    if (!freedom.maxFixed && high - data.max <= reach)
+        range.max = high;
+    return range;
+}
+
+int MinorTicks(int digit) { return digit == 2 ? 3 : 4; }
+
+void ChooseFormat(NumberTicks& ticks, int exponent)
+{
+    double const largest = std::max(std::abs(ticks.range.min), std::abs(ticks.range.max));
+    int const decimals = std::max(0, -exponent);
+    if (largest < 1e7 && decimals <= 6) {
+        ticks.format = kFixedFormat;
+        ticks.precision = decimals;
+    } else {
+        // So many significant digits that neighbouring labels differ.
+        double const digits = std::floor(std::log10(largest)) - exponent + 1.0;
+        ticks.format = kGeneralFormat;
+        ticks.precision = static_cast<int>(std::clamp(digits, 1.0, 17.0));
+    }
+}
+
+/// A calendar step and what its labels look like.
+struct CalendarStep {
+    TimeUnit unit;
+    int count;
+    /// Days, about.
+    double length;
+    char const* format;
+    /// Of what the labels leave out when the whole range lies in one such period, and when it does not.
+    char const* formatAcross;
+    char const* common;
+    TimeUnit minorUnit;
+    int minorCount;
+};
+
+constexpr double kMinute = 1.0 / 1440.0;
+constexpr double kSecond = 1.0 / 86400.0;
+constexpr char const* kSeconds = "%H:%M:%S";
+constexpr char const* kMinutes = "%H:%M";
+constexpr char const* kDayMinutes = "%d %b %H:%M";
+constexpr char const* kDaySeconds = "%d %b %H:%M:%S";
+constexpr char const* kDay = "%Y-%m-%d";
+constexpr char const* kMonth = "%b %Y";
+
+constexpr std::array kCalendarSteps {
+    CalendarStep { TimeUnit::Second, 1, kSecond, kSeconds, kDaySeconds, kDay, TimeUnit::Second, 0 },
+    CalendarStep { TimeUnit::Second, 5, 5 * kSecond, kSeconds, kDaySeconds, kDay, TimeUnit::Second, 1 },
+    CalendarStep { TimeUnit::Second, 15, 15 * kSecond, kSeconds, kDaySeconds, kDay, TimeUnit::Second, 5 },
+    CalendarStep { TimeUnit::Second, 30, 30 * kSecond, kSeconds, kDaySeconds, kDay, TimeUnit::Second, 10 },
+    CalendarStep { TimeUnit::Minute, 1, kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Second, 15 },
+    CalendarStep { TimeUnit::Minute, 5, 5 * kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Minute, 1 },
+    CalendarStep { TimeUnit::Minute, 15, 15 * kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Minute, 5 },
+    CalendarStep { TimeUnit::Minute, 30, 30 * kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Minute, 10 },
+    CalendarStep { TimeUnit::Hour, 1, 60 * kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Minute, 15 },
+    CalendarStep { TimeUnit::Hour, 3, 180 * kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Hour, 1 },
+    CalendarStep { TimeUnit::Hour, 6, 360 * kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Hour, 1 },
+    CalendarStep { TimeUnit::Hour, 12, 720 * kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Hour, 3 },
+    CalendarStep { TimeUnit::Day, 1, 1, kDay, kDay, "", TimeUnit::Hour, 6 },
+    CalendarStep { TimeUnit::Day, 2, 2, kDay, kDay, "", TimeUnit::Day, 1 },
+    CalendarStep { TimeUnit::Day, 7, 7, kDay, kDay, "", TimeUnit::Day, 1 },
+    CalendarStep { TimeUnit::Day, 14, 14, kDay, kDay, "", TimeUnit::Day, 7 },
+    CalendarStep { TimeUnit::Month, 1, 30.44, kMonth, kMonth, "", TimeUnit::Month, 0 },
+    CalendarStep { TimeUnit::Month, 2, 60.88, kMonth, kMonth, "", TimeUnit::Month, 1 },
+    CalendarStep { TimeUnit::Month, 3, 91.31, kMonth, kMonth, "", TimeUnit::Month, 1 },
+    CalendarStep { TimeUnit::Month, 6, 182.62, kMonth, kMonth, "", TimeUnit::Month, 1 },
+};
+
+/// Beyond months: years by 1, 2 or 5 times a power of ten.
+CalendarStep YearStep(TidyStep const& tidy)
+{
+    int const years = static_cast<int>(tidy.Value());
+    CalendarStep step { TimeUnit::Year, years, 365.2425 * years, "%Y", "%Y", "", TimeUnit::Year, 0 };
+    if (years == 1) {
+        step.minorUnit = TimeUnit::Month;
+        step.minorCount = 3;
+    } else {
+        step.minorCount = tidy.digit == 1 ? years / 5 : years / tidy.digit;
+    }
+    return step;
+}
+
+std::string FormatDate(double days, char const* format) { return COleDateTime(days).Format(format).ToUtf8(); }
+
+/// The last date at or before the given one that steps are counted from: the first of a year or month that the step
+/// divides, a Monday, or a whole number of hours, minutes or seconds after midnight.
+COleDateTime AnchorOf(double days, CalendarStep const& step)
+{
+    COleDateTime::Fields f {};
+    COleDateTime date(days);
+    if (!date.GetFields(f))
+        return date;
+    switch (step.unit) {
+    case TimeUnit::Year:
+        date.SetDateTime(std::max(f.year - f.year % step.count, 100), 1, 1, 0, 0, 0);
+        break;
+    case TimeUnit::Month:
+        date.SetDateTime(f.year, f.month - (f.month - 1) % step.count, 1, 0, 0, 0);
+        break;
+    case TimeUnit::Day:
+    case TimeUnit::Week: {
+        // 1 January 1900, day 2, was a Monday.
+        double const back = std::fmod(std::floor(days) - 2.0, static_cast<double>(step.count));
+        return COleDateTime(std::floor(days) - (back < 0.0 ? back + step.count : back));
+    }
+    case TimeUnit::Hour:
+        date.SetDateTime(f.year, f.month, f.day, f.hour - f.hour % step.count, 0, 0);
+        break;
+    case TimeUnit::Minute:
+        date.SetDateTime(f.year, f.month, f.day, f.hour, f.minute - f.minute % step.count, 0);
+        break;
+    case TimeUnit::Second:
+        date.SetDateTime(f.year, f.month, f.day, f.hour, f.minute, f.second - f.second % step.count);
+        break;
+    }
+    return date;
+}
+
+/// The last notch at or before the date.
+double NotchBefore(double days, CalendarStep const& step)
+{
+    COleDateTime const anchor = AnchorOf(days, step);
+    return anchor.IsValid() ? anchor.GetValue() : days;
+}
+
+double NotchAfter(double days, CalendarStep const& step)
+{
+    COleDateTime notch = AnchorOf(days, step);
+    if (notch.IsValid() && notch.GetValue() < days)
+        CVUtils::IncrementTime(step.count, step.unit, notch);
+    return notch.IsValid() && notch.GetValue() >= days ? notch.GetValue() : days;
+}
+
+/// Whether both dates give the same text in that form.
+bool SharePeriod(AxisRange const& range, char const* format)
+{
+    return FormatDate(range.min, format) == FormatDate(range.max, format);
+}
+
+} // namespace
+
+AxisRange WidenEmptyRange(AxisRange range)
+{
+    if (range.min > range.max)
+        std::swap(range.min, range.max);
+    double const largest = std::max(std::abs(range.min), std::abs(range.max));
+    // Less than this could not be told apart at the notches.
+    if (range.max - range.min > largest * 1e-12 && range.max > range.min)
+        return range;
+    double const half = range.max == 0.0 ? 1.0 : std::max(largest * (range.min == range.max ? 0.1 : 1e-11), 1e-290);
+    return { range.min - half, range.max + half };
+}
+
+NumberTicks MakeNumberTicks(AxisRange data, RangeFreedom freedom, int mostSteps, double smallestStep)
+{
+    NumberTicks ticks;
+    double const length = data.max - data.min;
+    double const wanted = std::max(length / std::max(mostSteps, 1), smallestStep);
+    TidyStep tidy { 1, static_cast<int>(std::floor(std::log10(wanted))) - 1 };
+    for (;; tidy.Enlarge()) {
+        double const step = tidy.Value();
+        if (step < smallestStep * (1.0 - 1e-9) || !(step > 0.0))
+            continue;
+        ticks.step = step;
+        ticks.range = MoveEnds(data, freedom, FloorTo(data.min, step), CeilTo(data.max, step));
+        if ((ticks.range.max - ticks.range.min) / step <= mostSteps + 1e-6)
+            break;
+    }
+    ticks.first = CeilTo(ticks.range.min, ticks.step);
+    ticks.minor = smallestStep > 0.0 && tidy.Value() < 2.0 * smallestStep ? 0 : MinorTicks(tidy.digit);
+    ChooseFormat(ticks, tidy.exponent);
+    return ticks;
+}
+
+std::string NumberLabel(NumberTicks const& ticks, double value)
+{
+    return CVUtils::FormatDouble(ticks.format, value, ticks.precision).ToUtf8();
+}
+
+NumberTicks FitNumberTicks(AxisRange data, RangeFreedom freedom, double smallestStep, int length,
+    std::function<int(std::string const&)> const& width)
+{
+    constexpr int kMostSteps = 10;
+    int const gap = width("00");
+    for (int steps = kMostSteps; steps > 1; --steps) {
+        NumberTicks const ticks = MakeNumberTicks(data, freedom, steps, smallestStep);
+        int const widest
+            = std::max({ width(NumberLabel(ticks, ticks.range.min)), width(NumberLabel(ticks, ticks.range.max)),
+                width(NumberLabel(ticks, ticks.first)), width(NumberLabel(ticks, ticks.first + ticks.step)) });
+        double const room = length * ticks.step / (ticks.range.max - ticks.range.min);
+        if (widest + gap <= room)
+            return ticks;
+    }
+    return MakeNumberTicks(data, freedom, 1, smallestStep);
+}
+
+DateTicks FitDateTicks(
+    AxisRange data, RangeFreedom freedom, int length, std::function<int(std::string const&)> const& width)
+{
+    constexpr double kMostLabels = 10.0;
+    double const days = data.max - data.min;
+    int const gap = width("00");
+    auto const fits = [&](CalendarStep const& step, char const* format) {
+        // Late September has the widest month, and two-digit days.
+        constexpr double kSample = 40446.98;
+        double const labels = days / step.length;
+        return labels <= kMostLabels && labels * (width(FormatDate(kSample, format)) + gap) <= length;
+    };
+    CalendarStep step {};
+    char const* format = nullptr;
+    for (CalendarStep const& candidate : kCalendarSteps) {
+        bool const alike = candidate.common[0] == 0 || SharePeriod(data, candidate.common);
+        char const* const text = alike ? candidate.format : candidate.formatAcross;
+        if (fits(candidate, text)) {
+            step = candidate;
+            format = text;
+            break;
+        }
+    }
+    for (TidyStep tidy; !format; tidy.Enlarge()) {
+        step = YearStep(tidy);
+        if (fits(step, step.format) || step.count >= 5000)
+            format = step.format;
+    }
+    DateTicks ticks;
+    ticks.range = MoveEnds(data, freedom, NotchBefore(data.min, step), NotchAfter(data.max, step));
+    ticks.first = COleDateTime(NotchBefore(ticks.range.min, step));
+    ticks.step = step.count;
+    ticks.unit = step.unit;
+    ticks.minorStep = step.minorCount;
+    ticks.minorUnit = step.minorUnit;
+    ticks.format = format;
+    if (step.common[0] != 0)
+        ticks.common = format == step.format ? step.common : "%Y";
+    return ticks;
+}
+
+} // namespace ombrel::host

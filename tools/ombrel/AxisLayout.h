@@ -1,0 +1,72 @@
+#pragma once
+#include "ombrel/foundation/Utils.h"
+#include "ombrel/platform/framework/DateTime.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace ombrel::host {
+
+/// Where an axis begins and ends, data units; min < max.
+struct AxisRange {
+    double min = 0.0;
+    double max = 1.0;
+};
+
+/// Which ends the user has fixed, and how far the others may move outwards to the next notch.
+struct RangeFreedom {
+    bool minFixed = false;
+    bool maxFixed = false;
+    /// As a fraction of the range; an end that would have to move further stays where the data ends.
+    double reach = 1.0;
+};
+
+/// Notches of an axis of numbers.
+struct NumberTicks {
+    AxisRange range;
+    double step = 1.0;
+    /// The first notch inside the range.
+    double first = 0.0;
+    /// Minor notches between two major ones.
+    int minor = 0;
+    NumberFormat format = kGeneralFormat;
+    int precision = 4;
+};
+
+/// The range with some length in any case: what has none is widened round its value.
+AxisRange WidenEmptyRange(AxisRange range);
+
+/// The notches with the smallest step of 1, 2 or 5 times a power of ten that makes at most mostSteps steps of the
+/// range; step is not below smallestStep.
+NumberTicks MakeNumberTicks(AxisRange data, RangeFreedom freedom, int mostSteps, double smallestStep = 0.0);
+
+/// The label of the number at a notch.
+std::string NumberLabel(NumberTicks const& ticks, double value);
+
+/// As MakeNumberTicks, with as many steps as there is room for labels along an x axis of length pixels. width gives
+/// the pixels of a text.
+NumberTicks FitNumberTicks(AxisRange data, RangeFreedom freedom, double smallestStep, int length,
+    std::function<int(std::string const&)> const& width);
+
+/// Notches of an axis of dates (days since 30 December 1899).
+struct DateTicks {
+    AxisRange range;
+    /// A notch at or before the range's start.
+    COleDateTime first;
+    int step = 1;
+    TimeUnit unit = TimeUnit::Year;
+    /// 0 for no minor notches.
+    int minorStep = 0;
+    TimeUnit minorUnit = TimeUnit::Year;
+    /// strftime codes of the labels.
+    std::string format;
+    /// strftime codes of what all labels have in common and leave out; empty when they say everything.
+    std::string common;
+};
+
+/// Calendar steps that fit an axis of length pixels; width gives the pixels of a text.
+DateTicks FitDateTicks(
+    AxisRange data, RangeFreedom freedom, int length, std::function<int(std::string const&)> const& width);
+
+} // namespace ombrel::host

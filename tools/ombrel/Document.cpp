@@ -1,0 +1,72 @@
+#include "tools/ombrel/Document.h"
+#include "ombrel/model/Graph.h"
+#include "ombrel/platform/framework/Archive.h"
+#include "tools/ombrel/InputFile.h"
+#include "tools/ombrel/Messages.h"
+#include "tools/ombrel/Output.h"
+
+#include <span>
+
+namespace ombrel::host {
+
+namespace {
+
+std::unique_ptr<CGraph> LoadInPlace(CArchive& archive, CRuntimeClass const& graphClass)
+{
+    std::unique_ptr<CObject> object = graphClass.create();
+    object->Serialize(archive);
+    return std::unique_ptr<CGraph>(static_cast<CGraph*>(object.release()));
+}
+
+CRuntimeClass const* FindGraphClass(std::string const& name)
+{
+    CRuntimeClass const* const found = FindRegisteredClass(name);
+    bool const isGraph = found && found->create && found->IsDerivedFrom(CGraph::kClass);
+    if (!isGraph)
+        throw Failure(
+            kUsageFault, "--in-place: expected the class of a graph, such as C2DGraph, found \"" + name + "\"");
+    return found;
+}
+
+} // namespace
+
+bool LooksLikeDocument(std::string_view firstBytes)
+{
+    // FFFF announces the class, then its schema 1 and the length of its name, which begins with a C.
+    return firstBytes.size() >= kDocumentMarkLength && firstBytes.substr(0, 4) == std::string_view("\xFF\xFF\x01\0", 4)
+        && firstBytes[5] == 0 && firstBytes[6] == 'C';
+}
+
+std::unique_ptr<CGraph> LoadDocument(InputFile& file, std::string const& inPlaceClass, Messages const& messages)
+{
+    CRuntimeClass const* const graphClass = inPlaceClass.empty() ? nullptr : FindGraphClass(inPlaceClass);
+    std::string const bytes = file.ReadAll();
+    std::unique_ptr<CGraph> graph;
+    try {
+        CArchive archive(std::as_bytes(std::span(bytes)));
+        graph = graphClass ? LoadInPlace(archive, *graphClass) : archive.ReadObjectOf<CGraph>();
+        if (archive.GetRemaining() > 0)
+            messages.Warning(
+                file.GetName() + ": " + std::to_string(archive.GetRemaining()) + " bytes after the graph are ignored");
+    } catch (CException* exception) {
+        std::string const text = exception->GetErrorMessage().ToUtf8();
+        exception->Delete();
+        throw Failure(kDataFault, file.GetName() + ": is not a graph document: " + text);
+    }
+    if (!graph)
+        throw Failure(kDataFault, file.GetName() + ": holds no graph");
+    graph->UpdatePlots();
+    return graph;
+}
+
+void SaveDocument(std::string const& path, CGraph const& graph)
+{
+    CMemFile memory;
+    CArchive archive(&memory, CArchive::store);
+    archive.WriteObject(&graph);
+    archive.Close();
+    auto const& bytes = memory.GetBytes();
+    WriteFile(path, std::string(reinterpret_cast<char const*>(bytes.data()), bytes.size()));
+}
+
+} // namespace ombrel::host

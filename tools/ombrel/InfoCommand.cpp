@@ -1,0 +1,180 @@
+#include "tools/ombrel/InfoCommand.h"
+#include "ombrel/graph2d/2DCurve.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/Axes.h"
+#include "ombrel/model/ItemType.h"
+#include "ombrel/platform/framework/Number.h"
+#include "tools/ombrel/Document.h"
+#include "tools/ombrel/InputFile.h"
+#include "tools/ombrel/Messages.h"
+#include "tools/ombrel/Options.h"
+#include "tools/ombrel/TableFile.h"
+#include "tools/ombrel/Utf8.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace ombrel::host {
+
+namespace {
+
+std::string NumberText(double value) { return FormatNumber(value, 'g', 10); }
+
+/// With the time only where there is one.
+std::string DateText(double days)
+{
+    COleDateTime const date(days);
+    return date.Format(days == std::floor(days) ? "%Y-%m-%d" : "%Y-%m-%d %H:%M:%S").ToUtf8();
+}
+
+std::string RangeText(double min, double max, bool dates)
+{
+    return dates ? DateText(min) + " to " + DateText(max) : NumberText(min) + " to " + NumberText(max);
+}
+
+/// Characters, for lining up columns.
+std::size_t TextLength(std::string const& text)
+{
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
+using Row = std::array<std::string, 5>;
+
+std::string FormatRows(std::vector<Row> const& rows)
+{
+    std::array<std::size_t, 5> widths {};
+    for (Row const& row : rows) {
+        for (std::size_t i = 0; i < row.size(); ++i)
+            widths[i] = std::max(widths[i], TextLength(row[i]));
+    }
+    std::string text;
+    for (Row const& row : rows) {
+        std::string line = " ";
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            line += " " + row[i];
+            line.append(widths[i] - TextLength(row[i]) + 1, ' ');
+        }
+        line.erase(line.find_last_not_of(' ') + 1);
+        text += line + "\n";
+    }
+    return text;
+}
+
+std::string ValueRange(TableColumn const& column)
+{
+    if (column.misfit)
+        return "line " + std::to_string(column.misfit->line) + " holds " + column.misfit->found;
+    double min = std::numeric_limits<double>::infinity();
+    double max = -min;
+    column.values.ForEach([&](double v) {
+        min = v < min ? v : min;
+        max = v > max ? v : max;
+    });
+    return min <= max ? RangeText(min, max, column.type == ColumnType::Date) : "";
+}
+
+std::string DescribeTable(Options const& options, InputFile& file, Messages const& messages)
+{
+    TableOptions reading;
+    reading.header = options.header;
+    reading.dateFormat = options.dateFormat;
+    Table const table = ReadTableFile(file, reading, messages);
+    std::string text = file.GetName() + ": table of " + Counted(table.rows, "row", "rows") + " and "
+        + Counted(table.columns.size(), "column", "columns") + "; separator " + SeparatorLabel(table.dialect.separator)
+        + ", decimal " + (table.dialect.decimalMark == ',' ? "comma" : "point") + ", "
+        + (table.dialect.hasHeader ? "with" : "without") + " names\n";
+    std::vector<Row> rows { { "column", "name", "type", "gaps", "range" } };
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        TableColumn const& column = table.columns[i];
+        std::string name = column.name;
+        std::replace_if(
+            name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+        rows.push_back(
+            { std::to_string(i + 1), name, TypeLabel(column.type), std::to_string(column.gaps), ValueRange(column) });
+    }
+    return text + FormatRows(rows);
+}
+
+std::string Quoted(CString const& title) { return QuoteForMessage(title.ToUtf8()); }
+
+std::string DescribeAxes(CAxes const& axes)
+{
+    std::string text = "    x " + RangeText(axes.GetXAxisMin(), axes.GetXAxisMax(), axes.GetXTimeUnitsOn() != 0)
+        + (axes.GetXAxisScaleMode() ? " decades" : "") + ", title " + Quoted(axes.GetXAxisTitle()) + "\n";
+    text += "    y " + RangeText(axes.GetYAxisMin(), axes.GetYAxisMax(), false)
+        + (axes.GetYAxisScaleMode() ? " decades" : "") + ", title " + Quoted(axes.GetYAxisTitle()) + "\n";
+    return text;
+}
+
+std::string DescribeCurve(CPlotComponent& component)
+{
+    std::string text = "      " + std::string(component.GetRuntimeClass().name) + " tag "
+        + std::to_string(component.GetTag()) + ", item type " + std::to_string(component.GetItemType()) + ", title "
+        + Quoted(component.GetTitle());
+    auto const* const curve = DynamicDowncast<C2DCurve>(&component);
+    if (!curve)
+        return text + "\n";
+    int const points = std::max(curve->GetNumPoints(), 0);
+    text += ", " + Counted(static_cast<std::size_t>(points), "point", "points");
+    if (points > 0) {
+        double xMin = 0.0;
+        double xMax = 0.0;
+        double yMin = 0.0;
+        double yMax = 0.0;
+        curve->GetXRange(xMin, xMax);
+        curve->GetYRange(yMin, yMax);
+        text += "\n        x " + RangeText(xMin, xMax, curve->GetXValueKind() == C2DCurve::xvDates)
+            + (curve->GetXScaleMode() == 1 ? " decades" : "") + ", y " + RangeText(yMin, yMax, false)
+            + (curve->GetYScaleMode() == 1 ? " decades" : "");
+    }
+    return text + "\n";
+}
+
+std::string DescribePlot(CPlot& plot)
+{
+    std::string kind = VUGetPlotDescription(plot.GetItemType()).Trim().ToUtf8();
+    if (!kind.empty() && kind.back() == '.')
+        kind.pop_back();
+    std::string text = "    " + std::string(plot.GetRuntimeClass().name) + " tag " + std::to_string(plot.GetTag())
+        + ", item type " + std::to_string(plot.GetItemType()) + " (" + kind + "), title " + Quoted(plot.GetTitle())
+        + ", " + Counted(static_cast<std::size_t>(plot.GetNumComponents()), "curve", "curves") + "\n";
+    for (int i = 0; i < plot.GetNumComponents(); ++i)
+        text += DescribeCurve(*plot.GetComponent(i));
+    return text;
+}
+
+std::string DescribeDocument(Options const& options, InputFile& file, Messages const& messages)
+{
+    std::unique_ptr<CGraph> const graph = LoadDocument(file, options.inPlaceClass, messages);
+    std::string text = file.GetName() + ": document\n" + graph->GetRuntimeClass().name + " tag "
+        + std::to_string(graph->GetTag()) + ", title " + Quoted(graph->GetTitle()) + ", "
+        + Counted(static_cast<std::size_t>(graph->GetNumComponents()), "component", "components") + "\n";
+    for (int i = 0; i < graph->GetNumComponents(); ++i) {
+        CGraphComponent* const component = graph->GetComponent(i);
+        text += "  " + std::string(component->GetRuntimeClass().name) + " tag " + std::to_string(component->GetTag());
+        auto const* const plots = DynamicDowncast<CPlotArray>(component);
+        if (component->IsArray()) {
+            auto const items = static_cast<std::size_t>(std::max(component->GetNumItems(), 0));
+            text += plots ? ", " + Counted(items, "plot", "plots") : ", " + Counted(items, "item", "items");
+        }
+        text += "\n";
+        if (auto const* const axes = DynamicDowncast<CAxes>(component))
+            text += DescribeAxes(*axes);
+        for (int k = 0; plots && k < plots->GetSize(); ++k)
+            text += DescribePlot(*plots->GetAt(k));
+    }
+    return text;
+}
+
+} // namespace
+
+std::string DescribeFile(Options const& options, InputFile& file, Messages const& messages)
+{
+    bool const isDocument = options.IsGiven(OptionId::InPlace) || LooksLikeDocument(file.Peek(kDocumentMarkLength));
+    return isDocument ? DescribeDocument(options, file, messages) : DescribeTable(options, file, messages);
+}
+
+} // namespace ombrel::host

@@ -1,0 +1,60 @@
+#include "tools/ombrel/Messages.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace ombrel::host {
+
+namespace {
+
+void WriteLine(std::string const& text)
+{
+    std::string const line = "ombrel: " + text + "\n";
+    std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+} // namespace
+
+void Messages::Error(std::string const& text) const { WriteLine(text); }
+
+void Messages::Warning(std::string const& text) const { WriteLine("warning: " + text); }
+
+void Messages::Note(std::string const& text) const
+{
+    if (m_verbose)
+        WriteLine(text);
+}
+
+Progress::Progress(std::string what, std::uint64_t total)
+    : m_what(std::move(what))
+    , m_total(total)
+    , m_onTerminal(isatty(STDERR_FILENO) == 1)
+    , m_next(std::chrono::steady_clock::now() + std::chrono::milliseconds(500))
+{
+}
+
+Progress::~Progress()
+{
+    // The whole line is cleared, so that the next message starts on an empty one.
+    if (m_shown)
+        std::fputs("\r\x1b[K", stderr);
+}
+
+void Progress::Advance(std::uint64_t done)
+{
+    if (!m_onTerminal)
+        return;
+    auto const now = std::chrono::steady_clock::now();
+    if (now < m_next)
+        return;
+    m_next = now + std::chrono::milliseconds(100);
+    m_shown = true;
+    if (m_total > 0)
+        std::fprintf(stderr, "\r%s %d %%\x1b[K", m_what.c_str(),
+            static_cast<int>(100.0 * static_cast<double>(done) / static_cast<double>(m_total)));
+    else
+        std::fprintf(stderr, "\r%s %.0f MB\x1b[K", m_what.c_str(), static_cast<double>(done) / 1e6);
+    std::fflush(stderr);
+}
+
+} // namespace ombrel::host

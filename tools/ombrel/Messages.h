@@ -1,0 +1,68 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+namespace ombrel::host {
+
+enum ExitStatus : int {
+    kDone = 0,
+    /// The data or a file was at fault.
+    kDataFault = 1,
+    /// The command line was.
+    kUsageFault = 2,
+};
+
+/// Ends a command with one line for the user.
+class Failure : public std::runtime_error {
+public:
+    Failure(ExitStatus status, std::string const& text)
+        : std::runtime_error(text)
+        , m_status(status)
+    {
+    }
+    ExitStatus GetStatus() const { return m_status; }
+
+private:
+    ExitStatus m_status;
+};
+
+/// What the user is told, on standard error: every line begins with the program's name.
+class Messages {
+public:
+    explicit Messages(bool verbose)
+        : m_verbose(verbose)
+    {
+    }
+    bool IsVerbose() const { return m_verbose; }
+    void Error(std::string const& text) const;
+    void Warning(std::string const& text) const;
+    /// Only when the user asked for details.
+    void Note(std::string const& text) const;
+
+private:
+    bool m_verbose;
+};
+
+/// One line on a terminal for work that takes longer than half a second; removed when the work ends.
+class Progress {
+public:
+    /// total is 0 when it is not known.
+    Progress(std::string what, std::uint64_t total);
+    ~Progress();
+    Progress(Progress const&) = delete;
+    Progress& operator=(Progress const&) = delete;
+    /// done of total.
+    void Advance(std::uint64_t done);
+
+private:
+    std::string m_what;
+    std::uint64_t m_total;
+    bool m_onTerminal;
+    bool m_shown = false;
+    std::chrono::steady_clock::time_point m_next;
+};
+
+} // namespace ombrel::host

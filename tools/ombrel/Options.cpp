@@ -1,0 +1,364 @@
+#include "tools/ombrel/Options.h"
+#include "tools/ombrel/Messages.h"
+#include "tools/ombrel/Utf8.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace ombrel::host {
+
+namespace {
+
+[[noreturn]] void FailUsage(std::string const& text) { throw Failure(kUsageFault, text); }
+
+[[noreturn]] void FailValue(OptionSpec const& option, std::string const& value, std::string const& expected)
+{
+    FailUsage("--" + std::string(option.longName) + ": expected " + expected + ", found " + QuoteForMessage(value));
+}
+
+struct FormatName {
+    std::string_view name;
+    PictureFormat format;
+};
+constexpr std::array<FormatName, 5> kFormats { { { "png", PictureFormat::Png }, { "bmp", PictureFormat::Bmp },
+    { "pdf", PictureFormat::Pdf }, { "svg", PictureFormat::Svg }, { "ps", PictureFormat::PostScript } } };
+
+std::string Lower(std::string_view text)
+{
+    std::string lower(text);
+    for (char& c : lower)
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+    return lower;
+}
+
+std::optional<PictureFormat> FormatNamed(std::string_view name)
+{
+    std::string const lower = Lower(name);
+    for (FormatName const& f : kFormats) {
+        if (lower == f.name)
+            return f.format;
+    }
+    return std::nullopt;
+}
+
+PlotKind ParseKind(OptionSpec const& option, std::string const& value)
+{
+    struct KindName {
+        std::string_view name;
+        PlotKind kind;
+    };
+    constexpr std::array<KindName, 5> kKinds { { { "line", PlotKind::Line }, { "steps", PlotKind::Steps },
+        { "pairs", PlotKind::Pairs }, { "points", PlotKind::Points }, { "filled", PlotKind::Filled } } };
+    for (KindName const& k : kKinds) {
+        if (value == k.name)
+            return k.kind;
+    }
+    FailValue(option, value, "line, steps, pairs, points or filled");
+}
+
+/// The two numbers of WxH.
+std::optional<std::pair<double, double>> ParseSides(std::string_view value)
+{
+    auto const cross = value.find_first_of("xX");
+    if (cross == std::string_view::npos)
+        return std::nullopt;
+    auto const width = ParseCellNumber(value.substr(0, cross), '.');
+    auto const height = ParseCellNumber(value.substr(cross + 1), '.');
+    if (!width || !height)
+        return std::nullopt;
+    return std::pair { *width, *height };
+}
+
+PictureSize ParseSize(OptionSpec const& option, std::string const& value)
+{
+    // Larger ones would need more than 400 MB, and no one could look at them.
+    constexpr double kSmallest = 16;
+    constexpr double kLargest = 32767;
+    constexpr double kMostPixels = 1e8;
+    auto const sides = ParseSides(value);
+    auto const fits = [](double side) { return side >= kSmallest && side <= kLargest && side == std::floor(side); };
+    if (!sides || !fits(sides->first) || !fits(sides->second) || sides->first * sides->second > kMostPixels)
+        FailValue(option, value, "a width and height such as 1000x640, of 16 to 32767 and together 100 million pixels");
+    return { static_cast<int>(sides->first), static_cast<int>(sides->second) };
+}
+
+PageSize ParsePage(OptionSpec const& option, std::string const& value)
+{
+    struct PageName {
+        std::string_view name;
+        PageSize size;
+    };
+    constexpr std::array<PageName, 4> kPages { { { "a5", { 210.0, 148.0 } }, { "a4", { 297.0, 210.0 } },
+        { "a3", { 420.0, 297.0 } }, { "letter", { 279.4, 215.9 } } } };
+    for (PageName const& p : kPages) {
+        if (Lower(value) == p.name)
+            return p.size;
+    }
+    auto const sides = ParseSides(value);
+    auto const fits = [](double side) { return side >= 10.0 && side <= 5000.0; };
+    if (!sides || !fits(sides->first) || !fits(sides->second))
+        FailValue(option, value, "A5, A4, A3, Letter, or a width and height of 10 to 5000 mm such as 160x100");
+    return { sides->first, sides->second };
+}
+
+int ParseLineWidth(OptionSpec const& option, std::string const& value)
+{
+    int width = 0;
+    auto const result = std::from_chars(value.data(), value.data() + value.size(), width);
+    if (result.ec != std::errc() || result.ptr != value.data() + value.size() || width < 1 || width > 100)
+        FailValue(option, value, "a whole number of 1 to 100");
+    return width;
+}
+
+void ParseLog(Options& options, OptionSpec const& option, std::string const& value)
+{
+    if (value != "x" && value != "y" && value != "xy" && value != "yx")
+        FailValue(option, value, "x, y or xy");
+    options.xLog = value.find('x') != std::string::npos;
+    options.yLog = value.find('y') != std::string::npos;
+}
+
+DateFormat ParseDateFormat(OptionSpec const& option, std::string const& value)
+{
+    auto format = DateFormat::Compile(value);
+    if (auto const* const why = std::get_if<std::string>(&format))
+        FailUsage("--" + std::string(option.longName) + " " + QuoteForMessage(value) + ": " + *why);
+    return std::get<DateFormat>(std::move(format));
+}
+
+void AddColumns(std::vector<std::string>& columns, OptionSpec const& option, std::string const& value)
+{
+    for (std::size_t first = 0;;) {
+        std::size_t const comma = value.find(',', first);
+        std::string const column = value.substr(first, comma == std::string::npos ? comma : comma - first);
+        if (column.empty())
+            FailValue(option, value, "names or numbers of columns with commas between");
+        columns.push_back(column);
+        if (comma == std::string::npos)
+            return;
+        first = comma + 1;
+    }
+}
+
+void Apply(Options& options, OptionSpec const& option, std::string const& value)
+{
+    options.given.push_back(option.id);
+    switch (option.id) {
+    case OptionId::Output:
+        options.output = value;
+        break;
+    case OptionId::Format:
+        options.format = FormatNamed(value);
+        if (!options.format)
+            FailValue(option, value, "png, bmp, pdf, svg or ps");
+        break;
+    case OptionId::XColumn:
+        options.xColumn = value;
+        break;
+    case OptionId::YColumns:
+        AddColumns(options.yColumns, option, value);
+        break;
+    case OptionId::Kind:
+        options.kind = ParseKind(option, value);
+        break;
+    case OptionId::Title:
+        options.title = value;
+        break;
+    case OptionId::XTitle:
+        options.xTitle = value;
+        break;
+    case OptionId::YTitle:
+        options.yTitle = value;
+        break;
+    case OptionId::XRange:
+    case OptionId::YRange:
+        if (value.find(':') == std::string::npos)
+            FailValue(option, value, "A:B");
+        (option.id == OptionId::XRange ? options.xRange : options.yRange) = value;
+        break;
+    case OptionId::Log:
+        ParseLog(options, option, value);
+        break;
+    case OptionId::DateFormat:
+        options.dateFormat = ParseDateFormat(option, value);
+        break;
+    case OptionId::Header:
+        if (value != "yes" && value != "no")
+            FailValue(option, value, "yes or no");
+        options.header = value == "yes" ? HeaderChoice::Present : HeaderChoice::Absent;
+        break;
+    case OptionId::Size:
+        options.size = ParseSize(option, value);
+        break;
+    case OptionId::Page:
+        options.page = ParsePage(option, value);
+        break;
+    case OptionId::Antialias:
+        options.antialias = true;
+        break;
+    case OptionId::LineWidth:
+        options.lineWidth = ParseLineWidth(option, value);
+        break;
+    case OptionId::Symbols:
+        options.symbols = true;
+        break;
+    case OptionId::Save:
+        options.save = value;
+        break;
+    case OptionId::InPlace:
+        options.inPlaceClass = value;
+        break;
+    case OptionId::Verbose:
+        options.verbose = true;
+        break;
+    case OptionId::Help:
+        options.help = true;
+        break;
+    case OptionId::Version:
+        options.version = true;
+        break;
+    }
+}
+
+std::string NamesForParser(OptionSpec const& option)
+{
+    std::string names;
+    if (option.shortName)
+        names = std::string("-") + option.shortName;
+    // A long name of one letter is what the short one says already.
+    if (option.longName.size() > 1)
+        names += (names.empty() ? "--" : ",--") + std::string(option.longName);
+    return names;
+}
+
+/// Appends the text in lines of at most width columns, the first of which has got so far already.
+void AppendWrapped(std::string& to, std::string_view text, std::size_t indent, std::size_t width)
+{
+    std::size_t column = indent;
+    while (!text.empty()) {
+        std::size_t const blank = std::min(text.find(' '), text.size());
+        std::string_view const word = text.substr(0, blank);
+        if (column > indent && column + 1 + word.size() > width) {
+            to += '\n';
+            to.append(indent, ' ');
+            column = indent;
+        } else if (column > indent) {
+            to += ' ';
+            ++column;
+        }
+        to += word;
+        column += word.size();
+        text.remove_prefix(std::min(blank + 1, text.size()));
+    }
+    to += '\n';
+}
+
+} // namespace
+
+bool Options::IsGiven(OptionId id) const { return std::find(given.begin(), given.end(), id) != given.end(); }
+
+std::optional<PictureFormat> FormatOfPath(std::string_view path)
+{
+    auto const point = path.find_last_of("./");
+    if (point == std::string_view::npos || path[point] != '.')
+        return std::nullopt;
+    return FormatNamed(path.substr(point + 1));
+}
+
+Options ParseOptions(std::vector<std::string> const& arguments)
+{
+    Options options;
+    auto first = arguments.begin();
+    if (first != arguments.end()) {
+        for (CommandSpec const& command : AllCommands()) {
+            if (*first == command.name)
+                options.command = command.command;
+        }
+        if (options.command != Command::None)
+            ++first;
+    }
+    CLI::App app;
+    app.set_help_flag();
+    app.allow_windows_style_options(false);
+    for (OptionSpec const& option : AllOptions()) {
+        if (!TakesOption(options.command, option))
+            continue;
+        std::string const names = NamesForParser(option);
+        if (option.argument.empty()) {
+            app.add_flag_function(names, [&](std::int64_t) { Apply(options, option, ""); });
+        } else {
+            auto const take = [&options, &option](std::vector<std::string> const& values) {
+                for (std::string const& value : values)
+                    Apply(options, option, value);
+            };
+            auto* const added = app.add_option_function<std::vector<std::string>>(names, take);
+            added->expected(1)->allow_extra_args(false);
+            added->multi_option_policy(
+                option.repeats ? CLI::MultiOptionPolicy::TakeAll : CLI::MultiOptionPolicy::TakeLast);
+        }
+    }
+    app.add_option("FILE", options.files);
+    try {
+        // The parser takes its arguments from the back.
+        app.parse(
+            std::vector<std::string>(std::make_reverse_iterator(arguments.end()), std::make_reverse_iterator(first)));
+    } catch (CLI::ParseError const& error) {
+        FailUsage(std::string(error.what()) + " (ombrel --help lists the options)");
+    }
+    return options;
+}
+
+void CheckOptionsFor(Options const& options, Command command)
+{
+    for (OptionSpec const& option : AllOptions()) {
+        if (!TakesOption(command, option) && options.IsGiven(option.id)) {
+            std::string const name = option.longName.size() > 1 ? "--" : "-";
+            FailUsage(name + std::string(option.longName)
+                + (command == Command::Draw ? " is for tables, and the file is a graph document"
+                                            : " is for graph documents, and the file is a table"));
+        }
+    }
+}
+
+std::string HelpText(Command command)
+{
+    constexpr std::size_t kIndent = 28;
+    constexpr std::size_t kWidth = 100;
+    std::string text = "Usage:\n";
+    for (CommandSpec const& c : AllCommands()) {
+        if (command != Command::None && c.command != command)
+            continue;
+        text += "  " + std::string(c.usage);
+        text.append(c.usage.size() + 4 < 36 ? 36 - c.usage.size() - 2 : 2, ' ');
+        AppendWrapped(text, c.help, 36, kWidth);
+    }
+    if (command == Command::None)
+        text += "  ombrel FILE... [options]          What fits the file: plot or draw.\n";
+    text += "\nOptions:\n";
+    for (OptionSpec const& option : AllOptions()) {
+        if (!TakesOption(command, option))
+            continue;
+        std::string line = "  ";
+        line += option.shortName ? std::string("-") + option.shortName : std::string("  ");
+        if (option.longName.size() > 1)
+            line += (option.shortName ? ", --" : "  --") + std::string(option.longName);
+        if (!option.argument.empty())
+            line += " " + std::string(option.argument);
+        if (line.size() + 2 > kIndent) {
+            line += '\n';
+            line.append(kIndent, ' ');
+        } else {
+            line.append(kIndent - line.size(), ' ');
+        }
+        text += line;
+        AppendWrapped(text, option.help, kIndent, kWidth);
+    }
+    text += "\nExit status: 0 done, 1 the data or a file was at fault, 2 the command line was.\n";
+    return text;
+}
+
+} // namespace ombrel::host

@@ -1,0 +1,97 @@
+#include "tools/ombrel/Program.h"
+#include "ombrel/graph2d/OmbrelInit.h"
+#include "ombrel/platform/framework/Exception.h"
+#include "tools/ombrel/Document.h"
+#include "tools/ombrel/DrawCommand.h"
+#include "tools/ombrel/InfoCommand.h"
+#include "tools/ombrel/InputFile.h"
+#include "tools/ombrel/Messages.h"
+#include "tools/ombrel/Options.h"
+#include "tools/ombrel/PlotCommand.h"
+#include "tools/ombrel/Version.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <new>
+
+namespace ombrel::host {
+
+namespace {
+
+void Print(std::string const& text)
+{
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0)
+        throw Failure(kDataFault, "standard output: cannot be written");
+}
+
+/// Without a command the first file decides.
+Command CommandFor(Options const& options, InputFile& first)
+{
+    if (options.command != Command::None)
+        return options.command;
+    bool const isDocument = options.IsGiven(OptionId::InPlace) || LooksLikeDocument(first.Peek(kDocumentMarkLength));
+    Command const command = isDocument ? Command::Draw : Command::Plot;
+    CheckOptionsFor(options, command);
+    return command;
+}
+
+void Run(Options const& options)
+{
+    if (options.help) {
+        Print(HelpText(options.command));
+        return;
+    }
+    if (options.version) {
+        Print(std::string("ombrel ") + kVersion + "\n");
+        return;
+    }
+    if (options.files.empty())
+        throw Failure(kUsageFault, "expected a FILE (ombrel --help lists the commands and options)");
+    if (std::count(options.files.begin(), options.files.end(), "-") > 1)
+        throw Failure(kUsageFault, "standard input can be read once only");
+
+    Messages const messages(options.verbose);
+    OmbrelInit();
+    std::vector<std::unique_ptr<InputFile>> files;
+    for (std::string const& path : options.files)
+        files.push_back(std::make_unique<InputFile>(path));
+    switch (CommandFor(options, *files.front())) {
+    case Command::Draw:
+        if (files.size() > 1)
+            throw Failure(kUsageFault, "expected one document, found " + std::to_string(files.size()) + " files");
+        RunDraw(options, *files.front(), messages);
+        break;
+    case Command::Info:
+        for (auto const& file : files)
+            Print(DescribeFile(options, *file, messages));
+        break;
+    default:
+        RunPlot(options, files, messages);
+        break;
+    }
+}
+
+} // namespace
+
+int RunProgram(std::vector<std::string> const& arguments)
+{
+    Messages const messages(false);
+    try {
+        Run(ParseOptions(arguments));
+        return kDone;
+    } catch (Failure const& failure) {
+        messages.Error(failure.what());
+        return failure.GetStatus();
+    } catch (CException* exception) {
+        messages.Error(exception->GetErrorMessage().ToUtf8());
+        exception->Delete();
+    } catch (std::bad_alloc const&) {
+        messages.Error("there is not enough memory");
+    } catch (std::exception const& exception) {
+        messages.Error(exception.what());
+    }
+    return kDataFault;
+}
+
+} // namespace ombrel::host

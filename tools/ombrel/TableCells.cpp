@@ -1,0 +1,374 @@
+#include "tools/ombrel/TableCells.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+namespace ombrel::host {
+
+namespace {
+
+using detail::IsDigit;
+char ToLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
+/// Days from 1 January 1970 to a day of the proleptic Gregorian calendar.
+long long DaysSince1970(int year, int month, int day)
+{
+    // Counting years from March puts the leap day last, so that month lengths follow one formula.
+    long long const y = month <= 2 ? year - 1 : year;
+    long long const era = (y >= 0 ? y : y - 399) / 400;
+    long long const yearOfEra = y - era * 400;
+    long long const dayOfYear = (153 * (month > 2 ? month - 3 : month + 9) + 2) / 5 + day - 1;
+    long long const dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
+    return era * 146097 + dayOfEra - 719468;
+}
+
+bool IsLeapYear(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
+
+int DaysOfMonth(int year, int month)
+{
+    constexpr std::array<int, 12> kDays { 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31 };
+    return month == 2 && IsLeapYear(year) ? 29 : kDays[static_cast<std::size_t>(month - 1)];
+}
+
+/// Takes exactly count digits off the front.
+bool TakeDigits(std::string_view& rest, std::size_t count, int& value)
+{
+    if (rest.size() < count)
+        return false;
+    int v = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!IsDigit(rest[i]))
+            return false;
+        v = v * 10 + (rest[i] - '0');
+    }
+    value = v;
+    rest.remove_prefix(count);
+    return true;
+}
+
+bool TakeChar(std::string_view& rest, char c)
+{
+    if (rest.empty() || rest.front() != c)
+        return false;
+    rest.remove_prefix(1);
+    return true;
+}
+
+/// A fraction after a point or comma, if there is one; false for a mark without digits.
+bool TakeFraction(std::string_view& rest, double& seconds)
+{
+    if (rest.empty() || (rest.front() != '.' && rest.front() != ','))
+        return true;
+    rest.remove_prefix(1);
+    if (rest.empty() || !IsDigit(rest.front()))
+        return false;
+    double place = 0.1;
+    while (!rest.empty() && IsDigit(rest.front())) {
+        seconds += place * (rest.front() - '0');
+        place /= 10.0;
+        rest.remove_prefix(1);
+    }
+    return true;
+}
+
+/// hh:mm[:ss[.f]] into seconds.
+bool TakeIsoTime(std::string_view& rest, double& seconds)
+{
+    int hour = 0;
+    int minute = 0;
+    if (!TakeDigits(rest, 2, hour) || !TakeChar(rest, ':') || !TakeDigits(rest, 2, minute) || hour > 23 || minute > 59)
+        return false;
+    seconds = hour * 3600.0 + minute * 60.0;
+    if (!TakeChar(rest, ':'))
+        return true;
+    int second = 0;
+    if (!TakeDigits(rest, 2, second) || second > 59)
+        return false;
+    seconds += second;
+    return TakeFraction(rest, seconds);
+}
+
+/// Z, ±hh, ±hhmm or ±hh:mm into seconds east of UTC; nothing else may follow.
+bool TakeOffset(std::string_view& rest, double& seconds)
+{
+    if (TakeChar(rest, 'Z') || TakeChar(rest, 'z')) {
+        seconds = 0.0;
+        return rest.empty();
+    }
+    double const sign = rest.front() == '-' ? -1.0 : 1.0;
+    if (!TakeChar(rest, '+') && !TakeChar(rest, '-'))
+        return false;
+    int hours = 0;
+    int minutes = 0;
+    if (!TakeDigits(rest, 2, hours))
+        return false;
+    if (!rest.empty()) {
+        TakeChar(rest, ':');
+        if (!TakeDigits(rest, 2, minutes))
+            return false;
+    }
+    seconds = sign * (hours * 3600.0 + minutes * 60.0);
+    return rest.empty() && hours <= 23 && minutes <= 59;
+}
+
+constexpr std::array<std::string_view, 12> kMonthNames { "january", "february", "march", "april", "may", "june", "july",
+    "august", "september", "october", "november", "december" };
+
+bool StartsWithNoCase(std::string_view text, std::string_view lower)
+{
+    if (text.size() < lower.size())
+        return false;
+    for (std::size_t i = 0; i < lower.size(); ++i) {
+        if (ToLower(text[i]) != lower[i])
+            return false;
+    }
+    return true;
+}
+
+/// A full or three-letter English month name.
+bool TakeMonthName(std::string_view& rest, int& month)
+{
+    for (std::size_t i = 0; i < kMonthNames.size(); ++i) {
+        if (!StartsWithNoCase(rest, kMonthNames[i].substr(0, 3)))
+            continue;
+        bool const full = StartsWithNoCase(rest, kMonthNames[i]);
+        rest.remove_prefix(full ? kMonthNames[i].size() : 3);
+        month = static_cast<int>(i) + 1;
+        return true;
+    }
+    return false;
+}
+
+/// One to most digits, or exactly most when another field follows without anything between.
+bool TakeField(std::string_view& rest, std::size_t most, bool exact, int& value)
+{
+    std::size_t count = 0;
+    while (count < most && count < rest.size() && IsDigit(rest[count]))
+        ++count;
+    return count > 0 && (!exact || count == most) && TakeDigits(rest, count, value);
+}
+
+} // namespace
+
+double detail::ConvertLongNumber(char const* first, char const* last, char decimalMark, bool tiny)
+{
+    double value = 0.0;
+    if (*first == '+')
+        ++first;
+    std::from_chars_result result {};
+    if (decimalMark == '.') {
+        result = std::from_chars(first, last, value);
+    } else {
+        std::string text(first, last);
+        for (char& c : text) {
+            if (c == decimalMark)
+                c = '.';
+        }
+        result = std::from_chars(text.data(), text.data() + text.size(), value);
+    }
+    if (result.ec == std::errc::result_out_of_range) {
+        bool const negative = *first == '-';
+        double const limit = tiny ? 0.0 : std::numeric_limits<double>::infinity();
+        return negative ? -limit : limit;
+    }
+    return value;
+}
+
+std::optional<double> ParseCellNumber(std::string_view text, char decimalMark)
+{
+    // The scanner needs a character to stop at; few texts are too long for the stack.
+    std::array<char, 64> small {};
+    std::string large;
+    char const* p = small.data();
+    if (text.size() < small.size()) {
+        text.copy(small.data(), text.size());
+    } else {
+        large = text;
+        p = large.c_str();
+    }
+    double value = 0.0;
+    char const* const end = ScanCellNumber(p, decimalMark, value);
+    if (end != p + text.size())
+        return std::nullopt;
+    return value;
+}
+
+bool IsGapWord(std::string_view text)
+{
+    if (text.size() > 4)
+        return false;
+    std::array<char, 4> lower {};
+    for (std::size_t i = 0; i < text.size(); ++i)
+        lower[i] = ToLower(text[i]);
+    std::string_view const word(lower.data(), text.size());
+    return word.empty() || word == "na" || word == "nan" || word == "n/a" || word == "-nan" || word == "null";
+}
+
+std::optional<double> MakeDate(int year, int month, int day, double seconds)
+{
+    if (year < 100 || year > 9999 || month < 1 || month > 12 || day < 1 || day > DaysOfMonth(year, month))
+        return std::nullopt;
+    constexpr long long kDaysTo1970 = 25569;
+    double const extraDays = std::floor(seconds / 86400.0);
+    double const fraction = (seconds - extraDays * 86400.0) / 86400.0;
+    double const wholeDays = static_cast<double>(DaysSince1970(year, month, day) + kDaysTo1970) + extraDays;
+    double const value = wholeDays >= 0.0 ? wholeDays + fraction : wholeDays - fraction;
+    // An offset from UTC may lead out of the years that dates can have.
+    if (!(value > -657435.0 && value < 2958466.0))
+        return std::nullopt;
+    return value;
+}
+
+std::optional<CellDate> ParseIsoDate(std::string_view text)
+{
+    int year = 0;
+    int month = 0;
+    int day = 1;
+    double seconds = 0.0;
+    double offset = 0.0;
+    bool hasOffset = false;
+    std::string_view rest = text;
+    if (!TakeDigits(rest, 4, year) || rest.empty())
+        return std::nullopt;
+    char const mark = rest.front();
+    if ((mark != '-' && mark != '/') || !TakeChar(rest, mark) || !TakeDigits(rest, 2, month))
+        return std::nullopt;
+    if (!rest.empty()) {
+        if (!TakeChar(rest, mark) || !TakeDigits(rest, 2, day))
+            return std::nullopt;
+    }
+    if (!rest.empty()) {
+        if (!TakeChar(rest, 'T') && !TakeChar(rest, 't') && !TakeChar(rest, ' '))
+            return std::nullopt;
+        while (TakeChar(rest, ' ')) { }
+        if (!TakeIsoTime(rest, seconds))
+            return std::nullopt;
+    }
+    if (!rest.empty()) {
+        hasOffset = true;
+        if (!TakeOffset(rest, offset))
+            return std::nullopt;
+    }
+    auto const date = MakeDate(year, month, day, seconds - offset);
+    if (!date)
+        return std::nullopt;
+    return CellDate { *date, hasOffset };
+}
+
+struct DateFormat::Fields {
+    std::optional<int> year;
+    int month = 0;
+    int day = 0;
+    int dayOfYear = 0;
+    int hour = 0;
+    int minute = 0;
+    double second = 0.0;
+};
+
+std::variant<DateFormat, std::string> DateFormat::Compile(std::string_view text)
+{
+    DateFormat format;
+    format.m_text = text;
+    bool hasField = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '%') {
+            format.m_codes += text[i];
+            continue;
+        }
+        if (++i == text.size())
+            return std::string("a percent sign at the end names no field");
+        char const code = text[i];
+        if (code == 'F') {
+            format.m_codes += "%Y-%m-%d";
+        } else if (code == 'T') {
+            format.m_codes += "%H:%M:%S";
+        } else if (std::string_view("YymbBdejHMS%").find(code) != std::string_view::npos) {
+            format.m_codes += '%';
+            format.m_codes += code;
+        } else {
+            return std::string("%") + code + " is not known; the codes are %Y %y %m %b %B %d %j %H %M %S %F %T";
+        }
+        hasField = hasField || code != '%';
+    }
+    if (!hasField)
+        return std::string("it names no field such as %Y");
+    return format;
+}
+
+bool DateFormat::ParseField(char code, bool nextIsField, std::string_view& rest, Fields& fields) const
+{
+    switch (code) {
+    case 'Y': {
+        int year = 0;
+        bool const read = TakeField(rest, 4, nextIsField, year);
+        fields.year = year;
+        return read;
+    }
+    case 'y': {
+        int year = 0;
+        bool const read = TakeField(rest, 2, nextIsField, year);
+        fields.year = year + (year < 69 ? 2000 : 1900);
+        return read;
+    }
+    case 'm':
+        return TakeField(rest, 2, nextIsField, fields.month) && fields.month >= 1;
+    case 'b':
+    case 'B':
+        return TakeMonthName(rest, fields.month);
+    case 'd':
+    case 'e':
+        return TakeField(rest, 2, nextIsField, fields.day) && fields.day >= 1;
+    case 'j':
+        return TakeField(rest, 3, nextIsField, fields.dayOfYear) && fields.dayOfYear >= 1;
+    case 'H':
+        return TakeField(rest, 2, nextIsField, fields.hour) && fields.hour <= 23;
+    case 'M':
+        return TakeField(rest, 2, nextIsField, fields.minute) && fields.minute <= 59;
+    case 'S': {
+        int second = 0;
+        if (!TakeField(rest, 2, nextIsField, second) || second > 59)
+            return false;
+        fields.second = second;
+        return nextIsField || TakeFraction(rest, fields.second);
+    }
+    default:
+        return TakeChar(rest, '%');
+    }
+}
+
+std::optional<double> DateFormat::Parse(std::string_view text) const
+{
+    Fields fields;
+    std::string_view rest = text;
+    for (std::size_t i = 0; i < m_codes.size(); ++i) {
+        if (m_codes[i] == '%') {
+            ++i;
+            bool const nextIsField = i + 1 < m_codes.size() && m_codes[i + 1] == '%';
+            if (!ParseField(m_codes[i], nextIsField, rest, fields))
+                return std::nullopt;
+        } else if (IsBlank(m_codes[i])) {
+            while (!rest.empty() && IsBlank(rest.front()))
+                rest.remove_prefix(1);
+        } else if (!TakeChar(rest, m_codes[i])) {
+            return std::nullopt;
+        }
+    }
+    if (!rest.empty())
+        return std::nullopt;
+    double seconds = fields.hour * 3600.0 + fields.minute * 60.0 + fields.second;
+    if (!fields.year && fields.month == 0 && fields.day == 0 && fields.dayOfYear == 0)
+        return seconds / 86400.0;
+    int const year = fields.year.value_or(1900);
+    if (fields.dayOfYear > 0) {
+        if (fields.dayOfYear > (IsLeapYear(year) ? 366 : 365))
+            return std::nullopt;
+        return MakeDate(year, 1, 1, seconds + (fields.dayOfYear - 1) * 86400.0);
+    }
+    return MakeDate(year, fields.month == 0 ? 1 : fields.month, fields.day == 0 ? 1 : fields.day, seconds);
+}
+
+} // namespace ombrel::host

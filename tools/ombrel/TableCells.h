@@ -1,0 +1,120 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace ombrel::host {
+
+namespace detail {
+inline constexpr std::array<double, 23> kPowersOfTen { 1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11,
+    1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22 };
+inline bool IsDigit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
+/// The general road for numbers whose digits or exponent are out of the exact range; tiny: the exponent is negative.
+double ConvertLongNumber(char const* first, char const* last, char decimalMark, bool tiny);
+} // namespace detail
+
+/// Reads the number at p, which ends at the first character that cannot belong to it; the text must hold such a
+/// character (a line break will do). Returns where the number ends, or null when there is none or its exponent is
+/// incomplete. The value is correctly rounded; too large a number becomes infinite, too small a one zero.
+inline char const* ScanCellNumber(char const* p, char decimalMark, double& value)
+{
+    using detail::IsDigit;
+    char const* q = p;
+    bool const negative = *q == '-';
+    if (negative || *q == '+')
+        ++q;
+    std::uint64_t mantissa = 0; // wraps when there are more than 19 digits and is not used then
+    char const* const digits = q;
+    for (; IsDigit(*q); ++q)
+        mantissa = mantissa * 10 + static_cast<std::uint64_t>(*q - '0');
+    auto digitCount = q - digits;
+    long long exponent = 0;
+    if (*q == decimalMark) {
+        char const* const fraction = ++q;
+        for (; IsDigit(*q); ++q)
+            mantissa = mantissa * 10 + static_cast<std::uint64_t>(*q - '0');
+        exponent = fraction - q;
+        digitCount -= exponent;
+        // A comma at the end is more likely a separator than a decimal mark.
+        if (exponent == 0 && decimalMark == ',')
+            return nullptr;
+    }
+    if (digitCount == 0)
+        return nullptr;
+    if (*q == 'e' || *q == 'E') {
+        ++q;
+        bool const negativeExponent = *q == '-';
+        if (negativeExponent || *q == '+')
+            ++q;
+        if (!IsDigit(*q))
+            return nullptr;
+        long long e = 0;
+        for (; IsDigit(*q); ++q)
+            e = e < 100'000'000 ? e * 10 + (*q - '0') : e;
+        exponent += negativeExponent ? -e : e;
+    }
+    constexpr std::uint64_t kExactMantissa = std::uint64_t { 1 } << 53;
+    if (digitCount <= 19 && mantissa <= kExactMantissa && exponent >= -22 && exponent <= 22) {
+        // Both operands are exact doubles, so one multiplication or division rounds correctly.
+        auto const v = static_cast<double>(mantissa);
+        double const scaled = exponent < 0 ? v / detail::kPowersOfTen[static_cast<std::size_t>(-exponent)]
+                                           : v * detail::kPowersOfTen[static_cast<std::size_t>(exponent)];
+        value = negative ? -scaled : scaled;
+    } else {
+        value = detail::ConvertLongNumber(p, q, decimalMark, exponent < 0);
+    }
+    return q;
+}
+
+/// The number that the whole text spells, or nothing.
+std::optional<double> ParseCellNumber(std::string_view text, char decimalMark);
+
+/// Numbers beyond ±this are not accepted: a graph's range could not be computed from them.
+inline constexpr double kLargestNumber = 1e300;
+
+/// True for the texts that stand for a missing value: empty, NA, N/A, NaN, -NaN and null, in any case.
+bool IsGapWord(std::string_view text);
+
+/// A date as days since 30 December 1899 (the time counted away from zero before that day).
+struct CellDate {
+    double days = 0.0;
+    /// The text named an offset from UTC (or Z), which has been applied.
+    bool hasOffset = false;
+};
+
+/// The date of a day of the proleptic Gregorian calendar and a time in seconds from its start (negative and beyond a
+/// day allowed); nothing for a day that does not exist or a year outside 100 … 9999.
+std::optional<double> MakeDate(int year, int month, int day, double seconds);
+
+/// An ISO 8601 date: 2020-03, 2020-03-31 or 2020/03/31, with a time 12:30, 12:30:15 or 12:30:15.25 after T or a
+/// blank, and Z, +02, +0200 or +02:00 after that. A plain year is a number, not a date.
+std::optional<CellDate> ParseIsoDate(std::string_view text);
+
+/// Dates written in a form of the user's own.
+///
+/// Codes: %Y year, %y two-digit year (69 … 99 are 1969 … 1999), %m month, %b %B English month name, %d or %e day,
+/// %j day of the year, %H hour, %M minute, %S second with an optional fraction, %F for %Y-%m-%d, %T for %H:%M:%S,
+/// %% for a percent sign. Leading zeros may be missing. A blank stands for any blanks, everything else for itself.
+class DateFormat {
+public:
+    /// The format, or why it cannot be one.
+    static std::variant<DateFormat, std::string> Compile(std::string_view text);
+    /// Fields that the format lacks are 1 January, midnight; without any year the day is 30 December 1899.
+    std::optional<double> Parse(std::string_view text) const;
+    std::string const& GetText() const { return m_text; }
+
+private:
+    struct Fields;
+    bool ParseField(char code, bool nextIsField, std::string_view& rest, Fields& fields) const;
+
+    std::string m_text;
+    /// With %F and %T written out.
+    std::string m_codes;
+};
+
+} // namespace ombrel::host

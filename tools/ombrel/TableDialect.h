@@ -1,0 +1,83 @@
+#pragma once
+#include "tools/ombrel/TableCells.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ombrel::host {
+
+/// How a table is written.
+struct TableDialect {
+    /// ',' ';' or a tab; ' ' for runs of blanks and tabs; 0 when the table has one column.
+    char separator = 0;
+    /// '.' or ','.
+    char decimalMark = '.';
+    bool hasHeader = false;
+};
+
+enum class ColumnType { Unknown, Number, Date, Text };
+
+/// What the first lines of a table tell.
+struct TableHead {
+    TableDialect dialect;
+    /// One type a column; Unknown when there were only gaps.
+    std::vector<ColumnType> types;
+};
+
+enum class HeaderChoice { Detect, Present, Absent };
+
+/// What is known of a table before its first lines are looked at.
+struct TableHints {
+    HeaderChoice header = HeaderChoice::Detect;
+    /// Form of the dates in dateColumn; null for ISO dates in any column.
+    DateFormat const* dateFormat = nullptr;
+    /// Name of the column, or its number from 1.
+    std::string dateColumn = "1";
+};
+
+/// One cell of a record, as it stands between the separators.
+struct TableCell {
+    /// Without surrounding blanks and quotes; doubled quotes are still doubled.
+    std::string_view text;
+    bool quoted = false;
+};
+
+enum class CellStatus {
+    Cell,
+    /// A quote is open where the text ends.
+    Unclosed,
+    /// Something other than blanks follows the closing quote.
+    TextAfterQuote,
+};
+
+/// Reads the cell at p and moves p to the separator or line break that ends it; a blank or tab that separates counts
+/// as one character, since the cell after it skips the others. The text up to end must end with a line break. Quoted
+/// cells may hold line breaks.
+CellStatus ReadCell(char const*& p, char const* end, char separator, TableCell& cell);
+
+/// The cell's text with doubled quotes made single.
+std::string CellText(TableCell const& cell);
+
+/// More columns than this are an error: each costs memory whatever it holds.
+inline constexpr std::size_t kMostColumns = 16384;
+
+/// Passes the line break at p: LF, CR or CR LF.
+char const* SkipLineBreak(char const* p, char const* end);
+/// The first CR or LF at or after p, or end.
+char const* FindLineEnd(char const* p, char const* end);
+/// True for a line that is blank or begins with # or //.
+bool IsCommentOrBlank(char const* p, char const* end);
+
+/// The type of one cell; dateFormat is null for ISO dates.
+ColumnType ClassifyCell(TableCell const& cell, char decimalMark, DateFormat const* dateFormat);
+
+/// The column named so (exactly), else the one with that number from 1, else names.size().
+std::size_t FindColumn(std::vector<std::string> const& names, std::string_view text);
+
+/// Finds out how the table that starts with these lines is written. The sample must begin with a record and end with
+/// a line break.
+TableHead DetectDialect(std::string_view sample, TableHints const& hints);
+
+} // namespace ombrel::host

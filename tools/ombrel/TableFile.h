@@ -1,0 +1,27 @@
+#pragma once
+#include "tools/ombrel/TableReader.h"
+
+#include <string>
+
+namespace ombrel::host {
+
+class InputFile;
+class Messages;
+
+/// Reads a table from a file, with progress on a terminal, and tells under -v what was assumed about it.
+/// Throws Failure with kDataFault, naming file, line and column.
+Table ReadTableFile(InputFile& file, TableOptions const& options, Messages const& messages);
+
+/// "column 3 (temperature)", or "column 3" without a header.
+std::string ColumnLabel(Table const& table, std::size_t index);
+
+/// "numbers", "dates", "texts" or "only gaps".
+std::string TypeLabel(ColumnType type);
+
+/// The separator as a person writes it: "," or "tab".
+std::string SeparatorLabel(char separator);
+
+/// "1 row", "2 rows".
+std::string Counted(std::size_t count, std::string const& singular, std::string const& plural);
+
+} // namespace ombrel::host

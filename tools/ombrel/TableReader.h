@@ -1,0 +1,130 @@
+#pragma once
+#include "tools/ombrel/ColumnValues.h"
+#include "tools/ombrel/TableDialect.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace ombrel::host {
+
+/// Where a table cannot be read, and why.
+struct TableError {
+    /// Counted from 1.
+    std::size_t line = 0;
+    /// Number of the cell in its line from 1; 0 when the whole line is at fault.
+    std::size_t column = 0;
+    std::string expected;
+    std::string found;
+
+    /// "17: column 3: expected …, found …", to be put behind the file's name and a colon.
+    std::string ToText() const;
+    bool operator==(TableError const&) const = default;
+};
+
+struct TableColumn {
+    /// From the header, in UTF-8; empty without one.
+    std::string name;
+    ColumnType type = ColumnType::Unknown;
+    /// One a row: numbers, or days since 30 December 1899; NaN is a gap. Empty for texts, for columns that were not
+    /// asked for, and when there is a misfit.
+    ColumnValues values;
+    /// Cells that are empty, missing at the end of a short row, or hold a gap word. Counted in wanted columns.
+    std::size_t gaps = 0;
+    /// The first cell of a wanted column that is neither a gap nor of the column's type.
+    std::optional<TableError> misfit;
+};
+
+struct Table {
+    TableDialect dialect;
+    std::vector<TableColumn> columns;
+    std::size_t rows = 0;
+    /// Rows with fewer cells than there are columns.
+    std::size_t shortRows = 0;
+    /// Dates that named an offset from UTC; it has been applied.
+    std::size_t shiftedDates = 0;
+    /// The header was not UTF-8 and was read as Latin-1.
+    bool headerWasLatin1 = false;
+};
+
+struct TableOptions {
+    HeaderChoice header = HeaderChoice::Detect;
+    /// Form of the dates in dateColumn; without it, dates are ISO dates.
+    std::optional<DateFormat> dateFormat;
+    /// Name of that column, or its number from 1.
+    std::string dateColumn = "1";
+    /// Columns whose values are kept, by name or number from 1; empty keeps all.
+    std::vector<std::string> wanted;
+};
+
+/// Reads a text table handed over in pieces of any size; the pieces do not influence the result.
+///
+/// Separator, decimal mark, header and column types come from the first lines. Blank lines and lines that begin with
+/// # or // are skipped. Memory stays proportional to the bytes fed: a line is limited to 1 MiB, columns to 16384, and
+/// missing cells to a multiple of what is there.
+class TableReader {
+public:
+    explicit TableReader(TableOptions options);
+    /// False after an error; what follows is not looked at.
+    bool Feed(std::string_view bytes);
+    /// The table, or the first error. The reader is used up.
+    std::variant<Table, TableError> Finish();
+
+private:
+    struct Column : TableColumn {
+        /// The caller asked for it.
+        bool wanted = true;
+        /// Its values are collected: it is wanted, holds no text and had no misfit.
+        bool keep = true;
+    };
+    bool Process(bool final);
+    bool PassLeadingComments(bool final);
+    bool FindSampleEnd(bool final, std::size_t& end);
+    bool Start(std::string_view sample);
+    bool ReadHeader(char const*& p, char const* end);
+    void ChooseColumns();
+    char const* ReadRecords(char const* p, char const* end);
+    bool IsWholeRecord(char const* p, char const* end) const;
+    char const* ReadRow(char const* p, char const* end);
+    char const* ReadValue(char const* p, char const* end, std::size_t index);
+    bool EndsPlainCell(char const* p) const;
+    char const* ReadOtherCell(char const* p, char const* end, std::size_t index);
+    void StoreCell(TableCell const& cell, std::size_t index);
+    bool CheckSurplus(char const*& p, char const* end);
+    bool PadRow(std::size_t cells);
+    void AddGap(Column& column);
+    void SetMisfit(std::size_t index, std::string expected, std::string_view found);
+    bool CheckLength(char const* first, char const* last);
+    bool Fail(std::size_t column, std::string expected, std::string found);
+    DateFormat const* FormatOf(std::size_t index) const;
+
+    TableOptions m_options;
+    /// What is not read yet: an incomplete record, at the start the sample.
+    std::string m_buffer;
+    /// How far the buffer was searched for the end of the sample, and the line breaks found.
+    std::size_t m_scanned = 0;
+    std::size_t m_scannedBreaks = 0;
+    std::uint64_t m_bytes = 0;
+    std::uint64_t m_padded = 0;
+    /// Line of the record that is being read, and of the cell in it.
+    std::size_t m_line = 1;
+    std::size_t m_cellLine = 1;
+    std::size_t m_dateColumn = kMostColumns;
+    bool m_firstBytes = true;
+    bool m_started = false;
+    bool m_headerRead = false;
+    bool m_hasQuotes = false;
+    TableDialect m_dialect;
+    std::vector<Column> m_columns;
+    Table m_table;
+    std::optional<TableError> m_error;
+};
+
+/// The whole table at once.
+std::variant<Table, TableError> ReadTable(std::string_view bytes, TableOptions const& options);
+
+} // namespace ombrel::host
