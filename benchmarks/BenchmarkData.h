@@ -1,0 +1,37 @@
+#pragma once
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph2d/OmbrelInit.h"
+
+#include <memory>
+#include <random>
+
+namespace ombrel::bench {
+
+/// A graph of one line curve: a random walk of that many points, the same every time.
+inline std::unique_ptr<C2DGraph> RandomWalk(int points)
+{
+    OmbrelInit();
+    auto graph = std::make_unique<C2DGraph>(1);
+    auto& line = static_cast<C2DLine&>(*graph->AddPlot(it2DLinePlot)->AddCurve("Random walk", CPlotComponent::dsTable));
+    CTableData table;
+    table.Initialise(2, points, 0);
+    std::mt19937 random(1);
+    std::normal_distribution<double> step;
+    double* const xs = table.GetRow(0);
+    double* const ys = table.GetRow(1);
+    double y = 0.0;
+    for (int i = 0; i < points; ++i) {
+        xs[i] = i;
+        ys[i] = y += step(random);
+    }
+    line.SetPoints(std::move(table));
+    graph->UpdatePlots();
+    return graph;
+}
+
+inline C2DLine& LineOf(C2DGraph& graph) { return static_cast<C2DLine&>(*graph.GetPlotArray()->GetAt(0)->GetComponent(0)); }
+
+inline constexpr CRect kWindow { 0, 0, 1200, 900 };
+
+} // namespace ombrel::bench

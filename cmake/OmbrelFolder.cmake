@@ -1,0 +1,81 @@
+# While folders are being filled: leaves out sources that are not there yet.
+function(ombrel_existing list)
+    set(found)
+    foreach(file IN LISTS ${list})
+        if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${file} OR IS_ABSOLUTE ${file})
+            list(APPEND found ${file})
+        else()
+            message(WARNING "${CMAKE_CURRENT_SOURCE_DIR}/${file} is not there yet")
+        endif()
+    endforeach()
+    if(NOT found)
+        file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/Empty.cpp "")
+        set(found ${CMAKE_CURRENT_BINARY_DIR}/Empty.cpp)
+    endif()
+    set(${list} ${found} PARENT_SCOPE)
+endfunction()
+
+# ombrel_warnings(target): the warnings that all of our code is compiled with.
+function(ombrel_warnings target)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow $<$<BOOL:${OMBREL_WERROR}>:-Werror>)
+endfunction()
+
+# ombrel_folder(name USES folders... LIBRARIES private... SOURCES files...): one folder of the library, as a static
+# library of its own, so that its tests link what lies below it and nothing above.
+function(ombrel_folder name)
+    cmake_parse_arguments(FOLDER "" "" "USES;LIBRARIES;SOURCES" ${ARGN})
+    ombrel_existing(FOLDER_SOURCES)
+    add_library(ombrel_${name} STATIC ${FOLDER_SOURCES})
+    target_include_directories(ombrel_${name} PUBLIC ${PROJECT_SOURCE_DIR})
+    foreach(used IN LISTS FOLDER_USES)
+        target_link_libraries(ombrel_${name} PUBLIC ombrel_${used})
+    endforeach()
+    target_link_libraries(ombrel_${name} PRIVATE ${FOLDER_LIBRARIES})
+    ombrel_warnings(ombrel_${name})
+    set_property(GLOBAL APPEND PROPERTY OMBREL_FOLDERS ombrel_${name})
+endfunction()
+
+# ombrel_test(name LABEL label USES folders... SOURCES files...): a test program on those folders.
+function(ombrel_test name)
+    cmake_parse_arguments(TEST "" "LABEL" "USES;SOURCES" ${ARGN})
+    ombrel_existing(TEST_SOURCES)
+    add_executable(${name} ${TEST_SOURCES})
+    foreach(used IN LISTS TEST_USES)
+        target_link_libraries(${name} PRIVATE ombrel_${used})
+    endforeach()
+    target_link_libraries(${name} PRIVATE GTest::gmock GTest::gtest_main)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+    # Test code runs once; what counts is how long it takes to compile.
+    target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O1>)
+    ombrel_warnings(${name})
+    # The preferences of whoever runs the tests must not change what is drawn.
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
+        PROPERTIES LABELS "${TEST_LABEL}" TIMEOUT 300 ENVIRONMENT "XDG_CONFIG_HOME=${PROJECT_BINARY_DIR}/tests/config")
+endfunction()
+
+# ombrel_fuzz_target(name targets...): fuzz/<name>.cpp on those.
+function(ombrel_fuzz_target name)
+    if(NOT EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${name}.cpp)
+        message(WARNING "${name}.cpp is not there yet")
+        return()
+    endif()
+    add_executable(${name} ${name}.cpp)
+    target_link_libraries(${name} PRIVATE ${ARGN})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+    ombrel_warnings(${name})
+    add_dependencies(ombrel_fuzz ${name})
+endfunction()
+
+# ombrel_benchmark(name targets...): benchmarks/<name>.cpp on those.
+function(ombrel_benchmark name)
+    if(NOT EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${name}.cpp)
+        message(WARNING "${name}.cpp is not there yet")
+        return()
+    endif()
+    add_executable(${name} ${name}.cpp)
+    target_link_libraries(${name} PRIVATE ${ARGN} benchmark::benchmark_main)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+    ombrel_warnings(${name})
+    add_dependencies(ombrel_benchmarks ${name})
+endfunction()

@@ -1,0 +1,48 @@
+// Loads any bytes as a graph document; what loads is evaluated, drawn small, and must store and load again.
+
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/OmbrelInit.h"
+#include "ombrel/platform/framework/Archive.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+using namespace ombrel;
+
+void Exercise(CGraph& graph)
+{
+    CDIB target(64, 48, 24);
+    graph.UpdatePlots();
+    graph.Draw(target.GetDC(), { 0, 0, 64, 48 }, pmOffScreen);
+    CMemFile file;
+    CArchive storing(&file, CArchive::store);
+    storing.WriteObject(&graph);
+    storing.Close();
+    CArchive loading(file.GetBytes());
+    if (!loading.ReadObject(CGraph::kClass))
+        std::abort();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***)
+{
+    OmbrelInit();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+{
+    try {
+        CArchive ar(std::as_bytes(std::span(data, size)));
+        auto const graph = ar.ReadObjectOf<CGraph>();
+        if (graph)
+            Exercise(*graph);
+    } catch (CException* e) {
+        e->Delete();
+    }
+    return 0;
+}

@@ -1,0 +1,204 @@
+#include "tests/structure/SourceTree.h"
+
+#include <algorithm>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+
+namespace ombrel::structure {
+
+namespace {
+
+// What each folder uses directly, lowest first; what these use in turn may be included as well.
+struct FolderRule {
+    char const* name;
+    std::vector<std::string> uses;
+};
+
+std::vector<FolderRule> const& Rules()
+{
+    static std::vector<FolderRule> const rules {
+        { "platform/framework", {} },
+        { "platform/registry", { "platform/framework" } },
+        { "platform/host", { "platform/framework" } },
+        { "platform/gdi", { "platform/framework" } },
+        { "platform/opengl", { "platform/gdi" } },
+        { "foundation", { "platform/registry", "platform/host", "platform/gdi", "platform/opengl" } },
+        { "prefs", { "foundation" } },
+        { "drawing", { "foundation" } },
+        { "model", { "drawing", "prefs" } },
+        { "colour", { "model" } },
+        { "io", { "model" } },
+        { "graph3d", { "colour", "io" } },
+        { "graph2d", { "colour", "io", "graph3d" } },
+    };
+    return rules;
+}
+
+// Each folder with everything that it may include, itself among it.
+std::map<std::string, std::set<std::string>> const& Reach()
+{
+    static std::map<std::string, std::set<std::string>> const reach = [] {
+        std::map<std::string, std::set<std::string>> all;
+        for (auto const& rule : Rules()) {
+            auto& own = all[rule.name];
+            own.insert(rule.name);
+            for (auto const& used : rule.uses)
+                own.insert(all[used].begin(), all[used].end());
+        }
+        return all;
+    }();
+    return reach;
+}
+
+bool IsHeader(std::string const& path) { return path.ends_with(".h"); }
+
+std::string FileName(std::string const& path) { return path.substr(path.rfind('/') + 1); }
+
+std::string Place(SourceFile const& file, size_t line) { return file.path + ":" + std::to_string(line) + ": "; }
+
+} // namespace
+
+std::vector<SourceFile> ReadSources(std::filesystem::path const& root, std::vector<std::string> const& folders)
+{
+    std::vector<SourceFile> files;
+    for (auto const& folder : folders) {
+        if (!std::filesystem::exists(root / folder))
+            continue;
+        for (auto const& entry : std::filesystem::recursive_directory_iterator(root / folder)) {
+            auto const extension = entry.path().extension();
+            if (!entry.is_regular_file() || (extension != ".h" && extension != ".cpp"))
+                continue;
+            SourceFile file { entry.path().lexically_relative(root).generic_string(), {} };
+            std::ifstream stream(entry.path());
+            for (std::string line; std::getline(stream, line);)
+                file.lines.push_back(line);
+            files.push_back(std::move(file));
+        }
+    }
+    std::ranges::sort(files, {}, &SourceFile::path);
+    return files;
+}
+
+std::vector<Include> FindIncludes(SourceFile const& file)
+{
+    static std::regex const pattern(R"(^\s*#\s*include\s*([<"])([^>"]+)[>"].*)");
+    std::vector<Include> includes;
+    for (size_t i = 0; i < file.lines.size(); ++i) {
+        std::smatch match;
+        if (file.lines[i].find("include") != std::string::npos && std::regex_match(file.lines[i], match, pattern))
+            includes.push_back({ match[2], match[1] == "\"", i + 1 });
+    }
+    return includes;
+}
+
+std::string FindFolder(std::string const& path)
+{
+    for (auto const& rule : Rules()) {
+        if (path.starts_with("ombrel/" + std::string(rule.name) + "/"))
+            return rule.name;
+    }
+    return {};
+}
+
+bool IsInternal(std::string const& path) { return FileName(path).find("Internal") != std::string::npos; }
+
+std::vector<std::string> CheckDirection(std::vector<SourceFile> const& files)
+{
+    std::vector<std::string> faults;
+    for (auto const& file : files) {
+        if (!file.path.starts_with("ombrel/"))
+            continue;
+        auto const folder = FindFolder(file.path);
+        if (folder.empty()) {
+            faults.push_back(Place(file, 1) + "lies in no folder of the library's order");
+            continue;
+        }
+        for (auto const& include : FindIncludes(file)) {
+            if (!include.isQuoted)
+                continue;
+            auto const used = FindFolder(include.name);
+            if (used.empty())
+                faults.push_back(
+                    Place(file, include.line) + "\"" + include.name + "\" is not written from the root of the tree");
+            else if (!Reach().at(folder).contains(used))
+                faults.push_back(
+                    Place(file, include.line) + folder + " must not include " + used + " (" + include.name + ")");
+        }
+    }
+    return faults;
+}
+
+std::vector<std::string> CheckInstalledHeaders(std::vector<SourceFile> const& files)
+{
+    static std::regex const standard("[a-z_]+");
+    std::set<std::string> known;
+    for (auto const& file : files)
+        known.insert(file.path);
+
+    std::vector<std::string> faults;
+    for (auto const& file : files) {
+        if (!file.path.starts_with("ombrel/") || !IsHeader(file.path) || IsInternal(file.path))
+            continue;
+        for (auto const& include : FindIncludes(file)) {
+            if (!include.isQuoted && !std::regex_match(include.name, standard))
+                faults.push_back(
+                    Place(file, include.line) + "<" + include.name + "> is no header of the C++ standard library");
+            else if (include.isQuoted && IsInternal(include.name))
+                faults.push_back(Place(file, include.line) + include.name + " is not installed");
+            else if (include.isQuoted && !known.contains(include.name))
+                faults.push_back(Place(file, include.line) + include.name + " does not exist");
+        }
+    }
+    return faults;
+}
+
+std::vector<std::string> CheckPublicOnly(std::vector<SourceFile> const& files)
+{
+    std::vector<std::string> faults;
+    for (auto const& file : files) {
+        if (file.path.starts_with("ombrel/"))
+            continue;
+        for (auto const& include : FindIncludes(file)) {
+            if (include.name.starts_with("ombrel/") && IsInternal(include.name))
+                faults.push_back(Place(file, include.line) + include.name + " is not a public header");
+        }
+    }
+    return faults;
+}
+
+std::vector<std::string> CheckHeaderHabits(std::vector<SourceFile> const& files)
+{
+    std::set<std::string> known;
+    for (auto const& file : files)
+        known.insert(file.path);
+
+    std::vector<std::string> faults;
+    for (auto const& file : files) {
+        if (IsHeader(file.path)) {
+            if (std::ranges::find(file.lines, "#pragma once") == file.lines.end())
+                faults.push_back(Place(file, 1) + "no #pragma once");
+            continue;
+        }
+        auto const own = file.path.substr(0, file.path.size() - 4) + ".h";
+        auto const includes = FindIncludes(file);
+        if (known.contains(own) && (includes.empty() || includes.front().name != own))
+            faults.push_back(
+                Place(file, includes.empty() ? 1 : includes.front().line) + own + " is not included first");
+    }
+    return faults;
+}
+
+std::vector<std::string> CheckLength(std::vector<SourceFile> const& files, double tolerance)
+{
+    std::vector<std::string> faults;
+    for (auto const& file : files) {
+        double const limit = IsHeader(file.path) ? 300 : 600;
+        if (static_cast<double>(file.lines.size()) > limit * tolerance)
+            faults.push_back(Place(file, file.lines.size()) + "is there a second subject in this file?");
+    }
+    return faults;
+}
+
+} // namespace ombrel::structure
