@@ -30,7 +30,10 @@ inline std::unique_ptr<C2DGraph> RandomWalk(int points)
     return graph;
 }
 
-inline C2DLine& LineOf(C2DGraph& graph) { return static_cast<C2DLine&>(*graph.GetPlotArray()->GetAt(0)->GetComponent(0)); }
+inline C2DLine& LineOf(C2DGraph& graph)
+{
+    return static_cast<C2DLine&>(*graph.GetPlotArray()->GetAt(0)->GetComponent(0));
+}
 
 inline constexpr CRect kWindow { 0, 0, 1200, 900 };
 

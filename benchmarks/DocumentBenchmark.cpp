@@ -10,10 +10,7 @@
 namespace ombrel::bench {
 namespace {
 
-std::string TemporaryPath()
-{
-    return (std::filesystem::temp_directory_path() / "ombrel-benchmark.ombrel").string();
-}
+std::string TemporaryPath() { return (std::filesystem::temp_directory_path() / "ombrel-benchmark.ombrel").string(); }
 
 void StoreDocument(CGraph const& graph)
 {

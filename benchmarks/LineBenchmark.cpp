@@ -40,7 +40,7 @@ void Redraw(benchmark::State& state, Setting setting)
     state.counters["memory_beyond_data"] = PeakMemory() - before;
 }
 
-void Default(C2DLine&) {}
+void Default(C2DLine&) { }
 
 BENCHMARK_CAPTURE(Redraw, line, Default)->Arg(10000)->Arg(1000000)->Arg(10000000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Redraw, dashed, [](C2DLine& l) { l.SetLineType(1); })->Arg(1000000)->Unit(benchmark::kMillisecond);

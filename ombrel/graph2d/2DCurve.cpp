@@ -11,7 +11,8 @@ namespace ombrel {
 
 constinit CRuntimeClass const C2DCurve::kClass = PersistentClass<C2DCurve, CPlotComponent>("C2DCurve");
 
-C2DCurve::C2DCurve(CPlot* plot, int useGraphColour) : CPlotComponent(plot, useGraphColour)
+C2DCurve::C2DCurve(CPlot* plot, int useGraphColour)
+    : CPlotComponent(plot, useGraphColour)
 {
     if (CAxes const* const axes = GetAxes()) {
         m_xScaleMode = axes->GetXAxisScaleMode();

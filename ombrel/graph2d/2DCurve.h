@@ -14,7 +14,10 @@ class CAxes;
 /// A table of 2 rows, x and y, with a column a point.
 class C2DCurveTableData : public CTableData {
 public:
-    explicit C2DCurveTableData(int points) : CTableData(2, points) {}
+    explicit C2DCurveTableData(int points)
+        : CTableData(2, points)
+    {
+    }
     using CTableData::operator=;
     CRealPoint operator[](int i) const { return { GetAt(0, i), GetAt(1, i) }; }
 };

@@ -169,12 +169,14 @@ template <typename AskRange> void RangeOfPlots(CPlotArray const* plots, AskRange
 
 void C2DGraph::GetXRange(double& min, double& max) const
 {
-    RangeOfPlots(GetPlotArray(), [](C2DPlot& p, Extremes& r) { p.GetXRange(r.min, r.max); }, min, max);
+    RangeOfPlots(
+        GetPlotArray(), [](C2DPlot& p, Extremes& r) { p.GetXRange(r.min, r.max); }, min, max);
 }
 
 void C2DGraph::GetYRange(double& min, double& max) const
 {
-    RangeOfPlots(GetPlotArray(), [](C2DPlot& p, Extremes& r) { p.GetYRange(r.min, r.max); }, min, max);
+    RangeOfPlots(
+        GetPlotArray(), [](C2DPlot& p, Extremes& r) { p.GetYRange(r.min, r.max); }, min, max);
 }
 
 CRealRect C2DGraph::GetAxesRealRect() const { return m_axes ? m_axes->GetRealExtentRect() : CRealRect(); }

@@ -20,7 +20,10 @@ public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
     /// For loading: without components.
-    C2DGraph() : C2DGraph(0) {}
+    C2DGraph()
+        : C2DGraph(0)
+    {
+    }
     /// With createComponents non-zero the graph has its standard components.
     explicit C2DGraph(int createComponents);
     ~C2DGraph() override;

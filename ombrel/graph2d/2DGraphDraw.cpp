@@ -20,7 +20,8 @@ bool C2DGraph::GraphComponentModified() const
 
 bool C2DGraph::IsComplete(CDC const& dc) const
 {
-    return GetModifiedFlag() || PlotComponentModified() || GraphComponentModified() || m_rectModified || dc.IsPrinting();
+    return GetModifiedFlag() || PlotComponentModified() || GraphComponentModified() || m_rectModified
+        || dc.IsPrinting();
 }
 
 void C2DGraph::ResizeBitmaps(CRect const& rect)
@@ -77,7 +78,8 @@ void C2DGraph::LayOut(CDC& dc)
 void C2DGraph::DrawBody(CDC& dc, CRect const& background, CRect const& frame)
 {
     CPort port(&dc, CRect({ 0, 0 }, background.Size()), m_graphRect, m_unitsRect);
-    dc.FillSolidRect({ background.left, background.top, background.right + 1, background.bottom + 1 }, m_windowBackground);
+    dc.FillSolidRect(
+        { background.left, background.top, background.right + 1, background.bottom + 1 }, m_windowBackground);
     DrawGraphBackground(port);
     DrawComponents(port);
     if (GetGraphFrameOn())

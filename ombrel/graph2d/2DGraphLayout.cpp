@@ -13,7 +13,9 @@ namespace {
 /// meanwhile: only where they lie depends on the axes rectangle.
 class MeasuringScope {
 public:
-    MeasuringScope(CAxes& axes, C2DPolarGrid* polarGrid) : m_axes(axes), m_polarGrid(polarGrid)
+    MeasuringScope(CAxes& axes, C2DPolarGrid* polarGrid)
+        : m_axes(axes)
+        , m_polarGrid(polarGrid)
     {
         m_axes.SetDrawMode(dmMeasure);
         if (m_polarGrid)

@@ -27,7 +27,8 @@ constexpr std::array<int, C2DCurve::kLineTypes> kDashCounts { 2, 2, 4, 6, 2 };
 
 } // namespace
 
-C2DLine::C2DLine(CPlot* plot, int useGraphColour) : C2DCurve(plot, useGraphColour)
+C2DLine::C2DLine(CPlot* plot, int useGraphColour)
+    : C2DCurve(plot, useGraphColour)
 {
     SetTitle("Line Curve");
     SetModified(0);
@@ -111,8 +112,8 @@ void C2DLine::DrawLines(CPort* port)
         &GetSummary() };
     int const width = DeviceLineWidth(dc, GetLineWidth(), ThicknessKind::Curve);
     VectorPen pen { { static_cast<COLORREF>(GetColour()), 255 }, static_cast<double>(width), GetDashes(GetLineType()) };
-    CRect clip(-PortMapping::kDeviceLimit, -PortMapping::kDeviceLimit, PortMapping::kDeviceLimit,
-        PortMapping::kDeviceLimit);
+    CRect clip(
+        -PortMapping::kDeviceLimit, -PortMapping::kDeviceLimit, PortMapping::kDeviceLimit, PortMapping::kDeviceLimit);
     CRect portClip;
     if (port->GetClipRect(portClip))
         clip = { portClip.left, portClip.top, portClip.right + 1, portClip.bottom + 1 };
@@ -133,8 +134,10 @@ void C2DLine::DrawLines(CPort* port)
         break;
     default:
         if (pen.dashes.empty()) {
+            constexpr int kHidesColumns = 4;
+            Merging const merging = dc.IsPrinting() && width >= kHidesColumns ? Merging::Extremes : Merging::Pixels;
             // A wide pen reaches into columns beside its points.
-            AddStraightLines(m_drawPoints, points, map, clip.left - width, clip.right + width);
+            AddStraightLines(m_drawPoints, points, map, clip.left - width, clip.right + width, merging);
         } else {
             double patternLength = 0.0;
             for (double const length : pen.dashes)

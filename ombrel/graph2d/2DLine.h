@@ -20,7 +20,10 @@ public:
 
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DLine() : C2DLine(nullptr, 0) {}
+    C2DLine()
+        : C2DLine(nullptr, 0)
+    {
+    }
     C2DLine(CPlot* plot, int useGraphColour);
     void Serialize(CArchive& ar) override;
     /// Shading, then the line, then the symbols; nothing unless the curve is valid.
@@ -28,8 +31,8 @@ public:
     int UsesInternalAutomationObject() const override { return 1; }
 
     virtual void DrawLines(CPort* port);
-    virtual void DrawThickDashedLines(CPort*) {}
-    virtual void DrawPathOutline(COLORREF const&, CDC&) {}
+    virtual void DrawThickDashedLines(CPort*) { }
+    virtual void DrawPathOutline(COLORREF const&, CDC&) { }
 
     int GetPointConnectionMode() const { return m_connectionMode; }
     void SetPointConnectionMode(int mode) { Change(m_connectionMode, mode); }

@@ -6,7 +6,8 @@ namespace ombrel {
 
 constinit CRuntimeClass const C2DLinePlot::kClass = PersistentClass<C2DLinePlot, C2DPlot>("C2DLinePlot");
 
-C2DLinePlot::C2DLinePlot(CGraph* graph) : C2DPlot(graph)
+C2DLinePlot::C2DLinePlot(CGraph* graph)
+    : C2DPlot(graph)
 {
     StoreTitle("Line Plot");
     SetItemType(it2DLinePlot);

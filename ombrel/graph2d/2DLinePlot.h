@@ -8,7 +8,10 @@ class C2DLinePlot : public C2DPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DLinePlot() : C2DLinePlot(nullptr) {}
+    C2DLinePlot()
+        : C2DLinePlot(nullptr)
+    {
+    }
     explicit C2DLinePlot(CGraph* graph);
     void Serialize(CArchive& ar) override;
     /// A C2DLine with a title and a data source. Owned by the plot.

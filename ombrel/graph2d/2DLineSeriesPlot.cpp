@@ -8,7 +8,8 @@ constinit CRuntimeClass const C2DLineSeriesLine::kClass
 constinit CRuntimeClass const C2DLineSeriesPlot::kClass
     = PersistentClass<C2DLineSeriesPlot, C2DSeriesPlot>("C2DLineSeriesPlot");
 
-C2DLineSeriesLine::C2DLineSeriesLine(CPlot* plot, int useGraphColour) : C2DLine(plot, useGraphColour)
+C2DLineSeriesLine::C2DLineSeriesLine(CPlot* plot, int useGraphColour)
+    : C2DLine(plot, useGraphColour)
 {
     SetTitle("Constrained Lines Curve");
     SetItemType(it2DLineSeriesLine);
@@ -21,7 +22,8 @@ void C2DLineSeriesLine::Serialize(CArchive& ar)
     f.Version(1);
 }
 
-C2DLineSeriesPlot::C2DLineSeriesPlot(CGraph* graph) : C2DSeriesPlot(graph)
+C2DLineSeriesPlot::C2DLineSeriesPlot(CGraph* graph)
+    : C2DSeriesPlot(graph)
 {
     StoreTitle("Constrained Lines Plot");
     SetItemType(it2DLineSeriesPlot);

@@ -9,7 +9,10 @@ class C2DLineSeriesLine : public C2DLine {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DLineSeriesLine() : C2DLineSeriesLine(nullptr, 0) {}
+    C2DLineSeriesLine()
+        : C2DLineSeriesLine(nullptr, 0)
+    {
+    }
     C2DLineSeriesLine(CPlot* plot, int useGraphColour);
     void Serialize(CArchive& ar) override;
 };
@@ -27,7 +30,10 @@ class C2DLineSeriesPlot : public C2DSeriesPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DLineSeriesPlot() : C2DLineSeriesPlot(nullptr) {}
+    C2DLineSeriesPlot()
+        : C2DLineSeriesPlot(nullptr)
+    {
+    }
     explicit C2DLineSeriesPlot(CGraph* graph);
     void Serialize(CArchive& ar) override;
     /// A C2DLineSeriesLine. Owned by the plot.

@@ -9,7 +9,10 @@ public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
     C2DPlot() = default;
-    explicit C2DPlot(CGraph* graph) : CPlot(graph) {}
+    explicit C2DPlot(CGraph* graph)
+        : CPlot(graph)
+    {
+    }
     void Serialize(CArchive& ar) override;
 
     /// Over the curves that are defined and valid (and for x contribute to the range); leaves both unchanged when there

@@ -12,7 +12,10 @@ public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
     C2DSeriesPlot() = default;
-    explicit C2DSeriesPlot(CGraph* graph) : C2DPlot(graph) {}
+    explicit C2DSeriesPlot(CGraph* graph)
+        : C2DPlot(graph)
+    {
+    }
     void Serialize(CArchive& ar) override;
     bool IsDrawnAsWhole() const override { return true; }
     void PrepareCurve(CPlotComponent& curve) override;

@@ -37,7 +37,11 @@ struct ColumnRun {
 /// Merges successive device points of one column and puts what is left of them into a path.
 class ColumnMerger {
 public:
-    explicit ColumnMerger(LinePath& path) : m_path(path) {}
+    explicit ColumnMerger(LinePath& path, Merging merging = Merging::Pixels)
+        : m_path(path)
+        , m_merging(merging)
+    {
+    }
     void Add(int x, int y)
     {
         if (m_open && x == m_run.x) {
@@ -65,8 +69,10 @@ public:
     /// A gap, or the end.
     void Break()
     {
+        m_before = {};
         Flush();
         m_path.Break();
+        m_before = {};
     }
 
 private:
@@ -75,6 +81,13 @@ private:
         if (!m_open)
             return;
         m_open = false;
+        bool const extremesSuffice = m_merging == Merging::Extremes && IsTall(m_run) && IsTall(m_before)
+            && m_run.min <= m_before.max && m_before.min <= m_run.max;
+        m_before = m_run;
+        if (extremesSuffice) {
+            AddExtremes();
+            return;
+        }
         m_path.Add({ m_run.x, m_run.first });
         bool const upFirst = m_run.last >= m_run.first;
         int const nearer = upFirst ? m_run.min : m_run.max;
@@ -87,8 +100,22 @@ private:
             m_path.Add({ m_run.x, m_run.last });
     }
 
+    /// Tall enough for steep lines from an end of one column to the other end of the next: their corners are too sharp
+    /// for a mitre to stick out.
+    static bool IsTall(ColumnRun const& run) { return run.max - run.min > 8; }
+    /// The farther extreme first, so that the line to it is steep and runs inside this column and the one before.
+    void AddExtremes()
+    {
+        int const y = m_path.points.back().y;
+        bool const minFirst = y - m_run.min >= m_run.max - y;
+        m_path.Add({ m_run.x, minFirst ? m_run.min : m_run.max });
+        m_path.Add({ m_run.x, minFirst ? m_run.max : m_run.min });
+    }
+
     LinePath& m_path;
+    Merging m_merging;
     ColumnRun m_run;
+    ColumnRun m_before;
     bool m_open = false;
 };
 
@@ -125,7 +152,8 @@ std::size_t PastColumn(StoredPoints const& p, PointMapping const& map, std::size
 }
 
 /// One run a column, its extremes from the summary.
-void AddColumns(ColumnMerger& merger, StoredPoints const& p, PointMapping const& map, std::size_t first, std::size_t last)
+void AddColumns(
+    ColumnMerger& merger, StoredPoints const& p, PointMapping const& map, std::size_t first, std::size_t last)
 {
     while (first < last) {
         int const column = map.X(p.xs[first]);
@@ -143,10 +171,10 @@ void AddColumns(ColumnMerger& merger, StoredPoints const& p, PointMapping const&
 
 } // namespace
 
-void AddStraightLines(
-    LinePath& path, StoredPoints const& points, PointMapping const& map, int firstColumn, int lastColumn)
+void AddStraightLines(LinePath& path, StoredPoints const& points, PointMapping const& map, int firstColumn,
+    int lastColumn, Merging merging)
 {
-    ColumnMerger merger(path);
+    ColumnMerger merger(path, merging);
     std::size_t first = 0;
     std::size_t last = points.count;
     if (points.summary && points.summary->XAscends()) {
@@ -190,7 +218,9 @@ namespace {
 class DashMerger {
 public:
     DashMerger(LinePath& dashed, LinePath& solid, int maxLength)
-        : m_dashed(dashed), m_solid(solid), m_maxLength(maxLength)
+        : m_dashed(dashed)
+        , m_solid(solid)
+        , m_maxLength(maxLength)
     {
     }
     void Add(int x, int y)
@@ -312,7 +342,8 @@ void AddDashedColumns(DashMerger& merger, StoredPoints const& p, PointMapping co
 
 } // namespace
 
-void AddDashedLines(LinePath& dashed, LinePath& solid, StoredPoints const& points, PointMapping const& map, int maxLength)
+void AddDashedLines(
+    LinePath& dashed, LinePath& solid, StoredPoints const& points, PointMapping const& map, int maxLength)
 {
     DashMerger merger(dashed, solid, maxLength);
     if (points.summary && points.summary->XAscends() && !map.yLogarithmic)
@@ -327,7 +358,12 @@ namespace {
 /// Puts the vertices of a stepped line into a sink as its points come in.
 template <typename Sink> class StepSink {
 public:
-    StepSink(Sink& sink, PortMapping const& map, int stepMode) : m_sink(sink), m_map(map), m_stepMode(stepMode) {}
+    StepSink(Sink& sink, PortMapping const& map, int stepMode)
+        : m_sink(sink)
+        , m_map(map)
+        , m_stepMode(stepMode)
+    {
+    }
     void Add(CRealPoint const& c)
     {
         if (!m_open) {

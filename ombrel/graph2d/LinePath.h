@@ -46,12 +46,21 @@ struct StoredPoints {
     PointSummary const* summary;
 };
 
+/// How much of a crowded pixel column is kept.
+enum class Merging {
+    /// What a line one pixel wide needs to cover the same pixels.
+    Pixels,
+    /// The extremes alone where columns overlap: enough for a line of several pixels, which hides how its columns are
+    /// joined.
+    Extremes,
+};
+
 /// Puts straight lines through the points into the path, broken at gaps. The points that fall into one pixel column
 /// one after the other are replaced by the first, the lowest, the highest and the last: a solid line covers the same
 /// pixels. Where x ascends the columns are found by bisection and their extremes in the summary. Columns left of
 /// firstColumn and right of lastColumn are left out but for the points next to them.
-void AddStraightLines(
-    LinePath& path, StoredPoints const& points, PointMapping const& map, int firstColumn, int lastColumn);
+void AddStraightLines(LinePath& path, StoredPoints const& points, PointMapping const& map, int firstColumn,
+    int lastColumn, Merging merging = Merging::Pixels);
 
 /// Every point as it is, broken at gaps: what AddStraightLines must look like.
 void AddUnmergedLines(LinePath& path, StoredPoints const& points, PointMapping const& map);
@@ -59,7 +68,8 @@ void AddUnmergedLines(LinePath& path, StoredPoints const& points, PointMapping c
 /// As AddStraightLines for a dashed line. Moves along a column in one direction become one, which changes no dash;
 /// where a column's moves go up and down for longer than maxLength pixels their dashes would overlap into a solid
 /// line, and solid takes that line in place of the moves.
-void AddDashedLines(LinePath& dashed, LinePath& solid, StoredPoints const& points, PointMapping const& map, int maxLength);
+void AddDashedLines(
+    LinePath& dashed, LinePath& solid, StoredPoints const& points, PointMapping const& map, int maxLength);
 
 /// A stepped line: where the y of a point changes to that of the next (C2DLine's step modes).
 void AddSteppedLines(LinePath& path, StoredPoints const& points, PointMapping const& map, int stepMode);

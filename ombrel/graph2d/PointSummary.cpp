@@ -34,7 +34,8 @@ struct BlockSummary {
 
 #if defined(__SSE2__)
 
-/// The extremes of y over a whole block; false unless x ascends (from the value before on) and no coordinate is missing.
+/// The extremes of y over a whole block; false unless x ascends (from the value before on) and no coordinate is
+/// missing.
 bool SummariseCleanBlock(double const* xs, double const* ys, double before, Extremes& y)
 {
     __m128d low = _mm_loadu_pd(ys);

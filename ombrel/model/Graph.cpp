@@ -177,7 +177,10 @@ constexpr COLORREF kPlotColours[] = { RGB(255, 0, 0), RGB(0, 255, 0), RGB(0, 0, 
 /// The platform's pseudo-random sequence: 15-bit numbers of a 32-bit linear congruence.
 class PlatformRandom {
 public:
-    explicit PlatformRandom(DWORD seed) : m_state(seed) {}
+    explicit PlatformRandom(DWORD seed)
+        : m_state(seed)
+    {
+    }
     int Next()
     {
         m_state = m_state * 214013u + 2531011u;
@@ -371,7 +374,12 @@ void CGraph::SetGraphDrawnCallback(CObject* target, void (CObject::*method)())
     m_callbackMethod = method;
 }
 
-CGraph::DrawScope::DrawScope(CGraph& graph) : m_graph(graph), m_alive(graph.m_alive) { graph.m_busy = 1; }
+CGraph::DrawScope::DrawScope(CGraph& graph)
+    : m_graph(graph)
+    , m_alive(graph.m_alive)
+{
+    graph.m_busy = 1;
+}
 
 CGraph::DrawScope::~DrawScope()
 {

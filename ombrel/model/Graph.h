@@ -39,13 +39,13 @@ public:
     void Serialize(CArchive& ar) override;
 
     /// Does nothing here.
-    virtual void Draw(CDC*, CRect const&, PaintMode) {}
-    virtual void DrawEmbedded(CDC*, CRect const& /*window*/, CRect const& /*target*/) {}
+    virtual void Draw(CDC*, CRect const&, PaintMode) { }
+    virtual void DrawEmbedded(CDC*, CRect const& /*window*/, CRect const& /*target*/) { }
     /// Evaluates every curve; the host calls it after it changed data and before drawing.
     virtual void UpdatePlots();
-    virtual void UpdateZVals() {}
-    virtual void SetInitialSize() {}
-    virtual void AdjustGraphRectForLegend() {}
+    virtual void UpdateZVals() { }
+    virtual void SetInitialSize() { }
+    virtual void AdjustGraphRectForLegend() { }
     /// Bytes of data of all plots.
     virtual int GetDataSize() const;
     /// Makes a plot of the kind; null for a kind that the graph does not offer. Owned by the graph.
@@ -56,7 +56,7 @@ public:
     /// The device rectangle that clips plots; false when plots are not clipped to one.
     virtual bool GetPlotClipRect(CRect&) const { return false; }
     /// Switches the clip planes of a 3D graph.
-    virtual void SwitchClipping(bool) {}
+    virtual void SwitchClipping(bool) { }
     /// The annotation that the graph has: null unless a derived graph brings it.
     virtual CGraphComponent* GetCaptionArray() const { return nullptr; }
     virtual CGraphComponent* GetColourKeyArray() const { return nullptr; }
@@ -64,7 +64,7 @@ public:
     /// Adds a caption "Caption Text" at a device point; null where there are no captions. Owned by the graph.
     virtual CGraphComponent* AddCaption(CPoint) { return nullptr; }
     /// Deletes every caption.
-    virtual void ClearCaptions() {}
+    virtual void ClearCaptions() { }
 
     /// Takes the component over and gives it a new tag.
     void AddComponent(CGraphComponent* component);

@@ -19,8 +19,14 @@ public:
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
 
     /// For loading: without a graph, and modified.
-    CGraphComponent() : m_modified(1) {}
-    explicit CGraphComponent(CGraph* graph) : m_graph(graph) {}
+    CGraphComponent()
+        : m_modified(1)
+    {
+    }
+    explicit CGraphComponent(CGraph* graph)
+        : m_graph(graph)
+    {
+    }
     void Serialize(CArchive& ar) override;
 
     virtual void SetGraph(CGraph* graph) { m_graph = graph; }
@@ -29,17 +35,17 @@ public:
     virtual int Modified() const { return m_modified; }
     virtual int ZValPropertyModified() const { return m_zValPropertyModified; }
     /// 2D drawing; does nothing here.
-    virtual void Draw(CPort*) {}
+    virtual void Draw(CPort*) { }
     /// 3D drawing; does nothing here.
-    virtual void Draw() {}
+    virtual void Draw() { }
     /// Recomputes what depends on the graph: ranges, rectangles; does nothing here.
-    virtual void UpdateGraphParameters() {}
+    virtual void UpdateGraphParameters() { }
     virtual void ResetModifiedFlags();
     /// This component, or one inside it, with that tag; null when there is none.
     virtual CObject* GetObjectByTag(unsigned long tag);
     /// Release and make again what belongs to a device; do nothing here.
-    virtual void InvalidateDeviceObjects() {}
-    virtual void RestoreDeviceObjects() {}
+    virtual void InvalidateDeviceObjects() { }
+    virtual void RestoreDeviceObjects() { }
 
     /// Whether the component is an array of others, which then stand for it in selections.
     virtual bool IsArray() const { return false; }

@@ -11,7 +11,10 @@ public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
     CPlot() = default;
-    explicit CPlot(CGraph* graph) : CGraphComponent(graph) {}
+    explicit CPlot(CGraph* graph)
+        : CGraphComponent(graph)
+    {
+    }
     void Serialize(CArchive& ar) override;
 
     void SetGraph(CGraph* graph) override;
@@ -24,8 +27,8 @@ public:
     void RestoreDeviceObjects() override;
 
     /// Smallest and largest z of the curves; leaves both unchanged here.
-    virtual void GetZRange(double&, double&) {}
-    virtual void RemoveCurve(int) {}
+    virtual void GetZRange(double&, double&) { }
+    virtual void RemoveCurve(int) { }
     /// Non-zero when the plot evaluated its curves itself; with 0 the graph evaluates them one by one.
     virtual int Evaluate() { return 0; }
     /// Takes the curve over and gives it a new tag from the graph.
@@ -44,11 +47,11 @@ public:
     /// Whether the user's draw order holds the plot as a whole rather than its curves one by one.
     virtual bool IsDrawnAsWhole() const { return false; }
     /// Called before a curve is evaluated: hands it what the plot prescribes for all of its curves.
-    virtual void PrepareCurve(CPlotComponent&) {}
+    virtual void PrepareCurve(CPlotComponent&) { }
     /// Called after the first curve was evaluated: takes over what its points prescribe for the others.
-    virtual void TakeOverPoints(CPlotComponent&) {}
+    virtual void TakeOverPoints(CPlotComponent&) { }
     /// Checks the plot's objects that come from files; does nothing here.
-    virtual void CheckForGeneralObjects() {}
+    virtual void CheckForGeneralObjects() { }
 
     CString GetTitle() const { return m_title; }
     void SetTitle(CString const& title) { Change(m_title, title); }

@@ -9,7 +9,10 @@ public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
     CPlotArray() = default;
-    explicit CPlotArray(CGraph* graph) : CGraphComponent(graph) {}
+    explicit CPlotArray(CGraph* graph)
+        : CGraphComponent(graph)
+    {
+    }
     void Serialize(CArchive& ar) override;
 
     void SetGraph(CGraph* graph) override;

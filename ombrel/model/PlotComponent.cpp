@@ -18,7 +18,7 @@ bool HasShortDataSourceType(CArchive& ar)
     constexpr std::size_t kBetween = 4 * sizeof(LONG);
     auto const marksString = [](std::span<std::byte const> bytes, std::size_t at) {
         return bytes.size() >= at + 3 && bytes[at] == std::byte { 0xFF } && bytes[at + 1] == std::byte { 0xFE }
-            && bytes[at + 2] == std::byte { 0xFF };
+        && bytes[at + 2] == std::byte { 0xFF };
     };
     auto const ahead = ar.Peek(sizeof(LONG) + kBetween + 3);
     return marksString(ahead, sizeof(WORD) + kBetween) && !marksString(ahead, sizeof(LONG) + kBetween);
@@ -26,7 +26,8 @@ bool HasShortDataSourceType(CArchive& ar)
 
 } // namespace
 
-CPlotComponent::CPlotComponent(CPlot* plot, int useGraphColour) : m_plot(plot)
+CPlotComponent::CPlotComponent(CPlot* plot, int useGraphColour)
+    : m_plot(plot)
 {
     if (useGraphColour && plot && plot->GetGraph())
         m_colour = m_originalColour = static_cast<COLORREF>(plot->GetGraph()->GetColour());

@@ -32,12 +32,12 @@ public:
     void Serialize(CArchive& ar) override;
 
     /// Leaves the text unchanged: there are no scripts.
-    virtual void GetScript(CString&) const {}
+    virtual void GetScript(CString&) const { }
     virtual double GetMeshX(short) const { return 0.0; }
     virtual double GetMeshY(short) const { return 0.0; }
     virtual double GetMeshZ(double) const { return 0.0; }
     /// Smallest and largest z; leaves both unchanged here.
-    virtual void GetZRange(double&, double&) const {}
+    virtual void GetZRange(double&, double&) const { }
     /// Brings the curve's points up to date; 1 when that succeeded.
     virtual int Evaluate() { return 1; }
     virtual int UsesInternalAutomationObject() const { return 0; }
@@ -46,30 +46,30 @@ public:
     virtual int GetColourDescription() const { return m_colourDescription; }
     /// Whether the curve has something to be computed or drawn from.
     virtual int IsDefined() const;
-    virtual void SetMeshZ(int, int, double) {}
+    virtual void SetMeshZ(int, int, double) { }
     virtual void SetPlot(CPlot* plot) { m_plot = plot; }
     virtual void SetDataSourceType(DataSourceType type) { Change(m_dataSourceType, type); }
     virtual void SetColour(unsigned long colour) { Change(m_colour, colour); }
     virtual void SetColourDescription(int description) { Change(m_colourDescription, description & 0xFFFF); }
     /// 3D drawing; does nothing here.
-    virtual void Render() {}
+    virtual void Render() { }
     virtual int CheckForPlotUpdate(CPlotComponent*) { return 1; }
     /// 2D drawing; does nothing here.
-    virtual void Draw(CPort*) {}
-    virtual void UpdateGraphParameters() {}
+    virtual void Draw(CPort*) { }
+    virtual void UpdateGraphParameters() { }
     /// Bytes of data held.
     virtual int GetDataSize() const { return 0; }
     virtual int NeedsColourKey() const { return 0; }
     /// Automation objects are null.
     virtual CObject* GetAutomationObject() { return nullptr; }
     virtual CObject* GetAutomationObjectInt() { return nullptr; }
-    virtual void InvalidateDeviceObjects() {}
-    virtual void RestoreDeviceObjects() {}
+    virtual void InvalidateDeviceObjects() { }
+    virtual void RestoreDeviceObjects() { }
 
     /// How x values are to be read: 1 when they are dates.
     virtual int GetXValueKind() const { return 0; }
     /// Whether each axis of a 2D graph is logarithmic (1) or not (0), told when that changes.
-    virtual void TakeOverScaleModes(int, int) {}
+    virtual void TakeOverScaleModes(int, int) { }
 
     CString GetTitle() const { return m_title; }
     void SetTitle(CString const& title) { Change(m_title, title); }
@@ -126,12 +126,12 @@ public:
     void GetPlotCurveIndices(int& plot, int& curve) const;
     /// Always fails: there are no scripts.
     int RunScript(CString const&, ScriptType) { return 0; }
-    void UpdateMeshRowsAndCols(int, int, double, double, double, double) {}
+    void UpdateMeshRowsAndCols(int, int, double, double, double, double) { }
     /// Red, green and blue of a colour, kept until the next call.
     BYTE* MakeColour(unsigned long colour);
 
 protected:
-    virtual void UpdateMeshZVals(double, double, double, double, double, double, double, double, double, int) {}
+    virtual void UpdateMeshZVals(double, double, double, double, double, double, double, double, double, int) { }
     void SetItemType(ItemType type) { m_itemType = type; }
     /// Stores a setting and raises the modified flag.
     template <typename T, typename V> void Change(T& setting, V const& value)

@@ -10,7 +10,11 @@ namespace ombrel {
 
 constinit CRuntimeClass const CTableData::kClass = PersistentClass<CTableData, CObject>("CTableData");
 
-CTableData::CTableData(CTableData const& other) : CObject(other) { *this = other; }
+CTableData::CTableData(CTableData const& other)
+    : CObject(other)
+{
+    *this = other;
+}
 
 CTableData& CTableData::operator=(CTableData const& other)
 {

@@ -167,9 +167,8 @@ TEST(Graph2D, EmbeddedDrawingKeepsProportionsAndPutsEverythingBack)
     }
     // Frame along the target: its corners end the last outline.
     auto const outlines = OfKind(surface->Primitives(), Kind::Polyline);
-    EXPECT_TRUE(std::any_of(outlines.begin(), outlines.end(), [&](RecordedPrimitive const& p) {
-        return !p.points.empty() && p.points[0] == target.TopLeft();
-    }));
+    EXPECT_TRUE(std::any_of(outlines.begin(), outlines.end(),
+        [&](RecordedPrimitive const& p) { return !p.points.empty() && p.points[0] == target.TopLeft(); }));
     CDIB again(400, 300, 24);
     graph.Draw(again.GetDC(), kWindow, pmOffScreen);
     EXPECT_EQ(Differences(own, again), 0);

@@ -16,10 +16,7 @@ using test::Record;
 
 constexpr CSize kSize(600, 450);
 
-std::vector<RecordedPrimitive> Lines(std::vector<RecordedPrimitive> const& all)
-{
-    return OfKind(all, Kind::Stroke);
-}
+std::vector<RecordedPrimitive> Lines(std::vector<RecordedPrimitive> const& all) { return OfKind(all, Kind::Stroke); }
 
 std::vector<RecordedPrimitive> Fills(std::vector<RecordedPrimitive> const& all) { return OfKind(all, Kind::Fill); }
 
@@ -197,13 +194,16 @@ TEST(Symbols, FillTheirShapesUnderTheirOutlines)
         C2DSymbol::SymbolType type;
         std::vector<std::string> rows;
     };
-    for (Case const& c : {
-             Case { C2DSymbol::Square, { "#######", "#ooooo#", "#ooooo#", "#ooooo#", "#ooooo#", "#ooooo#", "#######" } },
-             Case { C2DSymbol::Triangle, { "#######", "#oooo#.", ".#ooo#.", ".#oo#..", "..#o#..", "..##...", "...#..." } },
-             Case { C2DSymbol::Diamond, { "...#...", "..#o#..", ".#ooo#.", "#ooooo#", ".#ooo#.", "..#o#..", "...#..." } },
-             Case { C2DSymbol::Plus, { "...#...", "...#...", "...#...", "#######", "...#...", "...#...", "...#..." } },
-             Case { C2DSymbol::Cross, { "#.....#", ".#...#.", "..#.#..", "...#...", "..#.#..", ".#...#.", "#.....#" } },
-         }) {
+    for (Case const& c :
+        {
+            Case { C2DSymbol::Square, { "#######", "#ooooo#", "#ooooo#", "#ooooo#", "#ooooo#", "#ooooo#", "#######" } },
+            Case {
+                C2DSymbol::Triangle, { "#######", "#oooo#.", ".#ooo#.", ".#oo#..", "..#o#..", "..##...", "...#..." } },
+            Case {
+                C2DSymbol::Diamond, { "...#...", "..#o#..", ".#ooo#.", "#ooooo#", ".#ooo#.", "..#o#..", "...#..." } },
+            Case { C2DSymbol::Plus, { "...#...", "...#...", "...#...", "#######", "...#...", "...#...", "...#..." } },
+            Case { C2DSymbol::Cross, { "#.....#", ".#...#.", "..#.#..", "...#...", "..#.#..", ".#...#.", "#.....#" } },
+        }) {
         CDIB bitmap(9, 9, 24);
         CDC& dc = *bitmap.GetDC();
         dc.FillSolidRect({ 0, 0, 9, 9 }, 0xFFFFFF);

@@ -71,11 +71,11 @@ protected:
 
 TEST_F(Document, EveryClassStoresLoadsAndStoresTheSameBytes)
 {
-    for (char const* const name : { "CRealPoint", "CRealRect", "CVertex", "CNormal", "CCoordTransform",
-             "CTransformArray", "CFontData", "CTableData", "CGraph", "CGraphComponent", "CPlotComponent", "CPlot",
-             "CPlotArray", "CLegend", "CCaption", "CCaptionArray", "CColourKey", "CColourKeyArray", "C2DGraph", "CAxes",
-             "C2DGrid", "C2DPolarGrid", "C2DPlot", "C2DSeriesPlot", "C2DLinePlot", "C2DLineSeriesPlot", "C2DCurve",
-             "C2DLine", "C2DLineSeriesLine" }) {
+    for (char const* const name :
+        { "CRealPoint", "CRealRect", "CVertex", "CNormal", "CCoordTransform", "CTransformArray", "CFontData",
+            "CTableData", "CGraph", "CGraphComponent", "CPlotComponent", "CPlot", "CPlotArray", "CLegend", "CCaption",
+            "CCaptionArray", "CColourKey", "CColourKeyArray", "C2DGraph", "CAxes", "C2DGrid", "C2DPolarGrid", "C2DPlot",
+            "C2DSeriesPlot", "C2DLinePlot", "C2DLineSeriesPlot", "C2DCurve", "C2DLine", "C2DLineSeriesLine" }) {
         CRuntimeClass const* const registered = FindRegisteredClass(name);
         ASSERT_NE(registered, nullptr) << name;
         auto const object = registered->create();
@@ -130,13 +130,16 @@ TEST_F(Document, ALineCurveHasItsBytes)
     std::string const empty = "fffeff00";
     std::string const zeroReal = zero + zero;
     std::string const lut = "fffeff0853007000650063007400720075006d00";
-    std::string expected = "05000000" "02000000" + empty + empty
-        + "fffeff0a4c0069006e006500200043007500720076006500" + empty + lut + "0000" + one + zero + zero + zero + zero
-        + empty + zero + zero + "06000000" + zero + zeroReal + zero + zeroReal + zeroReal + "ffffffff" + zero + zero
-        + one + "0000" + "63000000";
+    std::string expected = "05000000"
+                           "02000000"
+        + empty + empty + "fffeff0a4c0069006e006500200043007500720076006500" + empty + lut + "0000" + one + zero + zero
+        + zero + zero + empty + zero + zero + "06000000" + zero + zeroReal + zero + zeroReal + zeroReal + "ffffffff"
+        + zero + zero + one + "0000" + "63000000";
     expected += "02000000" + zeroReal + "0000000000002440" + "c8000000" + zero + zero + one + zero + zero + zero + zero
         + zero + zero + zero + zero + "000000000000f03f" + zero + one;
-    expected += "02000000" "02000000" + one + "000000000000f03f" + "00000000000000c0" + zeroReal + "000000000000f03f";
+    expected += "02000000"
+                "02000000"
+        + one + "000000000000f03f" + "00000000000000c0" + zeroReal + "000000000000f03f";
     expected += "02000000" + zero + zero + zeroReal + "03000000" + one + zero + zero + zero + zero + zero + zeroReal
         + zeroReal + zero + zero + zero;
     EXPECT_EQ(hex, expected);

@@ -109,6 +109,26 @@ TEST(LinePath, MergedLinesCoverThePixelsOfAllPoints)
     }
 }
 
+TEST(LinePath, WideLinesThroughTheExtremesAloneLookTheSame)
+{
+    for (Data const& data : AllKindsOfData()) {
+        PointSummary summary;
+        StoredPoints const points = PointsOf(data.table, summary);
+        Drawing extremes(data.logarithmic);
+        Drawing plain(data.logarithmic);
+        VectorPen const wide { {}, 6.0, {} };
+        LinePath path;
+        path.Clear();
+        AddStraightLines(path, points, extremes.map, -6, kSize.cx + 6, Merging::Extremes);
+        extremes.Stroke(path, wide);
+        path.Clear();
+        AddUnmergedLines(path, points, plain.map);
+        plain.Stroke(path, wide);
+        // At the tips of spikes joins may differ.
+        EXPECT_LE(Differences(extremes, plain), kSize.cx * kSize.cy / 40) << data.name;
+    }
+}
+
 TEST(LinePath, MergesAMillionAscendingPointsToAFewAColumn)
 {
     std::mt19937 random(3);
