@@ -21,6 +21,9 @@ namespace {
 constexpr double kPointsPerInch = 72.0;
 constexpr double kPointsPerPixel = kPointsPerInch / kPageDotsPerInch;
 
+/// Units of a hatch cell: the pixels of its pattern.
+constexpr double kCellSide = 8.0;
+
 struct CairoDeleter {
     void operator()(cairo_t* context) const { cairo_destroy(context); }
     void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
@@ -102,6 +105,7 @@ private:
     void SetPen(PagePen const& pen);
     void TracePath(PageShape const& shape);
     void ShowGlyphs(text::GlyphRun const& run, std::string const& utf8, double baseline);
+    cairo_surface_t* TileOf(VectorBrush const& brush);
     cairo_font_face_t* FaceOf(text::FontFile const& file);
 
     struct OpenFace {
@@ -109,11 +113,18 @@ private:
         CairoOwned<cairo_font_face_t> face;
     };
 
+    /// The picture that a hatch brush repeats; one for all that it fills.
+    struct Tile {
+        VectorBrush brush;
+        CairoOwned<cairo_surface_t> surface;
+    };
+
     bool m_isPdf;
     std::string m_bytes;
     CairoOwned<cairo_surface_t> m_surface;
     CairoOwned<cairo_t> m_context;
     std::vector<OpenFace> m_faces;
+    std::vector<Tile> m_tiles;
     Clip m_clip;
 };
 
@@ -136,7 +147,8 @@ void CairoPage::Describe()
     // A comment is one line of at most 255 bytes.
     static constexpr int kLongest = 60;
     std::string line = Setup().title.Left(kLongest).ToUtf8();
-    std::replace_if(line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
+    std::replace_if(
+        line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
     if (!title.empty())
         cairo_ps_surface_dsc_comment(m_surface.get(), ("%%Title: " + line).c_str());
 }
@@ -216,12 +228,29 @@ void CairoPage::SetPen(PagePen const& pen)
 
 void CairoPage::SetBrush(VectorBrush const& brush)
 {
-    cairo_t* const context = m_context.get();
     if (!brush.hatchStyle)
-        return SetColour(context, brush.foreground);
-    static constexpr double kSide = 8.0;
-    cairo_rectangle_t const cell { 0.0, 0.0, kSide, kSide };
-    CairoOwned<cairo_surface_t> const tile(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, &cell));
+        return SetColour(m_context.get(), brush.foreground);
+    CairoOwned<cairo_pattern_t> const pattern(cairo_pattern_create_for_surface(TileOf(brush)));
+    cairo_matrix_t toCell;
+    cairo_matrix_init_scale(&toCell, kCellSide / kHatchCell, kCellSide / kHatchCell);
+    cairo_pattern_set_matrix(pattern.get(), &toCell);
+    cairo_pattern_set_extend(pattern.get(), CAIRO_EXTEND_REPEAT);
+    cairo_set_source(m_context.get(), pattern.get());
+}
+
+cairo_surface_t* CairoPage::TileOf(VectorBrush const& brush)
+{
+    auto const same
+        = [](VectorColour const& a, VectorColour const& b) { return a.colour == b.colour && a.alpha == b.alpha; };
+    for (Tile const& known : m_tiles)
+        if (known.brush.hatchStyle == brush.hatchStyle && same(known.brush.foreground, brush.foreground)
+            && same(known.brush.background, brush.background))
+            return known.surface.get();
+    // Some viewers leave a fine gap between tiles: with half an inch of cells in one there are few.
+    static constexpr int kCells = 6;
+    static constexpr double kSide = kCellSide * kCells;
+    cairo_rectangle_t const extents { 0.0, 0.0, kSide, kSide };
+    CairoOwned<cairo_surface_t> tile(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, &extents));
     CairoOwned<cairo_t> const painter(cairo_create(tile.get()));
     // A background that cannot be seen stays away, so that the format needs no transparency for it.
     static constexpr int kInvisible = 1;
@@ -231,19 +260,14 @@ void CairoPage::SetBrush(VectorBrush const& brush)
         cairo_fill(painter.get());
     }
     SetColour(painter.get(), brush.foreground);
-    for (auto const& line : HatchLines(*brush.hatchStyle)) {
+    for (auto const& line : HatchLines(*brush.hatchStyle, kCells)) {
         cairo_new_sub_path(painter.get());
         for (HatchCorner const& corner : line)
             cairo_line_to(painter.get(), corner.x, corner.y);
         cairo_close_path(painter.get());
     }
     cairo_fill(painter.get());
-    CairoOwned<cairo_pattern_t> const pattern(cairo_pattern_create_for_surface(tile.get()));
-    cairo_matrix_t toCell;
-    cairo_matrix_init_scale(&toCell, kSide / kHatchCell, kSide / kHatchCell);
-    cairo_pattern_set_matrix(pattern.get(), &toCell);
-    cairo_pattern_set_extend(pattern.get(), CAIRO_EXTEND_REPEAT);
-    cairo_set_source(context, pattern.get());
+    return m_tiles.emplace_back(Tile { brush, std::move(tile) }).surface.get();
 }
 
 void CairoPage::DrawShape(PageShape const& shape, PagePaint const& paint, Clip const& clip)
@@ -359,9 +383,8 @@ void CairoPage::DrawPicture(PagePicture const& picture, Clip const& clip)
     std::uint32_t const left = picture.transparent ? Raster::FromColour(*picture.transparent) : 0;
     std::vector<std::uint32_t> line(static_cast<std::size_t>(pixels.Width()));
     for (int y = 0; y < pixels.Height(); ++y) {
-        std::transform(pixels.Row(y), pixels.Row(y) + pixels.Width(), line.begin(), [&](std::uint32_t pixel) {
-            return picture.transparent && pixel == left ? 0U : pixel | 0xFF000000U;
-        });
+        std::transform(pixels.Row(y), pixels.Row(y) + pixels.Width(), line.begin(),
+            [&](std::uint32_t pixel) { return picture.transparent && pixel == left ? 0U : pixel | 0xFF000000U; });
         std::memcpy(data + static_cast<std::ptrdiff_t>(y) * cairo_image_surface_get_stride(image.get()), line.data(),
             line.size() * sizeof(std::uint32_t));
     }

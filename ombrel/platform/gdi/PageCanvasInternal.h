@@ -62,9 +62,9 @@ struct HatchCorner {
     double x = 0.0;
     double y = 0.0;
 };
-/// The lines of a hatch cell as polygons: runs of pixels, and smooth bands for the three wide diagonal styles. The
-/// style lies within 0 … 52.
-std::vector<std::vector<HatchCorner>> HatchLines(int style);
+/// The lines of a square of hatch cells as polygons of one turning sense: runs of pixels, and smooth bands for the
+/// three wide diagonal styles. The style lies within 0 … 52.
+std::vector<std::vector<HatchCorner>> HatchLines(int style, int cells);
 /// The side of a hatch cell, as large on paper as on the screen: device pixels.
 inline constexpr double kHatchCell = 8.0 * kPageDotsPerInch / 96.0;
 

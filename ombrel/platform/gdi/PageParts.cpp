@@ -1,5 +1,7 @@
+#include "ombrel/platform/gdi/Coordinates.h"
 #include "ombrel/platform/gdi/HatchPatterns.h"
 #include "ombrel/platform/gdi/PageCanvasInternal.h"
+#include "ombrel/platform/gdi/PathSimplify.h"
 
 #include <algorithm>
 #include <array>
@@ -22,7 +24,8 @@ void PageShape::Add(std::span<CPoint const> figurePoints, bool closed)
 
 void PageShape::AddRect(CRect const& rect)
 {
-    CPoint const corners[] = { rect.TopLeft(), { rect.right, rect.top }, rect.BottomRight(), { rect.left, rect.bottom } };
+    CPoint const corners[]
+        = { rect.TopLeft(), { rect.right, rect.top }, rect.BottomRight(), { rect.left, rect.bottom } };
     Add(corners, true);
 }
 
@@ -56,48 +59,60 @@ namespace {
 
 using Corners = std::vector<HatchCorner>;
 
-/// Bands of one pixel's thickness from the cell's top left to its bottom right, with what reaches in from the
-/// neighbouring cells.
-void AddDiagonal(std::vector<Corners>& lines, bool mirrored)
+/// Bands of one pixel's thickness from the upper left to the lower right through the corners of all cells.
+void AddDiagonals(std::vector<Corners>& lines, int cells, bool mirrored)
 {
-    // Half the band's extent along x.
+    // Half the band's extent along an axis.
     static constexpr double kHalf = 0.5 * std::numbers::sqrt2;
-    static constexpr double kSide = 8.0;
-    Corners const parts[] = {
-        { { 0, 0 }, { kHalf, 0 }, { kSide, kSide - kHalf }, { kSide, kSide }, { kSide - kHalf, kSide }, { 0, kHalf } },
-        { { kSide - kHalf, 0 }, { kSide, 0 }, { kSide, kHalf } },
-        { { 0, kSide - kHalf }, { kHalf, kSide }, { 0, kSide } },
+    double const side = 8.0 * cells;
+    // The line y = x + shift from where it enters the square to where it leaves it.
+    auto const enter = [](double shift) { return HatchCorner { std::max(0.0, -shift), std::max(0.0, shift) }; };
+    auto const leave = [side](double shift) {
+        return HatchCorner { std::min(side, side - shift), std::min(side, side + shift) };
     };
-    for (Corners part : parts) {
-        if (mirrored)
-            for (HatchCorner& corner : part)
-                corner.x = kSide - corner.x;
-        lines.push_back(std::move(part));
+    for (int diagonal = -cells; diagonal <= cells; ++diagonal) {
+        double const above = std::clamp(8.0 * diagonal - kHalf, -side, side);
+        double const below = std::clamp(8.0 * diagonal + kHalf, -side, side);
+        Corners band { enter(above), leave(above), leave(below), enter(below) };
+        if (diagonal == 0) {
+            band.insert(band.begin() + 2, { side, side });
+            band.push_back({ 0.0, 0.0 });
+        }
+        if (mirrored) {
+            for (HatchCorner& corner : band)
+                corner.x = side - corner.x;
+            // The same turning sense, so that bands that cross add up.
+            std::reverse(band.begin(), band.end());
+        }
+        lines.push_back(std::move(band));
     }
 }
 
 /// A rectangle over each run of pixels; equal runs of successive rows make one.
-void AddRuns(std::vector<Corners>& lines, std::array<std::uint8_t, 8> const& rows)
+void AddRuns(std::vector<Corners>& lines, std::array<std::uint8_t, 8> const& rows, int cells)
 {
-    auto const isSet = [&rows](int x, int y) { return (rows[static_cast<std::size_t>(y)] >> (7 - x) & 1) != 0; };
+    int const side = 8 * cells;
+    auto const isSet = [&](int x, int y) {
+        return x >= 0 && x < side && (rows[static_cast<std::size_t>(y % 8)] >> (7 - x % 8) & 1) != 0;
+    };
     // Whether row y has exactly the run left ≤ x < right.
     auto const hasRun = [&isSet](int left, int right, int y) {
-        bool exact = (left == 0 || !isSet(left - 1, y)) && (right == 8 || !isSet(right, y));
+        bool exact = !isSet(left - 1, y) && !isSet(right, y);
         for (int x = left; x < right; ++x)
             exact = exact && isSet(x, y);
         return exact;
     };
-    for (int y = 0; y < 8; ++y) {
-        for (int left = 0; left < 8; ++left) {
-            if (!isSet(left, y) || (left > 0 && isSet(left - 1, y)))
+    for (int y = 0; y < side; ++y) {
+        for (int left = 0; left < side; ++left) {
+            if (!isSet(left, y) || isSet(left - 1, y))
                 continue;
             int right = left + 1;
-            while (right < 8 && isSet(right, y))
+            while (isSet(right, y))
                 ++right;
             if (y > 0 && hasRun(left, right, y - 1))
                 continue;
             int bottom = y + 1;
-            while (bottom < 8 && hasRun(left, right, bottom))
+            while (bottom < side && hasRun(left, right, bottom))
                 ++bottom;
             double const l = left, t = y, r = right, b = bottom;
             lines.push_back({ { l, t }, { r, t }, { r, b }, { l, b } });
@@ -107,18 +122,18 @@ void AddRuns(std::vector<Corners>& lines, std::array<std::uint8_t, 8> const& row
 
 } // namespace
 
-std::vector<std::vector<HatchCorner>> HatchLines(int style)
+std::vector<std::vector<HatchCorner>> HatchLines(int style, int cells)
 {
     static constexpr int kForwardDiagonal = 2;
     static constexpr int kBackwardDiagonal = 3;
     static constexpr int kDiagonalCross = 5;
     std::vector<Corners> lines;
     if (style == kForwardDiagonal || style == kDiagonalCross)
-        AddDiagonal(lines, false);
+        AddDiagonals(lines, cells, false);
     if (style == kBackwardDiagonal || style == kDiagonalCross)
-        AddDiagonal(lines, true);
+        AddDiagonals(lines, cells, true);
     if (lines.empty())
-        AddRuns(lines, HatchPattern(style));
+        AddRuns(lines, HatchPattern(style), cells);
     return lines;
 }
 
@@ -133,9 +148,10 @@ PageShape RegionShape(Region const& region, CRect const& bounds)
         return shape;
     }
     if (!region.Outline().empty()) {
-        auto corners = std::span<CPoint const>(region.Outline());
+        // Exactly, so that neighbours keep their common edges.
+        std::vector<CPoint> corners = SimplifyPath(region.Outline(), 0.0);
         if (corners.size() > 1 && corners.front() == corners.back())
-            corners = corners.first(corners.size() - 1);
+            corners.pop_back();
         shape.Add(corners, true);
         return shape;
     }
@@ -151,9 +167,8 @@ PageShape RegionShape(Region const& region, CRect const& bounds)
             row = span.y;
         }
         CRect rect(span.left, span.y, span.right, span.y + 1);
-        auto const above = std::find_if(open.begin(), open.end(), [&rect](CRect const& r) {
-            return r.left == rect.left && r.right == rect.right && r.bottom == rect.top;
-        });
+        auto const above = std::find_if(open.begin(), open.end(),
+            [&rect](CRect const& r) { return r.left == rect.left && r.right == rect.right && r.bottom == rect.top; });
         if (above != open.end()) {
             rect.top = above->top;
             open.erase(above);
@@ -170,9 +185,9 @@ namespace {
 /// The part of the source that exists, and where it goes to; false when there is none.
 bool LimitToSource(ImageCopy const& copy, CRect& from, CRect& to)
 {
-    CRect whole = copy.from;
+    CRect whole = ClampRect(copy.from);
     whole.NormalizeRect();
-    to = copy.to;
+    to = ClampRect(copy.to);
     to.NormalizeRect();
     if (!copy.source || to.IsRectEmpty() || !from.IntersectRect(whole, copy.source->Bounds()))
         return false;

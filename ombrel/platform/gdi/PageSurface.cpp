@@ -99,14 +99,33 @@ std::vector<double> StyleDashes(LineStyle const& line)
 /// Where the middle of a line lies within pixels: odd widths have a middle row.
 double MiddleOffset(double width) { return std::lround(width) % 2 != 0 ? 0.5 : 0.0; }
 
-/// The points, limited to what formats can express.
-std::vector<CPoint> Limited(std::span<CPoint const> points)
+/// Coordinates are limited to what formats can express.
+int Limited(int coordinate)
 {
     static constexpr int kLimit = 1 << 20;
+    return std::clamp(coordinate, -kLimit, kLimit);
+}
+
+std::vector<CPoint> Limited(std::span<CPoint const> points)
+{
     std::vector<CPoint> limited(points.begin(), points.end());
     for (CPoint& p : limited)
-        p = { std::clamp(p.x, -kLimit, kLimit), std::clamp(p.y, -kLimit, kLimit) };
+        p = { Limited(p.x), Limited(p.y) };
     return limited;
+}
+
+CRect Limited(CRect const& rect)
+{
+    CRect limited(Limited(rect.left), Limited(rect.top), Limited(rect.right), Limited(rect.bottom));
+    limited.NormalizeRect();
+    return limited;
+}
+
+/// A width of a device context's pen: 0 is 1.
+int PenWidth(LineStyle const& line)
+{
+    static constexpr int kWidest = 100000;
+    return std::clamp(line.width, 1, kWidest);
 }
 
 /// Lengthens a rectangle under one that is drawn over it next, where they share an edge: then no paper shines through
@@ -148,7 +167,7 @@ PageCanvas::PageCanvas(PageSetup const& setup)
 
 void PageCanvas::Polyline(std::span<CPoint const> points, LineStyle const& line, Clip const& clip)
 {
-    int const width = std::max(line.width, 1);
+    int const width = PenWidth(line);
     if (points.size() < 2 || line.style == PS_NULL || (width == 1 && IsDot(points)))
         return;
     PageShape shape;
@@ -163,7 +182,7 @@ void PageCanvas::Polyline(std::span<CPoint const> points, LineStyle const& line,
 
 void PageCanvas::AddLine(PageShape&& shape, LineStyle const& line, Clip const& clip)
 {
-    int const width = std::max(line.width, 1);
+    int const width = PenWidth(line);
     PagePen pen { { line.colour, 255 }, static_cast<double>(width), width > 1, StyleDashes(line) };
     if (!pen.dashes.empty() && line.gapColour)
         Add(PageShape(shape), PagePaint { {}, PagePen { { *line.gapColour, 255 }, pen.width, false, {} }, false, {} },
@@ -174,31 +193,29 @@ void PageCanvas::AddLine(PageShape&& shape, LineStyle const& line, Clip const& c
 
 void PageCanvas::Ellipse(CRect const& given, LineStyle const* outline, COLORREF const* fill, Clip const& clip)
 {
-    CRect box = ClampRect(given);
-    box.NormalizeRect();
+    CRect const box = Limited(given);
     bool const outlined = outline && outline->style != PS_NULL;
     if (box.IsRectEmpty() || (!outlined && !fill))
         return;
     // An outline runs through the middle of the outermost pixels.
     double const inset = outlined ? 0.5 : 0.0;
     PageShape shape;
-    shape.arcs.push_back({ 0.5 * (static_cast<double>(box.left) + box.right),
-        0.5 * (static_cast<double>(box.top) + box.bottom), 0.5 * box.Width() - inset, 0.5 * box.Height() - inset, 0.0,
-        2.0 * std::numbers::pi });
+    shape.arcs.push_back(
+        { 0.5 * (static_cast<double>(box.left) + box.right), 0.5 * (static_cast<double>(box.top) + box.bottom),
+            0.5 * box.Width() - inset, 0.5 * box.Height() - inset, 0.0, 2.0 * std::numbers::pi });
     if (outlined && !fill)
         return AddLine(std::move(shape), *outline, clip);
     PagePaint paint;
     paint.fill = VectorBrush::Solid(*fill);
     if (outlined)
-        paint.pen = PagePen { { outline->colour, 255 }, static_cast<double>(std::max(outline->width, 1)), true,
+        paint.pen = PagePen { { outline->colour, 255 }, static_cast<double>(PenWidth(*outline)), true,
             StyleDashes(*outline) };
     Add(std::move(shape), std::move(paint), Merging::No, clip);
 }
 
 void PageCanvas::Arc(CRect const& given, CPoint start, CPoint end, LineStyle const& line, Clip const& clip)
 {
-    CRect box = ClampRect(given);
-    box.NormalizeRect();
+    CRect const box = Limited(given);
     if (line.style == PS_NULL || box.Width() < 2 || box.Height() < 2)
         return;
     PageArc arc { 0.5 * (static_cast<double>(box.left) + box.right), 0.5 * (static_cast<double>(box.top) + box.bottom),
@@ -217,8 +234,9 @@ void PageCanvas::Arc(CRect const& given, CPoint start, CPoint end, LineStyle con
 
 void PageCanvas::AddRect(CRect const& rect, VectorBrush const& brush, Clip const& clip)
 {
-    CRect visible;
-    if (!visible.IntersectRect(rect, m_bounds))
+    CRect visible = rect;
+    visible.NormalizeRect();
+    if (!visible.IntersectRect(visible, m_bounds))
         return;
     PageShape shape;
     shape.AddRect(visible);
@@ -226,7 +244,8 @@ void PageCanvas::AddRect(CRect const& rect, VectorBrush const& brush, Clip const
     bool const afterRect = m_pending && m_pending->paint.edges == PagePaint::Edges::Upright;
     if (plain && afterRect && Same(m_pending->clip, clip))
         ExtendUnder(std::span(m_pending->shape.points).last<4>(), visible);
-    Add(std::move(shape), PagePaint { brush, {}, true, PagePaint::Edges::Upright }, plain ? Merging::Yes : Merging::No, clip);
+    Add(std::move(shape), PagePaint { brush, {}, true, PagePaint::Edges::Upright }, plain ? Merging::Yes : Merging::No,
+        clip);
 }
 
 void PageCanvas::FillRect(CRect const& rect, COLORREF colour, Clip const& clip)
@@ -251,7 +270,8 @@ void PageCanvas::Fill(Region const& region, VectorBrush const& brush, Clip const
         return AddRect(region.Box(), brush, clip);
     PageShape shape = RegionShape(region, m_bounds);
     shape.points = Limited(shape.points);
-    Add(std::move(shape), PagePaint { brush, {}, region.OutlineMode() == WINDING, PagePaint::Edges::Shared }, Merging::No, clip);
+    Add(std::move(shape), PagePaint { brush, {}, region.OutlineMode() == WINDING, PagePaint::Edges::Shared },
+        Merging::No, clip);
 }
 
 void PageCanvas::Stroke(Figures const& figures, VectorPen const& vectorPen, bool, Clip const& clip)

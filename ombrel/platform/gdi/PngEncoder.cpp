@@ -96,7 +96,8 @@ Rows Narrow(std::vector<std::uint8_t>&& indices, int width, int height, int bits
 /// Black and white of a 1-bit bitmap as grey.
 Rows GreyRows(Raster const& raster)
 {
-    std::vector<std::uint8_t> pixels(static_cast<std::size_t>(raster.Width()) * static_cast<std::size_t>(raster.Height()));
+    std::vector<std::uint8_t> pixels(
+        static_cast<std::size_t>(raster.Width()) * static_cast<std::size_t>(raster.Height()));
     auto target = pixels.begin();
     for (int y = 0; y < raster.Height(); ++y)
         target = std::transform(raster.Row(y), raster.Row(y) + raster.Width(), target,
@@ -108,7 +109,8 @@ Rows GreyRows(Raster const& raster)
 std::optional<Rows> PaletteRows(Raster const& raster)
 {
     Palette palette;
-    std::vector<std::uint8_t> indices(static_cast<std::size_t>(raster.Width()) * static_cast<std::size_t>(raster.Height()));
+    std::vector<std::uint8_t> indices(
+        static_cast<std::size_t>(raster.Width()) * static_cast<std::size_t>(raster.Height()));
     std::uint32_t previous = raster.Row(0)[0] & kColourBits;
     int index = palette.Index(previous);
     std::uint8_t* target = indices.data();
@@ -257,7 +259,8 @@ std::vector<png_text> MakeTexts(PngSettings const& settings)
         static constexpr std::size_t kLongestKeyword = 79;
         if (keyword.empty() || keyword.size() > kLongestKeyword)
             continue;
-        bool const ascii = std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+        bool const ascii
+            = std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
         png_text entry {};
         entry.compression = ascii ? PNG_TEXT_COMPRESSION_NONE : PNG_ITXT_COMPRESSION_NONE;
         // libpng does not write through these.

@@ -43,8 +43,10 @@ bool Same(Region const& a, Region const& b)
         return false;
     auto const spansA = a.Spans(a.Box().top, a.Box().bottom);
     auto const spansB = b.Spans(b.Box().top, b.Box().bottom);
-    return std::equal(spansA.begin(), spansA.end(), spansB.begin(), spansB.end(),
-        [](Region::Span const& s, Region::Span const& t) { return s.y == t.y && s.left == t.left && s.right == t.right; });
+    return std::equal(
+        spansA.begin(), spansA.end(), spansB.begin(), spansB.end(), [](Region::Span const& s, Region::Span const& t) {
+            return s.y == t.y && s.left == t.left && s.right == t.right;
+        });
 }
 
 bool Same(Clip const& a, Clip const& b)

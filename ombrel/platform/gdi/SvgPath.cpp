@@ -127,7 +127,8 @@ std::string SvgPath(PageShape const& shape)
         at = shape.figures[i].closed ? points.front() : points.back();
     }
     for (PageArc const& arc : shape.arcs)
-        WriteArc(path, arc);
+        if (arc.radiusX > 0.0 && arc.radiusY > 0.0)
+            WriteArc(path, arc);
     return path.Take();
 }
 

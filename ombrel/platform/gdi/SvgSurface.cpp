@@ -45,10 +45,7 @@ std::string Escape(CString const& text)
     return escaped;
 }
 
-std::string Attribute(std::string_view name, std::string_view value)
-{
-    return Join({ " ", name, "=\"", value, "\"" });
-}
+std::string Attribute(std::string_view name, std::string_view value) { return Join({ " ", name, "=\"", value, "\"" }); }
 
 std::string Attribute(std::string_view name, double value) { return Attribute(name, SvgNumber(value)); }
 
@@ -158,13 +155,14 @@ void SvgPage::SetClip(Clip const& clip)
     if (!(box == Bounds())) {
         PageShape shape;
         shape.AddRect(box);
-        ids.push_back(Define("c", Join({ "<clipPath id=\"@\"><path", Attribute("d", SvgPath(shape)), "/></clipPath>" })));
+        ids.push_back(
+            Define("c", Join({ "<clipPath id=\"@\"><path", Attribute("d", SvgPath(shape)), "/></clipPath>" })));
     }
     if (clip.region) {
         bool const winding = clip.region->OutlineMode() == WINDING;
         std::string const path = Attribute("d", SvgPath(RegionShape(*clip.region, Bounds())));
-        ids.push_back(Define("c",
-            Join({ "<clipPath id=\"@\"><path", path, winding ? "" : " clip-rule=\"evenodd\"", "/></clipPath>" })));
+        ids.push_back(Define(
+            "c", Join({ "<clipPath id=\"@\"><path", path, winding ? "" : " clip-rule=\"evenodd\"", "/></clipPath>" })));
     }
     if (ids == m_clipIds)
         return;
@@ -180,7 +178,7 @@ std::string SvgPage::HatchFill(VectorBrush const& brush)
     static constexpr double kSide = 8.0;
     static constexpr int kInvisible = 1;
     std::string path;
-    for (auto const& line : HatchLines(*brush.hatchStyle)) {
+    for (auto const& line : HatchLines(*brush.hatchStyle, 1)) {
         for (std::size_t i = 0; i < line.size(); ++i)
             path += Join({ i == 0 ? "M" : "L", SvgNumber(line[i].x), " ", SvgNumber(line[i].y) });
         path += "z";
@@ -215,7 +213,8 @@ void SvgPage::DrawShape(PageShape const& shape, PagePaint const& paint, Clip con
     SetClip(clip);
     std::string element = "<path";
     if (paint.fill) {
-        element += paint.fill->hatchStyle ? Attribute("fill", HatchFill(*paint.fill)) : Paint("fill", paint.fill->foreground);
+        element += paint.fill->hatchStyle ? Attribute("fill", HatchFill(*paint.fill))
+                                          : Paint("fill", paint.fill->foreground);
         if (!paint.winding && !shape.figures.empty())
             element += Attribute("fill-rule", "evenodd");
         // Without smoothing there is no seam between fillings that border on each other.
@@ -267,8 +266,8 @@ void SvgPage::DrawPicture(PagePicture const& picture, Clip const& clip)
     settings.transparent = picture.transparent;
     m_body += Join({ "<image", Attribute("x", picture.to.left), Attribute("y", picture.to.top),
         Attribute("width", picture.to.Width()), Attribute("height", picture.to.Height()),
-        " preserveAspectRatio=\"none\" xlink:href=\"data:image/png;base64,", Base64(EncodePng(picture.pixels, settings)),
-        "\"/>\n" });
+        " preserveAspectRatio=\"none\" xlink:href=\"data:image/png;base64,",
+        Base64(EncodePng(picture.pixels, settings)), "\"/>\n" });
 }
 
 std::string SvgPage::FinishDocument()

@@ -4,9 +4,10 @@
 
 #include <algorithm>
 #include <fontconfig/fontconfig.h>
+#include <ft2build.h>
 #include <limits>
 #include <unistd.h>
-#include FT_OUTLINE_H
+#include FT_FREETYPE_H
 #include FT_TRUETYPE_TABLES_H
 
 // Text that needs no shaping (Latin, Greek, Cyrillic, signs) is measured and placed from a table of advances that comes
@@ -78,8 +79,8 @@ std::string PackagedFile(std::string_view family, bool bold, bool italic)
     std::string const kind(family.substr(kPrefix.size()));
     if (kind != "Sans" && kind != "Mono" && kind != "Serif")
         return {};
-    std::string const name
-        = "/Liberation" + kind + (bold ? (italic ? "-BoldItalic" : "-Bold") : (italic ? "-Italic" : "-Regular")) + ".ttf";
+    std::string const name = "/Liberation" + kind
+        + (bold ? (italic ? "-BoldItalic" : "-Bold") : (italic ? "-Italic" : "-Regular")) + ".ttf";
     std::string const directories[] = { "/usr/share/fonts/truetype/liberation", "/usr/share/fonts/truetype/liberation2",
         "/usr/share/fonts/liberation-" + LowerAscii(kind), "/usr/share/fonts/liberation-" + LowerAscii(kind) + "-fonts",
         "/usr/share/fonts/liberation", "/usr/share/fonts/liberation-fonts", "/usr/share/fonts/TTF" };
@@ -199,12 +200,9 @@ FontFace::~FontFace()
         FT_Done_Face(m_face);
 }
 
-std::uint32_t FontFace::GlyphOf(char32_t character) const
-{
-    return m_face ? FT_Get_Char_Index(m_face, character) : 0;
-}
+std::uint32_t FontFace::GlyphOf(char32_t character) const { return m_face ? FT_Get_Char_Index(m_face, character) : 0; }
 
-FT_Face FontFace::At(int emSize)
+FT_FaceRec_* FontFace::At(int emSize)
 {
     if (m_currentSize != emSize && FT_Set_Pixel_Sizes(m_face, 0, static_cast<FT_UInt>(emSize)) == 0)
         m_currentSize = emSize;

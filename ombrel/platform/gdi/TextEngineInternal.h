@@ -4,13 +4,14 @@
 
 #include <array>
 #include <cstdint>
-#include <ft2build.h>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
-#include FT_FREETYPE_H
+
+// FreeType's face, which its own header calls FT_Face.
+struct FT_FaceRec_;
 
 // What the text sources and the page surfaces share. Not installed: hosts see TextEngine.h alone.
 namespace ombrel::text {
@@ -45,11 +46,11 @@ public:
     /// 0 when the font has none.
     std::uint32_t GlyphOf(char32_t character) const;
     /// The FreeType face set to an em size in pixels; only when usable.
-    FT_Face At(int emSize);
+    FT_FaceRec_* At(int emSize);
 
 private:
     FontFile m_file;
-    FT_Face m_face = nullptr;
+    FT_FaceRec_* m_face = nullptr;
     int m_currentSize = 0;
     int m_unitsPerEm = 2048;
     int m_ascent = 1854;

@@ -1,7 +1,9 @@
 #include "ombrel/platform/gdi/TextEngineInternal.h"
 
 #include <algorithm>
+#include <ft2build.h>
 #include <limits>
+#include FT_FREETYPE_H
 #include FT_OUTLINE_H
 
 namespace ombrel {
@@ -73,7 +75,8 @@ public:
             return;
         for (int y = common.top; y < common.bottom; ++y) {
             std::uint8_t const* source = glyph.coverage.data() + Offset(y - at.y, glyph.width) + (common.left - at.x);
-            std::uint8_t* target = m_coverage.data() + Offset(y - m_box.top, m_box.Width()) + (common.left - m_box.left);
+            std::uint8_t* target
+                = m_coverage.data() + Offset(y - m_box.top, m_box.Width()) + (common.left - m_box.left);
             for (int x = common.left; x < common.right; ++x, ++source, ++target)
                 *target = Union(*target, *source);
         }
@@ -179,7 +182,8 @@ private:
     struct Hash {
         std::size_t operator()(Key const& key) const
         {
-            return std::hash<std::u16string> {}(key.text) ^ (std::hash<LogicalFont const*> {}(key.font) * 31 + key.look);
+            return std::hash<std::u16string> {}(key.text)
+                ^ (std::hash<LogicalFont const*> {}(key.font) * 31 + key.look);
         }
     };
     struct Entry {
@@ -212,8 +216,8 @@ std::vector<TextLine> TextLines(LOGFONT const& font, LogicalFont const& logical)
     int const thickness = std::max(1, scaled(face.UnderlineThickness()));
     int const ascent = logical.Metrics().tmAscent;
     if (font.lfUnderline)
-        lines.push_back({ std::min(ascent + scaled(face.UnderlineTop()), logical.Metrics().tmHeight - thickness),
-            thickness });
+        lines.push_back(
+            { std::min(ascent + scaled(face.UnderlineTop()), logical.Metrics().tmHeight - thickness), thickness });
     // Through the middle of small letters, which are about half an em high.
     if (font.lfStrikeOut)
         lines.push_back({ ascent - (em + 2) / 4 - thickness / 2, thickness });

@@ -79,10 +79,7 @@ std::shared_ptr<ScaledFont> ScaledFontOf(PangoFont* pangoFont, LogicalFont const
     return face->IsUsable() ? std::make_shared<ScaledFont>(std::move(face), logical.Primary()->EmSize()) : nullptr;
 }
 
-int ToPixels(int pangoUnits)
-{
-    return static_cast<int>(std::floor(pangoUnits / double(PANGO_SCALE) + 0.5));
-}
+int ToPixels(int pangoUnits) { return static_cast<int>(std::floor(pangoUnits / double(PANGO_SCALE) + 0.5)); }
 
 /// Advances that Pango left alone are rounded from the font's, as in text that needs no shaping.
 int RoundedAdvance(ScaledFont const* font, PangoGlyphInfo const& info)
