@@ -161,10 +161,7 @@ bool CDC::RestoreDC(int level)
     return true;
 }
 
-void CDC::SelectClipRgn(CRgn const* region)
-{
-    m_state.clip.region = region ? region->GetRegion() : nullptr;
-}
+void CDC::SelectClipRgn(CRgn const* region) { m_state.clip.region = region ? region->GetRegion() : nullptr; }
 
 CRect CDC::GetClipBox() const
 {
@@ -218,8 +215,7 @@ void CDC::Ellipse(CRect const& box)
     bool const outlined = line.style != PS_NULL;
     bool const filled = !m_state.brush.IsNull();
     if (outlined || filled)
-        m_surface->Ellipse(
-            ToDevice(box), outlined ? &line : nullptr, filled ? &fill : nullptr, m_state.clip);
+        m_surface->Ellipse(ToDevice(box), outlined ? &line : nullptr, filled ? &fill : nullptr, m_state.clip);
 }
 
 void CDC::Arc(CRect const& box, CPoint start, CPoint end)

@@ -113,8 +113,8 @@ public:
     /// In pixels of unrotated text; 0 × 0 for the empty text.
     CSize GetTextExtent(CString const& text) const;
     TEXTMETRIC GetTextMetrics() const;
-    /// Copies w × h pixels of the source from (sx, sy) to (x, y), the source's raster operation acting bit by bit on the
-    /// colours. From a 1-bit bitmap, ones become the background colour and zeros the text colour; into one, the
+    /// Copies w × h pixels of the source from (sx, sy) to (x, y), the source's raster operation acting bit by bit on
+    /// the colours. From a 1-bit bitmap, ones become the background colour and zeros the text colour; into one, the
     /// source's background colour becomes white and all else black. Pixels that the source does not have are left out.
     /// False when the source keeps no pixels or the operation needs a brush.
     bool BitBlt(int x, int y, int w, int h, CDC* source, int sx, int sy, DWORD operation);

@@ -30,6 +30,11 @@ public:
             m_ends.clear();
     }
     bool IsSolid() const { return m_ends.empty(); }
+    /// Whether every length is a whole number of pixels.
+    bool IsWhole() const
+    {
+        return std::all_of(m_ends.begin(), m_ends.end(), [](double end) { return end == std::floor(end); });
+    }
     double Period() const { return m_ends.back(); }
     /// Where the lengths end, counted from the start of the pattern.
     std::vector<double> const& Ends() const { return m_ends; }

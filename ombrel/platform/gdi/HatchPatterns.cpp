@@ -72,7 +72,10 @@ constexpr std::uint32_t kSmoothNeighbour = 64;
 
 bool IsSmoothed(int style) { return style == 2 || style == 3 || style == 5; }
 
-bool IsSet(Pattern const& pattern, int x, int y) { return (pattern[static_cast<std::size_t>(y)] >> (7 - (x & 7)) & 1) != 0; }
+bool IsSet(Pattern const& pattern, int x, int y)
+{
+    return (pattern[static_cast<std::size_t>(y)] >> (7 - (x & 7)) & 1) != 0;
+}
 
 /// How much of the background the foreground covers, 0 … 255.
 std::uint32_t ForegroundWeight(int style, int x, int y)

@@ -98,13 +98,33 @@ public:
                 m_base[m_at] = value;
             return;
         }
-        if (m_limit > kLongRun * m_step && (m_major == 1 || m_major == -1)) {
+        if (HasLongRuns()) {
             WriteRuns(count, value);
             return;
         }
         for (; count > 0; --count) {
             m_base[m_at] = value;
             Step();
+        }
+    }
+    /// Whether long runs of the line's pixels lie together in memory.
+    bool HasLongRuns() const { return m_limit > kLongRun * m_step && (m_major == 1 || m_major == -1); }
+    /// Calls each(first in memory, length, pixels before) for those runs.
+    template <typename Each> void ForEachRun(long long count, Each&& each)
+    {
+        long long done = 0;
+        while (done < count) {
+            long long const untilStep = m_step == 0 ? count : (m_limit - m_error + m_step - 1) / m_step;
+            long long const run = std::min(count - done, untilStep);
+            auto const length = static_cast<std::ptrdiff_t>(run);
+            each(m_base + (m_major > 0 ? m_at : m_at - length + 1), length, done);
+            done += run;
+            m_at += m_major * length;
+            m_error += m_step * run;
+            if (m_error >= m_limit) {
+                m_error -= m_limit;
+                m_at += m_minor;
+            }
         }
     }
     void Skip(long long count)
@@ -122,21 +142,9 @@ public:
 private:
     static constexpr long long kFewSteps = 16;
     static constexpr long long kLongRun = 12;
-    /// The pixels between two steps across lie together in memory.
     void WriteRuns(long long count, T value)
     {
-        while (count > 0) {
-            long long const run = std::min(count, (m_limit - m_error + m_step - 1) / m_step);
-            auto const length = static_cast<std::ptrdiff_t>(run);
-            std::fill_n(m_base + (m_major > 0 ? m_at : m_at - length + 1), length, value);
-            count -= run;
-            m_at += m_major * length;
-            m_error += m_step * run;
-            if (m_error >= m_limit) {
-                m_error -= m_limit;
-                m_at += m_minor;
-            }
-        }
+        ForEachRun(count, [value](T* run, std::ptrdiff_t length, long long) { std::fill_n(run, length, value); });
     }
     void Step()
     {

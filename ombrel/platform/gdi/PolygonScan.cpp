@@ -56,8 +56,8 @@ bool PolygonScan::Advance(int& y)
     while (m_nextStart < m_starts.size() && m_starts[m_nextStart].row <= y)
         m_active.push_back(m_edges[m_starts[m_nextStart++].edge]);
     if (m_active.size() - old > 16)
-        std::sort(m_active.begin(), m_active.end(),
-            [](Edge const& a, Edge const& b) { return a.crossing < b.crossing; });
+        std::sort(
+            m_active.begin(), m_active.end(), [](Edge const& a, Edge const& b) { return a.crossing < b.crossing; });
     // From one row to the next few edges change places, so that inserting costs next to nothing.
     for (std::size_t i = 1; i < m_active.size(); ++i) {
         if (m_active[i - 1].crossing <= m_active[i].crossing)

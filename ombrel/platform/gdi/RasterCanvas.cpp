@@ -27,6 +27,30 @@ void PaintOne(std::uint32_t* pixel, std::uint32_t coverage, Ink const& ink)
         *pixel = PixelBlend(ink.pixel, alpha)(*pixel);
 }
 
+/// Eight pixels at once, in bytes: the compiler makes vector instructions of the loops.
+void PaintEight(std::uint32_t* pixels, std::uint8_t const* coverage, Ink const& ink)
+{
+    constexpr std::size_t kBytes = 8 * sizeof(std::uint32_t);
+    std::uint32_t spread[8];
+    std::uint32_t colour[8];
+    for (int i = 0; i < 8; ++i) {
+        std::uint32_t const product = coverage[i] * ink.alpha + 128;
+        spread[i] = ((product + (product >> 8)) >> 8) * 0x01010101U;
+        colour[i] = ink.pixel;
+    }
+    std::uint8_t alpha[kBytes];
+    std::uint8_t above[kBytes];
+    std::uint8_t below[kBytes];
+    std::memcpy(alpha, spread, kBytes);
+    std::memcpy(above, colour, kBytes);
+    std::memcpy(below, pixels, kBytes);
+    for (std::size_t i = 0; i < kBytes; ++i) {
+        auto const sum = static_cast<std::uint16_t>(above[i] * alpha[i] + below[i] * (255 - alpha[i]) + 128);
+        below[i] = static_cast<std::uint8_t>((sum + (sum >> 8)) >> 8);
+    }
+    std::memcpy(pixels, below, kBytes);
+}
+
 void PaintRun(std::uint32_t* pixels, std::uint8_t const* coverage, int count, Ink const& ink)
 {
     int i = 0;
@@ -34,6 +58,8 @@ void PaintRun(std::uint32_t* pixels, std::uint8_t const* coverage, int count, In
         std::uint64_t const eight = LoadEight(coverage + i);
         if (eight == kAllCovered && ink.alpha == 255) {
             std::fill_n(pixels + i, 8, ink.pixel);
+        } else if (eight != 0 && !ink.mono) {
+            PaintEight(pixels + i, coverage + i, ink);
         } else if (eight != 0) {
             for (int k = i; k < i + 8; ++k)
                 PaintOne(pixels + k, coverage[k], ink);

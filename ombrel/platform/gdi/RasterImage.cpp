@@ -30,8 +30,8 @@ struct CopyAxis {
         return axis;
     }
     bool IsPlain() const { return size == sourceSize && !mirrored; }
-    /// The source coordinate that a destination coordinate takes: when enlarging the nearest by pixel centres. Of pixels
-    /// that fall together when shrinking, columns keep a later one than rows.
+    /// The source coordinate that a destination coordinate takes: when enlarging the nearest by pixel centres. Of
+    /// pixels that fall together when shrinking, columns keep a later one than rows.
     int Source(int destination, bool columns) const
     {
         long long const s = sourceSize;
@@ -105,8 +105,7 @@ public:
             return;
         MapColumns(left, right);
         m_row.resize(static_cast<std::size_t>(right - left));
-        bool const plainRows
-            = m_across.IsPlain() && m_conversion == Conversion::None && m_copy.operation == SRCCOPY;
+        bool const plainRows = m_across.IsPlain() && m_conversion == Conversion::None && m_copy.operation == SRCCOPY;
         for (int y = top; y < bottom; ++y) {
             int const sourceRow = m_down.Source(y, false);
             if (sourceRow < 0 || sourceRow >= m_copy.source->Height() || m_first >= m_last)

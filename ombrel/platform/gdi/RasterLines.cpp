@@ -1,5 +1,6 @@
 #include "ombrel/platform/gdi/RasterLines.h"
 
+#include "ombrel/platform/gdi/DashStrip.h"
 #include "ombrel/platform/gdi/RasterSurface.h"
 
 #include <array>
@@ -20,6 +21,7 @@ public:
         , m_pen(pen)
         , m_on(on)
         , m_off(off)
+        , m_useStrip(sizeof(T) == 1 && !off && pen.dashes.IsWhole())
     {
     }
     /// Draws a figure; visible(line, first, last) is told each range of pixels first.
@@ -51,6 +53,12 @@ private:
             walker.Write(last - first, m_on);
             return;
         }
+        if constexpr (sizeof(T) == 1) {
+            if (m_useStrip && line.steep && walker.HasLongRuns()) {
+                CoverRuns(walker, line, first, last, drawn);
+                return;
+            }
+        }
         DashCounter counter(m_pen.dashes, static_cast<double>(drawn + first));
         for (long long left = last - first; left > 0;) {
             long long const run = std::min(left, counter.Length());
@@ -64,11 +72,35 @@ private:
             left -= run;
         }
     }
+    /// Covers the dashes of an upright line in a mask whose columns lie together in memory.
+    void CoverRuns(
+        LineWalker<T>& walker, LinePixels const& line, long long first, long long last, long long drawn) const
+    {
+        int const lowest = std::min(line.Major(first), line.Major(last - 1));
+        int const highest = std::max(line.Major(first), line.Major(last - 1));
+        auto const length = static_cast<double>(line.n);
+        StrokeSegment segment;
+        // A dash takes in its lower end: counted upwards, pixel i lies at start − 1 − i.
+        segment.start.v = line.majorStart + (line.majorStep > 0 ? 0 : 1);
+        segment.delta.v = line.majorStep * length;
+        segment.length = length;
+        segment.phase = static_cast<double>(drawn);
+        segment.endReach = 1.0;
+        m_strip.Build(segment, m_pen.dashes, lowest, highest + 1, false);
+        walker.ForEachRun(last - first, [&](T* run, std::ptrdiff_t count, long long done) {
+            long long const begin = line.majorStep > 0 ? first + done : first + done + count - 1;
+            std::uint8_t const* const covered = m_strip.At(line.Major(begin));
+            for (std::ptrdiff_t i = 0; i < count; ++i)
+                run[i] = static_cast<T>(run[i] | covered[i]);
+        });
+    }
     Plane<T> m_plane;
     CRect m_box;
     ThinPen const& m_pen;
     T m_on;
     std::optional<T> m_off;
+    bool m_useStrip;
+    mutable DashStrip m_strip;
 };
 
 void DrawThroughMask(CoverageMask& mask, Figures const& figures, ThinPen const& pen, CRect const& box, bool gaps)
@@ -149,6 +181,7 @@ FiguresExtent MeasureFigures(RasterCanvas const& canvas, Figures const& figures,
     auto const clampY = [&clip](int y) { return std::clamp(y, clip.top, clip.bottom); };
     long long across = 0;
     long long down = 0;
+    long long upright = 0;
     for (std::size_t f = 0; f < FigureCount(figures); ++f) {
         auto const points = FigurePoints(figures, f);
         for (std::size_t i = 0; i < points.size(); ++i) {
@@ -156,19 +189,21 @@ FiguresExtent MeasureFigures(RasterCanvas const& canvas, Figures const& figures,
             bounds = { std::min(bounds.left, p.x), std::min(bounds.top, p.y), std::max(bounds.right, p.x),
                 std::max(bounds.bottom, p.y) };
             if (i > 0) {
-                across += std::abs(clampX(p.x) - clampX(points[i - 1].x));
-                down += std::abs(clampY(p.y) - clampY(points[i - 1].y));
+                CPoint const before = ClampPoint(points[i - 1]);
+                across += std::abs(clampX(p.x) - clampX(before.x));
+                down += std::abs(clampY(p.y) - clampY(before.y));
+                upright += std::abs(p.y - before.y) - std::abs(p.x - before.x);
             }
         }
     }
     extent.across = static_cast<double>(across);
     extent.down = static_cast<double>(down);
+    extent.isUpright = upright > 0;
     if (bounds.left > bounds.right)
         return extent;
     margin = std::min(margin, limit);
-    extent.box.IntersectRect({ bounds.left - margin, bounds.top - margin, bounds.right + margin + 1,
-                                 bounds.bottom + margin + 1 },
-        clip);
+    extent.box.IntersectRect(
+        { bounds.left - margin, bounds.top - margin, bounds.right + margin + 1, bounds.bottom + margin + 1 }, clip);
     return extent;
 }
 

@@ -51,6 +51,8 @@ struct FiguresExtent {
     /// Visible lengths along both axes, summed over the segments.
     double across = 0.0;
     double down = 0.0;
+    /// Whether the figures run more up and down than across, wherever they are clipped.
+    bool isUpright = false;
 };
 FiguresExtent MeasureFigures(RasterCanvas const& canvas, Figures const& figures, int margin);
 

@@ -1,4 +1,5 @@
 #include "ombrel/platform/gdi/Coordinates.h"
+#include "ombrel/platform/gdi/DashStrip.h"
 #include "ombrel/platform/gdi/EllipsePixels.h"
 #include "ombrel/platform/gdi/PolygonScan.h"
 #include "ombrel/platform/gdi/RasterLines.h"
@@ -69,7 +70,8 @@ void StampLine(CoverageMask& mask, PenDot const& dot, CPoint from, CPoint to)
     band.start = { static_cast<double>(u0), static_cast<double>(v0) };
     band.delta = { static_cast<double>(u1) - u0, static_cast<double>(v1) - v0 };
     band.length = std::hypot(band.delta.u, band.delta.v);
-    CoverBand(mask, band, dot.Width() / 2.0, DashPattern());
+    DashStrip unused;
+    CoverBand(mask, band, dot.Width() / 2.0, DashPattern(), unused);
 }
 
 /// Points round an ellipse too large to be followed pixel by pixel, a chord at most half a pixel inside.
@@ -129,8 +131,7 @@ void DrawWideLines(
     if (extent.box.IsRectEmpty())
         return;
     PenDot const dot(line.width);
-    bool const upright = extent.down > extent.across;
-    mask.Begin(extent.box, upright ? CoverageMask::Lines::Columns : CoverageMask::Lines::Rows);
+    mask.Begin(extent.box, extent.isUpright ? CoverageMask::Lines::Columns : CoverageMask::Lines::Rows);
     for (std::size_t i = 1; i < points.size(); ++i)
         StampLine(mask, dot, ClampPoint(points[i - 1]), ClampPoint(points[i]));
     mask.Flush(canvas, canvas.InkOf({ line.colour, 255 }));

@@ -1,3 +1,4 @@
+#include "ombrel/platform/gdi/DashStrip.h"
 #include "ombrel/platform/gdi/RasterLines.h"
 #include "ombrel/platform/gdi/RasterSurface.h"
 #include "ombrel/platform/gdi/StrokeBands.h"
@@ -80,15 +81,16 @@ private:
     void DrawSegment(StrokeSegment const& segment)
     {
         if (m_smooth)
-            SmoothBand(m_mask, segment, m_half, m_pattern);
+            SmoothBand(m_mask, segment, m_half, m_pattern, m_strip);
         else
-            CoverBand(m_mask, segment, m_half, m_pattern);
+            CoverBand(m_mask, segment, m_half, m_pattern, m_strip);
     }
 
     CoverageMask& m_mask;
     double m_half;
     DashPattern const& m_pattern;
     bool m_smooth;
+    DashStrip m_strip;
 };
 
 void DrawBands(RasterCanvas const& canvas, CoverageMask& mask, Figures const& figures, double width,
@@ -98,7 +100,7 @@ void DrawBands(RasterCanvas const& canvas, CoverageMask& mask, Figures const& fi
     FiguresExtent const extent = MeasureFigures(canvas, figures, margin);
     if (extent.box.IsRectEmpty())
         return;
-    mask.Begin(extent.box, extent.down > extent.across ? CoverageMask::Lines::Columns : CoverageMask::Lines::Rows);
+    mask.Begin(extent.box, extent.isUpright ? CoverageMask::Lines::Columns : CoverageMask::Lines::Rows);
     BandDrawer drawer(mask, width, pattern, smooth);
     for (std::size_t i = 0; i < FigureCount(figures); ++i)
         drawer.Draw(FigurePoints(figures, i));

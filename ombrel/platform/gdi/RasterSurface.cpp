@@ -2,6 +2,7 @@
 
 #include "ombrel/platform/gdi/Coordinates.h"
 #include "ombrel/platform/gdi/HatchPatterns.h"
+#include "ombrel/platform/gdi/PolygonMask.h"
 #include "ombrel/platform/gdi/PolygonScan.h"
 #include "ombrel/platform/gdi/TextEngine.h"
 
@@ -67,8 +68,21 @@ void RasterSurface::FillRegion(Region const& region, COLORREF colour, Clip const
         return;
     }
     RasterCanvas const canvas(m_raster.get(), clip);
+    if (FillCrowded(region, canvas, canvas.InkOf({ colour, 255 })))
+        return;
     std::uint32_t const pixel = canvas.Pixel(colour);
     ForSpans(region, canvas, [&](int y, int left, int right) { canvas.FillSpan(y, left, right, pixel); });
+}
+
+bool RasterSurface::FillCrowded(Region const& region, RasterCanvas const& canvas, Ink const& ink)
+{
+    CRect box;
+    if (region.OutlineMode() != ALTERNATE || region.IsRect() || !box.IntersectRect(region.Box(), canvas.Box())
+        || !IsCrowdedPolygon(region.Outline(), box))
+        return false;
+    CoverPolygon(m_mask, region.Outline(), box);
+    m_mask.Flush(canvas, ink);
+    return true;
 }
 
 void RasterSurface::SetPixel(CPoint p, COLORREF colour, Clip const& clip)
@@ -94,7 +108,7 @@ void RasterSurface::Text(TextRun const& run, Clip const& clip)
     if (run.cellColour) {
         CSize const size = MeasureText(*run.font, run.text);
         CRect const cell = run.font->lfEscapement == 900 ? CRect(at.x, at.y - size.cx, at.x + size.cy, at.y)
-                                                          : CRect(at.x, at.y, at.x + size.cx, at.y + size.cy);
+                                                         : CRect(at.x, at.y, at.x + size.cx, at.y + size.cy);
         canvas.FillBox(cell, canvas.Pixel(*run.cellColour));
     }
     std::shared_ptr<TextMask const> const mask = RenderText(*run.font, run.text);
@@ -115,8 +129,8 @@ void RasterSurface::Fill(Region const& region, VectorBrush const& brush, Clip co
     if (brush.hatchStyle) {
         HatchPainter const painter(brush, canvas.IsMono());
         ForSpans(region, canvas, [&](int y, int left, int right) {
-            canvas.ForVisible(y, left, right,
-                [&](std::uint32_t* p, int from, int to) { painter.Paint(p, y, from, to); });
+            canvas.ForVisible(
+                y, left, right, [&](std::uint32_t* p, int from, int to) { painter.Paint(p, y, from, to); });
         });
         return;
     }
@@ -125,13 +139,12 @@ void RasterSurface::Fill(Region const& region, VectorBrush const& brush, Clip co
         FillRegion(region, brush.foreground.colour, clip);
         return;
     }
-    if (ink.mono)
+    if (ink.mono || FillCrowded(region, canvas, ink))
         return;
     PixelBlend const blend(ink.pixel, ink.alpha);
     ForSpans(region, canvas, [&](int y, int left, int right) {
-        canvas.ForVisible(y, left, right, [&blend](std::uint32_t* p, int from, int to) {
-            std::transform(p, p + (to - from), p, blend);
-        });
+        canvas.ForVisible(y, left, right,
+            [&blend](std::uint32_t* p, int from, int to) { std::transform(p, p + (to - from), p, blend); });
     });
 }
 

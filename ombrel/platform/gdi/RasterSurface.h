@@ -28,6 +28,9 @@ public:
     Raster const* GetRaster() const override { return m_raster.get(); }
 
 private:
+    /// Fills a polygon with very many edges through the mask; false when it is none.
+    bool FillCrowded(Region const& region, RasterCanvas const& canvas, Ink const& ink);
+
     std::shared_ptr<Raster> m_raster;
     CoverageMask m_mask;
 };

@@ -109,7 +109,9 @@ std::span<Region::Span const> Region::Spans(int top, int bottom) const
         m_spanRows = whole ? Rows { m_box.top, m_box.bottom } : Rows { top, bottom };
         m_spans.clear();
         PolygonScan(m_outline, m_outlineMode, m_spanRows.top, m_spanRows.bottom)
-            .Run([this](int y, int left, int right) { m_spans.push_back({ y, left, right }); });
+            .Run([this](int y, int left, int right) {
+                m_spans.push_back({ y, left, right });
+            });
     }
     auto const before = [](Span const& s, int y) { return s.y < y; };
     auto const begin = std::lower_bound(m_spans.begin(), m_spans.end(), top, before);

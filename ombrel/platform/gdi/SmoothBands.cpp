@@ -1,5 +1,6 @@
 #include "ombrel/platform/gdi/StrokeBands.h"
 
+#include "ombrel/platform/gdi/DashStrip.h"
 #include "ombrel/platform/gdi/StrokeCorner.h"
 
 #include <array>
@@ -36,7 +37,7 @@ struct Profile {
 void Raise(std::uint8_t& pixel, float coverage) { pixel = std::max(pixel, ToByte(coverage)); }
 
 /// Raises pixels whose distance from the middle of the band changes by slope from one to the next.
-void RaiseRun(std::uint8_t* pixels, int count, float distance, float slope, Profile const& profile)
+void RaiseRun(std::uint8_t* pixels, int count, float distance, float slope, Profile profile)
 {
     if (slope == 0.0F) {
         std::uint8_t const value = ToByte(profile.At(distance));
@@ -52,6 +53,23 @@ void RaiseRun(std::uint8_t* pixels, int count, float distance, float slope, Prof
         float const coverage = profile.At(distance + slope * static_cast<float>(i));
         auto const value = static_cast<std::uint8_t>(static_cast<int>(coverage * 255.0F + 0.5F));
         pixels[i] = std::max(pixels[i], value);
+    }
+}
+
+/// As RaiseRun, only as far as the strip covers each pixel.
+void RaiseStrip(
+    std::uint8_t* pixels, std::uint8_t const* strip, int count, float distance, float slope, Profile profile)
+{
+    if (slope == 0.0F) {
+        int const value = ToByte(profile.At(distance));
+        for (int i = 0; i < count; ++i)
+            pixels[i] = std::max(pixels[i], static_cast<std::uint8_t>((value * strip[i] + 255) >> 8));
+        return;
+    }
+    for (int i = 0; i < count; ++i) {
+        float const coverage = profile.At(distance + slope * static_cast<float>(i));
+        int const value = static_cast<int>(coverage * 255.0F + 0.5F);
+        pixels[i] = std::max(pixels[i], static_cast<std::uint8_t>((value * strip[i] + 255) >> 8));
     }
 }
 
@@ -99,13 +117,14 @@ private:
     }
     CoverageMask& m_mask;
     int m_u;
-    Profile const& m_profile;
+    Profile m_profile;
     double m_distanceAtZero;
     double m_slope;
 };
 
 /// A band that runs mostly along the mask's lines.
-void SmoothSteep(CoverageMask& mask, StrokeSegment const& segment, double halfWidth, DashPattern const& pattern)
+void SmoothSteep(
+    CoverageMask& mask, StrokeSegment const& segment, double halfWidth, DashPattern const& pattern, DashStrip& strip)
 {
     MaskPoint const start = segment.start;
     double const slope = segment.delta.u / segment.delta.v;
@@ -120,9 +139,15 @@ void SmoothSteep(CoverageMask& mask, StrokeSegment const& segment, double halfWi
     double const corner = outside + halfWidth * std::abs(slope);
     int const first = std::max(mask.UBegin(), CeilToInt(std::min(uFirst, uLast) - corner));
     int const last = std::min(mask.UEnd(), CeilToInt(std::max(uFirst, uLast) + corner));
+    int begin = 0;
+    int end = 0;
+    LimitAlong(mask, segment, halfWidth, begin, end);
+    bool const hasStrip = DashStrip::Fits(segment, pattern, halfWidth) && begin < end && first < last;
+    if (hasStrip)
+        strip.Build(segment, pattern, begin, end, true);
     for (int u = first; u < last; ++u) {
-        double low = mask.VBegin();
-        double high = mask.VEnd();
+        double low = begin;
+        double high = end;
         if (slope != 0.0) {
             double const middle = start.v + (u - start.u) / slope;
             double const half = outside / std::abs(slope);
@@ -135,6 +160,11 @@ void SmoothSteep(CoverageMask& mask, StrokeSegment const& segment, double halfWi
         int const vLast = CeilToInt(high);
         if (vFirst >= vLast)
             continue;
+        if (hasStrip) {
+            RaiseStrip(mask.Touch(u, vFirst, vLast), strip.At(vFirst), vLast - vFirst,
+                static_cast<float>(start.u + slope * (vFirst - start.v) - u), static_cast<float>(slope), profile);
+            continue;
+        }
         SteepLine const line(mask, u, profile, start.u - slope * start.v - u, slope);
         double const origin = start.v - (u - start.u) * slope;
         double const a = (low - 1.0 - origin) / perDistance;
@@ -197,10 +227,11 @@ void SmoothFlat(CoverageMask& mask, StrokeSegment const& segment, double halfWid
 
 } // namespace
 
-void SmoothBand(CoverageMask& mask, StrokeSegment const& segment, double halfWidth, DashPattern const& pattern)
+void SmoothBand(
+    CoverageMask& mask, StrokeSegment const& segment, double halfWidth, DashPattern const& pattern, DashStrip& strip)
 {
     if (std::abs(segment.delta.v) >= std::abs(segment.delta.u))
-        SmoothSteep(mask, segment, halfWidth, pattern);
+        SmoothSteep(mask, segment, halfWidth, pattern, strip);
     else
         SmoothFlat(mask, segment, halfWidth, pattern);
 }

@@ -1,5 +1,6 @@
 #include "ombrel/platform/gdi/StrokeBands.h"
 
+#include "ombrel/platform/gdi/DashStrip.h"
 #include "ombrel/platform/gdi/StrokeCorner.h"
 
 #include <limits>
@@ -58,9 +59,21 @@ void CoverConvex(CoverageMask& mask, std::span<MaskPoint const> points)
     }
 }
 
+/// Covers the positions of a line that the strip covers.
+void CoverStrip(CoverageMask& mask, DashStrip const& strip, int u, int from, int to)
+{
+    if (from >= to)
+        return;
+    std::uint8_t* const pixels = mask.Touch(u, from, to);
+    std::uint8_t const* const covered = strip.At(from);
+    for (std::ptrdiff_t i = 0; i < to - from; ++i)
+        pixels[i] |= covered[i];
+}
+
 } // namespace
 
-void CoverBand(CoverageMask& mask, StrokeSegment const& segment, double halfWidth, DashPattern const& pattern)
+void CoverBand(
+    CoverageMask& mask, StrokeSegment const& segment, double halfWidth, DashPattern const& pattern, DashStrip& strip)
 {
     MaskPoint const start = segment.start;
     MaskPoint const delta = segment.delta;
@@ -76,6 +89,12 @@ void CoverBand(CoverageMask& mask, StrokeSegment const& segment, double halfWidt
     double const half = delta.u == 0.0 ? 0.0 : halfWidth * segment.length / std::abs(delta.u);
     double const endSlope = delta.u / delta.v;
     double const perDistance = segment.length / delta.v;
+    int vFirst = 0;
+    int vLast = 0;
+    LimitAlong(mask, segment, halfWidth, vFirst, vLast);
+    bool const hasStrip = DashStrip::Fits(segment, pattern, halfWidth) && vFirst < vLast && first < last;
+    if (hasStrip)
+        strip.Build(segment, pattern, vFirst, vLast, false);
     for (int u = first; u < last; ++u) {
         LineRange inside { static_cast<double>(mask.VBegin()) - 1.0, static_cast<double>(mask.VEnd()) };
         if (delta.u != 0.0) {
@@ -84,6 +103,11 @@ void CoverBand(CoverageMask& mask, StrokeSegment const& segment, double halfWidt
         }
         if (inside.low >= inside.high)
             continue;
+        if (hasStrip) {
+            CoverStrip(
+                mask, strip, u, std::max(vFirst, CeilToInt(inside.low)), std::min(vLast, CeilToInt(inside.high)));
+            continue;
+        }
         // The band's flat ends cross this line at origin + distance · perDistance.
         double const origin = start.v - (u - start.u) * endSlope;
         double const a = (inside.low - origin) / perDistance;
@@ -91,8 +115,8 @@ void CoverBand(CoverageMask& mask, StrokeSegment const& segment, double halfWidt
         ForEachDash(segment, pattern, std::min(a, b), std::max(a, b), [&](double from, double to) {
             double const p = origin + from * perDistance;
             double const q = origin + to * perDistance;
-            mask.FillRun(u, CeilToInt(std::max(inside.low, std::min(p, q))),
-                CeilToInt(std::min(inside.high, std::max(p, q))));
+            mask.FillRun(
+                u, CeilToInt(std::max(inside.low, std::min(p, q))), CeilToInt(std::min(inside.high, std::max(p, q))));
         });
     }
 }

@@ -27,6 +27,15 @@ struct StrokeSegment {
     MaskPoint Direction() const { return { delta.u / length, delta.v / length }; }
 };
 
+/// The positions between which a segment with its reaches and half its width lies, limited to the mask.
+inline void LimitAlong(CoverageMask const& mask, StrokeSegment const& segment, double halfWidth, int& first, int& last)
+{
+    double const reach = halfWidth + std::max(segment.startReach, segment.endReach) + 2.0;
+    double const end = segment.start.v + segment.delta.v;
+    first = std::max(mask.VBegin(), CeilToInt(std::min(segment.start.v, end) - reach));
+    last = std::min(mask.VEnd(), CeilToInt(std::max(segment.start.v, end) + reach));
+}
+
 /// Calls each(from, to) for the dashes that meet the distances low … high from the segment's start.
 template <typename Each>
 void ForEachDash(StrokeSegment const& segment, DashPattern const& pattern, double low, double high, Each&& each)
@@ -50,16 +59,21 @@ void ForEachDash(StrokeSegment const& segment, DashPattern const& pattern, doubl
     }
 }
 
+class DashStrip;
+
 /// Covers the pixels of a segment's dashes: bands with flat ends that take in their left and top edges, not their right
 /// and bottom ones.
-void CoverBand(CoverageMask& mask, StrokeSegment const& segment, double halfWidth, DashPattern const& pattern);
+/// strip is working memory, kept from one segment to the next.
+void CoverBand(
+    CoverageMask& mask, StrokeSegment const& segment, double halfWidth, DashPattern const& pattern, DashStrip& strip);
 
 /// Covers the outer corner where two bands meet: a mitre, or where that would be long, the bevel.
 /// The directions are of length 1.
 void CoverCorner(CoverageMask& mask, MaskPoint corner, MaskPoint before, MaskPoint after, double halfWidth);
 
 /// As CoverBand, but each pixel as far as it lies inside the band; overlapping bands keep the larger coverage.
-void SmoothBand(CoverageMask& mask, StrokeSegment const& segment, double halfWidth, DashPattern const& pattern);
+void SmoothBand(
+    CoverageMask& mask, StrokeSegment const& segment, double halfWidth, DashPattern const& pattern, DashStrip& strip);
 
 /// How far beyond a corner smoothed bands are drawn so that they meet there.
 double SmoothReach(MaskPoint before, MaskPoint after, double halfWidth);

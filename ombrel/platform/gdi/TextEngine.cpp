@@ -62,7 +62,7 @@ std::string FamilyFor(CString const& faceName)
         { "times", "Liberation Serif" },
         { "liberation serif", "Liberation Serif" },
     };
-    std::string const name = faceName.ToUtf8();
+    std::string name = faceName.ToUtf8();
     std::string const lower = LowerAscii(name);
     for (auto const& substitute : kSubstitutes)
         if (substitute.name == lower)

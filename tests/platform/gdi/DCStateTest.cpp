@@ -1,0 +1,201 @@
+#include "tests/platform/gdi/Picture.h"
+
+#include "ombrel/platform/gdi/RecordingSurface.h"
+#include "ombrel/platform/gdi/TextEngine.h"
+
+#include <gtest/gtest.h>
+
+namespace ombrel {
+namespace {
+
+TEST(DeviceContext, SavedLevelsBringEverythingBack)
+{
+    CDC dc;
+    CBitmap bitmap;
+    bitmap.CreateBitmap(40, 30, 32);
+    dc.SelectObject(&bitmap);
+    EXPECT_FALSE(dc.RestoreDC(-1));
+    EXPECT_EQ(dc.SaveDC(), 1);
+
+    CPen pen(PS_SOLID, 1, RGB(1, 2, 3));
+    CBrush brush(RGB(4, 5, 6));
+    LOGFONT face;
+    face.lfHeight = 31;
+    CFont font;
+    font.CreateFontIndirect(face);
+    CRgn region;
+    region.CreateRectRgn(9, 8, 3, 2);
+    CPen* const firstPen = dc.SelectObject(&pen);
+    CBrush* const firstBrush = dc.SelectObject(&brush);
+    CFont* const firstFont = dc.SelectObject(&font);
+    dc.SetTextColor(1);
+    dc.SetBkColor(2);
+    dc.SetBkMode(TRANSPARENT);
+    dc.SetTextAlign(TA_CENTER);
+    dc.SetStretchBltMode(COLORONCOLOR);
+    dc.SetPolyFillMode(WINDING);
+    dc.MoveTo(7, 8);
+    dc.SetViewportOrg(1, 2);
+    dc.SelectClipRgn(&region);
+    region.DeleteObject();
+    EXPECT_EQ(dc.SaveDC(), 2);
+    EXPECT_EQ(dc.GetClipBox(), CRect(2, 0, 8, 6));
+    EXPECT_EQ(dc.SaveDC(), 3);
+    EXPECT_FALSE(dc.RestoreDC(4));
+    EXPECT_FALSE(dc.RestoreDC(0));
+    EXPECT_TRUE(dc.RestoreDC(2));
+    EXPECT_EQ(dc.GetTextColor(), 1U);
+    EXPECT_EQ(dc.GetTextMetrics().tmHeight, MeasureFont(face).tmHeight);
+
+    EXPECT_TRUE(dc.RestoreDC(-1));
+    EXPECT_FALSE(dc.RestoreDC(1));
+    EXPECT_EQ(dc.GetTextColor(), 0U);
+    EXPECT_EQ(dc.GetBkColor(), 0xFFFFFFU);
+    EXPECT_EQ(dc.GetBkMode(), OPAQUE);
+    EXPECT_EQ(dc.GetTextAlign(), static_cast<UINT>(TA_LEFT));
+    EXPECT_EQ(dc.GetStretchBltMode(), BLACKONWHITE);
+    EXPECT_EQ(dc.GetPolyFillMode(), ALTERNATE);
+    EXPECT_EQ(dc.GetCurrentPosition(), CPoint(0, 0));
+    EXPECT_EQ(dc.GetViewportOrg(), CPoint(0, 0));
+    EXPECT_EQ(dc.GetClipBox(), CRect(0, 0, 40, 30));
+    EXPECT_EQ(dc.SelectObject(firstPen), firstPen);
+    EXPECT_EQ(dc.SelectObject(firstBrush), firstBrush);
+    EXPECT_EQ(dc.SelectObject(firstFont), firstFont);
+}
+
+TEST(DeviceContext, ObjectsAreSelectedByValue)
+{
+    Picture picture(5, 1);
+    {
+        CPen pen(PS_SOLID, 1, kBrushColour);
+        picture.DC().SelectObject(&pen);
+    }
+    picture.DC().MoveTo(0, 0);
+    picture.DC().LineTo(5, 0);
+    EXPECT_EQ(picture.Rows(), "ooooo\n");
+    EXPECT_EQ(picture.DC().SelectObject(static_cast<CPen*>(nullptr)), nullptr);
+}
+
+TEST(DeviceContext, DrawsOnTheBitmapThatIsSelected)
+{
+    CDC dc;
+    EXPECT_TRUE(dc.CreateCompatibleDC(nullptr));
+    EXPECT_EQ(dc.GetClipBox(), CRect());
+    dc.FillSolidRect({ 0, 0, 9, 9 }, 5);
+    EXPECT_EQ(dc.GetPixel(0, 0), CLR_INVALID);
+
+    CBitmap first;
+    CBitmap second;
+    first.CreateBitmap(3, 3, 24);
+    second.CreateBitmap(4, 4, 32);
+    CBitmap* const none = dc.SelectObject(&first);
+    dc.FillSolidRect({ 0, 0, 9, 9 }, RGB(5, 0, 0));
+    EXPECT_EQ(dc.SelectObject(&second), &first);
+    EXPECT_EQ(dc.GetPixel(0, 0), 0U);
+    EXPECT_EQ(dc.SelectObject(none), &second);
+    EXPECT_EQ(dc.GetPixel(0, 0), CLR_INVALID);
+    dc.SelectObject(&first);
+    EXPECT_EQ(dc.GetPixel(2, 2), RGB(5, 0, 0));
+    EXPECT_EQ(dc.GetPixel(3, 2), CLR_INVALID);
+    dc.SelectObject(static_cast<CBitmap*>(nullptr));
+    EXPECT_EQ(dc.GetPixel(2, 2), CLR_INVALID);
+}
+
+TEST(DeviceContext, CapabilitiesAreTheScreensWhateverIsSelected)
+{
+    struct {
+        int capability;
+        int value;
+    } const cases[] = { { HORZRES, 1024 }, { VERTRES, 768 }, { HORZSIZE, 271 }, { VERTSIZE, 203 }, { LOGPIXELSX, 96 },
+        { LOGPIXELSY, 96 }, { BITSPIXEL, 32 }, { PLANES, 1 }, { TECHNOLOGY, 1 }, { 4711, 0 } };
+    CDC bare;
+    Picture picture(7, 5, 1);
+    for (auto const& c : cases) {
+        EXPECT_EQ(bare.GetDeviceCaps(c.capability), c.value);
+        EXPECT_EQ(picture.DC().GetDeviceCaps(c.capability), c.value);
+    }
+    DeviceCapabilities printer;
+    printer.logPixelsX = 600;
+    CDC page(std::make_shared<RecordingSurface>(CSize(100, 100), printer, true));
+    EXPECT_EQ(page.GetDeviceCaps(LOGPIXELSX), 600);
+    EXPECT_TRUE(page.IsPrinting());
+    CBitmap bitmap;
+    bitmap.CreateBitmap(3, 3, 32);
+    EXPECT_EQ(page.SelectObject(&bitmap), nullptr);
+    EXPECT_TRUE(page.IsPrinting());
+    CDC memory;
+    EXPECT_TRUE(memory.CreateCompatibleDC(&page));
+    EXPECT_EQ(memory.GetDeviceCaps(LOGPIXELSX), 96);
+}
+
+TEST(DeviceContext, AlignmentMovesTheCell)
+{
+    auto const surface = std::make_shared<RecordingSurface>(CSize(300, 300));
+    CDC dc(surface);
+    CString const text = "Aligned";
+    struct {
+        UINT align;
+        int along;
+        int across;
+    } const cases[] = { { TA_LEFT, 0, 0 }, { TA_RIGHT, 2, 0 }, { TA_CENTER, 1, 0 }, { TA_BOTTOM, 0, 2 },
+        { TA_CENTER | TA_BOTTOM, 1, 2 }, { TA_RIGHT | TA_BASELINE, 2, 1 } };
+    for (int const escapement : { 0, 900 }) {
+        LOGFONT face;
+        face.lfHeight = 20;
+        face.lfEscapement = escapement;
+        CFont font;
+        font.CreateFontIndirect(face);
+        dc.SelectObject(&font);
+        CSize const size = dc.GetTextExtent(text);
+        for (auto const& c : cases) {
+            surface->Clear();
+            dc.SetTextAlign(c.align);
+            dc.TextOut(100, 150, text);
+            int const along = c.along == 2 ? size.cx : c.along == 1 ? size.cx / 2 : 0;
+            int const across = c.across == 2 ? size.cy : c.across == 1 ? dc.GetTextMetrics().tmAscent : 0;
+            CPoint const at = escapement == 0 ? CPoint(100 - along, 150 - across) : CPoint(100 - across, 150 + along);
+            ASSERT_EQ(surface->Primitives().size(), 1U);
+            EXPECT_EQ(surface->Primitives()[0].points.at(0), at) << c.align << " at " << escapement;
+        }
+    }
+}
+
+TEST(DeviceContext, ViewportOriginMovesDrawingButNotTheClip)
+{
+    Picture picture(10, 3);
+    picture.DC().SetViewportOrg(4, 1);
+    picture.ClipTo({ 0, 0, 6, 3 });
+    EXPECT_EQ(picture.DC().GetClipBox(), CRect(-4, -1, 2, 2));
+    picture.DC().MoveTo(-2, 0);
+    picture.DC().LineTo(9, 0);
+    picture.DC().SetPixel(-4, -1, kBrushColour);
+    EXPECT_EQ(picture.Rows(), "o.........\n..####....\n..........\n");
+    EXPECT_EQ(picture.DC().GetPixel(-4, -1), kBrushColour);
+}
+
+TEST(DeviceContext, OpaqueTextFillsItsCell)
+{
+    for (int const escapement : { 0, 900 }) {
+        Picture picture(80, 80);
+        LOGFONT face;
+        face.lfHeight = 16;
+        face.lfEscapement = escapement;
+        CFont font;
+        font.CreateFontIndirect(face);
+        CDC& dc = picture.DC();
+        dc.SelectObject(&font);
+        dc.SetBkMode(OPAQUE);
+        dc.SetBkColor(kBrushColour);
+        dc.SetTextColor(kBrushColour);
+        dc.TextOut(10, 70 - 60 * (escapement == 0), "Hg");
+        CSize const size = dc.GetTextExtent("Hg");
+        EXPECT_EQ(picture.Count('o'), size.cx * size.cy);
+        CRect const cell
+            = escapement == 0 ? CRect(10, 10, 10 + size.cx, 10 + size.cy) : CRect(10, 70 - size.cx, 10 + size.cy, 70);
+        EXPECT_EQ(dc.GetPixel(cell.left, cell.top), kBrushColour);
+        EXPECT_EQ(dc.GetPixel(cell.right - 1, cell.bottom - 1), kBrushColour);
+    }
+}
+
+} // namespace
+} // namespace ombrel

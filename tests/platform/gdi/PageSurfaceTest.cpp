@@ -1,0 +1,336 @@
+#include "ombrel/platform/gdi/PageSurface.h"
+
+#include "ombrel/platform/gdi/TextEngine.h"
+
+#include <cmath>
+#include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace ombrel {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+constexpr PageFormat kFormats[] = { PageFormat::Pdf, PageFormat::Svg, PageFormat::PostScript };
+
+using Draw = std::function<void(Surface&)>;
+
+std::string MakePage(PageFormat format, Draw const& draw)
+{
+    PageSetup setup;
+    setup.format = format;
+    setup.title = "Größe < 3";
+    setup.description = "Two\nlines";
+    setup.creationTime = 1700000000;
+    auto const page = MakePageSurface(setup);
+    draw(*page);
+    return page->Finish();
+}
+
+std::string MakeSvg(Draw const& draw) { return MakePage(PageFormat::Svg, draw); }
+
+std::size_t Count(std::string const& text, std::string_view part)
+{
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size()))
+        ++count;
+    return count;
+}
+
+LOGFONT MakeFont(int height, int escapement = 0)
+{
+    LOGFONT font;
+    font.lfFaceName = "Arial";
+    font.lfHeight = height;
+    font.lfEscapement = escapement;
+    return font;
+}
+
+void DrawText(Surface& page, CString const& text, LOGFONT const& font, CPoint at = { 300, 400 })
+{
+    page.Text({ text, at, &font, RGB(0, 0, 0), {} }, {});
+}
+
+std::vector<CPoint> RandomWalk(int columns)
+{
+    std::vector<CPoint> points;
+    unsigned state = 7;
+    double y = 2000.0;
+    for (int x = 0; x < columns; ++x) {
+        double const first = y;
+        double low = y;
+        double high = y;
+        for (int step = 0; step < 250; ++step) {
+            state = state * 1664525U + 1013904223U;
+            y += 8.0 * ((state >> 8) / double(1 << 24) - 0.5);
+            low = std::min(low, y);
+            high = std::max(high, y);
+        }
+        for (double const value : { first, low, high, y })
+            points.push_back({ 300 + x, static_cast<int>(value) });
+    }
+    return points;
+}
+
+/// Something of every primitive.
+void DrawEverything(Surface& page)
+{
+    double const dashes[] = { 3, 1 };
+    CPoint const points[] = { { 100, 100 }, { 900, 300 }, { 500, 900 } };
+    LineStyle const line { PS_DASHDOT, 1, RGB(255, 0, 0), RGB(0, 255, 0) };
+    COLORREF const yellow = RGB(255, 255, 0);
+    LOGFONT const font = MakeFont(100);
+    Raster raster(8, 8, 24);
+    raster.Row(2)[3] = 0xFF8000;
+    Clip clip;
+    clip.box = { 200, 200, 1500, 1500 };
+    clip.region = std::make_shared<Region>(Region::FromPolygon(points, ALTERNATE));
+    page.FillRect({ 0, 0, 2000, 2000 }, RGB(240, 240, 255), {});
+    page.Polyline(points, line, clip);
+    page.Ellipse({ 100, 100, 600, 400 }, &line, &yellow, {});
+    page.Arc({ 100, 100, 600, 600 }, { 100, 100 }, { 600, 600 }, line, {});
+    page.Fill(Region::FromPolygon(points, WINDING), VectorBrush::Hatch(5, { RGB(1, 2, 3), 255 }, { 0, 0 }), clip);
+    page.Fill(Region::FromPolygon(points, WINDING), { { yellow, 99 }, {}, { 0, 0 } }, {});
+    page.SetPixel({ 5, 5 }, 0, {});
+    page.Stroke({ points, {} }, { { 0, 128 }, 4.0, dashes }, true, {});
+    page.Image({ &raster, { 0, 0, 8, 8 }, { 1000, 1000, 1400, 1400 }, SRCAND, 0, 0, 0 }, {});
+    DrawText(page, u"Höhe \u05D0\u05D1 a\u0301", font);
+}
+
+TEST(PageSurface, ReportsAPrinterOfItsSizeInMillimetres)
+{
+    PageSetup setup;
+    setup.widthMm = 254.0;
+    setup.heightMm = 127.4;
+    auto const page = MakePageSurface(setup);
+    DeviceCapabilities const& capabilities = page->Capabilities();
+    EXPECT_TRUE(page->IsPrinting());
+    EXPECT_EQ(capabilities.technology, 2);
+    EXPECT_EQ(capabilities.horzSize, 254);
+    EXPECT_EQ(capabilities.vertSize, 127);
+    EXPECT_EQ(capabilities.horzRes, 6000);
+    EXPECT_EQ(capabilities.logPixelsX, 600);
+    EXPECT_EQ(page->Bounds(), CRect(0, 0, 6000, capabilities.vertRes));
+    setup.widthMm = std::numeric_limits<double>::quiet_NaN();
+    setup.heightMm = 1e300;
+    EXPECT_EQ(MakePageSurface(setup)->Capabilities().horzSize, 1);
+    EXPECT_EQ(MakePageSurface(setup)->Capabilities().vertSize, 5080);
+}
+
+TEST(PageSurface, TheSameDrawingGivesTheSameCompleteDocument)
+{
+    struct Case {
+        PageFormat format;
+        char const* start;
+        char const* end;
+    };
+    Case const cases[] = {
+        { PageFormat::Pdf, "%PDF-1.", "%%EOF\n" },
+        { PageFormat::Svg, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg ", "</svg>\n" },
+        { PageFormat::PostScript, "%!PS-Adobe-3.0", "%%EOF\n" },
+    };
+    for (auto const& c : cases) {
+        std::string const document = MakePage(c.format, DrawEverything);
+        EXPECT_THAT(document, StartsWith(c.start));
+        EXPECT_THAT(document, EndsWith(c.end));
+        EXPECT_TRUE(MakePage(c.format, DrawEverything) == document) << c.start;
+        EXPECT_GT(document.size(), MakePage(c.format, [](Surface&) {}).size());
+    }
+    EXPECT_THAT(MakePage(PageFormat::PostScript, DrawEverything), HasSubstr("%%CreationDate: 2023-11-14T22:13:20Z\n"));
+}
+
+TEST(PageSurface, TakesNothingAfterItsEnd)
+{
+    for (PageFormat const format : kFormats) {
+        PageSetup setup;
+        setup.format = format;
+        auto const page = MakePageSurface(setup);
+        EXPECT_FALSE(page->Finish().empty());
+        DrawEverything(*page);
+        EXPECT_TRUE(page->Finish().empty());
+    }
+}
+
+TEST(PageSurface, SvgTextIsTextOfThePlatformsWidth)
+{
+    LOGFONT const font = MakeFont(125);
+    CString const text = "1 < 2 & \"x\"";
+    std::string const svg = MakeSvg([&](Surface& page) { DrawText(page, text, font); });
+    int const width = MeasureText(font, text).cx;
+    EXPECT_THAT(svg, HasSubstr(">1 &lt; 2 &amp; &quot;x&quot;</text>"));
+    EXPECT_THAT(svg, HasSubstr("textLength=\"" + std::to_string(width) + "\""));
+    EXPECT_THAT(svg, HasSubstr("<title>Größe &lt; 3</title>\n<desc>Two lines</desc>"));
+    EXPECT_THAT(svg, HasSubstr("width=\"297mm\" height=\"210mm\" viewBox=\"0 0 7016 4961\""));
+
+    LOGFONT const vertical = MakeFont(125, 900);
+    std::string const turned = MakeSvg([&](Surface& page) { DrawText(page, "Up", vertical, { 70, 900 }); });
+    EXPECT_THAT(turned, HasSubstr("transform=\"translate(70 900)rotate(-90)\""));
+
+    std::string const odd = MakeSvg([&](Surface& page) { DrawText(page, u" a\u0001\uFFFE  b", font); });
+    EXPECT_THAT(odd, HasSubstr("xml:space=\"preserve\""));
+    EXPECT_THAT(odd, HasSubstr("> a \uFFFD  b</text>"));
+}
+
+TEST(PageSurface, SvgLinesRunThroughTheMiddleOfTheirRowsOfPixels)
+{
+    auto const line = [](int width, std::vector<CPoint> points) {
+        return MakeSvg([&](Surface& page) { page.Polyline(points, { PS_SOLID, width, RGB(255, 0, 0), {} }, {}); });
+    };
+    EXPECT_THAT(line(1, { { 10, 20 }, { 30, 20 } }), HasSubstr("stroke=\"#f00\" d=\"m10.5 20.5h20\""));
+    EXPECT_THAT(line(4, { { 10, 20 }, { 30, 20 } }), HasSubstr("d=\"m10 20h20\""));
+    // Points on the way go, signs separate numbers, and letters are not repeated.
+    EXPECT_THAT(
+        line(4, { { 10, 20 }, { 10, 25 }, { 10, 30 }, { 13, 26 }, { 14, 20 } }), HasSubstr("d=\"m10 20v10l3-4 1-6\""));
+    EXPECT_THAT(line(4, { { 1, 1 }, { 9, 1 }, { 9, 9 }, { 1, 9 }, { 1, 1 } }), HasSubstr("d=\"m1 1h8v8h-8z\""));
+    // A wide pen leaves a dot where it is set down, a fine one nothing.
+    EXPECT_THAT(line(5, { { 7, 7 }, { 7, 7 } }), HasSubstr("d=\"m7.5 7.5h0\""));
+    EXPECT_THAT(line(1, { { 7, 7 }, { 7, 7 } }), Not(HasSubstr("<path")));
+}
+
+TEST(PageSurface, NeighboursOfOneLookAreOneShape)
+{
+    auto const lines = [](COLORREF second) {
+        return MakeSvg([=](Surface& page) {
+            CPoint const first[] = { { 0, 0 }, { 10, 0 } };
+            CPoint const next[] = { { 10, 0 }, { 10, 10 } };
+            CPoint const apart[] = { { 50, 50 }, { 60, 50 } };
+            page.Polyline(first, { PS_SOLID, 1, RGB(255, 0, 0), {} }, {});
+            page.Polyline(next, { PS_SOLID, 1, RGB(255, 0, 0), {} }, {});
+            page.Polyline(apart, { PS_SOLID, 1, second, {} }, {});
+        });
+    };
+    EXPECT_THAT(lines(RGB(255, 0, 0)), HasSubstr("d=\"m.5 .5h10v10m40 40h10\""));
+    EXPECT_EQ(Count(lines(RGB(0, 0, 255)), "<path"), 2U);
+
+    std::string const dots = MakeSvg([](Surface& page) {
+        for (int x = 0; x < 500; ++x)
+            page.SetPixel({ 4 * x, x }, 0, {});
+    });
+    EXPECT_EQ(Count(dots, "<path"), 1U);
+    EXPECT_EQ(Count(dots, "z"), 500U + Count(MakeSvg([](Surface&) {}), "z"));
+
+    // Lines that can be seen through stay apart: where they cross, both count.
+    std::string const glass = MakeSvg([](Surface& page) {
+        CPoint const points[] = { { 0, 0 }, { 10, 10 } };
+        page.Stroke({ points, {} }, { { 0, 128 }, 2.0, {} }, false, {});
+        page.Stroke({ points, {} }, { { 0, 128 }, 2.0, {} }, false, {});
+    });
+    EXPECT_EQ(Count(glass, "stroke-opacity=\".502\""), 2U);
+}
+
+TEST(PageSurface, RectanglesReachUnderTheNeighbourDrawnNext)
+{
+    std::string const svg = MakeSvg([](Surface& page) {
+        page.FillRect({ 10, 10, 20, 30 }, RGB(255, 0, 0), {});
+        page.FillRect({ 20, 10, 30, 30 }, RGB(0, 255, 0), {});
+        page.FillRect({ 30, 15, 40, 25 }, RGB(0, 0, 255), {});
+    });
+    EXPECT_THAT(svg, HasSubstr("fill=\"#f00\" class=\"f\" d=\"m10 10h14v20h-14z\""));
+    // The third covers only part of the common edge.
+    EXPECT_THAT(svg, HasSubstr("fill=\"#0f0\" class=\"f\" d=\"m20 10h10v20h-10z\""));
+    EXPECT_THAT(svg, HasSubstr("fill=\"#00f\" class=\"f\" d=\"m30 15h10v10h-10z\""));
+}
+
+TEST(PageSurface, EqualClipsAndHatchesAreWrittenOnce)
+{
+    std::string const svg = MakeSvg([](Surface& page) {
+        for (int i = 0; i < 6; ++i) {
+            Clip clip;
+            clip.box = i % 2 ? CRect(0, 0, 100, 100) : CRect(0, 0, 200, 200);
+            page.Fill(Region::FromRect({ 10 * i, 0, 10 * i + 5, 50 }),
+                VectorBrush::Hatch(i % 2, { 0, 255 }, { RGB(255, 255, 255), 255 }), clip);
+        }
+    });
+    EXPECT_EQ(Count(svg, "<clipPath "), 2U);
+    EXPECT_EQ(Count(svg, "<pattern "), 2U);
+    EXPECT_EQ(Count(svg, "<g clip-path="), 6U);
+    EXPECT_EQ(Count(svg, "<g"), Count(svg, "</g>"));
+    EXPECT_THAT(svg, HasSubstr("fill=\"#000\" d=\"M0 0L8 0L8 1L0 1z\""));
+}
+
+TEST(PageSurface, WhatLiesOutsideIsLeftOut)
+{
+    Clip clip;
+    clip.box = { 100, 100, 200, 200 };
+    std::string const svg = MakeSvg([&](Surface& page) {
+        LOGFONT const font = MakeFont(20);
+        COLORREF const black = 0;
+        CPoint const points[] = { { 300, 300 }, { 400, 350 } };
+        page.FillRect({ 0, 0, 90, 90 }, 0, clip);
+        page.Polyline(points, {}, clip);
+        page.Ellipse({ 300, 300, 400, 400 }, nullptr, &black, clip);
+        page.Text({ "far", { 500, 500 }, &font, 0, {} }, clip);
+        page.FillRect({ -90, -90, -5, -5 }, 0, {});
+    });
+    EXPECT_EQ(svg, MakeSvg([](Surface&) {}));
+}
+
+TEST(PageSurface, MaskedPicturesLeaveOutWhatChangesNothing)
+{
+    Raster raster(2, 1, 24);
+    raster.Row(0)[0] = 0xFFFFFF;
+    auto const svg = [&raster](DWORD operation) {
+        return MakeSvg([&](Surface& page) {
+            page.Image({ &raster, { 0, 0, 2, 1 }, { 0, 0, 200, 100 }, operation, 0, 0, 0 }, {});
+        });
+    };
+    EXPECT_THAT(svg(SRCCOPY), HasSubstr("width=\"200\" height=\"100\" preserveAspectRatio=\"none\""));
+    EXPECT_THAT(svg(SRCCOPY), HasSubstr("data:image/png;base64,iVBORw0KGgo"));
+    EXPECT_NE(svg(SRCAND), svg(SRCCOPY));
+    EXPECT_NE(svg(SRCPAINT), svg(SRCAND));
+    EXPECT_EQ(svg(SRCPAINT), svg(SRCINVERT));
+    EXPECT_NE(svg(NOTSRCCOPY), svg(SRCCOPY));
+}
+
+TEST(PageSurface, DenseCurvesMakeSmallDocuments)
+{
+    static constexpr std::size_t kLargest = 100 * 1024;
+    std::vector<CPoint> const walk = RandomWalk(4000);
+    Draw const draw = [&](Surface& page) { page.Stroke({ walk, {} }, { { 0, 255 }, 6.0, {} }, false, {}); };
+    EXPECT_LT(MakePage(PageFormat::Pdf, draw).size(), kLargest);
+    EXPECT_LT(MakePage(PageFormat::Svg, draw).size(), kLargest);
+}
+
+TEST(PageSurface, AbsurdInputIsDrawnWithoutHarm)
+{
+    double const nan = std::numeric_limits<double>::quiet_NaN();
+    int const most = std::numeric_limits<int>::max();
+    int const least = std::numeric_limits<int>::min();
+    double const dashes[] = { nan, -1.0, 1e300 };
+    double const noDashes[] = { 0.0, 0.0 };
+    CPoint const points[] = { { least, least }, { most, 50 }, { 70, most }, { 0, 0 } };
+    std::size_t const starts[] = { 0, 9, 1, 2 };
+    Raster const raster(3, 3, 1);
+    LOGFONT const font = MakeFont(most, 900);
+    COLORREF const black = 0;
+    for (PageFormat const format : kFormats) {
+        std::string const document = MakePage(format, [&](Surface& page) {
+            for (double const width : { nan, -1.0, 1e300, 3.0 }) {
+                page.Stroke({ points, starts }, { { 0, 255 }, width, dashes }, true, {});
+                page.Stroke({ points, {} }, { { 0, 255 }, width, noDashes }, true, {});
+            }
+            LineStyle const wide { 99, most, 0, black };
+            page.Polyline(points, wide, {});
+            page.Polyline({}, wide, {});
+            page.Ellipse({ least, least, most, most }, &wide, &black, {});
+            page.Ellipse({ 5, 5, 6, 6 }, &wide, &black, {});
+            page.Arc({ least, 5, most, 9 }, { 0, 0 }, { 0, 0 }, wide, {});
+            page.FillRect({ most, least, least, most }, 0, {});
+            page.Fill(Region::FromPolygon(points, ALTERNATE), VectorBrush::Hatch(52, {}, {}), {});
+            page.Text({ "X", { most, least }, &font, 0, black }, {});
+            page.Text({ "no font", { 100, 100 }, nullptr, 0, {} }, {});
+            page.Image({ &raster, { least, least, most, most }, { least, least, most, most }, 77, 0, 1, 2 }, {});
+            page.Image({ nullptr, {}, {}, SRCCOPY, 0, 0, 0 }, {});
+        });
+        EXPECT_GT(document.size(), 100U);
+        EXPECT_EQ(document.find("nan"), std::string::npos);
+    }
+}
+
+} // namespace
+} // namespace ombrel

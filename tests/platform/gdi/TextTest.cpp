@@ -1,0 +1,209 @@
+#include "ombrel/platform/gdi/DC.h"
+#include "ombrel/platform/gdi/TextEngine.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace ombrel {
+namespace {
+
+LOGFONT MakeFont(int height, int weight = 400, bool italic = false, char const* face = "Arial")
+{
+    LOGFONT font;
+    font.lfHeight = height;
+    font.lfWeight = weight;
+    font.lfItalic = italic ? 1 : 0;
+    font.lfFaceName = face;
+    return font;
+}
+
+std::uint8_t CoverageAt(TextMask const& mask, CPoint p)
+{
+    int const x = p.x - mask.offset.x;
+    int const y = p.y - mask.offset.y;
+    if (x < 0 || y < 0 || x >= mask.width || y >= mask.height)
+        return 0;
+    return mask.coverage[static_cast<std::size_t>(y * mask.width + x)];
+}
+
+long long Ink(TextMask const& mask)
+{
+    return std::count_if(mask.coverage.begin(), mask.coverage.end(), [](std::uint8_t c) { return c > 0; });
+}
+
+TEST(Text, MetricsFollowFromTheCellHeight)
+{
+    struct Case {
+        int height;
+        int weight;
+        int tmHeight;
+        int ascent;
+        int descent;
+        int internalLeading;
+        int externalLeading;
+    };
+    Case const cases[] = {
+        { 8, 400, 7, 6, 1, 1, 0 },
+        { 11, 400, 11, 9, 2, 1, 0 },
+        // The parts are rounded each for itself: the sum may miss the height by one.
+        { 13, 400, 14, 11, 3, 1, 0 },
+        { 15, 400, 15, 12, 3, 2, 0 },
+        { 16, 700, 16, 13, 3, 2, 0 },
+        { 18, 400, 17, 14, 3, 2, 1 },
+        { 24, 400, 23, 19, 4, 2, 1 },
+        { 29, 400, 30, 24, 6, 3, 1 },
+    };
+    for (auto const& c : cases) {
+        TEXTMETRIC const metric = MeasureFont(MakeFont(c.height, c.weight));
+        SCOPED_TRACE(c.height);
+        EXPECT_EQ(metric.tmHeight, c.tmHeight);
+        EXPECT_EQ(metric.tmAscent, c.ascent);
+        EXPECT_EQ(metric.tmDescent, c.descent);
+        EXPECT_EQ(metric.tmInternalLeading, c.internalLeading);
+        EXPECT_EQ(metric.tmExternalLeading, c.externalLeading);
+    }
+}
+
+TEST(Text, ExtentIsTheSumOfRoundedAdvances)
+{
+    struct Case {
+        int height;
+        int weight;
+        char const* text;
+        int width;
+        int cellHeight;
+    };
+    Case const cases[] = {
+        { 8, 400, "AVAWATo", 35, 7 },
+        { 9, 400, "a–b", 12, 9 },
+        { 11, 400, "ÄÖÜß", 28, 11 },
+        { 14, 400, "Temperature (°C)", 95, 14 },
+        { 15, 400, "Hello World", 66, 15 },
+        { 16, 400, "Hello World", 73, 16 },
+        { 16, 400, "31/12/1999 23:59:59", 132, 16 },
+        { 20, 700, "Hg12", 44, 20 },
+        { 23, 400, "fi fl ff", 46, 23 },
+        { 24, 400, "-1.5e+06", 85, 23 },
+        { 32, 700, "Hg12", 71, 32 },
+        { 40, 400, "Hg12", 86, 41 },
+    };
+    for (auto const& c : cases)
+        EXPECT_EQ(MeasureText(MakeFont(c.height, c.weight), c.text), CSize(c.width, c.cellHeight))
+            << c.text << " at " << c.height;
+}
+
+TEST(Text, ShapedAndPlainTextHaveTheSameWidth)
+{
+    // A zero-width joiner at the end sends the whole text through shaping.
+    for (char const* text : { "AVAWATo", "Temperature (°C)", "fi fl ff", "-1.5e+06", "ÄÖÜß µm", "Ωαβ" })
+        for (int const height : { 9, 13, 15, 24 })
+            EXPECT_EQ(MeasureText(MakeFont(height), text), MeasureText(MakeFont(height), CString(text) + u"\u200D"))
+                << text << " at " << height;
+}
+
+TEST(Text, CombiningMarksTakeNoRoomAndHebrewRunsFromTheRight)
+{
+    LOGFONT const font = MakeFont(24);
+    EXPECT_EQ(MeasureText(font, u"xe\u0301x"), MeasureText(font, "xex"));
+    EXPECT_EQ(MeasureText(font, u"\u05D0\u05D1").cx, MeasureText(font, u"\u05D0").cx + MeasureText(font, u"\u05D1").cx);
+    // Resh then a full stop: the stop, which has ink at the foot only, comes to the left.
+    CString const text = u"\u05E8\u05E8.";
+    auto const mask = RenderText(font, text);
+    int const top = MeasureFont(font).tmAscent / 2;
+    int const width = MeasureText(font, text).cx;
+    int leftmost = width;
+    for (int x = 0; x < width; ++x)
+        for (int y = 0; y <= top; ++y)
+            if (CoverageAt(*mask, { x, y }) > 0)
+                leftmost = std::min(leftmost, x);
+    EXPECT_GE(leftmost, MeasureText(font, ".").cx);
+}
+
+TEST(Text, UnusualTextsAndSizesAreLimited)
+{
+    LOGFONT const font = MakeFont(16);
+    EXPECT_EQ(MeasureText(font, ""), CSize());
+    EXPECT_EQ(MeasureText(MakeFont(0), "Hello World"), MeasureText(font, "Hello World"));
+    EXPECT_EQ(MeasureText(font, u"a\tb\r\nc\u2028d"), MeasureText(font, "a b  c d"));
+    EXPECT_EQ(MeasureText(font, u"a\nb\u200D"), MeasureText(font, "a b"));
+    // A negative height is the em size.
+    EXPECT_EQ(MeasureFont(MakeFont(-13)).tmHeight, 15);
+    EXPECT_EQ(MeasureText(MakeFont(1 << 30), "x"), MeasureText(MakeFont(2000), "x"));
+    EXPECT_EQ(MeasureText(MakeFont(INT32_MIN), "x"), MeasureText(MakeFont(-2000), "x"));
+    EXPECT_GT(MeasureText(font, CString(u'W', 1000000)).cx, 1000000);
+    EXPECT_EQ(RenderText(font, "")->coverage.size(), 0U);
+    auto const cut = RenderText(MakeFont(2000), CString(u'W', 1000));
+    EXPECT_LE(cut->width, 0x10000);
+    EXPECT_EQ(cut->coverage.size(), static_cast<std::size_t>(cut->width) * static_cast<std::size_t>(cut->height));
+}
+
+TEST(Text, FaceNamesStandForFamiliesOfTheSameWidths)
+{
+    EXPECT_EQ(MeasureText(MakeFont(16, 400, false, "helvetica"), "Hello"), MeasureText(MakeFont(16), "Hello"));
+    LOGFONT const mono = MakeFont(16, 400, false, "Courier New");
+    EXPECT_EQ(MeasureText(mono, "iii"), MeasureText(mono, "WWW"));
+    LOGFONT const serif = MakeFont(16, 400, false, "Times New Roman");
+    EXPECT_NE(MeasureText(serif, "Hello World"), MeasureText(MakeFont(16), "Hello World"));
+    EXPECT_GT(MeasureText(MakeFont(16, 400, false, "No Such Face"), "Hello World").cx, 0);
+    EXPECT_EQ(MeasureText(MakeFont(16, 550), "Hello"), MeasureText(MakeFont(16, 400), "Hello"));
+    EXPECT_EQ(MeasureText(MakeFont(16, 551), "Hello"), MeasureText(MakeFont(16, 700), "Hello"));
+}
+
+TEST(Text, InkLiesInsideTheCell)
+{
+    for (int const height : { 11, 13, 15, 24, 40 }) {
+        LOGFONT const font = MakeFont(height);
+        CSize const size = MeasureText(font, "HjE");
+        auto const mask = RenderText(font, "HjE");
+        SCOPED_TRACE(height);
+        EXPECT_GE(mask->offset.x, -1);
+        EXPECT_GE(mask->offset.y, -1);
+        EXPECT_LE(mask->offset.x + mask->width, size.cx + 1);
+        EXPECT_LE(mask->offset.y + mask->height, size.cy + 1);
+        // The foot of the H is the row above the baseline.
+        auto const letter = RenderText(font, "H");
+        EXPECT_EQ(letter->offset.y + letter->height, MeasureFont(font).tmAscent);
+    }
+}
+
+TEST(Text, VerticalTextIsTheHorizontalOneTurnedAboutItsCorner)
+{
+    LOGFONT font = MakeFont(20, 700);
+    auto const flat = RenderText(font, "Hg12");
+    font.lfEscapement = 900;
+    auto const turned = RenderText(font, "Hg12");
+    EXPECT_EQ(MeasureText(font, "Hg12"), CSize(44, 20));
+    ASSERT_GT(Ink(*flat), 50);
+    EXPECT_EQ(Ink(*turned), Ink(*flat));
+    for (int v = -2; v < 22; ++v)
+        for (int u = -2; u < 46; ++u)
+            ASSERT_EQ(CoverageAt(*turned, { v, -1 - u }), CoverageAt(*flat, { u, v })) << u << "," << v;
+}
+
+TEST(Text, MissingGlyphsLeaveTheirPlaceEmpty)
+{
+    LOGFONT const font = MakeFont(16);
+    // A code point that no character has been given.
+    CString const unknown = u"\u0378";
+    EXPECT_TRUE(HasAllGlyphs(font, "Temperature (°C)"));
+    EXPECT_TRUE(HasAllGlyphs(font, u"e\u0301"));
+    EXPECT_FALSE(HasAllGlyphs(font, CString("a") + unknown));
+    EXPECT_GT(MeasureText(font, unknown).cx, 0);
+    EXPECT_EQ(Ink(*RenderText(font, unknown)), 0);
+    // Half a surrogate pair is no character at all.
+    EXPECT_GE(MeasureText(font, CString(char16_t { 0xD800 })).cx, 0);
+}
+
+TEST(Text, UnderlinesRunOverTheWholeWidth)
+{
+    LOGFONT font = MakeFont(16);
+    font.lfUnderline = 1;
+    auto const mask = RenderText(font, "   ");
+    EXPECT_EQ(mask->offset.x, 0);
+    EXPECT_EQ(mask->width, MeasureText(font, "   ").cx);
+    EXPECT_GE(mask->offset.y, MeasureFont(font).tmAscent);
+    EXPECT_EQ(Ink(*mask), mask->width * mask->height);
+}
+
+} // namespace
+} // namespace ombrel
