@@ -162,7 +162,7 @@ TEST(TableReader, GivesTheSameResultHoweverTheBytesArePieced)
     texts.push_back(many);
     for (std::string const& text : texts) {
         std::string const whole = Describe(ReadTable(text, {}));
-        for (std::size_t const size : { 1, 2, 3, 5, 7, 64, 1000 })
+        for (std::size_t const size : { 1U, 2U, 3U, 5U, 7U, 64U, 1000U })
             ASSERT_EQ(Describe(ReadInPieces(text, size)), whole) << "pieces of " << size << ": " << text.substr(0, 60);
     }
 }

@@ -29,6 +29,8 @@ struct TidyStep {
 double FloorTo(double value, double step) { return std::floor(value / step + 1e-9) * step; }
 double CeilTo(double value, double step) { return std::ceil(value / step - 1e-9) * step; }
 
+bool IsOn(double value, double step) { return FloorTo(value, step) == CeilTo(value, step); }
+
 AxisRange MoveEnds(AxisRange data, RangeFreedom const& freedom, double low, double high)
 {
     double const reach = freedom.reach * (data.max - data.min) * (1.0 + 1e-9);
@@ -193,18 +195,32 @@ NumberTicks MakeNumberTicks(AxisRange data, RangeFreedom freedom, int mostSteps,
     NumberTicks ticks;
     double const length = data.max - data.min;
     double const wanted = std::max(length / std::max(mostSteps, 1), smallestStep);
-    TidyStep tidy { 1, static_cast<int>(std::floor(std::log10(wanted))) - 1 };
+    TidyStep const finest { 1, static_cast<int>(std::floor(std::log10(wanted))) - 1 };
+    auto const isStep = [smallestStep](double step) { return step > 0.0 && step >= smallestStep * (1.0 - 1e-9); };
+    TidyStep tidy = finest;
     for (;; tidy.Enlarge()) {
         double const step = tidy.Value();
-        if (step < smallestStep * (1.0 - 1e-9) || !(step > 0.0))
-            continue;
-        ticks.step = step;
         ticks.range = MoveEnds(data, freedom, FloorTo(data.min, step), CeilTo(data.max, step));
-        if ((ticks.range.max - ticks.range.min) / step <= mostSteps + 1e-6)
+        if (isStep(step) && (ticks.range.max - ticks.range.min) / step <= mostSteps + 1e-6)
             break;
     }
+    // Fixed ends should have notches of their own, for which there may be a few more of them or about half as many.
+    if (freedom.minFixed && freedom.maxFixed) {
+        int const most = mostSteps + mostSteps / 4;
+        TidyStep other = finest;
+        for (int i = 0; i < 12; ++i, other.Enlarge()) {
+            double const step = other.Value();
+            double const steps = length / step;
+            if (isStep(step) && steps <= most + 1e-6 && steps * 2 >= std::min(mostSteps, 4) && IsOn(data.min, step)
+                && IsOn(data.max, step)) {
+                tidy = other;
+                break;
+            }
+        }
+    }
+    ticks.step = tidy.Value();
     ticks.first = CeilTo(ticks.range.min, ticks.step);
-    ticks.minor = smallestStep > 0.0 && tidy.Value() < 2.0 * smallestStep ? 0 : MinorTicks(tidy.digit);
+    ticks.minor = smallestStep > 0.0 && ticks.step < 2.0 * smallestStep ? 0 : MinorTicks(tidy.digit);
     ChooseFormat(ticks, tidy.exponent);
     return ticks;
 }

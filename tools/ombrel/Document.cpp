@@ -55,7 +55,6 @@ std::unique_ptr<CGraph> LoadDocument(InputFile& file, std::string const& inPlace
     }
     if (!graph)
         throw Failure(kDataFault, file.GetName() + ": holds no graph");
-    graph->UpdatePlots();
     return graph;
 }
 

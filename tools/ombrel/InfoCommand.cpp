@@ -149,6 +149,7 @@ std::string DescribePlot(CPlot& plot)
 std::string DescribeDocument(Options const& options, InputFile& file, Messages const& messages)
 {
     std::unique_ptr<CGraph> const graph = LoadDocument(file, options.inPlaceClass, messages);
+    graph->UpdatePlots();
     std::string text = file.GetName() + ": document\n" + graph->GetRuntimeClass().name + " tag "
         + std::to_string(graph->GetTag()) + ", title " + Quoted(graph->GetTitle()) + ", "
         + Counted(static_cast<std::size_t>(graph->GetNumComponents()), "component", "components") + "\n";

@@ -15,7 +15,7 @@ namespace {
 
 [[noreturn]] void FailUsage(std::string const& text) { throw Failure(kUsageFault, text); }
 
-[[noreturn]] void FailValue(OptionSpec const& option, std::string const& value, std::string const& expected)
+[[noreturn]] void FailValue(OptionEntry const& option, std::string const& value, std::string const& expected)
 {
     FailUsage("--" + std::string(option.longName) + ": expected " + expected + ", found " + QuoteForMessage(value));
 }
@@ -45,7 +45,7 @@ std::optional<PictureFormat> FormatNamed(std::string_view name)
     return std::nullopt;
 }
 
-PlotKind ParseKind(OptionSpec const& option, std::string const& value)
+PlotKind ParseKind(OptionEntry const& option, std::string const& value)
 {
     struct KindName {
         std::string_view name;
@@ -73,7 +73,7 @@ std::optional<std::pair<double, double>> ParseSides(std::string_view value)
     return std::pair { *width, *height };
 }
 
-PictureSize ParseSize(OptionSpec const& option, std::string const& value)
+PictureSize ParseSize(OptionEntry const& option, std::string const& value)
 {
     // Larger ones would need more than 400 MB, and no one could look at them.
     constexpr double kSmallest = 16;
@@ -86,7 +86,7 @@ PictureSize ParseSize(OptionSpec const& option, std::string const& value)
     return { static_cast<int>(sides->first), static_cast<int>(sides->second) };
 }
 
-PageSize ParsePage(OptionSpec const& option, std::string const& value)
+PageSize ParsePage(OptionEntry const& option, std::string const& value)
 {
     struct PageName {
         std::string_view name;
@@ -105,7 +105,7 @@ PageSize ParsePage(OptionSpec const& option, std::string const& value)
     return { sides->first, sides->second };
 }
 
-int ParseLineWidth(OptionSpec const& option, std::string const& value)
+int ParseLineWidth(OptionEntry const& option, std::string const& value)
 {
     int width = 0;
     auto const result = std::from_chars(value.data(), value.data() + value.size(), width);
@@ -114,7 +114,7 @@ int ParseLineWidth(OptionSpec const& option, std::string const& value)
     return width;
 }
 
-void ParseLog(Options& options, OptionSpec const& option, std::string const& value)
+void ParseLog(Options& options, OptionEntry const& option, std::string const& value)
 {
     if (value != "x" && value != "y" && value != "xy" && value != "yx")
         FailValue(option, value, "x, y or xy");
@@ -122,7 +122,7 @@ void ParseLog(Options& options, OptionSpec const& option, std::string const& val
     options.yLog = value.find('y') != std::string::npos;
 }
 
-DateFormat ParseDateFormat(OptionSpec const& option, std::string const& value)
+DateFormat ParseDateFormat(OptionEntry const& option, std::string const& value)
 {
     auto format = DateFormat::Compile(value);
     if (auto const* const why = std::get_if<std::string>(&format))
@@ -130,7 +130,7 @@ DateFormat ParseDateFormat(OptionSpec const& option, std::string const& value)
     return std::get<DateFormat>(std::move(format));
 }
 
-void AddColumns(std::vector<std::string>& columns, OptionSpec const& option, std::string const& value)
+void AddColumns(std::vector<std::string>& columns, OptionEntry const& option, std::string const& value)
 {
     for (std::size_t first = 0;;) {
         std::size_t const comma = value.find(',', first);
@@ -144,35 +144,70 @@ void AddColumns(std::vector<std::string>& columns, OptionSpec const& option, std
     }
 }
 
-void Apply(Options& options, OptionSpec const& option, std::string const& value)
+/// Where a switch is kept; null for other options.
+bool* SwitchOf(Options& options, OptionId id)
+{
+    switch (id) {
+    case OptionId::Antialias:
+        return &options.antialias;
+    case OptionId::Symbols:
+        return &options.symbols;
+    case OptionId::Verbose:
+        return &options.verbose;
+    case OptionId::Help:
+        return &options.help;
+    case OptionId::Version:
+        return &options.version;
+    default:
+        return nullptr;
+    }
+}
+
+/// Where a text that may be anything is kept; null for other options.
+std::string* TextOf(Options& options, OptionId id)
+{
+    switch (id) {
+    case OptionId::Output:
+        return &options.output;
+    case OptionId::XColumn:
+        return &options.xColumn;
+    case OptionId::Title:
+        return &options.title;
+    case OptionId::XTitle:
+        return &options.xTitle.emplace();
+    case OptionId::YTitle:
+        return &options.yTitle.emplace();
+    case OptionId::Save:
+        return &options.save;
+    case OptionId::InPlace:
+        return &options.inPlaceClass;
+    default:
+        return nullptr;
+    }
+}
+
+void Apply(Options& options, OptionEntry const& option, std::string const& value)
 {
     options.given.push_back(option.id);
+    if (bool* const isOn = SwitchOf(options, option.id)) {
+        *isOn = true;
+        return;
+    }
+    if (std::string* const text = TextOf(options, option.id)) {
+        *text = value;
+        return;
+    }
     switch (option.id) {
-    case OptionId::Output:
-        options.output = value;
-        break;
     case OptionId::Format:
         options.format = FormatNamed(value);
         if (!options.format)
             FailValue(option, value, "png, bmp, pdf, svg or ps");
-        break;
-    case OptionId::XColumn:
-        options.xColumn = value;
         break;
     case OptionId::YColumns:
         AddColumns(options.yColumns, option, value);
         break;
     case OptionId::Kind:
         options.kind = ParseKind(option, value);
-        break;
-    case OptionId::Title:
-        options.title = value;
-        break;
-    case OptionId::XTitle:
-        options.xTitle = value;
-        break;
-    case OptionId::YTitle:
-        options.yTitle = value;
         break;
     case OptionId::XRange:
     case OptionId::YRange:
@@ -197,34 +232,15 @@ void Apply(Options& options, OptionSpec const& option, std::string const& value)
     case OptionId::Page:
         options.page = ParsePage(option, value);
         break;
-    case OptionId::Antialias:
-        options.antialias = true;
-        break;
     case OptionId::LineWidth:
         options.lineWidth = ParseLineWidth(option, value);
         break;
-    case OptionId::Symbols:
-        options.symbols = true;
-        break;
-    case OptionId::Save:
-        options.save = value;
-        break;
-    case OptionId::InPlace:
-        options.inPlaceClass = value;
-        break;
-    case OptionId::Verbose:
-        options.verbose = true;
-        break;
-    case OptionId::Help:
-        options.help = true;
-        break;
-    case OptionId::Version:
-        options.version = true;
+    default:
         break;
     }
 }
 
-std::string NamesForParser(OptionSpec const& option)
+std::string NamesForParser(OptionEntry const& option)
 {
     std::string names;
     if (option.shortName)
@@ -274,7 +290,7 @@ Options ParseOptions(std::vector<std::string> const& arguments)
     Options options;
     auto first = arguments.begin();
     if (first != arguments.end()) {
-        for (CommandSpec const& command : AllCommands()) {
+        for (CommandEntry const& command : AllCommands()) {
             if (*first == command.name)
                 options.command = command.command;
         }
@@ -284,7 +300,7 @@ Options ParseOptions(std::vector<std::string> const& arguments)
     CLI::App app;
     app.set_help_flag();
     app.allow_windows_style_options(false);
-    for (OptionSpec const& option : AllOptions()) {
+    for (OptionEntry const& option : AllOptions()) {
         if (!TakesOption(options.command, option))
             continue;
         std::string const names = NamesForParser(option);
@@ -314,7 +330,7 @@ Options ParseOptions(std::vector<std::string> const& arguments)
 
 void CheckOptionsFor(Options const& options, Command command)
 {
-    for (OptionSpec const& option : AllOptions()) {
+    for (OptionEntry const& option : AllOptions()) {
         if (!TakesOption(command, option) && options.IsGiven(option.id)) {
             std::string const name = option.longName.size() > 1 ? "--" : "-";
             FailUsage(name + std::string(option.longName)
@@ -329,7 +345,7 @@ std::string HelpText(Command command)
     constexpr std::size_t kIndent = 28;
     constexpr std::size_t kWidth = 100;
     std::string text = "Usage:\n";
-    for (CommandSpec const& c : AllCommands()) {
+    for (CommandEntry const& c : AllCommands()) {
         if (command != Command::None && c.command != command)
             continue;
         text += "  " + std::string(c.usage);
@@ -339,7 +355,7 @@ std::string HelpText(Command command)
     if (command == Command::None)
         text += "  ombrel FILE... [options]          What fits the file: plot or draw.\n";
     text += "\nOptions:\n";
-    for (OptionSpec const& option : AllOptions()) {
+    for (OptionEntry const& option : AllOptions()) {
         if (!TakesOption(command, option))
             continue;
         std::string line = "  ";

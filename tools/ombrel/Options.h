@@ -40,7 +40,7 @@ enum class OptionId {
 };
 
 /// One option: parsing, the help text, and whatever else lists options read this table.
-struct OptionSpec {
+struct OptionEntry {
     OptionId id;
     /// Without dashes; the short name is 0 for none.
     std::string_view longName;
@@ -56,16 +56,16 @@ struct OptionSpec {
     bool repeats = false;
 };
 
-struct CommandSpec {
+struct CommandEntry {
     Command command;
     std::string_view name;
     std::string_view usage;
     std::string_view help;
 };
 
-std::span<OptionSpec const> AllOptions();
-std::span<CommandSpec const> AllCommands();
-bool TakesOption(Command command, OptionSpec const& option);
+std::span<OptionEntry const> AllOptions();
+std::span<CommandEntry const> AllCommands();
+bool TakesOption(Command command, OptionEntry const& option);
 
 enum class PlotKind { Line, Steps, Pairs, Points, Filled };
 enum class PictureFormat { Png, Bmp, Pdf, Svg, PostScript };

@@ -1,6 +1,5 @@
 #include "tools/ombrel/PlotAxes.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "tools/ombrel/Output.h"
@@ -143,7 +142,12 @@ void LayOutY(CAxes& axes, AxisWish const& y, int length, int fontHeight)
         return;
     // Labels need twice their height to be told apart easily.
     int const steps = std::clamp(length / (2 * std::max(fontHeight, 1)), 1, kMostSteps);
-    SetNumberAxis(axes, CAxes::atY, MakeNumberTicks(RangeOf(y), FreedomOf(y, 1.0), steps));
+    AxisRange range = RangeOf(y);
+    // A curve should not run along the x axis, unless that is where zero is.
+    double const below = range.min - 0.01 * (range.max - range.min);
+    if (!y.min && range.min != 0.0 && (range.min > 0.0) == (below > 0.0))
+        range.min = below;
+    SetNumberAxis(axes, CAxes::atY, MakeNumberTicks(range, FreedomOf(y, 1.0), steps));
 }
 
 } // namespace

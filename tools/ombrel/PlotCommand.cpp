@@ -1,6 +1,5 @@
 #include "tools/ombrel/PlotCommand.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "ombrel/graph2d/2DGrid.h"
 #include "tools/ombrel/Document.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
@@ -12,12 +11,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace ombrel::host {
 
 namespace {
-
-constexpr COLORREF kGridColour = RGB(222, 222, 222);
 
 [[noreturn]] void FailUsage(std::string const& text) { throw Failure(kUsageFault, text); }
 
@@ -133,18 +131,6 @@ void CheckPaths(Options const& options, Target const& target)
         FailUsage(options.save + ": is to be the picture and the document");
 }
 
-void SetGrid(C2DGraph& graph)
-{
-    graph.SetGraphFrameOn(0);
-    C2DGrid& grid = *graph.GetGrid();
-    grid.SetOn(1);
-    grid.SetMajorColour(kGridColour);
-    grid.SetMajorLineStyle(1);
-    grid.SetMinorLineStyle(1);
-    // Lines at major notches only.
-    grid.SetMinorColour(kGridColour);
-}
-
 } // namespace
 
 void RunPlot(Options const& options, std::vector<std::unique_ptr<InputFile>>& files, Messages const& messages)
@@ -174,14 +160,18 @@ void RunPlot(Options const& options, std::vector<std::unique_ptr<InputFile>>& fi
     C2DGraph graph(1);
     if (!target.title.empty())
         graph.SetTitle(CString(target.title));
-    SetGrid(graph);
-    CurveData const data = AddCurves(graph, options, sources);
+    graph.SetGraphFrameOn(0);
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    CurveData const data
+        = AddCurves(graph, options, sources, { x.min.value_or(-kInfinity), x.max.value_or(kInfinity) });
     sources.clear();
     if (data.notPositive > 0)
         messages.Warning(Counted(data.notPositive, "value is", "values are")
             + " not above zero and cannot be shown on a logarithmic axis; taken as gaps");
     if (data.x.min > data.x.max || data.y.min > data.y.max)
-        throw Failure(kDataFault, files.front()->GetName() + ": there is nothing to draw: all values are gaps");
+        throw Failure(kDataFault,
+            files.front()->GetName() + ": there is nothing to draw: all values are gaps"
+                + (options.xRange ? " or outside of --x-range" : ""));
     x.data = data.x;
     y.data = data.y;
     if (options.kind == PlotKind::Filled && !options.yLog)

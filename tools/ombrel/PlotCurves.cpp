@@ -24,6 +24,9 @@ constexpr std::array<COLORREF, 7> kColours { RGB(0, 114, 178), RGB(213, 94, 0), 
 constexpr std::array<C2DSymbol::SymbolType, 7> kSymbols { C2DSymbol::Circle, C2DSymbol::Square, C2DSymbol::Diamond,
     C2DSymbol::Triangle, C2DSymbol::InvertedTriangle, C2DSymbol::Cross, C2DSymbol::Plus };
 
+/// Points of usual tables stand close together.
+constexpr double kSymbolScale = 0.7;
+
 /// A lighter shade, so that a curve stands out from the area under it.
 COLORREF Tint(COLORREF colour)
 {
@@ -68,6 +71,7 @@ void SetLook(C2DLine& line, Options const& options, std::size_t index)
         line.SetSymbolColour(colour);
         line.SetSymbolFillColour(colour);
         line.SetFillSymbol(1);
+        line.SetSymbolScaleFac(kSymbolScale);
     }
 }
 
@@ -85,24 +89,31 @@ struct Extent {
 };
 
 /// Turns what the reader calls a gap, and what a logarithmic axis cannot show, into the library's gaps.
-Extent MarkGaps(double* values, std::size_t count, bool logarithmic, std::size_t& notPositive)
+void MarkGaps(double* values, std::size_t count, bool logarithmic, std::size_t& notPositive)
 {
-    Extent extent;
     for (std::size_t i = 0; i < count; ++i) {
-        double const v = values[i];
-        if (std::isnan(v)) {
+        bool const unfit = logarithmic && values[i] <= 0.0;
+        notPositive += unfit;
+        if (unfit || std::isnan(values[i]))
             values[i] = kGap;
-            continue;
-        }
-        if (logarithmic && v <= 0.0) {
-            ++notPositive;
-            values[i] = kGap;
-            continue;
-        }
-        extent.min = std::min(extent.min, v);
-        extent.max = std::max(extent.max, v);
     }
-    return extent;
+}
+
+/// The points that have both values and lie in the part of the x axis that is shown.
+void AddExtents(double const* xs, double const* ys, std::size_t count, AxisRange const& shown, CurveData& data)
+{
+    Extent x;
+    Extent y;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (xs[i] == kGap || ys[i] == kGap || xs[i] < shown.min || xs[i] > shown.max)
+            continue;
+        x.min = std::min(x.min, xs[i]);
+        x.max = std::max(x.max, xs[i]);
+        y.min = std::min(y.min, ys[i]);
+        y.max = std::max(y.max, ys[i]);
+    }
+    x.Add(data.x);
+    y.Add(data.y);
 }
 
 /// Writes the column's values to out; the last one who wants them takes them.
@@ -114,7 +125,8 @@ void TakeValues(ColumnValues& values, bool isLast, double* out)
         values.ForEach([&out](double v) { *out++ = v; });
 }
 
-void FillCurve(C2DLine& line, PlotSource& source, std::size_t curve, Options const& options, CurveData& data)
+void FillCurve(C2DLine& line, PlotSource& source, std::size_t curve, Options const& options, AxisRange const& shown,
+    CurveData& data)
 {
     Table& table = source.table;
     std::size_t const count = table.rows;
@@ -134,8 +146,9 @@ void FillCurve(C2DLine& line, PlotSource& source, std::size_t curve, Options con
     } else {
         TakeValues(table.columns[source.xColumn].values, isLastCurve, xs);
     }
-    MarkGaps(xs, count, options.xLog, data.notPositive).Add(data.x);
-    MarkGaps(ys, count, options.yLog, data.notPositive).Add(data.y);
+    MarkGaps(xs, count, options.xLog, data.notPositive);
+    MarkGaps(ys, count, options.yLog, data.notPositive);
+    AddExtents(xs, ys, count, shown, data);
     line.SetPoints(std::move(points));
 }
 
@@ -160,7 +173,7 @@ std::vector<std::string> CurveTitles(std::vector<PlotSource> const& sources)
     return titles;
 }
 
-CurveData AddCurves(C2DGraph& graph, Options const& options, std::vector<PlotSource>& sources)
+CurveData AddCurves(C2DGraph& graph, Options const& options, std::vector<PlotSource>& sources, AxisRange const& shown)
 {
     std::vector<std::string> const titles = CurveTitles(sources);
     auto* const plot = static_cast<C2DLinePlot*>(graph.AddPlot(it2DLinePlot));
@@ -176,7 +189,7 @@ CurveData AddCurves(C2DGraph& graph, Options const& options, std::vector<PlotSou
             if (source.HasDates())
                 line.SetXValMode(C2DCurve::xvDates);
             SetLook(line, options, index);
-            FillCurve(line, source, i, options, data);
+            FillCurve(line, source, i, options, shown, data);
         }
     }
     return data;

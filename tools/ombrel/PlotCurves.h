@@ -11,7 +11,7 @@ class C2DGraph;
 
 namespace ombrel::host {
 
-/// What curves say of their data.
+/// What curves say of the points that are shown.
 struct CurveData {
     /// min > max without data.
     AxisRange x { 0.0, -1.0 };
@@ -20,9 +20,9 @@ struct CurveData {
     std::size_t notPositive = 0;
 };
 
-/// Adds a curve for every y column of the sources, in their order, and takes the values out of the tables.
-/// Throws Failure.
-CurveData AddCurves(C2DGraph& graph, Options const& options, std::vector<PlotSource>& sources);
+/// Adds a curve for every y column of the sources, in their order, and takes the values out of the tables. Only points
+/// with x in the shown range (which may be infinite) count for the ranges that are returned. Throws Failure.
+CurveData AddCurves(C2DGraph& graph, Options const& options, std::vector<PlotSource>& sources, AxisRange const& shown);
 
 /// One title a curve, in the order of AddCurves: the column's name, with the file's where names are not enough.
 std::vector<std::string> CurveTitles(std::vector<PlotSource> const& sources);

@@ -45,7 +45,7 @@ void RequireValues(PlotSource const& source, std::size_t index, bool mayBeDates)
             + TypeLabel(column.type));
 }
 
-void ChooseX(PlotSource& source, Options const& options, Messages const& messages)
+void ChooseX(PlotSource& source, Options const& options)
 {
     if (options.xColumn == kRowsAsX)
         return;
@@ -59,11 +59,9 @@ void ChooseX(PlotSource& source, Options const& options, Messages const& message
     // The first column, unless it is what is to be drawn.
     if (source.yColumns.size() == 1 && source.yColumns.front() == 0)
         return;
-    if (source.table.columns[0].type == ColumnType::Text) {
-        messages.Warning(
-            source.name + ": " + ColumnLabel(source.table, 0) + " holds texts; drawn against the number of the row");
+    // Text cannot be placed along an axis; TellColumns says so.
+    if (source.table.columns[0].type == ColumnType::Text)
         return;
-    }
     source.xColumn = 0;
     RequireValues(source, 0, true);
 }
@@ -89,8 +87,12 @@ void ChooseAllY(PlotSource& source, Messages const& messages)
         throw Failure(kDataFault, source.name + ": expected a column of numbers, found none" + others);
 }
 
-void TellColumns(PlotSource const& source, Messages const& messages)
+void TellColumns(PlotSource const& source, Options const& options, Messages const& messages)
 {
+    bool const rowsInstead = source.xColumn == PlotSource::kRowNumbers && options.xColumn.empty();
+    if (rowsInstead && source.yColumns.front() != 0 && source.table.columns[0].type == ColumnType::Text)
+        messages.Warning(
+            source.name + ": " + ColumnLabel(source.table, 0) + " holds texts; drawn against the number of the row");
     if (!messages.IsVerbose())
         return;
     std::string const x = source.xColumn == PlotSource::kRowNumbers
@@ -131,12 +133,12 @@ PlotSource ReadSource(Options const& options, InputFile& file, Messages const& m
         throw Failure(kDataFault, source.name + ":2: expected a row of values, found the end of the file");
     for (std::string const& text : options.yColumns)
         source.yColumns.push_back(NamedColumn(source, text, "-y"));
-    ChooseX(source, options, messages);
+    ChooseX(source, options);
     if (options.yColumns.empty())
         ChooseAllY(source, messages);
     for (std::size_t const index : source.yColumns)
         RequireValues(source, index, false);
-    TellColumns(source, messages);
+    TellColumns(source, options, messages);
     return source;
 }
 

@@ -1,0 +1,178 @@
+#include "tools/ombrel/AxisLayout.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <set>
+
+namespace ombrel::host {
+namespace {
+
+/// Every character 8 pixels wide.
+int Width(std::string const& text) { return 8 * static_cast<int>(text.size()); }
+
+std::vector<double> NotchesOf(NumberTicks const& ticks)
+{
+    std::vector<double> notches;
+    for (int i = 0; i < 50; ++i) {
+        double const v = ticks.first + i * ticks.step;
+        if (v > ticks.range.max + ticks.step * 1e-6)
+            break;
+        notches.push_back(v);
+    }
+    return notches;
+}
+
+TEST(NumberNotches, AreTidyAndFewAndLabelledDifferently)
+{
+    std::mt19937_64 random(3);
+    auto const uniform = [&random] { return static_cast<double>(random() >> 11) / 9007199254740992.0; };
+    for (int i = 0; i < 5000; ++i) {
+        double const length = std::pow(10.0, uniform() * 30.0 - 15.0);
+        double const min = (uniform() - 0.5) * length * std::pow(10.0, uniform() * 5.0);
+        AxisRange const data { min, min + length };
+        NumberTicks const ticks = MakeNumberTicks(data, {}, 8);
+        SCOPED_TRACE(testing::Message() << data.min << " to " << data.max << " step " << ticks.step);
+        double const slack = ticks.step * 1e-6;
+        ASSERT_LE(ticks.range.min, data.min + slack);
+        ASSERT_GE(ticks.range.max, data.max - slack);
+        std::vector<double> const notches = NotchesOf(ticks);
+        ASSERT_GE(notches.size(), 3u);
+        ASSERT_LE(notches.size(), 9u);
+        ASSERT_NEAR(notches.front(), ticks.range.min, slack);
+        ASSERT_NEAR(notches.back(), ticks.range.max, slack);
+        // One digit, 1, 2 or 5.
+        double const digit = ticks.step / std::pow(10.0, std::floor(std::log10(ticks.step) + 1e-9));
+        ASSERT_NEAR(digit * digit * digit - 8 * digit * digit + 17 * digit, 10.0, 1e-6);
+        std::set<std::string> labels;
+        for (double const v : notches)
+            labels.insert(NumberLabel(ticks, std::abs(v) < slack ? 0.0 : v));
+        ASSERT_EQ(labels.size(), notches.size());
+    }
+}
+
+TEST(NumberNotches, StandAtTheEndsOfUsualRanges)
+{
+    struct {
+        AxisRange data;
+        RangeFreedom freedom;
+        AxisRange range;
+        double step;
+    } const cases[] {
+        { { 0.3, 7.2 }, {}, { 0, 8 }, 1 },
+        { { 0, 110 }, {}, { 0, 120 }, 20 },
+        { { -1, 1 }, {}, { -1, 1 }, 0.5 },
+        { { 0.1, 0.7 }, {}, { 0.1, 0.7 }, 0.1 },
+        // An end too far from the next notch stays.
+        { { 1, 100 }, { false, false, 0.05 }, { 0, 100 }, 20 },
+        { { 0, 110 }, { false, false, 0.05 }, { 0, 110 }, 20 },
+        // Fixed ends get notches of their own.
+        { { -5, 5 }, { true, true, 1.0 }, { -5, 5 }, 1 },
+        { { 0.3, 7.2 }, { true, true, 1.0 }, { 0.3, 7.2 }, 1 },
+        { { 0.3, 7.2 }, { true, false, 1.0 }, { 0.3, 8 }, 1 },
+    };
+    for (auto const& c : cases) {
+        NumberTicks const ticks = MakeNumberTicks(c.data, c.freedom, 8);
+        SCOPED_TRACE(testing::Message() << c.data.min << " to " << c.data.max);
+        EXPECT_NEAR(ticks.range.min, c.range.min, 1e-9);
+        EXPECT_NEAR(ticks.range.max, c.range.max, 1e-9);
+        EXPECT_NEAR(ticks.step, c.step, 1e-9);
+    }
+    EXPECT_EQ(MakeNumberTicks({ 1, 3 }, {}, 8, 1.0).step, 1.0);
+}
+
+TEST(NumberNotches, LeaveRoomBetweenTheirLabels)
+{
+    for (AxisRange const data :
+        { AxisRange { 0, 20000 }, AxisRange { 1234567, 1234568 }, AxisRange { -1e-5, 3e-5 }, AxisRange { 0, 1e12 } }) {
+        for (int const length : { 150, 300, 900 }) {
+            NumberTicks const ticks = FitNumberTicks(data, { false, false, 0.05 }, 0.0, length, Width);
+            double const room = length * ticks.step / (ticks.range.max - ticks.range.min);
+            for (double const v : NotchesOf(ticks))
+                EXPECT_LT(Width(NumberLabel(ticks, v)), room) << data.min << " to " << data.max << " in " << length;
+        }
+    }
+}
+
+TEST(EmptyRanges, GetALengthThatFitsTheirValue)
+{
+    for (double const value : { 0.0, 5.0, -5.0, 1e15, 1e-9, 1e300, 1e-300, -1e300 }) {
+        AxisRange const range = WidenEmptyRange({ value, value });
+        EXPECT_LT(range.min, value);
+        EXPECT_GT(range.max, value);
+        NumberTicks const ticks = MakeNumberTicks(range, {}, 8);
+        EXPECT_GE(NotchesOf(ticks).size(), 2u) << value;
+    }
+    AxisRange const narrow = WidenEmptyRange({ 1e6, std::nextafter(1e6, 2e6) });
+    EXPECT_GE(NotchesOf(MakeNumberTicks(narrow, {}, 8)).size(), 3u);
+    EXPECT_EQ(WidenEmptyRange({ 7, 3 }).min, 3);
+}
+
+double Day(int year, int month, int day, int hour = 0, int minute = 0, int second = 0)
+{
+    return COleDateTime(year, month, day, hour, minute, second).GetValue();
+}
+
+TEST(DateNotches, StepByTheCalendar)
+{
+    struct {
+        AxisRange data;
+        TimeUnit unit;
+        int step;
+        char const* first;
+        char const* format;
+        char const* common;
+    } const cases[] {
+        { { Day(1958, 3, 1), Day(2020, 4, 1) }, TimeUnit::Year, 10, "1950-01-01 00:00", "%Y", "" },
+        { { Day(2012, 1, 1), Day(2015, 12, 31) }, TimeUnit::Month, 6, "2012-01-01 00:00", "%b %Y", "" },
+        { { Day(2012, 2, 17), Day(2012, 6, 3) }, TimeUnit::Day, 14, "2012-02-13 00:00", "%Y-%m-%d", "" },
+        { { Day(2020, 3, 4, 10), Day(2020, 3, 8, 22) }, TimeUnit::Day, 1, "2020-03-04 00:00", "%Y-%m-%d", "" },
+        { { Day(2020, 3, 4, 10), Day(2020, 3, 5, 22) }, TimeUnit::Hour, 6, "2020-03-04 06:00", "%d %b %H:%M", "%Y" },
+        { { Day(2020, 3, 4, 10, 7), Day(2020, 3, 4, 15) }, TimeUnit::Minute, 30, "2020-03-04 10:00", "%H:%M",
+            "%Y-%m-%d" },
+        { { Day(2020, 3, 4, 10, 7, 3), Day(2020, 3, 4, 10, 7, 9) }, TimeUnit::Second, 1, "2020-03-04 10:07", "%H:%M:%S",
+            "%Y-%m-%d" },
+        { { Day(100, 1, 1), Day(9999, 12, 31) }, TimeUnit::Year, 1000, "100-01-01 00:00", "%Y", "" },
+    };
+    for (auto const& c : cases) {
+        DateTicks const ticks = FitDateTicks(c.data, { false, false, 0.05 }, 800, Width);
+        SCOPED_TRACE(c.first);
+        EXPECT_EQ(ticks.unit, c.unit);
+        EXPECT_EQ(ticks.step, c.step);
+        EXPECT_EQ(ticks.first.Format("%Y-%m-%d %H:%M").ToUtf8(), c.first);
+        EXPECT_EQ(ticks.format, c.format);
+        EXPECT_EQ(ticks.common, c.common);
+        EXPECT_LE(ticks.first.GetValue(), ticks.range.min);
+        EXPECT_LE(ticks.range.min, c.data.min);
+        EXPECT_GE(ticks.range.max, c.data.max);
+    }
+    // The end of the year is near enough for the axis to reach its notch.
+    EXPECT_EQ(FitDateTicks({ Day(2012, 1, 1), Day(2015, 12, 31) }, { false, false, 0.05 }, 800, Width).range.max,
+        Day(2016, 1, 1));
+}
+
+TEST(DateNotches, LeaveRoomBetweenTheirLabels)
+{
+    for (double const days : { 1e-5, 1e-3, 0.1, 0.9, 3.0, 20.0, 100.0, 900.0, 5000.0, 1e5, 2e6 }) {
+        for (int const length : { 200, 500, 1000 }) {
+            AxisRange const data { Day(2001, 5, 17, 9, 41, 12),
+                std::min(Day(2001, 5, 17, 9, 41, 12) + days, 2958000.0) };
+            DateTicks const ticks = FitDateTicks(data, { false, false, 0.05 }, length, Width);
+            COleDateTime date = ticks.first;
+            double last = -1e9;
+            for (int i = 0; i < 100 && date.IsValid() && date.GetValue() <= ticks.range.max; ++i) {
+                double const at = (date.GetValue() - ticks.range.min) / (ticks.range.max - ticks.range.min) * length;
+                if (date.GetValue() >= ticks.range.min) {
+                    EXPECT_GE(at - last, Width(date.Format(CString(ticks.format)).ToUtf8()))
+                        << days << " days in " << length << " " << ticks.format;
+                    last = at;
+                }
+                CVUtils::IncrementTime(ticks.step, ticks.unit, date);
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace ombrel::host
