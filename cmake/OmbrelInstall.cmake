@@ -26,12 +26,9 @@ file(RELATIVE_PATH OMBREL_PC_TO_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 configure_file(cmake/ombrel.pc.in ${PROJECT_BINARY_DIR}/ombrel.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/ombrel.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-if(TARGET ombrel_cli)
 # The host finds the library beside it, wherever the tree is put.
 file(RELATIVE_PATH OMBREL_BIN_TO_LIB "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
-set_target_properties(ombrel_cli PROPERTIES
-    OUTPUT_NAME ombrel
+set_target_properties(ombrel_command PROPERTIES
     RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin
     INSTALL_RPATH "$ORIGIN/${OMBREL_BIN_TO_LIB}")
-install(TARGETS ombrel_cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-endif()
+install(TARGETS ombrel_command RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})

@@ -44,7 +44,9 @@ private:
 /// The drawing port: binds a device context to a mapping from real coordinates (y up) to device pixels (y down).
 ///
 /// The real rectangle is mapped onto the map rectangle. Device points are moved down by the window rectangle's top in
-/// both directions, so that UnitsToWindow and WindowToUnits undo each other; the static forms do not know a window.
+/// both directions, so that UnitsToWindow and WindowToUnits undo each other for the window's pixels (rounding cuts
+/// towards zero: left of 0 and above the window's top a pixel may come back as its neighbour). The static forms do not
+/// know a window.
 /// Made for one draw; the device context is not owned.
 class CPort : public CObject {
 public:

@@ -98,17 +98,17 @@ public:
     CRealPoint GetIntersect() const { return m_intersect; }
     CRealPoint GetAutoIntersect() const { return { m_x.min, m_y.min }; }
     CRealPoint GetXAxisStart() const { return m_xAxisStart; }
-    void SetXAxisStart(CRealPoint value) { Change(m_xAxisStart, value); }
+    void SetXAxisStart(CRealPoint const& value) { Change(m_xAxisStart, value); }
     CRealPoint GetXAxisEnd() const { return m_xAxisEnd; }
-    void SetXAxisEnd(CRealPoint value) { Change(m_xAxisEnd, value); }
+    void SetXAxisEnd(CRealPoint const& value) { Change(m_xAxisEnd, value); }
     CRealPoint GetYAxisStart() const { return m_yAxisStart; }
-    void SetYAxisStart(CRealPoint value) { Change(m_yAxisStart, value); }
+    void SetYAxisStart(CRealPoint const& value) { Change(m_yAxisStart, value); }
     CRealPoint GetYAxisEnd() const { return m_yAxisEnd; }
-    void SetYAxisEnd(CRealPoint value) { Change(m_yAxisEnd, value); }
+    void SetYAxisEnd(CRealPoint const& value) { Change(m_yAxisEnd, value); }
     CString GetXAxisTitle() const { return m_x.title; }
-    void SetXAxisTitle(CString value) { Change(m_x.title, value); }
+    void SetXAxisTitle(CString const& value) { Change(m_x.title, value); }
     CString GetYAxisTitle() const { return m_y.title; }
-    void SetYAxisTitle(CString value) { Change(m_y.title, value); }
+    void SetYAxisTitle(CString const& value) { Change(m_y.title, value); }
 
     // Notches
 
@@ -235,13 +235,13 @@ public:
     int GetMinorLabelsHorizontal() const { return m_minorLabelsHorizontal; }
     void SetMinorLabelsHorizontal(int value) { m_minorLabelsHorizontal = value; }
     CString GetXLabelDateFormat() const { return m_dates.dateFormat; }
-    void SetXLabelDateFormat(CString value) { m_dates.dateFormat = value; }
+    void SetXLabelDateFormat(CString const& value) { m_dates.dateFormat = value; }
     CString GetXMinorLabelDateFormat() const { return m_dates.minorDateFormat; }
-    void SetXMinorLabelDateFormat(CString value) { m_dates.minorDateFormat = value; }
+    void SetXMinorLabelDateFormat(CString const& value) { m_dates.minorDateFormat = value; }
     CString GetXLabelTimeFormat() const { return m_dates.timeFormat; }
-    void SetXLabelTimeFormat(CString value) { m_dates.timeFormat = value; }
+    void SetXLabelTimeFormat(CString const& value) { m_dates.timeFormat = value; }
     CString GetXMinorLabelTimeFormat() const { return m_dates.minorTimeFormat; }
-    void SetXMinorLabelTimeFormat(CString value) { m_dates.minorTimeFormat = value; }
+    void SetXMinorLabelTimeFormat(CString const& value) { m_dates.minorTimeFormat = value; }
     void SetIntersect(CRealPoint const& p) { m_intersect = p; }
     void GetXLabels(CStringArray& labels) const { labels = m_x.labels; }
     void SetXLabels(CStringArray const& labels) { m_x.labels = labels; }

@@ -101,7 +101,7 @@ BYTE* CPlotComponent::MakeColour(unsigned long colour)
 void PlotDialogErrMsg(CPlotComponent const* curve, CString const& message, CString const& detail)
 {
     CPlot const* const plot = curve->GetPlot();
-    CVUtils::PlotDialogErrMsg(curve->GetTitle(), plot ? plot->GetTitle() : CString(), message, detail);
+    CVUtils::PlotDialogErrMsg(message, curve->GetTitle(), plot ? plot->GetTitle() : CString(), detail);
 }
 
 } // namespace ombrel

@@ -89,7 +89,7 @@ TEST(Port, MappingAndItsInverseUndoEachOtherInAnyWindow)
         for (CRealRect const& real : reals) {
             CPort const port(nullptr, window, kMap, real);
             for (int x = 0; x < 700; x += 7) {
-                CPoint const device(x, x / 2 + 1);
+                CPoint const device(x, std::max(window.top, 0) + x / 2);
                 EXPECT_EQ(CPoint(port.UnitsToWindow(port.WindowToUnits(device))), device) << window.top;
             }
         }

@@ -30,8 +30,8 @@ TEST(PointSummary, GivesTheExtremesOfAnyStretchAsAScanDoes)
     PointSummary summary;
     summary.Update(table);
     EXPECT_TRUE(summary.XAscends());
-    for (std::size_t const first : { 0, 1, 63, 64, 65, 500 }) {
-        for (std::size_t const last : { 501, 511, 512, 513, 999, 1000 }) {
+    for (std::size_t const first : { 0U, 1U, 63U, 64U, 65U, 500U }) {
+        for (std::size_t const last : { 501U, 511U, 512U, 513U, 999U, 1000U }) {
             Extremes found {};
             ASSERT_TRUE(summary.YExtremes(table.GetRow(1), first, last, found));
             auto const [low, high] = std::minmax_element(table.GetRow(1) + first, table.GetRow(1) + last);
