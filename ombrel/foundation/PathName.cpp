@@ -19,7 +19,7 @@ void CPathName::Reset()
 {
     std::u16string_view rest = View().substr(0, kMaxPath);
     auto const take = [&rest](std::size_t count) {
-        CString const part(rest.substr(0, std::min(count, kMaxPart)));
+        CString part(rest.substr(0, std::min(count, kMaxPart)));
         rest.remove_prefix(count);
         return part;
     };

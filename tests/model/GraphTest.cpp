@@ -1,3 +1,4 @@
+#include "ombrel/platform/host/Host.h"
 #include "tests/model/TestGraph.h"
 
 #include <gtest/gtest.h>
@@ -395,6 +396,19 @@ TEST(PlotArray, OffersColourKeysToCurvesThatAreColouredByValue)
     graph.GetPlotArray()->GetColourRampCurves(tags, titles);
     EXPECT_EQ(tags, expected);
     EXPECT_EQ(titles.GetSize(), expected.GetSize() - 1);
+}
+
+TEST(CurveErrors, NameTheCurveAndItsPlot)
+{
+    TestGraph graph;
+    CPlot& plot = graph.AddPlotWithCurves(1);
+    plot.SetTitle("Yields");
+    plot.GetComponent(0)->SetTitle("1958");
+    CString shown;
+    SetMessageBoxFunction([&shown](CString const& text, CString const&, UINT) { shown = text; });
+    PlotDialogErrMsg(plot.GetComponent(0), "Bad data", "Line 3");
+    SetMessageBoxFunction(nullptr);
+    EXPECT_EQ(shown, CString("Bad data\n\nCurve: \"1958\"\n    Plot: \"Yields\"\n\nLine 3"));
 }
 
 TEST(ItemTypes, OnlyPlotsHaveADescription)

@@ -16,7 +16,7 @@ constexpr std::size_t kPiece = std::size_t { 1 } << 19;
 
 } // namespace
 
-InputFile::InputFile(std::string path)
+InputFile::InputFile(std::string const& path)
     : m_name(path == "-" ? "standard input" : path)
     , m_descriptor(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC))
 {

@@ -9,7 +9,7 @@ namespace ombrel::host {
 /// A file that is read from its start to its end, or standard input for "-". Throws Failure.
 class InputFile {
 public:
-    explicit InputFile(std::string path);
+    explicit InputFile(std::string const& path);
     ~InputFile();
     InputFile(InputFile const&) = delete;
     InputFile& operator=(InputFile const&) = delete;

@@ -52,8 +52,6 @@ std::string FamilyFor(CString const& faceName)
         { "arial", "Liberation Sans" },
         { "helvetica", "Liberation Sans" },
         { "liberation sans", "Liberation Sans" },
-        { "ms sans serif", "Liberation Sans" },
-        { "ms shell dlg", "Liberation Sans" },
         { "system", "Liberation Sans" },
         { "courier new", "Liberation Mono" },
         { "courier", "Liberation Mono" },
