@@ -36,8 +36,14 @@ void C2DGraph::Serialize(CArchive& ar)
     f.Version(1);
     f.Int(m_sized).Rect(m_graphRect).Dword(m_graphBackground, m_windowBackground);
     f.Nested(m_normalisedOrigin, m_normalisedSize).Raw(m_drawOrder);
-    if (ar.IsLoading())
+    if (ar.IsLoading()) {
+        // Sums of a damaged document's edges must stay numbers.
+        auto const limited
+            = [](LONG edge) { return std::clamp<int>(edge, -PortMapping::kDeviceLimit, PortMapping::kDeviceLimit); };
+        m_graphRect.SetRect(limited(m_graphRect.left), limited(m_graphRect.top), limited(m_graphRect.right),
+            limited(m_graphRect.bottom));
         CreateComponents();
+    }
 }
 
 void C2DGraph::CreateComponents()
