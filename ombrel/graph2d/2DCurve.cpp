@@ -1,5 +1,6 @@
 #include "ombrel/graph2d/2DCurve.h"
 #include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DSeriesPlot.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
@@ -321,6 +322,20 @@ int C2DCurve::Evaluate()
     SetValid(GetDataSourceType() == dsTable);
     SetModified(1);
     return IsValid();
+}
+
+std::optional<LegendEntry> C2DCurve::GetLegendEntry() const
+{
+    LegendEntry entry;
+    entry.title = GetTitle();
+    entry.colour = static_cast<COLORREF>(GetColour());
+    entry.dashes = C2DLine::GetDashes(m_lineType);
+    entry.lineWidth = m_lineWidth;
+    entry.symbolType = m_symbolType;
+    entry.symbolColour = m_symbolColour;
+    entry.fillSymbol = m_fillSymbol;
+    entry.symbolFillColour = m_symbolFillColour;
+    return entry;
 }
 
 } // namespace ombrel

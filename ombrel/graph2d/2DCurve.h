@@ -1,7 +1,7 @@
 #pragma once
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/foundation/RealTypes.h"
-#include "ombrel/graph2d/2DSymbol.h"
+#include "ombrel/drawing/2DSymbol.h"
 #include "ombrel/graph2d/PointSummary.h"
 #include "ombrel/model/PlotComponent.h"
 #include "ombrel/model/TableData.h"
@@ -126,6 +126,8 @@ public:
     int Evaluate() override;
     int GetDataSize() const override { return static_cast<int>(m_points.GetDataSize()); }
     int GetXValueKind() const override { return m_xValMode; }
+    /// Title, colour, line and symbol, without a fill pattern.
+    std::optional<LegendEntry> GetLegendEntry() const override;
     void TakeOverScaleModes(int x, int y) override;
 
     bool IsXLogarithmic() const { return m_xScaleMode == 1; }

@@ -1,10 +1,12 @@
 #pragma once
 #include "ombrel/foundation/CoordTransform.h"
 #include "ombrel/model/ItemType.h"
+#include "ombrel/model/LegendEntry.h"
 #include "ombrel/platform/framework/Object.h"
 #include "ombrel/platform/framework/String.h"
 
 #include <array>
+#include <optional>
 
 namespace ombrel {
 
@@ -68,6 +70,8 @@ public:
 
     /// How x values are to be read: 1 when they are dates.
     virtual int GetXValueKind() const { return 0; }
+    /// How the curve is shown in a legend; nothing for curves that legends do not list.
+    virtual std::optional<LegendEntry> GetLegendEntry() const { return {}; }
     /// Whether each axis of a 2D graph is logarithmic (1) or not (0), told when that changes.
     virtual void TakeOverScaleModes(int, int) { }
 

@@ -1,4 +1,4 @@
-#include "ombrel/graph2d/2DSymbol.h"
+#include "ombrel/drawing/2DSymbol.h"
 #include "ombrel/drawing/Port.h"
 #include "ombrel/platform/gdi/DC.h"
 
