@@ -9,7 +9,8 @@ namespace {
 TEST(Options, AreReadFromAnyPlaceOfTheCommandLine)
 {
     Options const options = ParseOptions({ "plot", "-x", "time", "a.csv", "-y", "2,3", "--kind=steps", "-y", "last",
-        "--x-range", "-5:5", "--log", "y", "--size", "800x600", "--antialias", "-vo", "out.png", "-", "--symbols" });
+        "--x-range", "-5:5", "--log", "y", "--size", "800x600", "--antialias", "-vo", "out.png", "-", "--symbols",
+        "--caption", "up @ noon\\nor so@0.5,-0.1", "--bins", "12", "--legend", "br", "--error", "e1,e2" });
     EXPECT_EQ(options.command, Command::Plot);
     EXPECT_EQ(options.files, (std::vector<std::string> { "a.csv", "-" }));
     EXPECT_EQ(options.xColumn, "time");
@@ -24,6 +25,12 @@ TEST(Options, AreReadFromAnyPlaceOfTheCommandLine)
     EXPECT_TRUE(options.verbose);
     EXPECT_TRUE(options.symbols);
     EXPECT_EQ(options.output, "out.png");
+    ASSERT_EQ(options.captions.size(), 1U);
+    EXPECT_EQ(options.captions[0].text, "up @ noon\nor so");
+    EXPECT_EQ(options.captions[0].y, -0.1);
+    EXPECT_EQ(options.bins, 12);
+    EXPECT_EQ(options.legend, LegendPlace::BottomRight);
+    EXPECT_EQ(options.errorColumns, (std::vector<std::string> { "e1", "e2" }));
 
     EXPECT_EQ(ParseOptions({ "a.doc", "-o", "-", "--format", "SVG" }).command, Command::None);
     EXPECT_EQ(ParseOptions({ "x", "--page", "a5" }).page->height, 148.0);
@@ -41,7 +48,7 @@ TEST(Options, ThatCannotBeAreUsageFaultsThatSayWhatWasExpected)
         { { "draw", "a.doc", "--kind", "line" }, "--kind" },
         { { "info", "a.csv", "-o", "x.png" }, "-o" },
         { { "plot", "-o" }, "-o" },
-        { { "plot", "a", "--kind", "pie" }, "points or filled" },
+        { { "plot", "a", "--kind", "pie" }, "text or histogram" },
         { { "plot", "a", "--size", "800" }, "1000x640" },
         { { "plot", "a", "--size", "8x8" }, "16 to 32767" },
         { { "plot", "a", "--size", "30000x30000" }, "100 million" },

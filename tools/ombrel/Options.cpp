@@ -20,13 +20,6 @@ namespace {
     FailUsage("--" + std::string(option.longName) + ": expected " + expected + ", found " + QuoteForMessage(value));
 }
 
-struct FormatName {
-    std::string_view name;
-    PictureFormat format;
-};
-constexpr std::array<FormatName, 5> kFormats { { { "png", PictureFormat::Png }, { "bmp", PictureFormat::Bmp },
-    { "pdf", PictureFormat::Pdf }, { "svg", PictureFormat::Svg }, { "ps", PictureFormat::PostScript } } };
-
 std::string Lower(std::string_view text)
 {
     std::string lower(text);
@@ -35,29 +28,69 @@ std::string Lower(std::string_view text)
     return lower;
 }
 
-std::optional<PictureFormat> FormatNamed(std::string_view name)
+OptionEntry const& EntryOf(OptionId id)
 {
-    std::string const lower = Lower(name);
-    for (FormatName const& f : kFormats) {
-        if (lower == f.name)
-            return f.format;
-    }
-    return std::nullopt;
+    auto const options = AllOptions();
+    return *std::find_if(options.begin(), options.end(), [id](OptionEntry const& o) { return o.id == id; });
 }
 
-PlotKind ParseKind(OptionEntry const& option, std::string const& value)
+std::optional<PictureFormat> FormatNamed(std::string_view name)
 {
-    struct KindName {
-        std::string_view name;
-        PlotKind kind;
-    };
-    constexpr std::array<KindName, 5> kKinds { { { "line", PlotKind::Line }, { "steps", PlotKind::Steps },
-        { "pairs", PlotKind::Pairs }, { "points", PlotKind::Points }, { "filled", PlotKind::Filled } } };
-    for (KindName const& k : kKinds) {
-        if (value == k.name)
-            return k.kind;
+    auto const& names = EntryOf(OptionId::Format).choices;
+    auto const found = std::find(names.begin(), names.end(), Lower(name));
+    if (found == names.end())
+        return std::nullopt;
+    return static_cast<PictureFormat>(found - names.begin());
+}
+
+/// "a, b or c".
+std::string ListChoices(std::span<std::string_view const> choices)
+{
+    std::string text;
+    for (std::size_t i = 0; i < choices.size(); ++i) {
+        text += i == 0 ? "" : i + 1 < choices.size() ? ", " : " or ";
+        text += choices[i];
     }
-    FailValue(option, value, "line, steps, pairs, points or filled");
+    return text;
+}
+
+/// The enumeration value that the word stands for.
+template <typename Enum> Enum ParseChoice(OptionEntry const& option, std::string const& value)
+{
+    auto const found = std::find(option.choices.begin(), option.choices.end(), value);
+    if (found == option.choices.end())
+        FailValue(option, value, ListChoices(option.choices));
+    return static_cast<Enum>(found - option.choices.begin());
+}
+
+int ParseBins(OptionEntry const& option, std::string const& value)
+{
+    constexpr double kMost = 10000;
+    if (value == "auto")
+        return 0;
+    auto const bins = ParseCellNumber(value, '.');
+    if (!bins || *bins < 1 || *bins > kMost || *bins != std::floor(*bins))
+        FailValue(option, value, "auto, or a whole number of 1 to 10000");
+    return static_cast<int>(*bins);
+}
+
+/// TEXT@X,Y, where TEXT may itself hold an @.
+CaptionWish ParseCaption(OptionEntry const& option, std::string const& value)
+{
+    std::size_t const at = value.rfind('@');
+    std::size_t const comma = value.rfind(',');
+    if (at != std::string::npos && at > 0 && comma != std::string::npos && comma > at) {
+        auto const x = ParseCellNumber(value.substr(at + 1, comma - at - 1), '.');
+        auto const y = ParseCellNumber(value.substr(comma + 1), '.');
+        auto const fits = [](double fraction) { return fraction >= -1.0 && fraction <= 2.0; };
+        if (x && y && fits(*x) && fits(*y)) {
+            std::string text = value.substr(0, at);
+            for (std::size_t cut = text.find("\\n"); cut != std::string::npos; cut = text.find("\\n", cut))
+                text.replace(cut, 2, "\n");
+            return { text, *x, *y };
+        }
+    }
+    FailValue(option, value, "TEXT@X,Y with fractions such as 0.5,0.1");
 }
 
 /// The two numbers of WxH.
@@ -116,10 +149,10 @@ int ParseLineWidth(OptionEntry const& option, std::string const& value)
 
 void ParseLog(Options& options, OptionEntry const& option, std::string const& value)
 {
-    if (value != "x" && value != "y" && value != "xy" && value != "yx")
-        FailValue(option, value, "x, y or xy");
-    options.xLog = value.find('x') != std::string::npos;
-    options.yLog = value.find('y') != std::string::npos;
+    enum class LogAxes { X, Y, Both };
+    auto const axes = ParseChoice<LogAxes>(option, value);
+    options.xLog = axes != LogAxes::Y;
+    options.yLog = axes != LogAxes::X;
 }
 
 DateFormat ParseDateFormat(OptionEntry const& option, std::string const& value)
@@ -152,6 +185,14 @@ bool* SwitchOf(Options& options, OptionId id)
         return &options.antialias;
     case OptionId::Symbols:
         return &options.symbols;
+    case OptionId::Percent:
+        return &options.percent;
+    case OptionId::Normalised:
+        return &options.normalised;
+    case OptionId::Polar:
+        return &options.polar;
+    case OptionId::Radians:
+        return &options.radians;
     case OptionId::Verbose:
         return &options.verbose;
     case OptionId::Help:
@@ -171,6 +212,10 @@ std::string* TextOf(Options& options, OptionId id)
         return &options.output;
     case OptionId::XColumn:
         return &options.xColumn;
+    case OptionId::LabelColumn:
+        return &options.labelColumn;
+    case OptionId::Palette:
+        return &options.palette;
     case OptionId::Title:
         return &options.title;
     case OptionId::XTitle:
@@ -199,15 +244,31 @@ void Apply(Options& options, OptionEntry const& option, std::string const& value
     }
     switch (option.id) {
     case OptionId::Format:
-        options.format = FormatNamed(value);
-        if (!options.format)
-            FailValue(option, value, "png, bmp, pdf, svg or ps");
+        options.format = ParseChoice<PictureFormat>(option, Lower(value));
         break;
     case OptionId::YColumns:
         AddColumns(options.yColumns, option, value);
         break;
+    case OptionId::ErrorColumns:
+        AddColumns(options.errorColumns, option, value);
+        break;
     case OptionId::Kind:
-        options.kind = ParseKind(option, value);
+        options.kind = ParseChoice<PlotKind>(option, value);
+        break;
+    case OptionId::Bins:
+        options.bins = ParseBins(option, value);
+        break;
+    case OptionId::Grid:
+        options.grid = ParseChoice<GridChoice>(option, value);
+        break;
+    case OptionId::Legend:
+        options.legend = ParseChoice<LegendPlace>(option, value);
+        break;
+    case OptionId::Theme:
+        options.theme = ParseChoice<Theme>(option, value);
+        break;
+    case OptionId::Caption:
+        options.captions.push_back(ParseCaption(option, value));
         break;
     case OptionId::XRange:
     case OptionId::YRange:
@@ -221,11 +282,11 @@ void Apply(Options& options, OptionEntry const& option, std::string const& value
     case OptionId::DateFormat:
         options.dateFormat = ParseDateFormat(option, value);
         break;
-    case OptionId::Header:
-        if (value != "yes" && value != "no")
-            FailValue(option, value, "yes or no");
-        options.header = value == "yes" ? HeaderChoice::Present : HeaderChoice::Absent;
+    case OptionId::Header: {
+        enum class YesNo { Yes, No };
+        options.header = ParseChoice<YesNo>(option, value) == YesNo::Yes ? HeaderChoice::Present : HeaderChoice::Absent;
         break;
+    }
     case OptionId::Size:
         options.size = ParseSize(option, value);
         break;

@@ -11,7 +11,7 @@
 namespace ombrel::host {
 
 /// None: the file decides what fits.
-enum class Command { None, Plot, Draw, Info };
+enum class Command { None, Plot, Draw, Info, Gallery, Colours };
 
 enum class OptionId {
     Output,
@@ -32,6 +32,18 @@ enum class OptionId {
     Antialias,
     LineWidth,
     Symbols,
+    Bins,
+    Percent,
+    Normalised,
+    ErrorColumns,
+    LabelColumn,
+    Polar,
+    Radians,
+    Grid,
+    Legend,
+    Caption,
+    Palette,
+    Theme,
     Save,
     InPlace,
     Verbose,
@@ -39,7 +51,14 @@ enum class OptionId {
     Version,
 };
 
-/// One option: parsing, the help text, and whatever else lists options read this table.
+/// Sets of commands, one bit each.
+using CommandSet = unsigned;
+constexpr CommandSet SetOf(Command command) { return 1U << static_cast<unsigned>(command); }
+
+/// What a value names, for completing it in a shell.
+enum class ValueKind { Text, File, Column };
+
+/// One option: parsing, the help text, the man page and the completion files read this table.
 struct OptionEntry {
     OptionId id;
     /// Without dashes; the short name is 0 for none.
@@ -49,9 +68,10 @@ struct OptionEntry {
     std::string_view argument;
     std::string_view help;
     /// Which commands take it.
-    bool plot;
-    bool draw;
-    bool info;
+    CommandSet commands;
+    /// The words that the value is one of, in the order of the enumeration that they stand for; empty for free values.
+    std::span<std::string_view const> choices {};
+    ValueKind valueKind = ValueKind::Text;
     /// May be given several times.
     bool repeats = false;
 };
@@ -67,8 +87,20 @@ std::span<OptionEntry const> AllOptions();
 std::span<CommandEntry const> AllCommands();
 bool TakesOption(Command command, OptionEntry const& option);
 
-enum class PlotKind { Line, Steps, Pairs, Points, Filled };
+// The enumerations' values stand in the order of the words in the option table.
+enum class PlotKind { Line, Steps, Pairs, Points, Filled, Bar, Clustered, Stacked, Area, Error, Text, Histogram };
 enum class PictureFormat { Png, Bmp, Pdf, Svg, PostScript };
+enum class GridChoice { Off, Major, Both };
+/// Auto: beside or over the data, wherever there is room, when there is more than one curve.
+enum class LegendPlace { Auto, Off, TopLeft, TopRight, BottomLeft, BottomRight };
+enum class Theme { Light, Dark, Print };
+
+/// A text over the graph, with its top-left corner at fractions of the plotting area: (0, 0) is its top left.
+struct CaptionWish {
+    std::string text;
+    double x = 0.0;
+    double y = 0.0;
+};
 
 /// The ends of an axis as they were typed; one may be missing.
 struct RangeText {
@@ -90,6 +122,7 @@ struct PageSize {
 
 struct Options {
     Command command = Command::None;
+    /// Files; the folder of a gallery; the names of colour maps.
     std::vector<std::string> files;
     /// What was given, in order.
     std::vector<OptionId> given;
@@ -112,6 +145,21 @@ struct Options {
     bool antialias = false;
     int lineWidth = 1;
     bool symbols = false;
+    /// Of a histogram; 0 for a number that fits the data.
+    int bins = 0;
+    bool percent = false;
+    bool normalised = false;
+    std::vector<std::string> errorColumns;
+    std::string labelColumn;
+    bool polar = false;
+    /// Angles of polar data are radians rather than degrees.
+    bool radians = false;
+    GridChoice grid = GridChoice::Major;
+    LegendPlace legend = LegendPlace::Auto;
+    std::vector<CaptionWish> captions;
+    /// Empty for the palette that the theme prefers.
+    std::string palette;
+    Theme theme = Theme::Light;
     std::string save;
     std::string inPlaceClass;
     bool verbose = false;

@@ -46,13 +46,13 @@ void Run(Options const& options)
         Print(std::string("ombrel ") + kVersion + "\n");
         return;
     }
+    Messages const messages(options.verbose);
+    OmbrelInit();
     if (options.files.empty())
         throw Failure(kUsageFault, "expected a FILE (ombrel --help lists the commands and options)");
     if (std::count(options.files.begin(), options.files.end(), "-") > 1)
         throw Failure(kUsageFault, "standard input can be read once only");
 
-    Messages const messages(options.verbose);
-    OmbrelInit();
     std::vector<std::unique_ptr<InputFile>> files;
     for (std::string const& path : options.files)
         files.push_back(std::make_unique<InputFile>(path));
