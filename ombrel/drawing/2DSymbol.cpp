@@ -51,6 +51,17 @@ void C2DSymbol::DrawSymbol(SymbolType type, CPort* port, CRect rect, COLORREF co
     }
 }
 
+void C2DSymbol::DrawSymbols(SymbolType type, CPort* port, std::span<CPoint const> centres, int half, COLORREF colour,
+    int fill, COLORREF fillColour)
+{
+    port->GetDC()->Repeat(
+        [&](CDC& dc) {
+            CPort once(&dc, port->GetWindowRect(), port->GetMapRect(), port->GetRealRect());
+            DrawSymbol(type, &once, { -half, -half, half, half }, colour, fill, fillColour);
+        },
+        centres);
+}
+
 void C2DSymbol::DrawCircle(CPort* port, CRect rect, COLORREF, int fill, COLORREF)
 {
     CDC& dc = *port->GetDC();

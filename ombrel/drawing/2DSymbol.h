@@ -1,6 +1,8 @@
 #pragma once
 #include "ombrel/platform/framework/Geometry.h"
 
+#include <span>
+
 namespace ombrel {
 
 class CPort;
@@ -23,6 +25,10 @@ public:
     /// Draws nothing for an empty rectangle, but for a pixel, and for a type that is none of these. fill non-zero fills
     /// the closed shapes with fillColour.
     static void DrawSymbol(SymbolType type, CPort* port, CRect rect, COLORREF colour, int fill, COLORREF fillColour);
+    /// As DrawSymbol round each of the centres (device pixels), with rectangles that reach half pixels to every side,
+    /// one after the other: the same pixels at a small part of the cost.
+    static void DrawSymbols(SymbolType type, CPort* port, std::span<CPoint const> centres, int half, COLORREF colour,
+        int fill, COLORREF fillColour);
     static void DrawCircle(CPort* port, CRect rect, COLORREF colour, int fill, COLORREF fillColour);
     static void DrawSquare(CPort* port, CRect rect, COLORREF colour, int fill, COLORREF fillColour);
     static void DrawTriangle(CPort* port, CRect rect, COLORREF colour, int fill, COLORREF fillColour);

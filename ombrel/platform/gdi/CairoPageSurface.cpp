@@ -99,9 +99,12 @@ protected:
 
 private:
     void Describe();
+    void CoverPage();
     void SetClip(Clip const& clip);
     void SetColour(cairo_t* context, VectorColour const& colour) const;
-    void SetBrush(VectorBrush const& brush);
+    /// Fills the current path and keeps it; edges that other shapes share are covered.
+    void FillWith(VectorColour colour, bool sharedEdges);
+    void SetHatch(VectorBrush const& brush);
     void SetPen(PagePen const& pen);
     void TracePath(PageShape const& shape);
     void ShowGlyphs(text::GlyphRun const& run, std::string const& utf8, double baseline);
@@ -126,6 +129,7 @@ private:
     std::vector<OpenFace> m_faces;
     std::vector<Tile> m_tiles;
     Clip m_clip;
+    long long m_shapeCount = 0;
 };
 
 void CairoPage::Describe()
@@ -151,6 +155,20 @@ void CairoPage::Describe()
         line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
     if (!title.empty())
         cairo_ps_surface_dsc_comment(m_surface.get(), ("%%Title: " + line).c_str());
+}
+
+/// Fills two spots beyond opposite corners of the page. Cairo keeps a region of all that was drawn so far, in as many
+/// rectangles as it takes, and adds to it with every drawing; the box of these spots makes it one rectangle from there
+/// on, so that the time for many small shapes does not grow with their square.
+void CairoPage::CoverPage()
+{
+    SetClip({});
+    static constexpr double kSpot = 10.0;
+    cairo_t* const context = m_context.get();
+    cairo_rectangle(context, -2.0 * kSpot, -2.0 * kSpot, kSpot, kSpot);
+    cairo_rectangle(context, Bounds().right + kSpot, Bounds().bottom + kSpot, kSpot, kSpot);
+    SetColour(context, { 0xFFFFFF, 255 });
+    cairo_fill(context);
 }
 
 void CairoPage::SetColour(cairo_t* context, VectorColour const& colour) const
@@ -226,10 +244,22 @@ void CairoPage::SetPen(PagePen const& pen)
     cairo_set_dash(context, pen.dashes.data(), static_cast<int>(pen.dashes.size()), 0.0);
 }
 
-void CairoPage::SetBrush(VectorBrush const& brush)
+void CairoPage::FillWith(VectorColour colour, bool sharedEdges)
 {
-    if (!brush.hatchStyle)
-        return SetColour(m_context.get(), brush.foreground);
+    cairo_t* const context = m_context.get();
+    SetColour(context, colour);
+    cairo_fill_preserve(context);
+    if (sharedEdges && colour.alpha == 255) {
+        // Viewers smooth the edges of each filling by itself and let the paper shine through between two of them: a
+        // line of the same colour closes the gap. It is as wide as a pixel of a good screen.
+        static constexpr double kOverlap = 3.0;
+        SetPen({ colour, kOverlap, true, {} });
+        cairo_stroke_preserve(context);
+    }
+}
+
+void CairoPage::SetHatch(VectorBrush const& brush)
+{
     CairoOwned<cairo_pattern_t> const pattern(cairo_pattern_create_for_surface(TileOf(brush)));
     cairo_matrix_t toCell;
     cairo_matrix_init_scale(&toCell, kCellSide / kHatchCell, kCellSide / kHatchCell);
@@ -240,11 +270,8 @@ void CairoPage::SetBrush(VectorBrush const& brush)
 
 cairo_surface_t* CairoPage::TileOf(VectorBrush const& brush)
 {
-    auto const same
-        = [](VectorColour const& a, VectorColour const& b) { return a.colour == b.colour && a.alpha == b.alpha; };
     for (Tile const& known : m_tiles)
-        if (known.brush.hatchStyle == brush.hatchStyle && same(known.brush.foreground, brush.foreground)
-            && same(known.brush.background, brush.background))
+        if (known.brush == brush)
             return known.surface.get();
     // Some viewers leave a fine gap between tiles: with half an inch of cells in one there are few.
     static constexpr int kCells = 6;
@@ -252,13 +279,6 @@ cairo_surface_t* CairoPage::TileOf(VectorBrush const& brush)
     cairo_rectangle_t const extents { 0.0, 0.0, kSide, kSide };
     CairoOwned<cairo_surface_t> tile(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, &extents));
     CairoOwned<cairo_t> const painter(cairo_create(tile.get()));
-    // A background that cannot be seen stays away, so that the format needs no transparency for it.
-    static constexpr int kInvisible = 1;
-    if (brush.background.alpha > kInvisible) {
-        SetColour(painter.get(), brush.background);
-        cairo_rectangle(painter.get(), 0.0, 0.0, kSide, kSide);
-        cairo_fill(painter.get());
-    }
     SetColour(painter.get(), brush.foreground);
     for (auto const& line : HatchLines(*brush.hatchStyle, kCells)) {
         cairo_new_sub_path(painter.get());
@@ -272,20 +292,25 @@ cairo_surface_t* CairoPage::TileOf(VectorBrush const& brush)
 
 void CairoPage::DrawShape(PageShape const& shape, PagePaint const& paint, Clip const& clip)
 {
+    static constexpr int kManyShapes = 1000;
+    if (++m_shapeCount == kManyShapes)
+        CoverPage();
     cairo_t* const context = m_context.get();
     SetClip(clip);
     TracePath(shape);
     if (paint.fill) {
         cairo_set_fill_rule(context, paint.winding ? CAIRO_FILL_RULE_WINDING : CAIRO_FILL_RULE_EVEN_ODD);
-        SetBrush(*paint.fill);
-        cairo_fill_preserve(context);
-        bool const opaque = !paint.fill->hatchStyle && paint.fill->foreground.alpha == 255;
-        if (paint.edges == PagePaint::Edges::Shared && opaque) {
-            // Viewers smooth the edges of each filling by itself and let the paper shine through between two of them:
-            // a line of the same colour closes the gap. It is as wide as a pixel of a good screen.
-            static constexpr double kOverlap = 3.0;
-            SetPen({ paint.fill->foreground, kOverlap, true, {} });
-            cairo_stroke_preserve(context);
+        bool const shared = paint.edges == PagePaint::Edges::Shared;
+        if (!paint.fill->hatchStyle) {
+            FillWith(paint.fill->foreground, shared);
+        } else {
+            // A background in the tiles would let the paper shine through between them; one that cannot be seen stays
+            // away, so that the format needs no transparency for it.
+            static constexpr int kInvisible = 1;
+            if (paint.fill->background.alpha > kInvisible)
+                FillWith(paint.fill->background, shared);
+            SetHatch(*paint.fill);
+            cairo_fill_preserve(context);
         }
     }
     if (paint.pen) {

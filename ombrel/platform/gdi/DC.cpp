@@ -1,6 +1,7 @@
 #include "ombrel/platform/gdi/DC.h"
 
 #include "ombrel/platform/gdi/Coordinates.h"
+#include "ombrel/platform/gdi/RecordingSurface.h"
 #include "ombrel/platform/gdi/TextEngine.h"
 
 #include <algorithm>
@@ -249,6 +250,23 @@ void CDC::FillRgn(CRgn const* region, CBrush const* brush)
 }
 
 void CDC::SetPixel(int x, int y, COLORREF colour) { m_surface->SetPixel(ToDevice({ x, y }), colour, m_state.clip); }
+
+void CDC::Repeat(std::function<void(CDC&)> const& draw, std::span<CPoint const> points)
+{
+    auto const recording
+        = std::make_shared<RecordingSurface>(m_surface->Bounds().Size(), m_surface->Capabilities(), IsPrinting());
+    CDC once(recording);
+    once.m_state = m_state;
+    once.m_state.origin = {};
+    once.m_state.clip = {};
+    draw(once);
+    if (m_state.origin == CPoint())
+        return m_surface->Repeat(recording->Primitives(), points, m_state.clip);
+    std::vector<CPoint> moved(points.begin(), points.end());
+    for (CPoint& p : moved)
+        p = ToDevice(p);
+    m_surface->Repeat(recording->Primitives(), moved, m_state.clip);
+}
 
 COLORREF CDC::GetPixel(int x, int y) const { return m_surface->GetPixel(ToDevice({ x, y })).value_or(CLR_INVALID); }
 

@@ -2,6 +2,7 @@
 #include "ombrel/platform/gdi/GdiObjects.h"
 #include "ombrel/platform/gdi/Surface.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -107,6 +108,10 @@ public:
     void PaintRgn(CRgn const* region) { FillRgn(region, &m_state.brush); }
     void FillSolidRect(CRect const& rect, COLORREF colour);
     void SetPixel(int x, int y, COLORREF colour);
+    /// Draws a mark at each of the points, one point after the other, as draw does round (0, 0): draw is called once,
+    /// with a context of the same pen, brush, font, colours and modes, and no clip. What it draws there is looked at
+    /// but not the state that it leaves. Pictures are left out.
+    void Repeat(std::function<void(CDC&)> const& draw, std::span<CPoint const> points);
     /// CLR_INVALID outside, or where no pixels are kept.
     COLORREF GetPixel(int x, int y) const;
     void TextOut(int x, int y, CString const& text);

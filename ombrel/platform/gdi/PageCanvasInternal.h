@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/platform/gdi/PageSurface.h"
+#include "ombrel/platform/gdi/RecordingSurface.h"
 
 #include <optional>
 #include <string>
@@ -46,6 +47,7 @@ struct PagePen {
     /// Round ends and joins, or flat ends and mitred corners.
     bool round = false;
     std::vector<double> dashes;
+    friend bool operator==(PagePen const&, PagePen const&) = default;
 };
 
 struct PagePaint {
@@ -55,6 +57,7 @@ struct PagePaint {
     /// Fillings side by side must leave no seam between them, whatever the resolution of the viewer.
     enum class Edges { Smooth, Shared, Upright };
     Edges edges = Edges::Smooth;
+    friend bool operator==(PagePaint const&, PagePaint const&) = default;
 };
 
 /// A corner of a hatch line, in eighths of the cell, x right and y down.
@@ -83,6 +86,11 @@ PageShape RegionShape(Region const& region, CRect const& bounds);
 /// pictures need. Nothing when the copy has no pixels.
 std::optional<PagePicture> MakePicture(ImageCopy const& copy);
 
+/// What of a mark shows on paper: an arc along the outline that was just drawn with the same pen does not.
+std::vector<RecordedPrimitive> WithoutRedrawn(std::span<RecordedPrimitive const> mark);
+/// The points in order, each place only where it comes last: what is drawn there later hides what was drawn before.
+std::vector<CPoint> LastOfEach(std::span<CPoint const> points);
+
 /// Turns the primitives of a device context into shapes, texts and pictures, the same for every format.
 ///
 /// Neighbouring lines, rectangles and pixels of one look become one shape, which keeps documents small.
@@ -101,6 +109,7 @@ public:
     void Image(ImageCopy const& copy, Clip const& clip) override;
     void Stroke(Figures const& figures, VectorPen const& pen, bool smooth, Clip const& clip) override;
     void Fill(Region const& region, VectorBrush const& brush, Clip const& clip) override;
+    void Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip) override;
     std::string Finish() override;
 
 protected:
@@ -110,6 +119,11 @@ protected:
     virtual void DrawRun(TextRun const& run, Clip const& clip) = 0;
     virtual void DrawPicture(PagePicture const& picture, Clip const& clip) = 0;
     virtual std::string FinishDocument() = 0;
+    /// For formats that can keep a mark and refer to it: what is drawn until EndMark is one, round (0, 0). False when
+    /// the mark is better drawn at each point.
+    virtual bool BeginMark(std::span<RecordedPrimitive const>) { return false; }
+    /// Draws the mark at each of the points.
+    virtual void EndMark(std::span<CPoint const>, Clip const&) { }
 
 private:
     enum class Merging { No, Yes };

@@ -7,6 +7,8 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <numeric>
+#include <tuple>
 
 namespace ombrel {
 
@@ -200,6 +202,36 @@ bool LimitToSource(ImageCopy const& copy, CRect& from, CRect& to)
 }
 
 } // namespace
+
+std::vector<RecordedPrimitive> WithoutRedrawn(std::span<RecordedPrimitive const> mark)
+{
+    using Kind = RecordedPrimitive::Kind;
+    std::vector<RecordedPrimitive> kept;
+    for (RecordedPrimitive const& p : mark) {
+        bool const isRedrawn = p.kind == Kind::Arc && !kept.empty() && kept.back().kind == Kind::Ellipse
+            && kept.back().rect == p.rect && kept.back().line == p.line;
+        if (!isRedrawn)
+            kept.push_back(p);
+    }
+    return kept;
+}
+
+std::vector<CPoint> LastOfEach(std::span<CPoint const> points)
+{
+    std::vector<std::size_t> order(points.size());
+    std::iota(order.begin(), order.end(), std::size_t { 0 });
+    std::sort(order.begin(), order.end(), [points](std::size_t a, std::size_t b) {
+        return std::tie(points[a].y, points[a].x, a) < std::tie(points[b].y, points[b].x, b);
+    });
+    std::vector<CPoint> last;
+    std::vector<bool> isLast(points.size());
+    for (std::size_t i = 0; i < order.size(); ++i)
+        isLast[order[i]] = i + 1 == order.size() || !(points[order[i]] == points[order[i + 1]]);
+    for (std::size_t i = 0; i < points.size(); ++i)
+        if (isLast[i])
+            last.push_back(points[i]);
+    return last;
+}
 
 std::optional<PagePicture> MakePicture(ImageCopy const& copy)
 {

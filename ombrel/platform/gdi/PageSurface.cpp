@@ -7,6 +7,7 @@
 #include "ombrel/platform/gdi/TextEngineInternal.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -45,20 +46,6 @@ DeviceCapabilities PrinterCapabilities(PageSetup const& setup)
     capabilities.logPixelsX = kPageDotsPerInch;
     capabilities.logPixelsY = kPageDotsPerInch;
     return capabilities;
-}
-
-bool Same(VectorColour const& a, VectorColour const& b) { return a.colour == b.colour && a.alpha == b.alpha; }
-
-bool Same(PagePaint const& a, PagePaint const& b)
-{
-    if (a.fill.has_value() != b.fill.has_value() || a.pen.has_value() != b.pen.has_value() || a.winding != b.winding
-        || a.edges != b.edges)
-        return false;
-    if (a.fill && (!Same(a.fill->foreground, b.fill->foreground) || a.fill->hatchStyle || b.fill->hatchStyle))
-        return false;
-    return !a.pen
-        || (Same(a.pen->colour, b.pen->colour) && a.pen->width == b.pen->width && a.pen->round == b.pen->round
-            && a.pen->dashes == b.pen->dashes);
 }
 
 bool Same(Clip const& a, Clip const& b) { return a.box == b.box && a.region == b.region; }
@@ -333,6 +320,27 @@ void PageCanvas::Image(ImageCopy const& copy, Clip const& clip)
     DrawPicture(*picture, clip);
 }
 
+void PageCanvas::Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip)
+{
+    // Round (0, 0), as if the paper went on there.
+    static constexpr CRect kAround { -0x8000, -0x8000, 0x8000, 0x8000 };
+    if (m_finished || !std::all_of(mark.begin(), mark.end(), IsPlain))
+        return Surface::Repeat(mark, points, clip);
+    std::vector<RecordedPrimitive> const shown = WithoutRedrawn(mark);
+    std::vector<CPoint> visible = LastOfEach(points);
+    std::erase_if(visible, [&, reach = ReachOf(mark)](CPoint p) { return !IsVisible(MoveRect(reach, p), clip); });
+    if (visible.empty())
+        return;
+    Flush();
+    if (!BeginMark(shown))
+        return Surface::Repeat(shown, visible, clip);
+    CRect const page = std::exchange(m_bounds, kAround);
+    Surface::Repeat(shown, std::array { CPoint() }, {});
+    Flush();
+    m_bounds = page;
+    EndMark(visible, clip);
+}
+
 bool PageCanvas::IsVisible(CRect const& box, Clip const& clip) const
 {
     CRect common;
@@ -344,13 +352,16 @@ void PageCanvas::Add(PageShape&& shape, PagePaint&& paint, Merging merging, Clip
     // Mitred corners reach out farther than the width.
     static constexpr double kMitreReach = 6.0;
     static constexpr std::size_t kLargest = 1 << 16;
+    // Viewers that find the outline of a whole stroke take a time that grows with the square of its figures.
+    static constexpr std::size_t kMostStroked = 256;
     CRect reach = shape.Box();
     int const margin = 1 + (paint.pen ? static_cast<int>(paint.pen->width * kMitreReach) : 0);
     reach.InflateRect(margin, margin);
     if (m_finished || shape.IsEmpty() || !IsVisible(reach, clip))
         return;
     bool const joins = merging == Merging::Yes && m_pending && m_pending->shape.points.size() < kLargest
-        && m_pending->shape.offset == shape.offset && Same(m_pending->paint, paint) && Same(m_pending->clip, clip);
+        && (!paint.pen || m_pending->shape.figures.size() + m_pending->shape.arcs.size() < kMostStroked)
+        && m_pending->shape.offset == shape.offset && m_pending->paint == paint && Same(m_pending->clip, clip);
     if (!joins) {
         Flush();
         if (merging == Merging::Yes)

@@ -8,6 +8,8 @@ namespace ombrel {
 
 namespace {
 
+constexpr int kNarrow = 8;
+
 constexpr std::uint64_t kAllCovered = ~std::uint64_t { 0 };
 
 std::uint64_t LoadEight(std::uint8_t const* bytes)
@@ -108,6 +110,15 @@ void RasterCanvas::FillBox(CRect const& rect, std::uint32_t pixel) const
     if (m_region) {
         for (int y = box.top; y < box.bottom; ++y)
             FillSpan(y, box.left, box.right, pixel);
+        return;
+    }
+    int const width = box.Width();
+    if (width <= kNarrow) {
+        // A column of few pixels: finding out how to copy them would take longer than writing them.
+        std::uint32_t* row = Row(box.top) + box.left;
+        for (int y = box.top; y < box.bottom; ++y, row += Stride())
+            for (int x = 0; x < width; ++x)
+                row[x] = pixel;
         return;
     }
     // The first row is in the cache: copying it is the fastest way to write the others.

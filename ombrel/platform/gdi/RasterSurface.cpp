@@ -30,13 +30,6 @@ template <typename EachSpan> void ForSpans(Region const& region, RasterCanvas co
 
 } // namespace
 
-VectorBrush VectorBrush::Hatch(int style, VectorColour foreground, VectorColour background)
-{
-    if (style < 0 || style >= kHatchStyles)
-        return { foreground, {}, {} };
-    return { foreground, style, background };
-}
-
 RasterSurface::RasterSurface(std::shared_ptr<Raster> raster)
     : m_raster(std::move(raster))
 {
@@ -111,7 +104,7 @@ void RasterSurface::Text(TextRun const& run, Clip const& clip)
                                                          : CRect(at.x, at.y, at.x + size.cx, at.y + size.cy);
         canvas.FillBox(cell, canvas.Pixel(*run.cellColour));
     }
-    std::shared_ptr<TextMask const> const mask = RenderText(*run.font, run.text);
+    std::shared_ptr<TextMask const> const mask = RenderText(*run.font, run.text, MoveRect(canvas.Box(), CPoint() - at));
     Ink const ink = canvas.InkOf({ run.colour, 255 });
     CPoint const corner = MovePoint(at, mask->offset);
     int const first = std::max(0, canvas.Box().top - corner.y);

@@ -25,6 +25,7 @@ public:
     void Image(ImageCopy const& copy, Clip const& clip) override;
     void Stroke(Figures const& figures, VectorPen const& pen, bool smooth, Clip const& clip) override;
     void Fill(Region const& region, VectorBrush const& brush, Clip const& clip) override;
+    void Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip) override;
     Raster const* GetRaster() const override { return m_raster.get(); }
 
 private:

@@ -1,6 +1,7 @@
 #include "ombrel/platform/gdi/RecordingSurface.h"
 
 #include "ombrel/platform/framework/Number.h"
+#include "ombrel/platform/gdi/Coordinates.h"
 #include "ombrel/platform/gdi/JoinInternal.h"
 
 #include <algorithm>
@@ -18,23 +19,6 @@ bool Same(LOGFONT const& a, LOGFONT const& b)
             f.lfFaceName);
     };
     return fields(a) == fields(b);
-}
-
-bool Same(LineStyle const& a, LineStyle const& b)
-{
-    return a.style == b.style && a.width == b.width && a.colour == b.colour && a.gapColour == b.gapColour;
-}
-
-bool Same(VectorColour const& a, VectorColour const& b) { return a.colour == b.colour && a.alpha == b.alpha; }
-
-bool Same(RecordedPen const& a, RecordedPen const& b)
-{
-    return Same(a.colour, b.colour) && a.width == b.width && a.dashes == b.dashes;
-}
-
-bool Same(VectorBrush const& a, VectorBrush const& b)
-{
-    return Same(a.foreground, b.foreground) && a.hatchStyle == b.hatchStyle && Same(a.background, b.background);
 }
 
 bool Same(Region const& a, Region const& b)
@@ -190,10 +174,88 @@ std::string Write(RecordedPrimitive const& p)
 bool operator==(RecordedPrimitive const& a, RecordedPrimitive const& b)
 {
     return a.kind == b.kind && a.points == b.points && a.starts == b.starts && a.rect == b.rect
-        && Same(a.region, b.region) && a.text == b.text && Same(a.font, b.font) && Same(a.line, b.line)
-        && a.filled == b.filled && a.colour == b.colour && a.cellColour == b.cellColour && Same(a.pen, b.pen)
-        && Same(a.brush, b.brush) && a.smooth == b.smooth && a.from == b.from && a.operation == b.operation
+        && Same(a.region, b.region) && a.text == b.text && Same(a.font, b.font) && a.line == b.line
+        && a.filled == b.filled && a.colour == b.colour && a.cellColour == b.cellColour && a.pen == b.pen
+        && a.brush == b.brush && a.smooth == b.smooth && a.from == b.from && a.operation == b.operation
         && a.pixelSum == b.pixelSum && Same(a.clip, b.clip);
+}
+
+void Replay(RecordedPrimitive const& p, CPoint by, Surface& surface, Clip const& clip)
+{
+    using Kind = RecordedPrimitive::Kind;
+    std::vector<CPoint> points = p.points;
+    for (CPoint& point : points)
+        point = MovePoint(point, by);
+    CRect const rect = MoveRect(p.rect, by);
+    auto const region = [&p, by] {
+        Region moved = p.region;
+        moved.Offset(by.x, by.y);
+        return moved;
+    };
+    switch (p.kind) {
+    case Kind::Polyline:
+        return surface.Polyline(points, p.line, clip);
+    case Kind::Ellipse:
+        return surface.Ellipse(rect, p.line.style != PS_NULL ? &p.line : nullptr, p.filled ? &p.colour : nullptr, clip);
+    case Kind::Arc:
+        return surface.Arc(rect, points[0], points[1], p.line, clip);
+    case Kind::FillRect:
+        return surface.FillRect(rect, p.colour, clip);
+    case Kind::FillRegion:
+        return surface.FillRegion(region(), p.colour, clip);
+    case Kind::SetPixel:
+        return surface.SetPixel(points[0], p.colour, clip);
+    case Kind::Text: {
+        TextRun run { p.text, points[0], &p.font, p.colour, {} };
+        if (p.filled)
+            run.cellColour = p.cellColour;
+        return surface.Text(run, clip);
+    }
+    case Kind::Stroke:
+        return surface.Stroke({ points, p.starts }, { p.pen.colour, p.pen.width, p.pen.dashes }, p.smooth, clip);
+    case Kind::Fill:
+        return surface.Fill(region(), p.brush, clip);
+    case Kind::Image:
+        return;
+    }
+}
+
+bool IsPlain(RecordedPrimitive const& primitive)
+{
+    using Kind = RecordedPrimitive::Kind;
+    switch (primitive.kind) {
+    case Kind::Polyline:
+    case Kind::Ellipse:
+    case Kind::Arc:
+    case Kind::FillRect:
+    case Kind::FillRegion:
+    case Kind::SetPixel:
+        return true;
+    default:
+        return false;
+    }
+}
+
+CRect ReachOf(std::span<RecordedPrimitive const> primitives)
+{
+    using Kind = RecordedPrimitive::Kind;
+    auto const include = [](CRect& all, CRect const& box) {
+        all = all.IsRectEmpty() ? box
+                                : CRect(std::min(all.left, box.left), std::min(all.top, box.top),
+                                    std::max(all.right, box.right), std::max(all.bottom, box.bottom));
+    };
+    CRect reach;
+    for (RecordedPrimitive const& p : primitives) {
+        CRect box = ClampRect(p.rect);
+        box.NormalizeRect();
+        bool const hasCorners = p.kind == Kind::Polyline || p.kind == Kind::SetPixel;
+        for (std::size_t i = 0; hasCorners && i < p.points.size(); ++i)
+            include(box, { ClampPoint(p.points[i]), CSize(1, 1) });
+        int const margin = p.kind == Kind::FillRect || p.kind == Kind::SetPixel ? 0 : ClampCoordinate(p.line.width);
+        box.InflateRect(margin, margin);
+        include(reach, box);
+    }
+    return reach;
 }
 
 RecordingSurface::RecordingSurface(CSize size, DeviceCapabilities const& capabilities, bool printing)

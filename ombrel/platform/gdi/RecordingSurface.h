@@ -12,6 +12,7 @@ struct RecordedPen {
     VectorColour colour;
     double width = 1.0;
     std::vector<double> dashes;
+    friend bool operator==(RecordedPen const&, RecordedPen const&) = default;
 };
 
 /// One primitive that was drawn. What does not belong to its kind keeps its default.
@@ -46,6 +47,15 @@ struct RecordedPrimitive {
     /// Whether both draw the same.
     friend bool operator==(RecordedPrimitive const&, RecordedPrimitive const&);
 };
+
+/// Draws a primitive again, moved, on another surface. Its own clip does not count; a picture is not drawn, since only
+/// a sum of its pixels was kept.
+void Replay(RecordedPrimitive const& primitive, CPoint by, Surface& surface, Clip const& clip);
+/// Whether the primitive gives every pixel that it touches a colour that does not depend on what was there nor on where
+/// it is drawn: then drawing it again changes nothing.
+bool IsPlain(RecordedPrimitive const& primitive);
+/// A box around all that the primitives touch, for plain ones.
+CRect ReachOf(std::span<RecordedPrimitive const> primitives);
 
 /// Keeps a list of the primitives instead of drawing them: for tests, and for measuring without drawing.
 class RecordingSurface : public Surface {

@@ -31,12 +31,14 @@ struct LineStyle {
     COLORREF colour = 0;
     /// The colour between dashes; without one they are left alone.
     std::optional<COLORREF> gapColour;
+    friend bool operator==(LineStyle const&, LineStyle const&) = default;
 };
 
 /// A colour with its opacity, 0 transparent … 255 opaque.
 struct VectorColour {
     COLORREF colour = 0;
     BYTE alpha = 255;
+    friend bool operator==(VectorColour const&, VectorColour const&) = default;
 };
 
 /// A pen of the anti-aliasing vector interface: flat ends, mitred corners.
@@ -58,6 +60,7 @@ struct VectorBrush {
     static VectorBrush Solid(COLORREF c) { return { { c, 255 }, {}, {} }; }
     /// Styles outside 0 … 52 give a solid brush.
     static VectorBrush Hatch(int style, VectorColour foreground, VectorColour background);
+    friend bool operator==(VectorBrush const&, VectorBrush const&) = default;
 };
 
 /// Open figures of straight segments: figure i runs from starts[i] to the next start; no starts is one figure of all.
@@ -98,6 +101,8 @@ struct ImageCopy {
     COLORREF maskColour = 0xFFFFFF;
 };
 
+struct RecordedPrimitive;
+
 /// Where a device context's primitives go, in device pixels, y down. Coordinates lie within ±32768 or so.
 class Surface {
 public:
@@ -125,6 +130,10 @@ public:
     /// Lines of the vector interface: both ends included at width 1.
     virtual void Stroke(Figures const& figures, VectorPen const& pen, bool smooth, Clip const& clip) = 0;
     virtual void Fill(Region const& region, VectorBrush const& brush, Clip const& clip) = 0;
+
+    /// Draws a mark, made of primitives round (0, 0), at each of the points, one point after the other. The primitives'
+    /// own clips do not count, and pictures are left out.
+    virtual void Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip);
 
     /// The bitmap that a raster surface draws on, else null.
     virtual Raster const* GetRaster() const { return nullptr; }

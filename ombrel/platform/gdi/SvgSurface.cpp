@@ -118,6 +118,8 @@ protected:
     void DrawRun(TextRun const& run, Clip const& clip) override;
     void DrawPicture(PagePicture const& picture, Clip const& clip) override;
     std::string FinishDocument() override;
+    bool BeginMark(std::span<RecordedPrimitive const> mark) override;
+    void EndMark(std::span<CPoint const> points, Clip const& clip) override;
 
 private:
     /// The id of a definition, which is added when there is none with this content. The content has "@" for the id.
@@ -131,6 +133,8 @@ private:
     std::map<std::string, std::string> m_ids;
     Clip m_clip;
     std::vector<std::string> m_clipIds;
+    /// What was drawn before a mark was begun.
+    std::string m_bodyBefore;
 };
 
 std::string SvgPage::Define(std::string_view prefix, std::string const& content)
@@ -197,11 +201,9 @@ std::string SvgPage::PenAttributes(PagePen const& pen) const
     std::string text = Paint("stroke", pen.colour);
     if (pen.width != 1.0)
         text += Attribute("stroke-width", pen.width);
-    // The document's own setting is flat ends and mitred corners.
-    if (pen.round)
+    // The document's own setting is flat ends and mitred corners; a solid round pen is a class.
+    if (pen.round && !pen.dashes.empty())
         text += Attribute("stroke-linejoin", "round");
-    if (pen.round && pen.dashes.empty())
-        text += Attribute("stroke-linecap", "round");
     std::string dashes;
     for (double const length : pen.dashes)
         dashes += Join({ dashes.empty() ? "" : " ", SvgNumber(length) });
@@ -217,12 +219,14 @@ void SvgPage::DrawShape(PageShape const& shape, PagePaint const& paint, Clip con
                                           : Paint("fill", paint.fill->foreground);
         if (!paint.winding && !shape.figures.empty())
             element += Attribute("fill-rule", "evenodd");
-        // Without smoothing there is no seam between fillings that border on each other.
-        if (paint.edges != PagePaint::Edges::Smooth)
-            element += Attribute("class", "f");
     }
     if (paint.pen)
         element += PenAttributes(*paint.pen);
+    // Without smoothing there is no seam between fillings that border on each other.
+    bool const isCrisp = paint.fill && paint.edges != PagePaint::Edges::Smooth;
+    bool const isRound = paint.pen && paint.pen->round && paint.pen->dashes.empty();
+    if (isCrisp || isRound)
+        element += Attribute("class", isCrisp && isRound ? "f r" : isCrisp ? "f" : "r");
     m_body += Join({ element, Attribute("d", SvgPath(shape)), "/>\n" });
 }
 
@@ -270,6 +274,29 @@ void SvgPage::DrawPicture(PagePicture const& picture, Clip const& clip)
         Base64(EncodePng(picture.pixels, settings)), "\"/>\n" });
 }
 
+bool SvgPage::BeginMark(std::span<RecordedPrimitive const> mark)
+{
+    // Lines and dots of all marks make one path, which is shorter than references.
+    auto const joins = [](RecordedPrimitive const& p) {
+        return p.kind == RecordedPrimitive::Kind::Polyline || p.kind == RecordedPrimitive::Kind::SetPixel;
+    };
+    if (std::all_of(mark.begin(), mark.end(), joins))
+        return false;
+    SetClip({});
+    m_bodyBefore = std::exchange(m_body, {});
+    return true;
+}
+
+void SvgPage::EndMark(std::span<CPoint const> points, Clip const& clip)
+{
+    std::string const id = Define("m", Join({ "<g id=\"@\">\n", m_body, "</g>" }));
+    m_body = std::exchange(m_bodyBefore, {});
+    SetClip(clip);
+    std::string const reference = Attribute("xlink:href", Join({ "#", id }));
+    for (CPoint const& p : points)
+        m_body += Join({ "<use", reference, Attribute("x", p.x), Attribute("y", p.y), "/>\n" });
+}
+
 std::string SvgPage::FinishDocument()
 {
     SetClip({});
@@ -285,7 +312,7 @@ std::string SvgPage::FinishDocument()
         Attribute("width", Join({ SvgNumber(Setup().widthMm), "mm" })),
         Attribute("height", Join({ SvgNumber(Setup().heightMm), "mm" })), Attribute("viewBox", viewBox), ">\n",
         element("title", Setup().title), element("desc", Setup().description),
-        "<style>.f{shape-rendering:crispEdges}</style>\n", definitions,
+        "<style>.f{shape-rendering:crispEdges}.r{stroke-linejoin:round;stroke-linecap:round}</style>\n", definitions,
         "<g fill=\"none\" stroke-miterlimit=\"10\" font-family=\"", kSansFamilies, "\">\n", m_body, "</g>\n</svg>\n" });
 }
 

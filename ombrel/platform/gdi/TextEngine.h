@@ -34,7 +34,12 @@ struct TextMask {
     std::vector<std::uint8_t> coverage;
 };
 
-/// The mask of a text; cached per font and text.
-std::shared_ptr<TextMask const> RenderText(LOGFONT const& font, CString const& text);
+/// Beyond these nothing of a text can be on a picture.
+inline constexpr CRect kTextLimits { -0x7FFF, -0x7FFF, 0x7FFF, 0x7FFF };
+
+/// The mask of a text; cached per font and text. Of a large text it may be only the part that lies in the visible
+/// rectangle, relative to the reference point: what cannot be seen costs no time and no memory.
+std::shared_ptr<TextMask const> RenderText(
+    LOGFONT const& font, CString const& text, CRect const& visible = kTextLimits);
 
 } // namespace ombrel

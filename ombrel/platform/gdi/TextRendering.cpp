@@ -1,3 +1,4 @@
+#include "ombrel/platform/gdi/Coordinates.h"
 #include "ombrel/platform/gdi/TextEngineInternal.h"
 
 #include <algorithm>
@@ -17,25 +18,35 @@ constexpr FT_Fixed kSlope = 0x366A;
 /// Coverage laid over coverage.
 std::uint8_t Union(std::uint8_t a, std::uint8_t b) { return static_cast<std::uint8_t>(a + b - (a * b + 127) / 255); }
 
-GlyphMask RenderGlyph(FontFace& font, int emSize, std::uint32_t glyph)
+/// Glyphs above this em size are not kept.
+constexpr int kLargestKept = 256;
+
+/// A glyph's outline as it is drawn, good until the next is loaded; null when it has none.
+FT_GlyphSlot LoadOutline(FontFace& font, int emSize, std::uint32_t glyph)
 {
-    GlyphMask mask;
     if (!font.IsUsable())
-        return mask;
+        return nullptr;
     FT_Face const face = font.At(emSize);
     // Light hinting moves outlines up and down only: stems keep their place and width, bars and heights get crisp.
     if (FT_Load_Glyph(face, glyph, FT_LOAD_TARGET_LIGHT | FT_LOAD_NO_BITMAP) != 0)
-        return mask;
+        return nullptr;
     FT_GlyphSlot const slot = face->glyph;
     if (slot->format != FT_GLYPH_FORMAT_OUTLINE)
-        return mask;
+        return nullptr;
     if (font.File().embolden)
         FT_Outline_EmboldenXY(&slot->outline, emSize * 64 / 24, 0);
     if (font.File().slant) {
         FT_Matrix const slope { 0x10000, kSlope, 0, 0x10000 };
         FT_Outline_Transform(&slot->outline, &slope);
     }
-    if (FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != 0)
+    return slot;
+}
+
+GlyphMask RenderGlyph(FontFace& font, int emSize, std::uint32_t glyph)
+{
+    GlyphMask mask;
+    FT_GlyphSlot const slot = LoadOutline(font, emSize, glyph);
+    if (!slot || FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != 0)
         return mask;
     FT_Bitmap const& bitmap = slot->bitmap;
     mask.left = slot->bitmap_left;
@@ -50,15 +61,49 @@ GlyphMask RenderGlyph(FontFace& font, int emSize, std::uint32_t glyph)
     return mask;
 }
 
+/// The pixels that a glyph touches, relative to its origin, y down.
+CRect GlyphBox(FT_GlyphSlot slot)
+{
+    FT_BBox box;
+    FT_Outline_Get_CBox(&slot->outline, &box);
+    auto const pixels = [](FT_Pos position) { return ClampCoordinate(FloorDivide(position, 64)); };
+    return { pixels(box.xMin), pixels(-box.yMax), -pixels(-box.xMax), -pixels(box.yMin) };
+}
+
+/// As RenderGlyph, of the part that is visible.
+GlyphMask RenderPart(FontFace& font, int emSize, std::uint32_t glyph, CRect const& visible)
+{
+    GlyphMask mask;
+    FT_GlyphSlot const slot = LoadOutline(font, emSize, glyph);
+    CRect part;
+    if (!slot || !part.IntersectRect(GlyphBox(slot), visible))
+        return mask;
+    mask = { part.left, part.top, part.Width(), part.Height(), {} };
+    mask.coverage.resize(static_cast<std::size_t>(mask.width) * static_cast<std::size_t>(mask.height));
+    FT_Outline_Translate(&slot->outline, -64L * part.left, 64L * part.bottom);
+    FT_Bitmap bitmap {};
+    bitmap.width = static_cast<unsigned>(mask.width);
+    bitmap.rows = static_cast<unsigned>(mask.height);
+    bitmap.pitch = mask.width;
+    bitmap.buffer = mask.coverage.data();
+    bitmap.num_grays = 256;
+    bitmap.pixel_mode = FT_PIXEL_MODE_GRAY;
+    // What cannot be drawn stays empty.
+    FT_Outline_Get_Bitmap(slot->library, &slot->outline, &bitmap);
+    return mask;
+}
+
 /// The mask of a text that is not turned: its box, then the glyphs and lines laid into it.
 class MaskBuilder {
 public:
+    explicit MaskBuilder(CRect const& visible)
+    {
+        m_limits.IntersectRect(visible, { -0x1000, -0x1000, 0x7FFF, 0x1000 });
+    }
     void Include(CRect const& box)
     {
-        // Beyond these nothing can be on a picture; they keep the size of a mask in bounds.
-        static constexpr CRect kLimits { -0x1000, -0x1000, 0x7FFF, 0x1000 };
         CRect kept;
-        if (!kept.IntersectRect(box, kLimits))
+        if (!kept.IntersectRect(box, m_limits))
             return;
         m_box = m_box.IsRectEmpty() ? kept
                                     : CRect(std::min(m_box.left, kept.left), std::min(m_box.top, kept.top),
@@ -68,8 +113,11 @@ public:
     {
         m_coverage.assign(static_cast<std::size_t>(m_box.Width()) * static_cast<std::size_t>(m_box.Height()), 0);
     }
-    void AddGlyph(GlyphMask const& glyph, CPoint at)
+    /// What has been allocated, relative to an origin.
+    CRect BoxFrom(CPoint origin) const { return MoveRect(m_box, CPoint() - origin); }
+    void AddGlyph(GlyphMask const& glyph, CPoint origin)
     {
+        CPoint const at = origin + CPoint(glyph.left, glyph.top);
         CRect common;
         if (!common.IntersectRect(m_box, CRect(at, CSize(glyph.width, glyph.height))))
             return;
@@ -114,32 +162,45 @@ private:
     {
         return static_cast<std::size_t>(row) * static_cast<std::size_t>(width);
     }
+    /// They keep the size of a mask in bounds.
+    CRect m_limits;
     CRect m_box;
     std::vector<std::uint8_t> m_coverage;
 };
 
-std::shared_ptr<TextMask const> RenderMask(LOGFONT const& font, LogicalFont& logical, std::u16string_view text)
+/// The part of a text that is visible; the rectangle is that of the text before it is turned.
+std::shared_ptr<TextMask const> RenderMask(
+    LOGFONT const& font, LogicalFont const& logical, ShapedText const& shaped, CRect const& visible)
 {
-    ShapedText const shaped = Shape(logical, text);
     auto const lines = TextLines(font, logical);
-    MaskBuilder builder;
+    MaskBuilder builder(visible);
     auto const forEachGlyph = [&](auto&& visit) {
-        for (GlyphRun const& run : shaped.runs) {
-            for (PlacedGlyph const& placed : run.glyphs) {
-                if (placed.missing)
-                    continue;
-                GlyphMask const& mask = run.font->Mask(placed.index);
-                visit(mask, CPoint(placed.x + mask.left, logical.Metrics().tmAscent + placed.y + mask.top));
-            }
+        for (GlyphRun const& run : shaped.runs)
+            for (PlacedGlyph const& placed : run.glyphs)
+                if (!placed.missing)
+                    visit(*run.font, placed.index, CPoint(placed.x, logical.Metrics().tmAscent + placed.y));
+    };
+    auto const includeGlyph = [&builder](ScaledFont& scaled, std::uint32_t glyph, CPoint origin) {
+        if (scaled.EmSize() <= kLargestKept) {
+            GlyphMask const& mask = scaled.Mask(glyph);
+            builder.Include({ origin + CPoint(mask.left, mask.top), CSize(mask.width, mask.height) });
+        } else if (FT_GlyphSlot const slot = LoadOutline(scaled.Face(), scaled.EmSize(), glyph)) {
+            builder.Include(MoveRect(GlyphBox(slot), origin));
         }
+    };
+    auto const addGlyph = [&builder](ScaledFont& scaled, std::uint32_t glyph, CPoint origin) {
+        if (scaled.EmSize() <= kLargestKept)
+            builder.AddGlyph(scaled.Mask(glyph), origin);
+        else
+            builder.AddGlyph(RenderPart(scaled.Face(), scaled.EmSize(), glyph, builder.BoxFrom(origin)), origin);
     };
     auto const lineRect
         = [&](TextLine const& line) { return CRect(0, line.top, shaped.width, line.top + line.thickness); };
-    forEachGlyph([&](GlyphMask const& mask, CPoint at) { builder.Include(CRect(at, CSize(mask.width, mask.height))); });
+    forEachGlyph(includeGlyph);
     for (TextLine const& line : lines)
         builder.Include(lineRect(line));
     builder.Allocate();
-    forEachGlyph([&](GlyphMask const& mask, CPoint at) { builder.AddGlyph(mask, at); });
+    forEachGlyph(addGlyph);
     for (TextLine const& line : lines)
         builder.AddRect(lineRect(line));
     return builder.Finish(IsVertical(font));
@@ -148,10 +209,11 @@ std::shared_ptr<TextMask const> RenderMask(LOGFONT const& font, LogicalFont& log
 /// Masks of whole texts, as many as memory of a sensible size holds.
 class MaskCache {
 public:
-    std::shared_ptr<TextMask const> Find(LOGFONT const& font, std::u16string_view text)
+    std::shared_ptr<TextMask const> Find(LOGFONT const& font, std::u16string_view text, CRect const& visible)
     {
         static constexpr std::size_t kMostEntries = 8192;
         static constexpr std::size_t kMostBytes = 8 * 1024 * 1024;
+        static constexpr long long kMostKept = kMostBytes / 4;
         // A copy: the font must outlive the cache being dropped.
         std::shared_ptr<LogicalFont> const logical = FindFont(font);
         unsigned const look
@@ -159,9 +221,13 @@ public:
         Key const key { logical.get(), look, std::u16string(text) };
         if (auto const known = m_masks.find(key); known != m_masks.end())
             return known->second.mask;
-        auto mask = RenderMask(font, *logical, text);
+        ShapedText const shaped = Shape(*logical, text);
+        bool const isLarge = static_cast<long long>(shaped.width) * logical->Metrics().tmHeight > kMostKept;
+        if (isLarge && IsVertical(font))
+            return RenderMask(font, *logical, shaped, { -visible.bottom, visible.left, -visible.top, visible.right });
+        auto mask = RenderMask(font, *logical, shaped, isLarge ? visible : kTextLimits);
         std::size_t const bytes = mask->coverage.size() + text.size() * sizeof(char16_t);
-        if (bytes > kMostBytes / 4)
+        if (isLarge || bytes > kMostKept)
             return mask;
         if (m_masks.size() >= kMostEntries || m_bytes + bytes > kMostBytes) {
             m_masks.clear();
@@ -226,10 +292,10 @@ std::vector<TextLine> TextLines(LOGFONT const& font, LogicalFont const& logical)
 
 } // namespace text
 
-std::shared_ptr<TextMask const> RenderText(LOGFONT const& font, CString const& text)
+std::shared_ptr<TextMask const> RenderText(LOGFONT const& font, CString const& text, CRect const& visible)
 {
     static text::MaskCache masks;
-    return masks.Find(font, text.View());
+    return masks.Find(font, text.View(), visible);
 }
 
 } // namespace ombrel

@@ -2,6 +2,7 @@
 #include "ombrel/platform/gdi/Surface.h"
 
 #include <span>
+#include <vector>
 
 namespace ombrel {
 
@@ -23,6 +24,12 @@ public:
     void DrawCurve(VectorPen const& pen, std::span<CPoint const> points);
     /// Separate figures, each starting the dash pattern again.
     void DrawPath(VectorPen const& pen, Figures const& figures);
+    /// The whole outline of an ellipse that spans the columns left … right and the rows top … bottom: a curve for that
+    /// pen, clockwise from its rightmost point and back, so that dashes run on. Empty when the box is.
+    ///
+    /// On a bitmap a thin pen gets the pixels of the outline one by one. Elsewhere the curve lies within half a
+    /// pixel of the ellipse.
+    std::vector<CPoint> EllipsePoints(VectorPen const& pen, CRect const& box) const;
     void FillRegion(VectorBrush const& brush, Region const& region);
     void FillPolygon(VectorBrush const& brush, std::span<CPoint const> points);
     /// Pixels whose whole coordinates lie in [x, x + w) × [y, y + h).

@@ -1,7 +1,9 @@
 #include "ombrel/platform/gdi/PageSurface.h"
 
+#include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/TextEngine.h"
 
+#include <array>
 #include <cmath>
 #include <functional>
 #include <gmock/gmock.h>
@@ -268,6 +270,35 @@ TEST(PageSurface, WhatLiesOutsideIsLeftOut)
         page.FillRect({ -90, -90, -5, -5 }, 0, {});
     });
     EXPECT_EQ(svg, MakeSvg([](Surface&) {}));
+}
+
+TEST(PageSurface, SvgRefersToMarksThatAreRepeated)
+{
+    auto const marks = [](std::vector<CPoint> const& points, bool filled) {
+        auto const page = std::shared_ptr<PageSurface>(MakePageSurface({ PageFormat::Svg, 297.0, 210.0, "", "", 0 }));
+        CDC dc(page);
+        dc.Repeat(
+            [filled](CDC& once) {
+                if (filled)
+                    once.FillSolidRect({ -8, -8, 8, 8 }, RGB(255, 0, 0));
+                once.Polyline(std::array { CPoint(-8, -8), CPoint(8, 8) });
+            },
+            points);
+        return page->Finish();
+    };
+    // The last of equal points is kept, what lies off the page is not.
+    std::string const svg = marks({ { 10, 20 }, { 30, 40 }, { 10, 20 }, { -90, 7 }, { -7, 0 } }, true);
+    EXPECT_THAT(svg, HasSubstr("<g id=\"m1\">\n<path fill=\"#f00\" class=\"f\" d=\"m-8-8h16v16h-16z\"/>"));
+    EXPECT_THAT(svg,
+        HasSubstr("<use xlink:href=\"#m1\" x=\"30\" y=\"40\"/>\n<use xlink:href=\"#m1\" x=\"10\" y=\"20\"/>\n"
+                  "<use xlink:href=\"#m1\" x=\"-7\" y=\"0\"/>\n</g>"));
+    EXPECT_EQ(Count(svg, "<use"), 3U);
+    // Lines alone make one path, but not an endless one.
+    EXPECT_THAT(marks({ { 10, 20 }, { 30, 40 } }, false), HasSubstr(" d=\"m2.5 12.5 16 16m4 4 16 16\""));
+    std::vector<CPoint> many;
+    for (int i = 0; i < 1000; ++i)
+        many.push_back({ 7 * (i % 900), 3 * i });
+    EXPECT_EQ(Count(marks(many, false), "<path"), 4U);
 }
 
 TEST(PageSurface, MaskedPicturesLeaveOutWhatChangesNothing)

@@ -2,6 +2,7 @@
 #include "ombrel/platform/gdi/TextEngine.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace ombrel {
@@ -135,6 +136,32 @@ TEST(Text, UnusualTextsAndSizesAreLimited)
     auto const cut = RenderText(MakeFont(2000), CString(u'W', 1000));
     EXPECT_LE(cut->width, 0x10000);
     EXPECT_EQ(cut->coverage.size(), static_cast<std::size_t>(cut->width) * static_cast<std::size_t>(cut->height));
+}
+
+TEST(Text, LargeTextIsDrawnAsFarAsItIsSeen)
+{
+    LOGFONT font = MakeFont(1800, 400, true);
+    font.lfUnderline = 1;
+    for (LONG const escapement : { 0, 900 }) {
+        font.lfEscapement = escapement;
+        auto const whole = RenderText(font, "Wg8");
+        int inked = 0;
+        for (CPoint const corner : { CPoint(900, 700), CPoint(2300, 1500), CPoint(500, -1900), CPoint(1500, -2900) }) {
+            CRect const visible(corner, CSize(170, 90));
+            auto const part = RenderText(font, "Wg8", visible);
+            CRect common;
+            common.IntersectRect({ part->offset, CSize(part->width, part->height) }, visible);
+            EXPECT_EQ(common.Size(), CSize(part->width, part->height));
+            // Where outlines are cut, their coverage may round a little differently.
+            int different = 0;
+            for (int y = visible.top; y < visible.bottom; ++y)
+                for (int x = visible.left; x < visible.right; ++x)
+                    different += std::abs(CoverageAt(*part, { x, y }) - CoverageAt(*whole, { x, y })) > 8;
+            EXPECT_EQ(different, 0) << corner.x << ',' << corner.y;
+            inked += Ink(*part) > 0;
+        }
+        EXPECT_GT(inked, 1);
+    }
 }
 
 TEST(Text, FaceNamesStandForFamiliesOfTheSameWidths)

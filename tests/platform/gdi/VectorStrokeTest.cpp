@@ -1,5 +1,6 @@
 #include "tests/platform/gdi/Picture.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -65,6 +66,40 @@ TEST(VectorLine, WideLinesHaveFlatEnds)
         "..........\n..########\n..########\n..########\n.......###\n.......###\n..........\n");
     EXPECT_EQ(Drawn(10, 7, Pen(2), { { 8, 6 }, { 8, 2 }, { 2, 2 } }),
         "..........\n..#######.\n..#######.\n.......##.\n.......##.\n.......##.\n..........\n");
+}
+
+TEST(VectorEllipse, StaysOnTheEllipseAndSpansItsBox)
+{
+    struct {
+        CSize size;
+        double width;
+        double tolerance;
+    } const cases[] = { { { 9, 8 }, 1, 1.0 }, { { 500, 301 }, 1, 1.0 }, { { 6, 7 }, 3, 0.6 },
+        { { 2811, 2811 }, 6, 0.35 }, { { 31000, 700 }, 1, 0.5 } };
+    Picture picture(1, 1);
+    for (auto const& c : cases) {
+        CRect const box(CPoint(-20, 30), c.size);
+        Points const curve = VectorGraphics(picture.DC()).EllipsePoints(Pen(c.width), box);
+        ASSERT_GT(curve.size(), 8U);
+        EXPECT_EQ(curve.front(), curve.back());
+        EXPECT_EQ(curve.front().x, box.right);
+        CRect bounds(curve[0], CSize());
+        double const a = c.size.cx / 2.0;
+        double const b = c.size.cy / 2.0;
+        for (std::size_t i = 1; i < curve.size(); ++i) {
+            bounds.SetRect(std::min(bounds.left, curve[i].x), std::min(bounds.top, curve[i].y),
+                std::max(bounds.right, curve[i].x), std::max(bounds.bottom, curve[i].y));
+            // The distance of a segment's middle from the ellipse, to first order.
+            double const x = (curve[i].x + curve[i - 1].x) / 2.0 - (box.left + a);
+            double const y = (curve[i].y + curve[i - 1].y) / 2.0 - (box.top + b);
+            double const level = std::hypot(x / a, y / b);
+            EXPECT_NEAR((level - 1.0) * level / std::hypot(x / (a * a), y / (b * b)), 0.0, c.tolerance)
+                << c.size.cx << " at " << x << ", " << y;
+            EXPECT_GE(x * (curve[i].y - curve[i - 1].y) - y * (curve[i].x - curve[i - 1].x), 0.0) << "clockwise";
+        }
+        EXPECT_EQ(bounds, box);
+    }
+    EXPECT_TRUE(VectorGraphics(picture.DC()).EllipsePoints(Pen(1), { 5, 5, 5, 9 }).empty());
 }
 
 TEST(VectorDashes, StartAtTheFirstPointAndRunOnOverVertices)
