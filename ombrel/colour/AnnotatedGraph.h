@@ -16,9 +16,6 @@ public:
     CCaption* AddCaption(CPoint at) override;
     void ClearCaptions() override;
 
-    /// The device rectangle that annotation keeps its place in.
-    virtual CRect GetAnnotationRect() const { return GetGraphRect(); }
-
 protected:
     /// Add the component, empty and switched off, when the graph has none yet.
     void CreateLegend();

@@ -1,8 +1,12 @@
 #pragma once
 #include "ombrel/foundation/FontData.h"
 #include "ombrel/foundation/RealTypes.h"
+#include "ombrel/model/AnnotationFrame.h"
 #include "ombrel/model/GraphComponent.h"
 #include "ombrel/platform/framework/Geometry.h"
+#include "ombrel/platform/gdi/GdiObjects.h"
+
+#include <optional>
 
 namespace ombrel {
 
@@ -29,6 +33,9 @@ public:
     CRect GetRect() const { return m_rect; }
     /// Moves the box. Only the top-left corner counts, and the next draw takes the box's fractions from it.
     virtual void SetRect(CRect const& rect);
+    /// The size that the next draw on a context like this one gives the box: for placing it in a graph that is laid out
+    /// already. Outside a graph, as boxes are made, that of the rectangle.
+    virtual CSize Measure(CDC*) { return m_rect.Size(); }
 
     CFontData const& GetFont() const { return m_font; }
     void SetFont(CFontData const& font) { Change(m_font, font); }
@@ -54,6 +61,25 @@ protected:
     /// The rectangle as an archive field; on loading it is limited to where pixels can be.
     void SerializeRect(ArchiveFields& fields);
 
+    using Frame = std::optional<AnnotationFrame>;
+    /// The graph's answer; none outside a graph.
+    Frame GetFrame(AnnotationKind kind, CRect const& window) const;
+    /// The corner from the fractions, and the fractions from the corner; without a frame both stay.
+    void UpdateRect(Frame const& frame);
+    void UpdateNormalisedPosition(Frame const& frame);
+    /// What led when the rectangle and the fractions were brought into step.
+    enum class Leader { FirstRect, MovedRect, KeptRect, Fractions };
+    /// Brings both into step at the start of a draw.
+    Leader Place(Frame const& frame);
+    /// Keeps the corner where pixels can be and gives the box its size.
+    void SetSize(long long width, long long height);
+    CFont MakeFont() const;
+    void FillBackground(CDC& dc) const;
+    /// Selects the colour, corner alignment and transparent background that the box's text is drawn with.
+    void SelectTextStyle(CDC& dc) const;
+    /// When the frame is on.
+    void DrawBorder(CDC& dc) const;
+
     int m_created = 0;
     int m_on = 0;
     /// 0 until the first draw after Create has worked out the fractions.
@@ -69,6 +95,20 @@ protected:
     COLORREF m_backgroundColour = kWhite;
     COLORREF m_borderColour = kBlack;
     int m_boundingRectOn = 1;
+    /// Pixels; 0 until a draw has worked it out.
+    int m_fontHeight = 0;
 };
+
+/// The height of annotation's text, at least 1 pixel.
+struct AnnotationTextHeight {
+    int pixels = 1;
+    /// Whether it would have been more than 4 mm.
+    bool isLimited = false;
+};
+
+/// By the frame's rule, measured on its printer, or without one on the context.
+AnnotationTextHeight GetAnnotationTextHeight(CDC& dc, AnnotationFrame const& frame);
+/// The height, made smaller when a picture is printed.
+int ReduceForPrinter(int pixels, AnnotationFrame const& frame);
 
 } // namespace ombrel

@@ -1,5 +1,6 @@
 #pragma once
-#include "ombrel/model/GraphComponent.h"
+#include "ombrel/drawing/Port.h"
+#include "ombrel/model/Graph.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 #include <memory>
@@ -25,6 +26,18 @@ public:
         f.Version(1);
         f.Owned(m_items);
     }
+    /// Everything in order. In a graph that clips its plots to a rectangle the port clips to it meanwhile: what is
+    /// drawn past the port, as the boxes of annotation are, may lie outside.
+    void Draw(CPort* port) override
+    {
+        CRect clip;
+        if (GetGraph() && GetGraph()->GetPlotClipRect(clip))
+            port->SetClipRect(&clip);
+        for (T* item : m_items)
+            item->Draw(port);
+        port->SetClipRect(nullptr);
+    }
+    using CGraphComponent::Draw;
     /// The graph of the array and of everything in it.
     void SetGraph(CGraph* graph) override
     {

@@ -1,5 +1,9 @@
 #include "ombrel/colour/Caption.h"
+#include "ombrel/drawing/Port.h"
+#include "ombrel/model/Graph.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
+#include "ombrel/platform/gdi/Coordinates.h"
+#include "ombrel/platform/gdi/DC.h"
 
 #include <string_view>
 
@@ -11,6 +15,7 @@ namespace {
 
 /// Far outside every graph: says that the caption has no fractions yet.
 constexpr double kNoPosition = -100.0;
+constexpr double kFarthestPosition = -99.0;
 constexpr std::size_t kLongestLine = 255;
 
 /// How many units of a line that is too long go into its first part.
@@ -86,6 +91,9 @@ void CCaption::Create(CRealPoint const& normalisedPosition)
 void CCaption::SetRect(CRect const& rect)
 {
     CAnnotation::SetRect(rect);
+    // The first draw would prefer fractions, which are older now.
+    if (!m_positioned)
+        m_normalisedPosition.Set(kNoPosition, kNoPosition);
     SetModified(1);
 }
 
@@ -93,6 +101,72 @@ int CCaption::MakeLines()
 {
     m_lines = SplitCaptionLines(m_text);
     return m_lines.GetSize();
+}
+
+void CCaption::UpdateFontHeight(CDC& dc, Frame const& frame)
+{
+    if (frame)
+        m_fontHeight = ReduceForPrinter(GetAnnotationTextHeight(dc, *frame).pixels, *frame);
+}
+
+CCaption::TextBlock CCaption::MeasureLines(CDC const& dc)
+{
+    long long const count = MakeLines();
+    CSize longest;
+    for (CString const& line : m_lines) {
+        CSize const extent = dc.GetTextExtent(line);
+        if (extent.cx > longest.cx)
+            longest = extent;
+    }
+    TextBlock block;
+    block.lineHeight = longest.cy;
+    block.size = CSize(longest.cx, ClampCoordinate(count * longest.cy));
+    block.margin = block.size.cy / 6;
+    return block;
+}
+
+CSize CCaption::Measure(CDC* dc)
+{
+    if (!GetGraph())
+        return CAnnotation::Measure(dc);
+    UpdateFontHeight(*dc, GetFrame(AnnotationKind::Caption, GetGraph()->GetWindowRect()));
+    SavedDC const saved(*dc);
+    CFont font = MakeFont();
+    dc->SelectObject(&font);
+    TextBlock const text = MeasureLines(*dc);
+    return { text.size.cx + 2 * text.margin, text.size.cy + 2 * text.margin };
+}
+
+void CCaption::Draw(CPort* port)
+{
+    if (!m_on || m_text.IsEmpty())
+        return;
+    CDC& dc = *port->GetDC();
+    Frame const frame = GetFrame(AnnotationKind::Caption, port->GetWindowRect());
+    if (!m_positioned && m_normalisedPosition.x > kFarthestPosition)
+        UpdateRect(frame);
+    Leader const leader = Place(frame);
+    // A caption that was moved keeps its size until the graph's is looked at again.
+    if (leader == Leader::FirstRect || leader == Leader::Fractions || m_fontHeight == 0)
+        UpdateFontHeight(dc, frame);
+    SavedDC const saved(dc);
+    CFont font = MakeFont();
+    dc.SelectObject(&font);
+    TextBlock const text = MeasureLines(dc);
+    SetSize(text.size.cx + 2LL * text.margin, text.size.cy + 2LL * text.margin);
+    if (!m_transparentBackground)
+        FillBackground(dc);
+    SelectTextStyle(dc);
+    CRect const visible = dc.GetClipBox();
+    long long top = static_cast<long long>(m_rect.top) + text.margin;
+    for (CString const& line : m_lines) {
+        int const y = ClampCoordinate(top);
+        top += text.lineHeight;
+        // Glyphs may reach a little over their line.
+        if (y - text.lineHeight <= visible.bottom && y + 2 * text.lineHeight >= visible.top)
+            dc.TextOut(m_rect.left + text.margin, y, line);
+    }
+    DrawBorder(dc);
 }
 
 } // namespace ombrel

@@ -19,9 +19,14 @@ public:
     CCaption();
     CCaption(CGraph* graph, CString const& text, TitleType type);
     void Serialize(CArchive& ar) override;
+    /// Follows the graph's size and draws; without text it does nothing. Lines outside the context's clip are left out.
+    void Draw(CPort* port) override;
+    using CGraphComponent::Draw;
+    CSize Measure(CDC* dc) override;
 
     using CAnnotation::Create;
-    /// Switches the caption on, with its corner at fractions of the reference rectangle: (0.5, 0.5) is its centre.
+    /// Switches the caption on, with its corner at fractions of the graph's reference rectangle (in 2D graphs that of
+    /// the axes): (0.5, 0.5) is its centre.
     void Create(CRealPoint const& normalisedPosition);
     void SetRect(CRect const& rect) override;
     void SetOn(int on) { Change(m_on, on); }
@@ -38,6 +43,17 @@ protected:
     int MakeLines();
 
 private:
+    /// The lines as they come out in the caption's font; pixels.
+    struct TextBlock {
+        int lineHeight = 0;
+        CSize size;
+        /// On all sides.
+        int margin = 0;
+    };
+    void UpdateFontHeight(CDC& dc, Frame const& frame);
+    /// Makes the lines and measures them in the context's font.
+    TextBlock MeasureLines(CDC const& dc);
+
     int m_transparentBackground = 0;
     CString m_text;
     TitleType m_titleType = ctNone;

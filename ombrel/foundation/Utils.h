@@ -114,6 +114,14 @@ public:
     static void RGBToHSL(BYTE r, BYTE g, BYTE b, BYTE& h, BYTE& s, BYTE& l);
     static void HSLToRGB(BYTE h, BYTE s, BYTE l, BYTE& r, BYTE& g, BYTE& b);
 
+    // Tables of a spectrum from blue to red: lut points at three arrays of at least 1000 doubles, owned by the caller,
+    // for red, green and blue, each 0 … 1
+
+    static void MakeSpectrumLUT(double** lut);
+    /// In bands of one colour each, at least 2. They are equally wide, unless useFirstWidth is not 0: then firstWidth
+    /// is the fraction of the table that the first one takes (limited to 0 … 1), and the others share the rest.
+    static void MakeSharpSpectrumLUT(double** lut, int steps, int useFirstWidth, double firstWidth);
+
     // Geometry
 
     /// Between z0 at (0, 0), z1 at (1, 0), z2 at (1, 1) and z3 at (0, 1).

@@ -1,10 +1,12 @@
 #pragma once
 #include "ombrel/drawing/DIB.h"
 #include "ombrel/foundation/RealTypes.h"
+#include "ombrel/model/AnnotationFrame.h"
 #include "ombrel/model/PlotArray.h"
 #include "ombrel/platform/framework/DateTime.h"
 
 #include <memory>
+#include <optional>
 
 namespace ombrel {
 
@@ -57,6 +59,12 @@ public:
     virtual bool GetPlotClipRect(CRect&) const { return false; }
     /// Switches the clip planes of a 3D graph.
     virtual void SwitchClipping(bool) { }
+    /// How annotation of a kind follows the graph in a drawing of that window; without an answer it stays where it is,
+    /// at the size it has.
+    virtual std::optional<AnnotationFrame> GetAnnotationFrame(AnnotationKind, CRect const& /*window*/) const
+    {
+        return {};
+    }
     /// The annotation that the graph has: null unless a derived graph brings it.
     virtual CGraphComponent* GetCaptionArray() const { return nullptr; }
     virtual CGraphComponent* GetColourKeyArray() const { return nullptr; }

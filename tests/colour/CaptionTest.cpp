@@ -1,0 +1,163 @@
+#include "tests/colour/AnnotationFixture.h"
+
+#include <gtest/gtest.h>
+
+namespace ombrel {
+namespace {
+
+using test::FramedGraph;
+using test::Recorder;
+using Kind = RecordedPrimitive::Kind;
+
+TEST(CaptionLines, AreCutAtLineFeedsWithoutEmptyOnesAtTheEnd)
+{
+    struct {
+        char const* text;
+        CStringArray lines;
+    } const cases[] = {
+        { "", {} },
+        { "one", { "one" } },
+        { "Hello\r\nWorld\n\n", { "Hello", "World" } },
+        { "\n\nlow", { "", "", "low" } },
+        { "a\n\nb", { "a", "", "b" } },
+        { "\r\n\n\r", {} },
+        { "a\rb", { "ab" } },
+    };
+    for (auto const& c : cases)
+        EXPECT_EQ(SplitCaptionLines(c.text), c.lines) << c.text;
+}
+
+TEST(CaptionLines, LoseNothingOfALineThatIsTooLong)
+{
+    std::u16string const words = std::u16string(250, u'w') + u" next " + std::u16string(400, u'x');
+    std::u16string const pairs = u"a" + [] {
+        std::u16string text;
+        for (int i = 0; i < 200; ++i)
+            text += u"\U0001F600";
+        return text;
+    }();
+    for (std::u16string const& text : { words, pairs, std::u16string(255, u'y'), std::u16string(511, u'z') }) {
+        std::u16string joined;
+        for (CString const& line : SplitCaptionLines(CString(std::u16string_view(text)))) {
+            EXPECT_LE(line.GetLength(), 255);
+            EXPECT_FALSE(line[0] >= 0xDC00 && line[0] <= 0xDFFF) << "a line begins inside a pair";
+            joined += line.View();
+        }
+        EXPECT_EQ(joined, text);
+    }
+    EXPECT_EQ(SplitCaptionLines(CString(std::u16string_view(words)))[0].GetLength(), 251) << "cut after the blank";
+}
+
+TEST(Caption, FrameItsLinesWithASixthOfTheirHeightAround)
+{
+    FramedGraph graph;
+    graph.SetFrame({ 0, 0, 900, 900 });
+    CCaption& caption = *graph.AddCaption({ 100, 50 });
+    caption.SetText("short\r\n\nthe longest of all\n\n");
+    Recorder recorder;
+    auto const texts = recorder.Draw(caption, Kind::Text);
+    ASSERT_EQ(texts.size(), 2u) << "the empty line draws nothing";
+    // Cells of 15 pixels, three lines, a margin of 45 / 6.
+    EXPECT_EQ(texts[0].points[0], CPoint(107, 57));
+    EXPECT_EQ(texts[1].points[0], CPoint(107, 57 + 2 * 15));
+    EXPECT_EQ(caption.GetRect().Size(), caption.Measure(&recorder.Dc()));
+    EXPECT_EQ(caption.GetRect().Height(), 45 + 2 * 7);
+    EXPECT_EQ(recorder.Draw(caption, Kind::FillRect)[0].rect, caption.GetRect());
+    EXPECT_FALSE(recorder.Draw(caption, Kind::Polyline).empty());
+    caption.SetTransparentBkgnd(1);
+    caption.SetBoundingRectOn(0);
+    EXPECT_EQ(recorder.Draw(caption).size(), 2u) << "just the texts";
+}
+
+TEST(Caption, StaysUntouchedWhileItIsOffOrEmpty)
+{
+    FramedGraph graph;
+    graph.SetFrame({ 0, 0, 900, 900 });
+    CCaption& caption = *graph.AddCaption({ 100, 50 });
+    Recorder recorder;
+    caption.SetOn(0);
+    EXPECT_TRUE(recorder.Draw(caption).empty());
+    caption.SetOn(1);
+    caption.SetText("");
+    EXPECT_TRUE(recorder.Draw(caption).empty());
+    EXPECT_EQ(caption.GetRect(), CRect(100, 50, 100, 50));
+    caption.SetText("\n\n");
+    recorder.Draw(caption);
+    EXPECT_EQ(caption.GetRect(), CRect(100, 50, 100, 50)) << "nothing but line feeds";
+}
+
+TEST(Caption, TakesTheCornerOrTheFractionsThatWereSetLast)
+{
+    FramedGraph graph;
+    graph.SetFrame({ 100, 100, 500, 300 });
+    Recorder recorder;
+    CCaption& caption = *graph.AddCaption({ 7, 8 });
+    auto const corner = [&] {
+        recorder.Draw(caption);
+        return caption.GetRect().TopLeft();
+    };
+    caption.Create(CRealPoint(0.5, 0.5));
+    EXPECT_EQ(corner(), CPoint(300, 200)) << "the centre";
+    caption.Create(CPoint(30, 40));
+    EXPECT_EQ(corner(), CPoint(30, 40));
+    caption.Create(CRealPoint(0.25, 0.25));
+    caption.SetRect({ 50, 60, 0, 0 });
+    EXPECT_EQ(corner(), CPoint(50, 60));
+}
+
+/// The legend or a caption: both keep their place in the same way.
+class AnnotationPlace : public testing::TestWithParam<bool> {
+protected:
+    AnnotationPlace()
+        : m_box(GetParam() ? static_cast<CAnnotation&>(*m_graph.GetLegend()) : *m_graph.AddCaption({ 0, 0 }))
+    {
+        m_graph.List("curve");
+    }
+    CRect DrawIn(CRect const& frame)
+    {
+        m_graph.SetFrame(frame);
+        m_recorder.Draw(m_box);
+        return m_box.GetRect();
+    }
+
+    FramedGraph m_graph;
+    Recorder m_recorder;
+    CAnnotation& m_box;
+};
+
+INSTANTIATE_TEST_SUITE_P(OfBoth, AnnotationPlace, testing::Bool());
+
+TEST_P(AnnotationPlace, FollowsTheGraphUntilItIsMovedOrTheHintKeepsIt)
+{
+    CRect const small(100, 100, 300, 200);
+    CRect const large(0, 0, 400, 400);
+    m_box.Create(CPoint(150, 125));
+    CRect const drawn = DrawIn(small);
+    EXPECT_EQ(drawn.TopLeft(), CPoint(150, 125));
+    CRect const grown = DrawIn(large);
+    EXPECT_EQ(grown.TopLeft(), CPoint(100, 100)) << "a quarter of either side";
+    EXPECT_GT(grown.Height(), drawn.Height()) << "the text grows too";
+    EXPECT_EQ(DrawIn(small), drawn);
+
+    m_box.SetRect({ 200, 150, 999, 999 });
+    EXPECT_EQ(DrawIn(small), CRect(CPoint(200, 150), drawn.Size())) << "the size is the content's";
+    EXPECT_EQ(DrawIn(large).TopLeft(), CPoint(200, 200));
+
+    m_graph.SetHint(ghKeepRects);
+    CRect const kept = DrawIn(small);
+    EXPECT_EQ(kept.TopLeft(), CPoint(200, 200));
+    EXPECT_EQ(kept.Size(), grown.Size()) << "so is the text";
+    m_graph.SetHint(ghResized);
+    EXPECT_EQ(DrawIn(large).TopLeft(), CPoint(200, 400)) << "the fractions have followed the kept rectangle";
+}
+
+TEST_P(AnnotationPlace, WaitsForAReferenceThatHasASize)
+{
+    m_box.Create(CPoint(150, 125));
+    EXPECT_EQ(DrawIn({ 10, 10, 10, 90 }).TopLeft(), CPoint(150, 125));
+    EXPECT_EQ(DrawIn({ 100, 100, 300, 200 }).TopLeft(), CPoint(150, 125));
+    EXPECT_EQ(DrawIn({ 0, 0, 400, 400 }).TopLeft(), CPoint(100, 100));
+}
+
+} // namespace
+} // namespace ombrel
