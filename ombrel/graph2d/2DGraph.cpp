@@ -3,10 +3,16 @@
 #include "ombrel/colour/ColourKeyArray.h"
 #include "ombrel/colour/Legend.h"
 #include "ombrel/drawing/Port.h"
+#include "ombrel/graph2d/2DAreaPlot.h"
+#include "ombrel/graph2d/2DBarPlot.h"
+#include "ombrel/graph2d/2DClusteredBarPlot.h"
+#include "ombrel/graph2d/2DErrorBarPlot.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DLinePlot.h"
 #include "ombrel/graph2d/2DLineSeriesPlot.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/2DStackedBarPlot.h"
+#include "ombrel/graph2d/2DTextPlot.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 #include "ombrel/prefs/Preferences.h"
@@ -97,6 +103,24 @@ CPlot* C2DGraph::AddPlot(ItemType type)
         break;
     case it2DLineSeriesPlot:
         plot = std::make_unique<C2DLineSeriesPlot>(this);
+        break;
+    case it2DAreaPlot:
+        plot = std::make_unique<C2DAreaPlot>(this);
+        break;
+    case it2DTextPlot:
+        plot = std::make_unique<C2DTextPlot>(this);
+        break;
+    case it2DErrorBarPlot:
+        plot = std::make_unique<C2DErrorBarPlot>(this);
+        break;
+    case it2DBarPlot:
+        plot = std::make_unique<C2DBarPlot>(this);
+        break;
+    case it2DClusteredBarPlot:
+        plot = std::make_unique<C2DClusteredBarPlot>(this);
+        break;
+    case it2DStackedBarPlot:
+        plot = std::make_unique<C2DStackedBarPlot>(this);
         break;
     default:
         return nullptr;
@@ -199,6 +223,20 @@ bool C2DGraph::GetPlotClipRect(CRect& clip) const
 {
     clip = GetClipRect();
     return true;
+}
+
+std::optional<AnnotationFrame> C2DGraph::GetAnnotationFrame(AnnotationKind kind, CRect const& window) const
+{
+    AnnotationFrame frame;
+    if (kind == AnnotationKind::ColourKey) {
+        frame.reference = GetGraphRect();
+        frame.textArea = window;
+        frame.textRule = AnnotationFrame::TextRule::Picture;
+    } else {
+        frame.reference = m_axesRect;
+        frame.textArea = m_axesRect;
+    }
+    return frame;
 }
 
 CPoint C2DGraph::UnitsToWindow(CRealPoint const& p) const

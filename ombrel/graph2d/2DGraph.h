@@ -40,13 +40,14 @@ public:
     CPlot* AddPlot(ItemType type) override;
     /// The plotting area on the device.
     bool GetPlotClipRect(CRect& clip) const override;
+    /// The legend and captions follow the axes' rectangle, colour keys the graph's.
+    std::optional<AnnotationFrame> GetAnnotationFrame(AnnotationKind kind, CRect const& window) const override;
 
     /// Null in a graph without components.
     CAxes* GetAxes() const { return m_axes; }
     C2DGrid* GetGrid() const { return m_grid; }
     C2DPolarGrid* GetPolarGrid() const { return m_polarGrid; }
     CRect GetAxesRect() const { return m_axesRect; }
-    CRect GetAnnotationRect() const override { return m_axesRect; }
     /// The finished picture of the last off-screen draw.
     CDIB& GetDisplayDIB();
     unsigned long GetBkndColour() const { return m_graphBackground; }
@@ -79,6 +80,9 @@ public:
     void UpdateUnitsRect();
     /// Gives the graph this rectangle and shrinks the axes in it until their labels fit.
     void SetGraphSize(CRect const& rect);
+    /// Works out where everything lies in a draw of that window on a context like this one, without drawing: for hosts
+    /// that place annotation by GetAxesRect and CAnnotation::Measure. Does nothing where Draw does nothing.
+    void LayOut(CDC* dc, CRect const& window);
     using CGraph::SetInitialSize;
     void SetInitialSize(CDC* dc);
 

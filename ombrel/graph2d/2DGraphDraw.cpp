@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace ombrel {
 
@@ -73,6 +74,19 @@ void C2DGraph::LayOut(CDC& dc)
         UpdateGraphRect();
         SetGraphSize(m_graphRect);
     }
+}
+
+void C2DGraph::LayOut(CDC* dc, CRect const& window)
+{
+    if (IsBusy() || window.IsRectEmpty())
+        return;
+    m_windowRect = window;
+    // The picture that is kept may be of another layout.
+    m_rectModified = 1;
+    CDC* const before = std::exchange(m_dc, dc);
+    UpdateComponentParameters();
+    LayOut(*dc);
+    m_dc = before;
 }
 
 void C2DGraph::DrawBody(CDC& dc, CRect const& background, CRect const& frame)
@@ -261,8 +275,8 @@ void C2DGraph::DrawLegend(CPort* port)
 
 void C2DGraph::DrawCaptions(CPort* port)
 {
-    for (int i = 0; GetCaptionArray() && i < GetCaptionArray()->GetSize(); ++i)
-        GetCaptionArray()->GetAt(i)->Draw(port);
+    if (GetCaptionArray())
+        GetCaptionArray()->Draw(port);
 }
 
 void C2DGraph::DrawColourKeys(CPort* port)

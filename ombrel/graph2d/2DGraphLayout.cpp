@@ -3,6 +3,7 @@
 #include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/graph2d/Axes.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -18,16 +19,20 @@ public:
         , m_polarGrid(polarGrid)
     {
         m_axes.SetDrawMode(dmMeasure);
-        if (m_polarGrid)
-            m_polarGrid->SetDrawMode(dmMeasure);
         m_axes.BeginLayout();
+        if (!m_polarGrid)
+            return;
+        m_polarGrid->SetDrawMode(dmMeasure);
+        m_polarGrid->BeginLayout();
     }
     ~MeasuringScope()
     {
         m_axes.EndLayout();
         m_axes.SetDrawMode(dmDraw);
-        if (m_polarGrid)
-            m_polarGrid->SetDrawMode(dmDraw);
+        if (!m_polarGrid)
+            return;
+        m_polarGrid->EndLayout();
+        m_polarGrid->SetDrawMode(dmDraw);
     }
     MeasuringScope(MeasuringScope const&) = delete;
     MeasuringScope& operator=(MeasuringScope const&) = delete;
@@ -36,6 +41,15 @@ private:
     CAxes& m_axes;
     C2DPolarGrid* m_polarGrid;
 };
+
+/// Draws without output.
+void Measure(CGraphComponent& component, CPort& port)
+{
+    DrawMode const mode = component.GetDrawMode();
+    component.SetDrawMode(dmMeasure);
+    component.Draw(&port);
+    component.SetDrawMode(mode);
+}
 
 } // namespace
 
@@ -60,11 +74,14 @@ CRect C2DGraph::GetAxesExtent()
         return m_axesRect;
     CDC* const dc = m_dc ? m_dc : m_dib.GetDC();
     CPort port(dc, CRect({ 0, 0 }, m_windowRect.Size()), m_graphRect, m_unitsRect);
-    DrawMode const mode = m_axes->GetDrawMode();
-    m_axes->SetDrawMode(dmMeasure);
-    m_axes->Draw(&port);
-    m_axes->SetDrawMode(mode);
-    return m_axes->GetExtentRect();
+    Measure(*m_axes, port);
+    CRect const axes = m_axes->GetExtentRect();
+    if (!m_polarGrid || !m_polarGrid->IsOn())
+        return axes;
+    Measure(*m_polarGrid, port);
+    CRect const grid = m_polarGrid->GetExtentRect();
+    return { std::min(axes.left, grid.left), std::min(axes.top, grid.top), std::max(axes.right, grid.right),
+        std::max(axes.bottom, grid.bottom) };
 }
 
 void C2DGraph::SetGraphSize(CRect const& rect)

@@ -51,7 +51,7 @@ void C2DGrid::FollowAxes(CAxes const& axes)
     FollowSpacing(m_y, { axes.GetNumYMajorTicks(), axes.GetNumYMinorTicks(), axes.GetYTickMin(), axes.GetYTickDel() });
 }
 
-void C2DGrid::FollowTickMode(Direction& direction, CAxes::TickMode mode)
+void C2DGrid::FollowTickMode(GridDirection& direction, CAxes::TickMode mode)
 {
     // Without notches, or with free ones only, there is nothing to follow.
     if (mode == CAxes::tmDivisions || mode == CAxes::tmDivisionsArbitrary)
@@ -60,7 +60,7 @@ void C2DGrid::FollowTickMode(Direction& direction, CAxes::TickMode mode)
         direction.lineMode = lmStep;
 }
 
-void C2DGrid::FollowSpacing(Direction& direction, AxisSpacing const& axis)
+void C2DGrid::FollowSpacing(GridDirection& direction, AxisSpacing const& axis)
 {
     if (direction.lineMode == lmDivisions) {
         direction.majorDivisions = std::max(axis.majorTicks, std::numeric_limits<int>::min() + 1) - 1;
@@ -73,7 +73,7 @@ void C2DGrid::FollowSpacing(Direction& direction, AxisSpacing const& axis)
     direction.minorDivisions = std::min(axis.minorTicks, std::numeric_limits<int>::max() - 1) + 1;
 }
 
-void C2DGrid::SetFreePositions(Direction& direction, CDoubleArray const& positions)
+void C2DGrid::SetFreePositions(GridDirection& direction, CDoubleArray const& positions)
 {
     direction.freePositions.Copy(positions);
     SetModified(1);

@@ -1,11 +1,13 @@
 #pragma once
-#include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/graph2d/GridLine.h"
+#include "ombrel/graph2d/GridPositions.h"
 #include "ombrel/model/GraphComponent.h"
 #include "ombrel/platform/framework/DateTime.h"
 
 namespace ombrel {
+
+class C2DGraph;
 
 /// The rectangular grid of a 2D graph: major and minor lines across the data rectangle, and free lines anywhere.
 ///
@@ -14,8 +16,10 @@ namespace ombrel {
 /// Lifetime: owned by its graph. Errors: only Serialize throws (CArchiveException*, newly allocated).
 class C2DGrid : public CGraphComponent {
 public:
-    /// How lines are spaced: equal divisions of the axis range, or a fixed step (of dates on a date axis).
-    enum LineMode : int { lmDivisions = 0, lmStep = 1 };
+    using LineMode = GridDirection::LineMode;
+    using enum GridDirection::LineMode;
+    using TickType = GridTickType;
+    using enum GridTickType;
 
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -28,6 +32,27 @@ public:
     void UpdateGraphParameters() override;
     /// Takes spacing and line modes over from the axes, synchronised or not. Raises no flag.
     void FollowAxes(CAxes const& axes);
+
+    // Drawing: lines go across the axis ranges. Without a graph and its axes nothing is drawn. The device context's
+    // state is as before afterwards.
+
+    /// The grid when it is on, minor lines first, and the free lines. A synchronised grid follows the axes first, so
+    /// that lines meet the notches of the same draw.
+    void Draw(CPort* port) override;
+    using CGraphComponent::Draw;
+    // Parts of a pass, in its pen; axis is one of CAxes::AxisType.
+    /// Equal divisions of a linear axis.
+    void DrawDivs(CPort* port, int axis, TickType type);
+    /// Lines of the fixed step.
+    void DrawDel(CPort* port, int axis, TickType type);
+    /// Vertical lines at calendar steps.
+    void DrawDate(CPort* port, TickType type);
+    /// Lines of decades, whether or not lines of that direction are on.
+    void DrawLogX(CPort* port, TickType type);
+    void DrawLogY(CPort* port, TickType type);
+    /// Free lines, anywhere: also outside the axis range. Entries that are no numbers are left out.
+    void DrawArbXLines(CPort* port);
+    void DrawArbYLines(CPort* port);
 
     /// Whether the grid is drawn; free lines are drawn all the same.
     int IsOn() const { return m_on; }
@@ -106,18 +131,6 @@ public:
     void SetXDelTimeUnitMinor(CAxes::TimeUnit unit) { Change(m_minorStep.unit, unit); }
 
 private:
-    /// The lines across one axis.
-    struct Direction {
-        int linesOn = 1;
-        int majorDivisions = 5;
-        int minorDivisions = 4;
-        int lineMode = lmDivisions;
-        double lineMin = 0.0;
-        double lineDel = 2.0;
-        int freeLinesOn = 0;
-        int alignFreeLines = 0;
-        CDoubleArray freePositions;
-    };
     struct DateStep {
         int count = 1;
         CAxes::TimeUnit unit = CAxes::TimeUnit::Year;
@@ -129,14 +142,21 @@ private:
         double tickMin;
         double tickDel;
     };
-    static void FollowTickMode(Direction& direction, CAxes::TickMode mode);
-    static void FollowSpacing(Direction& direction, AxisSpacing const& axis);
-    void SetFreePositions(Direction& direction, CDoubleArray const& positions);
+    /// The lines of one pass, on their way to the device.
+    class Pass;
+    template <typename Add> void DrawLines(CPort* port, TickType type, Add const& add) const;
+    void DrawFreeLines(CPort* port, CAxes::AxisType axis) const;
+    C2DGraph const* DrawnGraph(CPort const* port) const;
+    GridDirection const& Direction(int axis) const { return axis == CAxes::atY ? m_y : m_x; }
+    DateTickSettings DateSteps() const;
+    static void FollowTickMode(GridDirection& direction, CAxes::TickMode mode);
+    static void FollowSpacing(GridDirection& direction, AxisSpacing const& axis);
+    void SetFreePositions(GridDirection& direction, CDoubleArray const& positions);
 
     int m_on = 0;
     int m_synch = 1;
-    Direction m_x;
-    Direction m_y;
+    GridDirection m_x;
+    GridDirection m_y;
     GridLine m_major;
     GridLine m_minor;
     GridLine m_free;

@@ -171,18 +171,26 @@ void C2DLine::DrawSymbols(CPort& port)
         dc.SelectObject(&brush);
     CRect clip;
     bool const clipped = port.GetClipRect(clip) != 0;
-    PortMapping const map = port.GetMapping();
-    for (int i = 0, n = GetNumPoints(); i < n; ++i) {
-        CRealPoint const p = std::as_const(*this).GetAt(i);
-        if (IsGap(p.x) || IsGap(p.y))
-            continue;
-        int const x = map.X(p.x);
-        int const y = map.Y(p.y);
-        // A point on the edge keeps its whole symbol; one outside has none.
-        if (clipped && (x < clip.left || x > clip.right || y < clip.top || y > clip.bottom))
-            continue;
-        C2DSymbol::DrawSymbol(GetSymbolType(), &port, { x - half, y - half, x + half, y + half }, GetSymbolColour(),
-            GetFillSymbol(), GetSymbolFillColour());
+    PointMapping const map { port.GetMapping(), IsXLogarithmic(), IsYLogarithmic() };
+    CTableData const& table = std::as_const(*this).GetPoints();
+    double const* const xs = table.GetRow(0);
+    double const* const ys = table.GetRow(1);
+    // Enough at a time for what symbols have in common to pay.
+    constexpr int kMost = 1 << 20;
+    std::vector<CPoint> centres;
+    centres.reserve(static_cast<std::size_t>(std::min(GetNumPoints(), kMost)));
+    for (int i = 0, n = GetNumPoints(); i < n;) {
+        centres.clear();
+        for (int const end = std::min(n - i, kMost) + i; i < end; ++i) {
+            if (IsGap(xs[i]) || IsGap(ys[i]))
+                continue;
+            CPoint const p(map.X(xs[i]), map.Y(ys[i]));
+            // A point on the edge keeps its whole symbol; one outside has none.
+            if (!clipped || (p.x >= clip.left && p.x <= clip.right && p.y >= clip.top && p.y <= clip.bottom))
+                centres.push_back(p);
+        }
+        C2DSymbol::DrawSymbols(
+            GetSymbolType(), &port, centres, half, GetSymbolColour(), GetFillSymbol(), GetSymbolFillColour());
     }
 }
 

@@ -1,31 +1,17 @@
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/graph2d/PolygonPath.h"
 #include "ombrel/model/LineWidth.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/VectorGraphics.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace ombrel {
 namespace {
-
-/// Device corners of a polygon. Of those that follow each other in one pixel column only the first and the last are
-/// kept: an upright edge bounds no pixel that its ends do not.
-class PolygonPath {
-public:
-    void Add(CPoint p)
-    {
-        std::size_t const n = m_points.size();
-        if (n >= 2 && m_points[n - 1].x == p.x && m_points[n - 2].x == p.x)
-            m_points.pop_back();
-        m_points.push_back(p);
-    }
-    std::vector<CPoint> const& Points() const { return m_points; }
-
-private:
-    std::vector<CPoint> m_points;
-};
 
 void FillPolygon(CPort& port, VectorBrush const& brush, PolygonPath const& polygon)
 {
@@ -38,70 +24,134 @@ void FillPolygon(CPort& port, VectorBrush const& brush, PolygonPath const& polyg
     graphics.FillPolygon(brush, polygon.Points());
 }
 
+/// A curve's stored points and how they reach the device.
+struct ShadedPoints {
+    StoredPoints stored;
+    PointMapping map;
+    bool xAscends;
+
+    ShadedPoints(C2DCurve const& curve, PortMapping const& port)
+        : stored { nullptr, nullptr, 0, &curve.GetSummary() }
+        , map { port, curve.IsXLogarithmic(), curve.IsYLogarithmic() }
+        , xAscends(stored.summary->XAscends())
+    {
+        CTableData const& table = curve.GetPoints();
+        if (!table.HasData() || table.GetNumRows() < 2)
+            return;
+        stored.xs = table.GetRow(0);
+        stored.ys = table.GetRow(1);
+        stored.count = static_cast<std::size_t>(table.GetNumCols());
+    }
+    /// As drawn, of points that are no gaps.
+    double X(std::size_t i) const
+    {
+        double x = stored.xs[i];
+        if (map.xLogarithmic)
+            C2DCurve::LogClamp(x);
+        return x;
+    }
+    double Y(std::size_t i) const
+    {
+        double y = stored.ys[i];
+        if (map.yLogarithmic)
+            C2DCurve::LogClamp(y);
+        return y;
+    }
+    bool IsGapAt(std::size_t i) const { return IsGap(stored.xs[i]) || IsGap(stored.ys[i]); }
+};
+
 /// A stretch of a curve without gaps: points first … last, last included.
 struct GapFreeRun {
-    C2DCurve const& curve;
-    int first;
-    int last;
+    ShadedPoints const& points;
+    std::size_t first;
+    std::size_t last;
 
-    double X(int i) const { return curve.GetAt(i).x; }
     Extremes XRange() const
     {
-        PointSummary const& summary = curve.GetSummary();
-        if (summary.XAscends())
-            return { X(first), X(last) };
-        Extremes e { X(first), X(first) };
-        for (int i = first + 1; i <= last; ++i)
-            e = { std::min(e.min, X(i)), std::max(e.max, X(i)) };
+        if (points.xAscends)
+            return { points.X(first), points.X(last) };
+        Extremes e { points.X(first), points.X(first) };
+        for (std::size_t i = first + 1; i <= last; ++i)
+            e = { std::min(e.min, points.X(i)), std::max(e.max, points.X(i)) };
         return e;
     }
-    /// The first point whose x is not below x, or last + 1.
-    int Find(double x) const
+    /// The first point from the given one on whose x is not below x, or last + 1.
+    std::size_t Find(std::size_t from, double x) const
     {
-        if (!curve.GetSummary().XAscends()) {
-            int i = first;
-            while (i <= last && X(i) < x)
-                ++i;
-            return i;
+        if (!points.xAscends) {
+            while (from <= last && points.X(from) < x)
+                ++from;
+            return from;
         }
-        int low = first;
-        int high = last + 1;
-        while (low < high) {
-            int const middle = low + (high - low) / 2;
-            if (X(middle) < x)
-                low = middle + 1;
+        std::size_t high = last + 1;
+        while (from < high) {
+            std::size_t const middle = from + (high - from) / 2;
+            if (points.X(middle) < x)
+                from = middle + 1;
             else
                 high = middle;
         }
-        return low;
+        return from;
     }
     double YAt(double x) const
     {
-        int const i = Find(x);
-        if (i == first)
-            return curve.GetAt(first).y;
-        if (i > last)
-            return curve.GetAt(last).y;
-        CRealPoint const p0 = curve.GetAt(i - 1);
-        CRealPoint const p1 = curve.GetAt(i);
-        return p0.x == p1.x ? p0.y : p0.y + (p1.y - p0.y) * (x - p0.x) / (p1.x - p0.x);
+        std::size_t const i = Find(first, x);
+        if (i == first || i > last)
+            return points.Y(i == first ? first : last);
+        double const x0 = points.X(i - 1);
+        double const x1 = points.X(i);
+        double const y0 = points.Y(i - 1);
+        return x0 == x1 ? y0 : y0 + (points.Y(i) - y0) * (x - x0) / (x1 - x0);
+    }
+    /// The first of the points before end, from the given one on, such that it and those after it lie right of x.
+    std::size_t FirstRightOf(double x, std::size_t from, std::size_t end) const
+    {
+        if (!points.xAscends) {
+            while (end > from && points.X(end - 1) > x)
+                --end;
+            return end;
+        }
+        return std::min(Find(from, std::nextafter(x, std::numeric_limits<double>::infinity())), end);
     }
 };
 
-std::vector<GapFreeRun> SplitAtGaps(C2DCurve const& curve)
+std::vector<GapFreeRun> SplitAtGaps(ShadedPoints const& points)
 {
+    StoredPoints const& p = points.stored;
+    Extremes y {};
+    // Where x ascends no x is missing.
+    if (p.count > 0 && points.xAscends && p.summary->YExtremes(p.ys, 0, p.count, y))
+        return { { points, 0, p.count - 1 } };
     std::vector<GapFreeRun> runs;
-    int first = -1;
-    for (int i = 0, n = curve.GetNumPoints(); i <= n; ++i) {
-        bool const gap = i == n || IsGap(curve.GetAt(i).x) || IsGap(curve.GetAt(i).y);
-        if (!gap && first < 0)
-            first = i;
-        if (gap && first >= 0) {
-            runs.push_back({ curve, first, i - 1 });
-            first = -1;
-        }
+    for (std::size_t i = 0; i < p.count; ++i) {
+        if (points.IsGapAt(i))
+            continue;
+        std::size_t const first = i;
+        while (i + 1 < p.count && !points.IsGapAt(i + 1))
+            ++i;
+        runs.push_back({ points, first, i });
     }
     return runs;
+}
+
+/// Of the points first ≤ i < last, which are no gaps, the first and the last of each pixel column that they fall into
+/// one after the other: all that a polygon needs of them.
+std::vector<std::size_t> ColumnEnds(ShadedPoints const& points, std::size_t first, std::size_t last)
+{
+    std::vector<std::size_t> ends;
+    for (std::size_t next = first; first < last; first = next) {
+        int const column = points.map.X(points.stored.xs[first]);
+        if (points.xAscends) {
+            next = PastColumn(points.stored, points.map, first, last, column);
+        } else {
+            for (next = first + 1; next < last && points.map.X(points.stored.xs[next]) == column;)
+                ++next;
+        }
+        ends.push_back(first);
+        if (next - first > 1)
+            ends.push_back(next - 1);
+    }
+    return ends;
 }
 
 double ClampToSide(double y, double baseline, C2DLine::BaselineShadeMode mode)
@@ -125,12 +175,11 @@ void C2DLine::DrawShading(CPort& port)
 
 void C2DLine::DrawClosedShading(CPort& port)
 {
-    PortMapping const map = port.GetMapping();
+    ShadedPoints const points(*this, port.GetMapping());
     PolygonPath polygon;
-    for (int i = 0, n = GetNumPoints(); i < n; ++i) {
-        CRealPoint const p = GetAt(i);
-        if (!IsGap(p.x) && !IsGap(p.y))
-            polygon.Add({ map.X(p.x), map.Y(p.y) });
+    for (GapFreeRun const& run : SplitAtGaps(points)) {
+        for (std::size_t const i : ColumnEnds(points, run.first, run.last + 1))
+            polygon.Add({ points.map.X(points.stored.xs[i]), points.map.Y(points.stored.ys[i]) });
     }
     FillPolygon(port, MakeFillBrush(m_fillPattern, m_fillColour), polygon);
 }
@@ -144,7 +193,8 @@ void C2DLine::DrawBaselineShading(CPort& port, CAxes& axes)
     double axisMax = 0.0;
     axes.GetRange(CAxes::atX, axes.GetXAxisRangeMode(), axisMin, axisMax);
     PortMapping const map = port.GetMapping();
-    for (GapFreeRun const& run : SplitAtGaps(*this)) {
+    ShadedPoints const points(*this, map);
+    for (GapFreeRun const& run : SplitAtGaps(points)) {
         Extremes const range = run.XRange();
         double low = std::max(axisMin, range.min);
         double high = std::min(axisMax, range.max);
@@ -152,7 +202,7 @@ void C2DLine::DrawBaselineShading(CPort& port, CAxes& axes)
             low = std::max(low, m_fillMin);
             high = std::min(high, m_fillMax);
         }
-        int const first = run.Find(low);
+        std::size_t const first = run.Find(run.first, low);
         if (first >= run.last)
             continue;
         auto const clamped = [&](double y) { return ClampToSide(y, baseline, m_baselineShadeMode); };
@@ -161,13 +211,17 @@ void C2DLine::DrawBaselineShading(CPort& port, CAxes& axes)
         PolygonPath polygon;
         auto const add = [&](CRealPoint const& p) { polygon.Add({ map.X(p.x), map.Y(p.y) }); };
         add({ low, baseline });
-        int end = first;
-        while (end < run.last && run.X(end) < high)
-            ++end;
         add({ high, baseline });
         add(highEnd);
-        for (int i = end - (run.X(end) < high ? 0 : 1); i >= first && i > run.first && run.X(i) > low; --i)
-            add({ run.X(i), clamped(GetAt(i).y) });
+        // The last point belongs to the outline when it lies inside, the first one of a run never does: its place is
+        // the low end's.
+        std::size_t end = std::min(run.Find(first, high), run.last);
+        if (points.X(end) < high)
+            ++end;
+        std::size_t const begin = run.FirstRightOf(low, std::max(first, run.first + 1), end);
+        std::vector<std::size_t> const ends = ColumnEnds(points, begin, end);
+        for (auto i = ends.rbegin(); i != ends.rend(); ++i)
+            add({ points.X(*i), clamped(points.Y(*i)) });
         add(lowEnd);
         if (m_fillBoundaryOn)
             DrawShadingEnds(port, lowEnd, highEnd, baseline);

@@ -1,12 +1,23 @@
 #pragma once
+#include "ombrel/foundation/FontData.h"
 #include "ombrel/graph2d/GridLine.h"
 #include "ombrel/model/GraphComponent.h"
+#include "ombrel/platform/framework/Geometry.h"
+
+#include <optional>
+#include <vector>
 
 namespace ombrel {
 
-/// The polar grid of a 2D graph: circles round the centre of the axis ranges and diameters at equal angles.
+class CDC;
+
+/// The polar grid of a 2D graph: circles round the centre of the axis ranges, diameters at equal angles with their
+/// degrees at both ends, and a scale of the radius at the left edge.
 ///
-/// While it is on, the axes draw nothing and both ranges are symmetric about 0.
+/// While it is on, the axes draw nothing and both ranges are symmetric about 0. Circles are as round as the plotting
+/// area is square: they follow the scales of both axes.
+/// A document may hold any counts: divisions that are not positive draw nothing, and neither do more than kMaxNotches
+/// circles, diameters or ticks of one pass.
 /// Lifetime: owned by its graph. Errors: only Serialize throws (CArchiveException*, newly allocated).
 class C2DPolarGrid : public CGraphComponent {
 public:
@@ -17,6 +28,17 @@ public:
     /// Off, in the user's preferred colours.
     explicit C2DPolarGrid(CGraph* graph);
     void Serialize(CArchive& ar) override;
+    /// Measures, or draws (see GetDrawMode), when it is on; does nothing without a graph and its axes. The device
+    /// context's state is as before afterwards.
+    void Draw(CPort* port) override;
+    using CGraphComponent::Draw;
+    /// Between these, the texts of the radius scale are made and measured once and kept: no setting, range or graph
+    /// rectangle, nor the device, may change in between. The mapping of the port may.
+    void BeginLayout();
+    void EndLayout();
+    /// What the last Draw took up, in device pixels: the plotting area and the labels. Measuring leaves out the labels
+    /// of angles, which stand round the circle: the host leaves a margin of some 1.5 label heights round the graph.
+    CRect GetExtentRect() const { return m_extent; }
 
     int IsOn() const { return m_on; }
     void SetOn(int on) { Change(m_on, on); }
@@ -41,6 +63,17 @@ public:
     void SetMinorLineStyle(int style) { Change(m_minor.style, style); }
 
 private:
+    /// One walk round the grid.
+    class Pass;
+    struct Label {
+        CString text;
+        /// Pixels.
+        CSize size;
+    };
+    /// Of the radius scale, from its first tick to its last.
+    using Labels = std::vector<Label>;
+    Labels MakeLabels(CDC& dc, Pass const& pass) const;
+
     int m_on = 0;
     int m_majorRadii = 5;
     int m_majorAngles = 8;
@@ -48,6 +81,11 @@ private:
     int m_minorAngles = 2;
     GridLine m_major;
     GridLine m_minor;
+    CFontData m_labelFont;
+    CRect m_extent;
+    /// What measuring passes have in common, kept from BeginLayout to EndLayout.
+    std::optional<Labels> m_labels;
+    bool m_inLayout = false;
 };
 
 } // namespace ombrel

@@ -1,5 +1,6 @@
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/graph2d/AxesNotches.h"
+#include "ombrel/graph2d/LabelFont.h"
 
 #include "ombrel/drawing/Port.h"
 #include "ombrel/model/Graph.h"
@@ -80,15 +81,12 @@ NotchList MakeLabelledNotches(AxisSettings const& axis, DateTickSettings const* 
 
 AxesResults CAxes::MakeSizes(CPort& port) const
 {
-    constexpr int kLabelMillimetres = 4;
     constexpr double kMinorLabelSize = 0.85;
     CRect const rect = GetGraph()->GetGraphRect();
     int const shorter = std::max(0, std::min(rect.Width(), rect.Height()));
     AxesResults results;
     results.notchLength = VUNearest(shorter / 80.0);
-    results.fontHeight = VUNearest(shorter / 15.0);
-    if (CVUtils::PixelsToMM(port.GetDC(), CSize(0, results.fontHeight)).cy > kLabelMillimetres)
-        results.fontHeight = CVUtils::MMToPixels(port.GetDC(), CSize(0, kLabelMillimetres)).cy;
+    results.fontHeight = LabelFontHeight(*port.GetDC(), rect);
     results.minorFontHeight = VUNearest(results.fontHeight * kMinorLabelSize);
     return results;
 }

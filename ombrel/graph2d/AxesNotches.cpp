@@ -74,6 +74,13 @@ bool IsPosition(double v) { return !IsGap(v); }
 
 } // namespace
 
+std::vector<double> StepPositionsWithin(double start, double step, double lo, double hi)
+{
+    std::vector<double> positions = UniformPositions(start, step, lo, hi, FirstStep::InRange);
+    std::erase_if(positions, [lo](double v) { return v < lo; });
+    return positions;
+}
+
 std::vector<double> DivisionPositions(AxisSettings const& axis)
 {
     int const n = axis.numMajorTicks;
@@ -166,6 +173,49 @@ std::vector<double> DateStepPositions(DateTickSettings const& dates, double lo, 
         days, DaysOf(dates.del, dates.delUnit), first.IsValid() ? DaysSinceZero(first) : days, DaysSinceZero(last));
 }
 
+namespace {
+
+/// The dates after one and before the other major date that lie at lo or later and before hi.
+std::vector<double> DatesBetween(DateTickSettings const& dates, double from, double to, double lo, double hi)
+{
+    double const first = std::max(from, lo);
+    double const last = std::min(to, hi);
+    COleDateTime const start(from);
+    COleDateTime const end(last);
+    std::vector<double> minors;
+    double slack = 0.0;
+    if (IsCalendarUnit(dates.delUnitMinor)) {
+        minors = CalendarValues(start, dates.delMinor, dates.delUnitMinor, from, end);
+    } else {
+        double const step = DaysOf(dates.delMinor, dates.delUnitMinor);
+        minors = DateValues(DaysSinceZero(start), step, DaysSinceZero(COleDateTime(first)), DaysSinceZero(end));
+        slack = step * SlackOf(step, from, first, last);
+    }
+    std::erase_if(minors, [&](double v) { return !(v > from + slack && v < last - slack && v >= first); });
+    return minors;
+}
+
+} // namespace
+
+std::vector<double> MinorDatePositions(
+    DateTickSettings const& dates, std::vector<double> const& majors, double lo, double hi)
+{
+    std::vector<double> minors;
+    if (dates.delMinor <= 0)
+        return minors;
+    for (double const major : majors) {
+        COleDateTime next(major);
+        CVUtils::IncrementTime(dates.del, dates.delUnit, next);
+        if (!next.IsValid() || next.GetValue() < lo)
+            continue;
+        std::vector<double> const between = DatesBetween(dates, major, next.GetValue(), lo, hi);
+        minors.insert(minors.end(), between.begin(), between.end());
+        if (minors.size() > kMaxNotches)
+            return {};
+    }
+    return minors;
+}
+
 std::vector<double> NotchPositions(AxisSettings const& axis, DateTickSettings const* dates)
 {
     std::vector<double> positions;
@@ -216,7 +266,6 @@ private:
         return static_cast<double>(intervals) * m_axis.numMinorTicks > kMaxNotches;
     }
     int FindPosition(double v) const;
-    std::vector<double> MinorDates(double from, double to) const;
 
     AxisSettings const& m_axis;
     DateTickSettings const* m_dates;
@@ -308,43 +357,14 @@ void NotchMaker::MakeSteps()
     }
 }
 
-/// The dates after one and before the other major date, and before the end of the tick range.
-std::vector<double> NotchMaker::MinorDates(double from, double to) const
-{
-    double const lo = std::max(from, m_axis.tickRangeMin);
-    double const hi = std::min(to, m_axis.tickRangeMax);
-    COleDateTime const start(from);
-    COleDateTime const end(hi);
-    std::vector<double> minors;
-    double slack = 0.0;
-    if (IsCalendarUnit(m_dates->delUnitMinor)) {
-        minors = CalendarValues(start, m_dates->delMinor, m_dates->delUnitMinor, from, end);
-    } else {
-        double const step = DaysOf(m_dates->delMinor, m_dates->delUnitMinor);
-        minors = DateValues(DaysSinceZero(start), step, DaysSinceZero(COleDateTime(lo)), DaysSinceZero(end));
-        slack = step * SlackOf(step, from, lo, hi);
-    }
-    std::erase_if(minors, [&](double v) { return !(v > from + slack && v < hi - slack && v >= lo); });
-    return minors;
-}
-
 void NotchMaker::MakeDateSteps()
 {
-    std::vector<double> const majors = DateStepPositions(*m_dates, m_axis.tickRangeMin, m_axis.tickRangeMax);
-    std::vector<double> minors;
-    for (std::size_t i = 0; i < majors.size(); ++i) {
+    double const lo = m_axis.tickRangeMin;
+    double const hi = m_axis.tickRangeMax;
+    std::vector<double> const majors = DateStepPositions(*m_dates, lo, hi);
+    for (std::size_t i = 0; i < majors.size(); ++i)
         AddRegular(majors[i], static_cast<int>(i));
-        COleDateTime next(majors[i]);
-        CVUtils::IncrementTime(m_dates->del, m_dates->delUnit, next);
-        if (m_dates->delMinor <= 0 || minors.size() > kMaxNotches || !next.IsValid()
-            || next.GetValue() < m_axis.tickRangeMin)
-            continue;
-        std::vector<double> const between = MinorDates(majors[i], next.GetValue());
-        minors.insert(minors.end(), between.begin(), between.end());
-    }
-    if (minors.size() > kMaxNotches)
-        return;
-    for (double const v : minors)
+    for (double const v : MinorDatePositions(*m_dates, majors, lo, hi))
         AddMinor(v, 1.0, Notch::Kind::MinorDate);
 }
 

@@ -130,8 +130,8 @@ void AddPoints(Sink& sink, StoredPoints const& p, PointMapping const& map, std::
     }
 }
 
-/// The first index of first … last − 1 whose column is right of the given one, else last; x ascends. Doubling steps
-/// keep the search near where it starts.
+} // namespace
+
 std::size_t PastColumn(StoredPoints const& p, PointMapping const& map, std::size_t first, std::size_t last, int column)
 {
     std::size_t low = first;
@@ -150,6 +150,8 @@ std::size_t PastColumn(StoredPoints const& p, PointMapping const& map, std::size
     }
     return low;
 }
+
+namespace {
 
 /// One run a column, its extremes from the summary.
 void AddColumns(

@@ -46,6 +46,11 @@ struct StoredPoints {
     PointSummary const* summary;
 };
 
+/// The first index of first … last − 1 whose pixel column is right of the given one, else last; x ascends. Doubling
+/// steps keep the search near where it starts.
+std::size_t PastColumn(
+    StoredPoints const& points, PointMapping const& map, std::size_t first, std::size_t last, int column);
+
 /// How much of a crowded pixel column is kept.
 enum class Merging {
     /// What a line one pixel wide needs to cover the same pixels.

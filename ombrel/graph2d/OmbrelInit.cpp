@@ -1,16 +1,23 @@
 #include "ombrel/graph2d/OmbrelInit.h"
 #include "ombrel/colour/CaptionArray.h"
 #include "ombrel/colour/ColourKeyArray.h"
+#include "ombrel/colour/ColourMap.h"
 #include "ombrel/colour/Legend.h"
 #include "ombrel/foundation/CoordTransform.h"
 #include "ombrel/foundation/FontData.h"
 #include "ombrel/foundation/RealTypes.h"
 #include "ombrel/foundation/Vertex.h"
+#include "ombrel/graph2d/2DAreaPlot.h"
+#include "ombrel/graph2d/2DErrorBarPlot.h"
+#include "ombrel/graph2d/2DBarPlot.h"
+#include "ombrel/graph2d/2DClusteredBarPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DLinePlot.h"
 #include "ombrel/graph2d/2DLineSeriesPlot.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/2DStackedBarPlot.h"
+#include "ombrel/graph2d/2DTextPlot.h"
 #include "ombrel/graph2d/Axes.h"
 
 namespace ombrel {
@@ -35,6 +42,7 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &CCaptionArray::kClass,
     &CColourKey::kClass,
     &CColourKeyArray::kClass,
+    &CColourMap::kClass,
     &C2DGraph::kClass,
     &CAxes::kClass,
     &C2DGrid::kClass,
@@ -46,6 +54,18 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &C2DCurve::kClass,
     &C2DLine::kClass,
     &C2DLineSeriesLine::kClass,
+    &C2DBarPlot::kClass,
+    &C2DBarCurve::kClass,
+    &C2DClusteredBarPlot::kClass,
+    &C2DClusteredBarCurve::kClass,
+    &C2DStackedBarPlot::kClass,
+    &C2DStackedBarCurve::kClass,
+    &C2DAreaPlot::kClass,
+    &C2DAreaCurve::kClass,
+    &C2DErrorBarPlot::kClass,
+    &C2DErrorBarCurve::kClass,
+    &C2DTextPlot::kClass,
+    &C2DTextCurve::kClass,
 };
 
 } // namespace

@@ -148,6 +148,34 @@ TEST(Graph2D, OffScreenDirectAndMovedDrawingGiveTheSamePixels)
     }
 }
 
+TEST(Graph2D, MeasuresALegendBeforeItsFirstDrawAndLeavesNoTraceWhereItWas)
+{
+    CDIB moved(400, 300, 24);
+    CDIB fresh(400, 300, 24);
+    CPoint const elsewhere(60, 200);
+    C2DGraph graph(1);
+    AddLine(graph, { { 0, 0 }, { 10, 10 } });
+    graph.LayOut(moved.GetDC(), kWindow);
+    CRect const axes = graph.GetAxesRect();
+    CSize const size = graph.GetLegend()->Measure(moved.GetDC());
+    graph.GetLegend()->Create({ axes.right - size.cx, axes.top });
+    graph.Draw(moved.GetDC(), kWindow, pmOffScreen);
+    EXPECT_EQ(graph.GetAxesRect(), axes);
+    EXPECT_EQ(graph.GetLegend()->GetRect(), CRect(axes.right - size.cx, axes.top, axes.right, axes.top + size.cy));
+    graph.GetLegend()->SetRect({ elsewhere, CSize() });
+    graph.Draw(moved.GetDC(), kWindow, pmOffScreen);
+
+    C2DGraph other(1);
+    AddLine(other, { { 0, 0 }, { 10, 10 } });
+    other.GetLegend()->Create(elsewhere);
+    other.Draw(fresh.GetDC(), kWindow, pmOffScreen);
+    EXPECT_EQ(Differences(moved, fresh), 0);
+    // A layout for another window is not taken for that of the picture that is kept.
+    graph.LayOut(moved.GetDC(), { 0, 0, 900, 900 });
+    graph.Draw(moved.GetDC(), kWindow, pmOffScreen);
+    EXPECT_EQ(Differences(moved, fresh), 0);
+}
+
 TEST(Graph2D, EmbeddedDrawingKeepsProportionsAndPutsEverythingBack)
 {
     C2DGraph graph(1);

@@ -71,11 +71,13 @@ protected:
 
 TEST_F(Document, EveryClassStoresLoadsAndStoresTheSameBytes)
 {
-    for (char const* const name :
-        { "CRealPoint", "CRealRect", "CVertex", "CNormal", "CCoordTransform", "CTransformArray", "CFontData",
-            "CTableData", "CGraph", "CGraphComponent", "CPlotComponent", "CPlot", "CPlotArray", "CLegend", "CCaption",
-            "CCaptionArray", "CColourKey", "CColourKeyArray", "C2DGraph", "CAxes", "C2DGrid", "C2DPolarGrid", "C2DPlot",
-            "C2DSeriesPlot", "C2DLinePlot", "C2DLineSeriesPlot", "C2DCurve", "C2DLine", "C2DLineSeriesLine" }) {
+    for (char const* const name : { "CRealPoint", "CRealRect", "CVertex", "CNormal", "CCoordTransform",
+             "CTransformArray", "CFontData", "CTableData", "CGraph", "CGraphComponent", "CPlotComponent", "CPlot",
+             "CPlotArray", "CLegend", "CCaption", "CCaptionArray", "CColourKey", "CColourKeyArray", "CColourMap",
+             "C2DGraph", "CAxes", "C2DGrid", "C2DPolarGrid", "C2DPlot", "C2DSeriesPlot", "C2DLinePlot",
+             "C2DLineSeriesPlot", "C2DCurve", "C2DLine", "C2DLineSeriesLine", "C2DAreaPlot", "C2DAreaCurve",
+             "C2DErrorBarPlot", "C2DErrorBarCurve", "C2DTextPlot", "C2DTextCurve", "C2DBarPlot", "C2DBarCurve",
+             "C2DClusteredBarPlot", "C2DClusteredBarCurve", "C2DStackedBarPlot", "C2DStackedBarCurve" }) {
         CRuntimeClass const* const registered = FindRegisteredClass(name);
         ASSERT_NE(registered, nullptr) << name;
         auto const object = registered->create();

@@ -1,0 +1,92 @@
+#pragma once
+#include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph2d/2DSeriesPlot.h"
+#include "ombrel/graph2d/BarSettings.h"
+
+namespace ombrel {
+
+/// The values of one of the pieces that are stacked; its plot draws them.
+class C2DStackedBarCurve : public C2DCurve {
+public:
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    C2DStackedBarCurve()
+        : C2DStackedBarCurve(nullptr, 0)
+    {
+    }
+    C2DStackedBarCurve(CPlot* plot, int useGraphColour);
+    void Serialize(CArchive& ar) override;
+    /// With the fill pattern.
+    std::optional<LegendEntry> GetLegendEntry() const override;
+
+    /// Hatch style; 6 is solid, as is a style that does not exist.
+    int GetFillPattern() const { return m_fillPattern; }
+    void SetFillPattern(int pattern) { m_fillPattern = pattern; }
+
+private:
+    int m_fillPattern = C2DLine::kSolidPattern;
+};
+
+/// A plot of stacked bars: at each of the shared x values the curves' values lie on top of each other, negative ones
+/// below 0 and the others above it, plainly, as percentages of the stack, or scaled to a total. Gaps, curves that are
+/// not valid and curves with fewer points take no part.
+class C2DStackedBarPlot : public C2DSeriesPlot {
+public:
+    enum PlotStyle : int { psPlain = 0, psPercent = 1 };
+
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    C2DStackedBarPlot()
+        : C2DStackedBarPlot(nullptr)
+    {
+    }
+    explicit C2DStackedBarPlot(CGraph* graph);
+    void Serialize(CArchive& ar) override;
+
+    /// The part of the largest bar width that a stack takes up; 0.5 at first.
+    double GetBarWidthFactor() const { return m_bars.widthFactor; }
+    void SetBarWidthFactor(double factor) { Change(m_bars.widthFactor, factor); }
+    COLORREF GetBorderColour() const { return m_bars.borderColour; }
+    void SetBorderColour(COLORREF colour) { Change(m_bars.borderColour, colour); }
+    /// A PlotStyle; any other value draws plain stacks.
+    int GetPlotStyle() const { return m_plotStyle; }
+    void SetPlotStyle(int style) { m_plotStyle = style; }
+    /// Non-zero: the x range ends at the outermost points, which cuts their bars in half.
+    int GetNoRangeMargin() const { return m_noRangeMargin; }
+    void SetNoRangeMargin(int on) { Change(m_noRangeMargin, on); }
+    /// Non-zero: each stack is as high, from its lower end to its upper one, as the stack total.
+    int GetScaleStacksOn() const { return m_scaleStacksOn; }
+    void SetScaleStacksOn(int on) { Change(m_scaleStacksOn, on); }
+    double GetStackTotal() const { return m_stackTotal; }
+    void SetStackTotal(double total) { Change(m_stackTotal, total); }
+    /// Stored only: a stack starts at the sum of its negative values.
+    double GetBaseline() const { return m_bars.baseline; }
+    void SetBaseline(double y) { Change(m_bars.baseline, y); }
+    int GetAutoBaseline() const { return m_bars.autoBaseline; }
+    void SetAutoBaseline(int on) { Change(m_bars.autoBaseline, on); }
+
+    /// Half a stack wider on each side than the points, unless that is switched off.
+    void GetXRange(double& min, double& max) override;
+    /// From the lowest end of a stack to the highest, percentages in that style; unscaled. Unchanged without a curve to
+    /// draw.
+    void GetYRange(double& min, double& max) override;
+    /// The stack at point i from its lower end on: the base, and of each piece the height, colour and fill pattern. The
+    /// arrays have room for one entry a curve; returns how many were filled.
+    int GetStackedBars(int i, double& base, double* heights, COLORREF* colours, int* patterns) const;
+    using C2DSeriesPlot::Draw;
+    void Draw(CPort* port) override;
+    void DrawBars(CPort* port);
+    /// A C2DStackedBarCurve. Owned by the plot.
+    CPlotComponent* CreateCurve() override;
+
+private:
+    struct Scaling;
+
+    BarSettings m_bars;
+    int m_noRangeMargin = 0;
+    int m_scaleStacksOn = 0;
+    double m_stackTotal = 1.0;
+    int m_plotStyle = psPlain;
+};
+
+} // namespace ombrel

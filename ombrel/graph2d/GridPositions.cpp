@@ -1,0 +1,122 @@
+#include "ombrel/graph2d/GridPositions.h"
+#include "ombrel/graph2d/AxesNotches.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace ombrel {
+
+namespace {
+
+bool IsUsable(GridRange range)
+{
+    return std::isfinite(range.min) && std::isfinite(range.max) && range.min < range.max
+        && std::isfinite(range.max - range.min);
+}
+
+/// How many lines lie between those of that many intervals divided in so many parts.
+double MinorCount(double intervals, int parts) { return intervals * (static_cast<double>(parts) - 1.0); }
+
+} // namespace
+
+std::vector<double> DivisionLines(GridDirection const& direction, GridRange range, GridTickType type)
+{
+    int const majors = direction.majorDivisions;
+    int const minors = direction.minorDivisions;
+    std::vector<double> lines;
+    if (!IsUsable(range) || majors < 1 || majors >= kMaxNotches)
+        return lines;
+    double const step = (range.max - range.min) / majors;
+    if (type == ttMajor) {
+        for (int i = 0; i < majors; ++i)
+            lines.push_back(range.min + i * step);
+        // Rounding must not push the last one out of the range.
+        lines.push_back(range.max);
+        return lines;
+    }
+    if (minors < 2 || MinorCount(majors, minors) > kMaxNotches)
+        return lines;
+    double const minorStep = step / minors;
+    for (int i = 0; i < majors; ++i) {
+        for (int j = 1; j < minors; ++j)
+            lines.push_back(range.min + i * step + j * minorStep);
+    }
+    return lines;
+}
+
+namespace {
+
+/// The parts of the steps whose starts in the range are majors, and of the step before them.
+std::vector<double> StepParts(GridDirection const& direction, GridRange range, std::vector<double> const& majors)
+{
+    double const step = direction.lineDel;
+    int const parts = direction.minorDivisions;
+    std::vector<double> lines;
+    if (parts < 2 || MinorCount(static_cast<double>(majors.size()) + 1.0, parts) > kMaxNotches)
+        return lines;
+    double const part = step / parts;
+    // Parts within rounding of an end are that end.
+    double const slack = part * 1e-9;
+    auto const addParts = [&](double from) {
+        for (int k = 1; k < parts; ++k) {
+            double const v = from + k * part;
+            if (v >= range.min - slack && v <= range.max + slack)
+                lines.push_back(std::clamp(v, range.min, range.max));
+        }
+    };
+    addParts(majors.empty() ? direction.lineMin + std::floor((range.min - direction.lineMin) / step) * step
+                            : majors.front() - step);
+    for (double const major : majors)
+        addParts(major);
+    return lines;
+}
+
+} // namespace
+
+std::vector<double> StepLines(GridDirection const& direction, GridRange range, GridTickType type, ClosingLine closing)
+{
+    double const step = direction.lineDel;
+    if (!IsUsable(range) || !std::isfinite(direction.lineMin) || !std::isfinite(step) || !(step > 0.0)
+        || (range.max - range.min) / step >= kMaxNotches)
+        return {};
+    std::vector<double> lines = StepPositionsWithin(direction.lineMin, step, range.min, range.max);
+    if (type == ttMinor)
+        return StepParts(direction, range, lines);
+    if (closing == ClosingLine::AtMaximum && (lines.empty() || lines.back() != range.max))
+        lines.push_back(range.max);
+    return lines;
+}
+
+std::vector<double> DateLines(DateTickSettings const& dates, GridRange range, GridTickType type)
+{
+    if (!IsUsable(range) || !CVUtils::IsValidDate(range.min) || !CVUtils::IsValidDate(range.max))
+        return {};
+    std::vector<double> lines = DateStepPositions(dates, range.min, range.max);
+    if (type == ttMinor)
+        return MinorDatePositions(dates, lines, range.min, range.max);
+    std::erase_if(lines, [&range](double v) { return v < range.min; });
+    return lines;
+}
+
+std::vector<double> DecadeLines(GridRange range, GridTickType type)
+{
+    constexpr int kLinesPerDecade = 9;
+    std::vector<double> lines;
+    if (!IsUsable(range) || (range.max - range.min + 1.0) * kLinesPerDecade > kMaxNotches)
+        return lines;
+    double const lowest = std::floor(range.min);
+    double const decades = std::floor(range.max) - lowest + 1.0;
+    for (int i = 0; i < decades; ++i) {
+        double const decade = lowest + i;
+        if (type == ttMajor) {
+            if (decade >= range.min)
+                lines.push_back(decade);
+        } else if (decade < range.max) {
+            for (int line = 2; line <= kLinesPerDecade + 1; ++line)
+                lines.push_back(decade + std::log10(line));
+        }
+    }
+    return lines;
+}
+
+} // namespace ombrel

@@ -1,0 +1,19 @@
+#include "ombrel/graph2d/LabelFont.h"
+
+#include "ombrel/foundation/Utils.h"
+
+#include <algorithm>
+
+namespace ombrel {
+
+int LabelFontHeight(CDC& dc, CRect const& graphRect)
+{
+    constexpr int kLargestMillimetres = 4;
+    int const shorter = std::max(0, std::min(graphRect.Width(), graphRect.Height()));
+    int const height = VUNearest(shorter / 15.0);
+    if (CVUtils::PixelsToMM(&dc, CSize(0, height)).cy > kLargestMillimetres)
+        return CVUtils::MMToPixels(&dc, CSize(0, kLargestMillimetres)).cy;
+    return height;
+}
+
+} // namespace ombrel

@@ -1,0 +1,12 @@
+#pragma once
+#include "ombrel/platform/framework/Geometry.h"
+
+namespace ombrel {
+
+class CDC;
+
+/// The height in pixels of the labels of a 2D graph: a fifteenth of the shorter side of the graph rectangle (device
+/// pixels), but at most 4 mm on the device. 0 for a rectangle without size.
+int LabelFontHeight(CDC& dc, CRect const& graphRect);
+
+} // namespace ombrel
