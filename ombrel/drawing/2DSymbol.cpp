@@ -2,6 +2,7 @@
 #include "ombrel/drawing/Port.h"
 #include "ombrel/platform/gdi/DC.h"
 
+#include <algorithm>
 #include <array>
 
 namespace ombrel {
@@ -118,7 +119,15 @@ void C2DSymbol::DrawPlus(CPort* port, CRect r, COLORREF)
 
 void C2DSymbol::DrawPixel(CPort* port, CRect rect, COLORREF colour)
 {
-    port->GetDC()->SetPixel(rect.left, rect.top, colour);
+    CDC& dc = *port->GetDC();
+    if (!dc.IsPrinting()) {
+        dc.SetPixel(rect.left, rect.top, colour);
+        return;
+    }
+    // A dot of the printer could not be seen: it is as large as a pixel on a screen.
+    constexpr int kScreenDotsPerInch = 96;
+    int const side = std::max(1, dc.GetDeviceCaps(LOGPIXELSX) / kScreenDotsPerInch);
+    dc.FillSolidRect(CRect(CPoint(rect.left - side / 2, rect.top - side / 2), CSize(side, side)), colour);
 }
 
 } // namespace ombrel

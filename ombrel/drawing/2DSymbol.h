@@ -36,6 +36,7 @@ public:
     static void DrawDiamond(CPort* port, CRect rect, COLORREF colour, int fill, COLORREF fillColour);
     static void DrawCross(CPort* port, CRect rect, COLORREF colour);
     static void DrawPlus(CPort* port, CRect rect, COLORREF colour);
+    /// One pixel; on a printer a square as large as one on a screen.
     static void DrawPixel(CPort* port, CRect rect, COLORREF colour);
 };
 

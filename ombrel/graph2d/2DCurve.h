@@ -1,7 +1,7 @@
 #pragma once
+#include "ombrel/drawing/2DSymbol.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/foundation/RealTypes.h"
-#include "ombrel/drawing/2DSymbol.h"
 #include "ombrel/graph2d/PointSummary.h"
 #include "ombrel/model/PlotComponent.h"
 #include "ombrel/model/TableData.h"

@@ -115,6 +115,16 @@ int PenWidth(LineStyle const& line)
     return std::clamp(line.width, 1, kWidest);
 }
 
+/// The thinnest line, which a pen of one pixel asks for: one dot of the printer would vanish on a screen, half a pixel
+/// of a screen reads well.
+constexpr double kHairline = kScreenScale / 2.0;
+
+double StrokeWidth(LineStyle const& line)
+{
+    int const width = PenWidth(line);
+    return width > 1 ? width : kHairline;
+}
+
 /// Lengthens a rectangle under one that is drawn over it next, where they share an edge: then no paper shines through
 /// between them when a viewer smooths both edges. The corners are those of PageShape::AddRect.
 void ExtendUnder(std::span<CPoint> corners, CRect const& next)
@@ -169,8 +179,7 @@ void PageCanvas::Polyline(std::span<CPoint const> points, LineStyle const& line,
 
 void PageCanvas::AddLine(PageShape&& shape, LineStyle const& line, Clip const& clip)
 {
-    int const width = PenWidth(line);
-    PagePen pen { { line.colour, 255 }, static_cast<double>(width), width > 1, StyleDashes(line) };
+    PagePen pen { { line.colour, 255 }, StrokeWidth(line), PenWidth(line) > 1, StyleDashes(line) };
     if (!pen.dashes.empty() && line.gapColour)
         Add(PageShape(shape), PagePaint { {}, PagePen { { *line.gapColour, 255 }, pen.width, false, {} }, false, {} },
             Merging::No, clip);
@@ -195,8 +204,7 @@ void PageCanvas::Ellipse(CRect const& given, LineStyle const* outline, COLORREF 
     PagePaint paint;
     paint.fill = VectorBrush::Solid(*fill);
     if (outlined)
-        paint.pen = PagePen { { outline->colour, 255 }, static_cast<double>(PenWidth(*outline)), true,
-            StyleDashes(*outline) };
+        paint.pen = PagePen { { outline->colour, 255 }, StrokeWidth(*outline), true, StyleDashes(*outline) };
     Add(std::move(shape), std::move(paint), Merging::No, clip);
 }
 
@@ -375,9 +383,9 @@ void PageCanvas::Add(PageShape&& shape, PagePaint&& paint, Merging merging, Clip
     for (std::size_t i = 0; i < shape.figures.size(); ++i) {
         auto points = shape.PointsOf(i);
         // A line that starts where the last one ended goes on with it.
-        bool const goesOn = paint.pen && paint.pen->dashes.empty() && (paint.pen->round || paint.pen->width <= 1.0)
-            && !shape.figures[i].closed && !target.figures.empty() && !target.figures.back().closed
-            && target.points.back() == points.front();
+        bool const goesOn = paint.pen && paint.pen->dashes.empty()
+            && (paint.pen->round || paint.pen->width <= kHairline) && !shape.figures[i].closed
+            && !target.figures.empty() && !target.figures.back().closed && target.points.back() == points.front();
         if (goesOn)
             target.points.insert(target.points.end(), points.begin() + 1, points.end());
         else

@@ -183,7 +183,7 @@ TEST(PageSurface, SvgLinesRunThroughTheMiddleOfTheirRowsOfPixels)
     auto const line = [](int width, std::vector<CPoint> points) {
         return MakeSvg([&](Surface& page) { page.Polyline(points, { PS_SOLID, width, RGB(255, 0, 0), {} }, {}); });
     };
-    EXPECT_THAT(line(1, { { 10, 20 }, { 30, 20 } }), HasSubstr("stroke=\"#f00\" d=\"m10.5 20.5h20\""));
+    EXPECT_THAT(line(1, { { 10, 20 }, { 30, 20 } }), HasSubstr("stroke-width=\"3.125\" d=\"m10.5 20.5h20\""));
     EXPECT_THAT(line(4, { { 10, 20 }, { 30, 20 } }), HasSubstr("d=\"m10 20h20\""));
     // Points on the way go, signs separate numbers, and letters are not repeated.
     EXPECT_THAT(
