@@ -1,4 +1,5 @@
 #include "ombrel/colour/Legend.h"
+#include "ombrel/drawing/FillPattern.h"
 #include "ombrel/drawing/Port.h"
 #include "ombrel/foundation/Utils.h"
 #include "ombrel/model/Graph.h"
@@ -114,9 +115,7 @@ namespace {
 
 void DrawPatch(CDC& dc, CRect const& patch, LegendEntry const& entry)
 {
-    VectorBrush const brush = entry.fillPattern == LegendEntry::kSolidPattern
-        ? VectorBrush::Solid(entry.colour)
-        : VectorBrush::Hatch(entry.fillPattern, { entry.colour, 255 }, { 0xFFFFFF, 255 });
+    VectorBrush const brush = MakePatternBrush(entry.fillPattern, entry.colour);
     VectorGraphics(dc).FillRectangle(brush, patch.left, patch.top, patch.Width(), patch.Height());
     CVUtils::DrawRect(&dc, patch);
 }

@@ -302,7 +302,6 @@ void C2DAreaPlot::DrawCurves(CPort* port)
 
 void C2DAreaPlot::FillBands(CDC& dc, CRect const& clip, std::vector<std::vector<CPoint>> const& polygons) const
 {
-    constexpr COLORREF kWhite = 0xFFFFFF;
     SavedDC const saved(dc);
     VectorGraphics graphics(dc);
     graphics.SetClipRect(clip);
@@ -311,12 +310,9 @@ void C2DAreaPlot::FillBands(CDC& dc, CRect const& clip, std::vector<std::vector<
         PolygonPath path;
         for (CPoint const& p : polygons[band])
             path.Add(p);
-        auto const colour = static_cast<COLORREF>(curves[band]->GetColour());
-        int const pattern = curves[band]->GetFillPattern();
-        VectorBrush const brush = pattern == C2DLine::kSolidPattern
-            ? VectorBrush::Solid(colour)
-            : VectorBrush::Hatch(pattern, { colour, 255 }, { kWhite, 255 });
-        graphics.FillPolygon(brush, path.Points());
+        C2DAreaCurve const& curve = *curves[band];
+        graphics.FillPolygon(
+            MakePatternBrush(curve.GetFillPattern(), static_cast<COLORREF>(curve.GetColour())), path.Points());
     }
 }
 

@@ -96,7 +96,7 @@ void C2DBarCurve::DrawBars(CPort* port)
     ComputeMaxBarWidth();
     double const width = m_bars.Width();
     double const baseline = BaselineOf(*axes);
-    VectorBrush const brush = BarPainter::MakeBrush(m_fillPattern, static_cast<COLORREF>(GetColour()));
+    VectorBrush const brush = MakePatternBrush(m_fillPattern, static_cast<COLORREF>(GetColour()));
     BarPainter painter(*port, *GetGraph2D(), m_bars.borderColour);
     for (int i = 0, n = GetNumPoints(); i < n; ++i) {
         CRealPoint const p = C2DCurve::GetAt(i);
@@ -108,7 +108,7 @@ void C2DBarCurve::DrawBar(CPort* port, CRealPoint const& top, CRealPoint const& 
 {
     if (GetAxes())
         BarPainter(*port, *GetGraph2D(), m_bars.borderColour)
-            .Paint(top.x, m_bars.Width(), top.y, base.y, BarPainter::MakeBrush(m_fillPattern, colour));
+            .Paint(top.x, m_bars.Width(), top.y, base.y, MakePatternBrush(m_fillPattern, colour));
 }
 
 int C2DBarCurve::GetActualRect(CRect& rect) const

@@ -76,7 +76,7 @@ void C2DClusteredBarPlot::DrawBars(CPort* port)
         auto const* const curve = DynamicDowncast<C2DClusteredBarCurve>(GetComponents()[k]);
         if (curve && curve->IsValid())
             bars.push_back(
-                { curve, BarPainter::MakeBrush(curve->GetFillPattern(), static_cast<COLORREF>(curve->GetColour())),
+                { curve, MakePatternBrush(curve->GetFillPattern(), static_cast<COLORREF>(curve->GetColour())),
                     (k - (curves - 1) * 0.5) * width });
     }
     auto const& first = static_cast<C2DCurve const&>(*GetComponents()[0]);

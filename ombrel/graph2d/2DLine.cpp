@@ -63,9 +63,7 @@ std::span<double const> C2DLine::GetDashes(int lineType)
 
 VectorBrush C2DLine::MakeFillBrush(int pattern, COLORREF colour)
 {
-    if (pattern == kSolidPattern)
-        return VectorBrush::Solid(colour);
-    return VectorBrush::Hatch(pattern, { colour, 255 }, { 0, 1 });
+    return MakePatternBrush(pattern, colour, { 0, 1 });
 }
 
 void C2DLine::GetFillRange(double& min, double& max) const

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/drawing/FillPattern.h"
 #include "ombrel/graph2d/2DCurve.h"
 #include "ombrel/graph2d/LinePath.h"
 #include "ombrel/platform/gdi/Surface.h"
@@ -16,7 +17,7 @@ public:
     enum ShadeMode : int { shBaseline = 0, shClosed = 1 };
     enum BaselineShadeMode : int { bsBoth = 0, bsAbove = 1, bsBelow = 2 };
     /// The fill pattern that stands for a solid brush.
-    static constexpr int kSolidPattern = 6;
+    static constexpr int kSolidPattern = kSolidFillPattern;
 
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

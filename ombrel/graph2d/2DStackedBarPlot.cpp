@@ -241,8 +241,7 @@ void C2DStackedBarPlot::DrawBars(CPort* port)
     StackedCurves const curves(*this);
     std::vector<VectorBrush> brushes;
     for (std::size_t k = 0; k < curves.Count(); ++k)
-        brushes.push_back(
-            BarPainter::MakeBrush(curves[k].GetFillPattern(), static_cast<COLORREF>(curves[k].GetColour())));
+        brushes.push_back(MakePatternBrush(curves[k].GetFillPattern(), static_cast<COLORREF>(curves[k].GetColour())));
     Scaling const scaling(*this, curves);
     Stack stack(curves);
     auto const& first = static_cast<C2DCurve const&>(*GetComponents()[0]);

@@ -1,7 +1,6 @@
 #include "ombrel/graph2d/BarPainter.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/model/LineWidth.h"
 
@@ -34,13 +33,6 @@ bool BarPainter::ClipToAxes(CRect& rect, CRect const& axes)
         return axes.PtInRect(rect.TopLeft());
     rect = common;
     return true;
-}
-
-VectorBrush BarPainter::MakeBrush(int pattern, COLORREF colour)
-{
-    if (pattern == C2DLine::kSolidPattern)
-        return VectorBrush::Solid(colour);
-    return VectorBrush::Hatch(pattern, { colour, 255 }, { RGB(255, 255, 255), 255 });
 }
 
 void BarPainter::Paint(double x, double width, double from, double to, VectorBrush const& brush)

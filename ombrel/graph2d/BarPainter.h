@@ -30,8 +30,6 @@ public:
     /// Clips the rectangle to the axes; when nothing is left it stays as it was, and the answer is whether its top-left
     /// corner lies inside the axes.
     static bool ClipToAxes(CRect& rect, CRect const& axes);
-    /// The brush of a fill pattern; hatches lie on white.
-    static VectorBrush MakeBrush(int pattern, COLORREF colour);
 
 private:
     /// The rows top … bottom of a pixel column that bars thinner than a pixel cover; none when top > bottom.

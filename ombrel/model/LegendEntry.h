@@ -11,12 +11,10 @@ namespace ombrel {
 struct LegendEntry {
     /// The fill pattern that stands for a solid patch without a pattern of its own.
     static constexpr int kNoPattern = -1;
-    /// The hatch style that stands for a solid filling.
-    static constexpr int kSolidPattern = 6;
 
     CString title;
     COLORREF colour = 0;
-    /// Hatch style of the patch; the two above and styles that do not exist are solid.
+    /// Hatch style of the patch; kNoPattern, kSolidFillPattern and styles that do not exist are solid.
     int fillPattern = kNoPattern;
     /// Lengths in multiples of the line's width; empty is solid. Static storage.
     std::span<double const> dashes;

@@ -1,3 +1,4 @@
+#include "ombrel/drawing/FillPattern.h"
 #include "ombrel/foundation/Utils.h"
 #include "tests/colour/AnnotationFixture.h"
 #include "tests/model/ArchiveBytes.h"
@@ -64,7 +65,7 @@ TEST(Legend, FillsPatchesWithTheCurvesPatternOnWhite)
     FramedGraph graph;
     std::optional<int> const expected[] = { std::nullopt, std::nullopt, 0, 52, std::nullopt, std::nullopt };
     LegendEntry entry = Striking();
-    for (int const pattern : { LegendEntry::kNoPattern, LegendEntry::kSolidPattern, 0, 52, 53, -1000 }) {
+    for (int const pattern : { LegendEntry::kNoPattern, kSolidFillPattern, 0, 52, 53, -1000 }) {
         entry.fillPattern = pattern;
         graph.List(entry);
     }
