@@ -24,7 +24,7 @@ std::vector<SourceFile> const& Library()
 
 std::vector<SourceFile> const& Users()
 {
-    static auto const files = ReadSources(kRoot, { "tools", "examples", "benchmarks", "fuzz", "tests" });
+    static auto const files = ReadSources(kRoot, { "tools", "colour-maps", "examples", "benchmarks", "fuzz", "tests" });
     return files;
 }
 

@@ -116,8 +116,10 @@ TEST_F(Command, NamesAxesAndCurvesFromTheHeader)
     Write("co2.csv", kMonths);
     ASSERT_EQ(Run("plot co2.csv -o a.svg").status, 0);
     std::string const svg = ReadFile(In("a.svg"));
-    for (char const* const text : { ">Month<", ">CO2, adjusted<", ">Mar 2019<", ">410<", ">414<" })
+    for (char const* const text : { ">Month<", ">CO2<", ">adjusted<", ">Mar 2019<", ">410<", ">414<" })
         EXPECT_NE(svg.find(text), std::string::npos) << text;
+    ASSERT_EQ(Run("plot co2.csv --legend off -o a.svg").status, 0);
+    EXPECT_NE(ReadFile(In("a.svg")).find(">CO2, adjusted<"), std::string::npos);
     ASSERT_EQ(
         Run("plot co2.csv -y adjusted --x-title when --y-title 'how much' --title Air -o a.svg --save a.doc").status,
         0);
@@ -156,7 +158,11 @@ TEST_F(Command, EachPlotOptionChangesThePicture)
     for (char const* const option :
         { "-x 2", "-x 0", "-y 2", "--kind steps", "--kind pairs", "--kind points", "--kind filled", "--title T",
             "--x-title T", "--y-title T", "--x-range 5:20", "--x-range :20", "--y-range=-10:50", "--log x", "--log y",
-            "--log xy", "--size 900x640", "--antialias", "--line-width 3", "--symbols", "--header no -y 2 -x 0" }) {
+            "--log xy", "--size 900x640", "--antialias", "--line-width 3", "--symbols", "--grid off", "--grid both",
+            "--legend off", "--legend bl", "--palette grey", "--palette spectrum", "--theme dark", "--theme print",
+            "--caption A@0.5,0.5", "--error 3 -y 2", "--polar", "--polar --radians", "--kind bar", "--kind stacked",
+            "--kind stacked --percent", "--kind area", "--kind area --normalised", "--kind error --error 3 -y 2",
+            "--kind text --label 3 -y 2", "--kind histogram", "--kind histogram --bins 3", "--header no -y 2 -x 0" }) {
         Result const result = Run("plot t.csv -o other.bmp "s + option);
         if (option == "--header no -y 2 -x 0"sv) {
             // The names are cells of a column of numbers then.
@@ -173,6 +179,10 @@ TEST_F(Command, TellsFaultsWithTheirPlaceAndLeavesEarlierFilesAlone)
     Write("good.csv", kMonths);
     Write("word.csv", "x,y\n1,2\n2,abc\n3,4\n4,5\n");
     Write("wide.csv", "x,y\n1,2\n2,3,4\n");
+    Write("bars.csv", "x,y,z\n1,2,0\n# a remark\n2,3,1\n\n2,4,-1\n");
+    Write("long.csv", "x,y\n1,0.5\n2,3\n");
+    Write("word2.csv", "x,y\na,2\nb,3\n");
+    Write("word3.csv", "x,y\na,2\nc,3\n");
     Write("empty.csv", "");
     Write("names.csv", "x,y\n");
     Write("texts.csv", "a,b\nx,y\n");
@@ -216,6 +226,25 @@ TEST_F(Command, TellsFaultsWithTheirPlaceAndLeavesEarlierFilesAlone)
         { "plot good.csv --x-range 2019-01-01T12:00:2018-01-01", 2, "A below B" },
         { "plot good.csv --x-range 1:2", 2, "dates such as" },
         { "plot good.csv --x-range 2030:2040", 1, "outside of --x-range" },
+        { "plot bars.csv --kind bar", 1,
+            "bars.csv:6: expected one row for each x, since each has one bar, found 2 again "
+            "(line 4 has it)" },
+        { "plot word2.csv bars.csv --kind stacked", 1, "bars.csv: expected words along x as in word2.csv" },
+        { "plot word2.csv word3.csv", 1,
+            "word3.csv:3: expected the words along x of word2.csv, here \"b\", found \"c\"" },
+        { "plot long.csv bars.csv --kind area", 1, "bars.csv: expected 2 rows as in long.csv, found 3" },
+        { "plot bars.csv -y y --error z --kind points", 1,
+            "bars.csv:6: column 3: expected an error that is not negative, found -1" },
+        { "plot long.csv -y x,y --error 1,1,1", 2, "expected one column, or one for each of the 2 y columns, found 3" },
+        { "plot long.csv --kind clustered --log y", 2, "stand on 1" },
+        { "plot long.csv --kind stacked --log y", 2, "values add up" },
+        { "plot long.csv --bins 4", 2, "--bins is for --kind histogram, not for line" },
+        { "plot long.csv --kind area --error 2", 2, "--error is for --kind line" },
+        { "plot long.csv --kind error", 2, "needs --error" },
+        { "plot long.csv --kind histogram -x 1", 2, "-x does nothing with --kind histogram" },
+        { "plot long.csv --polar --x-range 1:2", 2, "--x-range does nothing with --polar" },
+        { "plot word2.csv --log x", 2, "the x values are words" },
+        { "plot long.csv --palette nosuch", 2, "expected distinct, grey or a colour map" },
         { "plot", 2, "expected a FILE" },
         { "plot - - < good.csv", 2, "once only" },
         { "plot --bogus", 2, "--bogus" },
@@ -233,7 +262,7 @@ TEST_F(Command, TellsFaultsWithTheirPlaceAndLeavesEarlierFilesAlone)
     }
     EXPECT_EQ(ReadFile(In("earlier.png")), "earlier");
     EXPECT_EQ(ReadFile(In("good.csv")), kMonths);
-    EXPECT_EQ(Files().size(), 11u) << "something was left behind";
+    EXPECT_EQ(Files().size(), 15u) << "something was left behind";
 }
 
 TEST_F(Command, TellsWhatItAssumedAndWhatItLeftOut)
@@ -250,15 +279,45 @@ TEST_F(Command, TellsWhatItAssumedAndWhatItLeftOut)
     Result const logarithmic = Run("plot log.csv --log y");
     EXPECT_EQ(logarithmic.status, 0);
     EXPECT_NE(logarithmic.errors.find("warning: 2 values are not above zero"), std::string::npos);
-    Write("labels.csv", "name,y\nx,10\ny,0\n");
-    Result const labels = Run("plot labels.csv");
-    EXPECT_EQ(labels.status, 0);
-    EXPECT_NE(labels.errors.find("warning: labels.csv: column 1 (name) holds texts"), std::string::npos);
+    Write("gaps.csv", "x,a,b\n1,2,3\n2,,1\n3,4,-1\n");
+    Result const bands = Run("plot gaps.csv --kind area");
+    EXPECT_NE(bands.errors.find("warning: 1 gap counts as 0"), std::string::npos) << bands.errors;
+    EXPECT_NE(bands.errors.find("warning: 1 value is negative"), std::string::npos) << bands.errors;
+    EXPECT_NE(
+        Run("plot gaps.csv --kind bar -v").errors.find("2 columns: the bars stand side by side"), std::string::npos);
+    Result const histogram = Run("plot gaps.csv --kind histogram -y a --bins 2 -v");
+    EXPECT_NE(histogram.errors.find("2 values in 2 bins of 1 from 2 to 4; left out: 1 gap"), std::string::npos)
+        << histogram.errors;
+}
+
+TEST_F(Command, WritesWordsAndNumbersWhereTheyBelong)
+{
+    Write("t.csv", "Region,2019,2020\nNorth,12,14\nSouth,9,-7\nEast,7.5,11\n");
+    struct {
+        char const* options;
+        std::vector<char const*> texts;
+    } const cases[] {
+        { "-y 2019 --kind bar", { ">North<", ">South<", ">East<", ">Region<", ">2019<", ">0<", ">14<" } },
+        { "--kind clustered", { ">North<", ">East<", ">2019<", ">2020<", ">-10<", ">15<" } },
+        { "--kind stacked --percent", { ">South<", ">%<", ">-40<", ">100<" } },
+        { "--kind line --caption 'A & B@0.1,0.1'", { ">North<", ">East<", ">A &amp; B<" } },
+        { "-y 2019 --kind histogram --bins 3", { ">count<", ">2019<", ">8.0<", ">12.0<", ">0<", ">1<" } },
+        { "-y 2019 -x 0 --kind text --label Region", { ">North<", ">South<", ">East<", ">row<" } },
+        { "-y 2019,2020 -x 0 --polar", { ">0<", ">45<", ">315<", ">2019<", ">2020<" } },
+    };
+    for (auto const& c : cases) {
+        Result const result = Run("plot t.csv --page A5 -o t.svg "s + c.options);
+        ASSERT_EQ(result.status, 0) << c.options << result.errors;
+        std::string const svg = ReadFile(In("t.svg"));
+        for (char const* const text : c.texts)
+            EXPECT_NE(svg.find(text), std::string::npos) << c.options << ": " << text;
+    }
 }
 
 TEST_F(Command, DocumentsKeepTheGraphAndTheirBytes)
 {
     Write("co2.csv", kMonths);
+    Write("xy.csv", "x,y,z\n1,2,3\n2,4,1\n3,3,2\n");
     ASSERT_EQ(Run("plot co2.csv -o a.png --save a.doc --title Air --symbols").status, 0);
     ASSERT_EQ(Run("draw a.doc -o b.png --save b.doc").status, 0);
     EXPECT_TRUE(ReadFile(In("a.png")) == ReadFile(In("b.png")));
@@ -268,6 +327,13 @@ TEST_F(Command, DocumentsKeepTheGraphAndTheirBytes)
     EXPECT_TRUE(ReadFile(In("a.doc")) == ReadFile(In("c.doc")));
     ASSERT_EQ(Run("draw - -o d.png < a.doc").status, 0);
     EXPECT_TRUE(ReadFile(In("a.png")) == ReadFile(In("d.png")));
+    for (char const* const kind : { "bar", "stacked", "area", "histogram", "points --error 3 -y 2", "line --polar",
+             "text --label 1 -x 0", "line --theme dark --caption A@0.2,0.2" }) {
+        ASSERT_EQ(Run("plot xy.csv -o a.png --save a.doc --title Air --kind "s + kind).status, 0) << kind;
+        ASSERT_EQ(Run("draw a.doc -o b.png --save b.doc").status, 0);
+        EXPECT_TRUE(ReadFile(In("a.png")) == ReadFile(In("b.png"))) << kind;
+        EXPECT_TRUE(ReadFile(In("a.doc")) == ReadFile(In("b.doc"))) << kind;
+    }
 }
 
 TEST_F(Command, ReadsTheContentsOfAGraphWithoutItsReference)

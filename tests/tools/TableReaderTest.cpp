@@ -355,5 +355,21 @@ TEST(TableReader, SurvivesAnyBytes)
     }
 }
 
+TEST(TableReader, KeepsTextsThatAreAskedForAndTellsTheLineOfEachRow)
+{
+    TableOptions options;
+    options.wordColumn = "1";
+    options.asTexts = { "n" };
+    Table const table
+        = ReadWell("# made by hand\nword,n,other\n,1.50,p\n\"a\nb\",,q\n\n# c\n\"say \"\"x\"\"\",3\n", options);
+    EXPECT_EQ(table.columns[0].texts, (std::vector<std::string> { "", "a\nb", "say \"x\"" }));
+    EXPECT_EQ(table.columns[1].texts, (std::vector<std::string> { "1.50", "", "3" }));
+    EXPECT_EQ(ValuesOf(table.columns[1]).front(), 1.5);
+    EXPECT_TRUE(table.columns[2].texts.empty());
+    EXPECT_EQ(table.LineOf(0), 3u);
+    EXPECT_EQ(table.LineOf(1), 4u);
+    EXPECT_EQ(table.LineOf(2), 8u);
+}
+
 } // namespace
 } // namespace ombrel::host

@@ -4,8 +4,32 @@
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/Output.h"
+#include "tools/ombrel/TitleCaption.h"
 
 namespace ombrel::host {
+
+namespace {
+
+bool HasBoxes(C2DGraph const& graph)
+{
+    return (graph.GetLegend() && graph.GetLegend()->IsOn())
+        || (graph.GetCaptionArray() && graph.GetCaptionArray()->GetSize() > 0);
+}
+
+/// The picture may have another shape than the one that the document was made for: puts the title in the middle again
+/// and what floats over the graph inside.
+void FitToPicture(C2DGraph& graph, Target const& target)
+{
+    if (!HasBoxes(graph))
+        return;
+    Picture scratch(target);
+    graph.LayOut(&scratch.GetDC(), scratch.GetRect());
+    PlaceTitle(graph, scratch.GetDC());
+    DrawGraph(graph, scratch);
+    KeepBoxesInside(graph);
+}
+
+} // namespace
 
 void RunDraw(Options const& options, InputFile& file, Messages const& messages)
 {
@@ -23,6 +47,7 @@ void RunDraw(Options const& options, InputFile& file, Messages const& messages)
     graph->UpdatePlots();
     if (graph->GetTitle() != CString(kUntitled))
         target.title = graph->GetTitle().ToUtf8();
+    FitToPicture(*graph, target);
     Picture picture(target);
     DrawGraph(*graph, picture);
     WriteTarget(target, picture.Encode(), messages);

@@ -41,7 +41,7 @@ constexpr std::array kOptions {
         "Columns of the y values, by name or number. Without it, all other columns of numbers.", kPlot, {},
         ValueKind::Column, true },
     OptionEntry { OptionId::Kind, "kind", 0, "KIND",
-        "line, steps, pairs (the points 1-2, 3-4, ... joined), points, filled (down to zero), bar, clustered or "
+        "line, steps, pairs (points 1-2, 3-4 and so on joined), points, filled (down to zero), bar, clustered or "
         "stacked "
         "(bars), area (stacked), error (bars of --error), text (of --label) or histogram.",
         kPlot, kKinds },

@@ -410,11 +410,11 @@ std::string HelpText(Command command)
         if (command != Command::None && c.command != command)
             continue;
         text += "  " + std::string(c.usage);
-        text.append(c.usage.size() + 4 < 36 ? 36 - c.usage.size() - 2 : 2, ' ');
-        AppendWrapped(text, c.help, 36, kWidth);
+        text.append(c.usage.size() + 4 < 38 ? 38 - c.usage.size() - 2 : 2, ' ');
+        AppendWrapped(text, c.help, 38, kWidth);
     }
     if (command == Command::None)
-        text += "  ombrel FILE... [options]          What fits the file: plot or draw.\n";
+        text += "  ombrel FILE... [options]            What fits the file: plot or draw.\n";
     text += "\nOptions:\n";
     for (OptionEntry const& option : AllOptions()) {
         if (!TakesOption(command, option))

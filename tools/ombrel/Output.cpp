@@ -1,7 +1,6 @@
 #include "tools/ombrel/Output.h"
 #include "ombrel/drawing/DIB.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "ombrel/graph2d/Axes.h"
 #include "ombrel/platform/framework/File.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/PageSurface.h"
@@ -67,48 +66,6 @@ std::string DefaultPath(std::string const& input, PictureFormat format)
     if (input == "-")
         return std::string("stdin") + ExtensionOf(format);
     return std::filesystem::path(input).filename().replace_extension(ExtensionOf(format)).string();
-}
-
-/// The title that is to be drawn; empty for none.
-CString TitleOf(C2DGraph const& graph) { return graph.GetTitle() == CString(kUntitled) ? CString() : graph.GetTitle(); }
-
-/// A font that makes the title fit, as large as there is room for above the axes; none when it would be unreadable.
-bool ChooseTitleFont(CDC& dc, CString const& title, int usual, CSize room, CFont& font)
-{
-    CFontData face;
-    face.weight = 700;
-    for (int height = std::min(usual, room.cy); height * 2 >= usual; --height) {
-        CVUtils::ConfigureFont(&font, face, height, 0);
-        dc.SelectObject(&font);
-        if (dc.GetTextExtent(title).cx <= room.cx)
-            return true;
-    }
-    return false;
-}
-
-void DrawTitle(C2DGraph& graph, CDC& dc, CRect const& rect)
-{
-    CString title = TitleOf(graph);
-    if (title.IsEmpty() || !graph.GetAxes())
-        return;
-    CRect const axes = graph.GetAxesRect();
-    CSize const room(rect.Width(), std::min(axes.top, graph.GetAxes()->GetExtentRect().top) - rect.top);
-    int const usual = static_cast<int>(graph.GetAxes()->GetFontHeight() * 1.25 + 0.5);
-    SavedDC const saved(dc);
-    CFont font;
-    bool fits = ChooseTitleFont(dc, title, usual, room, font);
-    while (!fits && title.GetLength() > 8) {
-        title = title.Left(title.GetLength() * 9 / 10 - 1) + CString("…");
-        fits = ChooseTitleFont(dc, title, usual, room, font);
-    }
-    if (!fits)
-        return;
-    CSize const size = dc.GetTextExtent(title);
-    int const centred = axes.left + (axes.Width() - size.cx) / 2;
-    int const x = std::clamp(centred, static_cast<int>(rect.left), std::max<int>(rect.left, rect.right - size.cx));
-    dc.SetBkMode(TRANSPARENT);
-    dc.SetTextColor(graph.GetAxes()->GetTitlesColour());
-    dc.TextOut(x, rect.top + (room.cy - size.cy) / 2, title);
 }
 
 void WriteToStandardOutput(std::string const& bytes)
@@ -185,11 +142,7 @@ std::string Picture::Encode()
     return EncodePng(*m_bitmap->GetBitmap().GetRaster(), settings);
 }
 
-void DrawGraph(C2DGraph& graph, Picture& picture)
-{
-    graph.Draw(&picture.GetDC(), picture.GetRect(), pmDirect);
-    DrawTitle(graph, picture.GetDC(), picture.GetRect());
-}
+void DrawGraph(C2DGraph& graph, Picture& picture) { graph.Draw(&picture.GetDC(), picture.GetRect(), pmDirect); }
 
 void WriteFile(std::string const& path, std::string const& bytes)
 {

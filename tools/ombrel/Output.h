@@ -52,11 +52,8 @@ private:
     std::unique_ptr<CDC> m_pageDC;
 };
 
-/// Draws the graph, and its title over it, into the whole of the picture.
+/// Draws the graph into the whole of the picture.
 void DrawGraph(C2DGraph& graph, Picture& picture);
-
-/// The name that a graph without a title has.
-inline constexpr char const* kUntitled = "untitled";
 
 /// Writes beside the target and renames, or to standard output. Throws Failure with kDataFault.
 void WriteTarget(Target const& target, std::string const& bytes, Messages const& messages);

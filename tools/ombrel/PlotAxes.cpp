@@ -1,8 +1,11 @@
 #include "tools/ombrel/PlotAxes.h"
 #include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DGrid.h"
+#include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/platform/gdi/DC.h"
-#include "tools/ombrel/Output.h"
+#include "tools/ombrel/Categories.h"
+#include "tools/ombrel/TitleCaption.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,6 +22,9 @@ AxisRange RangeOf(AxisWish const& wish)
     AxisRange range = wish.data;
     if (range.min > range.max)
         range = { 0.0, 1.0 };
+    range = { range.min - wish.margin, range.max + wish.margin };
+    if (wish.headroom && range.max > 0.0)
+        range.max += 0.02 * (range.max - range.min);
     if (wish.min)
         range.min = *wish.min;
     if (wish.max)
@@ -98,17 +104,12 @@ void SetDateAxis(CAxes& axes, DateTicks const& ticks)
     axes.SetXMinorLabelTimeFormat("");
 }
 
-/// Gives the graph the whole picture but for a margin, and room for its title.
-void PlaceGraph(C2DGraph& graph, CRect const& rect, int margin)
+/// Lays the graph out in the rectangle without drawing it.
+void Measure(C2DGraph& graph, CRect const& rect, CDC& dc)
 {
-    bool const hasTitle = graph.GetTitle() != CString(kUntitled) && !graph.GetTitle().IsEmpty();
-    CRect const place(
-        rect.left + margin, rect.top + (hasTitle ? margin * 5 / 2 : margin), rect.right - margin, rect.bottom - margin);
-    graph.SetGraphAndWindowRect(place, rect);
+    graph.SetGraphAndWindowRect(rect, graph.GetWindowRect());
+    graph.LayOut(&dc, graph.GetWindowRect());
 }
-
-/// Draws what there is of the graph onto a picture that is thrown away, for its sizes.
-void MeasureGraph(C2DGraph& graph, Picture& scratch) { graph.Draw(&scratch.GetDC(), scratch.GetRect(), pmDirect); }
 
 /// With labels that leave out what they have in common, that goes into the title.
 std::string TitleWithCommon(std::string const& title, DateTicks const& ticks)
@@ -121,11 +122,33 @@ std::string TitleWithCommon(std::string const& title, DateTicks const& ticks)
     return title.empty() ? text : title + " (" + text + ")";
 }
 
-void LayOutX(CAxes& axes, AxisWish const& x, int length, LabelMeasure const& measure)
+void LayOutWords(CAxes& axes, AxisWish const& x, CSize area, LabelMeasure const& measure)
+{
+    auto const width = [&measure](std::string const& text) { return measure.Width(text); };
+    WordLabels const labels = FitWords(x.words, area.cx, area.cy / 3, measure.Height(), width);
+    CDoubleArray positions;
+    CStringArray texts;
+    for (std::size_t i = 0; i < labels.shown.size(); ++i) {
+        positions.Add(static_cast<double>(labels.shown[i] + 1));
+        texts.Add(CString(labels.texts[i]));
+    }
+    axes.SetXAxisRange(0.5, static_cast<double>(x.words.size()) + 0.5);
+    axes.SetXAxisRangeMode(CAxes::rmFixed);
+    axes.SetXTickMode(CAxes::tmArbitrary);
+    axes.SetXAxisLabelMode(CAxes::lmArbitraryStrings);
+    axes.SetXArbTickPosns(positions);
+    axes.SetXLabels(texts);
+    axes.SetLabelsHorizontal(labels.upright ? 0 : 1);
+}
+
+void LayOutX(CAxes& axes, AxisWish const& x, CSize area, LabelMeasure const& measure)
 {
     auto const width = [&measure](std::string const& text) { return measure.Width(text); };
     RangeFreedom const freedom = FreedomOf(x, kNear);
-    if (x.dates) {
+    int const length = area.cx;
+    if (!x.words.empty()) {
+        LayOutWords(axes, x, area, measure);
+    } else if (x.dates) {
         DateTicks const ticks = FitDateTicks(RangeOf(x), freedom, length, width);
         SetDateAxis(axes, ticks);
         axes.SetXAxisTitle(CString(TitleWithCommon(x.title, ticks)));
@@ -147,12 +170,53 @@ void LayOutY(CAxes& axes, AxisWish const& y, int length, int fontHeight)
     double const below = range.min - 0.01 * (range.max - range.min);
     if (!y.min && range.min != 0.0 && (range.min > 0.0) == (below > 0.0))
         range.min = below;
-    SetNumberAxis(axes, CAxes::atY, MakeNumberTicks(range, FreedomOf(y, 1.0), steps));
+    double const smallestStep = y.counts ? 1.0 : 0.0;
+    SetNumberAxis(axes, CAxes::atY, MakeNumberTicks(range, FreedomOf(y, 1.0), steps, smallestStep));
+}
+
+/// Half as long as labels are high, so that the first label of the x axis does not touch the lowest one of the y axis
+/// where they meet.
+void LengthenNotches(CAxes& axes, CRect const& graph)
+{
+    constexpr double kUsualPart = 1.0 / 80.0;
+    double const usual = std::max(1.0, std::round(std::min(graph.Width(), graph.Height()) * kUsualPart));
+    double const factor = std::max(1.0, axes.GetFontHeight() / 2.0 / usual);
+    axes.SetXMajorTickScaleFac(factor);
+    axes.SetXMinorTickScaleFac(factor);
+    axes.SetYMajorTickScaleFac(factor);
+    axes.SetYMinorTickScaleFac(factor);
 }
 
 } // namespace
 
-void LayOutAxes(C2DGraph& graph, AxisWish const& x, AxisWish const& y, Picture& scratch)
+void SetGrid(C2DGraph& graph, GridChoice choice, bool withUprightLines)
+{
+    C2DPolarGrid& polar = *graph.GetPolarGrid();
+    C2DGrid& grid = *graph.GetGrid();
+    bool const minor = choice == GridChoice::Both;
+    if (!minor) {
+        polar.SetNumMinorRDivs(1);
+        polar.SetNumMinorPhiDivs(1);
+        // Decade lines cannot be left out, but not be seen.
+        grid.SetMinorColour(static_cast<COLORREF>(graph.GetBkndColour()));
+    }
+    grid.SetOn(choice != GridChoice::Off && !polar.IsOn());
+    grid.SetVertLinesOn(withUprightLines);
+}
+
+CRect GraphRectIn(C2DGraph& graph, CRect const& window, CDC& dc)
+{
+    // Labels are as high as the smaller side of the graph rectangle lets them be: a first guess is good enough.
+    int const guess = std::min(window.Width(), window.Height()) / 30;
+    graph.SetGraphAndWindowRect(
+        CRect(window.left + guess, window.top + guess, window.right - guess, window.bottom - guess), window);
+    Measure(graph, graph.GetGraphRect(), dc);
+    int const margin = graph.GetAxes()->GetFontHeight();
+    int const top = FindTitle(graph) ? margin * 5 / 2 : margin;
+    return CRect(window.left + margin, window.top + top, window.right - margin, window.bottom - margin);
+}
+
+void LayOutAxes(C2DGraph& graph, AxisWish const& x, AxisWish const& y, CRect const& rect, CDC& dc)
 {
     CAxes& axes = *graph.GetAxes();
     axes.SetXAxisTitle(CString(x.title));
@@ -161,18 +225,43 @@ void LayOutAxes(C2DGraph& graph, AxisWish const& x, AxisWish const& y, Picture& 
         axes.SetXAxisScaleMode(1);
     if (y.logarithmic)
         axes.SetYAxisScaleMode(1);
-
-    CRect const rect = scratch.GetRect();
-    PlaceGraph(graph, rect, std::min(rect.Width(), rect.Height()) / 30);
-    MeasureGraph(graph, scratch);
-    int const fontHeight = axes.GetFontHeight();
-    PlaceGraph(graph, rect, fontHeight);
-    LayOutY(axes, y, graph.GetAxesRect().Height(), fontHeight);
+    Measure(graph, rect, dc);
+    LengthenNotches(axes, rect);
+    LayOutY(axes, y, graph.GetAxesRect().Height(), axes.GetFontHeight());
     // The y labels decide how much of the width is left.
-    MeasureGraph(graph, scratch);
-    LabelMeasure const measure(graph, scratch.GetDC());
-    LayOutX(axes, x, graph.GetAxesRect().Width(), measure);
-    PlaceGraph(graph, rect, fontHeight);
+    Measure(graph, rect, dc);
+    LabelMeasure const measure(graph, dc);
+    LayOutX(axes, x, graph.GetAxesRect().Size(), measure);
+    Measure(graph, rect, dc);
+    if (!axes.GetLabelsHorizontal()) {
+        // Room at the end of the axis is kept as if these labels lay level: the axis gets it back. They leave less of
+        // the height.
+        CRect const wider(rect.left, rect.top, 2 * rect.right - graph.GetAxesRect().right, rect.bottom);
+        LayOutY(axes, y, graph.GetAxesRect().Height(), axes.GetFontHeight());
+        Measure(graph, wider, dc);
+    }
+}
+
+void LayOutPolar(C2DGraph& graph, CRect const& rect, CDC& dc)
+{
+    CAxes& axes = *graph.GetAxes();
+    axes.SetXAxisOn(0);
+    axes.SetYAxisOn(0);
+    axes.SetXAxisTitle("");
+    axes.SetYAxisTitle("");
+    Measure(graph, rect, dc);
+    LabelMeasure const measure(graph, dc);
+    // The labels of the angles stand round the circle, those of the radii to its left.
+    int const above = measure.Height();
+    int const aside = measure.Width("180") + measure.Height() / 2;
+    CRect const measured = graph.GetAxesRect();
+    int const left = std::max(aside, static_cast<int>(measured.left - rect.left));
+    int const side = std::max(1, std::min(rect.Width() - left - aside, rect.Height() - 2 * above));
+    int const x = rect.left + left + (rect.Width() - left - aside - side) / 2;
+    int const y = rect.top + (rect.Height() - side) / 2;
+    // What the scale of the radius takes up makes the graph rectangle larger than the square.
+    CPoint const scale(measured.left - rect.left, measured.top - rect.top);
+    Measure(graph, CRect(x - scale.x, y - scale.y, x + side, y + side), dc);
 }
 
 } // namespace ombrel::host

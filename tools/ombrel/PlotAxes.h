@@ -1,16 +1,18 @@
 #pragma once
+#include "ombrel/platform/framework/Geometry.h"
 #include "tools/ombrel/AxisLayout.h"
+#include "tools/ombrel/Options.h"
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace ombrel {
 class C2DGraph;
-}
+class CDC;
+} // namespace ombrel
 
 namespace ombrel::host {
-
-class Picture;
 
 /// What is known of one axis before it is laid out.
 struct AxisWish {
@@ -23,9 +25,26 @@ struct AxisWish {
     bool dates = false;
     /// Values count something: notches stand at whole numbers.
     bool counts = false;
+    /// Room beyond the data on both sides, data units: for half a bar and half of what is between bars.
+    double margin = 0.0;
+    /// The data must not reach up to the frame.
+    bool headroom = false;
+    /// The words at 1, 2, 3, ...; empty for numbers and dates.
+    std::vector<std::string> words;
 };
 
-/// Chooses ranges, notches and labels of both axes, so that labels neither overlap nor are cut in the picture.
-void LayOutAxes(C2DGraph& graph, AxisWish const& x, AxisWish const& y, Picture& picture);
+/// Switches the grid on and gives it the lines that are asked for. No upright lines run between bars or words.
+void SetGrid(C2DGraph& graph, GridChoice choice, bool withUprightLines);
+
+/// Chooses ranges, notches and labels of both axes in the graph rectangle, so that labels neither overlap nor are cut
+/// in the window, and lays the graph out; dc is a context like the one it will be drawn on.
+void LayOutAxes(C2DGraph& graph, AxisWish const& x, AxisWish const& y, CRect const& rect, CDC& dc);
+
+/// Likewise a graph with a polar grid: a square plotting area in the middle of the rectangle, with room for the labels
+/// round it.
+void LayOutPolar(C2DGraph& graph, CRect const& rect, CDC& dc);
+
+/// The graph rectangle in a window: all of it but for a margin, and room for the title.
+CRect GraphRectIn(C2DGraph& graph, CRect const& window, CDC& dc);
 
 } // namespace ombrel::host

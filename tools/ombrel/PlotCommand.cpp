@@ -1,12 +1,18 @@
 #include "tools/ombrel/PlotCommand.h"
 #include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DPolarGrid.h"
+#include "tools/ombrel/Categories.h"
 #include "tools/ombrel/Document.h"
 #include "tools/ombrel/InputFile.h"
+#include "tools/ombrel/LegendPlacement.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/Output.h"
 #include "tools/ombrel/PlotAxes.h"
-#include "tools/ombrel/PlotCurves.h"
+#include "tools/ombrel/PlotBars.h"
+#include "tools/ombrel/PlotChecks.h"
+#include "tools/ombrel/PlotLabels.h"
 #include "tools/ombrel/TableFile.h"
+#include "tools/ombrel/TitleCaption.h"
 #include "tools/ombrel/Utf8.h"
 
 #include <algorithm>
@@ -41,6 +47,8 @@ void ApplyRange(AxisWish& axis, std::optional<std::string> const& text, Options 
         return;
     if (axis.logarithmic)
         FailUsage(std::string(option) + ": a logarithmic axis spans the decades of its data");
+    if (!axis.words.empty())
+        FailUsage(std::string(option) + ": the x values are words");
     for (std::size_t colon = text->find(':'); colon != std::string::npos; colon = text->find(':', colon + 1)) {
         std::string const first = text->substr(0, colon);
         std::string const second = text->substr(colon + 1);
@@ -73,6 +81,12 @@ bool CheckDates(std::vector<PlotSource> const& sources, Options const& options)
     }
     if (dates && options.xLog)
         FailUsage("--log x: the x values are dates");
+    if (dates && options.polar)
+        FailUsage("--polar: the x values are dates, not angles");
+    if (sources.front().HasWords() && options.xLog)
+        FailUsage("--log x: the x values are words");
+    if (sources.front().HasWords() && options.polar)
+        FailUsage("--polar: the x values are words, not angles");
     if (!dates && options.dateFormat)
         FailUsage("--date-format: there is no column of dates along x");
     return dates;
@@ -131,13 +145,9 @@ void CheckPaths(Options const& options, Target const& target)
         FailUsage(options.save + ": is to be the picture and the document");
 }
 
-} // namespace
-
-void RunPlot(Options const& options, std::vector<std::unique_ptr<InputFile>>& files, Messages const& messages)
+std::vector<PlotSource> ReadSources(
+    Options const& options, std::vector<std::unique_ptr<InputFile>>& files, Messages const& messages)
 {
-    Target target = MakeTarget(options, options.files.front());
-    target.title = OneLine(options.title);
-    CheckPaths(options, target);
     std::vector<PlotSource> sources;
     for (auto const& file : files) {
         if (LooksLikeDocument(file->Peek(kDocumentMarkLength)))
@@ -145,44 +155,156 @@ void RunPlot(Options const& options, std::vector<std::unique_ptr<InputFile>>& fi
                 kDataFault, file->GetName() + ": expected a table, found a graph document (ombrel draw draws it)");
         sources.push_back(ReadSource(options, *file, messages));
     }
+    return sources;
+}
+
+std::size_t CountCurves(std::vector<PlotSource> const& sources)
+{
+    std::size_t count = 0;
+    for (PlotSource const& source : sources)
+        count += source.yColumns.size();
+    return count;
+}
+
+bool HasLegend(Options const& options, std::size_t curves)
+{
+    return options.legend == LegendPlace::Auto ? curves > 1 : options.legend != LegendPlace::Off;
+}
+
+bool IsBarKind(PlotKind kind)
+{
+    return kind == PlotKind::Bar || kind == PlotKind::Clustered || kind == PlotKind::Stacked
+        || kind == PlotKind::Histogram;
+}
+
+bool IsMarkKind(PlotKind kind) { return kind == PlotKind::Points || kind == PlotKind::Error || kind == PlotKind::Text; }
+
+/// What the kind of plot calls its heights; empty for what the columns are called.
+std::string MeasureOf(Options const& options)
+{
+    if (options.kind == PlotKind::Histogram)
+        return "count";
+    if (options.percent)
+        return "%";
+    return options.normalised ? "share" : "";
+}
+
+AxisWish XWish(Options const& options, std::vector<PlotSource> const& sources)
+{
     AxisWish x;
-    AxisWish y;
+    x.words = WordsAlongX(sources);
     x.dates = CheckDates(sources, options);
     x.logarithmic = options.xLog;
-    y.logarithmic = options.yLog;
-    x.counts = std::all_of(
-        sources.begin(), sources.end(), [](PlotSource const& s) { return s.xColumn == PlotSource::kRowNumbers; });
-    x.title = OneLine(options.xTitle.value_or(XTitle(sources)));
-    y.title = OneLine(options.yTitle.value_or(YTitle(sources)));
+    bool const histogram = options.kind == PlotKind::Histogram;
+    x.counts = !histogram && std::all_of(sources.begin(), sources.end(), [](PlotSource const& s) {
+        return s.xColumn == PlotSource::kRowNumbers;
+    });
+    std::size_t const curves = CountCurves(sources);
+    // What a legend tells need not be told twice.
+    bool const isInLegend = histogram && curves > 1 && HasLegend(options, curves);
+    x.title = OneLine(options.xTitle.value_or(isInLegend ? "" : histogram ? YTitle(sources) : XTitle(sources)));
     ApplyRange(x, options.xRange, options, "--x-range");
-    ApplyRange(y, options.yRange, options, "--y-range");
+    return x;
+}
 
-    C2DGraph graph(1);
-    if (!target.title.empty())
-        graph.SetTitle(CString(target.title));
-    graph.SetGraphFrameOn(0);
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    CurveData const data
-        = AddCurves(graph, options, sources, { x.min.value_or(-kInfinity), x.max.value_or(kInfinity) });
-    sources.clear();
+AxisWish YWish(Options const& options, std::vector<PlotSource> const& sources)
+{
+    AxisWish y;
+    y.logarithmic = options.yLog;
+    y.counts = options.kind == PlotKind::Histogram;
+    std::size_t const curves = CountCurves(sources);
+    std::string title = MeasureOf(options);
+    if (title.empty() && !(curves > 1 && HasLegend(options, curves)))
+        title = YTitle(sources);
+    y.title = OneLine(options.yTitle.value_or(title));
+    ApplyRange(y, options.yRange, options, "--y-range");
+    return y;
+}
+
+/// What the curves turned out to hold.
+void TakeOver(AxisWish& x, AxisWish& y, CurveData const& data, Options const& options)
+{
+    x.data = data.x;
+    y.data = data.y;
+    x.margin = data.spacing / 2.0;
+    if (IsMarkKind(options.kind) && !options.xLog) {
+        // Marks at the ends are not cut in half by the frame.
+        x.margin = 0.02 * (data.x.max - data.x.min);
+        if (!options.yLog)
+            y.margin = 0.02 * (data.y.max - data.y.min);
+    }
+    x.counts = x.counts || data.wholeNumbers;
+    if (options.kind == PlotKind::Filled && !options.yLog)
+        y.data = { std::min(y.data.min, 0.0), std::max(y.data.max, 0.0) };
+    y.headroom = IsBarKind(options.kind) && !options.percent;
+}
+
+void CheckData(CurveData const& data, Options const& options, std::string const& name, Messages const& messages)
+{
     if (data.notPositive > 0)
         messages.Warning(Counted(data.notPositive, "value is", "values are")
             + " not above zero and cannot be shown on a logarithmic axis; taken as gaps");
     if (data.x.min > data.x.max || data.y.min > data.y.max)
         throw Failure(kDataFault,
-            files.front()->GetName() + ": there is nothing to draw: all values are gaps"
+            name + ": there is nothing to draw: all values are gaps"
                 + (options.xRange ? " or outside of --x-range" : ""));
-    x.data = data.x;
-    y.data = data.y;
-    if (options.kind == PlotKind::Filled && !options.yLog)
-        y.data = { std::min(y.data.min, 0.0), std::max(y.data.max, 0.0) };
-    {
-        // Measured before the curves are evaluated, so that they are not drawn yet.
-        Picture scratch(target);
-        LayOutAxes(graph, x, y, scratch);
-    }
-    graph.UpdatePlots();
+}
+
+/// Lays out axes, and on them what keeps its distance from the curves.
+void LayOut(C2DGraph& graph, Options const& options, AxisWish const& x, AxisWish const& y, CurveData const& data,
+    std::size_t curves, Look const& look, CDC& dc, Messages const& messages)
+{
+    auto const layOut = [&](CRect const& rect) {
+        if (options.polar)
+            LayOutPolar(graph, rect, dc);
+        else
+            LayOutAxes(graph, x, y, rect, dc);
+    };
+    CRect const rect = GraphRectIn(graph, graph.GetWindowRect(), dc);
+    layOut(rect);
+    if (HasLegend(options, curves))
+        PlaceLegend(graph, options.legend, rect, dc, layOut);
+    SettleBarOutlines(graph, dc, messages);
+    SettleMarks(graph, dc);
+    PlaceLabels(graph, data.labels, dc, look, messages);
+    PlaceTitle(graph, dc);
+    PlaceCaptions(graph, options.captions, dc);
+}
+
+} // namespace
+
+void RunPlot(Options const& options, std::vector<std::unique_ptr<InputFile>>& files, Messages const& messages)
+{
+    CheckPlotOptions(options);
+    Target target = MakeTarget(options, options.files.front());
+    target.title = OneLine(options.title);
+    CheckPaths(options, target);
+    std::vector<PlotSource> sources = ReadSources(options, files, messages);
+    AxisWish x = XWish(options, sources);
+    AxisWish y = YWish(options, sources);
+
+    C2DGraph graph(1);
+    Look const look = options.polar ? PolarLookOf(options.theme) : LookOf(options.theme);
+    graph.SetGraphFrameOn(0);
+    graph.GetPolarGrid()->SetOn(options.polar);
+    AddTitle(graph, target.title, look);
+    AddCaptions(graph, options.captions, look);
+    ApplyLook(graph, look);
+    bool const isLined = x.words.empty() && !IsBarKind(options.kind);
+    SetGrid(graph, options.grid, isLined);
+    std::size_t const curves = CountCurves(sources);
+    Palette const palette = PaletteNamed(options.palette, curves, look);
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    AxisRange const shown { x.min.value_or(-kInfinity), x.max.value_or(kInfinity) };
+    CurveData const data = AddCurves({ graph, options, sources, look, palette, shown, messages });
+    sources.clear();
+    CheckData(data, options, files.front()->GetName(), messages);
+    TakeOver(x, y, data, options);
     Picture picture(target);
+    graph.SetGraphAndWindowRect(picture.GetRect(), picture.GetRect());
+    // Logarithmic axes follow the curves, and so does the legend.
+    graph.UpdatePlots();
+    LayOut(graph, options, x, y, data, curves, look, picture.GetDC(), messages);
     DrawGraph(graph, picture);
     std::string const bytes = picture.Encode();
     if (!options.save.empty())

@@ -1,8 +1,11 @@
 #include "tools/ombrel/PlotSource.h"
+#include "ombrel/foundation/Utils.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/Options.h"
 #include "tools/ombrel/TableFile.h"
+
+#include <algorithm>
 
 namespace ombrel::host {
 
@@ -31,39 +34,55 @@ std::size_t NamedColumn(PlotSource const& source, std::string const& text, char 
         kUsageFault, std::string(option) + " " + text + ": " + source.name + " has no such column; it has " + known);
 }
 
+/// What a column may hold besides numbers.
+enum class Others { None, Dates, DatesOrWords };
+
 /// A wanted column that cannot be drawn stops the command.
-void RequireValues(PlotSource const& source, std::size_t index, bool mayBeDates)
+void RequireValues(PlotSource const& source, std::size_t index, Others others)
 {
     TableColumn const& column = source.table.columns[index];
     if (column.misfit)
         throw Failure(kDataFault, source.name + ":" + column.misfit->ToText());
-    if (column.type == ColumnType::Number || (mayBeDates && column.type == ColumnType::Date))
+    if (column.type == ColumnType::Number || (others != Others::None && column.type == ColumnType::Date)
+        || (others == Others::DatesOrWords && column.type == ColumnType::Text))
         return;
-    std::string const dates = mayBeDates ? "numbers or dates" : "numbers";
+    std::string const expected = others == Others::None ? "numbers" : "numbers, dates or words";
     throw Failure(kDataFault,
-        source.name + ": " + ColumnLabel(source.table, index) + ": expected " + dates + ", found "
+        source.name + ": " + ColumnLabel(source.table, index) + ": expected " + expected + ", found "
             + TypeLabel(column.type));
+}
+
+bool IsTaken(PlotSource const& source, std::size_t index)
+{
+    auto const& errors = source.errorColumns;
+    return index == source.xColumn || index == source.labelColumn
+        || std::find(errors.begin(), errors.end(), index) != errors.end();
 }
 
 void ChooseX(PlotSource& source, Options const& options)
 {
-    if (options.xColumn == kRowsAsX)
+    // Counting needs values alone.
+    if (options.xColumn == kRowsAsX || options.kind == PlotKind::Histogram)
         return;
+    Others const others = options.dateFormat ? Others::Dates : Others::DatesOrWords;
     if (!options.xColumn.empty()) {
         source.xColumn = NamedColumn(source, options.xColumn, "-x");
-        RequireValues(source, source.xColumn, true);
+        RequireValues(source, source.xColumn, others);
         return;
     }
     if (source.table.columns.size() == 1 && !options.dateFormat)
         return;
-    // The first column, unless it is what is to be drawn.
-    if (source.yColumns.size() == 1 && source.yColumns.front() == 0)
+    // The first column that is not asked for as something else.
+    std::size_t first = 0;
+    while (first < source.table.columns.size() && IsTaken(source, first))
+        ++first;
+    if (first == source.table.columns.size() || (source.yColumns.size() == 1 && source.yColumns.front() == first))
         return;
-    // Text cannot be placed along an axis; TellColumns says so.
-    if (source.table.columns[0].type == ColumnType::Text)
+    // Words of other columns than the first are not kept.
+    if (source.table.columns[first].type == ColumnType::Text && source.table.columns[first].texts.empty())
         return;
-    source.xColumn = 0;
-    RequireValues(source, 0, true);
+    source.xColumn = first;
+    RequireValues(source, first, others);
 }
 
 /// Every other column of numbers.
@@ -71,11 +90,11 @@ void ChooseAllY(PlotSource& source, Messages const& messages)
 {
     std::string others;
     for (std::size_t i = 0; i < source.table.columns.size(); ++i) {
-        if (i == source.xColumn)
+        if (IsTaken(source, i))
             continue;
         TableColumn const& column = source.table.columns[i];
         if (column.misfit || column.type == ColumnType::Number) {
-            RequireValues(source, i, false);
+            RequireValues(source, i, Others::None);
             source.yColumns.push_back(i);
             continue;
         }
@@ -87,12 +106,39 @@ void ChooseAllY(PlotSource& source, Messages const& messages)
         throw Failure(kDataFault, source.name + ": expected a column of numbers, found none" + others);
 }
 
-void TellColumns(PlotSource const& source, Options const& options, Messages const& messages)
+void ChooseErrors(PlotSource& source, Options const& options)
 {
-    bool const rowsInstead = source.xColumn == PlotSource::kRowNumbers && options.xColumn.empty();
-    if (rowsInstead && source.yColumns.front() != 0 && source.table.columns[0].type == ColumnType::Text)
-        messages.Warning(
-            source.name + ": " + ColumnLabel(source.table, 0) + " holds texts; drawn against the number of the row");
+    for (std::string const& text : options.errorColumns)
+        source.errorColumns.push_back(NamedColumn(source, text, "--error"));
+}
+
+/// One column of errors may serve all y columns.
+void MatchErrors(PlotSource& source)
+{
+    auto& errors = source.errorColumns;
+    if (errors.empty())
+        return;
+    if (errors.size() == 1)
+        errors.resize(source.yColumns.size(), errors.front());
+    if (errors.size() != source.yColumns.size())
+        throw Failure(kUsageFault,
+            "--error: expected one column, or one for each of the " + std::to_string(source.yColumns.size())
+                + " y columns, found " + std::to_string(errors.size()));
+    for (std::size_t const index : errors) {
+        RequireValues(source, index, Others::None);
+        std::size_t row = 0;
+        source.table.columns[index].values.ForEach([&](double value) {
+            if (value < 0.0)
+                throw Failure(kDataFault,
+                    source.PlaceOf(row) + "column " + std::to_string(index + 1)
+                        + ": expected an error that is not negative, found " + NumberText(value));
+            ++row;
+        });
+    }
+}
+
+void TellColumns(PlotSource const& source, Messages const& messages)
+{
     if (!messages.IsVerbose())
         return;
     std::string const x = source.xColumn == PlotSource::kRowNumbers
@@ -111,11 +157,12 @@ void TellColumns(PlotSource const& source, Options const& options, Messages cons
         tellGaps(source.xColumn);
     for (std::size_t const index : source.yColumns)
         tellGaps(index);
+    for (std::size_t const index : source.errorColumns)
+        tellGaps(index);
 }
 
-} // namespace
-
-PlotSource ReadSource(Options const& options, InputFile& file, Messages const& messages)
+/// What the reader is to keep.
+TableOptions ReadingOptions(Options const& options)
 {
     TableOptions reading;
     reading.header = options.header;
@@ -124,21 +171,39 @@ PlotSource ReadSource(Options const& options, InputFile& file, Messages const& m
         reading.dateColumn = options.xColumn;
     if (!options.yColumns.empty()) {
         reading.wanted = options.yColumns;
+        reading.wanted.insert(reading.wanted.end(), options.errorColumns.begin(), options.errorColumns.end());
         reading.wanted.push_back(reading.dateColumn);
     }
+    if (options.xColumn != kRowsAsX && options.kind != PlotKind::Histogram)
+        reading.wordColumn = reading.dateColumn;
+    if (!options.labelColumn.empty())
+        reading.asTexts.push_back(options.labelColumn);
+    return reading;
+}
+
+} // namespace
+
+std::string NumberText(double value) { return CVUtils::FormatDouble(kGeneralFormat, value, 15).ToUtf8(); }
+
+PlotSource ReadSource(Options const& options, InputFile& file, Messages const& messages)
+{
     PlotSource source;
     source.name = file.GetName();
-    source.table = ReadTableFile(file, reading, messages);
+    source.table = ReadTableFile(file, ReadingOptions(options), messages);
     if (source.table.rows == 0)
         throw Failure(kDataFault, source.name + ":2: expected a row of values, found the end of the file");
     for (std::string const& text : options.yColumns)
         source.yColumns.push_back(NamedColumn(source, text, "-y"));
+    ChooseErrors(source, options);
+    if (!options.labelColumn.empty())
+        source.labelColumn = NamedColumn(source, options.labelColumn, "--label");
     ChooseX(source, options);
     if (options.yColumns.empty())
         ChooseAllY(source, messages);
     for (std::size_t const index : source.yColumns)
-        RequireValues(source, index, false);
-    TellColumns(source, options, messages);
+        RequireValues(source, index, Others::None);
+    MatchErrors(source);
+    TellColumns(source, messages);
     return source;
 }
 

@@ -20,9 +20,23 @@ struct PlotSource {
     /// kRowNumbers to draw against the number of the row.
     std::size_t xColumn = kRowNumbers;
     std::vector<std::size_t> yColumns;
+    /// One for each y column, or none.
+    std::vector<std::size_t> errorColumns;
+    /// Of the texts at the points; kRowNumbers for none.
+    std::size_t labelColumn = kRowNumbers;
 
-    bool HasDates() const { return xColumn != kRowNumbers && table.columns[xColumn].type == ColumnType::Date; }
+    bool HasDates() const { return HasX(ColumnType::Date); }
+    /// The x values are words, which stand side by side.
+    bool HasWords() const { return HasX(ColumnType::Text); }
+    /// "FILE:LINE: " of a row.
+    std::string PlaceOf(std::size_t row) const { return name + ":" + std::to_string(table.LineOf(row)) + ": "; }
+
+private:
+    bool HasX(ColumnType type) const { return xColumn != kRowNumbers && table.columns[xColumn].type == type; }
 };
+
+/// A number as messages show it.
+std::string NumberText(double value);
 
 /// Reads the file and chooses the columns that the options ask for, or that fit. Throws Failure.
 PlotSource ReadSource(Options const& options, InputFile& file, Messages const& messages);

@@ -1,8 +1,10 @@
 #include "tools/ombrel/Program.h"
 #include "ombrel/graph2d/OmbrelInit.h"
 #include "ombrel/platform/framework/Exception.h"
+#include "tools/ombrel/ColoursCommand.h"
 #include "tools/ombrel/Document.h"
 #include "tools/ombrel/DrawCommand.h"
+#include "tools/ombrel/GalleryCommand.h"
 #include "tools/ombrel/InfoCommand.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
@@ -48,6 +50,14 @@ void Run(Options const& options)
     }
     Messages const messages(options.verbose);
     OmbrelInit();
+    if (options.command == Command::Gallery) {
+        RunGallery(options, messages);
+        return;
+    }
+    if (options.command == Command::Colours) {
+        RunColours(options, messages);
+        return;
+    }
     if (options.files.empty())
         throw Failure(kUsageFault, "expected a FILE (ombrel --help lists the commands and options)");
     if (std::count(options.files.begin(), options.files.end(), "-") > 1)

@@ -51,6 +51,15 @@ std::string TableError::ToText() const
     return text + "expected " + expected + ", found " + found;
 }
 
+std::size_t Table::LineOf(std::size_t row) const
+{
+    auto const after = std::upper_bound(lineJumps.begin(), lineJumps.end(), row,
+        [](std::size_t wanted, TableLineJump const& jump) { return wanted < jump.row; });
+    if (after == lineJumps.begin())
+        return 0;
+    return (after - 1)->line + (row - (after - 1)->row);
+}
+
 TableReader::TableReader(TableOptions options)
     : m_options(std::move(options))
 {
@@ -101,6 +110,10 @@ std::variant<Table, TableError> TableReader::Finish()
     if (m_error)
         return *m_error;
     m_table.dialect = m_dialect;
+    for (Column& column : m_columns) {
+        if (column.KeepsTexts())
+            column.texts.resize(m_table.rows);
+    }
     m_table.columns.assign(std::make_move_iterator(m_columns.begin()), std::make_move_iterator(m_columns.end()));
     return std::move(m_table);
 }
@@ -224,14 +237,29 @@ void TableReader::ChooseColumns()
     for (Column const& column : m_columns)
         names.push_back(column.name);
     m_dateColumn = FindColumn(names, m_options.dateColumn);
-    if (m_options.wanted.empty())
-        return;
-    for (Column& column : m_columns)
-        column.keep = column.wanted = false;
+    if (!m_options.wanted.empty()) {
+        for (Column& column : m_columns)
+            column.keep = column.wanted = false;
+    }
     for (std::string const& text : m_options.wanted) {
         std::size_t const index = FindColumn(names, text);
         if (index < m_columns.size())
             m_columns[index].keep = m_columns[index].wanted = true;
+    }
+    ChooseTexts(names);
+}
+
+void TableReader::ChooseTexts(std::vector<std::string> const& names)
+{
+    std::size_t const words = m_options.wordColumn.empty() ? m_columns.size() : FindColumn(names, m_options.wordColumn);
+    if (words < m_columns.size())
+        m_columns[words].kept = Column::Texts::OfWords;
+    for (std::string const& text : m_options.asTexts) {
+        std::size_t const index = FindColumn(names, text);
+        if (index < m_columns.size()) {
+            m_columns[index].kept = Column::Texts::All;
+            m_columns[index].wanted = true;
+        }
     }
 }
 
@@ -332,15 +360,24 @@ char const* TableReader::ReadRow(char const* p, char const* end)
     }
     if (cells < m_columns.size() && !PadRow(cells))
         return nullptr;
+    if (m_line != m_table.rows + m_lineOfRowZero)
+        NoteLineJump();
     ++m_table.rows;
     return p;
+}
+
+/// Keeps where the row begins: not in the line after the row before.
+void TableReader::NoteLineJump()
+{
+    m_table.lineJumps.push_back({ m_table.rows, m_line });
+    m_lineOfRowZero = m_line - m_table.rows;
 }
 
 /// Plain numbers, bare or in quotes, with nothing round them; everything else takes the general road.
 inline char const* TableReader::ReadValue(char const* p, char const* end, std::size_t index)
 {
     Column& column = m_columns[index];
-    if (column.keep && column.type == ColumnType::Number) {
+    if (column.keep && column.type == ColumnType::Number && column.kept != Column::Texts::All) {
         bool const quoted = *p == '"';
         double value = 0.0;
         char const* last = ScanCellNumber(quoted ? p + 1 : p, m_dialect.decimalMark, value);
@@ -381,6 +418,14 @@ void TableReader::AddGap(Column& column)
         column.values.Append(kGap);
 }
 
+void TableReader::AddText(Column& column, TableCell const& cell)
+{
+    std::string text = CellText(cell);
+    // Rows before this one had gaps.
+    column.texts.resize(m_table.rows);
+    column.texts.push_back(IsUtf8(text) ? std::move(text) : Utf8FromLatin1(text));
+}
+
 void TableReader::StoreCell(TableCell const& cell, std::size_t index)
 {
     Column& column = m_columns[index];
@@ -390,6 +435,8 @@ void TableReader::StoreCell(TableCell const& cell, std::size_t index)
     }
     if (column.type == ColumnType::Unknown)
         column.type = ClassifyCell(cell, m_dialect.decimalMark, FormatOf(index));
+    if (column.KeepsTexts())
+        AddText(column, cell);
     if (column.type == ColumnType::Text) {
         column.keep = false;
         column.values.Clear();

@@ -33,10 +33,18 @@ struct TableColumn {
     /// One a row: numbers, or days since 30 December 1899; NaN is a gap. Empty for texts, for columns that were not
     /// asked for, and when there is a misfit.
     ColumnValues values;
+    /// One a row, as they were written and in UTF-8; empty at a gap. Only of columns whose texts were asked for.
+    std::vector<std::string> texts;
     /// Cells that are empty, missing at the end of a short row, or hold a gap word. Counted in wanted columns.
     std::size_t gaps = 0;
     /// The first cell of a wanted column that is neither a gap nor of the column's type.
     std::optional<TableError> misfit;
+};
+
+/// A row whose line does not follow from the one before, since lines lie between or belong to it.
+struct TableLineJump {
+    std::size_t row = 0;
+    std::size_t line = 0;
 };
 
 struct Table {
@@ -49,6 +57,11 @@ struct Table {
     std::size_t shiftedDates = 0;
     /// The header was not UTF-8 and was read as Latin-1.
     bool headerWasLatin1 = false;
+    /// By ascending row; the first row is always there.
+    std::vector<TableLineJump> lineJumps;
+
+    /// The line, from 1, that a row (from 0) begins in.
+    std::size_t LineOf(std::size_t row) const;
 };
 
 struct TableOptions {
@@ -59,6 +72,10 @@ struct TableOptions {
     std::string dateColumn = "1";
     /// Columns whose values are kept, by name or number from 1; empty keeps all.
     std::vector<std::string> wanted;
+    /// Columns whose cells are kept as texts, too, whatever they hold, by name or number from 1.
+    std::vector<std::string> asTexts;
+    /// A column whose cells are kept when it holds texts, by name or number from 1; empty for none.
+    std::string wordColumn;
 };
 
 /// Reads a text table handed over in pieces of any size; the pieces do not influence the result.
@@ -80,6 +97,9 @@ private:
         bool wanted = true;
         /// Its values are collected: it is wanted, holds no text and had no misfit.
         bool keep = true;
+        /// Which of its cells are collected as texts, too.
+        enum class Texts { None, OfWords, All } kept = Texts::None;
+        bool KeepsTexts() const { return kept == Texts::All || (kept == Texts::OfWords && type == ColumnType::Text); }
     };
     bool Process(bool final);
     bool PassLeadingComments(bool final);
@@ -87,6 +107,7 @@ private:
     bool Start(std::string_view sample);
     bool ReadHeader(char const*& p, char const* end);
     void ChooseColumns();
+    void ChooseTexts(std::vector<std::string> const& names);
     char const* ReadRecords(char const* p, char const* end);
     bool IsWholeRecord(char const* p, char const* end) const;
     char const* ReadRow(char const* p, char const* end);
@@ -97,6 +118,8 @@ private:
     bool CheckSurplus(char const*& p, char const* end);
     bool PadRow(std::size_t cells);
     void AddGap(Column& column);
+    void AddText(Column& column, TableCell const& cell);
+    void NoteLineJump();
     void SetMisfit(std::size_t index, std::string expected, std::string_view found);
     bool CheckLength(char const* first, char const* last);
     bool Fail(std::size_t column, std::string expected, std::string found);
@@ -113,6 +136,8 @@ private:
     /// Line of the record that is being read, and of the cell in it.
     std::size_t m_line = 1;
     std::size_t m_cellLine = 1;
+    /// Where the first row would begin if all rows were one line each; no line has the number 0.
+    std::size_t m_lineOfRowZero = 0;
     std::size_t m_dateColumn = kMostColumns;
     bool m_firstBytes = true;
     bool m_started = false;

@@ -1,0 +1,70 @@
+#include "tools/ombrel/Categories.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace ombrel::host {
+namespace {
+
+/// Every character 8 pixels wide, whatever its bytes.
+int Width(std::string const& text)
+{
+    return 8 * static_cast<int>(std::count_if(text.begin(), text.end(), [](char c) {
+        return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+    }));
+}
+
+std::vector<std::string> Words(std::size_t count, std::string const& stem)
+{
+    std::vector<std::string> words;
+    for (std::size_t i = 0; i < count; ++i)
+        words.push_back(stem + std::to_string(i));
+    return words;
+}
+
+TEST(WordLabels, NeverOverlapAndAreNeverTooLong)
+{
+    constexpr int kHeight = 15;
+    for (std::size_t const count : { 1u, 2u, 7u, 30u, 200u, 10000u }) {
+        for (char const* const stem :
+            { "", "Länge", "a word of some length ", "äöüäöüäöüäöüäöüäöüäöüäöüäöüäöüäöüäöüäöü" }) {
+            for (int const length : { 40, 300, 1000 }) {
+                SCOPED_TRACE(testing::Message() << count << " times " << stem << " in " << length);
+                WordLabels const labels = FitWords(Words(count, stem), length, length / 3, kHeight, Width);
+                ASSERT_EQ(labels.shown.size(), labels.texts.size());
+                ASSERT_FALSE(labels.shown.empty());
+                EXPECT_LE(labels.shown.size() * 8, static_cast<std::size_t>(std::max(length, 8)));
+                double const part = length / static_cast<double>(count);
+                double end = -1e9;
+                std::size_t const step = labels.shown.size() > 1 ? labels.shown[1] : 1;
+                for (std::size_t i = 0; i < labels.shown.size(); ++i) {
+                    EXPECT_EQ(labels.shown[i], i * step) << "not even";
+                    double const middle = part * (static_cast<double>(labels.shown[i]) + 0.5);
+                    int const size = labels.upright ? kHeight : Width(labels.texts[i]);
+                    EXPECT_GE(middle - size / 2.0, end);
+                    end = middle + size / 2.0;
+                    EXPECT_LE(Width(labels.texts[i]), labels.upright ? length / 3 : length);
+                }
+            }
+        }
+    }
+}
+
+TEST(WordLabels, AreLevelThenUprightThenFewer)
+{
+    auto const fit
+        = [](std::vector<std::string> const& words, int length) { return FitWords(words, length, 100, 15, Width); };
+    WordLabels const level = fit({ "North", "South" }, 200);
+    EXPECT_FALSE(level.upright);
+    EXPECT_EQ(level.texts, (std::vector<std::string> { "North", "South" }));
+    WordLabels const upright = fit({ "Nordrhein-Westfalen", "Bremen", "Hessen" }, 200);
+    EXPECT_TRUE(upright.upright);
+    EXPECT_EQ(upright.texts, (std::vector<std::string> { "Nordrhein-W…", "Bremen", "Hessen" }));
+    WordLabels const fewer = fit(Words(100, "w"), 400);
+    EXPECT_FALSE(fewer.upright);
+    EXPECT_EQ(fewer.shown[1], 10u);
+}
+
+} // namespace
+} // namespace ombrel::host

@@ -1,0 +1,138 @@
+#include "ombrel/graph2d/OmbrelInit.h"
+#include "tools/ombrel/GalleryDrawing.h"
+#include "tools/ombrel/GalleryPage.h"
+#include "tools/ombrel/GallerySources.h"
+#include "tools/ombrel/Messages.h"
+#include "tools/ombrel/Program.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <set>
+
+using namespace ombrel;
+using namespace ombrel::host;
+namespace fs = std::filesystem;
+
+namespace {
+
+class Gallery : public testing::Test {
+protected:
+    Gallery()
+    {
+        std::string pattern = (fs::temp_directory_path() / "gallery-XXXXXX").string();
+        m_folder = mkdtemp(pattern.data());
+        OmbrelInit();
+    }
+    ~Gallery() override { fs::remove_all(m_folder); }
+    fs::path In(std::string const& name) const { return m_folder / name; }
+    static std::map<std::string, std::string> Files(fs::path const& folder)
+    {
+        std::map<std::string, std::string> files;
+        for (auto const& entry : fs::directory_iterator(folder)) {
+            std::ifstream stream(entry.path(), std::ios::binary);
+            files[entry.path().filename()] = { std::istreambuf_iterator<char>(stream), {} };
+        }
+        return files;
+    }
+    /// The values of an attribute in a page.
+    static std::set<std::string> Values(std::string const& page, std::string const& attribute)
+    {
+        std::set<std::string> values;
+        std::string const start = " " + attribute + "=\"";
+        for (std::size_t at = page.find(start); at != std::string::npos; at = page.find(start, at + 1)) {
+            std::size_t const begin = at + start.size();
+            values.insert(page.substr(begin, page.find('"', begin) - begin));
+        }
+        return values;
+    }
+
+private:
+    fs::path m_folder;
+};
+
+TEST_F(Gallery, DrawsEveryPictureAndAPageThatShowsThemTheSameEveryTime)
+{
+    ASSERT_EQ(RunProgram({ "gallery", In("a/b").string() }), kDone);
+    auto files = Files(In("a/b"));
+    std::string const page = files["index.html"];
+    std::set<std::string> const anchors = Values(page, "id");
+    std::set<std::string> shown = Values(page, "src");
+    shown.merge(Values(page, "href"));
+    for (std::string const& link : shown)
+        EXPECT_TRUE(link[0] == '#' ? anchors.contains(link.substr(1)) : files.contains(link)) << link;
+    for (auto const& [name, bytes] : files)
+        EXPECT_TRUE(name == "index.html" || shown.contains(name)) << name;
+    EXPECT_FALSE(Values(page, "alt").contains(""));
+    std::set<std::string_view> names;
+    for (GalleryPicture const& picture : AllGalleryPictures()) {
+        EXPECT_TRUE(names.insert(picture.name).second) << picture.name << " is there twice";
+        EXPECT_NE(SourceOf(picture).find("graph"), std::string::npos) << picture.name;
+    }
+    EXPECT_EQ(files.size(), names.size() * 4 + 2);
+
+    ASSERT_EQ(RunProgram({ "gallery", In("again").string(), "--theme", "light" }), kDone);
+    for (auto const& [name, bytes] : Files(In("again")))
+        EXPECT_TRUE(bytes == files[name]) << name;
+}
+
+TEST_F(Gallery, FillsEveryPictureWithoutTouchingItsEdge)
+{
+    // The bytes of a bitmap file after its header of 54: rows of blue, green and red, filled up to four bytes.
+    constexpr std::size_t kHeader = 54;
+    Target target;
+    target.format = PictureFormat::Bmp;
+    for (PictureSize const size : { kSmallPicture, kLargePicture }) {
+        target.size = size;
+        auto const width = static_cast<std::size_t>(size.width);
+        auto const height = static_cast<std::size_t>(size.height);
+        std::size_t const stride = (width * 3 + 3) / 4 * 4;
+        for (GalleryPicture const& picture : AllGalleryPictures()) {
+            std::string const file = DrawGalleryPicture(picture, target, Theme::Dark);
+            ASSERT_EQ(file.size(), kHeader + stride * height);
+            auto const pixel = [&](std::size_t x, std::size_t y) {
+                return std::string_view(file).substr(kHeader + y * stride + x * 3, 3);
+            };
+            std::string_view const ground = pixel(0, 0);
+            bool const isLight = picture.theme.value_or(Theme::Dark) != Theme::Dark;
+            EXPECT_EQ(ground == "\xFF\xFF\xFF", isLight) << picture.name;
+            std::size_t ink = 0;
+            std::size_t onEdge = 0;
+            for (std::size_t y = 0; y < height; ++y) {
+                for (std::size_t x = 0; x < width; ++x) {
+                    bool const isInk = pixel(x, y) != ground;
+                    bool const isEdge = x == 0 || y == 0 || x + 1 == width || y + 1 == height;
+                    ink += isInk;
+                    onEdge += isInk && isEdge;
+                }
+            }
+            EXPECT_GT(ink, width * height / 60) << picture.name << " at " << width << " pixels";
+            EXPECT_EQ(onEdge, 0U) << picture.name << " at " << width << " pixels";
+        }
+    }
+}
+
+TEST_F(Gallery, TellsWhatIsWrongByItsStatus)
+{
+    std::ofstream(In("file")) << "x";
+    struct {
+        std::vector<std::string> folders;
+        ExitStatus status;
+    } const cases[] {
+        { {}, kUsageFault },
+        { { In("a").string(), In("b").string() }, kUsageFault },
+        { { In("file/below").string() }, kDataFault },
+        { { In("file").string() }, kDataFault },
+    };
+    for (auto const& c : cases) {
+        std::vector<std::string> arguments { "gallery" };
+        arguments.insert(arguments.end(), c.folders.begin(), c.folders.end());
+        EXPECT_EQ(RunProgram(arguments), c.status);
+    }
+    EXPECT_EQ(Files(In("")).size(), 1U);
+}
+
+} // namespace

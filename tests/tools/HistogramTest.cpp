@@ -1,0 +1,77 @@
+#include "tools/ombrel/Histogram.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <random>
+
+namespace ombrel::host {
+namespace {
+
+TEST(HistogramBins, HoldEveryValueOnceBetweenTidyEdges)
+{
+    std::mt19937_64 random(5);
+    auto const uniform = [&random] { return static_cast<double>(random() >> 11) / 9007199254740992.0; };
+    for (int i = 0; i < 300; ++i) {
+        double const scale = std::pow(10.0, uniform() * 20.0 - 10.0);
+        double const shift = (uniform() - 0.5) * scale * 1000.0;
+        std::vector<double> values(1 + random() % 400);
+        for (double& v : values)
+            v = shift + scale * (i % 3 == 0 ? uniform() : std::pow(uniform(), 8.0));
+        for (int const bins : { 0, 1, 7, 100 }) {
+            std::vector<double> const edges = HistogramEdges(values, bins);
+            std::vector<std::size_t> const counts = CountInBins(values, edges);
+            SCOPED_TRACE(testing::Message() << "round " << i << ", bins " << bins);
+            ASSERT_TRUE(std::is_sorted(edges.begin(), edges.end(), std::less_equal<>()));
+            ASSERT_EQ(std::accumulate(counts.begin(), counts.end(), std::size_t { 0 }), values.size());
+            ASSERT_EQ(counts.size(), edges.size() - 1);
+            ASSERT_TRUE(bins == 0 || counts.size() == static_cast<std::size_t>(bins));
+            ASSERT_LE(counts.size(), 1000u);
+            for (std::size_t k = 0; k < counts.size(); ++k) {
+                bool const isLast = k + 1 == counts.size();
+                ASSERT_EQ(
+                    counts[k], static_cast<std::size_t>(std::count_if(values.begin(), values.end(), [&](double v) {
+                        return v >= edges[k] && (v < edges[k + 1] || (isLast && v == edges[k + 1]));
+                    })));
+            }
+        }
+    }
+}
+
+TEST(HistogramBins, FollowTheirRule)
+{
+    struct {
+        std::vector<double> values;
+        int bins;
+        std::vector<double> edges;
+    } const cases[] {
+        // 2 * 49.5 / cube root of 100 is 21: nearest to 20.
+        { [] {
+             std::vector<double> values(100);
+             std::iota(values.begin(), values.end(), 0.5);
+             return values;
+         }(),
+            0, { 0, 20, 40, 60, 80, 100 } },
+        // Whole numbers lie in the middle of bins of width 1, and have bins of no less.
+        { { 1, 1, 1, 2, 2, 3 }, 0, { 0.5, 1.5, 2.5, 3.5 } },
+        { { 1, 3, 5, 7, 9, 12 }, 0, { 0, 5, 10, 15 } },
+        { { 1, 3, 5, 7, 9, 10 }, 0, { 0, 5, 10, 15 } },
+        // Without a distance between the quartiles the number of values decides: 9 / (1 + 3).
+        { { 0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 9.5 }, 0, { 0, 2, 4, 6, 8, 10 } },
+        { { 5, 5, 5 }, 0, { 4.5, 5.5 } },
+        { { 5, 5 }, 2, { 4.5, 5, 5.5 } },
+        { { 1, 2, 9 }, 4, { 1, 3, 5, 7, 9 } },
+        { {}, 0, {} },
+    };
+    for (auto const& c : cases) {
+        std::vector<double> const edges = HistogramEdges(c.values, c.bins);
+        ASSERT_EQ(edges.size(), c.edges.size()) << testing::PrintToString(edges);
+        for (std::size_t i = 0; i < edges.size(); ++i)
+            EXPECT_NEAR(edges[i], c.edges[i], 1e-12) << testing::PrintToString(edges);
+    }
+}
+
+} // namespace
+} // namespace ombrel::host

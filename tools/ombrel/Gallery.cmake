@@ -1,0 +1,19 @@
+# The gallery's page shows the code of each picture, and has its style and script inside: they go into the program as
+# texts. Sets galleryTexts to the source that holds them.
+function(ombrel_read_text path result)
+    file(READ ${path} text)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${path})
+    set(${result} "R\"gallery(${text})gallery\"" PARENT_SCOPE)
+endfunction()
+
+set(gallerySources "")
+foreach(family Lines Bars Areas Axes Style)
+    ombrel_read_text(${CMAKE_CURRENT_SOURCE_DIR}/GalleryPictures${family}.cpp text)
+    string(APPEND gallerySources "${text},\n")
+endforeach()
+ombrel_read_text(${CMAKE_CURRENT_SOURCE_DIR}/GalleryHelpers.h galleryHelpers)
+ombrel_read_text(${PROJECT_SOURCE_DIR}/examples/host/main.cpp galleryProgram)
+ombrel_read_text(${CMAKE_CURRENT_SOURCE_DIR}/GalleryPage.css galleryStyle)
+ombrel_read_text(${CMAKE_CURRENT_SOURCE_DIR}/GalleryPage.js galleryScript)
+set(galleryTexts ${CMAKE_CURRENT_BINARY_DIR}/GalleryTexts.cpp)
+configure_file(${CMAKE_CURRENT_SOURCE_DIR}/GalleryTexts.cpp.in ${galleryTexts} @ONLY)

@@ -1,0 +1,215 @@
+#include "tools/ombrel/GalleryDrawing.h"
+#include "ombrel/graph2d/2DErrorBarPlot.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DGrid.h"
+#include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/Axes.h"
+#include "ombrel/platform/gdi/DC.h"
+#include "tools/ombrel/LegendPlacement.h"
+#include "tools/ombrel/PlotAxes.h"
+#include "tools/ombrel/TitleCaption.h"
+
+#include <algorithm>
+#include <cassert>
+#include <memory>
+
+namespace ombrel::host {
+
+namespace {
+
+/// In rows of three.
+constexpr std::string_view kOnOverview[] { "lines-constrained", "clustered-years", "areas-stream", "shading-range",
+    "stacked-shares", "grid-polar", "symbols-clouds", "errors-fit", "colours-spectrum" };
+
+/// What the curve draws beyond its points.
+void WidenForCurve(C2DCurve const& curve, AxisRange& x, AxisRange& y)
+{
+    auto const include = [&y](double value) {
+        y.min = std::min(y.min, value);
+        y.max = std::max(y.max, value);
+    };
+    if (auto const* const line = DynamicDowncast<C2DLine>(&curve)) {
+        if (line->GetFillOn() && !line->GetAutoBaseline() && line->GetShadeMode() == C2DLine::shBaseline)
+            include(line->GetBaseline());
+        if (line->GetPointConnectionMode() == C2DLine::cmPairs
+            || (line->GetPointConnectionMode() == C2DLine::cmNone && line->GetSymbolType() != C2DSymbol::None)) {
+            constexpr double kMargin = 0.02;
+            AxisRange own;
+            line->GetXRange(own.min, own.max);
+            double const margin = kMargin * (own.max - own.min);
+            x = { std::min(x.min, own.min - margin), std::max(x.max, own.max + margin) };
+        }
+    }
+    if (auto const* const bars = DynamicDowncast<C2DErrorBarCurve>(&curve)) {
+        for (int i = 0; i < std::min(bars->GetNumPoints(), bars->GetHeights().GetSize()); ++i) {
+            include(bars->GetAt(i).y + bars->GetHeights()[i] / 2);
+            include(bars->GetAt(i).y - bars->GetHeights()[i] / 2);
+        }
+    }
+}
+
+/// What is to be seen.
+void GetRanges(C2DGraph const& graph, AxisRange& x, AxisRange& y)
+{
+    graph.GetXRange(x.min, x.max);
+    graph.GetYRange(y.min, y.max);
+    CPlotArray const& plots = *graph.GetPlotArray();
+    for (int i = 0; i < plots.GetSize(); ++i) {
+        for (CPlotComponent* const curve : plots.GetAt(i)->GetComponents())
+            WidenForCurve(static_cast<C2DCurve&>(*curve), x, y);
+    }
+    if (graph.HasPlotType(it2DClusteredBarPlot))
+        y = { std::min(y.min, 0.0), std::max(y.max, 0.0) };
+}
+
+/// Lays the graph of a picture out, as often as its rectangle changes.
+class PictureLayout {
+public:
+    PictureLayout(C2DGraph& graph, AxesChoice choice, CRect const& window, CDC& dc)
+        : m_graph(graph)
+        , m_choice(choice)
+        , m_window(window)
+        , m_dc(dc)
+    {
+        CAxes const& axes = *graph.GetAxes();
+        m_x.title = axes.GetXAxisTitle().ToUtf8();
+        m_y.title = axes.GetYAxisTitle().ToUtf8();
+        m_x.logarithmic = axes.GetXAxisScaleMode() != 0;
+        m_y.logarithmic = axes.GetYAxisScaleMode() != 0;
+        m_x.dates = axes.GetXTimeUnitsOn() != 0;
+        GetRanges(graph, m_x.data, m_y.data);
+        if (axes.GetXAxisRangeMode() == CAxes::rmFixed) {
+            m_x.min = axes.GetXAxisMin();
+            m_x.max = axes.GetXAxisMax();
+        }
+        if (axes.GetYAxisRangeMode() == CAxes::rmFixed) {
+            m_y.min = axes.GetYAxisMin();
+            m_y.max = axes.GetYAxisMax();
+        }
+        if (axes.GetXAxisLabelMode() == CAxes::lmValues)
+            return;
+        CStringArray words;
+        axes.GetXLabels(words);
+        for (CString const& word : words)
+            m_x.words.push_back(word.ToUtf8());
+        m_wordsRange = { axes.GetXAxisMin(), axes.GetXAxisMax() };
+    }
+    void LayOut() { LayOutIn(GraphRectIn(m_graph, m_window, m_dc)); }
+    void LayOutIn(CRect const& rect)
+    {
+        m_graph.SetGraphAndWindowRect(rect, m_window);
+        if (m_graph.GetPolarGrid()->IsOn()) {
+            LayOutPolar(m_graph, rect, m_dc);
+            return;
+        }
+        if (m_choice == AxesChoice::Fitted)
+            LayOutAxes(m_graph, m_x, m_y, rect, m_dc);
+        if (!m_x.words.empty())
+            m_graph.GetAxes()->SetXAxisRange(m_wordsRange.min, m_wordsRange.max);
+        m_graph.Draw(&m_dc, m_window, pmDirect);
+    }
+
+private:
+    C2DGraph& m_graph;
+    AxesChoice m_choice;
+    CRect m_window;
+    CDC& m_dc;
+    AxisWish m_x;
+    AxisWish m_y;
+    AxisRange m_wordsRange;
+};
+
+/// Minor grid lines in the colour of the ground are not drawn at all, so that they cannot be seen on another one.
+void SwitchMinorLinesOff(C2DGraph& graph)
+{
+    C2DGrid& grid = *graph.GetGrid();
+    if (grid.GetMinorColour() != static_cast<COLORREF>(graph.GetBkndColour()))
+        return;
+    grid.FollowAxes(*graph.GetAxes());
+    grid.SetSynch(0);
+    grid.SetNumMinorXDivs(1);
+    grid.SetNumMinorYDivs(1);
+    grid.SetXDelTimeMinor(0);
+}
+
+void PlaceAnnotation(C2DGraph& graph, PictureLayout& layout, CDC& dc)
+{
+    CLegend& legend = *graph.GetLegend();
+    if (legend.IsOn()) {
+        int const style = legend.GetStyle();
+        PlaceLegend(graph, LegendPlace::Auto, dc, [&](CRect const& rect) { layout.LayOutIn(rect); });
+        legend.SetStyle(style);
+    }
+    PlaceTitle(graph, dc);
+    CCaption const* const title = FindTitle(graph);
+    CCaptionArray const& captions = *graph.GetCaptionArray();
+    for (int i = 0; i < captions.GetSize(); ++i) {
+        if (captions.GetAt(i) != title)
+            SetReadableFont(*captions.GetAt(i), graph, dc);
+    }
+}
+
+/// The graph of a picture, laid out for a target.
+std::unique_ptr<C2DGraph> MakeGraph(GalleryPicture const& picture, Target const& target, Theme theme)
+{
+    auto graph = std::make_unique<C2DGraph>(1);
+    PictureLook const look(picture.theme.value_or(theme));
+    ApplyLook(*graph, look);
+    graph->SetGraphFrameOn(0);
+    SetGrid(*graph, GridChoice::Major, true);
+    picture.build(*graph, look);
+    if (graph->GetPolarGrid()->IsOn()) {
+        ApplyLook(*graph, PolarLookOf(look.theme));
+        graph->GetGrid()->SetOn(0);
+    }
+    if (graph->GetTitle() != CString(kUntitled))
+        AddTitle(*graph, graph->GetTitle().ToUtf8(), look);
+    graph->UpdatePlots();
+    Picture scratch(target);
+    PictureLayout layout(*graph, picture.axes, scratch.GetRect(), scratch.GetDC());
+    layout.LayOut();
+    PlaceAnnotation(*graph, layout, scratch.GetDC());
+    SwitchMinorLinesOff(*graph);
+    return graph;
+}
+
+} // namespace
+
+std::string DrawGalleryPicture(GalleryPicture const& picture, Target const& target, Theme theme)
+{
+    auto const graph = MakeGraph(picture, target, theme);
+    Picture drawing(target);
+    DrawGraph(*graph, drawing);
+    return drawing.Encode();
+}
+
+std::string DrawOverview(std::span<GalleryPicture const> pictures, Theme theme)
+{
+    constexpr int kPerRow = 3;
+    Target whole;
+    whole.size = kOverview;
+    whole.title = "Overview";
+    Picture overview(whole);
+    Target part;
+    part.size = { kOverview.width / kPerRow, kOverview.height / kPerRow };
+    int place = 0;
+    for (std::string_view const name : kOnOverview) {
+        auto const picture = std::find_if(
+            pictures.begin(), pictures.end(), [name](GalleryPicture const& p) { return p.name == name; });
+        assert(picture != pictures.end());
+        auto const graph = MakeGraph(*picture, part, theme);
+        {
+            // From a draw on, annotation keeps its place in the graph.
+            Picture alone(part);
+            DrawGraph(*graph, alone);
+        }
+        CRect cell(CPoint(0, 0), CSize(part.size.width, part.size.height));
+        cell.OffsetRect(place % kPerRow * part.size.width, place / kPerRow * part.size.height);
+        graph->DrawEmbedded(&overview.GetDC(), cell, cell);
+        ++place;
+    }
+    return overview.Encode();
+}
+
+} // namespace ombrel::host

@@ -1,0 +1,73 @@
+#pragma once
+#include "ombrel/graph2d/2DCurve.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DGrid.h"
+#include "ombrel/graph2d/2DSeriesPlot.h"
+#include "ombrel/graph2d/Axes.h"
+
+#include <span>
+
+// What the pictures of the gallery share: the code that they are shown with is all there is besides.
+
+namespace ombrel::host {
+
+/// Adds a curve of the plot's kind that takes its points from a table.
+template <typename Curve> Curve& AddCurve(CPlot& plot, char const* title, COLORREF colour)
+{
+    auto& curve = static_cast<Curve&>(*plot.CreateCurve());
+    curve.SetTitle(title);
+    curve.SetDataSourceType(CPlotComponent::dsTable);
+    curve.SetColour(colour);
+    return curve;
+}
+
+/// Gives the curve n points of y = f(x), evenly spread from one x to the other.
+template <typename Function> void Sample(C2DCurve& curve, double from, double to, int n, Function const& f)
+{
+    curve.Initialise(n);
+    for (int i = 0; i < n; ++i) {
+        double const x = from + (to - from) * i / (n - 1);
+        curve.SetAt(i, { x, f(x) });
+    }
+}
+
+/// Gives the curve these values at first, first + 1, ...
+inline void SetValues(C2DCurve& curve, std::span<double const> values, double first = 1.0)
+{
+    curve.Initialise(static_cast<int>(values.size()));
+    int i = 0;
+    for (double const value : values) {
+        curve.SetAt(i, { first + i, value });
+        ++i;
+    }
+}
+
+/// Names the whole numbers of the x axis from 1 on, which then reaches so far beyond the first and the last.
+inline void NameNotches(C2DGraph& graph, CStringArray const& names, double margin = 0.5)
+{
+    CAxes& axes = *graph.GetAxes();
+    axes.SetXAxisRangeMode(CAxes::rmFixed);
+    axes.SetXAxisRange(1 - margin, names.GetSize() + margin);
+    axes.SetXTickMode(CAxes::tmStep);
+    axes.SetXTickMin(1);
+    axes.SetXTickDel(1);
+    axes.SetNumXMinorTicks(0);
+    axes.SetXAxisLabelMode(CAxes::lmStrings);
+    axes.SetXLabels(names);
+    graph.GetGrid()->SetVertLinesOn(0);
+}
+
+inline void NameMonths(C2DGraph& graph, double margin = 0.5)
+{
+    NameNotches(graph, { "J", "F", "M", "A", "M", "J", "J", "A", "S", "O", "N", "D" }, margin);
+}
+
+/// Gives a plot of curves that share their x values those of the months.
+inline void ShareMonths(C2DSeriesPlot& plot)
+{
+    plot.SetNumPts(12);
+    plot.SetXMin(1);
+    plot.SetXMax(12);
+}
+
+} // namespace ombrel::host

@@ -1,0 +1,13 @@
+#include "tools/ombrel/GalleryPictures.h"
+
+namespace ombrel::host {
+
+std::vector<GalleryPicture> AllGalleryPictures()
+{
+    std::vector<GalleryPicture> all;
+    for (auto const& family : { LinePictures(), BarPictures(), AreaPictures(), AxesPictures(), StylePictures() })
+        all.insert(all.end(), family.begin(), family.end());
+    return all;
+}
+
+} // namespace ombrel::host

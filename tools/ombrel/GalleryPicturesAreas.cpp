@@ -1,0 +1,225 @@
+#include "ombrel/graph2d/2DAreaPlot.h"
+#include "ombrel/graph2d/2DBarPlot.h"
+#include "ombrel/graph2d/2DErrorBarPlot.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph2d/2DTextPlot.h"
+#include "ombrel/graph2d/Axes.h"
+#include "tools/ombrel/GalleryData.h"
+#include "tools/ombrel/GalleryHelpers.h"
+#include "tools/ombrel/GalleryPictures.h"
+
+#include <cmath>
+
+namespace ombrel::host {
+
+namespace {
+
+// --- areas
+// ------------------------------------------------------------------------------------------------------------
+
+void StackedAreas(C2DGraph& graph, PictureLook const& look)
+{
+    graph.GetAxes()->SetXAxisTitle("wavelength");
+    graph.GetAxes()->SetYAxisTitle("intensity");
+    auto& plot = static_cast<C2DAreaPlot&>(*graph.AddPlot(it2DAreaPlot));
+    plot.SetNumPts(201);
+    plot.SetBorderColour(look.plottingArea);
+    char const* const titles[] { "first line", "second line", "third line" };
+    double const centres[] { 3, 5, 6.5 };
+    for (int i = 0; i < 3; ++i) {
+        auto& area = AddCurve<C2DAreaCurve>(plot, titles[i], look.Colour(i));
+        Sample(area, 0, 10, 201, [&](double x) { return 1 / (1 + (x - centres[i]) * (x - centres[i]) * (2 + i)); });
+    }
+    graph.GetLegend()->Create(CPoint());
+}
+
+void WeatherAreas(C2DGraph& graph, PictureLook const& look)
+{
+    NameMonths(graph, 0);
+    graph.GetAxes()->SetYAxisTitle("share of the days");
+    auto& plot = static_cast<C2DAreaPlot&>(*graph.AddPlot(it2DAreaPlot));
+    ShareMonths(plot);
+    plot.SetNormalised(1);
+    plot.SetBorderColour(look.plottingArea);
+    COLORREF const colours[] { look.Colour(1), look.majorGrid, look.Tint(0), look.Colour(0), look.Colour(3) };
+    for (std::size_t i = 0; i < kWeatherKinds.size(); ++i) {
+        auto& area = AddCurve<C2DAreaCurve>(plot, kWeatherKinds[i].name, colours[i]);
+        SetValues(area, kWeatherKinds[i].days);
+    }
+    graph.GetLegend()->Create(CPoint());
+}
+
+void Stream(C2DGraph& graph, PictureLook const& look)
+{
+    auto& plot = static_cast<C2DAreaPlot&>(*graph.AddPlot(it2DAreaPlot));
+    plot.SetNumPts(201);
+    plot.SetDrawBorders(0);
+    // The first area lifts the others so that their middle stays at zero.
+    constexpr int kBands = 5;
+    auto const width
+        = [](int band, double x) { return 1.2 + std::sin(0.9 * x + 2.1 * band) * std::cos(0.3 * x - band); };
+    auto& base = AddCurve<C2DAreaCurve>(plot, "base", look.plottingArea);
+    Sample(base, 0, 10, 201, [&](double x) {
+        double sum = 0;
+        for (int band = 0; band < kBands; ++band)
+            sum -= width(band, x) / 2;
+        return sum;
+    });
+    for (int band = 0; band < kBands; ++band) {
+        auto& area = AddCurve<C2DAreaCurve>(plot, "band", look.Colour(band));
+        Sample(area, 0, 10, 201, [&](double x) { return width(band, x); });
+    }
+}
+
+// --- error bars
+// -------------------------------------------------------------------------------------------------------
+
+void Deviations(C2DGraph& graph, PictureLook const& look)
+{
+    NameMonths(graph);
+    graph.GetAxes()->SetYAxisTitle("highest temperature / °C");
+    auto& bars = AddCurve<C2DErrorBarCurve>(*graph.AddPlot(it2DErrorBarPlot), "deviation", look.text);
+    SetValues(bars, kMeanHighs);
+    // Bars are given by their whole height.
+    for (double const deviation : kHighDeviations)
+        bars.GetHeights().Add(2 * deviation);
+    auto& means = AddCurve<C2DLine>(*graph.AddPlot(it2DLinePlot), "mean", look.Colour(1));
+    means.SetLineWidth(2);
+    means.SetAntialiasingOn(1);
+    means.SetSymbolType(C2DSymbol::Circle);
+    means.SetSymbolColour(look.Colour(1));
+    means.SetSymbolFillColour(look.Colour(1));
+    means.SetFillSymbol(1);
+    means.SetSymbolScaleFac(0.8);
+    SetValues(means, kMeanHighs);
+}
+
+void FittedLine(C2DGraph& graph, PictureLook const& look)
+{
+    graph.GetAxes()->SetXAxisTitle("distance / m");
+    graph.GetAxes()->SetYAxisTitle("time / s");
+    auto& errors = AddCurve<C2DErrorBarCurve>(*graph.AddPlot(it2DErrorBarPlot), "error", look.Colour(0));
+    auto& points = AddCurve<C2DLine>(*graph.AddPlot(it2DLinePlot), "measured", look.Colour(0));
+    points.SetPointConnectionMode(C2DLine::cmNone);
+    points.SetSymbolType(C2DSymbol::Square);
+    points.SetSymbolColour(look.Colour(0));
+    points.SetSymbolScaleFac(0.7);
+    points.SetFillSymbol(1);
+    points.SetSymbolFillColour(look.Colour(0));
+    FixedRandom random(99);
+    points.Initialise(15);
+    for (int i = 0; i < 15; ++i) {
+        double const error = 0.3 + 0.05 * i;
+        points.SetAt(i, { i + 1.0, 2 + 0.8 * (i + 1) + error * random.Normal() });
+        errors.GetHeights().Add(2 * error);
+    }
+    errors.SetPoints(points.GetPoints(), 0, 1);
+    auto& fit = AddCurve<C2DLine>(*graph.AddPlot(it2DLinePlot), "expected", look.Colour(1));
+    fit.SetLineWidth(2);
+    fit.SetAntialiasingOn(1);
+    Sample(fit, 0, 16, 2, [](double x) { return 2 + 0.8 * x; });
+}
+
+// --- texts
+// ------------------------------------------------------------------------------------------------------------
+
+void LabelledPoints(C2DGraph& graph, PictureLook const& look)
+{
+    struct Planet {
+        char const* name;
+        double distance; // astronomical units
+        double period; // years
+    };
+    constexpr Planet kPlanets[] { { "Mercury", 0.387, 0.241 }, { "Venus", 0.723, 0.615 }, { "Earth", 1, 1 },
+        { "Mars", 1.524, 1.881 }, { "Jupiter", 5.203, 11.86 }, { "Saturn", 9.537, 29.45 }, { "Uranus", 19.19, 84.02 },
+        { "Neptune", 30.07, 164.8 } };
+    CAxes& axes = *graph.GetAxes();
+    axes.SetXAxisScaleMode(1);
+    axes.SetYAxisScaleMode(1);
+    axes.SetXAxisTitle("distance / astronomical units");
+    axes.SetYAxisTitle("period / years");
+    auto& points = AddCurve<C2DLine>(*graph.AddPlot(it2DLinePlot), "planets", look.Colour(0));
+    points.SetSymbolType(C2DSymbol::Circle);
+    points.SetSymbolColour(look.Colour(0));
+    points.SetSymbolFillColour(look.Colour(0));
+    points.SetFillSymbol(1);
+    points.SetAntialiasingOn(1);
+    points.Initialise(8);
+    // Names alternate between the two sides of the line.
+    CPlot& texts = *graph.AddPlot(it2DTextPlot);
+    auto& above = AddCurve<C2DTextCurve>(texts, "above", look.text);
+    auto& below = AddCurve<C2DTextCurve>(texts, "below", look.text);
+    above.SetHorzAlignment(C2DTextCurve::alRight);
+    below.SetVertAlignment(C2DTextCurve::alTop);
+    for (int i = 0; i < 8; ++i) {
+        points.SetAt(i, { kPlanets[i].distance, kPlanets[i].period });
+        above.GetText().Add(i % 2 ? CString(kPlanets[i].name) + CString("  ") : CString());
+        below.GetText().Add(i % 2 ? CString() : CString("  ") + CString(kPlanets[i].name));
+    }
+    above.SetPoints(points.GetPoints(), 0, 1);
+    below.SetPoints(points.GetPoints(), 0, 1);
+}
+
+void LabelledBars(C2DGraph& graph, PictureLook const& look)
+{
+    NameMonths(graph);
+    graph.GetAxes()->SetYAxisTitle("precipitation / mm");
+    auto& bars = AddCurve<C2DBarCurve>(*graph.AddPlot(it2DBarPlot), "precipitation", look.Tint(0));
+    bars.SetBarWidthFactor(0.8);
+    bars.SetAutoBaseline(0);
+    bars.SetBorderColour(look.Colour(0));
+    SetValues(bars, kMeanPrecipitation);
+    auto& texts = AddCurve<C2DTextCurve>(*graph.AddPlot(it2DTextPlot), "values", look.text);
+    texts.SetHorzAlignment(C2DTextCurve::alCentre);
+    texts.SetFont(CFontData("Arial", CFontData::kNormalWeight, 0, 0.8));
+    SetValues(texts, kMeanPrecipitation);
+    for (double const value : kMeanPrecipitation)
+        texts.GetText().Add(CString(std::to_string(std::lround(value))));
+}
+
+void TurnedTexts(C2DGraph& graph, PictureLook const& look)
+{
+    graph.GetAxes()->SetXAxisTitle("year");
+    graph.GetAxes()->SetYAxisTitle("carbon dioxide / ppm");
+    auto& line = AddCurve<C2DLine>(*graph.AddPlot(it2DLinePlot), "Mauna Loa", look.Colour(0));
+    line.SetLineWidth(2);
+    line.SetAntialiasingOn(1);
+    SetValues(line, kCarbonDioxide, kFirstCarbonYear);
+    // Where the line passed each ten parts per million.
+    auto& texts = AddCurve<C2DTextCurve>(*graph.AddPlot(it2DTextPlot), "years", look.Colour(1));
+    texts.SetRotate(1);
+    texts.SetHorzAlignment(C2DTextCurve::alCentre);
+    texts.SetVertAlignment(C2DTextCurve::alTop);
+    texts.SetFont(CFontData("Arial", CFontData::kNormalWeight, 1, 0.8));
+    texts.Initialise(6);
+    for (int i = 0; i < 6; ++i) {
+        auto const year = static_cast<std::size_t>(10 * i + 6);
+        texts.SetAt(i, { kFirstCarbonYear + static_cast<double>(year), kCarbonDioxide[year] - 4 });
+        texts.GetText().Add(CString(std::to_string(kFirstCarbonYear + static_cast<int>(year))));
+    }
+}
+
+constexpr GalleryPicture kPictures[] {
+    { "areas-stacked", "Areas", "Stacked areas", "Three spectral lines and their sum.", OMBREL_PICTURE(StackedAreas) },
+    { "areas-shares", "Areas", "Shares of one", "Kinds of weather in Seattle, 2012 to 2015, normalised (NOAA).",
+        OMBREL_PICTURE(WeatherAreas) },
+    { "areas-stream", "Areas", "A stream", "Without outlines, on a base that keeps the middle at zero.",
+        OMBREL_PICTURE(Stream) },
+    { "errors-deviations", "Error bars", "Means and deviations",
+        "Daily highs in Seattle by month, 2012 to 2015: mean and standard deviation (NOAA).",
+        OMBREL_PICTURE(Deviations) },
+    { "errors-fit", "Error bars", "Points and a line", "Measurements with errors that grow, beside what is expected.",
+        OMBREL_PICTURE(FittedLine) },
+    { "texts-points", "Texts", "Names at points",
+        "The planets: the square of the period grows with the cube of the distance.", OMBREL_PICTURE(LabelledPoints) },
+    { "texts-bars", "Texts", "Values on bars", "Precipitation of an average month in Seattle (NOAA).",
+        OMBREL_PICTURE(LabelledBars) },
+    { "texts-turned", "Texts", "Turned texts", "Texts that run upwards, in italics.", OMBREL_PICTURE(TurnedTexts) },
+};
+
+} // namespace
+
+std::span<GalleryPicture const> AreaPictures() { return kPictures; }
+
+} // namespace ombrel::host

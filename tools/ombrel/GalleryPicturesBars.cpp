@@ -1,0 +1,195 @@
+#include "ombrel/colour/ColourMap.h"
+#include "ombrel/graph2d/2DBarPlot.h"
+#include "ombrel/graph2d/2DClusteredBarPlot.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DGrid.h"
+#include "ombrel/graph2d/2DStackedBarPlot.h"
+#include "ombrel/graph2d/Axes.h"
+#include "tools/ombrel/GalleryData.h"
+#include "tools/ombrel/GalleryHelpers.h"
+#include "tools/ombrel/GalleryPictures.h"
+
+#include <cmath>
+
+namespace ombrel::host {
+
+namespace {
+
+// --- bars
+// -------------------------------------------------------------------------------------------------------------
+
+void Precipitation(C2DGraph& graph, PictureLook const& look)
+{
+    NameMonths(graph);
+    graph.GetAxes()->SetYAxisTitle("precipitation / mm");
+    auto& bars = AddCurve<C2DBarCurve>(*graph.AddPlot(it2DBarPlot), "an average month", look.Colour(0));
+    bars.SetBarWidthFactor(0.7);
+    bars.SetAutoBaseline(0);
+    bars.SetBorderColour(look.Colour(0));
+    SetValues(bars, kMeanPrecipitation);
+}
+
+void Histogram(C2DGraph& graph, PictureLook const& look)
+{
+    graph.GetAxes()->SetXAxisTitle("highest temperature / °C");
+    graph.GetAxes()->SetYAxisTitle("days");
+    auto& bars = AddCurve<C2DBarCurve>(*graph.AddPlot(it2DBarPlot), "days", look.Colour(1));
+    bars.SetBarWidthFactor(1);
+    bars.SetAutoBaseline(0);
+    bars.SetBorderColour(look.plottingArea);
+    bars.Initialise(static_cast<int>(kHighCounts.size()));
+    for (int i = 0; i < bars.GetNumPoints(); ++i)
+        bars.SetAt(i, { -1.0 + 2 * i, kHighCounts[static_cast<std::size_t>(i)] });
+}
+
+void UpAndDown(C2DGraph& graph, PictureLook const& look)
+{
+    NameMonths(graph);
+    graph.GetAxes()->SetYAxisTitle("difference / ppm");
+    CPlot& plot = *graph.AddPlot(it2DBarPlot);
+    for (int negative = 0; negative < 2; ++negative) {
+        auto& bars = AddCurve<C2DBarCurve>(plot, negative ? "below" : "above", look.Colour(negative ? 0 : 1));
+        bars.SetBarWidthFactor(0.8);
+        bars.SetAutoBaseline(0);
+        bars.SetBorderColour(look.Colour(negative ? 0 : 1));
+        SetValues(bars, kCarbonCycle);
+        for (int i = 0; i < 12; ++i) {
+            if ((kCarbonCycle[static_cast<std::size_t>(i)] < 0) != (negative != 0))
+                bars.SetYAt(i, kGap);
+        }
+    }
+}
+
+void HatchedBars(C2DGraph& graph, PictureLook const& look)
+{
+    CPlot& plot = *graph.AddPlot(it2DBarPlot);
+    // The days of each kind of weather in four years, a curve for each so that it has a hatch of its own.
+    int const patterns[] { 18, 2, 24, 32, 39 };
+    CStringArray names;
+    for (int i = 0; i < 5; ++i) {
+        auto const& kind = kWeatherKinds[static_cast<std::size_t>(i)];
+        auto& bar = AddCurve<C2DBarCurve>(plot, kind.name, look.Colour(i));
+        bar.SetFillPattern(patterns[i]);
+        bar.SetBorderColour(look.Colour(i));
+        bar.SetBarWidthFactor(0.7);
+        bar.SetAutoBaseline(0);
+        bar.Initialise(1);
+        double days = 0;
+        for (double const month : kind.days)
+            days += month;
+        bar.SetAt(0, { i + 1.0, days });
+        names.Add(kind.name);
+    }
+    NameNotches(graph, names);
+    graph.GetAxes()->SetYAxisTitle("days");
+}
+
+// --- clustered bars
+// ---------------------------------------------------------------------------------------------------
+
+void YearsSideBySide(C2DGraph& graph, PictureLook const& look)
+{
+    NameMonths(graph);
+    graph.GetAxes()->SetYAxisTitle("precipitation / mm");
+    auto& plot = static_cast<C2DClusteredBarPlot&>(*graph.AddPlot(it2DClusteredBarPlot));
+    ShareMonths(plot);
+    plot.SetBarWidthFactor(0.8);
+    plot.SetBorderColour(look.plottingArea);
+    char const* const titles[] { "2012", "2013", "2014", "2015" };
+    for (int year = 0; year < 4; ++year) {
+        auto& bars = AddCurve<C2DClusteredBarCurve>(plot, titles[year], look.Colour(year));
+        SetValues(bars, kPrecipitation[static_cast<std::size_t>(year)]);
+    }
+    graph.GetLegend()->Create(CPoint());
+}
+
+void HatchedClusters(C2DGraph& graph, PictureLook const& look)
+{
+    NameMonths(graph);
+    graph.GetAxes()->SetYAxisTitle("temperature / °C");
+    auto& plot = static_cast<C2DClusteredBarPlot&>(*graph.AddPlot(it2DClusteredBarPlot));
+    ShareMonths(plot);
+    plot.SetBorderColour(look.text);
+    plot.SetBarWidthFactor(0.8);
+    auto& lows = AddCurve<C2DClusteredBarCurve>(plot, "lowest", look.Colour(0));
+    lows.SetFillPattern(3);
+    SetValues(lows, kRecordLows);
+    auto& highs = AddCurve<C2DClusteredBarCurve>(plot, "highest", look.Colour(1));
+    SetValues(highs, kRecordHighs);
+    graph.GetLegend()->Create(CPoint());
+}
+
+// --- stacked bars
+// -----------------------------------------------------------------------------------------------------
+
+/// Days of each kind of weather by month.
+C2DStackedBarPlot& AddWeather(C2DGraph& graph, PictureLook const& look)
+{
+    NameMonths(graph);
+    auto& plot = static_cast<C2DStackedBarPlot&>(*graph.AddPlot(it2DStackedBarPlot));
+    ShareMonths(plot);
+    plot.SetBarWidthFactor(0.8);
+    plot.SetBorderColour(look.plottingArea);
+    COLORREF const colours[] { look.Colour(1), look.majorGrid, look.Tint(0), look.Colour(0), look.Colour(3) };
+    for (std::size_t i = 0; i < kWeatherKinds.size(); ++i) {
+        auto& bars = AddCurve<C2DStackedBarCurve>(plot, kWeatherKinds[i].name, colours[i]);
+        SetValues(bars, kWeatherKinds[i].days);
+    }
+    graph.GetLegend()->Create(CPoint());
+    return plot;
+}
+
+void WeatherStacks(C2DGraph& graph, PictureLook const& look)
+{
+    AddWeather(graph, look);
+    graph.GetAxes()->SetYAxisTitle("days in four years");
+}
+
+void WeatherShares(C2DGraph& graph, PictureLook const& look)
+{
+    AddWeather(graph, look).SetPlotStyle(C2DStackedBarPlot::psPercent);
+    graph.GetAxes()->SetYAxisTitle("share of the days / %");
+}
+
+void StacksBelowZero(C2DGraph& graph, PictureLook const& look)
+{
+    NameMonths(graph);
+    graph.GetAxes()->SetYAxisTitle("gain and loss");
+    auto& plot = static_cast<C2DStackedBarPlot&>(*graph.AddPlot(it2DStackedBarPlot));
+    ShareMonths(plot);
+    plot.SetBarWidthFactor(0.7);
+    plot.SetBorderColour(look.plottingArea);
+    char const* const titles[] { "first", "second", "third", "fourth" };
+    for (int i = 0; i < 4; ++i) {
+        auto& bars = AddCurve<C2DStackedBarCurve>(plot, titles[i], look.Colour(i));
+        Sample(bars, 1, 12, 12, [&](double x) { return (i % 2 ? -1 : 1) * (3 + 2 * std::sin(0.5 * x + i)); });
+    }
+    graph.GetLegend()->Create(CPoint());
+}
+
+constexpr GalleryPicture kPictures[] {
+    { "bars-months", "Bars", "Bars", "Precipitation of an average month in Seattle, 2012 to 2015 (NOAA).",
+        OMBREL_PICTURE(Precipitation) },
+    { "bars-histogram", "Bars", "A histogram",
+        "How warm it was on 1461 days in Seattle, 2012 to 2015 (NOAA): bars without gaps.", OMBREL_PICTURE(Histogram) },
+    { "bars-up-and-down", "Bars", "Up and down",
+        "Bars that stand on zero or hang from it: the season's part of carbon dioxide at Mauna Loa (Scripps, NOAA).",
+        OMBREL_PICTURE(UpAndDown) },
+    { "bars-hatched", "Bars", "Hatched bars", "Days of each kind of weather in Seattle, 2012 to 2015 (NOAA).",
+        OMBREL_PICTURE(HatchedBars) },
+    { "clustered-years", "Clustered bars", "Years side by side", "Precipitation in Seattle, month by month (NOAA).",
+        OMBREL_PICTURE(YearsSideBySide) },
+    { "clustered-hatched", "Clustered bars", "Two bars, one hatched",
+        "Record temperatures in Seattle, 2012 to 2015, below zero in winter (NOAA).", OMBREL_PICTURE(HatchedClusters) },
+    { "stacked-weather", "Stacked bars", "Stacks", "Kinds of weather in Seattle, 2012 to 2015 (NOAA).",
+        OMBREL_PICTURE(WeatherStacks) },
+    { "stacked-shares", "Stacked bars", "Shares", "The same in percent.", OMBREL_PICTURE(WeatherShares) },
+    { "stacked-below-zero", "Stacked bars", "Above and below zero",
+        "Positive values are stacked upwards, negative ones downwards.", OMBREL_PICTURE(StacksBelowZero) },
+};
+
+} // namespace
+
+std::span<GalleryPicture const> BarPictures() { return kPictures; }
+
+} // namespace ombrel::host

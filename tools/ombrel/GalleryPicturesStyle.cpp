@@ -1,0 +1,244 @@
+#include "ombrel/colour/ColourMap.h"
+#include "ombrel/graph2d/2DAreaPlot.h"
+#include "ombrel/graph2d/2DBarPlot.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DGrid.h"
+#include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph2d/2DTextPlot.h"
+#include "ombrel/graph2d/Axes.h"
+#include "tools/ombrel/GalleryData.h"
+#include "tools/ombrel/GalleryHelpers.h"
+#include "tools/ombrel/GalleryPictures.h"
+
+#include <cmath>
+
+namespace ombrel::host {
+
+namespace {
+
+// --- legends
+// ----------------------------------------------------------------------------------------------------------
+
+/// Three curves with lines, symbols and shading.
+void AddThreeCurves(C2DGraph& graph, PictureLook const& look)
+{
+    CPlot& plot = *graph.AddPlot(it2DLinePlot);
+    char const* const titles[] { "spring", "summer", "autumn" };
+    C2DSymbol::SymbolType const symbols[] { C2DSymbol::Circle, C2DSymbol::Square, C2DSymbol::Diamond };
+    for (int i = 0; i < 3; ++i) {
+        auto& line = AddCurve<C2DLine>(plot, titles[i], look.Colour(i));
+        line.SetLineWidth(2);
+        line.SetLineType(i);
+        line.SetAntialiasingOn(1);
+        line.SetSymbolType(symbols[i]);
+        line.SetSymbolColour(look.Colour(i));
+        line.SetSymbolFillColour(look.Colour(i));
+        line.SetFillSymbol(1);
+        Sample(line, 0, 10, 11, [&](double x) { return std::sqrt(x + 1) * (3 - i) + 0.3 * std::sin(2 * x + i); });
+    }
+    graph.GetLegend()->Create(CPoint());
+}
+
+void LegendOfPatches(C2DGraph& graph, PictureLook const& look)
+{
+    AddThreeCurves(graph, look);
+    graph.GetLegend()->SetStyle(CLegend::lsFill);
+}
+
+void LegendOfLines(C2DGraph& graph, PictureLook const& look)
+{
+    AddThreeCurves(graph, look);
+    graph.GetLegend()->SetStyle(CLegend::lsLine);
+}
+
+void LegendOfSymbols(C2DGraph& graph, PictureLook const& look)
+{
+    AddThreeCurves(graph, look);
+    graph.GetLegend()->SetStyle(CLegend::lsSymbol);
+    graph.GetLegend()->SetBoundingRectOn(0);
+}
+
+// --- captions
+// ---------------------------------------------------------------------------------------------------------
+
+void Captions(C2DGraph& graph, PictureLook const& look)
+{
+    graph.GetAxes()->SetXAxisTitle("year");
+    graph.GetAxes()->SetYAxisTitle("carbon dioxide / ppm");
+    auto& line = AddCurve<C2DLine>(*graph.AddPlot(it2DLinePlot), "Mauna Loa", look.Colour(0));
+    line.SetLineWidth(2);
+    line.SetAntialiasingOn(1);
+    SetValues(line, kCarbonDioxide, kFirstCarbonYear);
+
+    CCaption* const framed = graph.AddCaption(CPoint());
+    framed->SetText("Mauna Loa Observatory\nHawaii, 3397 m");
+    framed->SetTextColour(look.text);
+    framed->SetBorderColour(look.text);
+    framed->SetBkgndColour(look.plottingArea);
+    framed->Create(CRealPoint(0.05, 0.08));
+
+    CCaption* const plain = graph.AddCaption(CPoint());
+    plain->SetText("350 ppm were\npassed in 1988");
+    plain->SetFont(CFontData("Arial", CFontData::kNormalWeight, 1, 1.0));
+    plain->SetTextColour(look.Colour(1));
+    plain->SetTransparentBkgnd(1);
+    plain->SetBoundingRectOn(0);
+    plain->Create(CRealPoint(0.55, 0.62));
+}
+
+void Titles(C2DGraph& graph, PictureLook const& look)
+{
+    graph.SetTitle("Rain in Seattle");
+    NameMonths(graph);
+    graph.GetAxes()->SetXAxisTitle("month");
+    graph.GetAxes()->SetYAxisTitle("precipitation / mm");
+    auto& bars = AddCurve<C2DBarCurve>(*graph.AddPlot(it2DBarPlot), "an average month", look.Colour(4));
+    bars.SetBarWidthFactor(0.7);
+    bars.SetAutoBaseline(0);
+    bars.SetBorderColour(look.Colour(4));
+    SetValues(bars, kMeanPrecipitation);
+}
+
+// --- hatches
+// ----------------------------------------------------------------------------------------------------------
+
+void Hatches(C2DGraph& graph, PictureLook const& look)
+{
+    graph.GetGrid()->SetOn(0);
+    CAxes& axes = *graph.GetAxes();
+    axes.SetXAxisOn(0);
+    axes.SetYAxisOn(0);
+    axes.SetXAxisRangeMode(CAxes::rmFixed);
+    axes.SetXAxisRange(-0.4, 4.7);
+    CPlot& bars = *graph.AddPlot(it2DBarPlot);
+    auto& numbers = AddCurve<C2DTextCurve>(*graph.AddPlot(it2DTextPlot), "numbers", look.text);
+    numbers.SetVertAlignment(C2DTextCurve::alCentre);
+    auto const patterns = C2DLine::GetPatternIDs();
+    numbers.Initialise(static_cast<int>(patterns.size()));
+    for (int i = 0; i < numbers.GetNumPoints(); ++i) {
+        // Four rows of five: bars with a base line each, and the number at the right.
+        int const pattern = patterns[static_cast<std::size_t>(i)];
+        auto& bar = AddCurve<C2DBarCurve>(bars, "hatch", look.Colour(0));
+        bar.SetFillPattern(pattern);
+        bar.SetBorderColour(look.text);
+        bar.SetBarWidthFactor(0.65);
+        bar.SetAutoBaseline(0);
+        bar.SetBaseline(3 - i / 5);
+        bar.Initialise(1);
+        bar.SetAt(0, { i % 5 + 0.0, 3.75 - i / 5 });
+        numbers.SetAt(i, { i % 5 + 0.37, 3.375 - i / 5 });
+        numbers.GetText().Add(CString(std::to_string(pattern)));
+    }
+}
+
+// --- colour maps
+// ------------------------------------------------------------------------------------------------------
+
+/// Lines in colours from one end of the map to the other.
+void AddFan(C2DGraph& graph, CColourMap const& map)
+{
+    CPlot& plot = *graph.AddPlot(it2DLinePlot);
+    constexpr int kLines = 40;
+    for (int i = 0; i < kLines; ++i) {
+        auto& line = AddCurve<C2DLine>(plot, "line", map.GetColour(i, 0, kLines - 1));
+        line.SetLineWidth(2);
+        line.SetAntialiasingOn(1);
+        Sample(line, -4, 4, 161, [&](double x) { return (i + 1) * std::exp(-x * x / 3) * std::cos(3 * x + i / 10.0); });
+    }
+}
+
+void SpectrumMap(C2DGraph& graph, PictureLook const&)
+{
+    CColourMap map;
+    map.CreateSpectrum();
+    AddFan(graph, map);
+}
+
+void ExtendedSpectrumMap(C2DGraph& graph, PictureLook const&)
+{
+    CColourMap map;
+    map.CreateExtendedSpectrum();
+    AddFan(graph, map);
+}
+
+void GradedMap(C2DGraph& graph, PictureLook const& look)
+{
+    CColourMap map;
+    map.CreateGraded(look.Colour(0));
+    AddFan(graph, map);
+}
+
+void Stripes(C2DGraph& graph, PictureLook const&)
+{
+    // From blue through white to red: red, green and blue at three positions.
+    CColourMap map;
+    map.SetChannel(0, { 0.0, 0.5, 1.0 }, { 8, 247, 165 });
+    map.SetChannel(1, { 0.0, 0.5, 1.0 }, { 48, 247, 0 });
+    map.SetChannel(2, { 0.0, 0.5, 1.0 }, { 140, 247, 30 });
+    map.Update();
+    CPlot& plot = *graph.AddPlot(it2DBarPlot);
+    for (std::size_t i = 1; i < kCarbonDioxide.size(); ++i) {
+        double const growth = kCarbonDioxide[i] - kCarbonDioxide[i - 1];
+        COLORREF const colour = map.GetColour(growth, 0.2, 3.2);
+        auto& bar = AddCurve<C2DBarCurve>(plot, "year", colour);
+        bar.SetBarWidthFactor(1);
+        bar.SetAutoBaseline(0);
+        bar.SetBorderColour(colour);
+        bar.Initialise(1);
+        bar.SetAt(0, { kFirstCarbonYear + static_cast<double>(i), 1 });
+    }
+    graph.GetAxes()->SetYAxisOn(0);
+}
+
+// --- themes
+// -----------------------------------------------------------------------------------------------------------
+
+void ThemedGraph(C2DGraph& graph, PictureLook const& look)
+{
+    graph.SetTitle("Four oscillators");
+    graph.GetAxes()->SetXAxisTitle("time / s");
+    graph.GetAxes()->SetYAxisTitle("deflection / mm");
+    CPlot& plot = *graph.AddPlot(it2DLinePlot);
+    char const* const titles[] { "first", "second", "third", "fourth" };
+    for (int i = 0; i < 4; ++i) {
+        auto& line = AddCurve<C2DLine>(plot, titles[i], look.Colour(i));
+        line.SetLineWidth(2);
+        line.SetAntialiasingOn(1);
+        Sample(line, 0, 10, 300, [&](double t) { return std::exp(-t / 6) * std::sin(t + i * 0.6) + 0.15 * i; });
+    }
+    graph.GetLegend()->Create(CPoint());
+    graph.GetLegend()->SetStyle(CLegend::lsLine);
+}
+
+constexpr GalleryPicture kPictures[] {
+    { "legend-patches", "Legends", "Patches", "The legend shows each curve's colour and fill.",
+        OMBREL_PICTURE(LegendOfPatches) },
+    { "legend-lines", "Legends", "Lines", "The legend shows a stretch of each line, with its dashes.",
+        OMBREL_PICTURE(LegendOfLines) },
+    { "legend-symbols", "Legends", "Symbols", "The legend shows each curve's symbol; here without a frame.",
+        OMBREL_PICTURE(LegendOfSymbols) },
+    { "captions-texts", "Captions", "Captions", "Texts of several lines anywhere over the graph, framed or not.",
+        OMBREL_PICTURE(Captions) },
+    { "captions-titles", "Captions", "Titles", "A title over the graph, and one along each axis.",
+        OMBREL_PICTURE(Titles) },
+    { "hatches-all", "Hatches", "Fill patterns", "The twenty patterns on offer, with their numbers; 6 is solid.",
+        OMBREL_PICTURE(Hatches) },
+    { "colours-spectrum", "Colour maps", "Spectrum", "Forty lines in colours from blue to red.",
+        OMBREL_PICTURE(SpectrumMap) },
+    { "colours-extended", "Colour maps", "Extended spectrum", "The same, from magenta on.",
+        OMBREL_PICTURE(ExtendedSpectrumMap) },
+    { "colours-graded", "Colour maps", "Graded", "Shades of one colour.", OMBREL_PICTURE(GradedMap) },
+    { "colours-stripes", "Colour maps", "Stripes in a map of one's own",
+        "How much carbon dioxide at Mauna Loa grew in each year: from 0.2 (blue) to 3.2 ppm (red) (Scripps, NOAA).",
+        OMBREL_PICTURE(Stripes) },
+    { "theme-light", "Themes", "Light", "For screens.", OMBREL_PICTURE(ThemedGraph), AxesChoice::Fitted, Theme::Light },
+    { "theme-dark", "Themes", "Dark", "For dark screens.", OMBREL_PICTURE(ThemedGraph), AxesChoice::Fitted,
+        Theme::Dark },
+    { "theme-print", "Themes", "Print", "For paper.", OMBREL_PICTURE(ThemedGraph), AxesChoice::Fitted, Theme::Print },
+};
+
+} // namespace
+
+std::span<GalleryPicture const> StylePictures() { return kPictures; }
+
+} // namespace ombrel::host

@@ -1,0 +1,71 @@
+#include "ombrel/foundation/GArray.h"
+#include "ombrel/graph2d/2DAreaPlot.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "tools/ombrel/Messages.h"
+#include "tools/ombrel/PlotBars.h"
+#include "tools/ombrel/TableFile.h"
+
+#include <algorithm>
+
+namespace ombrel::host {
+
+namespace {
+
+/// The running totals at each x, or their shares.
+void AddTotals(CurveInput const& input, SharedColumns const& shared, CurveData& data)
+{
+    for (std::size_t i = 0; i < shared.xs.size(); ++i) {
+        if (shared.xs[i] < input.shown.min || shared.xs[i] > input.shown.max)
+            continue;
+        double total = 0.0;
+        double highest = 0.0;
+        double lowest = 0.0;
+        bool isEmpty = true;
+        for (SharedColumns::Column const& column : shared.columns) {
+            if (IsGap(column.ys[i]))
+                continue;
+            isEmpty = false;
+            total += column.ys[i];
+            highest = std::max(highest, total);
+            lowest = std::min(lowest, total);
+        }
+        if (isEmpty)
+            continue;
+        double const whole = highest - lowest;
+        double const unit = input.options.normalised && whole > 0.0 ? whole : 1.0;
+        data.AddX(shared.xs[i]);
+        data.AddY(highest / unit);
+        data.AddY(lowest / unit);
+    }
+}
+
+} // namespace
+
+CurveData AddBands(CurveInput const& input)
+{
+    CurveData data;
+    SharedColumns shared = TakeSharedColumns(input, EqualX::Allowed);
+    std::size_t gaps = 0;
+    std::size_t negative = 0;
+    for (SharedColumns::Column& column : shared.columns) {
+        MarkGaps(column.ys, false, data.notPositive);
+        gaps += static_cast<std::size_t>(
+            std::count_if(column.ys.begin(), column.ys.end(), [](double y) { return IsGap(y); }));
+        negative += static_cast<std::size_t>(
+            std::count_if(column.ys.begin(), column.ys.end(), [](double y) { return y < 0.0; }));
+    }
+    if (gaps > 0)
+        input.messages.Warning(Counted(gaps, "gap counts", "gaps count") + " as 0 in the bands");
+    if (negative > 0)
+        input.messages.Warning(Counted(negative, "value is", "values are")
+            + " negative: there the bands lie over each other (--kind stacked keeps them apart)");
+    AddTotals(input, shared, data);
+    data.wholeNumbers = shared.HasWholeNumbers();
+    auto& plot = static_cast<C2DAreaPlot&>(*input.graph.AddPlot(it2DAreaPlot));
+    plot.SetNormalised(input.options.normalised);
+    plot.SetBorderColour(input.look.barBorder);
+    FillSeriesPlot(plot, input, shared);
+    return data;
+}
+
+} // namespace ombrel::host

@@ -1,0 +1,242 @@
+#include "tools/ombrel/PlotBars.h"
+#include "ombrel/foundation/GArray.h"
+#include "ombrel/graph2d/2DAreaPlot.h"
+#include "ombrel/graph2d/2DBarPlot.h"
+#include "ombrel/graph2d/2DClusteredBarPlot.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DStackedBarPlot.h"
+#include "ombrel/model/LineWidth.h"
+#include "tools/ombrel/Messages.h"
+#include "tools/ombrel/TableFile.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace ombrel::host {
+
+namespace {
+
+constexpr double kSingleWidth = 0.7;
+constexpr double kClusterWidth = 0.8;
+
+bool IsShown(CurveInput const& input, double x) { return x >= input.shown.min && x <= input.shown.max; }
+
+CTableData TableOf(std::vector<double> const& xs, std::vector<double> const& ys)
+{
+    CTableData points(2, static_cast<int>(xs.size()));
+    std::copy(xs.begin(), xs.end(), points.GetRow(0));
+    std::copy(ys.begin(), ys.end(), points.GetRow(1));
+    return points;
+}
+
+void MarkAllGaps(CurveInput const& input, SharedColumns& shared, CurveData& data)
+{
+    for (SharedColumns::Column& column : shared.columns)
+        MarkGaps(column.ys, input.options.yLog, data.notPositive);
+}
+
+/// The x range of bars, whether or not all of them have values.
+void AddPlaces(CurveInput const& input, SharedColumns const& shared, CurveData& data)
+{
+    data.spacing = shared.Spacing();
+    data.wholeNumbers = shared.HasWholeNumbers();
+    for (double const x : shared.xs) {
+        if (IsShown(input, x))
+            data.AddX(x);
+    }
+}
+
+/// The values, and zero, where bars begin.
+void AddHeights(CurveInput const& input, SharedColumns const& shared, CurveData& data)
+{
+    for (SharedColumns::Column const& column : shared.columns) {
+        for (std::size_t i = 0; i < shared.xs.size(); ++i) {
+            if (!IsGap(column.ys[i]) && IsShown(input, shared.xs[i]))
+                data.AddY(column.ys[i]);
+        }
+    }
+    if (!input.options.yLog && data.y.min <= data.y.max)
+        data.AddY(0.0);
+}
+
+/// The sums of the values above zero and of those below it at each x, or their shares.
+void AddStackHeights(CurveInput const& input, SharedColumns const& shared, CurveData& data)
+{
+    bool anyPositive = false;
+    for (std::size_t i = 0; i < shared.xs.size(); ++i) {
+        double above = 0.0;
+        double below = 0.0;
+        bool isEmpty = true;
+        for (SharedColumns::Column const& column : shared.columns) {
+            double const y = column.ys[i];
+            if (IsGap(y))
+                continue;
+            isEmpty = false;
+            (y < 0.0 ? below : above) += y;
+        }
+        anyPositive = anyPositive || above > 0.0;
+        if (isEmpty || !IsShown(input, shared.xs[i]))
+            continue;
+        double const whole = above - below;
+        bool const isShare = input.options.percent && whole > 0.0;
+        data.AddY(isShare ? 100.0 * (above / whole) : above);
+        data.AddY(isShare ? 100.0 * (below / whole) : below);
+    }
+    if (input.options.percent && !anyPositive && data.y.min <= data.y.max)
+        data.y = { 0.0, 100.0 };
+}
+
+void AddStackedBars(CurveInput const& input, SharedColumns& shared, CurveData& data)
+{
+    MarkAllGaps(input, shared, data);
+    AddPlaces(input, shared, data);
+    AddStackHeights(input, shared, data);
+    auto& plot = static_cast<C2DStackedBarPlot&>(*input.graph.AddPlot(it2DStackedBarPlot));
+    plot.SetBarWidthFactor(kSingleWidth);
+    plot.SetBorderColour(input.look.barBorder);
+    plot.SetPlotStyle(input.options.percent ? C2DStackedBarPlot::psPercent : C2DStackedBarPlot::psPlain);
+    FillSeriesPlot(plot, input, shared);
+}
+
+void SetFillPattern(CPlotComponent& curve, int pattern)
+{
+    if (auto* const clustered = DynamicDowncast<C2DClusteredBarCurve>(&curve))
+        clustered->SetFillPattern(pattern);
+    else if (auto* const stacked = DynamicDowncast<C2DStackedBarCurve>(&curve))
+        stacked->SetFillPattern(pattern);
+    else if (auto* const area = DynamicDowncast<C2DAreaCurve>(&curve))
+        area->SetFillPattern(pattern);
+}
+
+/// Bars stand on the value 1 on a logarithmic axis: smaller values would hang from there.
+void RequireValuesAboveOne(CurveInput const& input, SharedColumns const& shared)
+{
+    for (SharedColumns::Column const& column : shared.columns) {
+        for (double const y : column.ys) {
+            if (input.options.yLog && y < 1.0)
+                throw Failure(kUsageFault,
+                    "--log y: bars side by side stand on 1, and " + column.title + " has values below it, such as "
+                        + NumberText(y));
+        }
+    }
+}
+
+} // namespace
+
+void FillSeriesPlot(C2DSeriesPlot& plot, CurveInput const& input, SharedColumns& shared)
+{
+    bool const dates = input.sources.front().HasDates();
+    plot.SetXValueMode(1);
+    plot.SetXValMode(dates ? C2DCurve::xvDates : C2DCurve::xvNumbers);
+    plot.SetPoints(TableOf(shared.xs, std::vector<double>(shared.xs.size())));
+    std::size_t index = 0;
+    for (SharedColumns::Column const& column : shared.columns) {
+        auto& curve = static_cast<C2DCurve&>(*plot.CreateCurve());
+        CurveLook const look = input.palette.At(index++);
+        curve.SetTitle(CString(column.title));
+        curve.SetDataSourceType(CPlotComponent::dsTable);
+        curve.SetScriptXValueMode(1);
+        curve.SetXValMode(plot.GetXValMode());
+        curve.SetColour(look.colour);
+        SetFillPattern(curve, look.fillPattern);
+        curve.SetPoints(TableOf(shared.xs, column.ys));
+    }
+}
+
+void AddSingleBars(CurveInput const& input, SharedColumns& shared, double widthFactor, CurveData& data)
+{
+    MarkAllGaps(input, shared, data);
+    AddPlaces(input, shared, data);
+    AddHeights(input, shared, data);
+    SharedColumns::Column const& column = shared.columns.front();
+    auto& bars = static_cast<C2DBarCurve&>(*input.graph.AddPlot(it2DBarPlot)->CreateCurve());
+    CurveLook const look = input.palette.At(0);
+    bars.SetTitle(CString(column.title));
+    bars.SetDataSourceType(CPlotComponent::dsTable);
+    if (input.sources.front().HasDates())
+        bars.SetXValMode(C2DCurve::xvDates);
+    bars.SetColour(look.colour);
+    bars.SetFillPattern(look.fillPattern);
+    bars.SetBorderColour(input.look.barBorder);
+    bars.SetBarWidthFactor(widthFactor);
+    if (!input.options.yLog) {
+        bars.SetAutoBaseline(0);
+        bars.SetBaseline(0.0);
+    }
+    bars.SetPoints(TableOf(shared.xs, column.ys));
+    if (!column.errors.empty())
+        AddErrorBars(input, shared.xs, column.ys, column.errors, input.look.text, data);
+}
+
+void AddClusteredBars(CurveInput const& input, SharedColumns& shared, double widthFactor, CurveData& data)
+{
+    RequireValuesAboveOne(input, shared);
+    MarkAllGaps(input, shared, data);
+    AddPlaces(input, shared, data);
+    AddHeights(input, shared, data);
+    auto& plot = static_cast<C2DClusteredBarPlot&>(*input.graph.AddPlot(it2DClusteredBarPlot));
+    plot.SetBarWidthFactor(widthFactor);
+    plot.SetBorderColour(input.look.barBorder);
+    FillSeriesPlot(plot, input, shared);
+    double const bars = static_cast<double>(shared.columns.size());
+    double const width = shared.Spacing() * widthFactor / bars;
+    for (std::size_t i = 0; i < shared.columns.size(); ++i) {
+        SharedColumns::Column const& column = shared.columns[i];
+        if (column.errors.empty())
+            continue;
+        // In the middle of its bar.
+        std::vector<double> xs = shared.xs;
+        for (double& x : xs)
+            x += (static_cast<double>(i) - (bars - 1.0) / 2.0) * width;
+        AddErrorBars(input, xs, column.ys, column.errors, input.look.text, data);
+    }
+}
+
+CurveData AddBars(CurveInput const& input)
+{
+    CurveData data;
+    SharedColumns shared = TakeSharedColumns(input, EqualX::Refused);
+    if (input.options.kind == PlotKind::Stacked) {
+        AddStackedBars(input, shared, data);
+        return data;
+    }
+    if (input.options.kind == PlotKind::Bar && shared.columns.size() == 1) {
+        AddSingleBars(input, shared, kSingleWidth, data);
+        return data;
+    }
+    if (input.options.kind == PlotKind::Bar)
+        input.messages.Note(Counted(shared.columns.size(), "column", "columns") + ": the bars stand side by side");
+    AddClusteredBars(input, shared, kClusterWidth, data);
+    return data;
+}
+
+void SettleBarOutlines(C2DGraph& graph, CDC& dc, Messages const& messages)
+{
+    double const perUnit = graph.GetAxesRect().Width() / graph.GetAxesRealRect().Width();
+    double const outline = DeviceLineWidth(dc, 1);
+    bool hidden = false;
+    for (CPlot* plot : graph.GetPlotArray()->GetPlots()) {
+        if (auto* const clustered = DynamicDowncast<C2DClusteredBarPlot>(plot)) {
+            double const width = MaxBarWidthOfSeries(*clustered) * clustered->GetBarWidthFactor() * perUnit;
+            hidden = hidden || width / std::max(clustered->GetNumComponents(), 1) < 2.0 * outline;
+        } else if (auto* const stacked = DynamicDowncast<C2DStackedBarPlot>(plot)) {
+            hidden = hidden || MaxBarWidthOfSeries(*stacked) * stacked->GetBarWidthFactor() * perUnit < 2.0 * outline;
+        }
+        for (CPlotComponent* component : plot->GetComponents()) {
+            auto* const bars = DynamicDowncast<C2DBarCurve>(component);
+            if (!bars)
+                continue;
+            // A bar of one colour needs no outline against the next one, and gaps of a pixel would make patterns.
+            double const place = bars->ComputeMaxBarWidth() * perUnit;
+            if (place < 5.0 * outline)
+                bars->SetBarWidthFactor(1.0);
+            if (place * bars->GetBarWidthFactor() < 6.0 * outline)
+                bars->SetBorderColour(static_cast<COLORREF>(bars->GetColour()));
+        }
+    }
+    if (hidden)
+        messages.Warning("the bars are too narrow to be told apart; a wider picture, fewer rows or --kind area would "
+                         "show more");
+}
+
+} // namespace ombrel::host

@@ -1,0 +1,24 @@
+#pragma once
+#include "tools/ombrel/SharedColumns.h"
+
+namespace ombrel {
+class C2DSeriesPlot;
+class CDC;
+} // namespace ombrel
+
+namespace ombrel::host {
+
+/// Adds one bar for each value of the one column, which takes up that part of the room it has.
+void AddSingleBars(CurveInput const& input, SharedColumns& shared, double widthFactor, CurveData& data);
+
+/// Adds bars side by side at each x.
+void AddClusteredBars(CurveInput const& input, SharedColumns& shared, double widthFactor, CurveData& data);
+
+/// Gives the plot the x values, and adds a curve for each column to it.
+void FillSeriesPlot(C2DSeriesPlot& plot, CurveInput const& input, SharedColumns& shared);
+
+/// Gives bars outlines that leave their colours to be seen; tells when there is no room for that. The graph must have
+/// been laid out for a context like dc.
+void SettleBarOutlines(C2DGraph& graph, CDC& dc, Messages const& messages);
+
+} // namespace ombrel::host

@@ -1,0 +1,31 @@
+#pragma once
+#include "tools/ombrel/PlotCurves.h"
+
+namespace ombrel::host {
+
+/// The columns of one graph over x values that they have in common.
+struct SharedColumns {
+    struct Column {
+        std::string title;
+        /// One for each x.
+        std::vector<double> ys;
+        /// Likewise, or empty.
+        std::vector<double> errors;
+    };
+    /// Ascending, without gaps.
+    std::vector<double> xs;
+    std::vector<Column> columns;
+
+    /// The smallest distance between neighbours; 1 for a single one.
+    double Spacing() const;
+    bool HasWholeNumbers() const;
+};
+
+/// Whether equal x values may follow each other.
+enum class EqualX { Allowed, Refused };
+
+/// Takes all y columns out of the sources, in the order of x. Throws Failure when the sources' x values differ, or when
+/// equal ones are refused and there are some.
+SharedColumns TakeSharedColumns(CurveInput const& input, EqualX equalX);
+
+} // namespace ombrel::host

@@ -1,0 +1,38 @@
+#pragma once
+#include "tools/ombrel/Look.h"
+
+#include <string>
+#include <vector>
+
+namespace ombrel {
+class CCaption;
+class CDC;
+} // namespace ombrel
+
+namespace ombrel::host {
+
+/// The name that a graph without a title has.
+inline constexpr char const* kUntitled = "untitled";
+
+/// Gives the graph the title, and a bold caption that shows it; an empty one does nothing. PlaceTitle places it.
+void AddTitle(C2DGraph& graph, std::string const& title, Look const& look);
+
+/// The caption that AddTitle made, in a document too; null when there is none.
+CCaption* FindTitle(C2DGraph& graph);
+
+/// Centres the title over the plotting area, in the room between it and the top of the window: as large as fits, and
+/// shortened when it would be too small to read. The graph must have been laid out for a context like dc.
+void PlaceTitle(C2DGraph& graph, CDC& dc);
+
+/// Adds captions without frames, for PlaceCaptions.
+void AddCaptions(C2DGraph& graph, std::vector<CaptionWish> const& wishes, Look const& look);
+
+/// Puts the captions where they are wished, but inside the window. The graph must have been laid out for a context like
+/// dc.
+void PlaceCaptions(C2DGraph& graph, std::vector<CaptionWish> const& wishes, CDC& dc);
+
+/// Moves the legend and captions that reach beyond the window they were last drawn in back into it, for a draw of the
+/// same size: in a picture of another shape they would be cut.
+void KeepBoxesInside(C2DGraph& graph);
+
+} // namespace ombrel::host
