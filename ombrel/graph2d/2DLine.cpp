@@ -61,10 +61,7 @@ std::span<double const> C2DLine::GetDashes(int lineType)
     return { kDashPatterns[i], static_cast<std::size_t>(kDashCounts[i]) };
 }
 
-VectorBrush C2DLine::MakeFillBrush(int pattern, COLORREF colour)
-{
-    return MakePatternBrush(pattern, colour, { 0, 1 });
-}
+VectorBrush C2DLine::MakeFillBrush(int pattern, COLORREF colour) { return MakePatternBrush(pattern, colour, { 0, 1 }); }
 
 void C2DLine::GetFillRange(double& min, double& max) const
 {
