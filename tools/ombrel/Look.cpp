@@ -50,7 +50,7 @@ COLORREF Mix(COLORREF a, COLORREF b, double share)
 }
 
 /// Where colours fade into the ground.
-constexpr double kLeastContrast = 1.4;
+constexpr double kLeastContrast = 2.0;
 
 std::vector<COLORREF> FromGrey(std::size_t count, Look const& look)
 {

@@ -242,6 +242,25 @@ void LayOutAxes(C2DGraph& graph, AxisWish const& x, AxisWish const& y, CRect con
     }
 }
 
+namespace {
+
+/// As many circles as make the step between them 1, 2, 2.5 or 5 times a power of ten, if a few do.
+int TidyCircles(double radius)
+{
+    constexpr int kUsual = 5;
+    for (int const circles : { kUsual, 4, 6, 3 }) {
+        double const step = radius / circles;
+        double const digits = step / std::pow(10.0, std::floor(std::log10(step)));
+        for (double const tidy : { 1.0, 2.0, 2.5, 5.0, 10.0 }) {
+            if (std::abs(digits - tidy) < 1e-9)
+                return circles;
+        }
+    }
+    return kUsual;
+}
+
+} // namespace
+
 void LayOutPolar(C2DGraph& graph, CRect const& rect, CDC& dc)
 {
     CAxes& axes = *graph.GetAxes();
@@ -249,6 +268,9 @@ void LayOutPolar(C2DGraph& graph, CRect const& rect, CDC& dc)
     axes.SetYAxisOn(0);
     axes.SetXAxisTitle("");
     axes.SetYAxisTitle("");
+    Measure(graph, rect, dc);
+    graph.GetPolarGrid()->SetNumMajorRDivs(TidyCircles((axes.GetXAxisMax() - axes.GetXAxisMin()) / 2.0));
+    graph.GetPolarGrid()->SetNumMinorRDivs(2);
     Measure(graph, rect, dc);
     LabelMeasure const measure(graph, dc);
     // The labels of the angles stand round the circle, those of the radii to its left.

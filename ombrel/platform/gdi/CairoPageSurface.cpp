@@ -108,6 +108,8 @@ private:
     void SetPen(PagePen const& pen);
     void TracePath(PageShape const& shape);
     void ShowGlyphs(text::GlyphRun const& run, std::string const& utf8, double baseline);
+    /// How many cells a tile has along each side.
+    int CellsOfTile(int style) const;
     cairo_surface_t* TileOf(VectorBrush const& brush);
     cairo_font_face_t* FaceOf(text::FontFile const& file);
 
@@ -268,19 +270,31 @@ void CairoPage::SetHatch(VectorBrush const& brush)
     cairo_set_source(m_context.get(), pattern.get());
 }
 
+int CairoPage::CellsOfTile(int style) const
+{
+    // Some viewers leave a fine gap between tiles: lines are drawn over the whole page in one, and patterns of many
+    // parts have half an inch in one, so that gaps are few.
+    static constexpr int kFewest = 6;
+    static constexpr std::size_t kMostParts = 2000;
+    double const pageCells = std::max(Bounds().Width(), Bounds().Height()) / kHatchCell;
+    int cells = kFewest;
+    while (cells < pageCells && HatchLines(style, 2 * cells).size() <= kMostParts)
+        cells *= 2;
+    return cells;
+}
+
 cairo_surface_t* CairoPage::TileOf(VectorBrush const& brush)
 {
     for (Tile const& known : m_tiles)
         if (known.brush == brush)
             return known.surface.get();
-    // Some viewers leave a fine gap between tiles: with half an inch of cells in one there are few.
-    static constexpr int kCells = 6;
-    static constexpr double kSide = kCellSide * kCells;
-    cairo_rectangle_t const extents { 0.0, 0.0, kSide, kSide };
+    int const cells = CellsOfTile(*brush.hatchStyle);
+    double const side = kCellSide * cells;
+    cairo_rectangle_t const extents { 0.0, 0.0, side, side };
     CairoOwned<cairo_surface_t> tile(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, &extents));
     CairoOwned<cairo_t> const painter(cairo_create(tile.get()));
     SetColour(painter.get(), brush.foreground);
-    for (auto const& line : HatchLines(*brush.hatchStyle, kCells)) {
+    for (auto const& line : HatchLines(*brush.hatchStyle, cells)) {
         cairo_new_sub_path(painter.get());
         for (HatchCorner const& corner : line)
             cairo_line_to(painter.get(), corner.x, corner.y);
