@@ -10,12 +10,18 @@
 namespace ombrel::bench {
 namespace {
 
-void LookUp(benchmark::State& state, CColourMap const& map)
+std::vector<double> RandomValues()
 {
     std::vector<double> values(1000000);
     std::mt19937 random(1);
     for (double& v : values)
         v = static_cast<double>(random()) / 4e9;
+    return values;
+}
+
+void LookUp(benchmark::State& state, CColourMap const& map)
+{
+    std::vector<double> const values = RandomValues();
     double min = -0.1;
     double max = 1.2;
     // Or the compiler would do without the division.
@@ -36,6 +42,19 @@ void GetColour(benchmark::State& state)
     LookUp(state, map);
 }
 BENCHMARK(GetColour)->Unit(benchmark::kMillisecond);
+
+void GetColours(benchmark::State& state)
+{
+    CColourMap map;
+    map.CreateSpectrum();
+    std::vector<double> const values = RandomValues();
+    std::vector<COLORREF> colours(values.size());
+    for (auto _ : state) {
+        map.GetColours(values, -0.1, 1.2, colours);
+        benchmark::DoNotOptimize(colours.data());
+    }
+}
+BENCHMARK(GetColours)->Unit(benchmark::kMillisecond);
 
 void GetColourOnScale(benchmark::State& state)
 {

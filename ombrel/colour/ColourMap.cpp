@@ -3,6 +3,7 @@
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <limits>
 #include <new>
@@ -192,6 +193,27 @@ int CColourMap::ScaledIndex(double value, double min, double max) const
     double const last = below < n ? values[below] : max;
     double const lastIndex = below < n ? indices[below] : kTableSize - 1.0;
     return LimitedIndex(firstIndex + VUNearest((lastIndex - firstIndex) * (value - first) / (last - first)));
+}
+
+void CColourMap::GetColours(std::span<double const> values, double min, double max, std::span<COLORREF> colours) const
+{
+    assert(colours.size() >= values.size());
+    if (!m_scale.values.GetArray().IsEmpty() || !IsWide(min, max)) {
+        for (std::size_t i = 0; i < values.size(); ++i)
+            colours[i] = GetColour(values[i], min, max);
+        return;
+    }
+    // Indices and colours apart: several indices are computed at once then.
+    constexpr std::size_t kBlock = 512;
+    std::array<int, kBlock> indices;
+    COLORREF const* const table = m_table.GetData();
+    for (std::size_t first = 0; first < values.size(); first += kBlock) {
+        std::size_t const count = std::min(kBlock, values.size() - first);
+        for (std::size_t i = 0; i < count; ++i)
+            indices[i] = LimitedIndex((values[first + i] - min) * (kTableSize - 1) / (max - min) + 0.5);
+        for (std::size_t i = 0; i < count; ++i)
+            colours[first + i] = table[indices[i]];
+    }
 }
 
 COLORREF CColourMap::GetGradedColour(COLORREF colour, double value, double min, double max)

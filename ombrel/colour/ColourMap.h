@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 
 namespace ombrel {
 
@@ -86,6 +87,8 @@ public:
             = m_scale.values.GetArray().IsEmpty() ? TableIndex(value, min, max) : ScaledIndex(value, min, max);
         return m_table[index];
     }
+    /// The same for many values at once, and faster: colours[i] becomes that of values[i]. There must be room for all.
+    void GetColours(std::span<double const> values, double min, double max, std::span<COLORREF> colours) const;
     /// The colour, lighter by the value's place between min and max, where it must lie; as it is unless min < max.
     static COLORREF GetGradedColour(COLORREF colour, double value, double min, double max);
     /// Replaces out by the colours at count positions, evenly from the first control point to the last. One alone

@@ -109,6 +109,18 @@ TEST(ColourMap, LooksUpTheNearestEntryAndNeverOneOutsideTheTable)
              { 0.5, 0.0, kNotANumber, 0 }, { 0.0, -kInfinity, kInfinity, 0 } })
         EXPECT_EQ(map.GetColour(c.value, c.min, c.max), c.index) << c.value << " in " << c.min << ", " << c.max;
 
+    // Many at once are looked up like one.
+    std::vector<double> values(1500);
+    for (std::size_t i = 0; i < values.size(); ++i)
+        values[i] = static_cast<double>(i) / 1000.0 - 0.2;
+    values[700] = kNotANumber;
+    for (auto const& [min, max] : { std::pair(0.0, 1.0), std::pair(1.0, 0.25), std::pair(0.5, 0.5) }) {
+        std::vector<COLORREF> colours(values.size());
+        map.GetColours(values, min, max, colours);
+        for (std::size_t i = 0; i < values.size(); ++i)
+            ASSERT_EQ(colours[i], map.GetColour(values[i], min, max)) << values[i];
+    }
+
     // The rule as it reads, on ranges from wide to narrower than single precision can tell.
     std::mt19937 random(3);
     std::uniform_real_distribution<double> place(0.0, 1.1);
