@@ -34,11 +34,18 @@ TEST(Palettes, StandOutFromTheGroundAndFromEachOther)
     EXPECT_THROW(PaletteNamed("nosuch", 3, LookOf(Theme::Light)), Failure);
 }
 
-TEST(Palettes, ForPrintCanBeToldApartInGrey)
+TEST(Palettes, CanBeToldApartInGrey)
 {
-    Palette const palette = PaletteNamed("", 5, LookOf(Theme::Print));
-    for (std::size_t i = 1; i < palette.NumColours(); ++i)
-        EXPECT_GE(ContrastOf(palette.At(i).colour, palette.At(i - 1).colour), 1.25) << i;
+    for (auto const& [theme, count] : { std::pair(Theme::Light, 4), std::pair(Theme::Print, 5) }) {
+        Palette const palette = PaletteNamed("", 5, LookOf(theme));
+        for (int i = 1; i < count; ++i) {
+            for (int k = 0; k < i; ++k)
+                EXPECT_GE(ContrastOf(palette.At(static_cast<std::size_t>(i)).colour,
+                              palette.At(static_cast<std::size_t>(k)).colour),
+                    1.25)
+                    << k << ", " << i;
+        }
+    }
 }
 
 } // namespace

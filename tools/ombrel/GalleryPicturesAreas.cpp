@@ -42,7 +42,7 @@ void WeatherAreas(C2DGraph& graph, PictureLook const& look)
     ShareMonths(plot);
     plot.SetNormalised(1);
     plot.SetBorderColour(look.plottingArea);
-    COLORREF const colours[] { look.Colour(1), look.majorGrid, look.Tint(0), look.Colour(0), look.Colour(3) };
+    COLORREF const colours[] { look.Colour(1), look.majorGrid, look.Tint(0), look.Colour(0), look.Colour(4) };
     for (std::size_t i = 0; i < kWeatherKinds.size(); ++i) {
         auto& area = AddCurve<C2DAreaCurve>(plot, kWeatherKinds[i].name, colours[i]);
         SetValues(area, kWeatherKinds[i].days);

@@ -130,7 +130,7 @@ C2DStackedBarPlot& AddWeather(C2DGraph& graph, PictureLook const& look)
     ShareMonths(plot);
     plot.SetBarWidthFactor(0.8);
     plot.SetBorderColour(look.plottingArea);
-    COLORREF const colours[] { look.Colour(1), look.majorGrid, look.Tint(0), look.Colour(0), look.Colour(3) };
+    COLORREF const colours[] { look.Colour(1), look.majorGrid, look.Tint(0), look.Colour(0), look.Colour(4) };
     for (std::size_t i = 0; i < kWeatherKinds.size(); ++i) {
         auto& bars = AddCurve<C2DStackedBarCurve>(plot, kWeatherKinds[i].name, colours[i]);
         SetValues(bars, kWeatherKinds[i].days);

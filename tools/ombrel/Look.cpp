@@ -17,10 +17,10 @@ namespace ombrel::host {
 
 namespace {
 
-/// Distinct for colour-blind readers too, and dark enough on white: blue, vermilion, green, purple, sky blue, orange,
-/// black.
-constexpr COLORREF kOnLight[] { RGB(0, 114, 178), RGB(213, 94, 0), RGB(0, 158, 115), RGB(204, 121, 167),
-    RGB(86, 180, 233), RGB(230, 159, 0), RGB(0, 0, 0) };
+/// Distinct for colour-blind readers too, and dark enough on white; the first four are also apart in grey print: blue,
+/// vermilion, sky blue, charcoal, green, purple, orange.
+constexpr COLORREF kOnLight[] { RGB(0, 95, 170), RGB(213, 94, 0), RGB(86, 180, 233), RGB(45, 45, 55), RGB(0, 158, 115),
+    RGB(204, 121, 167), RGB(230, 159, 0) };
 /// The same hues, light enough on a dark ground.
 constexpr COLORREF kOnDark[] { RGB(86, 180, 233), RGB(255, 159, 64), RGB(64, 210, 160), RGB(230, 150, 195),
     RGB(240, 228, 66), RGB(255, 110, 90), RGB(235, 235, 235) };
