@@ -64,4 +64,4 @@ std::span<GalleryPicture const> StylePictures();
 } // namespace ombrel::host
 
 /// A function that builds a picture, and its name.
-#define OMBREL_PICTURE(function) &function, #function
+#define OMBREL_PICTURE(function) &(function), #function
