@@ -28,7 +28,8 @@ C2DAreaCurve::C2DAreaCurve(CPlot* plot, int useGraphColour)
 
 void C2DAreaCurve::Serialize(CArchive& ar)
 {
-    C2DCurve::Serialize(ar);
+    // What makes it a line is not stored.
+    C2DCurve::Serialize(ar); // NOLINT(bugprone-parent-virtual-call)
     ArchiveFields f(ar);
     f.Version(1);
     int pattern = GetFillPattern();
@@ -163,9 +164,8 @@ int C2DAreaPlot::ClippingRequired(int axis)
 void C2DAreaPlot::MakeCopies(AreaStack const& stack, std::vector<std::size_t> const& columns)
 {
     m_copies.clear();
-    std::vector<double> xs;
-    for (std::size_t const i : columns)
-        xs.push_back(stack.X(i));
+    std::vector<double> xs(columns.size());
+    std::transform(columns.begin(), columns.end(), xs.begin(), [&stack](std::size_t i) { return stack.X(i); });
     for (std::size_t layer = 0; layer < stack.layers.size(); ++layer) {
         auto copy = std::make_unique<C2DCurveTableData>(static_cast<int>(columns.size()));
         std::copy(xs.begin(), xs.end(), copy->GetRow(0));

@@ -27,7 +27,7 @@ std::string Shortened(std::string const& text, int room, Width const& width)
             start.pop_back();
         while (!start.empty() && start.back() == ' ')
             start.pop_back();
-        std::string const candidate = start + std::string(kEllipsis);
+        std::string candidate = start + std::string(kEllipsis);
         if (width(candidate) <= room)
             return candidate;
     }

@@ -41,6 +41,7 @@ Entry LoadEntry(std::string const& name)
 std::vector<Entry> LoadEntries(std::vector<std::string> const& names, Messages const& messages)
 {
     std::vector<Entry> entries;
+    entries.reserve(names.size());
     for (std::string const& name : names)
         entries.push_back(LoadEntry(name));
     if (!names.empty())

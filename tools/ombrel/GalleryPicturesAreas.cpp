@@ -15,8 +15,7 @@ namespace ombrel::host {
 
 namespace {
 
-// --- areas
-// ------------------------------------------------------------------------------------------------------------
+// --- areas ---
 
 void StackedAreas(C2DGraph& graph, PictureLook const& look)
 {
@@ -72,8 +71,7 @@ void Stream(C2DGraph& graph, PictureLook const& look)
     }
 }
 
-// --- error bars
-// -------------------------------------------------------------------------------------------------------
+// --- error bars ---
 
 void Deviations(C2DGraph& graph, PictureLook const& look)
 {
@@ -121,8 +119,7 @@ void FittedLine(C2DGraph& graph, PictureLook const& look)
     Sample(fit, 0, 16, 2, [](double x) { return 2 + 0.8 * x; });
 }
 
-// --- texts
-// ------------------------------------------------------------------------------------------------------------
+// --- texts ---
 
 void LabelledPoints(C2DGraph& graph, PictureLook const& look)
 {

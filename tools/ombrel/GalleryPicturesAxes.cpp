@@ -16,8 +16,7 @@ namespace {
 
 using std::numbers::pi;
 
-// --- grids
-// ------------------------------------------------------------------------------------------------------------
+// --- grids ---
 
 void MajorGrid(C2DGraph& graph, PictureLook const& look)
 {
@@ -165,8 +164,7 @@ void PolarGrid(C2DGraph& graph, PictureLook const& look)
     }
 }
 
-// --- axes
-// -------------------------------------------------------------------------------------------------------------
+// --- axes ---
 
 void CrossingAxes(C2DGraph& graph, PictureLook const& look)
 {

@@ -15,8 +15,7 @@ namespace ombrel::host {
 
 namespace {
 
-// --- bars
-// -------------------------------------------------------------------------------------------------------------
+// --- bars ---
 
 void Precipitation(C2DGraph& graph, PictureLook const& look)
 {
@@ -84,8 +83,7 @@ void HatchedBars(C2DGraph& graph, PictureLook const& look)
     graph.GetAxes()->SetYAxisTitle("days");
 }
 
-// --- clustered bars
-// ---------------------------------------------------------------------------------------------------
+// --- clustered bars ---
 
 void YearsSideBySide(C2DGraph& graph, PictureLook const& look)
 {
@@ -119,8 +117,7 @@ void HatchedClusters(C2DGraph& graph, PictureLook const& look)
     graph.GetLegend()->Create(CPoint());
 }
 
-// --- stacked bars
-// -----------------------------------------------------------------------------------------------------
+// --- stacked bars ---
 
 /// Days of each kind of weather by month.
 C2DStackedBarPlot& AddWeather(C2DGraph& graph, PictureLook const& look)

@@ -17,8 +17,7 @@ namespace {
 
 using std::numbers::pi;
 
-// --- lines
-// ------------------------------------------------------------------------------------------------------------
+// --- lines ---
 
 void DampedOscillations(C2DGraph& graph, PictureLook const& look)
 {
@@ -161,8 +160,7 @@ void ConstrainedLines(C2DGraph& graph, PictureLook const& look)
     graph.GetLegend()->SetStyle(CLegend::lsLine);
 }
 
-// --- line types
-// -------------------------------------------------------------------------------------------------------
+// --- line types ---
 
 void LineTypes(C2DGraph& graph, PictureLook const& look)
 {
@@ -209,8 +207,7 @@ void Antialiasing(C2DGraph& graph, PictureLook const& look)
     }
 }
 
-// --- symbols
-// ----------------------------------------------------------------------------------------------------------
+// --- symbols ---
 
 void Symbols(C2DGraph& graph, PictureLook const& look)
 {
@@ -278,8 +275,7 @@ void Pixels(C2DGraph& graph, PictureLook const& look)
     }
 }
 
-// --- shading
-// ----------------------------------------------------------------------------------------------------------
+// --- shading ---
 
 void AboveAndBelow(C2DGraph& graph, PictureLook const& look)
 {

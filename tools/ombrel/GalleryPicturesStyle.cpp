@@ -16,8 +16,7 @@ namespace ombrel::host {
 
 namespace {
 
-// --- legends
-// ----------------------------------------------------------------------------------------------------------
+// --- legends ---
 
 /// Three curves with lines, symbols and shading.
 void AddThreeCurves(C2DGraph& graph, PictureLook const& look)
@@ -58,8 +57,7 @@ void LegendOfSymbols(C2DGraph& graph, PictureLook const& look)
     graph.GetLegend()->SetBoundingRectOn(0);
 }
 
-// --- captions
-// ---------------------------------------------------------------------------------------------------------
+// --- captions ---
 
 void Captions(C2DGraph& graph, PictureLook const& look)
 {
@@ -99,8 +97,7 @@ void Titles(C2DGraph& graph, PictureLook const& look)
     SetValues(bars, kMeanPrecipitation);
 }
 
-// --- hatches
-// ----------------------------------------------------------------------------------------------------------
+// --- hatches ---
 
 void Hatches(C2DGraph& graph, PictureLook const& look)
 {
@@ -118,21 +115,22 @@ void Hatches(C2DGraph& graph, PictureLook const& look)
     for (int i = 0; i < numbers.GetNumPoints(); ++i) {
         // Four rows of five: bars with a base line each, and the number at the right.
         int const pattern = patterns[static_cast<std::size_t>(i)];
+        int const column = i % 5;
+        int const row = i / 5;
         auto& bar = AddCurve<C2DBarCurve>(bars, "hatch", look.Colour(0));
         bar.SetFillPattern(pattern);
         bar.SetBorderColour(look.text);
         bar.SetBarWidthFactor(0.65);
         bar.SetAutoBaseline(0);
-        bar.SetBaseline(3 - i / 5);
+        bar.SetBaseline(3.0 - row);
         bar.Initialise(1);
-        bar.SetAt(0, { i % 5 + 0.0, 3.75 - i / 5 });
-        numbers.SetAt(i, { i % 5 + 0.37, 3.375 - i / 5 });
+        bar.SetAt(0, { 0.0 + column, 3.75 - row });
+        numbers.SetAt(i, { column + 0.37, 3.375 - row });
         numbers.GetText().Add(CString(std::to_string(pattern)));
     }
 }
 
-// --- colour maps
-// ------------------------------------------------------------------------------------------------------
+// --- colour maps ---
 
 /// Lines in colours from one end of the map to the other.
 void AddFan(C2DGraph& graph, CColourMap const& map)
@@ -190,8 +188,7 @@ void Stripes(C2DGraph& graph, PictureLook const&)
     graph.GetAxes()->SetYAxisOn(0);
 }
 
-// --- themes
-// -----------------------------------------------------------------------------------------------------------
+// --- themes ---
 
 void ThemedGraph(C2DGraph& graph, PictureLook const& look)
 {
