@@ -59,7 +59,11 @@ CurveData AddBands(CurveInput const& input)
     if (negative > 0)
         input.messages.Warning(Counted(negative, "value is", "values are")
             + " negative: there the bands lie over each other (--kind stacked keeps them apart)");
+    if (shared.xs.size() < 2)
+        input.messages.Warning("a single row has no area: there is nothing to see");
     AddTotals(input, shared, data);
+    if (input.options.normalised && data.y.min == data.y.max)
+        data.AddY(1.0);
     data.wholeNumbers = shared.HasWholeNumbers();
     auto& plot = static_cast<C2DAreaPlot&>(*input.graph.AddPlot(it2DAreaPlot));
     plot.SetNormalised(input.options.normalised);
