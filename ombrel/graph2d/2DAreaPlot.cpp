@@ -22,7 +22,7 @@ C2DAreaCurve::C2DAreaCurve(CPlot* plot, int useGraphColour)
     SetTitle("Area Curve");
     SetItemType(it2DAreaCurve);
     SetSeries(1);
-    SetFillPattern(kSolidPattern);
+    SetFillPattern(kSolidFillPattern);
     SetModified(0);
 }
 
@@ -258,7 +258,7 @@ namespace {
 std::vector<BandReach> PageReaches(std::vector<C2DAreaCurve*> const& curves)
 {
     std::vector<BandReach> reaches(curves.size(), BandReach::Own);
-    auto const isSolid = [&](std::size_t i) { return curves[i]->GetFillPattern() == C2DLine::kSolidPattern; };
+    auto const isSolid = [&](std::size_t i) { return curves[i]->GetFillPattern() == kSolidFillPattern; };
     for (std::size_t i = 0; i + 1 < curves.size(); ++i) {
         if (isSolid(i) && isSolid(i + 1))
             reaches[i] = BandReach::UnderNext;

@@ -1,5 +1,6 @@
 #pragma once
-#include "ombrel/graph2d/2DLine.h"
+#include "ombrel/drawing/FillPattern.h"
+#include "ombrel/graph2d/2DCurve.h"
 #include "ombrel/graph2d/2DPlot.h"
 #include "ombrel/graph2d/BarSettings.h"
 
@@ -61,7 +62,7 @@ private:
     double BaselineOf(CAxes const& axes) const;
 
     BarSettings m_bars;
-    int m_fillPattern = C2DLine::kSolidPattern;
+    int m_fillPattern = kSolidFillPattern;
 };
 
 /// A plot of bar curves, each with its own x values.

@@ -13,30 +13,6 @@ constinit CRuntimeClass const C2DClusteredBarCurve::kClass
 constinit CRuntimeClass const C2DClusteredBarPlot::kClass
     = PersistentClass<C2DClusteredBarPlot, C2DSeriesPlot>("C2DClusteredBarPlot");
 
-C2DClusteredBarCurve::C2DClusteredBarCurve(CPlot* plot, int useGraphColour)
-    : C2DCurve(plot, useGraphColour)
-{
-    SetTitle("Clustered Bar Curve");
-    SetSeries(1);
-    SetModified(0);
-    SetItemType(it2DClusteredBarCurve);
-}
-
-void C2DClusteredBarCurve::Serialize(CArchive& ar)
-{
-    C2DCurve::Serialize(ar);
-    ArchiveFields f(ar);
-    f.Version(1);
-    f.Int(m_fillPattern);
-}
-
-std::optional<LegendEntry> C2DClusteredBarCurve::GetLegendEntry() const
-{
-    auto entry = C2DCurve::GetLegendEntry();
-    entry->fillPattern = m_fillPattern;
-    return entry;
-}
-
 C2DClusteredBarPlot::C2DClusteredBarPlot(CGraph* graph)
     : C2DSeriesPlot(graph)
 {

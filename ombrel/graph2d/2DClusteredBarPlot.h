@@ -1,12 +1,12 @@
 #pragma once
-#include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DSeriesPlot.h"
 #include "ombrel/graph2d/BarSettings.h"
+#include "ombrel/graph2d/SeriesBarCurve.h"
 
 namespace ombrel {
 
-/// The values of one of the bars that stand side by side; its plot draws them.
-class C2DClusteredBarCurve : public C2DCurve {
+/// The values of one of the bars that stand side by side.
+class C2DClusteredBarCurve : public SeriesBarCurve {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -14,17 +14,10 @@ public:
         : C2DClusteredBarCurve(nullptr, 0)
     {
     }
-    C2DClusteredBarCurve(CPlot* plot, int useGraphColour);
-    void Serialize(CArchive& ar) override;
-    /// With the fill pattern.
-    std::optional<LegendEntry> GetLegendEntry() const override;
-
-    /// Hatch style; 6 is solid, as is a style that does not exist.
-    int GetFillPattern() const { return m_fillPattern; }
-    void SetFillPattern(int pattern) { m_fillPattern = pattern; }
-
-private:
-    int m_fillPattern = C2DLine::kSolidPattern;
+    C2DClusteredBarCurve(CPlot* plot, int useGraphColour)
+        : SeriesBarCurve(plot, useGraphColour, "Clustered Bar Curve", it2DClusteredBarCurve)
+    {
+    }
 };
 
 /// A plot of bars in clusters: at each of the shared x values the curves' bars stand side by side, in the order of the

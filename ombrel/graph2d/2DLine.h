@@ -16,8 +16,6 @@ public:
     enum StepModeType : int { smMiddle = 0, smHorizontalFirst = 1, smVerticalFirst = 2 };
     enum ShadeMode : int { shBaseline = 0, shClosed = 1 };
     enum BaselineShadeMode : int { bsBoth = 0, bsAbove = 1, bsBelow = 2 };
-    /// The fill pattern that stands for a solid brush.
-    static constexpr int kSolidPattern = kSolidFillPattern;
 
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -15,30 +15,6 @@ constinit CRuntimeClass const C2DStackedBarCurve::kClass
 constinit CRuntimeClass const C2DStackedBarPlot::kClass
     = PersistentClass<C2DStackedBarPlot, C2DSeriesPlot>("C2DStackedBarPlot");
 
-C2DStackedBarCurve::C2DStackedBarCurve(CPlot* plot, int useGraphColour)
-    : C2DCurve(plot, useGraphColour)
-{
-    SetTitle("Stacked Bar Curve");
-    SetSeries(1);
-    SetModified(0);
-    SetItemType(it2DStackedBarCurve);
-}
-
-void C2DStackedBarCurve::Serialize(CArchive& ar)
-{
-    C2DCurve::Serialize(ar);
-    ArchiveFields f(ar);
-    f.Version(1);
-    f.Int(m_fillPattern);
-}
-
-std::optional<LegendEntry> C2DStackedBarCurve::GetLegendEntry() const
-{
-    auto entry = C2DCurve::GetLegendEntry();
-    entry->fillPattern = m_fillPattern;
-    return entry;
-}
-
 C2DStackedBarPlot::C2DStackedBarPlot(CGraph* graph)
     : C2DSeriesPlot(graph)
 {

@@ -1,12 +1,12 @@
 #pragma once
-#include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DSeriesPlot.h"
 #include "ombrel/graph2d/BarSettings.h"
+#include "ombrel/graph2d/SeriesBarCurve.h"
 
 namespace ombrel {
 
-/// The values of one of the pieces that are stacked; its plot draws them.
-class C2DStackedBarCurve : public C2DCurve {
+/// The values of one of the pieces that are stacked.
+class C2DStackedBarCurve : public SeriesBarCurve {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -14,17 +14,10 @@ public:
         : C2DStackedBarCurve(nullptr, 0)
     {
     }
-    C2DStackedBarCurve(CPlot* plot, int useGraphColour);
-    void Serialize(CArchive& ar) override;
-    /// With the fill pattern.
-    std::optional<LegendEntry> GetLegendEntry() const override;
-
-    /// Hatch style; 6 is solid, as is a style that does not exist.
-    int GetFillPattern() const { return m_fillPattern; }
-    void SetFillPattern(int pattern) { m_fillPattern = pattern; }
-
-private:
-    int m_fillPattern = C2DLine::kSolidPattern;
+    C2DStackedBarCurve(CPlot* plot, int useGraphColour)
+        : SeriesBarCurve(plot, useGraphColour, "Stacked Bar Curve", it2DStackedBarCurve)
+    {
+    }
 };
 
 /// A plot of stacked bars: at each of the shared x values the curves' values lie on top of each other, negative ones

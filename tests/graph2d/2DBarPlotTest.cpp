@@ -118,7 +118,7 @@ TEST(BarCurve, FillsAndOutlinesABarAtEachPointThatIsNoGap)
         };
         EXPECT_EQ(std::count_if(primitives.begin(), primitives.end(), isOnAxis), 1) << "bar " << i;
     }
-    curve.SetFillPattern(C2DLine::kSolidPattern);
+    curve.SetFillPattern(kSolidFillPattern);
     EXPECT_FALSE(OfKind(Record(graph, kSize), Kind::Fill)[0].brush.hatchStyle);
     CRect outside(-10, -10, -5, -5);
     EXPECT_FALSE(curve.GetActualRect(outside));

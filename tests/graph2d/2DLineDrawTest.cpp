@@ -82,7 +82,7 @@ TEST(Line2D, ShadesBetweenCurveAndBaseline)
     C2DGraph graph(1);
     C2DLine& line = AddLine(graph, { { 0, 4 }, { 2, -4 }, { 4, 4 } });
     line.SetFillOn(1);
-    line.SetFillPattern(C2DLine::kSolidPattern);
+    line.SetFillPattern(kSolidFillPattern);
     line.SetFillColour(RGB(0, 0, 255));
     line.SetAutoBaseline(0);
     line.SetBaseline(0.0);
@@ -140,7 +140,7 @@ TEST(Line2D, ShadingOfDenseDataCoversThePixelsOfAllItsPoints)
         }
         C2DLine& line = AddLine(graph, data);
         line.SetFillOn(1);
-        line.SetFillPattern(C2DLine::kSolidPattern);
+        line.SetFillPattern(kSolidFillPattern);
         line.SetPointConnectionMode(C2DLine::cmNone);
         CDIB target(200, 150, 24);
         graph.Draw(target.GetDC(), { 0, 0, 200, 150 }, pmOffScreen);

@@ -95,7 +95,13 @@ public:
             m_x.words.push_back(word.ToUtf8());
         m_wordsRange = { axes.GetXAxisMin(), axes.GetXAxisMax() };
     }
-    void LayOut() { LayOutIn(GraphRectIn(m_graph, m_window, m_dc)); }
+    void LayOut()
+    {
+        m_whole = GraphRectIn(m_graph, m_window, m_dc);
+        LayOutIn(m_whole);
+    }
+    /// Where the graph lies in the picture when nothing stands beside it.
+    CRect const& WholeRect() const { return m_whole; }
     void LayOutIn(CRect const& rect)
     {
         m_graph.SetGraphAndWindowRect(rect, m_window);
@@ -118,27 +124,16 @@ private:
     AxisWish m_x;
     AxisWish m_y;
     AxisRange m_wordsRange;
+    CRect m_whole;
 };
-
-/// Minor grid lines in the colour of the ground are not drawn at all, so that they cannot be seen on another one.
-void SwitchMinorLinesOff(C2DGraph& graph)
-{
-    C2DGrid& grid = *graph.GetGrid();
-    if (grid.GetMinorColour() != static_cast<COLORREF>(graph.GetBkndColour()))
-        return;
-    grid.FollowAxes(*graph.GetAxes());
-    grid.SetSynch(0);
-    grid.SetNumMinorXDivs(1);
-    grid.SetNumMinorYDivs(1);
-    grid.SetXDelTimeMinor(0);
-}
 
 void PlaceAnnotation(C2DGraph& graph, PictureLayout& layout, CDC& dc)
 {
     CLegend& legend = *graph.GetLegend();
     if (legend.IsOn()) {
         int const style = legend.GetStyle();
-        PlaceLegend(graph, LegendPlace::Auto, dc, [&](CRect const& rect) { layout.LayOutIn(rect); });
+        PlaceLegend(
+            graph, LegendPlace::Auto, layout.WholeRect(), dc, [&](CRect const& rect) { layout.LayOutIn(rect); });
         legend.SetStyle(style);
     }
     PlaceTitle(graph, dc);
@@ -170,7 +165,6 @@ std::unique_ptr<C2DGraph> MakeGraph(GalleryPicture const& picture, Target const&
     PictureLayout layout(*graph, picture.axes, scratch.GetRect(), scratch.GetDC());
     layout.LayOut();
     PlaceAnnotation(*graph, layout, scratch.GetDC());
-    SwitchMinorLinesOff(*graph);
     return graph;
 }
 

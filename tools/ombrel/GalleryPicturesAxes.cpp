@@ -227,7 +227,7 @@ void NoAxes(C2DGraph& graph, PictureLook const& look)
     line.SetLineWidth(2);
     line.SetAntialiasingOn(1);
     line.SetFillOn(1);
-    line.SetFillPattern(C2DLine::kSolidPattern);
+    line.SetFillPattern(kSolidFillPattern);
     line.SetFillColour(look.Tint(0));
     SetValues(line, kJulyHighs);
 }

@@ -285,7 +285,7 @@ void AboveAndBelow(C2DGraph& graph, PictureLook const& look)
     for (int below = 0; below < 2; ++below) {
         auto& line = AddCurve<C2DLine>(plot, below ? "below" : "above", look.text);
         line.SetFillOn(1);
-        line.SetFillPattern(C2DLine::kSolidPattern);
+        line.SetFillPattern(kSolidFillPattern);
         line.SetFillColour(look.Colour(below ? 0 : 1));
         line.SetBaselineShadeMode(below ? C2DLine::bsBelow : C2DLine::bsAbove);
         line.SetAutoBaseline(0);
@@ -308,7 +308,7 @@ void NormalDistribution(C2DGraph& graph, PictureLook const& look)
     line.SetLineWidth(2);
     line.SetAntialiasingOn(1);
     line.SetFillOn(1);
-    line.SetFillPattern(C2DLine::kSolidPattern);
+    line.SetFillPattern(kSolidFillPattern);
     line.SetFillColour(look.Tint(0));
     line.SetUseFillRange(1);
     line.SetFillRange(-1, 1);
@@ -328,7 +328,7 @@ void Band(C2DGraph& graph, PictureLook const& look)
     auto const addBand = [&](char const* title, auto const& highs, auto const& lows, COLORREF colour) {
         auto& band = AddCurve<C2DLine>(plot, title, colour);
         band.SetFillOn(1);
-        band.SetFillPattern(C2DLine::kSolidPattern);
+        band.SetFillPattern(kSolidFillPattern);
         band.SetFillColour(colour);
         band.SetShadeMode(C2DLine::shClosed);
         band.Initialise(24);

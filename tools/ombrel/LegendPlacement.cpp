@@ -259,9 +259,4 @@ void PlaceLegend(
         legend.Create(CPoint(rect.right - now.cx, smaller.top));
 }
 
-void PlaceLegend(C2DGraph& graph, LegendPlace place, CDC& dc, std::function<void(CRect const&)> const& layOut)
-{
-    PlaceLegend(graph, place, graph.GetGraphRect(), dc, layOut);
-}
-
 } // namespace ombrel::host

@@ -28,7 +28,4 @@ void SetReadableFont(CAnnotation& box, C2DGraph const& graph, CDC& dc);
 void PlaceLegend(
     C2DGraph& graph, LegendPlace place, CRect const& rect, CDC& dc, std::function<void(CRect const&)> const& layOut);
 
-/// Likewise in the graph rectangle that the graph has.
-void PlaceLegend(C2DGraph& graph, LegendPlace place, CDC& dc, std::function<void(CRect const&)> const& layOut);
-
 } // namespace ombrel::host

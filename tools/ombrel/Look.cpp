@@ -29,7 +29,7 @@ constexpr COLORREF kOnPaper[] { RGB(8, 48, 107), RGB(192, 40, 40), RGB(40, 150, 
     RGB(175, 215, 240) };
 
 /// In the order of their difference: solid, rising, falling, level and upright lines, crossed ones, a grid, dots.
-constexpr int kFillPatterns[] { C2DLine::kSolidPattern, 3, 2, 0, 1, 5, 4, 18 };
+constexpr int kFillPatterns[] { kSolidFillPattern, 3, 2, 0, 1, 5, 4, 18 };
 
 constexpr std::array<C2DSymbol::SymbolType, 7> kSymbols { C2DSymbol::Circle, C2DSymbol::Square, C2DSymbol::Diamond,
     C2DSymbol::Triangle, C2DSymbol::InvertedTriangle, C2DSymbol::Cross, C2DSymbol::Plus };

@@ -36,10 +36,10 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::XColumn, "x", 'x', "COL",
         "Column of the x values: its name or its number from 1; 0 counts the rows. Without it, the first column, or "
         "the rows when there is only one.",
-        kPlot, {}, ValueKind::Column },
+        kPlot },
     OptionEntry { OptionId::YColumns, "y", 'y', "COL[,COL...]",
         "Columns of the y values, by name or number. Without it, all other columns of numbers.", kPlot, {},
-        ValueKind::Column, true },
+        ValueKind::Text, true },
     OptionEntry { OptionId::Kind, "kind", 0, "KIND",
         "line, steps, pairs (points 1-2, 3-4 and so on joined), points, filled (down to zero), bar, clustered or "
         "stacked "
@@ -49,10 +49,10 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::Percent, "percent", 0, "", "Stacked bars show shares in percent.", kPlot },
     OptionEntry { OptionId::Normalised, "normalised", 0, "", "Stacked areas show shares of 1.", kPlot },
     OptionEntry { OptionId::ErrorColumns, "error", 0, "COL[,COL...]",
-        "Columns of the errors, one for each y: bars reach from y - error to y + error.", kPlot, {}, ValueKind::Column,
+        "Columns of the errors, one for each y: bars reach from y - error to y + error.", kPlot, {}, ValueKind::Text,
         true },
-    OptionEntry { OptionId::LabelColumn, "label", 0, "COL", "Column of the texts that are written at the points.",
-        kPlot, {}, ValueKind::Column },
+    OptionEntry {
+        OptionId::LabelColumn, "label", 0, "COL", "Column of the texts that are written at the points.", kPlot },
     OptionEntry { OptionId::Polar, "polar", 0, "",
         "x is an angle in degrees, counter-clockwise from the right, and y the distance from the centre.", kPlot },
     OptionEntry { OptionId::Radians, "radians", 0, "", "Angles are in radians.", kPlot },

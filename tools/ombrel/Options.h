@@ -56,7 +56,7 @@ using CommandSet = unsigned;
 constexpr CommandSet SetOf(Command command) { return 1U << static_cast<unsigned>(command); }
 
 /// What a value names, for completing it in a shell.
-enum class ValueKind { Text, File, Column };
+enum class ValueKind { Text, File };
 
 /// One option: parsing, the help text, the man page and the completion files read this table.
 struct OptionEntry {

@@ -36,7 +36,7 @@ void SetConnection(C2DLine& line, Options const& options, CurveLook const& look)
         break;
     case PlotKind::Filled:
         line.SetFillOn(1);
-        line.SetFillPattern(C2DLine::kSolidPattern);
+        line.SetFillPattern(kSolidFillPattern);
         line.SetFillColour(look.tint);
         if (options.polar) {
             line.SetShadeMode(C2DLine::shClosed);
