@@ -3,7 +3,6 @@
 #include "benchmarks/BenchmarkData.h"
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/platform/gdi/PageSurface.h"
 
 #include <benchmark/benchmark.h>
 
@@ -89,18 +88,9 @@ BENCHMARK(RedrawNewData)->Unit(benchmark::kMillisecond);
 void Page(benchmark::State& state)
 {
     auto const graph = Bands(200000);
-    std::size_t size = 0;
-    for (auto _ : state) {
-        std::shared_ptr<PageSurface> const page = MakePageSurface({});
-        CDC dc(page);
-        graph->Draw(&dc, page->Bounds(), pmDirect);
-        size = page->Finish().size();
-    }
-    state.counters["bytes"] = static_cast<double>(size);
+    DrawPages(state, *graph, PageFormat::Pdf);
 }
 BENCHMARK(Page)->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace ombrel::bench
-
-BENCHMARK_MAIN();

@@ -69,5 +69,3 @@ BENCHMARK_CAPTURE(Redraw, stacked, it2DStackedBarPlot, 5, Order::Ascending)
 
 } // namespace
 } // namespace ombrel::bench
-
-BENCHMARK_MAIN();

@@ -2,6 +2,9 @@
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/OmbrelInit.h"
+#include "ombrel/platform/gdi/PageSurface.h"
+
+#include <benchmark/benchmark.h>
 
 #include <memory>
 #include <random>
@@ -36,5 +39,20 @@ inline C2DLine& LineOf(C2DGraph& graph)
 }
 
 inline constexpr CRect kWindow { 0, 0, 1200, 900 };
+
+/// Draws the graph on page after page and counts the bytes of one.
+inline void DrawPages(benchmark::State& state, C2DGraph& graph, PageFormat format)
+{
+    std::size_t size = 0;
+    for (auto _ : state) {
+        PageSetup setup;
+        setup.format = format;
+        std::shared_ptr<PageSurface> const page = MakePageSurface(setup);
+        CDC dc(page);
+        graph.Draw(&dc, page->Bounds(), pmDirect);
+        size = page->Finish().size();
+    }
+    state.counters["bytes"] = static_cast<double>(size);
+}
 
 } // namespace ombrel::bench

@@ -89,5 +89,3 @@ BENCHMARK(Update)->Arg(2)->Arg(256)->Arg(10000)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 } // namespace ombrel::bench
-
-BENCHMARK_MAIN();

@@ -44,5 +44,3 @@ BENCHMARK(Load)->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace ombrel::bench
-
-BENCHMARK_MAIN();

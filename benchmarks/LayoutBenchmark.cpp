@@ -25,5 +25,3 @@ BENCHMARK(LayOut)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 } // namespace ombrel::bench
-
-BENCHMARK_MAIN();

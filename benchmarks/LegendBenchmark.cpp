@@ -59,5 +59,3 @@ BENCHMARK(UnchangedGraphWithLegend)->DenseRange(0, 2)->Unit(benchmark::kMicrosec
 
 } // namespace
 } // namespace ombrel::bench
-
-BENCHMARK_MAIN();

@@ -78,5 +78,3 @@ BENCHMARK(RedrawUnchanged)->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace ombrel::bench
-
-BENCHMARK_MAIN();

@@ -1,7 +1,6 @@
 // Off-screen redraws of curves with symbols at 1200 x 900, and pages of them.
 
 #include "benchmarks/BenchmarkData.h"
-#include "ombrel/platform/gdi/PageSurface.h"
 
 #include <benchmark/benchmark.h>
 
@@ -88,16 +87,7 @@ void Page(benchmark::State& state, PageFormat format, C2DSymbol::SymbolType type
 {
     auto const graph = Cloud(kPoints);
     SetSymbols(*graph, type, filling);
-    std::size_t size = 0;
-    for (auto _ : state) {
-        PageSetup setup;
-        setup.format = format;
-        std::shared_ptr<PageSurface> const page = MakePageSurface(setup);
-        CDC dc(page);
-        graph->Draw(&dc, page->Bounds(), pmDirect);
-        size = page->Finish().size();
-    }
-    state.counters["bytes"] = static_cast<double>(size);
+    DrawPages(state, *graph, format);
 }
 BENCHMARK_CAPTURE(Page, svg_crosses, PageFormat::Svg, C2DSymbol::Cross, Filling::Open)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Page, svg_filled_circles, PageFormat::Svg, C2DSymbol::Circle, Filling::Filled)
@@ -108,5 +98,3 @@ BENCHMARK_CAPTURE(Page, pdf_filled_circles, PageFormat::Pdf, C2DSymbol::Circle, 
 
 } // namespace
 } // namespace ombrel::bench
-
-BENCHMARK_MAIN();
