@@ -1,7 +1,7 @@
 #pragma once
+#include "ombrel/Init.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DLine.h"
-#include "ombrel/graph2d/OmbrelInit.h"
 #include "ombrel/platform/gdi/PageSurface.h"
 
 #include <benchmark/benchmark.h>

@@ -1,7 +1,7 @@
 // What a legend of 50 curves adds to the draw of an unchanged graph, which copies its finished picture.
 
 #include "benchmarks/BenchmarkData.h"
-#include "ombrel/colour/Legend.h"
+#include "ombrel/annotation/Legend.h"
 
 #include <benchmark/benchmark.h>
 

@@ -16,7 +16,12 @@ install(TARGETS ombrel EXPORT OmbrelTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(DIRECTORY ombrel/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ombrel COMPONENT development FILES_MATCHING PATTERN "*.h" PATTERN "*Internal*" EXCLUDE)
+# A folder's own headers are public; those of its subfolders are not.
+install(FILES ombrel/Init.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ombrel COMPONENT development)
+foreach(folder IN LISTS OMBREL_PUBLIC_FOLDERS)
+    file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/ombrel/${folder}/*.h)
+    install(FILES ${headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ombrel/${folder} COMPONENT development)
+endforeach()
 install(EXPORT OmbrelTargets NAMESPACE Ombrel:: DESTINATION ${OMBREL_CMAKE_DIR} COMPONENT development)
 
 configure_package_config_file(cmake/OmbrelConfig.cmake.in ${PROJECT_BINARY_DIR}/OmbrelConfig.cmake

@@ -1,7 +1,7 @@
 // Loads any bytes as a graph document; what loads is evaluated, drawn small, and must store and load again.
 
+#include "ombrel/Init.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "ombrel/graph2d/OmbrelInit.h"
 #include "ombrel/platform/framework/Archive.h"
 
 #include <cstddef>

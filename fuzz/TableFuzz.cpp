@@ -1,4 +1,4 @@
-#include "tools/ombrel/TableReader.h"
+#include "tools/ombrel/table/TableReader.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,9 +1,9 @@
 // A graph made in memory, drawn into a picture and stored as a document.
+#include "ombrel/Init.h"
 #include "ombrel/drawing/DIB.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/graph2d/OmbrelInit.h"
 #include "ombrel/platform/framework/Archive.h"
 #include "ombrel/platform/gdi/PngEncoder.h"
 

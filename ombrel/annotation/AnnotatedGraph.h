@@ -1,14 +1,15 @@
 #pragma once
-#include "ombrel/colour/CaptionArray.h"
-#include "ombrel/colour/ColourKeyArray.h"
-#include "ombrel/colour/Legend.h"
+#include "ombrel/annotation/CaptionArray.h"
+#include "ombrel/annotation/ColourKeyArray.h"
+#include "ombrel/annotation/Legend.h"
 #include "ombrel/model/Graph.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
 /// A graph with annotation over its plots: a legend, captions and colour keys. The common part of 2D and 3D graphs;
 /// in archives it does not appear.
-class CAnnotatedGraph : public CGraph {
+class OMBREL_EXPORT CAnnotatedGraph : public CGraph {
 public:
     CCaptionArray* GetCaptionArray() const override;
     CColourKeyArray* GetColourKeyArray() const override;

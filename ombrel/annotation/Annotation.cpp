@@ -1,4 +1,4 @@
-#include "ombrel/colour/Annotation.h"
+#include "ombrel/annotation/Annotation.h"
 #include "ombrel/foundation/Utils.h"
 #include "ombrel/model/Graph.h"
 #include "ombrel/platform/framework/ArchiveFields.h"

@@ -3,6 +3,7 @@
 #include "ombrel/foundation/RealTypes.h"
 #include "ombrel/model/AnnotationFrame.h"
 #include "ombrel/model/GraphComponent.h"
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
 #include "ombrel/platform/gdi/GdiObjects.h"
 
@@ -17,7 +18,7 @@ class ArchiveFields;
 /// The box keeps its place as a device rectangle and as fractions of a reference rectangle; whichever was changed last
 /// leads. Its size follows from its content at every draw. Positions are device pixels. In archives and among the
 /// run-time classes it does not appear.
-class CAnnotation : public CGraphComponent {
+class OMBREL_EXPORT CAnnotation : public CGraphComponent {
 public:
     CAnnotation() = default;
     explicit CAnnotation(CGraph* graph)
@@ -107,8 +108,8 @@ struct AnnotationTextHeight {
 };
 
 /// By the frame's rule, measured on its printer, or without one on the context.
-AnnotationTextHeight GetAnnotationTextHeight(CDC& dc, AnnotationFrame const& frame);
+OMBREL_EXPORT AnnotationTextHeight GetAnnotationTextHeight(CDC& dc, AnnotationFrame const& frame);
 /// The height, made smaller when a picture is printed.
-int ReduceForPrinter(int pixels, AnnotationFrame const& frame);
+OMBREL_EXPORT int ReduceForPrinter(int pixels, AnnotationFrame const& frame);
 
 } // namespace ombrel

@@ -1,4 +1,4 @@
-#include "ombrel/colour/Caption.h"
+#include "ombrel/annotation/Caption.h"
 #include "ombrel/drawing/Port.h"
 #include "ombrel/model/Graph.h"
 #include "ombrel/platform/framework/ArchiveFields.h"

@@ -1,6 +1,7 @@
 #pragma once
-#include "ombrel/colour/Annotation.h"
+#include "ombrel/annotation/Annotation.h"
 #include "ombrel/platform/framework/Arrays.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
@@ -8,7 +9,7 @@ namespace ombrel {
 ///
 /// Every setter raises the modified flag. Lifetime: owned by the caption array.
 /// Errors: only Serialize throws (CArchiveException*, newly allocated).
-class CCaption : public CAnnotation {
+class OMBREL_EXPORT CCaption : public CAnnotation {
 public:
     /// Stored only: what the host uses the caption for. Captions that a graph adds are ctGeneral.
     enum TitleType : int { ctNone = 0, ctGeneral = 1 };
@@ -64,6 +65,6 @@ private:
 ///
 /// A line of more than 255 UTF-16 units goes on in further lines, cut after its last blank where it has one, and never
 /// inside a surrogate pair.
-CStringArray SplitCaptionLines(CString const& text);
+OMBREL_EXPORT CStringArray SplitCaptionLines(CString const& text);
 
 } // namespace ombrel

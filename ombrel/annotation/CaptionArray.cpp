@@ -1,4 +1,4 @@
-#include "ombrel/colour/CaptionArray.h"
+#include "ombrel/annotation/CaptionArray.h"
 
 namespace ombrel {
 

@@ -1,11 +1,12 @@
 #pragma once
-#include "ombrel/colour/AnnotationArray.h"
-#include "ombrel/colour/Caption.h"
+#include "ombrel/annotation/AnnotationArray.h"
+#include "ombrel/annotation/Caption.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
 /// The captions of a graph, in drawing order. Owns them.
-class CCaptionArray : public AnnotationArray<CCaption> {
+class OMBREL_EXPORT CCaptionArray : public AnnotationArray<CCaption> {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -1,4 +1,4 @@
-#include "ombrel/colour/ColourKey.h"
+#include "ombrel/annotation/ColourKey.h"
 #include "ombrel/model/PlotComponent.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 

@@ -1,6 +1,7 @@
 #pragma once
-#include "ombrel/colour/Annotation.h"
+#include "ombrel/annotation/Annotation.h"
 #include "ombrel/platform/framework/Arrays.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
@@ -10,7 +11,7 @@ class CPlotComponent;
 ///
 /// The key knows its curve by tag only and asks it at every draw. Lifetime: owned by the colour-key array.
 /// Errors: only Serialize throws (CArchiveException*, newly allocated).
-class CColourKey : public CAnnotation {
+class OMBREL_EXPORT CColourKey : public CAnnotation {
 public:
     /// What is shown: nothing yet, the colours of the curve, or the labels and colours of SetArbData. The library never
     /// sets the last one.

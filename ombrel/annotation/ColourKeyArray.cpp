@@ -1,4 +1,4 @@
-#include "ombrel/colour/ColourKeyArray.h"
+#include "ombrel/annotation/ColourKeyArray.h"
 #include "ombrel/model/Graph.h"
 
 namespace ombrel {

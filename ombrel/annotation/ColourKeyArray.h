@@ -1,11 +1,12 @@
 #pragma once
-#include "ombrel/colour/AnnotationArray.h"
-#include "ombrel/colour/ColourKey.h"
+#include "ombrel/annotation/AnnotationArray.h"
+#include "ombrel/annotation/ColourKey.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
 /// The colour keys of a graph, in drawing order. Owns them.
-class CColourKeyArray : public AnnotationArray<CColourKey> {
+class OMBREL_EXPORT CColourKeyArray : public AnnotationArray<CColourKey> {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -1,4 +1,4 @@
-#include "ombrel/colour/Legend.h"
+#include "ombrel/annotation/Legend.h"
 #include "ombrel/drawing/FillPattern.h"
 #include "ombrel/drawing/Port.h"
 #include "ombrel/foundation/Utils.h"

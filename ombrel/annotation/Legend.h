@@ -1,6 +1,7 @@
 #pragma once
-#include "ombrel/colour/Annotation.h"
+#include "ombrel/annotation/Annotation.h"
 #include "ombrel/model/LegendEntry.h"
+#include "ombrel/platform/framework/Export.h"
 
 #include <vector>
 
@@ -11,7 +12,7 @@ namespace ombrel {
 /// Off, and not created, until Create. Titles are not broken into lines. In an entry without a line or a symbol of its
 /// own, as curves of 3D graphs are, the stretch of line is thin and the symbol is left out. Lifetime: owned by its
 /// graph. Errors: only Serialize throws (CArchiveException*, newly allocated).
-class CLegend : public CAnnotation {
+class OMBREL_EXPORT CLegend : public CAnnotation {
 public:
     /// What stands before each title: a patch filled as the curve is, a stretch of its line, or its symbol.
     enum Style : int { lsFill = 0, lsLine = 1, lsSymbol = 2 };

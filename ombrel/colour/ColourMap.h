@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/foundation/GArray.h"
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Object.h"
 
 #include <algorithm>
@@ -48,7 +49,7 @@ struct ColourMapSettings {
 /// black everywhere. Maps are values: they may be copied.
 /// Errors: only Serialize throws (CArchiveException*, newly allocated). What it has read before that is kept, and is
 /// sound: no channel, table or scale is taken over in part.
-class CColourMap : public CObject {
+class OMBREL_EXPORT CColourMap : public CObject {
 public:
     static constexpr int kTableSize = 1000;
     static constexpr int kChannels = 3;

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
 
 #include <span>
@@ -8,7 +9,7 @@ namespace ombrel {
 class CPort;
 
 /// The shapes that mark points. Each is drawn into a device rectangle with the context's pen, filled with its brush.
-class C2DSymbol {
+class OMBREL_EXPORT C2DSymbol {
 public:
     enum SymbolType : int {
         None = 0,

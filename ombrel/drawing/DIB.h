@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Object.h"
 #include "ombrel/platform/gdi/DC.h"
 
@@ -25,7 +26,7 @@ struct BITMAPINFOHEADER {
 };
 
 /// A bitmap of 24 or 32 bits per pixel with a memory device context that draws on it.
-class CDIB : public CObject {
+class OMBREL_EXPORT CDIB : public CObject {
 public:
     /// The largest width and height.
     static constexpr int kMaxSide = 32767;

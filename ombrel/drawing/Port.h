@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/foundation/RealTypes.h"
 #include "ombrel/foundation/Utils.h"
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
 #include "ombrel/platform/gdi/GdiObjects.h"
 
@@ -12,7 +13,7 @@ namespace ombrel {
 ///
 /// X and Y give exactly what CPort::UnitsToWindow gives. Results lie in −32000 … 32000; what is not a number maps to 0
 /// (plus the window's top).
-struct PortMapping {
+struct OMBREL_EXPORT PortMapping {
     static constexpr int kDeviceLimit = 32000;
     double realLeft = 0.0;
     double realTop = 0.0;
@@ -48,7 +49,7 @@ private:
 /// towards zero: left of 0 and above the window's top a pixel may come back as its neighbour). The static forms do not
 /// know a window.
 /// Made for one draw; the device context is not owned.
-class CPort : public CObject {
+class OMBREL_EXPORT CPort : public CObject {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

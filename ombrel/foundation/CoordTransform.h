@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/platform/framework/Arrays.h"
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Object.h"
 
 namespace ombrel {
@@ -7,7 +8,7 @@ namespace ombrel {
 /// One step that moves, turns or scales points in space.
 ///
 /// Errors: only Serialize throws (CArchiveException*, newly allocated).
-class CCoordTransform : public CObject {
+class OMBREL_EXPORT CCoordTransform : public CObject {
 public:
     /// What the parameters mean: offsets; angles in degrees about the x, y and z axis; factors. A type that an archive
     /// brought along and that is none of these leaves points alone.
@@ -42,7 +43,7 @@ private:
 /// Steps applied in order, each to what the one before gave. Owns them; copies are deep.
 ///
 /// Errors: only Serialize throws (CArchiveException*, newly allocated).
-class CTransformArray : public CObject {
+class OMBREL_EXPORT CTransformArray : public CObject {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Object.h"
 
 #include <array>
@@ -7,7 +8,7 @@
 namespace ombrel {
 
 /// The four vertex indices of a face and, once sorted, a key to find the same face by, whatever its vertices' order.
-class CFaceIndices : public CObject {
+class OMBREL_EXPORT CFaceIndices : public CObject {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Object.h"
 #include "ombrel/platform/framework/String.h"
 
@@ -7,7 +8,7 @@ namespace ombrel {
 /// A choice of font, without its height: that is each component's own and only multiplied by sizeFactor.
 ///
 /// Errors: only Serialize throws (CArchiveException*, newly allocated).
-class CFontData : public CObject {
+class OMBREL_EXPORT CFontData : public CObject {
 public:
     static constexpr int kNormalWeight = 400;
     static constexpr int kBoldWeight = 700;

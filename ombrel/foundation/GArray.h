@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/platform/framework/Arrays.h"
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Object.h"
 
 #include <limits>
@@ -13,7 +14,7 @@ inline constexpr double kGap = std::numeric_limits<double>::max();
 inline bool IsGap(double v) { return !(v < kGap && v > -kGap); }
 
 /// Base of the typed arrays that carry curve data and labels.
-class CGArray : public CObject {
+class OMBREL_EXPORT CGArray : public CObject {
 public:
     enum ElType : int { etDouble = 0, etString = 1, etDate = 2, etChar = 3 };
     static CRuntimeClass const kClass;
@@ -96,7 +97,7 @@ protected:
 ///
 /// The statistics take the whole array as it is, markers included.
 /// Errors: only Serialize throws (CArchiveException*, newly allocated).
-class CDoubleArray : public TypedArray<double> {
+class OMBREL_EXPORT CDoubleArray : public TypedArray<double> {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -150,7 +151,7 @@ private:
 };
 
 /// OLE dates as doubles.
-class CDateArray : public CDoubleArray {
+class OMBREL_EXPORT CDateArray : public CDoubleArray {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -161,7 +162,7 @@ public:
 };
 
 /// Texts; empty ones at the end are spare room.
-class CGStringArray : public TypedArray<CString> {
+class OMBREL_EXPORT CGStringArray : public TypedArray<CString> {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -174,7 +175,7 @@ public:
 };
 
 /// Zero-terminated wide strings, or null, allocated with new char16_t[]: what is stored here, the array deletes.
-class CGCharArray : public CGArray {
+class OMBREL_EXPORT CGCharArray : public CGArray {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

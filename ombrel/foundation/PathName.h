@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/String.h"
 
 namespace ombrel {
@@ -7,7 +8,7 @@ namespace ombrel {
 ///
 /// "\" and "/" both separate directories. After the text was changed through the string's own operations, Reset
 /// splits it again.
-class CPathName : public CString {
+class OMBREL_EXPORT CPathName : public CString {
 public:
     CPathName() = default;
     CPathName(CString const& path);

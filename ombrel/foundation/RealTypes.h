@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Object.h"
 
 namespace ombrel {
@@ -6,7 +7,7 @@ namespace ombrel {
 /// A point in real (data) coordinates, y up.
 ///
 /// Errors: only Serialize throws (CArchiveException*, newly allocated).
-class CRealPoint : public CObject {
+class OMBREL_EXPORT CRealPoint : public CObject {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -36,7 +37,7 @@ public:
 };
 
 /// A width and a height in real coordinates.
-class CRealSize : public CObject {
+class OMBREL_EXPORT CRealSize : public CObject {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -59,7 +60,7 @@ public:
 /// The corners are kept as given, never exchanged, so Width and Height may come out negative. left, right, top and
 /// bottom mirror the corners for reading; Set is the one way to change them.
 /// Errors: only Serialize throws (CArchiveException*, newly allocated).
-class CRealRect : public CObject {
+class OMBREL_EXPORT CRealRect : public CObject {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -4,6 +4,7 @@
 #include "ombrel/foundation/Vertex.h"
 #include "ombrel/platform/framework/Arrays.h"
 #include "ombrel/platform/framework/DateTime.h"
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
 #include "ombrel/platform/gdi/GdiObjects.h"
 
@@ -43,7 +44,7 @@ struct CHOOSEFONT {
 };
 
 /// Functions that the whole library shares; no state.
-class CVUtils {
+class OMBREL_EXPORT CVUtils {
 public:
     // Rounding and comparison
 

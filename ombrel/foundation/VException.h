@@ -1,11 +1,12 @@
 #pragma once
 #include "ombrel/platform/framework/Exception.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
 /// An error in a file that the user chose, with the message to show. Thrown by pointer, newly allocated; the catcher
 /// deletes it.
-class CVException : public CException {
+class OMBREL_EXPORT CVException : public CException {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

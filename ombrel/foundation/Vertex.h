@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Object.h"
 
 #include <array>
@@ -7,7 +8,7 @@
 namespace ombrel {
 
 /// Three doubles x, y, z in one block: what vertices and normals have in common.
-class Triple : public CObject {
+class OMBREL_EXPORT Triple : public CObject {
 public:
     Triple() = default;
     Triple(double x, double y, double z)
@@ -31,7 +32,7 @@ protected:
 };
 
 /// A point in space.
-class CVertex : public Triple {
+class OMBREL_EXPORT CVertex : public Triple {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -65,7 +66,7 @@ public:
 };
 
 /// A direction in space, of unit length where surfaces use it.
-class CNormal : public Triple {
+class OMBREL_EXPORT CNormal : public Triple {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -73,7 +74,7 @@ public:
 };
 
 /// A point on a surface and the surface's normal there.
-class CCoord : public CObject {
+class OMBREL_EXPORT CCoord : public CObject {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -2,6 +2,7 @@
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DSeriesPlot.h"
 #include "ombrel/graph2d/AreaBands.h"
+#include "ombrel/platform/framework/Export.h"
 
 #include <cstdint>
 #include <memory>
@@ -13,7 +14,7 @@ namespace ombrel {
 class CDC;
 
 /// One band of an area plot: filled with its fill pattern (solid at first) in its colour.
-class C2DAreaCurve : public C2DLine {
+class OMBREL_EXPORT C2DAreaCurve : public C2DLine {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -40,7 +41,7 @@ private:
 /// Missing values (gaps, infinities, what is not a number, and what a shorter curve lacks) count as 0; a column whose
 /// x is missing is left out. Every C2DAreaCurve is drawn, valid or not; other curves are ignored. On a logarithmic axis
 /// the log10 values are added up.
-class C2DAreaPlot : public C2DSeriesPlot {
+class OMBREL_EXPORT C2DAreaPlot : public C2DSeriesPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -3,11 +3,12 @@
 #include "ombrel/graph2d/2DCurve.h"
 #include "ombrel/graph2d/2DPlot.h"
 #include "ombrel/graph2d/BarSettings.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
 /// A curve drawn as bars, one at each point, between the point and a baseline. A point with a gap has no bar.
-class C2DBarCurve : public C2DCurve {
+class OMBREL_EXPORT C2DBarCurve : public C2DCurve {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -66,7 +67,7 @@ private:
 };
 
 /// A plot of bar curves, each with its own x values.
-class C2DBarPlot : public C2DPlot {
+class OMBREL_EXPORT C2DBarPlot : public C2DPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

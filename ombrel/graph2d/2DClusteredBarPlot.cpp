@@ -1,7 +1,7 @@
 #include "ombrel/graph2d/2DClusteredBarPlot.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "ombrel/graph2d/BarPainter.h"
+#include "ombrel/graph2d/paths/BarPainter.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 #include <vector>

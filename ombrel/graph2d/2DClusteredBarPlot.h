@@ -2,11 +2,12 @@
 #include "ombrel/graph2d/2DSeriesPlot.h"
 #include "ombrel/graph2d/BarSettings.h"
 #include "ombrel/graph2d/SeriesBarCurve.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
 /// The values of one of the bars that stand side by side.
-class C2DClusteredBarCurve : public SeriesBarCurve {
+class OMBREL_EXPORT C2DClusteredBarCurve : public SeriesBarCurve {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -22,7 +23,7 @@ public:
 
 /// A plot of bars in clusters: at each of the shared x values the curves' bars stand side by side, in the order of the
 /// curves, between their value and 0 (the value 1 on a logarithmic axis). A gap leaves its place empty.
-class C2DClusteredBarPlot : public C2DSeriesPlot {
+class OMBREL_EXPORT C2DClusteredBarPlot : public C2DSeriesPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

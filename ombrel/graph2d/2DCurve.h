@@ -5,6 +5,7 @@
 #include "ombrel/graph2d/PointSummary.h"
 #include "ombrel/model/PlotComponent.h"
 #include "ombrel/model/TableData.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
@@ -26,7 +27,7 @@ public:
 ///
 /// Points are stored in data units. A value that is the gap marker, infinite or not a number is missing: it breaks the
 /// line and takes no part in ranges. On a logarithmic axis GetAt and everything drawn use log10 values.
-class C2DCurve : public CPlotComponent {
+class OMBREL_EXPORT C2DCurve : public CPlotComponent {
 public:
     enum XValMode : int { xvNumbers = 0, xvDates = 1 };
     enum LineModeType : int { lmScript = 0, lmParametric = 1, lmPolar = 2 };

@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/graph2d/2DCurve.h"
 #include "ombrel/graph2d/2DPlot.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
@@ -9,7 +10,7 @@ namespace ombrel {
 /// There are as many bars as points and heights both have; a bar is left out when its point or its height is missing.
 /// Heights are in the units that are drawn: on a logarithmic y axis a bar reaches half its height in decades up and
 /// down from the point's log10. Drawn whether or not the curve is valid.
-class C2DErrorBarCurve : public C2DCurve {
+class OMBREL_EXPORT C2DErrorBarCurve : public C2DCurve {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -49,7 +50,7 @@ private:
 };
 
 /// A plot of error bars.
-class C2DErrorBarPlot : public C2DPlot {
+class OMBREL_EXPORT C2DErrorBarPlot : public C2DPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

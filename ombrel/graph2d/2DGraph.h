@@ -1,6 +1,7 @@
 #pragma once
-#include "ombrel/colour/AnnotatedGraph.h"
+#include "ombrel/annotation/AnnotatedGraph.h"
 #include "ombrel/foundation/RealTypes.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
@@ -15,7 +16,7 @@ class CPort;
 /// A typical host makes a graph, adds a plot (AddPlot) and curves to it, gives them data, calls UpdatePlots, and draws.
 /// Rectangles are device pixels. Errors: Draw throws CResourceException* when a bitmap cannot be made, Serialize
 /// CArchiveException*.
-class C2DGraph : public CAnnotatedGraph {
+class OMBREL_EXPORT C2DGraph : public CAnnotatedGraph {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

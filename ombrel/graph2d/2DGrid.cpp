@@ -53,7 +53,7 @@ void C2DGrid::FollowAxes(CAxes const& axes)
 
 void C2DGrid::FollowTickMode(GridDirection& direction, CAxes::TickMode mode)
 {
-    // Without notches, or with free ones only, there is nothing to follow.
+    // Without ticks, or with free ones only, there is nothing to follow.
     if (mode == CAxes::tmDivisions || mode == CAxes::tmDivisionsArbitrary)
         direction.lineMode = lmDivisions;
     else if (mode == CAxes::tmStep || mode == CAxes::tmStepArbitrary)

@@ -4,6 +4,7 @@
 #include "ombrel/graph2d/GridPositions.h"
 #include "ombrel/model/GraphComponent.h"
 #include "ombrel/platform/framework/DateTime.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
@@ -12,9 +13,9 @@ class C2DGraph;
 /// The rectangular grid of a 2D graph: major and minor lines across the data rectangle, and free lines anywhere.
 ///
 /// "X" settings belong to vertical lines, at x positions; "Y" settings to horizontal ones. Positions are data units.
-/// While synchronised the grid takes its spacing over from the axes, so that its lines meet the notches.
+/// While synchronised the grid takes its spacing over from the axes, so that its lines meet the ticks.
 /// Lifetime: owned by its graph. Errors: only Serialize throws (CArchiveException*, newly allocated).
-class C2DGrid : public CGraphComponent {
+class OMBREL_EXPORT C2DGrid : public CGraphComponent {
 public:
     using LineMode = GridDirection::LineMode;
     using enum GridDirection::LineMode;
@@ -37,7 +38,7 @@ public:
     // state is as before afterwards.
 
     /// The grid when it is on, minor lines first, and the free lines. A synchronised grid follows the axes first, so
-    /// that lines meet the notches of the same draw.
+    /// that lines meet the ticks of the same draw.
     void Draw(CPort* port) override;
     using CGraphComponent::Draw;
     // Parts of a pass, in its pen; axis is one of CAxes::AxisType.
@@ -99,7 +100,7 @@ public:
     double GetYLineDel() const { return m_y.lineDel; }
     void SetYLineDel(double del) { Change(m_y.lineDel, del); }
 
-    /// Free lines: whether they are drawn, where, and (stored only) whether they keep to the notches.
+    /// Free lines: whether they are drawn, where, and (stored only) whether they keep to the ticks.
     int GetArbXLinesOn() const { return m_x.freeLinesOn; }
     void SetArbXLinesOn(int on) { Change(m_x.freeLinesOn, on); }
     int GetArbYLinesOn() const { return m_y.freeLinesOn; }

@@ -2,6 +2,7 @@
 #include "ombrel/drawing/FillPattern.h"
 #include "ombrel/graph2d/2DCurve.h"
 #include "ombrel/graph2d/LinePath.h"
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/gdi/Surface.h"
 
 #include <array>
@@ -10,7 +11,7 @@
 namespace ombrel {
 
 /// A curve drawn as a line, with the area under it shaded and its points marked when asked for.
-class C2DLine : public C2DCurve {
+class OMBREL_EXPORT C2DLine : public C2DCurve {
 public:
     enum ConnectionMode : int { cmStraight = 0, cmStepped = 1, cmPairs = 2, cmNone = 3 };
     enum StepModeType : int { smMiddle = 0, smHorizontalFirst = 1, smVerticalFirst = 2 };

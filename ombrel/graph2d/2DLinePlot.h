@@ -1,10 +1,11 @@
 #pragma once
 #include "ombrel/graph2d/2DPlot.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
 /// A plot of line curves, each with its own x values.
-class C2DLinePlot : public C2DPlot {
+class OMBREL_EXPORT C2DLinePlot : public C2DPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -1,11 +1,12 @@
 #pragma once
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DSeriesPlot.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
 /// A line curve that shares its x values with the others of its series plot.
-class C2DLineSeriesLine : public C2DLine {
+class OMBREL_EXPORT C2DLineSeriesLine : public C2DLine {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -26,7 +27,7 @@ public:
 };
 
 /// A plot of line curves that share their x values.
-class C2DLineSeriesPlot : public C2DSeriesPlot {
+class OMBREL_EXPORT C2DLineSeriesPlot : public C2DSeriesPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -1,7 +1,7 @@
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/graph2d/PolygonPath.h"
+#include "ombrel/graph2d/paths/PolygonPath.h"
 #include "ombrel/model/LineWidth.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/VectorGraphics.h"

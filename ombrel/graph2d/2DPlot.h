@@ -1,10 +1,11 @@
 #pragma once
 #include "ombrel/model/Plot.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
 /// The base of the 2D plots: adds the range of the curves' data.
-class C2DPlot : public CPlot {
+class OMBREL_EXPORT C2DPlot : public CPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

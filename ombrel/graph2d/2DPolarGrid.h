@@ -2,6 +2,7 @@
 #include "ombrel/foundation/FontData.h"
 #include "ombrel/graph2d/GridLine.h"
 #include "ombrel/model/GraphComponent.h"
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
 
 #include <optional>
@@ -16,10 +17,10 @@ class CDC;
 ///
 /// While it is on, the axes draw nothing and both ranges are symmetric about 0. Circles are as round as the plotting
 /// area is square: they follow the scales of both axes.
-/// A document may hold any counts: divisions that are not positive draw nothing, and neither do more than kMaxNotches
+/// A document may hold any counts: divisions that are not positive draw nothing, and neither do more than kMaxTicks
 /// circles, diameters or ticks of one pass.
 /// Lifetime: owned by its graph. Errors: only Serialize throws (CArchiveException*, newly allocated).
-class C2DPolarGrid : public CGraphComponent {
+class OMBREL_EXPORT C2DPolarGrid : public CGraphComponent {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -3,9 +3,9 @@
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/graph2d/AxesNotches.h"
-#include "ombrel/graph2d/LabelFont.h"
 #include "ombrel/graph2d/LinePath.h"
+#include "ombrel/graph2d/axes/AxesTicks.h"
+#include "ombrel/graph2d/axes/LabelFont.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/VectorGraphics.h"
 
@@ -36,7 +36,7 @@ CString GeneralText(double value)
 std::vector<double> MinorSteps(int divisions, int parts)
 {
     std::vector<double> steps;
-    if (divisions < 1 || parts < 2 || static_cast<double>(divisions) * (parts - 1.0) > kMaxNotches)
+    if (divisions < 1 || parts < 2 || static_cast<double>(divisions) * (parts - 1.0) > kMaxTicks)
         return steps;
     for (int i = 0; i < divisions; ++i) {
         for (int j = 1; j < parts; ++j)
@@ -45,7 +45,7 @@ std::vector<double> MinorSteps(int divisions, int parts)
     return steps;
 }
 
-bool CanDraw(int divisions) { return divisions >= 1 && divisions < kMaxNotches; }
+bool CanDraw(int divisions) { return divisions >= 1 && divisions < kMaxTicks; }
 
 /// Moves the label at the end of a diameter away from the circle. index counts the major angles, the opposite ends
 /// going on after the first ends; angle is in radians from 0 to a full turn.

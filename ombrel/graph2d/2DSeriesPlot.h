@@ -3,11 +3,12 @@
 #include "ombrel/foundation/RealTypes.h"
 #include "ombrel/graph2d/2DCurve.h"
 #include "ombrel/graph2d/2DPlot.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
 /// The base of plots whose curves share their x values: spread evenly (the mesh), or given by a table.
-class C2DSeriesPlot : public C2DPlot {
+class OMBREL_EXPORT C2DSeriesPlot : public C2DPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

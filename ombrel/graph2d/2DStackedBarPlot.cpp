@@ -2,7 +2,7 @@
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/foundation/Utils.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "ombrel/graph2d/BarPainter.h"
+#include "ombrel/graph2d/paths/BarPainter.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 #include <algorithm>

@@ -2,11 +2,12 @@
 #include "ombrel/graph2d/2DSeriesPlot.h"
 #include "ombrel/graph2d/BarSettings.h"
 #include "ombrel/graph2d/SeriesBarCurve.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
 /// The values of one of the pieces that are stacked.
-class C2DStackedBarCurve : public SeriesBarCurve {
+class OMBREL_EXPORT C2DStackedBarCurve : public SeriesBarCurve {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -23,7 +24,7 @@ public:
 /// A plot of stacked bars: at each of the shared x values the curves' values lie on top of each other, negative ones
 /// below 0 and the others above it, plainly, as percentages of the stack, or scaled to a total. Gaps, curves that are
 /// not valid and curves with fewer points take no part.
-class C2DStackedBarPlot : public C2DSeriesPlot {
+class OMBREL_EXPORT C2DStackedBarPlot : public C2DSeriesPlot {
 public:
     enum PlotStyle : int { psPlain = 0, psPercent = 1 };
 

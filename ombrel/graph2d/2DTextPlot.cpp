@@ -1,7 +1,7 @@
 #include "ombrel/graph2d/2DTextPlot.h"
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "ombrel/graph2d/LabelFont.h"
+#include "ombrel/graph2d/axes/LabelFont.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 #include "ombrel/platform/gdi/DC.h"
 

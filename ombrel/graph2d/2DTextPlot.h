@@ -3,6 +3,7 @@
 #include "ombrel/graph2d/2DCurve.h"
 #include "ombrel/graph2d/2DPlot.h"
 #include "ombrel/platform/framework/Arrays.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
@@ -10,7 +11,7 @@ namespace ombrel {
 ///
 /// There are as many texts as points and strings both have; one is left out when its point is missing or lies outside
 /// the port's clip rectangle. Drawn whether or not the curve is valid.
-class C2DTextCurve : public C2DCurve {
+class OMBREL_EXPORT C2DTextCurve : public C2DCurve {
 public:
     /// Which part of the text lies at the point; any other value leaves its top left corner there (turned: its bottom
     /// left corner).
@@ -70,7 +71,7 @@ private:
 };
 
 /// A plot of texts.
-class C2DTextPlot : public C2DPlot {
+class OMBREL_EXPORT C2DTextPlot : public C2DPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -1,7 +1,7 @@
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
-#include "ombrel/graph2d/AxesNotches.h"
+#include "ombrel/graph2d/axes/AxesTicks.h"
 #include "ombrel/prefs/Preferences.h"
 
 #include <algorithm>
@@ -208,13 +208,10 @@ void CopyPositions(std::vector<double>&& from, CDoubleArray& to) { to.GetArray()
 
 void CAxes::GetXNotchPositions(CDoubleArray& positions) const
 {
-    CopyPositions(NotchPositions(m_x, &m_dates), positions);
+    CopyPositions(TickPositions(m_x, &m_dates), positions);
 }
 
-void CAxes::GetYNotchPositions(CDoubleArray& positions) const
-{
-    CopyPositions(NotchPositions(m_y, nullptr), positions);
-}
+void CAxes::GetYNotchPositions(CDoubleArray& positions) const { CopyPositions(TickPositions(m_y, nullptr), positions); }
 
 void CAxes::UpdateRange(AxisType type)
 {

@@ -4,6 +4,7 @@
 #include "ombrel/foundation/RealTypes.h"
 #include "ombrel/graph2d/AxisSettings.h"
 #include "ombrel/model/GraphComponent.h"
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
 
 #include <memory>
@@ -15,15 +16,15 @@ class CDC;
 class CPen;
 struct AxesResults;
 
-/// The two axes of a 2D graph: own the data range, place notches, labels and titles.
+/// The two axes of a 2D graph: own the data range, place ticks, labels and titles.
 ///
-/// Units: ranges and notches are data units, y up; on a logarithmic axis they are decades (log10). Extents are device
+/// Units: ranges and ticks are data units, y up; on a logarithmic axis they are decades (log10). Extents are device
 /// pixels, y down. Lifetime: owned by the graph; the graph is not owned.
 /// Order of a draw: UpdateGraphParameters (after data or settings changed), Draw in measuring mode, Draw in drawing
 /// mode; both passes give the same extents.
 /// Setters raise the modified flag, but for those under "only stored" and the range operations.
 /// Errors: only Serialize throws (CArchiveException*, newly allocated).
-class CAxes : public CGraphComponent {
+class OMBREL_EXPORT CAxes : public CGraphComponent {
 public:
     enum AxisType : int { atX = 0, atY = 1 };
     using TickMode = AxisSettings::TickMode;
@@ -51,7 +52,7 @@ public:
     /// Follows the data: ranges, tick ranges, the crossing point and the axes' end points.
     void UpdateGraphParameters() override;
 
-    /// Between these, notch positions, label texts and their sizes are computed once and kept, so that measuring is
+    /// Between these, tick positions, label texts and their sizes are computed once and kept, so that measuring is
     /// arithmetic only: no setting, range or graph rectangle, nor the device, may change in between. The mapping of
     /// the port may.
     void BeginLayout();
@@ -110,7 +111,7 @@ public:
     CString GetYAxisTitle() const { return m_y.title; }
     void SetYAxisTitle(CString const& value) { Change(m_y.title, value); }
 
-    // Notches
+    // Ticks
 
     TickMode GetXTickMode() const { return m_x.tickMode; }
     void SetXTickMode(TickMode value) { Change(m_x.tickMode, value); }
@@ -153,7 +154,7 @@ public:
     double GetYMinorTickScaleFac() const { return m_y.minorTickScaleFac; }
     void SetYMinorTickScaleFac(double value) { Change(m_y.minorTickScaleFac, value); }
 
-    // Notches of dates
+    // Ticks of dates
 
     COleDateTime GetXTickMinTime() const { return m_dates.tickMin; }
     void SetXTickMinTime(COleDateTime value) { Change(m_dates.tickMin, value); }
@@ -279,7 +280,7 @@ public:
     int IsWithinTickRange(AxisType type, double v) const { return Axis(type).IsWithinTickRange(v) ? 1 : 0; }
     /// 1 when a fixed range leaves the point out, else 0.
     int IsClipped(CRealPoint const& p) const;
-    /// The notch values in the present tick mode, ascending.
+    /// The tick values in the present tick mode, ascending.
     void GetXNotchPositions(CDoubleArray& positions) const;
     void GetYNotchPositions(CDoubleArray& positions) const;
     /// 1 when both limits of the x axis are dates; else 0, and "Invalid Date Range" stands in the middle of the axis.
@@ -310,7 +311,7 @@ private:
 
     /// One walk over results: finds the extents, and draws when asked to.
     class Pass;
-    /// Font heights and notch lengths alone.
+    /// Font heights and tick lengths alone.
     AxesResults MakeSizes(CPort& port) const;
     AxesResults MakeResults(CPort& port) const;
     void MeasureTexts(CDC& dc, AxesResults& results) const;

@@ -1,5 +1,5 @@
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/graph2d/AxesNotches.h"
+#include "ombrel/graph2d/axes/AxesTicks.h"
 
 #include "ombrel/platform/framework/ArchiveFields.h"
 

@@ -1,5 +1,5 @@
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/graph2d/AxesNotches.h"
+#include "ombrel/graph2d/axes/AxesTicks.h"
 
 #include "ombrel/drawing/Port.h"
 #include "ombrel/model/Graph.h"
@@ -22,7 +22,7 @@ public:
     void WalkTitles();
 
 private:
-    static constexpr double kMinorNotchLength = 0.66;
+    static constexpr double kMinorTickLength = 0.66;
 
     /// What labels are written with.
     struct Style {
@@ -30,15 +30,15 @@ private:
         bool turned;
         friend bool operator==(Style, Style) = default;
     };
-    void PlaceX(Notch const& notch);
-    void PlaceY(Notch const& notch);
+    void PlaceX(Tick const& tick);
+    void PlaceY(Tick const& tick);
     void PlaceXTitle();
     void PlaceYTitle();
-    void DrawNotch(AxisSettings const& axis, Notch const& notch, CRealPoint const& from, CRealPoint const& to);
-    void DrawLabel(AxisSettings const& axis, Notch const& notch, CPoint at, Style style);
+    void DrawTick(AxisSettings const& axis, Tick const& tick, CRealPoint const& from, CRealPoint const& to);
+    void DrawLabel(AxisSettings const& axis, Tick const& tick, CPoint at, Style style);
     void UseStyle(Style style);
     void UseTitleFont(int vertical);
-    double LengthOf(AxisSettings const& axis, Notch const& notch, double unit) const;
+    double LengthOf(AxisSettings const& axis, Tick const& tick, double unit) const;
     CPoint Device(CRealPoint const& p) const { return m_port.UnitsToWindow(p); }
 
     CAxes& m_axes;
@@ -47,7 +47,7 @@ private:
     AxesResults const& m_results;
     CRect& m_extent;
     bool m_draws;
-    /// Lengths in real units of a major notch of factor 1: on the y axis (along x), and on the x axis (along y).
+    /// Lengths in real units of a major tick of factor 1: on the y axis (along x), and on the x axis (along y).
     double m_lengthAlongX;
     double m_lengthAlongY;
     /// Where the titles begin: the lowest row of the x labels, the leftmost column of the y labels.
@@ -64,8 +64,8 @@ CAxes::Pass::Pass(CAxes& axes, CPort& port, AxesResults const& results, Output o
     , m_results(results)
     , m_extent(axes.m_extent)
     , m_draws(output == Output::Device)
-    , m_lengthAlongX(port.WindowToUnitsLength(results.notchLength))
-    , m_lengthAlongY(port.WindowToUnitsHeight(results.notchLength))
+    , m_lengthAlongX(port.WindowToUnitsLength(results.tickLength))
+    , m_lengthAlongY(port.WindowToUnitsHeight(results.tickLength))
 {
     m_extent = CRect(
         Device(axes.m_xAxisStart).x, Device(axes.m_yAxisEnd).y, Device(axes.m_xAxisEnd).x, Device(axes.m_yAxisStart).y);
@@ -93,47 +93,47 @@ void CAxes::Pass::WalkLines()
 
 void CAxes::Pass::WalkX()
 {
-    for (Notch const& notch : m_results.x)
-        PlaceX(notch);
+    for (Tick const& tick : m_results.x)
+        PlaceX(tick);
 }
 
 void CAxes::Pass::WalkY()
 {
     AxisSettings const& axis = m_axes.m_y;
-    auto const isArbitrary = [](Notch const& notch) { return notch.kind == Notch::Kind::Arbitrary; };
+    auto const isArbitrary = [](Tick const& tick) { return tick.kind == Tick::Kind::Arbitrary; };
     auto const arbitrary = std::find_if(m_results.y.begin(), m_results.y.end(), isArbitrary);
-    std::for_each(m_results.y.begin(), arbitrary, [this](Notch const& notch) { PlaceY(notch); });
+    std::for_each(m_results.y.begin(), arbitrary, [this](Tick const& tick) { PlaceY(tick); });
     // Arbitrary labels start over: the title stands beside them.
     if ((axis.on || axis.labelsOn) && axis.scaleMode == 0 && axis.HasArbitrary()) {
         CRealPoint const& crossing = m_axes.m_intersect;
         m_yLabelsLeft = Device({ crossing.x - m_lengthAlongX * axis.majorTickScaleFac, crossing.y }).x;
     }
-    std::for_each(arbitrary, m_results.y.end(), [this](Notch const& notch) { PlaceY(notch); });
+    std::for_each(arbitrary, m_results.y.end(), [this](Tick const& tick) { PlaceY(tick); });
 }
 
-double CAxes::Pass::LengthOf(AxisSettings const& axis, Notch const& notch, double unit) const
+double CAxes::Pass::LengthOf(AxisSettings const& axis, Tick const& tick, double unit) const
 {
-    return notch.IsMajor() ? unit * axis.majorTickScaleFac : unit * kMinorNotchLength * axis.minorTickScaleFac;
+    return tick.IsMajor() ? unit * axis.majorTickScaleFac : unit * kMinorTickLength * axis.minorTickScaleFac;
 }
 
-void CAxes::Pass::PlaceX(Notch const& notch)
+void CAxes::Pass::PlaceX(Tick const& tick)
 {
     AxisSettings const& axis = m_axes.m_x;
     bool const below = axis.labelPlacement == lpBelow;
-    double const length = LengthOf(axis, notch, m_lengthAlongY);
-    CRealPoint const foot(notch.value, m_axes.m_intersect.y);
-    CRealPoint const tip(notch.value, below ? foot.y - length : foot.y + length);
-    DrawNotch(axis, notch, foot, tip);
-    if (notch.kind == Notch::Kind::DecadeLine)
+    double const length = LengthOf(axis, tick, m_lengthAlongY);
+    CRealPoint const foot(tick.value, m_axes.m_intersect.y);
+    CRealPoint const tip(tick.value, below ? foot.y - length : foot.y + length);
+    DrawTick(axis, tick, foot, tip);
+    if (tick.kind == Tick::Kind::DecadeLine)
         return;
     CPoint const end = Device(tip);
-    int const cx = notch.extent.cx;
-    int const cy = notch.extent.cy;
-    bool const turned = !(notch.IsMajor() ? m_axes.m_labelsHorizontal : m_axes.m_minorLabelsHorizontal);
+    int const cx = tick.extent.cx;
+    int const cy = tick.extent.cy;
+    bool const turned = !(tick.IsMajor() ? m_axes.m_labelsHorizontal : m_axes.m_minorLabelsHorizontal);
     int const height = turned ? cx : cy;
     m_extent.left = std::min(m_extent.left, end.x - cx / 2);
     m_extent.right = std::max(m_extent.right, end.x + cx / 2);
-    if (notch.IsMajor() || axis.minorLabelsOn) {
+    if (tick.IsMajor() || axis.minorLabelsOn) {
         if (below) {
             m_xLabelsLow = std::max(m_xLabelsLow, end.y + 1 + height);
             m_extent.bottom = std::max(m_extent.bottom, end.y + 1 + height);
@@ -145,27 +145,27 @@ void CAxes::Pass::PlaceX(Notch const& notch)
     // Turned text runs upwards from its point.
     if (turned)
         at = CPoint(end.x - cy / 2, below ? end.y + 1 + cx : end.y + 1);
-    DrawLabel(axis, notch, at, { notch.IsMajor(), turned });
+    DrawLabel(axis, tick, at, { tick.IsMajor(), turned });
 }
 
-void CAxes::Pass::PlaceY(Notch const& notch)
+void CAxes::Pass::PlaceY(Tick const& tick)
 {
     AxisSettings const& axis = m_axes.m_y;
     bool const atLeft = axis.labelPlacement == lpLeft;
-    double const length = LengthOf(axis, notch, m_lengthAlongX);
-    CRealPoint const foot(m_axes.m_intersect.x, notch.value);
-    CRealPoint const tip(atLeft ? foot.x - length : foot.x + length, notch.value);
-    DrawNotch(axis, notch, foot, tip);
-    if (notch.kind == Notch::Kind::DecadeLine)
+    double const length = LengthOf(axis, tick, m_lengthAlongX);
+    CRealPoint const foot(m_axes.m_intersect.x, tick.value);
+    CRealPoint const tip(atLeft ? foot.x - length : foot.x + length, tick.value);
+    DrawTick(axis, tick, foot, tip);
+    if (tick.kind == Tick::Kind::DecadeLine)
         return;
     CPoint const end = Device(tip);
-    int const cx = notch.extent.cx;
-    int const cy = notch.extent.cy;
+    int const cx = tick.extent.cx;
+    int const cy = tick.extent.cy;
     // Minor labels between fixed steps take no space of their own.
-    if (notch.IsMajor() || !axis.HasSteps()) {
+    if (tick.IsMajor() || !axis.HasSteps()) {
         m_extent.bottom = std::max(m_extent.bottom, end.y + cy / 2);
         m_extent.top = std::min(m_extent.top, end.y - cy / 2);
-        if (notch.IsMajor() || axis.minorLabelsOn) {
+        if (tick.IsMajor() || axis.minorLabelsOn) {
             if (atLeft) {
                 m_yLabelsLeft = std::min(m_yLabelsLeft, end.x - cx);
                 m_extent.left = std::min(m_extent.left, end.x - cx);
@@ -174,23 +174,23 @@ void CAxes::Pass::PlaceY(Notch const& notch)
             }
         }
     }
-    DrawLabel(axis, notch, CPoint(atLeft ? end.x - cx : end.x, end.y - cy / 2), { notch.IsMajor(), false });
+    DrawLabel(axis, tick, CPoint(atLeft ? end.x - cx : end.x, end.y - cy / 2), { tick.IsMajor(), false });
 }
 
-void CAxes::Pass::DrawNotch(AxisSettings const& axis, Notch const& notch, CRealPoint const& from, CRealPoint const& to)
+void CAxes::Pass::DrawTick(AxisSettings const& axis, Tick const& tick, CRealPoint const& from, CRealPoint const& to)
 {
-    if (!m_draws || (!axis.on && notch.kind != Notch::Kind::DecadeLine))
+    if (!m_draws || (!axis.on && tick.kind != Tick::Kind::DecadeLine))
         return;
     m_port.MoveTo(from);
     m_port.LineTo(to);
 }
 
-void CAxes::Pass::DrawLabel(AxisSettings const& axis, Notch const& notch, CPoint at, Style style)
+void CAxes::Pass::DrawLabel(AxisSettings const& axis, Tick const& tick, CPoint at, Style style)
 {
-    if (!m_draws || notch.text.IsEmpty() || (!notch.IsMajor() && !axis.minorLabelsOn))
+    if (!m_draws || tick.text.IsEmpty() || (!tick.IsMajor() && !axis.minorLabelsOn))
         return;
     UseStyle(style);
-    m_dc.TextOut(at.x, at.y, notch.text);
+    m_dc.TextOut(at.x, at.y, tick.text);
 }
 
 void CAxes::Pass::UseStyle(Style style)
@@ -311,7 +311,7 @@ int CAxes::CheckDateRange(CPort* port)
     AxisSettings axis = m_x;
     axis.timeUnitsOn = 1;
     AxesResults results = MakeSizes(*port);
-    results.x = MakeLabelledNotches(axis, &m_dates, m_intersect.x);
+    results.x = MakeLabelledTicks(axis, &m_dates, m_intersect.x);
     MeasureTexts(*port->GetDC(), results);
     CRect const extent = m_extent;
     if (GetDrawMode() != dmMeasure) {

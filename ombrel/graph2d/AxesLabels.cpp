@@ -1,6 +1,6 @@
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/graph2d/AxesNotches.h"
-#include "ombrel/graph2d/LabelFont.h"
+#include "ombrel/graph2d/axes/AxesTicks.h"
+#include "ombrel/graph2d/axes/LabelFont.h"
 
 #include "ombrel/drawing/Port.h"
 #include "ombrel/model/Graph.h"
@@ -23,31 +23,31 @@ CString DateText(double date, CString const& dateFormat, CString const& timeForm
     return COleDateTime(date).Format(dateFormat + " " + timeFormat);
 }
 
-CString MajorText(AxisSettings const& axis, DateTickSettings const* dates, Notch const& notch)
+CString MajorText(AxisSettings const& axis, DateTickSettings const* dates, Tick const& tick)
 {
     if (!axis.labelsOn)
         return {};
-    if (notch.kind == Notch::Kind::InvalidDates)
+    if (tick.kind == Tick::Kind::InvalidDates)
         return "Invalid Date Range";
     if (axis.labelMode == AxisSettings::lmStrings)
-        return StringAt(axis.labels, notch.position);
-    if (axis.labelMode == AxisSettings::lmArbitraryStrings && notch.kind == Notch::Kind::Arbitrary)
-        return StringAt(axis.labels, notch.index);
+        return StringAt(axis.labels, tick.position);
+    if (axis.labelMode == AxisSettings::lmArbitraryStrings && tick.kind == Tick::Kind::Arbitrary)
+        return StringAt(axis.labels, tick.index);
     if (dates && axis.timeUnitsOn)
-        return DateText(notch.value, dates->dateFormat, dates->timeFormat);
-    double const number = axis.scaleMode != 0 ? std::pow(10.0, notch.value) : notch.value;
+        return DateText(tick.value, dates->dateFormat, dates->timeFormat);
+    double const number = axis.scaleMode != 0 ? std::pow(10.0, tick.value) : tick.value;
     return CVUtils::FormatDouble(axis.formatType, number, axis.labelPrecision);
 }
 
-CString MinorText(AxisSettings const& axis, DateTickSettings const* dates, Notch const& notch)
+CString MinorText(AxisSettings const& axis, DateTickSettings const* dates, Tick const& tick)
 {
-    if (notch.kind == Notch::Kind::DecadeLine)
+    if (tick.kind == Tick::Kind::DecadeLine)
         return {};
-    if (dates && notch.kind == Notch::Kind::MinorDate)
-        return dates->minorDateFormat.IsEmpty() ? CString() : COleDateTime(notch.value).Format(dates->minorDateFormat);
+    if (dates && tick.kind == Tick::Kind::MinorDate)
+        return dates->minorDateFormat.IsEmpty() ? CString() : COleDateTime(tick.value).Format(dates->minorDateFormat);
     if (dates && axis.timeUnitsOn)
-        return DateText(notch.value, dates->minorDateFormat, dates->minorTimeFormat);
-    return CVUtils::FormatDouble(axis.minorFormatType, notch.value, axis.minorLabelPrecision);
+        return DateText(tick.value, dates->minorDateFormat, dates->minorTimeFormat);
+    return CVUtils::FormatDouble(axis.minorFormatType, tick.value, axis.minorLabelPrecision);
 }
 
 /// The size of a text in the selected font; a document may bring fonts of any size, which sums of pixels must survive.
@@ -58,25 +58,25 @@ CSize MeasuredText(CDC const& dc, CString const& text)
     return { std::clamp<int>(extent.cx, 0, kLargest), std::clamp<int>(extent.cy, 0, kLargest) };
 }
 
-void MeasureNotches(CDC& dc, CFont& font, NotchList& notches, bool major)
+void MeasureTicks(CDC& dc, CFont& font, TickList& ticks, bool major)
 {
     dc.SelectObject(&font);
-    for (Notch& notch : notches) {
-        if (notch.IsMajor() == major)
-            notch.extent = MeasuredText(dc, notch.text);
+    for (Tick& tick : ticks) {
+        if (tick.IsMajor() == major)
+            tick.extent = MeasuredText(dc, tick.text);
     }
 }
 
 } // namespace
 
-NotchList MakeLabelledNotches(AxisSettings const& axis, DateTickSettings const* dates, double crossing)
+TickList MakeLabelledTicks(AxisSettings const& axis, DateTickSettings const* dates, double crossing)
 {
-    NotchList notches = MakeNotches(axis, dates, crossing);
-    for (Notch& notch : notches) {
-        notch.text = notch.IsMajor() ? MajorText(axis, dates, notch) : MinorText(axis, dates, notch);
-        notch.text.Trim();
+    TickList ticks = MakeTicks(axis, dates, crossing);
+    for (Tick& tick : ticks) {
+        tick.text = tick.IsMajor() ? MajorText(axis, dates, tick) : MinorText(axis, dates, tick);
+        tick.text.Trim();
     }
-    return notches;
+    return ticks;
 }
 
 AxesResults CAxes::MakeSizes(CPort& port) const
@@ -85,7 +85,7 @@ AxesResults CAxes::MakeSizes(CPort& port) const
     CRect const rect = GetGraph()->GetGraphRect();
     int const shorter = std::max(0, std::min(rect.Width(), rect.Height()));
     AxesResults results;
-    results.notchLength = VUNearest(shorter / 80.0);
+    results.tickLength = VUNearest(shorter / 80.0);
     results.fontHeight = LabelFontHeight(*port.GetDC(), rect);
     results.minorFontHeight = VUNearest(results.fontHeight * kMinorLabelSize);
     return results;
@@ -94,8 +94,8 @@ AxesResults CAxes::MakeSizes(CPort& port) const
 AxesResults CAxes::MakeResults(CPort& port) const
 {
     AxesResults results = MakeSizes(port);
-    results.x = MakeLabelledNotches(m_x, &m_dates, m_intersect.x);
-    results.y = MakeLabelledNotches(m_y, nullptr, m_intersect.y);
+    results.x = MakeLabelledTicks(m_x, &m_dates, m_intersect.x);
+    results.y = MakeLabelledTicks(m_y, nullptr, m_intersect.y);
     MeasureTexts(*port.GetDC(), results);
     return results;
 }
@@ -104,11 +104,11 @@ void CAxes::MeasureTexts(CDC& dc, AxesResults& results) const
 {
     SavedDC const saved(dc);
     CFont font;
-    auto const measureAxis = [&](NotchList& notches, int majorVertical, int minorVertical) {
+    auto const measureAxis = [&](TickList& ticks, int majorVertical, int minorVertical) {
         CVUtils::ConfigureFont(&font, m_labelsFont, results.fontHeight, majorVertical);
-        MeasureNotches(dc, font, notches, true);
+        MeasureTicks(dc, font, ticks, true);
         CVUtils::ConfigureFont(&font, m_minorLabelsFont, results.minorFontHeight, minorVertical);
-        MeasureNotches(dc, font, notches, false);
+        MeasureTicks(dc, font, ticks, false);
     };
     measureAxis(results.x, !m_labelsHorizontal, !m_minorLabelsHorizontal);
     measureAxis(results.y, 0, 0);

@@ -2,6 +2,7 @@
 #include "ombrel/foundation/Utils.h"
 #include "ombrel/platform/framework/Arrays.h"
 #include "ombrel/platform/framework/DateTime.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
@@ -9,8 +10,8 @@ namespace ombrel {
 ///
 /// Enumerations are stored as ints, and a document may hold any value: every value beyond those named acts as the
 /// comment at its setting says, or as the first one named.
-struct AxisSettings {
-    /// Which notches a linear axis has; a logarithmic axis has its decades whatever the mode.
+struct OMBREL_EXPORT AxisSettings {
+    /// Which ticks a linear axis has; a logarithmic axis has its decades whatever the mode.
     enum TickMode : int {
         tmNone = 0,
         tmDivisions = 1,
@@ -19,10 +20,10 @@ struct AxisSettings {
         tmDivisionsArbitrary = 4,
         tmStepArbitrary = 5,
     };
-    /// On which side of the axis line notches and labels stand.
+    /// On which side of the axis line ticks and labels stand.
     enum LabelPlacement : int { lpLeft = 0, lpRight = 1, lpAbove = 2, lpBelow = 3 };
-    /// Where a label's text comes from: the value; the strings, by the notch's position among all notches; or the
-    /// value on regular notches and the strings on arbitrary ones, by the entry's index.
+    /// Where a label's text comes from: the value; the strings, by the tick's position among all ticks; or the
+    /// value on regular ticks and the strings on arbitrary ones, by the entry's index.
     enum LabelMode : int { lmValues = 0, lmStrings = 1, lmArbitraryStrings = 2 };
     /// From the data, widened to whole multiples of a tidy step; from the data, exact; as stored.
     enum RangeMode : int { rmTidy = 0, rmExact = 1, rmFixed = 2 };
@@ -42,30 +43,30 @@ struct AxisSettings {
     int scaleMode = 0;
     /// Only stored.
     double scaleFac = 1.0;
-    /// The axis line, its notch marks and its title.
+    /// The axis line, its tick marks and its title.
     int on = 1;
     CString title;
 
     TickMode tickMode = tmDivisions;
-    /// Equal divisions: how many major notches over the tick range, the ends included; none below 2.
+    /// Equal divisions: how many major ticks over the tick range, the ends included; none below 2.
     int numMajorTicks = 6;
-    /// Minor notches between two major ones.
+    /// Minor ticks between two major ones.
     int numMinorTicks = 3;
-    /// Fixed step: one notch, and the distance between notches; a step that is not positive gives no notches.
+    /// Fixed step: one tick, and the distance between ticks; a step that is not positive gives no ticks.
     double tickMin = 0.0;
     double tickDel = 2.0;
     CPlainDoubleArray arbitraryTicks;
-    /// Notches outside the tick range are left out, arbitrary ones excepted.
+    /// Ticks outside the tick range are left out, arbitrary ones excepted.
     int tickRangeMode = trAxis;
     double tickRangeMin = 0.0;
     double tickRangeMax = 10.0;
-    /// Factors of the usual notch lengths.
+    /// Factors of the usual tick lengths.
     double majorTickScaleFac = 1.0;
     double minorTickScaleFac = 1.0;
 
     int labelsOn = 1;
     int minorLabelsOn = 0;
-    /// Whether the notch at which the axes cross is there.
+    /// Whether the tick at which the axes cross is there.
     int intersectLabelOn = 1;
     int labelMode = lmValues;
     CStringArray labels;
@@ -79,14 +80,14 @@ struct AxisSettings {
     int timeUnitsOn = 0;
 };
 
-/// How an axis of dates places its step notches and writes its labels.
+/// How an axis of dates places its step ticks and writes its labels.
 struct DateTickSettings {
-    /// One notch.
+    /// One tick.
     COleDateTime tickMin;
-    /// The distance between notches; without notches when not positive.
+    /// The distance between ticks; without ticks when not positive.
     int del = 1;
     TimeUnit delUnit = TimeUnit::Year;
-    /// The distance from a major notch to its first minor one, and on to the next; none when not positive.
+    /// The distance from a major tick to its first minor one, and on to the next; none when not positive.
     int delMinor = 0;
     TimeUnit delUnitMinor = TimeUnit::Year;
     /// strftime codes; a label is the date and the time with a blank between.

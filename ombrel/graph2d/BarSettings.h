@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Types.h"
 
 #include <limits>
@@ -16,7 +17,7 @@ inline constexpr double kMostReal = std::numeric_limits<double>::max() * (1.0 - 
 inline constexpr double kLoneBarWidth = 1.0;
 
 /// How bars are placed and outlined: by each bar curve for itself, by the other bar plots for all of their curves.
-struct BarSettings {
+struct OMBREL_EXPORT BarSettings {
     /// Part of the largest width that a bar takes up; 0 and less draws lines.
     double widthFactor = 0.5;
     /// The largest width that keeps bars apart, as last computed. Real x units.
@@ -36,19 +37,19 @@ struct BarSettings {
 
 /// The largest width of bars at points evenly spaced x values from min to max, in single precision; that of a lone bar
 /// for fewer than two points, which nothing keeps apart.
-double MaxBarWidthOfMesh(double min, double max, int points);
+OMBREL_EXPORT double MaxBarWidthOfMesh(double min, double max, int points);
 
 /// The largest width of bars at these x values: the smallest distance between one and the next, whether they ascend or
 /// descend, so 0 when two are equal. Gaps are passed over. That of a lone bar for fewer than two values.
-double MaxBarWidthOfPoints(std::span<double const> xs);
+OMBREL_EXPORT double MaxBarWidthOfPoints(std::span<double const> xs);
 
 /// The largest width of bars that share the plot's x values.
-double MaxBarWidthOfSeries(C2DSeriesPlot& plot);
+OMBREL_EXPORT double MaxBarWidthOfSeries(C2DSeriesPlot& plot);
 
 /// The x range of the plot's points with half a bar added on each side; unchanged when there is none.
-void WidenedXRangeOfSeries(C2DSeriesPlot& plot, BarSettings& bars, double& min, double& max);
+OMBREL_EXPORT void WidenedXRangeOfSeries(C2DSeriesPlot& plot, BarSettings& bars, double& min, double& max);
 
 /// The number of points that the bars of a plot have in common: the first curve's.
-int CountSharedPoints(C2DSeriesPlot const& plot);
+OMBREL_EXPORT int CountSharedPoints(C2DSeriesPlot const& plot);
 
 } // namespace ombrel

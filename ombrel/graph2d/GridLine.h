@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Types.h"
 #include "ombrel/platform/gdi/Surface.h"
 #include "ombrel/prefs/Preferences.h"
@@ -19,7 +20,7 @@ struct GridLine {
 
 /// A pen for the lines: of nominal width 1, printed in the thickness that the user prefers for grids. Broken lines have
 /// these dashes, which the pen refers to.
-VectorPen GridPen(CDC const& dc, GridLine const& line, std::span<double const> dashes);
+OMBREL_EXPORT VectorPen GridPen(CDC const& dc, GridLine const& line, std::span<double const> dashes);
 
 /// Broken lines in the colour that the user prefers.
 inline GridLine PreferredMajorGridLine()

@@ -1,5 +1,5 @@
 #include "ombrel/graph2d/GridPositions.h"
-#include "ombrel/graph2d/AxesNotches.h"
+#include "ombrel/graph2d/axes/AxesTicks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,7 +24,7 @@ std::vector<double> DivisionLines(GridDirection const& direction, GridRange rang
     int const majors = direction.majorDivisions;
     int const minors = direction.minorDivisions;
     std::vector<double> lines;
-    if (!IsUsable(range) || majors < 1 || majors >= kMaxNotches)
+    if (!IsUsable(range) || majors < 1 || majors >= kMaxTicks)
         return lines;
     double const step = (range.max - range.min) / majors;
     if (type == ttMajor) {
@@ -34,7 +34,7 @@ std::vector<double> DivisionLines(GridDirection const& direction, GridRange rang
         lines.push_back(range.max);
         return lines;
     }
-    if (minors < 2 || MinorCount(majors, minors) > kMaxNotches)
+    if (minors < 2 || MinorCount(majors, minors) > kMaxTicks)
         return lines;
     double const minorStep = step / minors;
     for (int i = 0; i < majors; ++i) {
@@ -52,7 +52,7 @@ std::vector<double> StepParts(GridDirection const& direction, GridRange range, s
     double const step = direction.lineDel;
     int const parts = direction.minorDivisions;
     std::vector<double> lines;
-    if (parts < 2 || MinorCount(static_cast<double>(majors.size()) + 1.0, parts) > kMaxNotches)
+    if (parts < 2 || MinorCount(static_cast<double>(majors.size()) + 1.0, parts) > kMaxTicks)
         return lines;
     double const part = step / parts;
     // Parts within rounding of an end are that end.
@@ -77,7 +77,7 @@ std::vector<double> StepLines(GridDirection const& direction, GridRange range, G
 {
     double const step = direction.lineDel;
     if (!IsUsable(range) || !std::isfinite(direction.lineMin) || !std::isfinite(step) || !(step > 0.0)
-        || (range.max - range.min) / step >= kMaxNotches)
+        || (range.max - range.min) / step >= kMaxTicks)
         return {};
     std::vector<double> lines = StepPositionsWithin(direction.lineMin, step, range.min, range.max);
     if (type == ttMinor)
@@ -102,7 +102,7 @@ std::vector<double> DecadeLines(GridRange range, GridTickType type)
 {
     constexpr int kLinesPerDecade = 9;
     std::vector<double> lines;
-    if (!IsUsable(range) || (range.max - range.min + 1.0) * kLinesPerDecade > kMaxNotches)
+    if (!IsUsable(range) || (range.max - range.min + 1.0) * kLinesPerDecade > kMaxTicks)
         return lines;
     double const lowest = std::floor(range.min);
     double const decades = std::floor(range.max) - lowest + 1.0;

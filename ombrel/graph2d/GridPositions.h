@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/AxisSettings.h"
+#include "ombrel/platform/framework/Export.h"
 
 #include <vector>
 
@@ -12,7 +13,7 @@ enum GridTickType : int { ttMinor = 0, ttMajor = 1 };
 /// The settings of the grid lines across one axis. Positions are data units; on a logarithmic axis they are decades.
 ///
 /// A document may hold any value. Divisions that are not positive and steps that are not positive numbers make no
-/// lines, and neither does a pass of more than kMaxNotches lines.
+/// lines, and neither does a pass of more than kMaxTicks lines.
 struct GridDirection {
     /// How lines are spaced: equal divisions of the axis range, or a fixed step (of dates on a date axis).
     enum LineMode : int { lmDivisions = 0, lmStep = 1 };
@@ -45,16 +46,17 @@ enum class ClosingLine { None, AtMaximum };
 // ascending have none.
 
 /// Equal divisions of the range: the ends with the major lines, and the minor lines between.
-std::vector<double> DivisionLines(GridDirection const& direction, GridRange range, GridTickType type);
+OMBREL_EXPORT std::vector<double> DivisionLines(GridDirection const& direction, GridRange range, GridTickType type);
 
 /// lineMin ± n · lineDel in the range, and the parts of these steps in the range. Only major lines have a closing line.
-std::vector<double> StepLines(GridDirection const& direction, GridRange range, GridTickType type, ClosingLine closing);
+OMBREL_EXPORT std::vector<double> StepLines(
+    GridDirection const& direction, GridRange range, GridTickType type, ClosingLine closing);
 
 /// The dates tickMin ± n · del in the range, and the smaller steps after each of them. A range that is no range of
 /// dates has none.
-std::vector<double> DateLines(DateTickSettings const& dates, GridRange range, GridTickType type);
+OMBREL_EXPORT std::vector<double> DateLines(DateTickSettings const& dates, GridRange range, GridTickType type);
 
 /// The whole decades in the range; the minor lines at 2 … 10 times each power of ten from that below the minimum.
-std::vector<double> DecadeLines(GridRange range, GridTickType type);
+OMBREL_EXPORT std::vector<double> DecadeLines(GridRange range, GridTickType type);
 
 } // namespace ombrel

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
 
 namespace ombrel {
@@ -9,7 +10,7 @@ class CDC;
 enum class AnnotationKind { Legend, Caption, ColourKey };
 
 /// How a graph places one kind of annotation, and what the height of its text follows.
-struct AnnotationFrame {
+struct OMBREL_EXPORT AnnotationFrame {
     /// Text is never higher than 4 mm on the device.
     enum class TextRule {
         /// 1/25 of the shorter side of the text area; millimetres are the device's own.

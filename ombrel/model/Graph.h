@@ -4,6 +4,7 @@
 #include "ombrel/model/AnnotationFrame.h"
 #include "ombrel/model/PlotArray.h"
 #include "ombrel/platform/framework/DateTime.h"
+#include "ombrel/platform/framework/Export.h"
 
 #include <memory>
 #include <optional>
@@ -30,7 +31,7 @@ using WindowHandle = void*;
 ///
 /// Every component, plot and curve carries a tag handed out by its graph. Everything runs on one thread.
 /// Errors: only Serialize and Draw throw (see CArchive and CDIB).
-class CGraph : public CObject {
+class OMBREL_EXPORT CGraph : public CObject {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

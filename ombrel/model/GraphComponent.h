@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Object.h"
 #include "ombrel/platform/framework/Types.h"
 
@@ -13,7 +14,7 @@ enum DrawMode : int { dmMeasure = 0, dmDraw = 1 };
 /// A part of a graph that draws itself: axes, a grid, the legend, the arrays of plots, captions and colour keys.
 ///
 /// Lifetime: owned by its graph; the pointer to the graph is not owned.
-class CGraphComponent : public CObject {
+class OMBREL_EXPORT CGraphComponent : public CObject {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/String.h"
 
 namespace ombrel {
@@ -58,6 +59,6 @@ enum ItemType : int {
 };
 
 /// The description of a plot kind; empty for every other value.
-CString VUGetPlotDescription(ItemType type);
+OMBREL_EXPORT CString VUGetPlotDescription(ItemType type);
 
 } // namespace ombrel

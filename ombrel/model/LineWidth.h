@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
@@ -8,8 +9,8 @@ class CDC;
 enum class ThicknessKind { Curve = 0, Axes = 1, Border = 2, Symbol = 3, Grid = 4 };
 
 /// The pen width in device pixels, at least 1, of a line of nominal width at 96 pixels to the inch.
-int DeviceLineWidth(CDC const& dc, double nominalWidth, ThicknessKind kind);
+OMBREL_EXPORT int DeviceLineWidth(CDC const& dc, double nominalWidth, ThicknessKind kind);
 /// As above, untouched by the preferences: a sample in a legend.
-int DeviceLineWidth(CDC const& dc, double nominalWidth);
+OMBREL_EXPORT int DeviceLineWidth(CDC const& dc, double nominalWidth);
 
 } // namespace ombrel

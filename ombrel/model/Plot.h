@@ -2,11 +2,12 @@
 #include "ombrel/model/GraphComponent.h"
 #include "ombrel/model/PlotComponent.h"
 #include "ombrel/platform/framework/Arrays.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
 /// A plot: an ordered array of curves of one kind. Owns its curves.
-class CPlot : public CGraphComponent {
+class OMBREL_EXPORT CPlot : public CGraphComponent {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -1,10 +1,11 @@
 #pragma once
 #include "ombrel/model/Plot.h"
+#include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
 
 /// The plots of a graph, in drawing order. Owns them.
-class CPlotArray : public CGraphComponent {
+class OMBREL_EXPORT CPlotArray : public CGraphComponent {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

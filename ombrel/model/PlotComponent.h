@@ -2,6 +2,7 @@
 #include "ombrel/foundation/CoordTransform.h"
 #include "ombrel/model/ItemType.h"
 #include "ombrel/model/LegendEntry.h"
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Object.h"
 #include "ombrel/platform/framework/String.h"
 
@@ -20,7 +21,7 @@ enum ScriptType : int { stNone = 0 };
 ///
 /// Formula, look-up-table, script, seed and sharp-spectrum settings are stored, returned and archived only: nothing
 /// in the library computes with them. Lifetime: owned by its plot; the pointer to the plot is not owned.
-class CPlotComponent : public CObject {
+class OMBREL_EXPORT CPlotComponent : public CObject {
 public:
     /// Where the curve's data comes from.
     enum DataSourceType : int { dsFormula = 0, dsTable = 1, dsFile = 2 };
@@ -181,6 +182,6 @@ private:
 };
 
 /// Tells the user in a message box what is wrong with a curve's data, naming the curve and its plot.
-void PlotDialogErrMsg(CPlotComponent const* curve, CString const& message, CString const& detail);
+OMBREL_EXPORT void PlotDialogErrMsg(CPlotComponent const* curve, CString const& message, CString const& detail);
 
 } // namespace ombrel

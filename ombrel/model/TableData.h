@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Object.h"
 
 #include <cstddef>
@@ -11,7 +12,7 @@ namespace ombrel {
 /// value s × gain − offset.
 ///
 /// Indices are not checked. Throws std::bad_alloc when a table does not fit into memory.
-class CTableData : public CObject {
+class OMBREL_EXPORT CTableData : public CObject {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

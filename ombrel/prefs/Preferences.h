@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
 #include "ombrel/platform/framework/Object.h"
 #include "ombrel/platform/framework/String.h"
@@ -14,7 +15,7 @@ namespace ombrel {
 /// Getters return 1 with the stored value or the default; but switches and the print rectangle return 1 only when a
 /// value is stored (and, for the rectangle, can be read). A number that cannot be read gives the default, any other
 /// text that cannot be read leaves the argument untouched. Setters return 1, or 0 when the value could not be stored.
-class CPreferences : public CObject {
+class OMBREL_EXPORT CPreferences : public CObject {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

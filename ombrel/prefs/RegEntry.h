@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/registry/Registry.h"
 
 namespace ombrel {
@@ -6,7 +7,7 @@ namespace ombrel {
 /// A key of the registry, for its named text values. Its own text is the key's path below the root.
 ///
 /// Values are read into 2048 bytes: a text of 1024 units or more counts as missing.
-class CRegEntry : public CString {
+class OMBREL_EXPORT CRegEntry : public CString {
 public:
     explicit CRegEntry(HKEY root)
         : m_root(root)

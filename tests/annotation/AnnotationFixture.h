@@ -1,5 +1,5 @@
 #pragma once
-#include "ombrel/colour/AnnotatedGraph.h"
+#include "ombrel/annotation/AnnotatedGraph.h"
 #include "ombrel/drawing/Port.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/RecordingSurface.h"

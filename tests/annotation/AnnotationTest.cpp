@@ -1,4 +1,4 @@
-#include "ombrel/colour/AnnotatedGraph.h"
+#include "ombrel/annotation/AnnotatedGraph.h"
 #include "tests/model/ArchiveBytes.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "tests/colour/AnnotationFixture.h"
+#include "tests/annotation/AnnotationFixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "ombrel/drawing/FillPattern.h"
 #include "ombrel/foundation/Utils.h"
-#include "tests/colour/AnnotationFixture.h"
+#include "tests/annotation/AnnotationFixture.h"
 #include "tests/model/ArchiveBytes.h"
 
 #include <gtest/gtest.h>

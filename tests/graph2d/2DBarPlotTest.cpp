@@ -2,7 +2,7 @@
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DClusteredBarPlot.h"
 #include "ombrel/graph2d/2DStackedBarPlot.h"
-#include "ombrel/graph2d/BarPainter.h"
+#include "ombrel/graph2d/paths/BarPainter.h"
 #include "tests/graph2d/GraphFixture.h"
 #include "tests/model/ArchiveBytes.h"
 

@@ -175,7 +175,7 @@ TEST_F(GridDraw, EachPassIsOnePathAndMajorLinesLieOnTop)
     EXPECT_EQ(Draw(m_grid, printer)[0].pen.width, VUNearest(6.25 * factor));
 }
 
-TEST_F(GridDraw, LinesMeetTheNotchesOfTheSameDraw)
+TEST_F(GridDraw, LinesMeetTheTicksOfTheSameDraw)
 {
     m_grid.SetOn(1);
     m_axes.SetXTickMin(0.75);
@@ -192,11 +192,11 @@ TEST_F(GridDraw, LinesMeetTheNotchesOfTheSameDraw)
         m_axes.SetXDelTime(2);
         m_axes.SetXDelTimeUnit(TimeUnit::Day);
         auto const drawn = Draw(m_grid);
-        CDoubleArray notches;
-        m_axes.GetXNotchPositions(notches);
+        CDoubleArray ticks;
+        m_axes.GetXNotchPositions(ticks);
         std::vector<int> expected;
-        for (int i = 0; i < notches.GetSize(); ++i)
-            expected.push_back(50 + VUNearest(30 * notches[i]));
+        for (int i = 0; i < ticks.GetSize(); ++i)
+            expected.push_back(50 + VUNearest(30 * ticks[i]));
         EXPECT_THAT(Columns(drawn.back()), ElementsAreArray(expected)) << c.mode;
     }
 }

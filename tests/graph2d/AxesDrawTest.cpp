@@ -81,16 +81,16 @@ protected:
     CDC m_dc { m_surface };
 };
 
-// 300 pixels: fonts of 15 pixels (4 mm at 96 to the inch), notches of 4 pixels, minor ones of 2.64.
+// 300 pixels: fonts of 15 pixels (4 mm at 96 to the inch), ticks of 4 pixels, minor ones of 2.64.
 
-TEST_F(AxesDraw, LinesNotchesAndLabelsStandWhereTheScaleSays)
+TEST_F(AxesDraw, LinesTicksAndLabelsStandWhereTheScaleSays)
 {
     Draw();
     EXPECT_TRUE(HasLine({ 50, 220 }, { 350, 220 }));
     EXPECT_TRUE(HasLine({ 50, 220 }, { 50, 20 }));
-    EXPECT_TRUE(HasLine({ 110, 220 }, { 110, 224 })) << "x notch at 2";
-    EXPECT_TRUE(HasLine({ 65, 220 }, { 65, 223 })) << "minor x notch at 0.5";
-    EXPECT_TRUE(HasLine({ 50, 180 }, { 46, 180 })) << "y notch at 2";
+    EXPECT_TRUE(HasLine({ 110, 220 }, { 110, 224 })) << "x tick at 2";
+    EXPECT_TRUE(HasLine({ 65, 220 }, { 65, 223 })) << "minor x tick at 0.5";
+    EXPECT_TRUE(HasLine({ 50, 180 }, { 46, 180 })) << "y tick at 2";
     EXPECT_EQ(m_axes.GetFontHeight(), 15);
     RecordedPrimitive const label = Text("2");
     EXPECT_EQ(label.font.lfHeight, 15);
@@ -184,7 +184,7 @@ TEST_F(AxesDraw, TitlesStandClearOfTheLabelsAndEndTheExtents)
     EXPECT_EQ(extent.top, 20 - fontHeight / 2);
 }
 
-/// Settings that reach every way of placing notches.
+/// Settings that reach every way of placing ticks.
 struct Variant {
     char const* name;
     std::function<void(CAxes&)> apply;
@@ -288,7 +288,7 @@ TEST_F(AxesDraw, TheYTitleStandsBesideArbitraryLabels)
     m_axes.SetYAxisTitle("Up");
     m_axes.SetYTickMode(CAxes::tmArbitrary);
     Draw();
-    EXPECT_EQ(Text("Up").points[0].x, 46 - Size(Text("Up")).cy) << "without labels beside the notches";
+    EXPECT_EQ(Text("Up").points[0].x, 46 - Size(Text("Up")).cy) << "without labels beside the ticks";
     m_axes.SetYArbTickPosns({ 5 });
     Draw();
     std::vector<RecordedPrimitive> const texts = Drawn(Kind::Text);
@@ -303,7 +303,7 @@ TEST_F(AxesDraw, DecadeLinesAreDrawnWithoutTheAxisLine)
     m_axes.SetXLabelsOn(1);
     Draw();
     EXPECT_TRUE(HasLine({ 50 + 45, 220 }, { 50 + 45, 223 })) << "at log10(2)";
-    EXPECT_FALSE(HasLine({ 200, 220 }, { 200, 224 })) << "the major notch at 10";
+    EXPECT_FALSE(HasLine({ 200, 220 }, { 200, 224 })) << "the major tick at 10";
     EXPECT_THAT(Texts(), IsSupersetOf(std::vector<CString> { "1", "10", "100" }));
 }
 

@@ -1,4 +1,4 @@
-#include "ombrel/graph2d/AxesNotches.h"
+#include "ombrel/graph2d/axes/AxesTicks.h"
 
 #include "ombrel/foundation/GArray.h"
 #include "tests/platform/framework/PrintString.h"
@@ -37,7 +37,7 @@ AxisSettings StepAxis(double min, double max, double tickMin, double tickDel)
     return axis;
 }
 
-/// An axis of dates with step notches over these days.
+/// An axis of dates with step ticks over these days.
 AxisSettings DateAxis(COleDateTime const& first, COleDateTime const& last)
 {
     AxisSettings axis = AxisOver(first.GetValue(), last.GetValue());
@@ -46,32 +46,32 @@ AxisSettings DateAxis(COleDateTime const& first, COleDateTime const& last)
     return axis;
 }
 
-std::vector<double> ValuesOf(NotchList const& notches, Notch::Kind kind)
+std::vector<double> ValuesOf(TickList const& ticks, Tick::Kind kind)
 {
     std::vector<double> values;
-    for (Notch const& notch : notches) {
-        if (notch.kind == kind)
-            values.push_back(notch.value);
+    for (Tick const& tick : ticks) {
+        if (tick.kind == kind)
+            values.push_back(tick.value);
     }
     return values;
 }
 
 std::vector<double> Majors(AxisSettings const& axis, double crossing = kNaN)
 {
-    return ValuesOf(MakeNotches(axis, nullptr, crossing), Notch::Kind::Regular);
+    return ValuesOf(MakeTicks(axis, nullptr, crossing), Tick::Kind::Regular);
 }
 
 std::vector<double> Minors(AxisSettings const& axis, double crossing = kNaN)
 {
-    return ValuesOf(MakeNotches(axis, nullptr, crossing), Notch::Kind::Minor);
+    return ValuesOf(MakeTicks(axis, nullptr, crossing), Tick::Kind::Minor);
 }
 
 std::vector<CString> Texts(AxisSettings const& axis, DateTickSettings const* dates = nullptr)
 {
     std::vector<CString> texts;
-    for (Notch const& notch : MakeLabelledNotches(axis, dates, kNaN)) {
-        if (notch.IsMajor())
-            texts.push_back(notch.text);
+    for (Tick const& tick : MakeLabelledTicks(axis, dates, kNaN)) {
+        if (tick.IsMajor())
+            texts.push_back(tick.text);
     }
     return texts;
 }
@@ -86,7 +86,7 @@ std::vector<CString> AsDays(std::vector<double> const& dates)
 
 MATCHER_P(NearTo, tolerance, "") { return std::fabs(std::get<0>(arg) - std::get<1>(arg)) <= tolerance; }
 
-TEST(AxesNotches, DivisionsSpreadOverTheTickRangeWithMinorsBetween)
+TEST(AxesTicks, DivisionsSpreadOverTheTickRangeWithMinorsBetween)
 {
     AxisSettings const axis = AxisOver(0, 10);
     EXPECT_THAT(Majors(axis), ElementsAre(0, 2, 4, 6, 8, 10));
@@ -94,7 +94,7 @@ TEST(AxesNotches, DivisionsSpreadOverTheTickRangeWithMinorsBetween)
         Pointwise(NearTo(1e-12), { 0.5, 1.0, 1.5, 2.5, 3.0, 3.5, 4.5, 5.0, 5.5, 6.5, 7.0, 7.5, 8.5, 9.0, 9.5 }));
 }
 
-TEST(AxesNotches, TheLastDivisionIsTheEndOfTheRangeWhateverTheRounding)
+TEST(AxesTicks, TheLastDivisionIsTheEndOfTheRangeWhateverTheRounding)
 {
     for (int n = 2; n < 200; ++n) {
         AxisSettings axis = AxisOver(0.1, 0.7);
@@ -103,7 +103,7 @@ TEST(AxesNotches, TheLastDivisionIsTheEndOfTheRangeWhateverTheRounding)
     }
 }
 
-TEST(AxesNotches, MinorsAreLeftOutWhereTheAxesCrossAndWithoutAnAxisLine)
+TEST(AxesTicks, MinorsAreLeftOutWhereTheAxesCrossAndWithoutAnAxisLine)
 {
     AxisSettings axis = AxisOver(0, 10);
     EXPECT_EQ(Minors(axis, 0.5 + 9e-7).size(), 14u);
@@ -112,26 +112,26 @@ TEST(AxesNotches, MinorsAreLeftOutWhereTheAxesCrossAndWithoutAnAxisLine)
     EXPECT_THAT(Minors(axis), IsEmpty());
     EXPECT_EQ(Majors(axis).size(), 6u) << "labels are still on";
     axis.labelsOn = 0;
-    EXPECT_THAT(MakeNotches(axis, nullptr, 0), IsEmpty());
+    EXPECT_THAT(MakeTicks(axis, nullptr, 0), IsEmpty());
 }
 
-TEST(AxesNotches, TheNotchAtTheCrossingIsThereOnlyWhenAskedFor)
+TEST(AxesTicks, TheTickAtTheCrossingIsThereOnlyWhenAskedFor)
 {
     AxisSettings axis = AxisOver(-0.3, 0.3);
     axis.numMajorTicks = 7;
     EXPECT_EQ(Majors(axis, 0)[3], 0.0) << "rounding noise is taken off";
     axis.intersectLabelOn = 0;
     EXPECT_EQ(Majors(axis, 0).size(), 6u);
-    EXPECT_EQ(Majors(axis, 0.1).size(), 7u) << "regular notches cross at zero only";
+    EXPECT_EQ(Majors(axis, 0.1).size(), 7u) << "regular ticks cross at zero only";
 
     axis.tickMode = AxisSettings::tmArbitrary;
     axis.arbitraryTicks = { 0.0, 0.1, 0.1 + 0.9e-7, 0.1 + 1.1e-7 };
-    EXPECT_THAT(ValuesOf(MakeNotches(axis, nullptr, 0.1), Notch::Kind::Arbitrary), ElementsAre(0.0, 0.1 + 1.1e-7));
-    EXPECT_THAT(ValuesOf(MakeNotches(axis, nullptr, 0.0), Notch::Kind::Arbitrary).front(), 0.0)
+    EXPECT_THAT(ValuesOf(MakeTicks(axis, nullptr, 0.1), Tick::Kind::Arbitrary), ElementsAre(0.0, 0.1 + 1.1e-7));
+    EXPECT_THAT(ValuesOf(MakeTicks(axis, nullptr, 0.0), Tick::Kind::Arbitrary).front(), 0.0)
         << "an entry of exactly 0 is never at the crossing";
 }
 
-TEST(AxesNotches, StepsReachTheRangeFromBothSides)
+TEST(AxesTicks, StepsReachTheRangeFromBothSides)
 {
     struct Case {
         char const* name;
@@ -147,7 +147,7 @@ TEST(AxesNotches, StepsReachTheRangeFromBothSides)
         { "ends are met in spite of rounding", 0, 0.3, 0.3, 0.1, { 0, 0.1, 0.2, 0.3 } },
         { "far below, only what is in the range", 1e6, 1e6 + 2, 0, 1, { 1e6, 1e6 + 1, 1e6 + 2 } },
         { "a step beyond the range", 0, 1, 0.5, 10, { 0.5 } },
-        { "no notch fits", 0, 1, 1.5, 10, {} },
+        { "no tick fits", 0, 1, 1.5, 10, {} },
         { "no step", 0, 1, 0, 0, {} },
         { "a negative step", 0, 1, 0, -1, {} },
         { "a step that is none", 0, 1, 0, kNaN, {} },
@@ -164,40 +164,40 @@ TEST(AxesNotches, StepsReachTheRangeFromBothSides)
     }
 }
 
-TEST(AxesNotches, StepMinorsLieBetweenMajorsOnlyAndInTheTickRange)
+TEST(AxesTicks, StepMinorsLieBetweenMajorsOnlyAndInTheTickRange)
 {
     AxisSettings axis = StepAxis(0, 3, 0.25, 1);
     EXPECT_THAT(Minors(axis), ElementsAre(0.5, 0.75, 1.0, 1.5, 1.75, 2.0));
     axis.numMinorTicks = 2;
-    EXPECT_EQ(Minors(StepAxis(0, 0.3, 0, 0.1)).size(), 9u) << "none on a major notch";
+    EXPECT_EQ(Minors(StepAxis(0, 0.3, 0, 0.1)).size(), 9u) << "none on a major tick";
     axis = StepAxis(10, 12, 8, 1.5);
     EXPECT_THAT(Minors(axis), ElementsAre(10.25, 10.625));
     EXPECT_THAT(Majors(axis), ElementsAre(11));
 }
 
-TEST(AxesNotches, UnreasonableCountsGiveNoNotches)
+TEST(AxesTicks, UnreasonableCountsGiveNoTicks)
 {
     int const most = std::numeric_limits<int>::max();
-    for (int const n : { most, -most, -1, 0, 1, kMaxNotches + 1 }) {
+    for (int const n : { most, -most, -1, 0, 1, kMaxTicks + 1 }) {
         AxisSettings axis = AxisOver(0, 10);
         axis.numMajorTicks = n;
-        EXPECT_THAT(MakeNotches(axis, nullptr, 0), IsEmpty()) << n;
+        EXPECT_THAT(MakeTicks(axis, nullptr, 0), IsEmpty()) << n;
     }
-    for (int const n : { most, -most - 1, -1, 0, kMaxNotches }) {
+    for (int const n : { most, -most - 1, -1, 0, kMaxTicks }) {
         for (AxisSettings::TickMode const mode : { AxisSettings::tmDivisions, AxisSettings::tmStep }) {
             AxisSettings axis = StepAxis(0, 10, 0, 2);
             axis.tickMode = mode;
             axis.numMinorTicks = n;
-            EXPECT_EQ(MakeNotches(axis, nullptr, 0).size(), 6u) << n;
+            EXPECT_EQ(MakeTicks(axis, nullptr, 0).size(), 6u) << n;
         }
     }
     AxisSettings axis = AxisOver(0, 10);
     axis.tickMode = AxisSettings::tmArbitrary;
-    axis.arbitraryTicks.SetSize(kMaxNotches + 1);
-    EXPECT_THAT(MakeNotches(axis, nullptr, 1), IsEmpty());
+    axis.arbitraryTicks.SetSize(kMaxTicks + 1);
+    EXPECT_THAT(MakeTicks(axis, nullptr, 1), IsEmpty());
 }
 
-TEST(AxesNotches, UnreasonableRangesGiveNoNotchesOutsideThem)
+TEST(AxesTicks, UnreasonableRangesGiveNoTicksOutsideThem)
 {
     double const ends[] = { 0, 1, -1e308, 1e308, kLargest, -kLargest, kInfinity, -kInfinity, kNaN, 5e-324 };
     DateTickSettings dates;
@@ -210,9 +210,9 @@ TEST(AxesNotches, UnreasonableRangesGiveNoNotchesOutsideThem)
                     axis.scaleMode = flags & 1;
                     axis.timeUnitsOn = flags & 2;
                     axis.labelMode = AxisSettings::lmStrings;
-                    for (Notch const& notch : MakeLabelledNotches(axis, &dates, 0)) {
-                        bool const bounded = notch.kind == Notch::Kind::Regular || notch.kind == Notch::Kind::Minor;
-                        EXPECT_TRUE(!bounded || notch.value == 0 || axis.IsWithinTickRange(notch.value))
+                    for (Tick const& tick : MakeLabelledTicks(axis, &dates, 0)) {
+                        bool const bounded = tick.kind == Tick::Kind::Regular || tick.kind == Tick::Kind::Minor;
+                        EXPECT_TRUE(!bounded || tick.value == 0 || axis.IsWithinTickRange(tick.value))
                             << min << ' ' << max << ' ' << mode;
                     }
                 }
@@ -221,31 +221,31 @@ TEST(AxesNotches, UnreasonableRangesGiveNoNotchesOutsideThem)
     }
 }
 
-TEST(AxesNotches, ArbitraryNotchesKeepTheirIndexAndIgnoreTheTickRange)
+TEST(AxesTicks, ArbitraryTicksKeepTheirIndexAndIgnoreTheTickRange)
 {
     AxisSettings axis = AxisOver(0, 10);
     axis.tickMode = AxisSettings::tmDivisionsArbitrary;
     axis.numMajorTicks = 2;
     axis.numMinorTicks = 0;
     axis.arbitraryTicks = { 12, kGap, 3, kNaN, kInfinity };
-    NotchList const notches = MakeNotches(axis, nullptr, kNaN);
-    ASSERT_EQ(notches.size(), 4u);
-    EXPECT_EQ(notches[2].value, 12);
-    EXPECT_EQ(notches[2].index, 0);
-    EXPECT_EQ(notches[3].value, 3);
-    EXPECT_EQ(notches[3].index, 2);
-    EXPECT_THAT(NotchPositions(axis, nullptr), ElementsAre(0, 3, 10, 12));
+    TickList const ticks = MakeTicks(axis, nullptr, kNaN);
+    ASSERT_EQ(ticks.size(), 4u);
+    EXPECT_EQ(ticks[2].value, 12);
+    EXPECT_EQ(ticks[2].index, 0);
+    EXPECT_EQ(ticks[3].value, 3);
+    EXPECT_EQ(ticks[3].index, 2);
+    EXPECT_THAT(TickPositions(axis, nullptr), ElementsAre(0, 3, 10, 12));
 }
 
-TEST(AxesNotches, DecadesHaveNineLinesEachTheLastOnTheNext)
+TEST(AxesTicks, DecadesHaveNineLinesEachTheLastOnTheNext)
 {
     AxisSettings axis = AxisOver(-1, 1);
     axis.scaleMode = 1;
     for (int const mode : { 0, 1, 3 }) {
         axis.tickMode = static_cast<AxisSettings::TickMode>(mode);
-        NotchList const notches = MakeNotches(axis, nullptr, 0.5);
-        EXPECT_THAT(ValuesOf(notches, Notch::Kind::Regular), ElementsAre(-1, 0, 1));
-        auto const lines = ValuesOf(notches, Notch::Kind::DecadeLine);
+        TickList const ticks = MakeTicks(axis, nullptr, 0.5);
+        EXPECT_THAT(ValuesOf(ticks, Tick::Kind::Regular), ElementsAre(-1, 0, 1));
+        auto const lines = ValuesOf(ticks, Tick::Kind::DecadeLine);
         ASSERT_EQ(lines.size(), 18u);
         EXPECT_DOUBLE_EQ(lines[0], std::log10(0.2));
         EXPECT_DOUBLE_EQ(lines[8], 0.0);
@@ -264,7 +264,7 @@ TEST(AxesNotches, DecadesHaveNineLinesEachTheLastOnTheNext)
     EXPECT_THAT(Majors(cut), ElementsAre(1, 2));
     AxisSettings endless = AxisOver(0, 1e9);
     endless.scaleMode = 1;
-    EXPECT_THAT(MakeNotches(endless, nullptr, 0), IsEmpty());
+    EXPECT_THAT(MakeTicks(endless, nullptr, 0), IsEmpty());
 }
 
 struct DateCase {
@@ -278,7 +278,7 @@ struct DateCase {
 
 COleDateTime Day(int year, int month, int day) { return { year, month, day, 0, 0, 0 }; }
 
-TEST(AxesNotches, DateStepsFollowTheCalendarFromTheLastDateNotAfterTheRange)
+TEST(AxesTicks, DateStepsFollowTheCalendarFromTheLastDateNotAfterTheRange)
 {
     COleDateTime const none = [] {
         COleDateTime date;
@@ -328,7 +328,7 @@ TEST(AxesNotches, DateStepsFollowTheCalendarFromTheLastDateNotAfterTheRange)
     }
 }
 
-TEST(AxesNotches, HoursOfALongAxisDoNotDriftOffItsEnd)
+TEST(AxesTicks, HoursOfALongAxisDoNotDriftOffItsEnd)
 {
     AxisSettings const axis = DateAxis(Day(2009, 1, 1), Day(2009, 12, 31));
     DateTickSettings dates;
@@ -341,7 +341,7 @@ TEST(AxesNotches, HoursOfALongAxisDoNotDriftOffItsEnd)
         EXPECT_NEAR(positions[i], axis.min + static_cast<double>(i) / 24, 1e-9);
 }
 
-TEST(AxesNotches, MinorDatesLieStrictlyBetweenMajorDatesInsideTheRange)
+TEST(AxesTicks, MinorDatesLieStrictlyBetweenMajorDatesInsideTheRange)
 {
     AxisSettings const axis = DateAxis(Day(2009, 1, 15), Day(2009, 6, 1));
     DateTickSettings dates;
@@ -350,22 +350,22 @@ TEST(AxesNotches, MinorDatesLieStrictlyBetweenMajorDatesInsideTheRange)
     dates.delUnit = TimeUnit::Month;
     dates.delMinor = 1;
     dates.delUnitMinor = TimeUnit::Month;
-    auto const days = [&](Notch::Kind kind) { return AsDays(ValuesOf(MakeNotches(axis, &dates, 0), kind)); };
-    EXPECT_THAT(days(Notch::Kind::Regular), ElementsAre("2009-04-01"));
-    EXPECT_THAT(days(Notch::Kind::MinorDate), ElementsAre("2009-02-01", "2009-03-01", "2009-05-01"))
+    auto const days = [&](Tick::Kind kind) { return AsDays(ValuesOf(MakeTicks(axis, &dates, 0), kind)); };
+    EXPECT_THAT(days(Tick::Kind::Regular), ElementsAre("2009-04-01"));
+    EXPECT_THAT(days(Tick::Kind::MinorDate), ElementsAre("2009-02-01", "2009-03-01", "2009-05-01"))
         << "not on the range's end";
     dates.delUnitMinor = TimeUnit::Week;
     dates.delMinor = 6;
-    EXPECT_THAT(days(Notch::Kind::MinorDate), ElementsAre("2009-02-12", "2009-03-26", "2009-05-13"));
+    EXPECT_THAT(days(Tick::Kind::MinorDate), ElementsAre("2009-02-12", "2009-03-26", "2009-05-13"));
     dates.delUnit = TimeUnit::Day;
     dates.del = 1;
     dates.delUnitMinor = TimeUnit::Hour;
     dates.delMinor = 6;
-    EXPECT_EQ(days(Notch::Kind::MinorDate).size(), 137u * 3) << "none on a major date";
+    EXPECT_EQ(days(Tick::Kind::MinorDate).size(), 137u * 3) << "none on a major date";
     dates.delUnitMinor = TimeUnit::Second;
-    EXPECT_THAT(days(Notch::Kind::MinorDate), IsEmpty()) << "more than can be drawn";
+    EXPECT_THAT(days(Tick::Kind::MinorDate), IsEmpty()) << "more than can be drawn";
     dates.delUnitMinor = static_cast<TimeUnit>(-3);
-    EXPECT_THAT(days(Notch::Kind::MinorDate), IsEmpty());
+    EXPECT_THAT(days(Tick::Kind::MinorDate), IsEmpty());
 }
 
 TEST(AxesLabels, ComeFromValuesOrStringsByTheLabelMode)
@@ -421,13 +421,13 @@ TEST(AxesLabels, OfDatesUseTheDateAndTimeFormats)
     dates.timeFormat = "";
     dates.minorDateFormat = "%H h";
     EXPECT_THAT(Texts(axis, &dates), ElementsAre("01/01/09", "02/01/09", "03/01/09"));
-    NotchList const notches = MakeLabelledNotches(axis, &dates, 0);
-    EXPECT_EQ(notches.back().kind, Notch::Kind::MinorDate);
-    EXPECT_EQ(notches.back().text, "12 h") << "without the time format";
+    TickList const ticks = MakeLabelledTicks(axis, &dates, 0);
+    EXPECT_EQ(ticks.back().kind, Tick::Kind::MinorDate);
+    EXPECT_EQ(ticks.back().text, "12 h") << "without the time format";
     axis.tickMode = AxisSettings::tmDivisions;
     axis.numMinorTicks = 1;
     axis.numMajorTicks = 2;
-    EXPECT_EQ(MakeLabelledNotches(axis, &dates, 0)[1].text, "00 h 00:00:00") << "divisions use both formats";
+    EXPECT_EQ(MakeLabelledTicks(axis, &dates, 0)[1].text, "00 h 00:00:00") << "divisions use both formats";
 }
 
 TEST(AxesLabels, SayThatTheRangeIsNotOneOfDates)
@@ -435,11 +435,11 @@ TEST(AxesLabels, SayThatTheRangeIsNotOneOfDates)
     AxisSettings axis = AxisOver(0, 3e6);
     axis.timeUnitsOn = 1;
     DateTickSettings const dates;
-    NotchList const notches = MakeLabelledNotches(axis, &dates, 0);
-    ASSERT_EQ(notches.size(), 1u);
-    EXPECT_EQ(notches[0].value, 1.5e6);
-    EXPECT_EQ(notches[0].text, "Invalid Date Range");
-    EXPECT_EQ(MakeNotches(axis, nullptr, 0).size(), 21u) << "an axis without dates draws as ever";
+    TickList const ticks = MakeLabelledTicks(axis, &dates, 0);
+    ASSERT_EQ(ticks.size(), 1u);
+    EXPECT_EQ(ticks[0].value, 1.5e6);
+    EXPECT_EQ(ticks[0].text, "Invalid Date Range");
+    EXPECT_EQ(MakeTicks(axis, nullptr, 0).size(), 21u) << "an axis without dates draws as ever";
 }
 
 } // namespace

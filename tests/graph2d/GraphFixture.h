@@ -1,8 +1,8 @@
 #pragma once
+#include "ombrel/Init.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/graph2d/OmbrelInit.h"
 #include "ombrel/platform/gdi/RecordingSurface.h"
 
 #include <memory>

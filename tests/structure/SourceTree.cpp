@@ -29,11 +29,43 @@ std::vector<FolderRule> const& Rules()
         { "drawing", { "foundation" } },
         { "model", { "drawing", "prefs" } },
         { "colour", { "model" } },
+        { "annotation", { "colour" } },
         { "io", { "model" } },
-        { "graph3d", { "colour", "io" } },
-        { "graph2d", { "colour", "io", "graph3d" } },
+        { "graph3d", { "annotation", "io" } },
+        { "graph2d", { "annotation", "io", "graph3d" } },
+        // The top of the tree: what programs call first.
+        { "", { "graph2d" } },
     };
     return rules;
+}
+
+// Which rooms of its folder a room may include; a room that is not listed may include them all.
+struct RoomRule {
+    char const* folder;
+    char const* room;
+    std::set<std::string> uses;
+};
+
+std::vector<RoomRule> const& RoomRules()
+{
+    static std::vector<RoomRule> const rules {
+        { "platform/gdi", "geometry", {} },
+        { "platform/gdi", "text", { "geometry" } },
+        { "platform/gdi", "raster", { "geometry", "text" } },
+        { "platform/gdi", "page", { "geometry", "text", "raster" } },
+    };
+    return rules;
+}
+
+bool MayUseRoom(std::string const& folder, std::string const& room, std::string const& used)
+{
+    if (used.empty() || room == used)
+        return true;
+    for (auto const& rule : RoomRules()) {
+        if (rule.folder == folder && rule.room == room)
+            return rule.uses.contains(used);
+    }
+    return true;
 }
 
 // Each folder with everything that it may include, itself among it.
@@ -53,8 +85,6 @@ std::map<std::string, std::set<std::string>> const& Reach()
 }
 
 bool IsHeader(std::string const& path) { return path.ends_with(".h"); }
-
-std::string FileName(std::string const& path) { return path.substr(path.rfind('/') + 1); }
 
 std::string Place(SourceFile const& file, size_t line) { return file.path + ":" + std::to_string(line) + ": "; }
 
@@ -93,16 +123,28 @@ std::vector<Include> FindIncludes(SourceFile const& file)
     return includes;
 }
 
-std::string FindFolder(std::string const& path)
+std::optional<std::string> FindFolder(std::string const& path)
 {
+    if (path.starts_with("ombrel/") && path.find('/', sizeof "ombrel/" - 1) == std::string::npos)
+        return "";
     for (auto const& rule : Rules()) {
-        if (path.starts_with("ombrel/" + std::string(rule.name) + "/"))
+        if (*rule.name && path.starts_with("ombrel/" + std::string(rule.name) + "/"))
             return rule.name;
     }
     return {};
 }
 
-bool IsInternal(std::string const& path) { return FileName(path).find("Internal") != std::string::npos; }
+std::string FindRoom(std::string const& path)
+{
+    auto const folder = FindFolder(path);
+    if (!folder || folder->empty())
+        return {};
+    auto const rest = path.substr(sizeof "ombrel/" + folder->size());
+    auto const slash = rest.rfind('/');
+    return slash == std::string::npos ? std::string() : rest.substr(0, slash);
+}
+
+bool IsInternal(std::string const& path) { return !FindRoom(path).empty(); }
 
 std::vector<std::string> CheckDirection(std::vector<SourceFile> const& files)
 {
@@ -111,7 +153,7 @@ std::vector<std::string> CheckDirection(std::vector<SourceFile> const& files)
         if (!file.path.starts_with("ombrel/"))
             continue;
         auto const folder = FindFolder(file.path);
-        if (folder.empty()) {
+        if (!folder) {
             faults.push_back(Place(file, 1) + "lies in no folder of the library's order");
             continue;
         }
@@ -119,12 +161,17 @@ std::vector<std::string> CheckDirection(std::vector<SourceFile> const& files)
             if (!include.isQuoted)
                 continue;
             auto const used = FindFolder(include.name);
-            if (used.empty())
+            if (!used)
                 faults.push_back(
                     Place(file, include.line) + "\"" + include.name + "\" is not written from the root of the tree");
-            else if (!Reach().at(folder).contains(used))
+            else if (!Reach().at(*folder).contains(*used))
                 faults.push_back(
-                    Place(file, include.line) + folder + " must not include " + used + " (" + include.name + ")");
+                    Place(file, include.line) + *folder + " must not include " + *used + " (" + include.name + ")");
+            else if (used != folder && IsInternal(include.name))
+                faults.push_back(Place(file, include.line) + include.name + " belongs to " + *used + " alone");
+            else if (used == folder && !MayUseRoom(*folder, FindRoom(file.path), FindRoom(include.name)))
+                faults.push_back(Place(file, include.line) + FindRoom(file.path) + " must not include "
+                    + FindRoom(include.name) + " (" + include.name + ")");
         }
     }
     return faults;
@@ -161,7 +208,9 @@ std::vector<std::string> CheckPublicOnly(std::vector<SourceFile> const& files)
         if (file.path.starts_with("ombrel/"))
             continue;
         for (auto const& include : FindIncludes(file)) {
-            if (include.name.starts_with("ombrel/") && IsInternal(include.name))
+            // A folder's tests look into its rooms, nobody else.
+            if (include.name.starts_with("ombrel/") && IsInternal(include.name)
+                && !file.path.starts_with("tests/" + *FindFolder(include.name) + "/"))
                 faults.push_back(Place(file, include.line) + include.name + " is not a public header");
         }
     }

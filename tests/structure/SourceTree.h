@@ -1,5 +1,6 @@
 #pragma once
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,11 +26,15 @@ std::vector<SourceFile> ReadSources(std::filesystem::path const& root, std::vect
 /// The include lines of a file, in order.
 std::vector<Include> FindIncludes(SourceFile const& file);
 
-/// The folder of the library that a path such as "ombrel/platform/gdi/DC.h" lies in ("platform/gdi"), or nothing when
-/// it is in none of them.
-std::string FindFolder(std::string const& path);
+/// The folder of the library that a path such as "ombrel/platform/gdi/DC.h" lies in ("platform/gdi"); empty at the top
+/// of the tree, nothing when it is in none of them.
+std::optional<std::string> FindFolder(std::string const& path);
 
-/// True for a header that is not installed.
+/// The folder's subfolder that the path lies in ("text" of "ombrel/platform/gdi/text/Font.h"); empty for the folder's
+/// own files.
+std::string FindRoom(std::string const& path);
+
+/// True for a file in a folder's room: its headers are not installed, and only the folder itself includes them.
 bool IsInternal(std::string const& path);
 
 // Each check returns one line per fault, "path:line: what is wrong"; empty when all is well.

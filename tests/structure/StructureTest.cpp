@@ -77,7 +77,13 @@ TEST(StructureCheck, AllowsIncludesDownwardsAndFindsTheOthers)
         { "ombrel/platform/gdi/DC.h", "ombrel/platform/registry/Registry.h", false },
         { "ombrel/platform/host/Host.h", "ombrel/platform/gdi/DC.h", false },
         { "ombrel/model/Graph.h", "Graph.h", false },
-        { "ombrel/model/Graph.h", "tools/ombrel/Options.h", false },
+        { "ombrel/model/Graph.h", "tools/ombrel/options/Options.h", false },
+        { "ombrel/Init.cpp", "ombrel/graph2d/2DGraph.h", true },
+        { "ombrel/graph2d/2DGraph.cpp", "ombrel/Init.h", false },
+        { "ombrel/platform/gdi/DC.cpp", "ombrel/platform/gdi/text/Font.h", true },
+        { "ombrel/platform/gdi/page/CairoPage.cpp", "ombrel/platform/gdi/raster/CoverageMask.h", true },
+        { "ombrel/platform/gdi/raster/CoverageMask.cpp", "ombrel/platform/gdi/page/SvgPath.h", false },
+        { "ombrel/graph2d/2DLine.cpp", "ombrel/platform/gdi/text/Font.h", false },
     };
     for (auto const& each : cases) {
         auto const faults = CheckDirection({ { each.path, { std::string("#include \"") + each.included + "\"" } } });
@@ -90,16 +96,18 @@ TEST(StructureCheck, FindsWhatAnInstalledHeaderCannotReach)
 {
     std::vector<SourceFile> const files {
         { "ombrel/model/Graph.h",
-            { "#include \"ombrel/model/GraphInternal.h\"", "#include <cairo.h>", "#include <vector>",
+            { "#include \"ombrel/model/parts/Graph.h\"", "#include <cairo.h>", "#include <vector>",
                 "#include <unistd.h>", "#include \"ombrel/model/Gone.h\"" } },
-        { "ombrel/model/GraphInternal.h", { "#include <cairo.h>" } },
+        { "ombrel/model/parts/Graph.h", { "#include <cairo.h>" } },
         { "ombrel/model/Graph.cpp", { "#include <cairo.h>" } },
     };
     EXPECT_THAT(CheckInstalledHeaders(files),
         ElementsAre(
             HasSubstr("Graph.h:1: "), HasSubstr("Graph.h:2: "), HasSubstr("Graph.h:4: "), HasSubstr("Graph.h:5: ")));
-    EXPECT_THAT(CheckPublicOnly({ { "tools/ombrel/Main.cpp", { "#include \"ombrel/model/GraphInternal.h\"" } } }),
+    EXPECT_THAT(CheckPublicOnly({ { "tools/ombrel/Main.cpp", { "#include \"ombrel/model/parts/Graph.h\"" } } }),
         ElementsAre(HasSubstr("Main.cpp:1: ")));
+    EXPECT_THAT(
+        CheckPublicOnly({ { "tests/model/GraphTest.cpp", { "#include \"ombrel/model/parts/Graph.h\"" } } }), IsEmpty());
 }
 
 TEST(StructureCheck, FindsAnUnguardedHeaderAndAnOwnHeaderThatIsNotFirst)

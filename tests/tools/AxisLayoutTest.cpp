@@ -1,4 +1,4 @@
-#include "tools/ombrel/AxisLayout.h"
+#include "tools/ombrel/chart/AxisLayout.h"
 
 #include <gtest/gtest.h>
 
@@ -12,19 +12,19 @@ namespace {
 /// Every character 8 pixels wide.
 int Width(std::string const& text) { return 8 * static_cast<int>(text.size()); }
 
-std::vector<double> NotchesOf(NumberTicks const& ticks)
+std::vector<double> PositionsOf(NumberTicks const& ticks)
 {
-    std::vector<double> notches;
+    std::vector<double> positions;
     for (int i = 0; i < 50; ++i) {
         double const v = ticks.first + i * ticks.step;
         if (v > ticks.range.max + ticks.step * 1e-6)
             break;
-        notches.push_back(v);
+        positions.push_back(v);
     }
-    return notches;
+    return positions;
 }
 
-TEST(NumberNotches, AreTidyAndFewAndLabelledDifferently)
+TEST(NumberTicks, AreTidyAndFewAndLabelledDifferently)
 {
     std::mt19937_64 random(3);
     auto const uniform = [&random] { return static_cast<double>(random() >> 11) / 9007199254740992.0; };
@@ -37,22 +37,22 @@ TEST(NumberNotches, AreTidyAndFewAndLabelledDifferently)
         double const slack = ticks.step * 1e-6;
         ASSERT_LE(ticks.range.min, data.min + slack);
         ASSERT_GE(ticks.range.max, data.max - slack);
-        std::vector<double> const notches = NotchesOf(ticks);
-        ASSERT_GE(notches.size(), 3u);
-        ASSERT_LE(notches.size(), 9u);
-        ASSERT_NEAR(notches.front(), ticks.range.min, slack);
-        ASSERT_NEAR(notches.back(), ticks.range.max, slack);
+        std::vector<double> const positions = PositionsOf(ticks);
+        ASSERT_GE(positions.size(), 3u);
+        ASSERT_LE(positions.size(), 9u);
+        ASSERT_NEAR(positions.front(), ticks.range.min, slack);
+        ASSERT_NEAR(positions.back(), ticks.range.max, slack);
         // One digit, 1, 2 or 5.
         double const digit = ticks.step / std::pow(10.0, std::floor(std::log10(ticks.step) + 1e-9));
         ASSERT_NEAR(digit * digit * digit - 8 * digit * digit + 17 * digit, 10.0, 1e-6);
         std::set<std::string> labels;
-        for (double const v : notches)
+        for (double const v : positions)
             labels.insert(NumberLabel(ticks, std::abs(v) < slack ? 0.0 : v));
-        ASSERT_EQ(labels.size(), notches.size());
+        ASSERT_EQ(labels.size(), positions.size());
     }
 }
 
-TEST(NumberNotches, StandAtTheEndsOfUsualRanges)
+TEST(NumberTicks, StandAtTheEndsOfUsualRanges)
 {
     struct {
         AxisRange data;
@@ -64,10 +64,10 @@ TEST(NumberNotches, StandAtTheEndsOfUsualRanges)
         { { 0, 110 }, {}, { 0, 120 }, 20 },
         { { -1, 1 }, {}, { -1, 1 }, 0.5 },
         { { 0.1, 0.7 }, {}, { 0.1, 0.7 }, 0.1 },
-        // An end too far from the next notch stays.
+        // An end too far from the next tick stays.
         { { 1, 100 }, { false, false, 0.05 }, { 0, 100 }, 20 },
         { { 0, 110 }, { false, false, 0.05 }, { 0, 110 }, 20 },
-        // Fixed ends get notches of their own.
+        // Fixed ends get positions of their own.
         { { -5, 5 }, { true, true, 1.0 }, { -5, 5 }, 1 },
         { { 0.3, 7.2 }, { true, true, 1.0 }, { 0.3, 7.2 }, 1 },
         { { 0.3, 7.2 }, { true, false, 1.0 }, { 0.3, 8 }, 1 },
@@ -82,14 +82,14 @@ TEST(NumberNotches, StandAtTheEndsOfUsualRanges)
     EXPECT_EQ(MakeNumberTicks({ 1, 3 }, {}, 8, 1.0).step, 1.0);
 }
 
-TEST(NumberNotches, LeaveRoomBetweenTheirLabels)
+TEST(NumberTicks, LeaveRoomBetweenTheirLabels)
 {
     for (AxisRange const data :
         { AxisRange { 0, 20000 }, AxisRange { 1234567, 1234568 }, AxisRange { -1e-5, 3e-5 }, AxisRange { 0, 1e12 } }) {
         for (int const length : { 150, 300, 900 }) {
             NumberTicks const ticks = FitNumberTicks(data, { false, false, 0.05 }, 0.0, length, Width);
             double const room = length * ticks.step / (ticks.range.max - ticks.range.min);
-            for (double const v : NotchesOf(ticks))
+            for (double const v : PositionsOf(ticks))
                 EXPECT_LT(Width(NumberLabel(ticks, v)), room) << data.min << " to " << data.max << " in " << length;
         }
     }
@@ -102,10 +102,10 @@ TEST(EmptyRanges, GetALengthThatFitsTheirValue)
         EXPECT_LT(range.min, value);
         EXPECT_GT(range.max, value);
         NumberTicks const ticks = MakeNumberTicks(range, {}, 8);
-        EXPECT_GE(NotchesOf(ticks).size(), 2u) << value;
+        EXPECT_GE(PositionsOf(ticks).size(), 2u) << value;
     }
     AxisRange const narrow = WidenEmptyRange({ 1e6, std::nextafter(1e6, 2e6) });
-    EXPECT_GE(NotchesOf(MakeNumberTicks(narrow, {}, 8)).size(), 3u);
+    EXPECT_GE(PositionsOf(MakeNumberTicks(narrow, {}, 8)).size(), 3u);
     EXPECT_EQ(WidenEmptyRange({ 7, 3 }).min, 3);
 }
 
@@ -114,7 +114,7 @@ double Day(int year, int month, int day, int hour = 0, int minute = 0, int secon
     return COleDateTime(year, month, day, hour, minute, second).GetValue();
 }
 
-TEST(DateNotches, StepByTheCalendar)
+TEST(DateTicks, StepByTheCalendar)
 {
     struct {
         AxisRange data;
@@ -147,12 +147,12 @@ TEST(DateNotches, StepByTheCalendar)
         EXPECT_LE(ticks.range.min, c.data.min);
         EXPECT_GE(ticks.range.max, c.data.max);
     }
-    // The end of the year is near enough for the axis to reach its notch.
+    // The end of the year is near enough for the axis to reach its tick.
     EXPECT_EQ(FitDateTicks({ Day(2012, 1, 1), Day(2015, 12, 31) }, { false, false, 0.05 }, 800, Width).range.max,
         Day(2016, 1, 1));
 }
 
-TEST(DateNotches, LeaveRoomBetweenTheirLabels)
+TEST(DateTicks, LeaveRoomBetweenTheirLabels)
 {
     for (double const days : { 1e-5, 1e-3, 0.1, 0.9, 3.0, 20.0, 100.0, 900.0, 5000.0, 1e5, 2e6 }) {
         for (int const length : { 200, 500, 1000 }) {

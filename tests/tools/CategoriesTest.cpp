@@ -1,4 +1,4 @@
-#include "tools/ombrel/Categories.h"
+#include "tools/ombrel/chart/Categories.h"
 
 #include <gtest/gtest.h>
 

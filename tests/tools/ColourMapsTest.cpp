@@ -1,7 +1,7 @@
-#include "tools/ombrel/ColourMaps.h"
+#include "tools/ombrel/chart/ColourMaps.h"
 #include "ombrel/colour/ColourMap.h"
-#include "tools/ombrel/ColoursCommand.h"
 #include "tools/ombrel/Messages.h"
+#include "tools/ombrel/commands/ColoursCommand.h"
 
 #include <gtest/gtest.h>
 

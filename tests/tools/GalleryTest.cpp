@@ -1,9 +1,9 @@
-#include "ombrel/graph2d/OmbrelInit.h"
-#include "tools/ombrel/GalleryDrawing.h"
-#include "tools/ombrel/GalleryPage.h"
-#include "tools/ombrel/GallerySources.h"
+#include "ombrel/Init.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/Program.h"
+#include "tools/ombrel/gallery/Drawing.h"
+#include "tools/ombrel/gallery/Page.h"
+#include "tools/ombrel/gallery/Sources.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tools/ombrel/Histogram.h"
+#include "tools/ombrel/chart/Histogram.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tools/ombrel/Look.h"
+#include "tools/ombrel/chart/Look.h"
 #include "tools/ombrel/Messages.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "tools/ombrel/Options.h"
+#include "tools/ombrel/options/Options.h"
 #include "tools/ombrel/Messages.h"
 
 #include <gtest/gtest.h>

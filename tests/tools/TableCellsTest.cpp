@@ -1,4 +1,4 @@
-#include "tools/ombrel/TableCells.h"
+#include "tools/ombrel/table/TableCells.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tools/ombrel/Output.h"
+#include "tools/ombrel/OutputFile.h"
 #include "ombrel/drawing/DIB.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/platform/framework/File.h"

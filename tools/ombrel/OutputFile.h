@@ -1,6 +1,6 @@
 #pragma once
 #include "ombrel/platform/framework/Geometry.h"
-#include "tools/ombrel/Options.h"
+#include "tools/ombrel/options/Options.h"
 
 #include <memory>
 #include <string>

@@ -1,4 +1,4 @@
-#include "ombrel/graph2d/AxesNotches.h"
+#include "ombrel/graph2d/axes/AxesTicks.h"
 #include "ombrel/foundation/GArray.h"
 
 #include <algorithm>
@@ -35,13 +35,13 @@ std::vector<double> UniformPositions(double start, double step, double lo, doubl
     if (firstStep == FirstStep::InRange && first < lo - slack * step)
         first += step;
     double count = std::floor((hi - first) / step + slack) + 1.0;
-    if (count > kMaxNotches) {
+    if (count > kMaxTicks) {
         double const hidden = std::max(0.0, std::ceil((lo - first) / step - slack));
         first += hidden * step;
         count -= hidden;
     }
     // Written so that what is not a number fails.
-    if (!(count >= 1.0 && count <= kMaxNotches))
+    if (!(count >= 1.0 && count <= kMaxTicks))
         return {};
     std::vector<double> positions(static_cast<std::size_t>(count));
     for (std::size_t i = 0; i < positions.size(); ++i) {
@@ -84,7 +84,7 @@ std::vector<double> StepPositionsWithin(double start, double step, double lo, do
 std::vector<double> DivisionPositions(AxisSettings const& axis)
 {
     int const n = axis.numMajorTicks;
-    if (n < 2 || n > kMaxNotches)
+    if (n < 2 || n > kMaxTicks)
         return {};
     double const step = (axis.tickRangeMax - axis.tickRangeMin) / (n - 1);
     if (!std::isfinite(step))
@@ -149,9 +149,9 @@ std::vector<double> CalendarValues(COleDateTime t, int n, TimeUnit unit, double 
     std::vector<double> positions;
     for (; t <= last; CVUtils::IncrementTime(n, unit, t))
         positions.push_back(t.GetValue());
-    if (positions.size() > kMaxNotches)
+    if (positions.size() > kMaxTicks)
         positions.erase(positions.begin(), std::lower_bound(positions.begin(), positions.end(), lo));
-    if (positions.size() > kMaxNotches)
+    if (positions.size() > kMaxTicks)
         return {};
     return positions;
 }
@@ -210,13 +210,13 @@ std::vector<double> MinorDatePositions(
             continue;
         std::vector<double> const between = DatesBetween(dates, major, next.GetValue(), lo, hi);
         minors.insert(minors.end(), between.begin(), between.end());
-        if (minors.size() > kMaxNotches)
+        if (minors.size() > kMaxTicks)
             return {};
     }
     return minors;
 }
 
-std::vector<double> NotchPositions(AxisSettings const& axis, DateTickSettings const* dates)
+std::vector<double> TickPositions(AxisSettings const& axis, DateTickSettings const* dates)
 {
     std::vector<double> positions;
     if (axis.HasDivisions())
@@ -236,17 +236,17 @@ bool HasDateRange(AxisSettings const& axis) { return CVUtils::IsValidDate(axis.m
 
 namespace {
 
-/// Collects the notches of one axis.
-class NotchMaker {
+/// Collects the ticks of one axis.
+class TickMaker {
 public:
-    NotchMaker(AxisSettings const& axis, DateTickSettings const* dates, double crossing)
+    TickMaker(AxisSettings const& axis, DateTickSettings const* dates, double crossing)
         : m_axis(axis)
         , m_dates(dates)
         , m_crossing(crossing)
         , m_majorStep(MajorStep(axis))
     {
         if (axis.labelMode == AxisSettings::lmStrings)
-            m_positions = NotchPositions(axis, dates);
+            m_positions = TickPositions(axis, dates);
     }
     void MakeDivisions();
     void MakeSteps();
@@ -254,16 +254,16 @@ public:
     void MakeDecades();
     void MakeArbitrary();
     void MakeInvalidDates();
-    NotchList TakeNotches() { return std::move(m_notches); }
+    TickList TakeTicks() { return std::move(m_ticks); }
 
 private:
     void AddRegular(double v, int index);
-    void AddArbitrary(double v, int index, Notch::Kind kind);
-    void AddMajor(double v, int index, Notch::Kind kind, double searched);
-    void AddMinor(double v, double step, Notch::Kind kind = Notch::Kind::Minor);
+    void AddArbitrary(double v, int index, Tick::Kind kind);
+    void AddMajor(double v, int index, Tick::Kind kind, double searched);
+    void AddMinor(double v, double step, Tick::Kind kind = Tick::Kind::Minor);
     bool HasTooManyMinors(std::size_t intervals) const
     {
-        return static_cast<double>(intervals) * m_axis.numMinorTicks > kMaxNotches;
+        return static_cast<double>(intervals) * m_axis.numMinorTicks > kMaxTicks;
     }
     int FindPosition(double v) const;
 
@@ -273,48 +273,48 @@ private:
     double m_majorStep;
     /// Only filled when labels go by position.
     std::vector<double> m_positions;
-    NotchList m_notches;
+    TickList m_ticks;
 };
 
-void NotchMaker::AddRegular(double v, int index)
+void TickMaker::AddRegular(double v, int index)
 {
     if (!m_axis.IsWithinTickRange(v))
         return;
     double const value = WithoutRoundedZero(v, m_majorStep);
     bool const atCrossing = value == 0.0 && m_crossing == 0.0;
     if (!atCrossing || m_axis.intersectLabelOn)
-        AddMajor(value, index, Notch::Kind::Regular, v);
+        AddMajor(value, index, Tick::Kind::Regular, v);
 }
 
-void NotchMaker::AddArbitrary(double v, int index, Notch::Kind kind)
+void TickMaker::AddArbitrary(double v, int index, Tick::Kind kind)
 {
     bool const atCrossing = v != 0.0 && std::fabs((v - m_crossing) / v) < 1e-6;
     if (IsPosition(v) && (!atCrossing || m_axis.intersectLabelOn))
         AddMajor(v, index, kind, v);
 }
 
-void NotchMaker::AddMajor(double v, int index, Notch::Kind kind, double searched)
+void TickMaker::AddMajor(double v, int index, Tick::Kind kind, double searched)
 {
-    Notch notch;
-    notch.value = v;
-    notch.kind = kind;
-    notch.index = index;
-    notch.position = FindPosition(searched);
-    m_notches.push_back(std::move(notch));
+    Tick tick;
+    tick.value = v;
+    tick.kind = kind;
+    tick.index = index;
+    tick.position = FindPosition(searched);
+    m_ticks.push_back(std::move(tick));
 }
 
-void NotchMaker::AddMinor(double v, double step, Notch::Kind kind)
+void TickMaker::AddMinor(double v, double step, Tick::Kind kind)
 {
     if (!m_axis.IsWithinTickRange(v))
         return;
-    Notch notch;
-    notch.value = WithoutRoundedZero(v, step);
-    notch.kind = kind;
-    m_notches.push_back(std::move(notch));
+    Tick tick;
+    tick.value = WithoutRoundedZero(v, step);
+    tick.kind = kind;
+    m_ticks.push_back(std::move(tick));
 }
 
 /// The nearest position, if it is the same to single precision.
-int NotchMaker::FindPosition(double v) const
+int TickMaker::FindPosition(double v) const
 {
     auto nearest = std::lower_bound(m_positions.begin(), m_positions.end(), v);
     if (nearest != m_positions.begin() && (nearest == m_positions.end() || v - nearest[-1] <= *nearest - v))
@@ -325,7 +325,7 @@ int NotchMaker::FindPosition(double v) const
     return static_cast<int>(nearest - m_positions.begin());
 }
 
-void NotchMaker::MakeDivisions()
+void TickMaker::MakeDivisions()
 {
     std::vector<double> const majors = DivisionPositions(m_axis);
     double const minorsPerMajor = static_cast<double>(m_axis.numMinorTicks) + 1.0;
@@ -343,7 +343,7 @@ void NotchMaker::MakeDivisions()
     }
 }
 
-void NotchMaker::MakeSteps()
+void TickMaker::MakeSteps()
 {
     std::vector<double> const majors = StepPositions(m_axis);
     for (std::size_t i = 0; i < majors.size(); ++i)
@@ -357,7 +357,7 @@ void NotchMaker::MakeSteps()
     }
 }
 
-void NotchMaker::MakeDateSteps()
+void TickMaker::MakeDateSteps()
 {
     double const lo = m_axis.tickRangeMin;
     double const hi = m_axis.tickRangeMax;
@@ -365,15 +365,15 @@ void NotchMaker::MakeDateSteps()
     for (std::size_t i = 0; i < majors.size(); ++i)
         AddRegular(majors[i], static_cast<int>(i));
     for (double const v : MinorDatePositions(*m_dates, majors, lo, hi))
-        AddMinor(v, 1.0, Notch::Kind::MinorDate);
+        AddMinor(v, 1.0, Tick::Kind::MinorDate);
 }
 
-void NotchMaker::MakeDecades()
+void TickMaker::MakeDecades()
 {
     constexpr int kLinesPerDecade = 9;
     double const lowest = std::floor(m_axis.min);
     double const decades = std::floor(m_axis.max) - lowest + 1.0;
-    if (!(decades >= 1.0 && decades * (kLinesPerDecade + 1) <= kMaxNotches))
+    if (!(decades >= 1.0 && decades * (kLinesPerDecade + 1) <= kMaxTicks))
         return;
     for (int i = 0; i < decades; ++i) {
         double const decade = lowest + i;
@@ -382,31 +382,31 @@ void NotchMaker::MakeDecades()
         if (decade >= m_axis.max)
             break;
         for (int line = 2; line <= kLinesPerDecade + 1; ++line) {
-            Notch notch;
-            notch.value = decade + std::log10(line);
-            notch.kind = Notch::Kind::DecadeLine;
-            m_notches.push_back(std::move(notch));
+            Tick tick;
+            tick.value = decade + std::log10(line);
+            tick.kind = Tick::Kind::DecadeLine;
+            m_ticks.push_back(std::move(tick));
         }
     }
 }
 
-void NotchMaker::MakeArbitrary()
+void TickMaker::MakeArbitrary()
 {
-    if (m_axis.arbitraryTicks.GetSize() > kMaxNotches)
+    if (m_axis.arbitraryTicks.GetSize() > kMaxTicks)
         return;
     for (int i = 0; i < m_axis.arbitraryTicks.GetSize(); ++i)
-        AddArbitrary(m_axis.arbitraryTicks[i], i, Notch::Kind::Arbitrary);
+        AddArbitrary(m_axis.arbitraryTicks[i], i, Tick::Kind::Arbitrary);
 }
 
-void NotchMaker::MakeInvalidDates() { AddArbitrary(m_axis.min * 0.5 + m_axis.max * 0.5, 0, Notch::Kind::InvalidDates); }
+void TickMaker::MakeInvalidDates() { AddArbitrary(m_axis.min * 0.5 + m_axis.max * 0.5, 0, Tick::Kind::InvalidDates); }
 
 } // namespace
 
-NotchList MakeNotches(AxisSettings const& axis, DateTickSettings const* dates, double crossing)
+TickList MakeTicks(AxisSettings const& axis, DateTickSettings const* dates, double crossing)
 {
     if (!axis.on && !axis.labelsOn)
         return {};
-    NotchMaker maker(axis, dates, crossing);
+    TickMaker maker(axis, dates, crossing);
     bool const hasDates = dates && axis.timeUnitsOn;
     if (hasDates && !HasDateRange(axis)) {
         maker.MakeInvalidDates();
@@ -422,7 +422,7 @@ NotchList MakeNotches(AxisSettings const& axis, DateTickSettings const* dates, d
         if (axis.HasArbitrary())
             maker.MakeArbitrary();
     }
-    return maker.TakeNotches();
+    return maker.TakeTicks();
 }
 
 } // namespace ombrel

@@ -7,21 +7,21 @@
 namespace ombrel {
 
 /// The most positions that one pass over an axis makes: divisions, steps, dates, decade lines, arbitrary entries, or
-/// the minor notches between them. A pass that would make more makes none, since settings may come from anywhere.
-inline constexpr int kMaxNotches = 10000;
+/// the minor ticks between them. A pass that would make more makes none, since settings may come from anywhere.
+inline constexpr int kMaxTicks = 10000;
 
-/// One notch of an axis, with the label that belongs to it.
-struct Notch {
+/// One tick of an axis, with the label that belongs to it.
+struct Tick {
     enum class Kind {
-        /// Major notches: of divisions, steps and decades; and at the arbitrary positions.
+        /// Major ticks: of divisions, steps and decades; and at the arbitrary positions.
         Regular,
         Arbitrary,
         Minor,
-        /// A minor notch between date steps: its label is the date without the time.
+        /// A minor tick between date steps: its label is the date without the time.
         MinorDate,
         /// A minor line of a logarithmic axis: without label, and without influence on extents.
         DecadeLine,
-        /// Stands in place of all notches in the middle of an axis whose limits are no dates.
+        /// Stands in place of all ticks in the middle of an axis whose limits are no dates.
         InvalidDates,
     };
     bool IsMajor() const { return kind != Kind::Minor && kind != Kind::MinorDate && kind != Kind::DecadeLine; }
@@ -30,13 +30,13 @@ struct Notch {
     Kind kind = Kind::Regular;
     /// Regular: counted along the axis; Arbitrary: the entry's index. Not used by others.
     int index = 0;
-    /// Where the value stands among all notch positions of the axis, or −1; found for labels by position only.
+    /// Where the value stands among all tick positions of the axis, or −1; found for labels by position only.
     int position = -1;
     CString text;
     /// Of the unrotated text, in pixels.
     CSize extent;
 };
-using NotchList = std::vector<Notch>;
+using TickList = std::vector<Tick>;
 
 /// What all measuring passes of one layout, and the drawing pass, have in common: nothing here depends on how the
 /// port maps data to pixels.
@@ -44,10 +44,10 @@ struct AxesResults {
     /// Pixels.
     int fontHeight = 0;
     int minorFontHeight = 0;
-    /// The length in pixels of a major notch of factor 1.
-    int notchLength = 0;
-    NotchList x;
-    NotchList y;
+    /// The length in pixels of a major tick of factor 1.
+    int tickLength = 0;
+    TickList x;
+    TickList y;
     CSize xTitle;
     CSize yTitle;
 };
@@ -55,7 +55,7 @@ struct AxesResults {
 // The functions below take the date settings of the axis; null for an axis that cannot have dates. They are used when
 // the axis's time units are on.
 
-/// The positions of equal divisions of the tick range, both ends included; empty below two notches.
+/// The positions of equal divisions of the tick range, both ends included; empty below two ticks.
 std::vector<double> DivisionPositions(AxisSettings const& axis);
 
 /// The positions tickMin ± n · tickDel from the first in the tick range to its upper end, ascending.
@@ -77,16 +77,16 @@ std::vector<double> MinorDatePositions(
 
 /// The positions that the tick mode gives: divisions, or steps (of dates); and, sorted in, the arbitrary ones.
 /// Entries that are gap markers, infinite or not a number are no positions.
-std::vector<double> NotchPositions(AxisSettings const& axis, DateTickSettings const* dates);
+std::vector<double> TickPositions(AxisSettings const& axis, DateTickSettings const* dates);
 
-/// The notches of an axis in drawing order, without texts; empty when neither axis line nor labels are on.
+/// The ticks of an axis in drawing order, without texts; empty when neither axis line nor labels are on.
 ///
-/// crossing: where the other axis crosses this one; a major notch there is left out unless intersectLabelOn. Values
+/// crossing: where the other axis crosses this one; a major tick there is left out unless intersectLabelOn. Values
 /// that are zero but for rounding are exactly 0.
-NotchList MakeNotches(AxisSettings const& axis, DateTickSettings const* dates, double crossing);
+TickList MakeTicks(AxisSettings const& axis, DateTickSettings const* dates, double crossing);
 
-/// The notches with their texts, trimmed; extents are not measured.
-NotchList MakeLabelledNotches(AxisSettings const& axis, DateTickSettings const* dates, double crossing);
+/// The ticks with their texts, trimmed; extents are not measured.
+TickList MakeLabelledTicks(AxisSettings const& axis, DateTickSettings const* dates, double crossing);
 
 /// Whether both limits of the axis are dates.
 bool HasDateRange(AxisSettings const& axis);

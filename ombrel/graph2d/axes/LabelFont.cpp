@@ -1,4 +1,4 @@
-#include "ombrel/graph2d/LabelFont.h"
+#include "ombrel/graph2d/axes/LabelFont.h"
 
 #include "ombrel/foundation/Utils.h"
 

@@ -1,4 +1,4 @@
-#include "ombrel/graph2d/BarPainter.h"
+#include "ombrel/graph2d/paths/BarPainter.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/Axes.h"

@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/platform/framework/Arrays.h"
 #include "ombrel/platform/framework/Exception.h"
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/File.h"
 #include "ombrel/platform/framework/Geometry.h"
 #include "ombrel/platform/framework/Object.h"
@@ -22,7 +23,7 @@ class COleDateTime;
 /// bounded, and an object belongs to exactly one owner. Every failure throws CArchiveException* (newly allocated)
 /// with the offset and what was expected; after that every further use of the archive throws again.
 /// Lifetime: the file is not owned and must outlive the archive. Close (or the destructor) hands buffered bytes to it.
-class CArchive {
+class OMBREL_EXPORT CArchive {
 public:
     enum Mode { store, load };
     /// Loading begins at the file's position and reads ahead; the file must have a length (see ReadWholeFile for

@@ -1,10 +1,11 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/String.h"
 
 namespace ombrel {
 
 /// A length of time in days; not a number when it is the distance to a date that is not valid.
-class COleDateTimeSpan {
+class OMBREL_EXPORT COleDateTimeSpan {
 public:
     COleDateTimeSpan() = default;
     COleDateTimeSpan(double days)
@@ -23,7 +24,7 @@ private:
 /// Valid from 1 January 100 to 31 December 9999. Comparisons with an invalid or null date are false; sums with one
 /// are invalid or null, as are sums that leave the range. Fields are read to the nearest second, so that the last half
 /// second of a day belongs to the next one.
-class COleDateTime {
+class OMBREL_EXPORT COleDateTime {
 public:
     enum DateTimeStatus { valid = 0, invalid = 1, null = 2 };
     /// The calendar fields of a valid date. weekday: 0 Sunday … 6; dayOfYear from 1.
@@ -65,11 +66,11 @@ public:
     friend COleDateTime operator+(COleDateTime date, COleDateTimeSpan span) { return date += span; }
     friend COleDateTime operator-(COleDateTime date, COleDateTimeSpan span) { return date -= span; }
     friend COleDateTime operator-(COleDateTime date, double days) { return date -= days; }
-    friend COleDateTimeSpan operator-(COleDateTime const& a, COleDateTime const& b);
-    friend bool operator==(COleDateTime const& a, COleDateTime const& b);
-    friend bool operator<(COleDateTime const& a, COleDateTime const& b);
+    friend OMBREL_EXPORT COleDateTimeSpan operator-(COleDateTime const& a, COleDateTime const& b);
+    friend OMBREL_EXPORT bool operator==(COleDateTime const& a, COleDateTime const& b);
+    friend OMBREL_EXPORT bool operator<(COleDateTime const& a, COleDateTime const& b);
     friend bool operator>(COleDateTime const& a, COleDateTime const& b) { return b < a; }
-    friend bool operator<=(COleDateTime const& a, COleDateTime const& b);
+    friend OMBREL_EXPORT bool operator<=(COleDateTime const& a, COleDateTime const& b);
     friend bool operator>=(COleDateTime const& a, COleDateTime const& b) { return b <= a; }
 
     /// The date with strftime codes (English names, whatever the process locale): a null date gives the empty text,

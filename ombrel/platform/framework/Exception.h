@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Object.h"
 #include "ombrel/platform/framework/String.h"
 
@@ -7,7 +8,7 @@
 namespace ombrel {
 
 /// Base of the framework's exceptions. They are thrown by pointer, newly allocated; the catcher deletes them.
-class CException : public CObject {
+class OMBREL_EXPORT CException : public CObject {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -17,14 +18,14 @@ public:
 };
 
 /// The platform could not give a resource: a bitmap, a device context.
-class CResourceException : public CException {
+class OMBREL_EXPORT CResourceException : public CException {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
     CString GetErrorMessage() const override { return "A required resource was unavailable."; }
 };
 
-class CFileException : public CException {
+class OMBREL_EXPORT CFileException : public CException {
 public:
     enum Cause { none, genericException, fileNotFound, badPath, accessDenied, diskFull, endOfFile, hardIO };
     CFileException(Cause cause, CString const& path, int osError = 0)
@@ -42,7 +43,7 @@ public:
     CString m_strFileName;
 };
 
-class CArchiveException : public CException {
+class OMBREL_EXPORT CArchiveException : public CException {
 public:
     enum Cause {
         none,
@@ -72,7 +73,7 @@ public:
 };
 
 /// An argument passed through OLE automation does not fit; carries the fixed text.
-class COleDispatchException : public CException {
+class OMBREL_EXPORT COleDispatchException : public CException {
 public:
     explicit COleDispatchException(CString const& description)
         : m_strDescription(description)

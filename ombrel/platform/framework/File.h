@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Object.h"
 #include "ombrel/platform/framework/String.h"
 
@@ -14,7 +15,7 @@ namespace ombrel {
 /// A file on disk, read and written through a buffer. Not copyable; closed with the object.
 ///
 /// Errors are thrown as CFileException* (newly allocated) with the path and a cause.
-class CFile : public CObject {
+class OMBREL_EXPORT CFile : public CObject {
 public:
     enum Mode : unsigned { modeRead = 0, modeWrite = 1, modeCreate = 0x1000 };
     static CRuntimeClass const kClass;
@@ -49,7 +50,7 @@ private:
 };
 
 /// A file in memory that grows as it is written.
-class CMemFile : public CFile {
+class OMBREL_EXPORT CMemFile : public CFile {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -75,7 +76,7 @@ private:
 };
 
 /// A text file read line by line. A UTF-8 byte order mark at the start is skipped.
-class CStdioFile : public CFile {
+class OMBREL_EXPORT CStdioFile : public CFile {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -91,9 +92,9 @@ public:
 /// earlier one stays as it was when anything fails. A symbolic link is followed, the permissions of an earlier file are
 /// kept; devices, pipes and open files named through /dev/stdout or /dev/fd are written to directly.
 /// Throws CFileException*.
-void WriteFileAtomically(CString const& path, std::span<std::byte const> bytes);
+OMBREL_EXPORT void WriteFileAtomically(CString const& path, std::span<std::byte const> bytes);
 
 /// The whole file, also of a pipe or a device. Throws CFileException*.
-std::vector<std::byte> ReadWholeFile(CString const& path);
+OMBREL_EXPORT std::vector<std::byte> ReadWholeFile(CString const& path);
 
 } // namespace ombrel

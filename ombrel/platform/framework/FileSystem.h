@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/platform/framework/Exception.h"
+#include "ombrel/platform/framework/Export.h"
 
 #include <cstddef>
 #include <string>
@@ -8,7 +9,7 @@
 namespace ombrel::filesystem {
 
 /// An open file descriptor, closed with the object.
-class Descriptor {
+class OMBREL_EXPORT Descriptor {
 public:
     explicit Descriptor(int descriptor = -1)
         : m_descriptor(descriptor)
@@ -35,11 +36,11 @@ private:
 /// Throws a CFileException* for an errno value.
 [[noreturn]] void ThrowError(CString const& path, int error);
 /// Reads until count bytes or the end and returns how many; throws CFileException*.
-std::size_t ReadAll(int descriptor, void* into, std::size_t count, CString const& path);
+OMBREL_EXPORT std::size_t ReadAll(int descriptor, void* into, std::size_t count, CString const& path);
 /// Writes all of the bytes. Returns 0 or the errno value.
-int WriteAll(int descriptor, void const* from, std::size_t count);
+OMBREL_EXPORT int WriteAll(int descriptor, void const* from, std::size_t count);
 /// open with close-on-exec, repeated when a signal interrupts it; −1 with errno. The permissions are for a new file,
 /// before the process's mask.
-int OpenDescriptor(std::string const& path, int flags, unsigned permissions = 0666);
+OMBREL_EXPORT int OpenDescriptor(std::string const& path, int flags, unsigned permissions = 0666);
 
 } // namespace ombrel::filesystem

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -9,16 +10,16 @@ namespace ombrel {
 /// A number in the notation 'g', 'f' or 'e' with the given precision, as printf would write it in the "C" locale:
 /// exponents have at least two digits, 'g' drops trailing zeros. Precision is limited to 0 … 100. Infinities and NaN
 /// come out as "inf", "-inf" and "nan"; any other notation counts as 'g'.
-std::string FormatNumber(double value, char notation, int precision);
+OMBREL_EXPORT std::string FormatNumber(double value, char notation, int precision);
 
 /// The number that the whole text spells ("." is the decimal mark; a sign may lead; no white space), or nothing.
 /// "inf" and "nan" are numbers; one too large for a double is infinite, one too small is 0.
-std::optional<double> ParseNumber(std::string_view text);
+OMBREL_EXPORT std::optional<double> ParseNumber(std::string_view text);
 
 /// The number at the start of the text as scanf reads it: leading white space and sign allowed, stops at the first
 /// character that cannot belong to it; nothing when there is none. consumed receives the length read when not null.
-std::optional<double> ScanNumber(std::string_view text, std::size_t* consumed = nullptr);
+OMBREL_EXPORT std::optional<double> ScanNumber(std::string_view text, std::size_t* consumed = nullptr);
 /// As ScanNumber for decimal digits; limited to the range of int.
-std::optional<int> ScanInteger(std::string_view text, std::size_t* consumed = nullptr);
+OMBREL_EXPORT std::optional<int> ScanInteger(std::string_view text, std::size_t* consumed = nullptr);
 
 } // namespace ombrel

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Types.h"
 
 #include <memory>
@@ -10,7 +11,7 @@ class CArchive;
 class CObject;
 
 /// What an archive and a type test know of a class: one constant a class, shared by its objects.
-struct CRuntimeClass {
+struct OMBREL_EXPORT CRuntimeClass {
     char const* name;
     /// The schema stored with the class name; classes that archives cannot create have kNotPersistent.
     WORD schema;
@@ -24,7 +25,7 @@ struct CRuntimeClass {
 };
 
 /// The root of the classes that have run-time class information and, where registered, an archive form.
-class CObject {
+class OMBREL_EXPORT CObject {
 public:
     static CRuntimeClass const kClass;
     CObject() = default;
@@ -57,9 +58,9 @@ template <typename Base> constexpr CRuntimeClass DynamicClass(char const* name)
 
 /// Lets archives create the class by its name. Registering a name again replaces the class; the record must outlive
 /// every archive.
-void RegisterClass(CRuntimeClass const& c);
+OMBREL_EXPORT void RegisterClass(CRuntimeClass const& c);
 /// The registered class of that name, or null.
-CRuntimeClass const* FindRegisteredClass(std::string_view name);
+OMBREL_EXPORT CRuntimeClass const* FindRegisteredClass(std::string_view name);
 
 /// The object as a T when it is one, else null.
 template <typename T> T* DynamicDowncast(CObject* object)

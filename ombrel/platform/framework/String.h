@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Types.h"
 
 #include <compare>
@@ -17,7 +18,7 @@ class FormatArgument;
 /// A wide string: UTF-16 code units, lengths and positions counted in units.
 ///
 /// 8-bit text is UTF-8; invalid sequences become U+FFFD and nothing throws (but for lack of memory).
-class CString {
+class OMBREL_EXPORT CString {
 public:
     CString() = default;
     CString(char const* utf8);
@@ -52,7 +53,7 @@ public:
 
     CString& operator+=(CString const& other);
     CString& operator+=(char16_t unit);
-    friend CString operator+(CString const& a, CString const& b);
+    friend OMBREL_EXPORT CString operator+(CString const& a, CString const& b);
     friend bool operator==(CString const& a, CString const& b) { return a.m_text == b.m_text; }
     friend std::strong_ordering operator<=>(CString const& a, CString const& b) { return a.m_text <=> b.m_text; }
     /// Negative, zero or positive, by UTF-16 units.
@@ -97,7 +98,7 @@ private:
 };
 
 /// One argument of CString::Format.
-class FormatArgument {
+class OMBREL_EXPORT FormatArgument {
 public:
     enum class Kind { Integer, Real, Text };
     template <std::integral T> FormatArgument(T value)
@@ -146,6 +147,6 @@ template <typename... Args> void CString::Format(CString const& format, Args con
 }
 
 /// The leading integer of a text: white space, sign and digits; 0 without digits, limited to the int range.
-int _wtoi(CString const& text);
+OMBREL_EXPORT int _wtoi(CString const& text);
 
 } // namespace ombrel

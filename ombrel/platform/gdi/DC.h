@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/gdi/GdiObjects.h"
 #include "ombrel/platform/gdi/Surface.h"
 
@@ -42,7 +43,7 @@ struct TEXTMETRIC {
 /// that is selected changes nothing, and the pointer that SelectObject returns is only for selecting it back. Selecting
 /// null changes nothing, except that a null bitmap takes the bitmap away.
 /// A new memory context has a black one-pixel pen, a white brush, the system font, black text on opaque white.
-class CDC {
+class OMBREL_EXPORT CDC {
 public:
     /// A memory context without a bitmap: state and capabilities of the screen, draws nothing.
     CDC();

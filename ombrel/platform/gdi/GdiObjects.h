@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Object.h"
 #include "ombrel/platform/framework/String.h"
 #include "ombrel/platform/gdi/Raster.h"
@@ -96,7 +97,7 @@ private:
 };
 
 /// A bitmap that a memory device context draws on.
-class CBitmap {
+class OMBREL_EXPORT CBitmap {
 public:
     CBitmap() = default;
     /// bitsPerPixel 1, 24 or 32. False when a side is below 1 or there is no memory.
@@ -112,7 +113,7 @@ private:
 };
 
 /// A region for clipping and filling.
-class CRgn {
+class OMBREL_EXPORT CRgn {
 public:
     CRgn() = default;
     /// Edges may be given in either order.

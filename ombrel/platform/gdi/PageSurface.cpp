@@ -1,10 +1,10 @@
 #include "ombrel/platform/gdi/PageSurface.h"
 
 #include "ombrel/platform/gdi/Coordinates.h"
-#include "ombrel/platform/gdi/DashPattern.h"
-#include "ombrel/platform/gdi/PageCanvasInternal.h"
-#include "ombrel/platform/gdi/PathSimplify.h"
-#include "ombrel/platform/gdi/TextEngineInternal.h"
+#include "ombrel/platform/gdi/geometry/DashPattern.h"
+#include "ombrel/platform/gdi/geometry/PathSimplify.h"
+#include "ombrel/platform/gdi/page/PageCanvas.h"
+#include "ombrel/platform/gdi/text/Font.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/gdi/Surface.h"
 
 #include <memory>
@@ -31,6 +32,6 @@ public:
 inline constexpr int kPageDotsPerInch = 600;
 
 /// Sides of 1 … 5080 mm (beyond, they are limited).
-std::unique_ptr<PageSurface> MakePageSurface(PageSetup const& setup);
+OMBREL_EXPORT std::unique_ptr<PageSurface> MakePageSurface(PageSetup const& setup);
 
 } // namespace ombrel

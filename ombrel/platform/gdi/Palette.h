@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Types.h"
 
 #include <span>
@@ -14,7 +15,7 @@ struct PALETTEENTRY {
 };
 
 /// A list of colours. Devices here show true colours, so that a palette is a carrier of colours and nothing more.
-class CPalette {
+class OMBREL_EXPORT CPalette {
 public:
     CPalette() = default;
     explicit CPalette(std::span<PALETTEENTRY const> entries) { CreatePalette(entries); }

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/gdi/Raster.h"
 
 #include <optional>
@@ -20,6 +21,6 @@ struct PngSettings {
 
 /// The picture as the bytes of a PNG file: with a palette when it has at most 256 colours, else true colour.
 /// The same picture gives the same bytes. Throws CResourceException* when libpng fails.
-std::string EncodePng(Raster const& raster, PngSettings const& settings);
+OMBREL_EXPORT std::string EncodePng(Raster const& raster, PngSettings const& settings);
 
 } // namespace ombrel

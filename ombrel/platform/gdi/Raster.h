@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
 
 #include <cstdint>
@@ -8,7 +9,7 @@ namespace ombrel {
 
 /// A bitmap's pixels: 32 bits each as 0xXXRRGGBB whatever depth is reported, rows top-down. Drawing writes zero into
 /// the top byte.
-class Raster {
+class OMBREL_EXPORT Raster {
 public:
     /// Both sides at least 1; black. Throws std::bad_alloc.
     Raster(int width, int height, int bitsPerPixel);

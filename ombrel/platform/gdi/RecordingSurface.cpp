@@ -1,8 +1,8 @@
 #include "ombrel/platform/gdi/RecordingSurface.h"
 
 #include "ombrel/platform/framework/Number.h"
+#include "ombrel/platform/framework/Text.h"
 #include "ombrel/platform/gdi/Coordinates.h"
-#include "ombrel/platform/gdi/JoinInternal.h"
 
 #include <algorithm>
 #include <tuple>

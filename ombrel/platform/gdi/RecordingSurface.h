@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/gdi/Surface.h"
 
 #include <cstdint>
@@ -16,7 +17,7 @@ struct RecordedPen {
 };
 
 /// One primitive that was drawn. What does not belong to its kind keeps its default.
-struct RecordedPrimitive {
+struct OMBREL_EXPORT RecordedPrimitive {
     enum class Kind { Polyline, Ellipse, Arc, FillRect, FillRegion, SetPixel, Text, Image, Stroke, Fill };
     Kind kind;
     /// Polyline, Stroke: the points. Arc: start and end. SetPixel, Text: one point. Regions: corner points, if known.
@@ -50,15 +51,15 @@ struct RecordedPrimitive {
 
 /// Draws a primitive again, moved, on another surface. Its own clip does not count; a picture is not drawn, since only
 /// a sum of its pixels was kept.
-void Replay(RecordedPrimitive const& primitive, CPoint by, Surface& surface, Clip const& clip);
+OMBREL_EXPORT void Replay(RecordedPrimitive const& primitive, CPoint by, Surface& surface, Clip const& clip);
 /// Whether the primitive gives every pixel that it touches a colour that does not depend on what was there nor on where
 /// it is drawn: then drawing it again changes nothing.
-bool IsPlain(RecordedPrimitive const& primitive);
+OMBREL_EXPORT bool IsPlain(RecordedPrimitive const& primitive);
 /// A box around all that the primitives touch, for plain ones.
-CRect ReachOf(std::span<RecordedPrimitive const> primitives);
+OMBREL_EXPORT CRect ReachOf(std::span<RecordedPrimitive const> primitives);
 
 /// Keeps a list of the primitives instead of drawing them: for tests, and for measuring without drawing.
-class RecordingSurface : public Surface {
+class OMBREL_EXPORT RecordingSurface : public Surface {
 public:
     explicit RecordingSurface(CSize size, DeviceCapabilities const& capabilities = {}, bool printing = false);
     std::vector<RecordedPrimitive> const& Primitives() const { return m_primitives; }

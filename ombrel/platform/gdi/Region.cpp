@@ -1,7 +1,7 @@
 #include "ombrel/platform/gdi/Region.h"
 
 #include "ombrel/platform/gdi/Coordinates.h"
-#include "ombrel/platform/gdi/PolygonScan.h"
+#include "ombrel/platform/gdi/geometry/PolygonScan.h"
 
 #include <algorithm>
 

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
 
 #include <memory>
@@ -14,7 +15,7 @@ enum PolyFillMode { ALTERNATE = 1, WINDING = 2 };
 /// A polygon covers, on each row y, the pixels from where its edges cross the line at y, rounded up, to the next
 /// crossing, rounded up: left and top edges are inside, right and bottom edges outside. Its spans are found when they
 /// are asked for, so that a shape that reaches far beyond the bitmap costs only what is visible.
-class Region {
+class OMBREL_EXPORT Region {
 public:
     /// The pixels left ≤ x < right of row y.
     struct Span {
@@ -54,7 +55,7 @@ private:
 };
 
 /// Where drawing is let through: a box and, when there is one, a region as well.
-struct Clip {
+struct OMBREL_EXPORT Clip {
     CRect box { -0x8000, -0x8000, 0x7FFFFFF, 0x7FFFFFF };
     std::shared_ptr<Region const> region;
     /// The smallest rectangle outside which nothing is drawn.

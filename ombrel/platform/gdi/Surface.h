@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/String.h"
 #include "ombrel/platform/gdi/GdiObjects.h"
 #include "ombrel/platform/gdi/Raster.h"
@@ -52,7 +53,7 @@ struct VectorPen {
 inline constexpr int kHatchStyles = 53;
 
 /// A solid fill, or one of the 53 hatch styles anchored to the device's pixel (0, 0).
-struct VectorBrush {
+struct OMBREL_EXPORT VectorBrush {
     VectorColour foreground;
     /// 0 … 52; none for a solid brush.
     std::optional<int> hatchStyle;
@@ -104,7 +105,7 @@ struct ImageCopy {
 struct RecordedPrimitive;
 
 /// Where a device context's primitives go, in device pixels, y down. Coordinates lie within ±32768 or so.
-class Surface {
+class OMBREL_EXPORT Surface {
 public:
     virtual ~Surface() = default;
     virtual DeviceCapabilities const& Capabilities() const = 0;
@@ -140,6 +141,6 @@ public:
 };
 
 /// A surface that draws on a bitmap in memory and reports the screen's capabilities.
-std::unique_ptr<Surface> MakeRasterSurface(std::shared_ptr<Raster> raster);
+OMBREL_EXPORT std::unique_ptr<Surface> MakeRasterSurface(std::shared_ptr<Raster> raster);
 
 } // namespace ombrel

@@ -2,7 +2,7 @@
 
 #include "ombrel/platform/gdi/Coordinates.h"
 #include "ombrel/platform/gdi/DC.h"
-#include "ombrel/platform/gdi/EllipsePixels.h"
+#include "ombrel/platform/gdi/geometry/EllipsePixels.h"
 
 #include <algorithm>
 #include <cmath>

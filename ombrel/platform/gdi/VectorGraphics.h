@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/gdi/Surface.h"
 
 #include <span>
@@ -12,7 +13,7 @@ class CDC;
 ///
 /// Coordinates are device pixels and follow the context's viewport origin. The context's clip region always limits
 /// it too; its pen, brush and position are neither used nor changed. Lives within one draw; the context is not owned.
-class VectorGraphics {
+class OMBREL_EXPORT VectorGraphics {
 public:
     explicit VectorGraphics(CDC& dc);
     /// Anti-aliased lines; fills are never smoothed. Off at first.

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/String.h"
 
 #include <functional>
@@ -13,18 +14,18 @@ using MessageBoxFunction = std::function<void(CString const& text, CString const
 using StringResourceFunction = std::function<bool(UINT id, CString& text)>;
 
 /// The host's own; null goes back to the built-in ones (message boxes on standard error).
-void SetMessageBoxFunction(MessageBoxFunction function);
-void SetStringResourceFunction(StringResourceFunction function);
+OMBREL_EXPORT void SetMessageBoxFunction(MessageBoxFunction function);
+OMBREL_EXPORT void SetStringResourceFunction(StringResourceFunction function);
 
-void MessageBox(CString const& text, CString const& title, UINT style);
+OMBREL_EXPORT void MessageBox(CString const& text, CString const& title, UINT style);
 
 /// The text of a string resource: the host's, else the library's built-in text for 1003, 1005, 1006 and 1007.
 /// False, and text untouched, when there is neither.
-bool LoadStringResource(UINT id, CString& text);
+OMBREL_EXPORT bool LoadStringResource(UINT id, CString& text);
 
 /// The pictures of the user's locale in d, dd, M, MM, yy, yyyy, H, HH, h, hh, mm, ss, tt letters, from the
 /// environment the process was started in and untouched by setlocale: "MM/dd/yy" and "HH:mm:ss" in the "C" locale.
-CString GetLocaleShortDatePicture();
-CString GetLocaleTimePicture();
+OMBREL_EXPORT CString GetLocaleShortDatePicture();
+OMBREL_EXPORT CString GetLocaleTimePicture();
 
 } // namespace ombrel

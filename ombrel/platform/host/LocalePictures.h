@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/String.h"
 
 #include <string>
@@ -14,9 +15,9 @@ struct LocalePictures {
 };
 
 /// The pictures of a locale by its name ("de_DE.UTF-8"); those of "C" when the system does not have it.
-LocalePictures GetLocalePictures(std::string const& localeName);
+OMBREL_EXPORT LocalePictures GetLocalePictures(std::string const& localeName);
 
 /// The picture of a strftime format.
-CString MakePicture(std::string_view format);
+OMBREL_EXPORT CString MakePicture(std::string_view format);
 
 } // namespace ombrel

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/String.h"
 
 #include <cstddef>
@@ -22,7 +23,7 @@ namespace ombrel {
 /// are compared without regard to case; of several values under one name the last one counts. Lines that make no
 /// sense, values without a key and values after a key line that makes no sense mean nothing, but all lines are kept as
 /// they are.
-class RegistryDocument {
+class OMBREL_EXPORT RegistryDocument {
 public:
     /// The value of the name (empty for the default value) under the key at path; nothing when there is none.
     std::optional<CString> Find(CString const& path, CString const& name) const;
@@ -56,6 +57,6 @@ private:
 };
 
 /// Reads the text of a registry file. Any bytes will do.
-RegistryDocument ParseRegistry(std::string_view text);
+OMBREL_EXPORT RegistryDocument ParseRegistry(std::string_view text);
 
 } // namespace ombrel

@@ -1,5 +1,5 @@
 #include "ombrel/platform/gdi/DC.h"
-#include "ombrel/platform/gdi/TextEngine.h"
+#include "ombrel/platform/gdi/text/TextEngine.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include "tools/ombrel/AxisLayout.h"
+#include "tools/ombrel/chart/AxisLayout.h"
 
 #include <algorithm>
 #include <array>
@@ -155,19 +155,19 @@ COleDateTime AnchorOf(double days, CalendarStep const& step)
     return date;
 }
 
-/// The last notch at or before the date.
-double NotchBefore(double days, CalendarStep const& step)
+/// The last tick at or before the date.
+double TickBefore(double days, CalendarStep const& step)
 {
     COleDateTime const anchor = AnchorOf(days, step);
     return anchor.IsValid() ? anchor.GetValue() : days;
 }
 
-double NotchAfter(double days, CalendarStep const& step)
+double TickAfter(double days, CalendarStep const& step)
 {
-    COleDateTime notch = AnchorOf(days, step);
-    if (notch.IsValid() && notch.GetValue() < days)
-        CVUtils::IncrementTime(step.count, step.unit, notch);
-    return notch.IsValid() && notch.GetValue() >= days ? notch.GetValue() : days;
+    COleDateTime tick = AnchorOf(days, step);
+    if (tick.IsValid() && tick.GetValue() < days)
+        CVUtils::IncrementTime(step.count, step.unit, tick);
+    return tick.IsValid() && tick.GetValue() >= days ? tick.GetValue() : days;
 }
 
 /// Whether both dates give the same text in that form.
@@ -183,7 +183,7 @@ AxisRange WidenEmptyRange(AxisRange range)
     if (range.min > range.max)
         std::swap(range.min, range.max);
     double const largest = std::max(std::abs(range.min), std::abs(range.max));
-    // Less than this could not be told apart at the notches.
+    // Less than this could not be told apart at the ticks.
     if (range.max - range.min > largest * 1e-12 && range.max > range.min)
         return range;
     double const half = range.max == 0.0 ? 1.0 : std::max(largest * (range.min == range.max ? 0.1 : 1e-11), 1e-290);
@@ -204,7 +204,7 @@ NumberTicks MakeNumberTicks(AxisRange data, RangeFreedom freedom, int mostSteps,
         if (isStep(step) && (ticks.range.max - ticks.range.min) / step <= mostSteps + 1e-6)
             break;
     }
-    // Fixed ends should have notches of their own, for which there may be a few more of them or about half as many.
+    // Fixed ends should have ticks of their own, for which there may be a few more of them or about half as many.
     if (freedom.minFixed && freedom.maxFixed) {
         int const most = mostSteps + mostSteps / 4;
         TidyStep other = finest;
@@ -276,8 +276,8 @@ DateTicks FitDateTicks(
             format = step.format;
     }
     DateTicks ticks;
-    ticks.range = MoveEnds(data, freedom, NotchBefore(data.min, step), NotchAfter(data.max, step));
-    ticks.first = COleDateTime(NotchBefore(ticks.range.min, step));
+    ticks.range = MoveEnds(data, freedom, TickBefore(data.min, step), TickAfter(data.max, step));
+    ticks.first = COleDateTime(TickBefore(ticks.range.min, step));
     ticks.step = step.count;
     ticks.unit = step.unit;
     ticks.minorStep = step.minorCount;

@@ -14,7 +14,7 @@ struct AxisRange {
     double max = 1.0;
 };
 
-/// Which ends the user has fixed, and how far the others may move outwards to the next notch.
+/// Which ends the user has fixed, and how far the others may move outwards to the next tick.
 struct RangeFreedom {
     bool minFixed = false;
     bool maxFixed = false;
@@ -22,13 +22,13 @@ struct RangeFreedom {
     double reach = 1.0;
 };
 
-/// Notches of an axis of numbers.
+/// Ticks of an axis of numbers.
 struct NumberTicks {
     AxisRange range;
     double step = 1.0;
-    /// The first notch inside the range.
+    /// The first tick inside the range.
     double first = 0.0;
-    /// Minor notches between two major ones.
+    /// Minor ticks between two major ones.
     int minor = 0;
     NumberFormat format = kGeneralFormat;
     int precision = 4;
@@ -37,11 +37,11 @@ struct NumberTicks {
 /// The range with some length in any case: what has none is widened round its value.
 AxisRange WidenEmptyRange(AxisRange range);
 
-/// The notches with the smallest step of 1, 2 or 5 times a power of ten that makes at most mostSteps steps of the
+/// The ticks with the smallest step of 1, 2 or 5 times a power of ten that makes at most mostSteps steps of the
 /// range; step is not below smallestStep.
 NumberTicks MakeNumberTicks(AxisRange data, RangeFreedom freedom, int mostSteps, double smallestStep = 0.0);
 
-/// The label of the number at a notch.
+/// The label of the number at a tick.
 std::string NumberLabel(NumberTicks const& ticks, double value);
 
 /// As MakeNumberTicks, with as many steps as there is room for labels along an x axis of length pixels. width gives
@@ -49,14 +49,14 @@ std::string NumberLabel(NumberTicks const& ticks, double value);
 NumberTicks FitNumberTicks(AxisRange data, RangeFreedom freedom, double smallestStep, int length,
     std::function<int(std::string const&)> const& width);
 
-/// Notches of an axis of dates (days since 30 December 1899).
+/// Ticks of an axis of dates (days since 30 December 1899).
 struct DateTicks {
     AxisRange range;
-    /// A notch at or before the range's start.
+    /// A tick at or before the range's start.
     COleDateTime first;
     int step = 1;
     TimeUnit unit = TimeUnit::Year;
-    /// 0 for no minor notches.
+    /// 0 for no minor ticks.
     int minorStep = 0;
     TimeUnit minorUnit = TimeUnit::Year;
     /// strftime codes of the labels.

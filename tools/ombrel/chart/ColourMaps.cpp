@@ -1,4 +1,4 @@
-#include "tools/ombrel/ColourMaps.h"
+#include "tools/ombrel/chart/ColourMaps.h"
 #include "ombrel/colour/ColourMap.h"
 
 #include <algorithm>

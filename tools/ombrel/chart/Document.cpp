@@ -1,9 +1,9 @@
-#include "tools/ombrel/Document.h"
+#include "tools/ombrel/chart/Document.h"
 #include "ombrel/model/Graph.h"
 #include "ombrel/platform/framework/Archive.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/Output.h"
+#include "tools/ombrel/OutputFile.h"
 
 #include <span>
 

@@ -1,4 +1,4 @@
-#include "tools/ombrel/LegendPlacement.h"
+#include "tools/ombrel/chart/LegendPlacement.h"
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DBarPlot.h"
 #include "ombrel/graph2d/2DClusteredBarPlot.h"

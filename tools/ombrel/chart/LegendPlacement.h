@@ -1,6 +1,6 @@
 #pragma once
-#include "tools/ombrel/Occupancy.h"
-#include "tools/ombrel/Options.h"
+#include "tools/ombrel/chart/Occupancy.h"
+#include "tools/ombrel/options/Options.h"
 
 #include <functional>
 

@@ -1,12 +1,12 @@
-#include "tools/ombrel/Look.h"
+#include "tools/ombrel/chart/Look.h"
 #include "ombrel/colour/ColourMap.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
-#include "tools/ombrel/ColourMaps.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/Utf8.h"
+#include "tools/ombrel/chart/ColourMaps.h"
+#include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
 #include <array>

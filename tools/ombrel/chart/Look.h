@@ -1,6 +1,6 @@
 #pragma once
 #include "ombrel/drawing/2DSymbol.h"
-#include "tools/ombrel/Options.h"
+#include "tools/ombrel/options/Options.h"
 
 #include <string>
 #include <vector>

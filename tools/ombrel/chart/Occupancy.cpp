@@ -1,4 +1,4 @@
-#include "tools/ombrel/Occupancy.h"
+#include "tools/ombrel/chart/Occupancy.h"
 
 #include <algorithm>
 #include <array>

@@ -2,8 +2,8 @@
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/PlotBars.h"
-#include "tools/ombrel/TableFile.h"
+#include "tools/ombrel/chart/PlotBars.h"
+#include "tools/ombrel/commands/TableFile.h"
 
 #include <algorithm>
 

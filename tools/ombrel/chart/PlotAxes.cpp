@@ -1,11 +1,11 @@
-#include "tools/ombrel/PlotAxes.h"
+#include "tools/ombrel/chart/PlotAxes.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/platform/gdi/DC.h"
-#include "tools/ombrel/Categories.h"
-#include "tools/ombrel/TitleCaption.h"
+#include "tools/ombrel/chart/Categories.h"
+#include "tools/ombrel/chart/TitleCaption.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,7 +14,7 @@ namespace ombrel::host {
 
 namespace {
 
-/// Ends of an x axis move to the next notch when that is near, so that curves use the width there is.
+/// Ends of an x axis move to the next tick when that is near, so that curves use the width there is.
 constexpr double kNear = 0.05;
 
 AxisRange RangeOf(AxisWish const& wish)
@@ -99,7 +99,7 @@ void SetDateAxis(CAxes& axes, DateTicks const& ticks)
     axes.SetXDelTimeUnitMinor(ticks.minorUnit);
     axes.SetXLabelDateFormat(CString(ticks.format));
     axes.SetXLabelTimeFormat("");
-    // Minor notches have no labels, but the room for them would be kept.
+    // Minor ticks have no labels, but the room for them would be kept.
     axes.SetXMinorLabelDateFormat("");
     axes.SetXMinorLabelTimeFormat("");
 }
@@ -176,7 +176,7 @@ void LayOutY(CAxes& axes, AxisWish const& y, int length, int fontHeight)
 
 /// Half as long as labels are high, so that the first label of the x axis does not touch the lowest one of the y axis
 /// where they meet.
-void LengthenNotches(CAxes& axes, CRect const& graph)
+void LengthenTicks(CAxes& axes, CRect const& graph)
 {
     constexpr double kUsualPart = 1.0 / 80.0;
     double const usual = std::max(1.0, std::round(std::min(graph.Width(), graph.Height()) * kUsualPart));
@@ -226,7 +226,7 @@ void LayOutAxes(C2DGraph& graph, AxisWish const& x, AxisWish const& y, CRect con
     if (y.logarithmic)
         axes.SetYAxisScaleMode(1);
     Measure(graph, rect, dc);
-    LengthenNotches(axes, rect);
+    LengthenTicks(axes, rect);
     LayOutY(axes, y, graph.GetAxesRect().Height(), axes.GetFontHeight());
     // The y labels decide how much of the width is left.
     Measure(graph, rect, dc);

@@ -1,7 +1,7 @@
 #pragma once
 #include "ombrel/platform/framework/Geometry.h"
-#include "tools/ombrel/AxisLayout.h"
-#include "tools/ombrel/Options.h"
+#include "tools/ombrel/chart/AxisLayout.h"
+#include "tools/ombrel/options/Options.h"
 
 #include <optional>
 #include <string>
@@ -23,7 +23,7 @@ struct AxisWish {
     std::string title;
     bool logarithmic = false;
     bool dates = false;
-    /// Values count something: notches stand at whole numbers.
+    /// Values count something: ticks stand at whole numbers.
     bool counts = false;
     /// Room beyond the data on both sides, data units: for half a bar and half of what is between bars.
     double margin = 0.0;
@@ -36,7 +36,7 @@ struct AxisWish {
 /// Switches the grid on and gives it the lines that are asked for. No upright lines run between bars or words.
 void SetGrid(C2DGraph& graph, GridChoice choice, bool withUprightLines);
 
-/// Chooses ranges, notches and labels of both axes in the graph rectangle, so that labels neither overlap nor are cut
+/// Chooses ranges, ticks and labels of both axes in the graph rectangle, so that labels neither overlap nor are cut
 /// in the window, and lays the graph out; dc is a context like the one it will be drawn on.
 void LayOutAxes(C2DGraph& graph, AxisWish const& x, AxisWish const& y, CRect const& rect, CDC& dc);
 

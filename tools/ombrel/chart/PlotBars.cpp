@@ -1,4 +1,4 @@
-#include "tools/ombrel/PlotBars.h"
+#include "tools/ombrel/chart/PlotBars.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DBarPlot.h"
@@ -7,7 +7,7 @@
 #include "ombrel/graph2d/2DStackedBarPlot.h"
 #include "ombrel/model/LineWidth.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/TableFile.h"
+#include "tools/ombrel/commands/TableFile.h"
 
 #include <algorithm>
 #include <cmath>

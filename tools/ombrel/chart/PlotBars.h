@@ -1,5 +1,5 @@
 #pragma once
-#include "tools/ombrel/SharedColumns.h"
+#include "tools/ombrel/chart/SharedColumns.h"
 
 namespace ombrel {
 class C2DSeriesPlot;

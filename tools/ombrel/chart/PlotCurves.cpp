@@ -1,4 +1,4 @@
-#include "tools/ombrel/PlotCurves.h"
+#include "tools/ombrel/chart/PlotCurves.h"
 #include "ombrel/foundation/GArray.h"
 #include "tools/ombrel/Messages.h"
 

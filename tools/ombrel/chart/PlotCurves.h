@@ -1,7 +1,7 @@
 #pragma once
-#include "tools/ombrel/AxisLayout.h"
-#include "tools/ombrel/Look.h"
-#include "tools/ombrel/PlotSource.h"
+#include "tools/ombrel/chart/AxisLayout.h"
+#include "tools/ombrel/chart/Look.h"
+#include "tools/ombrel/commands/PlotSource.h"
 
 #include <span>
 #include <string>
@@ -41,7 +41,7 @@ struct CurveData {
     std::size_t notPositive = 0;
     /// From one bar's place to the next; half of it belongs beyond the outermost ones. 0 without bars.
     double spacing = 0.0;
-    /// All x values are whole numbers: so are the notches between bars.
+    /// All x values are whole numbers: so are the ticks between bars.
     bool wholeNumbers = false;
     std::vector<PointLabels> labels;
 

@@ -1,7 +1,7 @@
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DErrorBarPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "tools/ombrel/PlotCurves.h"
+#include "tools/ombrel/chart/PlotCurves.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,9 +1,9 @@
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "tools/ombrel/Histogram.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/PlotBars.h"
-#include "tools/ombrel/TableFile.h"
+#include "tools/ombrel/chart/Histogram.h"
+#include "tools/ombrel/chart/PlotBars.h"
+#include "tools/ombrel/commands/TableFile.h"
 
 #include <cmath>
 

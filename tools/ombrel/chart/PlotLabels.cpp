@@ -1,4 +1,4 @@
-#include "tools/ombrel/PlotLabels.h"
+#include "tools/ombrel/chart/PlotLabels.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DLine.h"
@@ -7,7 +7,7 @@
 #include "ombrel/model/LineWidth.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/TableFile.h"
+#include "tools/ombrel/commands/TableFile.h"
 
 #include <algorithm>
 #include <array>

@@ -4,7 +4,7 @@
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DLinePlot.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/PlotCurves.h"
+#include "tools/ombrel/chart/PlotCurves.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "tools/ombrel/SharedColumns.h"
+#include "tools/ombrel/chart/SharedColumns.h"
 #include "ombrel/platform/framework/DateTime.h"
 #include "tools/ombrel/Messages.h"
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "tools/ombrel/PlotCurves.h"
+#include "tools/ombrel/chart/PlotCurves.h"
 
 namespace ombrel::host {
 

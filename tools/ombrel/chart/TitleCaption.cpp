@@ -1,8 +1,8 @@
-#include "tools/ombrel/TitleCaption.h"
+#include "tools/ombrel/chart/TitleCaption.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/graph2d/Axes.h"
-#include "tools/ombrel/LegendPlacement.h"
+#include "tools/ombrel/chart/LegendPlacement.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "tools/ombrel/Look.h"
+#include "tools/ombrel/chart/Look.h"
 
 #include <string>
 #include <vector>

@@ -1,5 +1,5 @@
 #pragma once
-#include "tools/ombrel/Options.h"
+#include "tools/ombrel/options/Options.h"
 
 namespace ombrel::host {
 

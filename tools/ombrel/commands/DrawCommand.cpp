@@ -1,10 +1,10 @@
-#include "tools/ombrel/DrawCommand.h"
+#include "tools/ombrel/commands/DrawCommand.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "tools/ombrel/Document.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/Output.h"
-#include "tools/ombrel/TitleCaption.h"
+#include "tools/ombrel/OutputFile.h"
+#include "tools/ombrel/chart/Document.h"
+#include "tools/ombrel/chart/TitleCaption.h"
 
 namespace ombrel::host {
 

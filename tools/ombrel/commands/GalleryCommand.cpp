@@ -1,8 +1,8 @@
-#include "tools/ombrel/GalleryCommand.h"
-#include "tools/ombrel/GalleryDrawing.h"
-#include "tools/ombrel/GalleryPage.h"
+#include "tools/ombrel/commands/GalleryCommand.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/Options.h"
+#include "tools/ombrel/gallery/Drawing.h"
+#include "tools/ombrel/gallery/Page.h"
+#include "tools/ombrel/options/Options.h"
 
 #include <filesystem>
 

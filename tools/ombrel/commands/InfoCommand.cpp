@@ -1,15 +1,15 @@
-#include "tools/ombrel/InfoCommand.h"
+#include "tools/ombrel/commands/InfoCommand.h"
 #include "ombrel/graph2d/2DCurve.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/model/ItemType.h"
 #include "ombrel/platform/framework/Number.h"
-#include "tools/ombrel/Document.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/Options.h"
-#include "tools/ombrel/TableFile.h"
-#include "tools/ombrel/Utf8.h"
+#include "tools/ombrel/chart/Document.h"
+#include "tools/ombrel/commands/TableFile.h"
+#include "tools/ombrel/options/Options.h"
+#include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,9 @@
-#include "tools/ombrel/PlotSource.h"
+#include "tools/ombrel/commands/PlotSource.h"
 #include "ombrel/foundation/Utils.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/Options.h"
-#include "tools/ombrel/TableFile.h"
+#include "tools/ombrel/commands/TableFile.h"
+#include "tools/ombrel/options/Options.h"
 
 #include <algorithm>
 

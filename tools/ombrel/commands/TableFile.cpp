@@ -1,4 +1,4 @@
-#include "tools/ombrel/TableFile.h"
+#include "tools/ombrel/commands/TableFile.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 

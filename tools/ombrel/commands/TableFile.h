@@ -1,5 +1,5 @@
 #pragma once
-#include "tools/ombrel/TableReader.h"
+#include "tools/ombrel/table/TableReader.h"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "tools/ombrel/GalleryData.h"
+#include "tools/ombrel/gallery/Data.h"
 
 namespace ombrel::host {
 

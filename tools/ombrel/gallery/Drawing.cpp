@@ -1,4 +1,4 @@
-#include "tools/ombrel/GalleryDrawing.h"
+#include "tools/ombrel/gallery/Drawing.h"
 #include "ombrel/graph2d/2DErrorBarPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DGrid.h"
@@ -6,9 +6,9 @@
 #include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/platform/gdi/DC.h"
-#include "tools/ombrel/LegendPlacement.h"
-#include "tools/ombrel/PlotAxes.h"
-#include "tools/ombrel/TitleCaption.h"
+#include "tools/ombrel/chart/LegendPlacement.h"
+#include "tools/ombrel/chart/PlotAxes.h"
+#include "tools/ombrel/chart/TitleCaption.h"
 
 #include <algorithm>
 #include <cassert>

@@ -1,6 +1,6 @@
 #pragma once
-#include "tools/ombrel/GalleryPictures.h"
-#include "tools/ombrel/Output.h"
+#include "tools/ombrel/OutputFile.h"
+#include "tools/ombrel/gallery/Pictures.h"
 
 namespace ombrel::host {
 

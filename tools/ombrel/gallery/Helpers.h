@@ -43,7 +43,7 @@ inline void SetValues(C2DCurve& curve, std::span<double const> values, double fi
 }
 
 /// Names the whole numbers of the x axis from 1 on, which then reaches so far beyond the first and the last.
-inline void NameNotches(C2DGraph& graph, CStringArray const& names, double margin = 0.5)
+inline void NameTicks(C2DGraph& graph, CStringArray const& names, double margin = 0.5)
 {
     CAxes& axes = *graph.GetAxes();
     axes.SetXAxisRangeMode(CAxes::rmFixed);
@@ -59,7 +59,7 @@ inline void NameNotches(C2DGraph& graph, CStringArray const& names, double margi
 
 inline void NameMonths(C2DGraph& graph, double margin = 0.5)
 {
-    NameNotches(graph, { "J", "F", "M", "A", "M", "J", "J", "A", "S", "O", "N", "D" }, margin);
+    NameTicks(graph, { "J", "F", "M", "A", "M", "J", "J", "A", "S", "O", "N", "D" }, margin);
 }
 
 /// Gives a plot of curves that share their x values those of the months.

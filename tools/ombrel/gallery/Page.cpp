@@ -1,7 +1,7 @@
-#include "tools/ombrel/GalleryPage.h"
-#include "tools/ombrel/GalleryDrawing.h"
-#include "tools/ombrel/GallerySources.h"
+#include "tools/ombrel/gallery/Page.h"
 #include "tools/ombrel/Version.h"
+#include "tools/ombrel/gallery/Drawing.h"
+#include "tools/ombrel/gallery/Sources.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,5 +1,5 @@
 #pragma once
-#include "tools/ombrel/GalleryPictures.h"
+#include "tools/ombrel/gallery/Pictures.h"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "tools/ombrel/GalleryPictures.h"
+#include "tools/ombrel/gallery/Pictures.h"
 
 namespace ombrel::host {
 

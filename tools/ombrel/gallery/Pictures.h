@@ -1,6 +1,6 @@
 #pragma once
-#include "tools/ombrel/Look.h"
-#include "tools/ombrel/Options.h"
+#include "tools/ombrel/chart/Look.h"
+#include "tools/ombrel/options/Options.h"
 
 #include <optional>
 #include <span>
@@ -34,7 +34,7 @@ private:
 /// the picture's size afterwards.
 using BuildPicture = void (*)(C2DGraph& graph, PictureLook const& look);
 
-/// Whether ranges and notches are chosen for the picture's size, or stay as the graph itself makes them.
+/// Whether ranges and ticks are chosen for the picture's size, or stay as the graph itself makes them.
 enum class AxesChoice { Fitted, AsBuilt };
 
 struct GalleryPicture {

@@ -1,5 +1,5 @@
-#include "tools/ombrel/GallerySources.h"
-#include "tools/ombrel/GalleryPictures.h"
+#include "tools/ombrel/gallery/Sources.h"
+#include "tools/ombrel/gallery/Pictures.h"
 
 #include <algorithm>
 #include <vector>

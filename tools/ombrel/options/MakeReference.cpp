@@ -1,6 +1,6 @@
 // Writes what is made from the option table: MakeReference DIRECTORY [README] puts the manual page and the completion
 // files into the directory and brings the README's list of options up to date.
-#include "tools/ombrel/Reference.h"
+#include "tools/ombrel/options/Reference.h"
 
 #include <fstream>
 #include <iostream>

@@ -1,6 +1,6 @@
-#include "tools/ombrel/Options.h"
+#include "tools/ombrel/options/Options.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/Utf8.h"
+#include "tools/ombrel/table/Utf8.h"
 
 #include <CLI/CLI.hpp>
 

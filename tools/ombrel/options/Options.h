@@ -1,6 +1,6 @@
 #pragma once
-#include "tools/ombrel/TableCells.h"
-#include "tools/ombrel/TableDialect.h"
+#include "tools/ombrel/table/TableCells.h"
+#include "tools/ombrel/table/TableDialect.h"
 
 #include <optional>
 #include <span>

@@ -1,6 +1,6 @@
-#include "tools/ombrel/PlotChecks.h"
+#include "tools/ombrel/options/PlotChecks.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/Options.h"
+#include "tools/ombrel/options/Options.h"
 
 #include <algorithm>
 #include <initializer_list>

@@ -1,5 +1,5 @@
-#include "tools/ombrel/Reference.h"
-#include "tools/ombrel/Options.h"
+#include "tools/ombrel/options/Reference.h"
+#include "tools/ombrel/options/Options.h"
 
 namespace ombrel::host {
 

@@ -1,4 +1,4 @@
-#include "tools/ombrel/TableDialect.h"
+#include "tools/ombrel/table/TableDialect.h"
 
 #include <algorithm>
 #include <array>

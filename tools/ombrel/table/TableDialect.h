@@ -1,5 +1,5 @@
 #pragma once
-#include "tools/ombrel/TableCells.h"
+#include "tools/ombrel/table/TableCells.h"
 
 #include <cstddef>
 #include <string>

@@ -1,5 +1,5 @@
-#include "tools/ombrel/TableReader.h"
-#include "tools/ombrel/Utf8.h"
+#include "tools/ombrel/table/TableReader.h"
+#include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #pragma once
-#include "tools/ombrel/ColumnValues.h"
-#include "tools/ombrel/TableDialect.h"
+#include "tools/ombrel/table/ColumnValues.h"
+#include "tools/ombrel/table/TableDialect.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "tools/ombrel/Utf8.h"
+#include "tools/ombrel/table/Utf8.h"
 
 #include <cstddef>
 

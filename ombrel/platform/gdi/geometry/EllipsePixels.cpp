@@ -1,4 +1,4 @@
-#include "ombrel/platform/gdi/EllipsePixels.h"
+#include "ombrel/platform/gdi/geometry/EllipsePixels.h"
 
 #include "ombrel/platform/gdi/Coordinates.h"
 

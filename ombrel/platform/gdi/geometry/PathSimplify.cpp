@@ -1,4 +1,4 @@
-#include "ombrel/platform/gdi/PathSimplify.h"
+#include "ombrel/platform/gdi/geometry/PathSimplify.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "ombrel/platform/gdi/PolygonScan.h"
+#include "ombrel/platform/gdi/geometry/PolygonScan.h"
 
 #include "ombrel/platform/gdi/Coordinates.h"
 

@@ -1,6 +1,6 @@
 #include "ombrel/platform/framework/Exception.h"
-#include "ombrel/platform/gdi/PageCanvasInternal.h"
-#include "ombrel/platform/gdi/TextEngineInternal.h"
+#include "ombrel/platform/gdi/page/PageCanvas.h"
+#include "ombrel/platform/gdi/text/Font.h"
 
 #include <algorithm>
 #include <cairo-ft.h>

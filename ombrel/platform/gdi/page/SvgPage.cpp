@@ -1,8 +1,8 @@
-#include "ombrel/platform/gdi/JoinInternal.h"
-#include "ombrel/platform/gdi/PageCanvasInternal.h"
+#include "ombrel/platform/framework/Text.h"
 #include "ombrel/platform/gdi/PngEncoder.h"
-#include "ombrel/platform/gdi/SvgPathInternal.h"
-#include "ombrel/platform/gdi/TextEngineInternal.h"
+#include "ombrel/platform/gdi/page/PageCanvas.h"
+#include "ombrel/platform/gdi/page/SvgPath.h"
+#include "ombrel/platform/gdi/text/Font.h"
 
 #include <algorithm>
 #include <map>

@@ -1,4 +1,4 @@
-#include "ombrel/platform/gdi/SvgPathInternal.h"
+#include "ombrel/platform/gdi/page/SvgPath.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,5 +1,5 @@
 #pragma once
-#include "ombrel/platform/gdi/PageCanvasInternal.h"
+#include "ombrel/platform/gdi/page/PageCanvas.h"
 
 #include <string>
 

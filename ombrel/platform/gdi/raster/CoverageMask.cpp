@@ -1,4 +1,4 @@
-#include "ombrel/platform/gdi/CoverageMask.h"
+#include "ombrel/platform/gdi/raster/CoverageMask.h"
 
 #include <cstring>
 #include <limits>

@@ -1,6 +1,6 @@
 #pragma once
-#include "ombrel/platform/gdi/LinePixels.h"
-#include "ombrel/platform/gdi/RasterCanvas.h"
+#include "ombrel/platform/gdi/geometry/LinePixels.h"
+#include "ombrel/platform/gdi/raster/RasterCanvas.h"
 
 #include <cstdint>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "ombrel/platform/gdi/DashStrip.h"
+#include "ombrel/platform/gdi/raster/DashStrip.h"
 
 #include <cstring>
 

@@ -1,4 +1,4 @@
-#include "ombrel/platform/gdi/PolygonMask.h"
+#include "ombrel/platform/gdi/raster/PolygonMask.h"
 
 #include "ombrel/platform/gdi/Coordinates.h"
 

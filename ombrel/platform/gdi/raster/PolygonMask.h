@@ -1,5 +1,5 @@
 #pragma once
-#include "ombrel/platform/gdi/CoverageMask.h"
+#include "ombrel/platform/gdi/raster/CoverageMask.h"
 
 #include <span>
 

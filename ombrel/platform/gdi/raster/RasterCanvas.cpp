@@ -1,4 +1,4 @@
-#include "ombrel/platform/gdi/RasterCanvas.h"
+#include "ombrel/platform/gdi/raster/RasterCanvas.h"
 
 #include "ombrel/platform/gdi/Coordinates.h"
 

@@ -1,5 +1,5 @@
 #include "ombrel/platform/gdi/Coordinates.h"
-#include "ombrel/platform/gdi/RasterSurface.h"
+#include "ombrel/platform/gdi/raster/RasterSurface.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -1,7 +1,7 @@
-#include "ombrel/platform/gdi/RasterLines.h"
+#include "ombrel/platform/gdi/raster/RasterLines.h"
 
-#include "ombrel/platform/gdi/DashStrip.h"
-#include "ombrel/platform/gdi/RasterSurface.h"
+#include "ombrel/platform/gdi/raster/DashStrip.h"
+#include "ombrel/platform/gdi/raster/RasterSurface.h"
 
 #include <array>
 

@@ -1,8 +1,8 @@
 #pragma once
-#include "ombrel/platform/gdi/CoverageMask.h"
-#include "ombrel/platform/gdi/DashPattern.h"
-#include "ombrel/platform/gdi/LinePixels.h"
-#include "ombrel/platform/gdi/RasterCanvas.h"
+#include "ombrel/platform/gdi/geometry/DashPattern.h"
+#include "ombrel/platform/gdi/geometry/LinePixels.h"
+#include "ombrel/platform/gdi/raster/CoverageMask.h"
+#include "ombrel/platform/gdi/raster/RasterCanvas.h"
 
 #include <optional>
 

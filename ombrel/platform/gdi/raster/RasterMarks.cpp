@@ -1,7 +1,7 @@
 #include "ombrel/platform/gdi/Coordinates.h"
-#include "ombrel/platform/gdi/RasterCanvas.h"
-#include "ombrel/platform/gdi/RasterSurface.h"
 #include "ombrel/platform/gdi/RecordingSurface.h"
+#include "ombrel/platform/gdi/raster/RasterCanvas.h"
+#include "ombrel/platform/gdi/raster/RasterSurface.h"
 
 #include <algorithm>
 #include <array>

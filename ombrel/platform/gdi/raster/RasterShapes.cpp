@@ -1,10 +1,10 @@
 #include "ombrel/platform/gdi/Coordinates.h"
-#include "ombrel/platform/gdi/DashStrip.h"
-#include "ombrel/platform/gdi/EllipsePixels.h"
-#include "ombrel/platform/gdi/PolygonScan.h"
-#include "ombrel/platform/gdi/RasterLines.h"
-#include "ombrel/platform/gdi/RasterSurface.h"
-#include "ombrel/platform/gdi/StrokeBands.h"
+#include "ombrel/platform/gdi/geometry/EllipsePixels.h"
+#include "ombrel/platform/gdi/geometry/PolygonScan.h"
+#include "ombrel/platform/gdi/raster/DashStrip.h"
+#include "ombrel/platform/gdi/raster/RasterLines.h"
+#include "ombrel/platform/gdi/raster/RasterSurface.h"
+#include "ombrel/platform/gdi/raster/StrokeBands.h"
 
 #include <array>
 #include <cmath>

@@ -1,8 +1,8 @@
-#include "ombrel/platform/gdi/DashStrip.h"
-#include "ombrel/platform/gdi/RasterLines.h"
-#include "ombrel/platform/gdi/RasterSurface.h"
-#include "ombrel/platform/gdi/StrokeBands.h"
-#include "ombrel/platform/gdi/StrokeCorner.h"
+#include "ombrel/platform/gdi/raster/DashStrip.h"
+#include "ombrel/platform/gdi/raster/RasterLines.h"
+#include "ombrel/platform/gdi/raster/RasterSurface.h"
+#include "ombrel/platform/gdi/raster/StrokeBands.h"
+#include "ombrel/platform/gdi/raster/StrokeCorner.h"
 
 #include <cmath>
 

@@ -1,10 +1,10 @@
-#include "ombrel/platform/gdi/RasterSurface.h"
+#include "ombrel/platform/gdi/raster/RasterSurface.h"
 
 #include "ombrel/platform/gdi/Coordinates.h"
-#include "ombrel/platform/gdi/HatchPatterns.h"
-#include "ombrel/platform/gdi/PolygonMask.h"
-#include "ombrel/platform/gdi/PolygonScan.h"
-#include "ombrel/platform/gdi/TextEngine.h"
+#include "ombrel/platform/gdi/geometry/PolygonScan.h"
+#include "ombrel/platform/gdi/raster/HatchPatterns.h"
+#include "ombrel/platform/gdi/raster/PolygonMask.h"
+#include "ombrel/platform/gdi/text/TextEngine.h"
 
 namespace ombrel {
 

@@ -1,6 +1,6 @@
 #pragma once
-#include "ombrel/platform/gdi/CoverageMask.h"
 #include "ombrel/platform/gdi/Surface.h"
+#include "ombrel/platform/gdi/raster/CoverageMask.h"
 
 #include <memory>
 

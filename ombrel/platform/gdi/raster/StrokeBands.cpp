@@ -1,7 +1,7 @@
-#include "ombrel/platform/gdi/StrokeBands.h"
+#include "ombrel/platform/gdi/raster/StrokeBands.h"
 
-#include "ombrel/platform/gdi/DashStrip.h"
-#include "ombrel/platform/gdi/StrokeCorner.h"
+#include "ombrel/platform/gdi/raster/DashStrip.h"
+#include "ombrel/platform/gdi/raster/StrokeCorner.h"
 
 #include <limits>
 #include <span>

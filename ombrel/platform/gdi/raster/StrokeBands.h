@@ -1,6 +1,6 @@
 #pragma once
-#include "ombrel/platform/gdi/CoverageMask.h"
-#include "ombrel/platform/gdi/DashPattern.h"
+#include "ombrel/platform/gdi/geometry/DashPattern.h"
+#include "ombrel/platform/gdi/raster/CoverageMask.h"
 
 #include <cmath>
 

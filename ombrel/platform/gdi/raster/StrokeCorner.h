@@ -1,5 +1,5 @@
 #pragma once
-#include "ombrel/platform/gdi/StrokeBands.h"
+#include "ombrel/platform/gdi/raster/StrokeBands.h"
 
 namespace ombrel {
 

@@ -1,6 +1,6 @@
-#include "ombrel/platform/gdi/TextEngine.h"
+#include "ombrel/platform/gdi/text/TextEngine.h"
 
-#include "ombrel/platform/gdi/TextEngineInternal.h"
+#include "ombrel/platform/gdi/text/Font.h"
 
 #include <algorithm>
 #include <fontconfig/fontconfig.h>

@@ -1,5 +1,5 @@
 #include "ombrel/platform/gdi/Coordinates.h"
-#include "ombrel/platform/gdi/TextEngineInternal.h"
+#include "ombrel/platform/gdi/text/Font.h"
 
 #include <algorithm>
 #include <ft2build.h>

@@ -1,4 +1,4 @@
-#include "ombrel/platform/gdi/TextEngineInternal.h"
+#include "ombrel/platform/gdi/text/Font.h"
 
 #include <algorithm>
 #include <cmath>

@@ -5,9 +5,9 @@
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DTextPlot.h"
 #include "ombrel/graph2d/Axes.h"
-#include "tools/ombrel/GalleryData.h"
-#include "tools/ombrel/GalleryHelpers.h"
-#include "tools/ombrel/GalleryPictures.h"
+#include "tools/ombrel/gallery/Data.h"
+#include "tools/ombrel/gallery/Helpers.h"
+#include "tools/ombrel/gallery/Pictures.h"
 
 #include <cmath>
 

@@ -1,11 +1,11 @@
+#include "ombrel/graph2d/Axes.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
-#include "ombrel/graph2d/Axes.h"
-#include "tools/ombrel/GalleryData.h"
-#include "tools/ombrel/GalleryHelpers.h"
-#include "tools/ombrel/GalleryPictures.h"
+#include "tools/ombrel/gallery/Data.h"
+#include "tools/ombrel/gallery/Helpers.h"
+#include "tools/ombrel/gallery/Pictures.h"
 
 #include <cmath>
 #include <numbers>
@@ -179,7 +179,7 @@ void CrossingAxes(C2DGraph& graph, PictureLook const& look)
     Sample(line, -3, 3, 301, [](double x) { return x * x * x - 4 * x; });
 }
 
-void NamedNotches(C2DGraph& graph, PictureLook const& look)
+void NamedTicks(C2DGraph& graph, PictureLook const& look)
 {
     CStringArray names;
     auto& line = AddCurve<C2DLine>(*graph.AddPlot(it2DLinePlot), "days", look.Colour(2));
@@ -195,12 +195,12 @@ void NamedNotches(C2DGraph& graph, PictureLook const& look)
         line.SetAt(i, { i + 1.0, kind.days[0] });
         names.Add(kind.name);
     }
-    NameNotches(graph, names);
+    NameTicks(graph, names);
     graph.GetAxes()->SetLabelsHorizontal(0);
     graph.GetAxes()->SetYAxisTitle("days in January");
 }
 
-void PlainNotches(C2DGraph& graph, PictureLook const& look)
+void PlainTicks(C2DGraph& graph, PictureLook const& look)
 {
     CAxes& axes = *graph.GetAxes();
     // Four divisions of the range instead of a tidy step.
@@ -233,7 +233,7 @@ void NoAxes(C2DGraph& graph, PictureLook const& look)
 }
 
 constexpr GalleryPicture kPictures[] {
-    { "grid-major", "Grids", "Major lines", "Solid grid lines at the notches.", OMBREL_PICTURE(MajorGrid) },
+    { "grid-major", "Grids", "Major lines", "Solid grid lines at the ticks.", OMBREL_PICTURE(MajorGrid) },
     { "grid-minor", "Grids", "Major and minor lines", "Solid major lines and dotted minor ones.",
         OMBREL_PICTURE(MinorGrid) },
     { "grid-free", "Grids", "Free lines",
@@ -248,11 +248,11 @@ constexpr GalleryPicture kPictures[] {
         OMBREL_PICTURE(DoublyLogarithmicGrid) },
     { "grid-polar", "Grids", "A polar grid", "A cardioid and a rose of four petals.", OMBREL_PICTURE(PolarGrid) },
     { "axes-crossing", "Axes", "Crossing axes", "The axes cross where both are zero.", OMBREL_PICTURE(CrossingAxes) },
-    { "axes-names", "Axes", "Names at notches", "Texts instead of numbers, turned upright.",
-        OMBREL_PICTURE(NamedNotches), AxesChoice::AsBuilt },
+    { "axes-names", "Axes", "Names at ticks", "Texts instead of numbers, turned upright.", OMBREL_PICTURE(NamedTicks),
+        AxesChoice::AsBuilt },
     { "axes-divisions", "Axes", "Divisions and formats",
         "Equal divisions of just the data's range; labels with three decimals, and with metric prefixes.",
-        OMBREL_PICTURE(PlainNotches), AxesChoice::AsBuilt },
+        OMBREL_PICTURE(PlainTicks), AxesChoice::AsBuilt },
     { "axes-none", "Axes", "No axes", "A curve alone, as it stands in a line of text.", OMBREL_PICTURE(NoAxes) },
 };
 

@@ -5,9 +5,9 @@
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DStackedBarPlot.h"
 #include "ombrel/graph2d/Axes.h"
-#include "tools/ombrel/GalleryData.h"
-#include "tools/ombrel/GalleryHelpers.h"
-#include "tools/ombrel/GalleryPictures.h"
+#include "tools/ombrel/gallery/Data.h"
+#include "tools/ombrel/gallery/Helpers.h"
+#include "tools/ombrel/gallery/Pictures.h"
 
 #include <cmath>
 
@@ -79,7 +79,7 @@ void HatchedBars(C2DGraph& graph, PictureLook const& look)
         bar.SetAt(0, { i + 1.0, days });
         names.Add(kind.name);
     }
-    NameNotches(graph, names);
+    NameTicks(graph, names);
     graph.GetAxes()->SetYAxisTitle("days");
 }
 

@@ -4,9 +4,9 @@
 #include "ombrel/graph2d/2DLinePlot.h"
 #include "ombrel/graph2d/2DLineSeriesPlot.h"
 #include "ombrel/graph2d/Axes.h"
-#include "tools/ombrel/GalleryData.h"
-#include "tools/ombrel/GalleryHelpers.h"
-#include "tools/ombrel/GalleryPictures.h"
+#include "tools/ombrel/gallery/Data.h"
+#include "tools/ombrel/gallery/Helpers.h"
+#include "tools/ombrel/gallery/Pictures.h"
 
 #include <cmath>
 #include <numbers>

@@ -1,5 +1,5 @@
 #pragma once
-#include "ombrel/platform/gdi/RasterCanvas.h"
+#include "ombrel/platform/gdi/raster/RasterCanvas.h"
 
 #include <array>
 #include <cstdint>
