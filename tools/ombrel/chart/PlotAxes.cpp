@@ -17,29 +17,29 @@ namespace {
 /// Ends of an x axis move to the next tick when that is near, so that curves use the width there is.
 constexpr double kNear = 0.05;
 
-AxisRange RangeOf(AxisWish const& wish)
+AxisRange RangeOf(PlotAxisSettings const& settings)
 {
-    AxisRange range = wish.data;
+    AxisRange range = settings.data;
     if (range.min > range.max)
         range = { 0.0, 1.0 };
-    range = { range.min - wish.margin, range.max + wish.margin };
-    if (wish.headroom && range.max > 0.0)
+    range = { range.min - settings.margin, range.max + settings.margin };
+    if (settings.headroom && range.max > 0.0)
         range.max += 0.02 * (range.max - range.min);
-    if (wish.min)
-        range.min = *wish.min;
-    if (wish.max)
-        range.max = *wish.max;
+    if (settings.min)
+        range.min = *settings.min;
+    if (settings.max)
+        range.max = *settings.max;
     // One end given, and all data beyond it: the other end follows.
     if (range.min > range.max)
-        (wish.min ? range.max : range.min) = wish.min ? range.min : range.max;
-    if (wish.dates && range.min == range.max)
+        (settings.min ? range.max : range.min) = settings.min ? range.min : range.max;
+    if (settings.dates && range.min == range.max)
         return { range.min - 0.5, range.max + 0.5 };
     return WidenEmptyRange(range);
 }
 
-RangeFreedom FreedomOf(AxisWish const& wish, double reach)
+RangeFreedom FreedomOf(PlotAxisSettings const& settings, double reach)
 {
-    return { wish.min.has_value(), wish.max.has_value(), reach };
+    return { settings.min.has_value(), settings.max.has_value(), reach };
 }
 
 /// The sizes that labels have in the picture.
@@ -122,7 +122,7 @@ std::string TitleWithCommon(std::string const& title, DateTicks const& ticks)
     return title.empty() ? text : title + " (" + text + ")";
 }
 
-void LayOutWords(CAxes& axes, AxisWish const& x, CSize area, LabelMeasure const& measure)
+void LayOutWords(CAxes& axes, PlotAxisSettings const& x, CSize area, LabelMeasure const& measure)
 {
     auto const width = [&measure](std::string const& text) { return measure.Width(text); };
     WordLabels const labels = FitWords(x.words, area.cx, area.cy / 3, measure.Height(), width);
@@ -141,7 +141,7 @@ void LayOutWords(CAxes& axes, AxisWish const& x, CSize area, LabelMeasure const&
     axes.SetLabelsHorizontal(labels.upright ? 0 : 1);
 }
 
-void LayOutX(CAxes& axes, AxisWish const& x, CSize area, LabelMeasure const& measure)
+void LayOutX(CAxes& axes, PlotAxisSettings const& x, CSize area, LabelMeasure const& measure)
 {
     auto const width = [&measure](std::string const& text) { return measure.Width(text); };
     RangeFreedom const freedom = FreedomOf(x, kNear);
@@ -158,7 +158,7 @@ void LayOutX(CAxes& axes, AxisWish const& x, CSize area, LabelMeasure const& mea
     }
 }
 
-void LayOutY(CAxes& axes, AxisWish const& y, int length, int fontHeight)
+void LayOutY(CAxes& axes, PlotAxisSettings const& y, int length, int fontHeight)
 {
     constexpr int kMostSteps = 8;
     if (y.logarithmic)
@@ -216,7 +216,7 @@ CRect GraphRectIn(C2DGraph& graph, CRect const& window, CDC& dc)
     return CRect(window.left + margin, window.top + top, window.right - margin, window.bottom - margin);
 }
 
-void LayOutAxes(C2DGraph& graph, AxisWish const& x, AxisWish const& y, CRect const& rect, CDC& dc)
+void LayOutAxes(C2DGraph& graph, PlotAxisSettings const& x, PlotAxisSettings const& y, CRect const& rect, CDC& dc)
 {
     CAxes& axes = *graph.GetAxes();
     axes.SetXAxisTitle(CString(x.title));

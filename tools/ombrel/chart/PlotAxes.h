@@ -15,7 +15,7 @@ class CDC;
 namespace ombrel::host {
 
 /// What is known of one axis before it is laid out.
-struct AxisWish {
+struct PlotAxisSettings {
     /// The data's range; min > max without data.
     AxisRange data { 0.0, -1.0 };
     std::optional<double> min;
@@ -38,7 +38,7 @@ void SetGrid(C2DGraph& graph, GridChoice choice, bool withUprightLines);
 
 /// Chooses ranges, ticks and labels of both axes in the graph rectangle, so that labels neither overlap nor are cut
 /// in the window, and lays the graph out; dc is a context like the one it will be drawn on.
-void LayOutAxes(C2DGraph& graph, AxisWish const& x, AxisWish const& y, CRect const& rect, CDC& dc);
+void LayOutAxes(C2DGraph& graph, PlotAxisSettings const& x, PlotAxisSettings const& y, CRect const& rect, CDC& dc);
 
 /// Likewise a graph with a polar grid: a square plotting area in the middle of the rectangle, with room for the labels
 /// round it.

@@ -114,31 +114,31 @@ void PlaceTitle(C2DGraph& graph, CDC& dc)
     caption->SetOn(fits);
 }
 
-void AddCaptions(C2DGraph& graph, std::vector<CaptionWish> const& wishes, Look const& look)
+void AddCaptions(C2DGraph& graph, std::vector<CaptionSettings> const& settings, Look const& look)
 {
-    for (CaptionWish const& wish : wishes)
-        AddCaption(graph, CString(wish.text), CCaption::ctGeneral, look);
+    for (CaptionSettings const& one : settings)
+        AddCaption(graph, CString(one.text), CCaption::ctGeneral, look);
 }
 
-void PlaceCaptions(C2DGraph& graph, std::vector<CaptionWish> const& wishes, CDC& dc)
+void PlaceCaptions(C2DGraph& graph, std::vector<CaptionSettings> const& settings, CDC& dc)
 {
     CRect const window = graph.GetWindowRect();
     CRect const axes = graph.GetAxesRect();
     CCaptionArray const& captions = *graph.GetCaptionArray();
     std::size_t next = 0;
-    for (int i = 0; i < captions.GetSize() && next < wishes.size(); ++i) {
+    for (int i = 0; i < captions.GetSize() && next < settings.size(); ++i) {
         CCaption& caption = *captions.GetAt(i);
         if (caption.GetTitleType() == kGraphTitle)
             continue;
-        CaptionWish const& wish = wishes[next++];
+        CaptionSettings const& one = settings[next++];
         SetReadableFont(caption, graph, dc);
         CSize const size = caption.Measure(&dc);
-        auto const inside = [](double wished, LONG first, LONG last) {
-            return static_cast<int>(std::max<double>(first, std::min<double>(wished, last)));
+        auto const inside = [](double wanted, LONG first, LONG last) {
+            return static_cast<int>(std::max<double>(first, std::min<double>(wanted, last)));
         };
         MoveTo(caption, graph,
-            CPoint(inside(axes.left + wish.x * axes.Width(), window.left, window.right - size.cx),
-                inside(axes.top + wish.y * axes.Height(), window.top, window.bottom - size.cy)));
+            CPoint(inside(axes.left + one.x * axes.Width(), window.left, window.right - size.cx),
+                inside(axes.top + one.y * axes.Height(), window.top, window.bottom - size.cy)));
     }
 }
 

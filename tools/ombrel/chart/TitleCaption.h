@@ -25,11 +25,11 @@ CCaption* FindTitle(C2DGraph& graph);
 void PlaceTitle(C2DGraph& graph, CDC& dc);
 
 /// Adds captions without frames, for PlaceCaptions.
-void AddCaptions(C2DGraph& graph, std::vector<CaptionWish> const& wishes, Look const& look);
+void AddCaptions(C2DGraph& graph, std::vector<CaptionSettings> const& settings, Look const& look);
 
-/// Puts the captions where they are wished, but inside the window. The graph must have been laid out for a context like
+/// Puts the captions where they are wanted, but inside the window. The graph must have been laid out for a context like
 /// dc.
-void PlaceCaptions(C2DGraph& graph, std::vector<CaptionWish> const& wishes, CDC& dc);
+void PlaceCaptions(C2DGraph& graph, std::vector<CaptionSettings> const& settings, CDC& dc);
 
 /// Moves the legend and captions that reach beyond the window they were last drawn in back into it, for a draw of the
 /// same size: in a picture of another shape they would be cut.

@@ -41,7 +41,8 @@ std::optional<double> ParseEnd(std::string const& text, bool dates, std::optiona
 }
 
 /// A:B, where A and B may themselves hold colons, as times do.
-void ApplyRange(AxisWish& axis, std::optional<std::string> const& text, Options const& options, char const* option)
+void ApplyRange(
+    PlotAxisSettings& axis, std::optional<std::string> const& text, Options const& options, char const* option)
 {
     if (!text)
         return;
@@ -189,9 +190,9 @@ std::string MeasureOf(Options const& options)
     return options.normalised ? "share" : "";
 }
 
-AxisWish XWish(Options const& options, std::vector<PlotSource> const& sources)
+PlotAxisSettings XSettings(Options const& options, std::vector<PlotSource> const& sources)
 {
-    AxisWish x;
+    PlotAxisSettings x;
     x.words = WordsAlongX(sources);
     x.dates = CheckDates(sources, options);
     x.logarithmic = options.xLog;
@@ -207,9 +208,9 @@ AxisWish XWish(Options const& options, std::vector<PlotSource> const& sources)
     return x;
 }
 
-AxisWish YWish(Options const& options, std::vector<PlotSource> const& sources)
+PlotAxisSettings YSettings(Options const& options, std::vector<PlotSource> const& sources)
 {
-    AxisWish y;
+    PlotAxisSettings y;
     y.logarithmic = options.yLog;
     y.counts = options.kind == PlotKind::Histogram;
     std::size_t const curves = CountCurves(sources);
@@ -222,7 +223,7 @@ AxisWish YWish(Options const& options, std::vector<PlotSource> const& sources)
 }
 
 /// What the curves turned out to hold.
-void TakeOver(AxisWish& x, AxisWish& y, CurveData const& data, Options const& options)
+void TakeOver(PlotAxisSettings& x, PlotAxisSettings& y, CurveData const& data, Options const& options)
 {
     x.data = data.x;
     y.data = data.y;
@@ -251,8 +252,8 @@ void CheckData(CurveData const& data, Options const& options, std::string const&
 }
 
 /// Lays out axes, and on them what keeps its distance from the curves.
-void LayOut(C2DGraph& graph, Options const& options, AxisWish const& x, AxisWish const& y, CurveData const& data,
-    std::size_t curves, Look const& look, CDC& dc, Messages const& messages)
+void LayOut(C2DGraph& graph, Options const& options, PlotAxisSettings const& x, PlotAxisSettings const& y,
+    CurveData const& data, std::size_t curves, Look const& look, CDC& dc, Messages const& messages)
 {
     auto const layOut = [&](CRect const& rect) {
         if (options.polar)
@@ -280,8 +281,8 @@ void RunPlot(Options const& options, std::vector<std::unique_ptr<InputFile>>& fi
     target.title = OneLine(options.title);
     CheckPaths(options, target);
     std::vector<PlotSource> sources = ReadSources(options, files, messages);
-    AxisWish x = XWish(options, sources);
-    AxisWish y = YWish(options, sources);
+    PlotAxisSettings x = XSettings(options, sources);
+    PlotAxisSettings y = YSettings(options, sources);
 
     C2DGraph graph(1);
     Look const look = options.polar ? PolarLookOf(options.theme) : LookOf(options.theme);

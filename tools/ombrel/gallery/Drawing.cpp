@@ -121,8 +121,8 @@ private:
     AxesChoice m_choice;
     CRect m_window;
     CDC& m_dc;
-    AxisWish m_x;
-    AxisWish m_y;
+    PlotAxisSettings m_x;
+    PlotAxisSettings m_y;
     AxisRange m_wordsRange;
     CRect m_whole;
 };

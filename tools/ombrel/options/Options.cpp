@@ -75,7 +75,7 @@ int ParseBins(OptionEntry const& option, std::string const& value)
 }
 
 /// TEXT@X,Y, where TEXT may itself hold an @.
-CaptionWish ParseCaption(OptionEntry const& option, std::string const& value)
+CaptionSettings ParseCaption(OptionEntry const& option, std::string const& value)
 {
     std::size_t const at = value.rfind('@');
     std::size_t const comma = value.rfind(',');

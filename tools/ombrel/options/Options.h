@@ -96,7 +96,7 @@ enum class LegendPlace { Auto, Off, TopLeft, TopRight, BottomLeft, BottomRight }
 enum class Theme { Light, Dark, Print };
 
 /// A text over the graph, with its top-left corner at fractions of the plotting area: (0, 0) is its top left.
-struct CaptionWish {
+struct CaptionSettings {
     std::string text;
     double x = 0.0;
     double y = 0.0;
@@ -156,7 +156,7 @@ struct Options {
     bool radians = false;
     GridChoice grid = GridChoice::Major;
     LegendPlace legend = LegendPlace::Auto;
-    std::vector<CaptionWish> captions;
+    std::vector<CaptionSettings> captions;
     /// Empty for the palette that the theme prefers.
     std::string palette;
     Theme theme = Theme::Light;
