@@ -222,8 +222,11 @@ void CAxes::UpdateRange(AxisType type)
         GetLogRange(type, min, max);
     else
         GetRange(type, Axis(type).rangeMode, min, max);
-    if (type == atX && !logarithmic && m_dates.alignRefDate)
+    if (type == atX && !logarithmic && m_dates.alignRefDate) {
         m_dates.tickMin = COleDateTime(min);
+        // A date also where the minimum lies beyond the calendar: what is stored says so, too.
+        m_dates.tickMin.SetStatus(COleDateTime::valid);
+    }
     SetRange(type, min, max);
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 bool IsUsable(GridRange range)
 {
-    return std::isfinite(range.min) && std::isfinite(range.max) && range.min < range.max
+    return std::isfinite(range.min) && std::isfinite(range.max) && range.min != range.max
         && std::isfinite(range.max - range.min);
 }
 
@@ -46,23 +46,17 @@ std::vector<double> DivisionLines(GridDirection const& direction, GridRange rang
 
 namespace {
 
-/// The parts of the steps whose starts in the range are majors, and of the step before them.
-std::vector<double> StepParts(GridDirection const& direction, GridRange range, std::vector<double> const& majors)
+/// The minor lines: parts of the steps whose starts in the range are majors, and of the step before them.
+std::vector<double> PartLines(GridDirection const& direction, GridRange range, std::vector<double> const& majors)
 {
     double const step = direction.lineDel;
     int const parts = direction.minorDivisions;
     std::vector<double> lines;
     if (parts < 2 || MinorCount(static_cast<double>(majors.size()) + 1.0, parts) > kMaxTicks)
         return lines;
-    double const part = step / parts;
-    // Parts within rounding of an end are that end.
-    double const slack = part * 1e-9;
     auto const addParts = [&](double from) {
-        for (int k = 1; k < parts; ++k) {
-            double const v = from + k * part;
-            if (v >= range.min - slack && v <= range.max + slack)
-                lines.push_back(std::clamp(v, range.min, range.max));
-        }
+        std::vector<double> const between = StepParts(from, step, parts, range.min, range.max);
+        lines.insert(lines.end(), between.begin(), between.end());
     };
     addParts(majors.empty() ? direction.lineMin + std::floor((range.min - direction.lineMin) / step) * step
                             : majors.front() - step);
@@ -81,7 +75,7 @@ std::vector<double> StepLines(GridDirection const& direction, GridRange range, G
         return {};
     std::vector<double> lines = StepPositionsWithin(direction.lineMin, step, range.min, range.max);
     if (type == ttMinor)
-        return StepParts(direction, range, lines);
+        return PartLines(direction, range, lines);
     if (closing == ClosingLine::AtMaximum && (lines.empty() || lines.back() != range.max))
         lines.push_back(range.max);
     return lines;
@@ -89,7 +83,8 @@ std::vector<double> StepLines(GridDirection const& direction, GridRange range, G
 
 std::vector<double> DateLines(DateTickSettings const& dates, GridRange range, GridTickType type)
 {
-    if (!IsUsable(range) || !CVUtils::IsValidDate(range.min) || !CVUtils::IsValidDate(range.max))
+    if (!IsUsable(range) || range.min > range.max || !CVUtils::IsValidDate(range.min)
+        || !CVUtils::IsValidDate(range.max))
         return {};
     std::vector<double> lines = DateStepPositions(dates, range.min, range.max);
     if (type == ttMinor)
@@ -102,7 +97,7 @@ std::vector<double> DecadeLines(GridRange range, GridTickType type)
 {
     constexpr int kLinesPerDecade = 9;
     std::vector<double> lines;
-    if (!IsUsable(range) || (range.max - range.min + 1.0) * kLinesPerDecade > kMaxTicks)
+    if (!IsUsable(range) || range.min > range.max || (range.max - range.min + 1.0) * kLinesPerDecade > kMaxTicks)
         return lines;
     double const lowest = std::floor(range.min);
     double const decades = std::floor(range.max) - lowest + 1.0;

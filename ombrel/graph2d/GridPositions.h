@@ -42,10 +42,11 @@ struct GridRange {
 /// Whether a line at the maximum closes the grid when no step falls there.
 enum class ClosingLine { None, AtMaximum };
 
-// Each function below gives the positions of the lines of one pass, ascending. Ranges that are not finite or not
-// ascending have none.
+// Each function below gives the positions of the lines of one pass, from the minimum on. Ranges that are not finite or
+// have no length have none; in a reversed range, whose minimum is above its maximum, there are no steps, dates and
+// decades.
 
-/// Equal divisions of the range: the ends with the major lines, and the minor lines between.
+/// Equal divisions of the range, reversed or not: the ends with the major lines, and the minor lines between.
 OMBREL_EXPORT std::vector<double> DivisionLines(GridDirection const& direction, GridRange range, GridTickType type);
 
 /// lineMin ± n · lineDel in the range, and the parts of these steps in the range. Only major lines have a closing line.

@@ -358,6 +358,23 @@ TEST_F(AxesDraw, RangesFollowTheDataAsTheRangeModeSays)
     }
 }
 
+TEST_F(AxesDraw, TheReferenceDateIsTheValidMinimumWhateverItsStatusWas)
+{
+    COleDateTime none;
+    none.SetStatus(COleDateTime::null);
+    for (double const min : { 40000.25, -1e7, 4e6 }) {
+        m_axes.SetXAxisRange(min, 5e6);
+        m_axes.SetXTickMinTime(none);
+        m_axes.SetAlignRefDate(0);
+        m_axes.UpdateGraphParameters();
+        EXPECT_EQ(m_axes.GetXTickMinTime().GetStatus(), COleDateTime::null);
+        m_axes.SetAlignRefDate(1);
+        m_axes.UpdateGraphParameters();
+        EXPECT_EQ(m_axes.GetXTickMinTime().GetStatus(), COleDateTime::valid);
+        EXPECT_EQ(m_axes.GetXTickMinTime().GetValue(), min);
+    }
+}
+
 TEST_F(AxesDraw, LogarithmicRangesAreWholeDecadesAndAtLeastOne)
 {
     struct Case {

@@ -173,6 +173,12 @@ TEST(AxesTicks, StepMinorsLieBetweenMajorsOnlyAndInTheTickRange)
     axis = StepAxis(10, 12, 8, 1.5);
     EXPECT_THAT(Minors(axis), ElementsAre(10.25, 10.625));
     EXPECT_THAT(Majors(axis), ElementsAre(11));
+    axis = StepAxis(1, 2, 0, 0.3);
+    axis.numMinorTicks = 2;
+    EXPECT_THAT(Minors(axis), Pointwise(NearTo(1e-12), { 1.0, 1.1, 1.3, 1.4, 1.6, 1.7 }))
+        << "also the one that rounding puts just below the range";
+    axis.tickRangeMax = 1.5;
+    EXPECT_THAT(Minors(axis), Pointwise(NearTo(1e-12), { 1.0, 1.1, 1.3, 1.4 })) << "none after the last major tick";
 }
 
 TEST(AxesTicks, UnreasonableCountsGiveNoTicks)

@@ -12,6 +12,14 @@ namespace {
 /// Relative to a step: positions that close are one and the same but for rounding.
 constexpr double kStepSlack = 1e-9;
 
+/// The position, or the end of the range that it lies so near to.
+double MeetEnds(double v, double slack, double lo, double hi)
+{
+    if (std::fabs(v - hi) <= slack)
+        return hi;
+    return std::fabs(v - lo) <= slack ? lo : v;
+}
+
 /// Where a sequence of steps starts when none lies on the lower end of the range.
 enum class FirstStep { BelowRange, InRange };
 
@@ -44,14 +52,8 @@ std::vector<double> UniformPositions(double start, double step, double lo, doubl
     if (!(count >= 1.0 && count <= kMaxTicks))
         return {};
     std::vector<double> positions(static_cast<std::size_t>(count));
-    for (std::size_t i = 0; i < positions.size(); ++i) {
-        double v = first + static_cast<double>(i) * step;
-        if (std::fabs(v - lo) <= slack * step)
-            v = lo;
-        if (std::fabs(v - hi) <= slack * step)
-            v = hi;
-        positions[i] = v;
-    }
+    for (std::size_t i = 0; i < positions.size(); ++i)
+        positions[i] = MeetEnds(first + static_cast<double>(i) * step, slack * step, lo, hi);
     return positions;
 }
 
@@ -78,6 +80,19 @@ std::vector<double> StepPositionsWithin(double start, double step, double lo, do
 {
     std::vector<double> positions = UniformPositions(start, step, lo, hi, FirstStep::InRange);
     std::erase_if(positions, [lo](double v) { return v < lo; });
+    return positions;
+}
+
+std::vector<double> StepParts(double major, double step, int parts, double lo, double hi)
+{
+    double const part = step / parts;
+    double const slack = part * SlackOf(part, major, lo, hi);
+    std::vector<double> positions;
+    for (int k = 1; k < parts; ++k) {
+        double const v = MeetEnds(major + k * part, slack, lo, hi);
+        if (v >= lo && v <= hi)
+            positions.push_back(v);
+    }
     return positions;
 }
 
@@ -348,12 +363,12 @@ void TickMaker::MakeSteps()
     std::vector<double> const majors = StepPositions(m_axis);
     for (std::size_t i = 0; i < majors.size(); ++i)
         AddRegular(majors[i], static_cast<int>(i));
-    if (HasTooManyMinors(majors.size()))
+    if (majors.size() < 2 || m_axis.numMinorTicks < 1 || HasTooManyMinors(majors.size()))
         return;
-    double const step = m_axis.tickDel / (static_cast<double>(m_axis.numMinorTicks) + 1.0);
+    int const parts = m_axis.numMinorTicks + 1;
     for (std::size_t i = 1; i < majors.size(); ++i) {
-        for (int k = 1; k <= m_axis.numMinorTicks; ++k)
-            AddMinor(majors[i - 1] + k * step, step);
+        for (double const v : StepParts(majors[i - 1], m_axis.tickDel, parts, m_axis.tickRangeMin, m_axis.tickRangeMax))
+            AddMinor(v, m_axis.tickDel / parts);
     }
 }
 

@@ -67,6 +67,10 @@ std::vector<double> StepPositions(AxisSettings const& axis);
 /// The positions start ± n · step from lo to hi, ascending; those within rounding of an end are that end.
 std::vector<double> StepPositionsWithin(double start, double step, double lo, double hi);
 
+/// The positions that divide the step after this major one into so many parts (at least 1), as far as they lie from lo
+/// to hi; those within rounding of an end are that end.
+std::vector<double> StepParts(double major, double step, int parts, double lo, double hi);
+
 /// The dates (as OLE dates) tickMin ± n · del from the last not after lo (tickMin itself when it lies before lo) up to
 /// hi. Dates stop at the first that does not exist, as the month after 31 January; also on the way back to lo.
 std::vector<double> DateStepPositions(DateTickSettings const& dates, double lo, double hi);
