@@ -69,20 +69,27 @@ double C2DErrorBarCurve::CapFactor(CPort const& port, int bars) const
     constexpr int kReadablePixels = 5;
     constexpr double kShareOfDistance = 0.8;
     double tallest = 0.0;
+    double shortest = std::numeric_limits<double>::infinity();
     std::vector<double> xs;
     for (int i = 0; i < bars; ++i) {
         CRealPoint const p = GetAt(i);
         if (IsGap(p.x) || IsGap(p.y) || IsGap(m_heights[i]))
             continue;
-        tallest = std::max(tallest, std::abs(m_heights[i]));
+        double const height = std::abs(m_heights[i]);
+        tallest = std::max(tallest, height);
+        if (height > 0.0)
+            shortest = std::min(shortest, height);
         xs.push_back(p.x);
     }
     C2DGraph const* const graph = GetGraph2D();
     int const area = graph ? graph->GetAxesRect().Width() : port.GetMapRect().Width();
     int const readable = DeviceLineWidth(*port.GetDC(), kReadablePixels, ThicknessKind::Axes);
     double const scale = IsGap(m_scaleFac) ? 0.0 : std::abs(m_scaleFac);
-    double const wanted = std::max<double>(kShareOfArea * area, readable) / std::abs(port.GetXScale()) * scale;
-    double const width = std::min(wanted, kShareOfDistance * SmallestDistance(xs));
+    double const pixel = 1.0 / std::abs(port.GetXScale());
+    double const wanted = std::max<double>(kShareOfArea * area, readable) * pixel * scale;
+    // Neighbours make caps narrower as long as those of the shortest bar can still be seen.
+    double const narrowest = readable * pixel * (tallest / shortest);
+    double const width = std::min(wanted, std::max(kShareOfDistance * SmallestDistance(xs), narrowest));
     // The scale factor is applied to each bar.
     double const factor = width / tallest / scale;
     return IsGap(factor) ? 0.0 : factor;

@@ -25,7 +25,7 @@ public:
     CDoubleArray& GetHeights() { return m_heights; }
     CDoubleArray const& GetHeights() const { return m_heights; }
     /// Scales the caps; 1 at first. At 1 the cap of the tallest bar is about 1 % of the axes' area wide, and the others
-    /// are in proportion to their heights.
+    /// are in proportion to their heights. Where points lie close caps are narrower, but not below a few pixels.
     double GetScaleFac() const { return m_scaleFac; }
     void SetScaleFac(double factor) { Change(m_scaleFac, factor); }
     using C2DCurve::SetPoints;

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -63,6 +64,26 @@ TEST(ErrorBars, StandOnTheirPointsWithCapsInProportionToTheirHeights)
         EXPECT_NEAR(Width(lines[3 * bar + 1]), widest / (1 << bar), 1.0) << bar;
     curve.SetScaleFac(1000);
     EXPECT_NEAR(Width(Bars(graph)[1]), 0.8 * 2 / 10 * graph.GetAxesRect().Width(), 1.0) << "neighbours stay apart";
+}
+
+TEST(ErrorBars, KeepCapsThatCanBeSeenHoweverCloseTheyStand)
+{
+    for (bool const backwards : { false, true }) {
+        CDoubleArray xs { 0.1, 0.3, 1, 3, 10, 30, 100 };
+        if (backwards)
+            std::reverse(xs.GetData(), xs.GetData() + xs.GetSize());
+        C2DGraph graph(1);
+        AddBars(graph, xs, { 5, 5, 5, 5, 5, 5, 5 }, { 1, 2, 1, 2, 1, 2, 1 });
+        FixAxes(graph, 100, 10);
+        graph.GetAxes()->SetRange(CAxes::atX, -10, 110);
+        auto const lines = Bars(graph);
+        ASSERT_EQ(lines.size(), 21u);
+        for (std::size_t bar = 0; bar < 7; ++bar) {
+            double const width = 0.01 * graph.GetAxesRect().Width() / (bar % 2 == 0 ? 2 : 1);
+            EXPECT_NEAR(Width(lines[3 * bar + 1]), width, 1) << bar;
+            EXPECT_EQ(Width(lines[3 * bar + 2]), Width(lines[3 * bar + 1])) << bar;
+        }
+    }
 }
 
 TEST(ErrorBars, LeaveOutWhatIsMissing)
