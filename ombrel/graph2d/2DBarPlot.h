@@ -28,6 +28,7 @@ public:
     /// Non-zero: bars start where the axes cross.
     int GetAutoBaseline() const { return m_bars.autoBaseline; }
     void SetAutoBaseline(int on) { Change(m_bars.autoBaseline, on); }
+    /// Of the bars' outlines; kOwnColour: that of the curve.
     COLORREF GetBorderColour() const { return m_bars.borderColour; }
     void SetBorderColour(COLORREF colour) { Change(m_bars.borderColour, colour); }
     /// Hatch style; 6 is solid, as is a style that does not exist.

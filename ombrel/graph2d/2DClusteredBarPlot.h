@@ -37,6 +37,7 @@ public:
     /// The part of the largest bar width that a cluster takes up; 0.6 at first.
     double GetBarWidthFactor() const { return m_bars.widthFactor; }
     void SetBarWidthFactor(double factor) { Change(m_bars.widthFactor, factor); }
+    /// Of the bars' outlines; kOwnColour: that of each bar.
     COLORREF GetBorderColour() const { return m_bars.borderColour; }
     void SetBorderColour(COLORREF colour) { Change(m_bars.borderColour, colour); }
     /// Stored only: the bars start at 0.

@@ -40,6 +40,7 @@ public:
     /// The part of the largest bar width that a stack takes up; 0.5 at first.
     double GetBarWidthFactor() const { return m_bars.widthFactor; }
     void SetBarWidthFactor(double factor) { Change(m_bars.widthFactor, factor); }
+    /// Of the bars' outlines; kOwnColour: that of each bar.
     COLORREF GetBorderColour() const { return m_bars.borderColour; }
     void SetBorderColour(COLORREF colour) { Change(m_bars.borderColour, colour); }
     /// A PlotStyle; any other value draws plain stacks.

@@ -16,6 +16,9 @@ inline constexpr double kMostReal = std::numeric_limits<double>::max() * (1.0 - 
 /// The largest width of a bar that stands alone, in real x units.
 inline constexpr double kLoneBarWidth = 1.0;
 
+/// As the colour of a bar's border: the bar's own, so that the outline covers nothing however narrow the bar is.
+inline constexpr COLORREF kOwnColour = 0xFFFFFFFF;
+
 /// How bars are placed and outlined: by each bar curve for itself, by the other bar plots for all of their curves.
 struct OMBREL_EXPORT BarSettings {
     /// Part of the largest width that a bar takes up; 0 and less draws lines.
@@ -26,6 +29,7 @@ struct OMBREL_EXPORT BarSettings {
     double baseline = 0.0;
     /// Non-zero: bars start where the axes cross.
     int autoBaseline = 1;
+    /// Or kOwnColour.
     COLORREF borderColour = 0;
 
     void Serialize(ArchiveFields& f);

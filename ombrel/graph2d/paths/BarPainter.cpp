@@ -2,6 +2,7 @@
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/graph2d/BarSettings.h"
 #include "ombrel/model/LineWidth.h"
 
 #include <algorithm>
@@ -16,6 +17,8 @@ BarPainter::BarPainter(CPort& port, C2DGraph const& graph, COLORREF borderColour
     , m_mapping(port.GetMapping())
     , m_axesRect(graph.GetAxesRect())
     , m_crossing(port.UnitsToWindow(graph.GetAxes()->GetIntersect()))
+    , m_ownColours(borderColour == kOwnColour)
+    , m_borderColour(borderColour)
     , m_borderPen(PS_SOLID, DeviceLineWidth(m_dc, 1, ThicknessKind::Border), borderColour)
     , m_axesPen(
           PS_SOLID, DeviceLineWidth(m_dc, 1, ThicknessKind::Axes), static_cast<COLORREF>(graph.GetAxes()->GetColour()))
@@ -40,6 +43,8 @@ void BarPainter::Paint(double x, double width, double from, double to, VectorBru
     if (IsGap(x) || IsGap(from) || IsGap(to))
         return;
     double const half = width * 0.5;
+    if (m_ownColours)
+        m_borderColour = brush.foreground.colour;
     CRect rect(
         m_mapping.X(x - half), m_mapping.Y(std::max(from, to)), m_mapping.X(x + half), m_mapping.Y(std::min(from, to)));
     if (!ClipToAxes(rect, m_axesRect))
@@ -55,6 +60,7 @@ void BarPainter::Paint(double x, double width, double from, double to, VectorBru
 
 void BarPainter::Outline(CRect const& rect)
 {
+    SetBorder(m_borderColour);
     // From the top-left corner clockwise: a line leaves out its last pixel, with which the next begins.
     std::array<CPoint, 5> const corners { rect.TopLeft(), CPoint(rect.right, rect.top), rect.BottomRight(),
         CPoint(rect.left, rect.bottom), rect.TopLeft() };
@@ -87,13 +93,18 @@ void BarPainter::AddToColumn(int x, int top, int bottom)
 {
     if (m_columns.empty())
         m_columns.resize(static_cast<std::size_t>(m_axesRect.Width()) + 1);
+    // Lines of several colours that reach into each other's columns keep their order.
+    if (m_ownColours && m_reach > 1) {
+        FlushColumns(x - 2 * m_reach, x - 1);
+        FlushColumns(x + 1, x + 2 * m_reach);
+    }
     Column& column = m_columns[static_cast<std::size_t>(x - m_axesRect.left)];
-    if (top <= column.bottom && bottom >= column.top) {
-        column = { std::min(column.top, top), std::max(column.bottom, bottom) };
+    if (column.colour == m_borderColour && top <= column.bottom && bottom >= column.top) {
+        column = { std::min(column.top, top), std::max(column.bottom, bottom), m_borderColour };
         return;
     }
     FlushColumns(x, x);
-    column = { top, bottom };
+    column = { top, bottom, m_borderColour };
 }
 
 void BarPainter::Flush() { FlushColumns(m_axesRect.left, m_axesRect.right); }
@@ -107,20 +118,30 @@ void BarPainter::FlushColumns(int first, int last)
     for (int x = first; x <= last; ++x) {
         Column& column = m_columns[static_cast<std::size_t>(x - m_axesRect.left)];
         if (column.top <= column.bottom)
-            DrawColumn(x, column.top, column.bottom);
+            DrawColumn(x, column);
         column = {};
     }
 }
 
-void BarPainter::DrawColumn(int x, int top, int bottom)
+void BarPainter::DrawColumn(int x, Column const& column)
 {
+    int bottom = column.bottom;
     // Drawn down and up again, a line one pixel wide has both its ends, and without a length none. A wider one has its
     // ends anyway.
     if (m_borderPen.GetWidth() == 1)
-        bottom += top < bottom ? 1 : 0;
-    std::array<CPoint, 2> const ends { CPoint(x, top), CPoint(x, bottom) };
+        bottom += column.top < bottom ? 1 : 0;
+    std::array<CPoint, 2> const ends { CPoint(x, column.top), CPoint(x, bottom) };
+    SetBorder(column.colour);
     Select(m_borderPen);
     m_dc.Polyline(ends);
+}
+
+void BarPainter::SetBorder(COLORREF colour)
+{
+    if (m_borderPen.GetColour() == colour)
+        return;
+    m_borderPen.CreatePen(PS_SOLID, m_borderPen.GetWidth(), colour);
+    m_selected = nullptr;
 }
 
 void BarPainter::Select(CPen& pen)

@@ -10,14 +10,14 @@ namespace ombrel {
 class C2DGraph;
 
 /// Paints bars: each is filled, clipped to the axes, and then outlined, its sides on an axis line in the look of the
-/// axes and the others in the border's.
+/// axes and the others in the border's, which may be the bar's own colour.
 ///
 /// Lives within one draw: the device context's state is put back at its end. The picture is complete after Flush or
 /// when the painter ends: bars thinner than a pixel are gathered by pixel column, and those that overlap are drawn as
 /// one line. That changes no pixel, and a picture of very many bars costs no more than its columns.
 class BarPainter {
 public:
-    /// The graph must have axes.
+    /// The graph must have axes; the border's colour may be kOwnColour.
     BarPainter(CPort& port, C2DGraph const& graph, COLORREF borderColour);
     ~BarPainter() { Flush(); }
     BarPainter(BarPainter const&) = delete;
@@ -36,12 +36,14 @@ private:
     struct Column {
         int top = 0;
         int bottom = -1;
+        COLORREF colour = 0;
     };
     void Outline(CRect const& rect);
     void DrawThinBar(CRect rect);
     void AddToColumn(int x, int top, int bottom);
     void FlushColumns(int first, int last);
-    void DrawColumn(int x, int top, int bottom);
+    void DrawColumn(int x, Column const& column);
+    void SetBorder(COLORREF colour);
     void Select(CPen& pen);
     CPen& PenOfRow(int y) { return y == m_crossing.y ? m_axesPen : m_borderPen; }
     CPen& PenOfColumn(int x) { return x == m_crossing.x ? m_axesPen : m_borderPen; }
@@ -53,6 +55,9 @@ private:
     CRect m_axesRect;
     /// Where the axis lines cross on the device.
     CPoint m_crossing;
+    bool m_ownColours;
+    /// Of the bar that is painted.
+    COLORREF m_borderColour;
     CPen m_borderPen;
     CPen m_axesPen;
     CPen const* m_selected = nullptr;
