@@ -47,17 +47,14 @@ TEST(HistogramBins, FollowTheirRule)
         int bins;
         std::vector<double> edges;
     } const cases[] {
-        // 2 * 49.5 / cube root of 100 is 21: nearest to 20.
-        { [] {
-             std::vector<double> values(100);
-             std::iota(values.begin(), values.end(), 0.5);
-             return values;
-         }(),
-            0, { 0, 20, 40, 60, 80, 100 } },
+        // The quartiles, 2.5 and 7.5, give 2 * 5 / 2, the number 99 / 4: nearest to 5.
+        { { 1, 2.5, 2.5, 2.5, 7.5, 7.5, 7.5, 100 }, 0,
+            { 0, 5, 10, 15, 20, 25, 30, 35, 40, 45, 50, 55, 60, 65, 70, 75, 80, 85, 90, 95, 100 } },
         // Whole numbers lie in the middle of bins of width 1, and have bins of no less.
         { { 1, 1, 1, 2, 2, 3 }, 0, { 0.5, 1.5, 2.5, 3.5 } },
-        { { 1, 3, 5, 7, 9, 12 }, 0, { 0, 5, 10, 15 } },
-        { { 1, 3, 5, 7, 9, 10 }, 0, { 0, 5, 10, 15 } },
+        // 14 / (1 + log2 of 6) is 3.9, and 12 / (1 + log2 of 6) is 3.3: nearest to 5.
+        { { 1, 3, 5, 7, 9, 15 }, 0, { 0, 5, 10, 15, 20 } },
+        { { 1, 3, 5, 7, 9, 13 }, 0, { 0, 5, 10, 15 } },
         // Without a distance between the quartiles the number of values decides: 9 / (1 + 3).
         { { 0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 0.5, 9.5 }, 0, { 0, 2, 4, 6, 8, 10 } },
         { { 5, 5, 5 }, 0, { 4.5, 5.5 } },
@@ -71,6 +68,24 @@ TEST(HistogramBins, FollowTheirRule)
         for (std::size_t i = 0; i < edges.size(); ++i)
             EXPECT_NEAR(edges[i], c.edges[i], 1e-12) << testing::PrintToString(edges);
     }
+}
+
+TEST(HistogramBins, ShowTwoHumpsApart)
+{
+    // Waiting times of two kinds: half of them triangular about 55, half about 80, rounded as a clock would.
+    std::vector<double> values;
+    for (int i = 0; i < 136; ++i) {
+        double const share = (i + 0.5) / 136.0;
+        double const place = share < 0.5 ? std::sqrt(share / 2.0) - 0.5 : 0.5 - std::sqrt((1.0 - share) / 2.0);
+        values.push_back(std::round(55.0 + 24.0 * place));
+        values.push_back(std::round(80.0 + 30.0 * place));
+    }
+    std::vector<std::size_t> const counts = CountInBins(values, HistogramEdges(values, 0));
+    std::size_t peaks = 0;
+    for (std::size_t i = 0; i < counts.size(); ++i)
+        peaks += (i == 0 || counts[i] > counts[i - 1]) && (i + 1 == counts.size() || counts[i] >= counts[i + 1]);
+    EXPECT_EQ(peaks, 2U) << testing::PrintToString(counts);
+    EXPECT_EQ(counts.size(), 11U) << "of width 5";
 }
 
 } // namespace

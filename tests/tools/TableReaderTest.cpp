@@ -71,7 +71,9 @@ struct DialectCase {
     char decimalMark;
     bool hasHeader;
     std::vector<std::string> names;
+    /// An empty one has only gaps, or only texts.
     std::vector<std::vector<double>> columns;
+    bool texts = false;
 };
 
 std::vector<DialectCase> DialectCases()
@@ -100,6 +102,16 @@ std::vector<DialectCase> DialectCases()
         { "quotes", "\"a,1\",\"say \"\"b\"\"\"\n\"1\",\"2.5\"\n\" 3 \",4\n", ',', '.', true, { "a,1", "say \"b\"" },
             { { 1, kNa }, { 2.5, 4 } } },
         { "line break in quotes", "\"time\n(s)\",v\n1,2\n", ',', '.', true, { "time\n(s)", "v" }, { { 1 }, { 2 } } },
+        { "every cell in quotes", "\"id\",\"name\",\"v\"\n\"1\",\"Ann\",\"3\"\n\"2\",\"Bob, Jr\",\"NA\"\n", ',', '.',
+            true, { "id", "name", "v" }, { { 1, 2 }, {}, { 3, kNa } }, true },
+        { "R's write.csv", "\"\",\"x\",\"v\"\n\"1\",0.5,NA\n\"2\",1,4\n", ',', '.', true, { "", "x", "v" },
+            { { 1, 2 }, { .5, 1 }, { kNa, 4 } } },
+        { "R's write.table", "\"x y\" \"v\"\n\"1\" 0.5 NA\n\"2\" 1 4\n", ' ', '.', true, { "", "x y", "v" },
+            { { 1, 2 }, { .5, 1 }, { kNa, 4 } } },
+        { "R's write.table without quotes", "x v\n1 5 NA\n2 7 4\n", ' ', '.', true, { "", "x", "v" },
+            { { 1, 2 }, { 5, 7 }, { kNa, 4 } } },
+        { "R's write.table with commas", "\"x\",\"v\"\n\"1\",5,\n\"2\",7,4\n", ',', '.', true, { "", "x", "v" },
+            { { 1, 2 }, { 5, 7 }, { kNa, 4 } } },
         { "gap words", "a,b\nNA,1\nnan,2\n,3\nN/A,4\nnull,5\n", ',', '.', true, { "a", "b" },
             { {}, { 1, 2, 3, 4, 5 } } },
         { "trailing separator", "a,b\n1,2,\n3,4,\n", ',', '.', true, { "a", "b" }, { { 1, 3 }, { 2, 4 } } },
@@ -128,8 +140,8 @@ TEST(TableReader, FindsOutHowATableIsWritten)
             EXPECT_EQ(table.columns[i].name, c.names[i]);
             EXPECT_FALSE(table.columns[i].misfit);
             if (c.columns[i].empty()) {
-                EXPECT_EQ(table.columns[i].gaps, table.rows);
-                EXPECT_EQ(table.columns[i].type, ColumnType::Unknown);
+                EXPECT_EQ(table.columns[i].gaps, c.texts ? 0U : table.rows);
+                EXPECT_EQ(table.columns[i].type, c.texts ? ColumnType::Text : ColumnType::Unknown);
                 continue;
             }
             auto const values = ValuesOf(table.columns[i]);
@@ -178,6 +190,9 @@ TEST(TableReader, TellsWhereATableIsWrong)
         { "", 1, 0, "nothing but blank lines" },
         { "\n# only this\n\n", 1, 0, "nothing but blank lines" },
         { "a,b\n1,2\n3,4,5\n", 3, 3, "one more: \"5\"" },
+        // The first column may be whole parts of numbers with decimal commas.
+        { "a,b\n1,2,3\n4,5,6\n", 2, 3, "one more: \"3\"" },
+        { "a b\n1 2 3\n4 5 6 7\n", 2, 3, "one more: \"3\"" },
         { "a,b\n1,2\n\n# c\n3,4,,\n", 5, 3, "one more" },
         { "a,b\n1,\"2\n3,4\n5,6\n", 2, 0, "the end of the file" },
         { "a,b\n1,\"2\"7\n", 2, 2, "\"7\"" },

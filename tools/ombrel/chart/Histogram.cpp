@@ -34,9 +34,11 @@ double AutomaticWidth(std::vector<double> const& sorted)
     auto const count = static_cast<double>(sorted.size());
     double const range = sorted.back() - sorted.front();
     double const quartiles = QuantileOf(sorted, 0.75) - QuantileOf(sorted, 0.25);
-    double width = 2.0 * quartiles / std::cbrt(count);
-    if (!(width > range * 1e-12))
-        width = range / (1.0 + std::log2(count));
+    double width = range / (1.0 + std::log2(count));
+    // Quartiles far apart may be two humps, which wide bins would hide; equal ones say nothing.
+    double const quartileWidth = 2.0 * quartiles / std::cbrt(count);
+    if (quartileWidth > range * 1e-12)
+        width = std::min(width, quartileWidth);
     return std::max(width, range / (kMostBins / 2.5));
 }
 

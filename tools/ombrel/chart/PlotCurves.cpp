@@ -34,7 +34,12 @@ std::vector<std::string> CurveTitles(std::vector<PlotSource> const& sources)
     for (PlotSource const& source : sources) {
         for (std::size_t const column : source.yColumns) {
             std::string const& name = source.table.columns[column].name;
-            titles.push_back(name.empty() ? "column " + std::to_string(column + 1) : name);
+            std::string title = name.empty() ? "column " + std::to_string(column + 1) : name;
+            if (source.group) {
+                std::string const group = source.group->empty() ? "(none)" : *source.group;
+                title = source.yColumns.size() > 1 ? group + ", " + title : group;
+            }
+            titles.push_back(std::move(title));
             files.push_back(std::filesystem::path(source.name).stem().string());
         }
     }

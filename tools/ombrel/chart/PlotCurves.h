@@ -64,7 +64,8 @@ CurveData AddBands(CurveInput const& input);
 /// Bars that count values.
 CurveData AddHistogram(CurveInput const& input);
 
-/// One title a curve, in the order of AddCurves: the column's name, with the file's where names are not enough.
+/// One title a curve, in the order of AddCurves: the column's name, the group's word or both, with the file's name
+/// where these are not enough.
 std::vector<std::string> CurveTitles(std::vector<PlotSource> const& sources);
 
 /// Turns what the reader calls a gap, and what a logarithmic axis cannot show, into the library's gaps.

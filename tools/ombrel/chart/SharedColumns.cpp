@@ -105,7 +105,7 @@ SharedColumns TakeSharedColumns(CurveInput const& input, EqualX equalX)
             throw Failure(kDataFault,
                 first.PlaceOf(order[i]) + "expected one row for each x, since each has one bar, found "
                     + XText(first, shared.xs[i]) + " again (line " + std::to_string(first.table.LineOf(order[i - 1]))
-                    + " has it)");
+                    + " has it); --by COL makes a curve of each group");
     }
     for (PlotSource& source : input.sources) {
         if (&source != &first)

@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 namespace ombrel::host {
@@ -154,7 +155,8 @@ std::vector<PlotSource> ReadSources(
         if (LooksLikeDocument(file->Peek(kDocumentMarkLength)))
             throw Failure(
                 kDataFault, file->GetName() + ": expected a table, found a graph document (ombrel draw draws it)");
-        sources.push_back(ReadSource(options, *file, messages));
+        std::vector<PlotSource> some = ReadPlotSources(options, *file, messages);
+        std::move(some.begin(), some.end(), std::back_inserter(sources));
     }
     return sources;
 }
@@ -170,6 +172,14 @@ std::size_t CountCurves(std::vector<PlotSource> const& sources)
 bool HasLegend(Options const& options, std::size_t curves)
 {
     return options.legend == LegendPlace::Auto ? curves > 1 : options.legend != LegendPlace::Off;
+}
+
+/// Of groups it tells the words, and the columns' names only where there are several.
+bool LegendNamesColumns(Options const& options, std::vector<PlotSource> const& sources)
+{
+    std::size_t const curves = CountCurves(sources);
+    bool const namesGroups = sources.front().group && sources.front().yColumns.size() == 1;
+    return curves > 1 && HasLegend(options, curves) && !namesGroups;
 }
 
 bool IsBarKind(PlotKind kind)
@@ -200,9 +210,8 @@ PlotAxisSettings XSettings(Options const& options, std::vector<PlotSource> const
     x.counts = !histogram && std::all_of(sources.begin(), sources.end(), [](PlotSource const& s) {
         return s.xColumn == PlotSource::kRowNumbers;
     });
-    std::size_t const curves = CountCurves(sources);
     // What a legend tells need not be told twice.
-    bool const isInLegend = histogram && curves > 1 && HasLegend(options, curves);
+    bool const isInLegend = histogram && LegendNamesColumns(options, sources);
     x.title = OneLine(options.xTitle.value_or(isInLegend ? "" : histogram ? YTitle(sources) : XTitle(sources)));
     ApplyRange(x, options.xRange, options, "--x-range");
     return x;
@@ -213,9 +222,8 @@ PlotAxisSettings YSettings(Options const& options, std::vector<PlotSource> const
     PlotAxisSettings y;
     y.logarithmic = options.yLog;
     y.counts = options.kind == PlotKind::Histogram;
-    std::size_t const curves = CountCurves(sources);
     std::string title = MeasureOf(options);
-    if (title.empty() && !(curves > 1 && HasLegend(options, curves)))
+    if (title.empty() && !LegendNamesColumns(options, sources))
         title = YTitle(sources);
     y.title = OneLine(options.yTitle.value_or(title));
     ApplyRange(y, options.yRange, options, "--y-range");

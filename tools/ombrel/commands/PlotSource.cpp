@@ -2,10 +2,15 @@
 #include "ombrel/foundation/Utils.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
+#include "tools/ombrel/commands/Groups.h"
+#include "tools/ombrel/commands/RowOrder.h"
 #include "tools/ombrel/commands/TableFile.h"
 #include "tools/ombrel/options/Options.h"
+#include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
+#include <cassert>
+#include <optional>
 
 namespace ombrel::host {
 
@@ -43,6 +48,7 @@ void RequireValues(PlotSource const& source, std::size_t index, Others others)
     TableColumn const& column = source.table.columns[index];
     if (column.misfit)
         throw Failure(kDataFault, source.name + ":" + column.misfit->ToText());
+    assert(column.type != ColumnType::Number || column.values.Size() == source.table.rows);
     if (column.type == ColumnType::Number || (others != Others::None && column.type == ColumnType::Date)
         || (others == Others::DatesOrWords && column.type == ColumnType::Text))
         return;
@@ -55,7 +61,7 @@ void RequireValues(PlotSource const& source, std::size_t index, Others others)
 bool IsTaken(PlotSource const& source, std::size_t index)
 {
     auto const& errors = source.errorColumns;
-    return index == source.xColumn || index == source.labelColumn
+    return index == source.xColumn || index == source.labelColumn || index == source.groupColumn
         || std::find(errors.begin(), errors.end(), index) != errors.end();
 }
 
@@ -77,9 +83,6 @@ void ChooseX(PlotSource& source, Options const& options)
     while (first < source.table.columns.size() && IsTaken(source, first))
         ++first;
     if (first == source.table.columns.size() || (source.yColumns.size() == 1 && source.yColumns.front() == first))
-        return;
-    // Words of other columns than the first are not kept.
-    if (source.table.columns[first].type == ColumnType::Text && source.table.columns[first].texts.empty())
         return;
     source.xColumn = first;
     RequireValues(source, first, others);
@@ -167,25 +170,117 @@ TableOptions ReadingOptions(Options const& options)
     TableOptions reading;
     reading.header = options.header;
     reading.dateFormat = options.dateFormat;
-    if (!options.xColumn.empty())
-        reading.dateColumn = options.xColumn;
+    reading.dateColumn = options.xColumn;
     if (!options.yColumns.empty()) {
         reading.wanted = options.yColumns;
         reading.wanted.insert(reading.wanted.end(), options.errorColumns.begin(), options.errorColumns.end());
-        reading.wanted.push_back(reading.dateColumn);
     }
-    if (options.xColumn != kRowsAsX && options.kind != PlotKind::Histogram)
-        reading.wordColumn = reading.dateColumn;
-    if (!options.labelColumn.empty())
-        reading.asTexts.push_back(options.labelColumn);
+    for (std::string const& text : { options.labelColumn, options.groupColumn }) {
+        if (!text.empty())
+            reading.asTexts.push_back(text);
+    }
+    if (options.kind == PlotKind::Histogram || options.xColumn == kRowsAsX)
+        return reading;
+    if (options.xColumn.empty()) {
+        // The first column that is not asked for as something else.
+        reading.leading = 1 + options.errorColumns.size() + reading.asTexts.size();
+        return reading;
+    }
+    if (!reading.wanted.empty())
+        reading.wanted.push_back(options.xColumn);
+    reading.wordColumn = options.xColumn;
     return reading;
+}
+
+/// Kinds whose curves stand on each other or side by side.
+bool HasSharedX(PlotKind kind)
+{
+    return kind == PlotKind::Bar || kind == PlotKind::Clustered || kind == PlotKind::Stacked || kind == PlotKind::Area;
+}
+
+/// A row, and what its place among the others says against joining them.
+struct OrderFault {
+    std::size_t row = 0;
+    std::string text;
+};
+
+std::optional<OrderFault> FindWordFault(PlotSource const& source)
+{
+    auto const& words = source.table.columns[source.xColumn].texts;
+    auto const equal = FindEqualWords(words);
+    if (!equal)
+        return std::nullopt;
+    return OrderFault { equal->second,
+        QuoteForMessage(words[equal->second]) + " stands along x again (line "
+            + std::to_string(source.table.LineOf(equal->first)) + " has it)" };
+}
+
+/// A column of texts that is not drawn.
+std::optional<std::size_t> FindSpareTexts(PlotSource const& source)
+{
+    for (std::size_t i = 0; i < source.table.columns.size(); ++i) {
+        if (source.table.columns[i].type == ColumnType::Text && !IsTaken(source, i))
+            return i;
+    }
+    return std::nullopt;
+}
+
+std::optional<OrderFault> FindNumberFault(PlotSource const& source, PlotKind kind)
+{
+    ColumnValues const& xs = source.table.columns[source.xColumn].values;
+    OrderFault const several { 0, "most x values stand in several rows, which are joined" };
+    // Bands are sorted.
+    if (kind == PlotKind::Area)
+        return CountRepeats(xs) * 2 >= xs.Size() && xs.Size() > 3 ? std::optional(several) : std::nullopt;
+    if (kind != PlotKind::Line && kind != PlotKind::Steps && kind != PlotKind::Filled)
+        return std::nullopt;
+    RowOrder const order = OrderOf(xs);
+    if (order.returns > 1)
+        return OrderFault { order.firstReturn,
+            "x runs backwards here and " + Counted(order.returns - 1, "time", "times")
+                + " more, and rows are joined in their order" };
+    if (order.returnsToStart)
+        return OrderFault { order.firstReturn, "x begins anew here, and rows are joined in their order" };
+    // Vertical stretches have equal x values too, but no words beside them.
+    if (order.equal > 1 && order.equal * 2 >= order.steps && FindSpareTexts(source))
+        return several;
+    return std::nullopt;
+}
+
+/// The column that may tell groups apart.
+std::optional<std::size_t> GuessGroupColumn(PlotSource const& source, Options const& options)
+{
+    // Words along x that nobody asked for there.
+    return source.HasWords() && options.xColumn.empty() ? source.xColumn : FindSpareTexts(source);
+}
+
+/// Of the first source that has one.
+void WarnOfOrder(std::vector<PlotSource> const& sources, Options const& options, Messages const& messages)
+{
+    for (PlotSource const& source : sources) {
+        if (source.xColumn == PlotSource::kRowNumbers || options.polar)
+            return;
+        auto const fault = source.HasWords() ? FindWordFault(source) : FindNumberFault(source, options.kind);
+        if (!fault)
+            continue;
+        std::string text = source.PlaceOf(fault->row);
+        if (source.group) {
+            text += "group " + QuoteForMessage(*source.group) + ": " + fault->text;
+        } else {
+            text += fault->text + "; --by COL makes a curve of each group";
+            if (auto const guess = GuessGroupColumn(source, options))
+                text += ", perhaps by " + ColumnLabel(source.table, *guess);
+        }
+        messages.Warning(text);
+        return;
+    }
 }
 
 } // namespace
 
 std::string NumberText(double value) { return CVUtils::FormatDouble(kGeneralFormat, value, 15).ToUtf8(); }
 
-PlotSource ReadSource(Options const& options, InputFile& file, Messages const& messages)
+std::vector<PlotSource> ReadPlotSources(Options const& options, InputFile& file, Messages const& messages)
 {
     PlotSource source;
     source.name = file.GetName();
@@ -197,6 +292,8 @@ PlotSource ReadSource(Options const& options, InputFile& file, Messages const& m
     ChooseErrors(source, options);
     if (!options.labelColumn.empty())
         source.labelColumn = NamedColumn(source, options.labelColumn, "--label");
+    if (!options.groupColumn.empty())
+        source.groupColumn = NamedColumn(source, options.groupColumn, "--by");
     ChooseX(source, options);
     if (options.yColumns.empty())
         ChooseAllY(source, messages);
@@ -204,7 +301,17 @@ PlotSource ReadSource(Options const& options, InputFile& file, Messages const& m
         RequireValues(source, index, Others::None);
     MatchErrors(source);
     TellColumns(source, messages);
-    return source;
+    std::vector<PlotSource> sources;
+    if (source.groupColumn == PlotSource::kRowNumbers) {
+        sources.push_back(std::move(source));
+    } else {
+        bool const matched = source.HasWords() || HasSharedX(options.kind);
+        sources = SplitByGroup(std::move(source), matched ? GroupRows::Matched : GroupRows::Separate);
+        messages.Note(sources.front().name + ": " + Counted(sources.size(), "group", "groups") + " by "
+            + ColumnLabel(sources.front().table, sources.front().groupColumn));
+    }
+    WarnOfOrder(sources, options, messages);
+    return sources;
 }
 
 } // namespace ombrel::host

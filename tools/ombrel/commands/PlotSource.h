@@ -1,6 +1,7 @@
 #pragma once
 #include "tools/ombrel/table/TableReader.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,10 @@ struct PlotSource {
     std::vector<std::size_t> errorColumns;
     /// Of the texts at the points; kRowNumbers for none.
     std::size_t labelColumn = kRowNumbers;
+    /// Of what tells groups of rows apart; kRowNumbers for none.
+    std::size_t groupColumn = kRowNumbers;
+    /// What stands there in all rows, when the rows are one group of a file; empty where there was a gap.
+    std::optional<std::string> group;
 
     bool HasDates() const { return HasX(ColumnType::Date); }
     /// The x values are words, which stand side by side.
@@ -38,7 +43,8 @@ private:
 /// A number as messages show it.
 std::string NumberText(double value);
 
-/// Reads the file and chooses the columns that the options ask for, or that fit. Throws Failure.
-PlotSource ReadSource(Options const& options, InputFile& file, Messages const& messages);
+/// Reads the file and chooses the columns that the options ask for, or that fit: one source, or one for each group of
+/// its rows. Warns of rows in an order that looks as if there were groups. Throws Failure.
+std::vector<PlotSource> ReadPlotSources(Options const& options, InputFile& file, Messages const& messages);
 
 } // namespace ombrel::host

@@ -16,6 +16,8 @@ void TellAssumptions(std::string const& name, Table const& table, Messages const
     text += ", decimal ";
     text += table.dialect.decimalMark == ',' ? "comma" : "point";
     text += table.dialect.hasHeader ? ", names in the first row" : ", no names in the first row";
+    if (table.dialect.hasRowNames)
+        text += " but for the first column";
     messages.Note(
         text + ", " + Counted(table.rows, "row", "rows") + " of " + Counted(table.columns.size(), "column", "columns"));
     if (table.shortRows > 0)

@@ -40,6 +40,8 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::YColumns, "y", 'y', "COL[,COL...]",
         "Columns of the y values, by name or number. Without it, all other columns of numbers.", kPlot, {},
         ValueKind::Text, true },
+    OptionEntry { OptionId::GroupColumn, "by", 0, "COL",
+        "Make a curve of each group: of the rows that have the same word or number in this column.", kPlot },
     OptionEntry { OptionId::Kind, "kind", 0, "KIND",
         "line, steps, pairs (points 1-2, 3-4 and so on joined), points, filled (down to zero), bar, clustered or "
         "stacked "

@@ -214,6 +214,8 @@ std::string* TextOf(Options& options, OptionId id)
         return &options.xColumn;
     case OptionId::LabelColumn:
         return &options.labelColumn;
+    case OptionId::GroupColumn:
+        return &options.groupColumn;
     case OptionId::Palette:
         return &options.palette;
     case OptionId::Title:

@@ -18,6 +18,7 @@ enum class OptionId {
     Format,
     XColumn,
     YColumns,
+    GroupColumn,
     Kind,
     Title,
     XTitle,
@@ -130,6 +131,8 @@ struct Options {
     std::optional<PictureFormat> format;
     std::string xColumn;
     std::vector<std::string> yColumns;
+    /// Each of its words or numbers makes a curve of its own; empty for none.
+    std::string groupColumn;
     PlotKind kind = PlotKind::Line;
     std::string title;
     std::optional<std::string> xTitle;

@@ -9,7 +9,11 @@ namespace ombrel::host {
 
 namespace {
 
-using Record = std::vector<TableCell>;
+struct Record {
+    std::vector<TableCell> cells;
+    /// Text follows a closing quote: it is not cut where its cells end.
+    bool isBroken = false;
+};
 
 constexpr std::array<char, 5> kSeparators { ',', ';', '\t', ' ', 0 };
 
@@ -26,15 +30,17 @@ std::vector<Record> CutSample(std::string_view sample, char separator)
             continue;
         }
         Record record;
-        while (record.size() <= kMostColumns) {
+        while (record.cells.size() <= kMostColumns) {
             TableCell cell;
             CellStatus const status = ReadCell(p, end, separator, cell);
             if (status == CellStatus::Unclosed)
                 return records;
-            // Reading the records will report what follows the closing quote.
-            if (status == CellStatus::TextAfterQuote)
+            // Where no separator does better, reading the records will report what follows the closing quote.
+            if (status == CellStatus::TextAfterQuote) {
+                record.isBroken = true;
                 p = FindLineEnd(p, end);
-            record.push_back(cell);
+            }
+            record.cells.push_back(cell);
             if (*p == '\n' || *p == '\r')
                 break;
             ++p;
@@ -62,7 +68,7 @@ char FindDecimalMark(std::vector<Record> const& records, char separator)
     std::size_t commas = 0;
     std::size_t points = 0;
     for (Record const& record : records) {
-        for (TableCell const& cell : record) {
+        for (TableCell const& cell : record.cells) {
             bool const hasComma = cell.text.find(',') != std::string_view::npos;
             if (hasComma && ParseCellNumber(cell.text, ','))
                 ++commas;
@@ -73,12 +79,14 @@ char FindDecimalMark(std::vector<Record> const& records, char separator)
     return commas > points ? ',' : '.';
 }
 
-/// The most frequent number of cells, the larger on a tie, and how many records have it.
+/// The most frequent number of cells, the larger on a tie, and how many records have it. Broken ones have none.
 std::pair<std::size_t, std::size_t> UsualWidth(std::vector<Record> const& records)
 {
     std::map<std::size_t, std::size_t> counts;
-    for (Record const& record : records)
-        ++counts[record.size()];
+    for (Record const& record : records) {
+        if (!record.isBroken)
+            ++counts[record.cells.size()];
+    }
     std::pair<std::size_t, std::size_t> best { 0, 0 };
     for (auto const& [width, count] : counts) {
         if (count >= best.second)
@@ -98,7 +106,7 @@ Fit Judge(std::vector<Record> const& records, char separator, DateFormat const* 
     std::size_t values = 0;
     // The first record may be a header, which says nothing about the values.
     for (std::size_t i = records.size() > 1 ? 1 : 0; i < records.size(); ++i) {
-        for (TableCell const& cell : records[i]) {
+        for (TableCell const& cell : records[i].cells) {
             ++cells;
             values += ClassifyCell(cell, fit.decimalMark, nullptr) != ColumnType::Text
                 || (dateFormat && dateFormat->Parse(cell.text));
@@ -125,26 +133,48 @@ ColumnType UsualType(std::array<std::size_t, 4> const& counts)
     return best;
 }
 
-/// The column that --date-format speaks of.
-std::size_t FindDateColumn(Record const& first, TableHints const& hints)
+/// The column that --date-format speaks of; kMostColumns for none.
+std::size_t FindDateColumn(Record const& first, TableHints const& hints, bool hasRowNames)
 {
     if (!hints.dateFormat)
-        return first.size();
-    std::vector<std::string> names;
-    for (TableCell const& cell : first)
+        return kMostColumns;
+    if (hints.dateColumn.empty())
+        return 0;
+    std::vector<std::string> names(hasRowNames ? 1 : 0);
+    for (TableCell const& cell : first.cells)
         names.push_back(CellText(cell));
-    return FindColumn(names, hints.dateColumn);
+    std::size_t const index = FindColumn(names, hints.dateColumn);
+    return index < names.size() ? index : kMostColumns;
 }
 
-bool FirstRecordIsHeader(Record const& first, char decimalMark, TableHints const& hints, std::size_t dateColumn)
+bool FirstRecordIsHeader(Record const& first, char decimalMark, TableHints const& hints)
 {
     if (hints.header != HeaderChoice::Detect)
         return hints.header == HeaderChoice::Present;
-    for (std::size_t i = 0; i < first.size(); ++i) {
-        if (ClassifyCell(first[i], decimalMark, i == dateColumn ? hints.dateFormat : nullptr) == ColumnType::Text)
+    std::size_t const dateColumn = FindDateColumn(first, hints, false);
+    for (std::size_t i = 0; i < first.cells.size(); ++i) {
+        auto const* const format = i == dateColumn ? hints.dateFormat : nullptr;
+        if (ClassifyCell(first.cells[i], decimalMark, format) == ColumnType::Text)
             return true;
     }
     return false;
+}
+
+/// Whether every row has one cell more than the header, and not for a separator at its end.
+bool RowsAreNamed(std::vector<Record> const& records, char separator)
+{
+    std::size_t const names = records.front().cells.size();
+    bool lastIsUsed = false;
+    for (std::size_t i = 1; i < records.size(); ++i) {
+        auto const& cells = records[i].cells;
+        if (cells.size() != names + 1)
+            return false;
+        // A bare number before a comma may as well be the whole part of one with a decimal comma.
+        if (separator == ',' && !cells.front().quoted && ParseCellNumber(cells.front().text, '.'))
+            return false;
+        lastIsUsed = lastIsUsed || cells.back().quoted || !cells.back().text.empty();
+    }
+    return lastIsUsed;
 }
 
 } // namespace
@@ -263,19 +293,20 @@ TableHead DetectDialect(std::string_view sample, TableHints const& hints)
     head.dialect.decimalMark = best.decimalMark;
     if (records.empty())
         return head;
-    std::size_t const dateColumn = FindDateColumn(records.front(), hints);
-    head.dialect.hasHeader = FirstRecordIsHeader(records.front(), best.decimalMark, hints, dateColumn);
+    head.dialect.hasHeader = FirstRecordIsHeader(records.front(), best.decimalMark, hints);
+    head.dialect.hasRowNames = head.dialect.hasHeader && RowsAreNamed(records, best.separator);
+    std::size_t const dateColumn = FindDateColumn(records.front(), hints, head.dialect.hasRowNames);
 
-    std::size_t columns = records.front().size();
+    std::size_t columns = records.front().cells.size() + head.dialect.hasRowNames;
     if (!head.dialect.hasHeader) {
         for (Record const& record : records)
-            columns = std::max(columns, record.size());
+            columns = std::max(columns, record.cells.size());
     }
     std::vector<std::array<std::size_t, 4>> counts(columns, { 0, 0, 0, 0 });
     for (std::size_t i = head.dialect.hasHeader ? 1 : 0; i < records.size(); ++i) {
-        for (std::size_t j = 0; j < std::min(columns, records[i].size()); ++j) {
-            auto const type
-                = ClassifyCell(records[i][j], best.decimalMark, j == dateColumn ? hints.dateFormat : nullptr);
+        auto const& cells = records[i].cells;
+        for (std::size_t j = 0; j < std::min(columns, cells.size()); ++j) {
+            auto const type = ClassifyCell(cells[j], best.decimalMark, j == dateColumn ? hints.dateFormat : nullptr);
             ++counts[j][static_cast<std::size_t>(type)];
         }
     }

@@ -15,6 +15,8 @@ struct TableDialect {
     /// '.' or ','.
     char decimalMark = '.';
     bool hasHeader = false;
+    /// The header has no name for the first column, but for all others: what stands there names the rows.
+    bool hasRowNames = false;
 };
 
 enum class ColumnType { Unknown, Number, Date, Text };
@@ -33,8 +35,8 @@ struct TableHints {
     HeaderChoice header = HeaderChoice::Detect;
     /// Form of the dates in dateColumn; null for ISO dates in any column.
     DateFormat const* dateFormat = nullptr;
-    /// Name of the column, or its number from 1.
-    std::string dateColumn = "1";
+    /// Name of the column, or its number from 1; empty for the first, whatever its name.
+    std::string dateColumn;
 };
 
 /// One cell of a record, as it stands between the separators.

@@ -236,7 +236,7 @@ void TableReader::ChooseColumns()
     std::vector<std::string> names;
     for (Column const& column : m_columns)
         names.push_back(column.name);
-    m_dateColumn = FindColumn(names, m_options.dateColumn);
+    m_dateColumn = m_options.dateColumn.empty() ? 0 : FindColumn(names, m_options.dateColumn);
     if (!m_options.wanted.empty()) {
         for (Column& column : m_columns)
             column.keep = column.wanted = false;
@@ -245,6 +245,10 @@ void TableReader::ChooseColumns()
         std::size_t const index = FindColumn(names, text);
         if (index < m_columns.size())
             m_columns[index].keep = m_columns[index].wanted = true;
+    }
+    for (std::size_t i = 0; i < std::min(m_options.leading, m_columns.size()); ++i) {
+        m_columns[i].keep = m_columns[i].wanted = true;
+        m_columns[i].kept = Column::Texts::OfWords;
     }
     ChooseTexts(names);
 }
@@ -265,6 +269,7 @@ void TableReader::ChooseTexts(std::vector<std::string> const& names)
 
 bool TableReader::ReadHeader(char const*& p, char const* end)
 {
+    std::size_t const unnamed = m_dialect.hasRowNames ? 1 : 0;
     for (std::size_t index = 0;; ++index) {
         TableCell cell;
         if (ReadCell(p, end, m_dialect.separator, cell) == CellStatus::TextAfterQuote)
@@ -274,7 +279,7 @@ bool TableReader::ReadHeader(char const*& p, char const* end)
             name = Utf8FromLatin1(name);
             m_table.headerWasLatin1 = true;
         }
-        m_columns[index].name = std::move(name);
+        m_columns[unnamed + index].name = std::move(name);
         m_cellLine += CountLineBreaks(cell.text);
         if (IsLineEnd(*p))
             break;
@@ -479,7 +484,7 @@ bool TableReader::CheckSurplus(char const*& p, char const* end)
     if (status == CellStatus::Cell && IsLineEnd(*p) && cell.text.empty())
         return true;
     std::string expected = m_columns.size() == 1 ? "1 cell" : std::to_string(m_columns.size()) + " cells";
-    expected += m_dialect.hasHeader ? " as in the header" : " as in the first lines";
+    expected += m_dialect.hasHeader && !m_dialect.hasRowNames ? " as in the header" : " as in the first lines";
     return Fail(m_columns.size() + 1, std::move(expected), "one more: " + QuoteForMessage(cell.text));
 }
 

@@ -1,0 +1,265 @@
+#include "tools/ombrel/commands/PlotSource.h"
+#include "tools/ombrel/InputFile.h"
+#include "tools/ombrel/Messages.h"
+#include "tools/ombrel/chart/PlotCurves.h"
+#include "tools/ombrel/commands/RowOrder.h"
+#include "tools/ombrel/options/Options.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+
+namespace ombrel::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+class PlotSources : public testing::Test {
+protected:
+    ~PlotSources() override { fs::remove(m_path); }
+
+    /// options as on the command line; m_told gets what standard error gets, without the file's path.
+    std::vector<PlotSource> Read(std::string_view text, std::vector<std::string> options)
+    {
+        std::ofstream(m_path, std::ios::binary) << text;
+        options.insert(options.begin(), "plot");
+        testing::internal::CaptureStderr();
+        std::vector<PlotSource> sources;
+        m_told.clear();
+        try {
+            InputFile file(m_path);
+            sources = ReadPlotSources(ParseOptions(options), file, Messages(false));
+        } catch (Failure const& failure) {
+            m_told = failure.what();
+        }
+        m_told += testing::internal::GetCapturedStderr();
+        if (auto const at = m_told.find(m_path); at != std::string::npos)
+            m_told.replace(at, m_path.size(), "t");
+        return sources;
+    }
+
+    std::string m_told;
+
+private:
+    std::string m_path
+        = fs::temp_directory_path().string() + "/source-" + std::to_string(getpid()) + "-" + std::to_string(s_count++);
+    static inline int s_count = 0;
+};
+
+/// "1 2 NA" of a column.
+std::string ValuesOf(PlotSource const& source, std::size_t column)
+{
+    std::string text;
+    source.table.columns[column].values.ForEach(
+        [&text](double v) { text += (text.empty() ? "" : " ") + (std::isnan(v) ? std::string("NA") : NumberText(v)); });
+    return text;
+}
+
+/// Of each source its x values or words, and the values of its y columns.
+std::string Describe(std::vector<PlotSource> const& sources)
+{
+    std::string text;
+    for (PlotSource const& source : sources) {
+        text += text.empty() ? "" : "; ";
+        if (source.xColumn == PlotSource::kRowNumbers)
+            text += "rows";
+        else if (!source.HasWords())
+            text += ValuesOf(source, source.xColumn);
+        else
+            for (std::string const& word : source.table.columns[source.xColumn].texts)
+                text += word + ",";
+        for (std::size_t const column : source.yColumns)
+            text += " | " + ValuesOf(source, column);
+    }
+    return text;
+}
+
+TEST_F(PlotSources, AreTheColumnsAskedForOrThoseThatFit)
+{
+    constexpr auto kTable = "word,a,b,c\nx,1,2,3\ny,4,,6\n";
+    struct {
+        char const* text;
+        std::vector<std::string> options;
+        char const* found;
+    } const cases[] {
+        { kTable, {}, "x,y, | 1 4 | 2 NA | 3 6" },
+        { kTable, { "-y", "c,2" }, "x,y, | 3 6 | 1 4" },
+        { kTable, { "-x", "b", "-y", "3" }, "2 NA | 2 NA" },
+        { kTable, { "-x", "0", "-y", "a" }, "rows | 1 4" },
+        { kTable, { "--kind", "histogram", "-y", "c" }, "rows | 3 6" },
+        // The first column that is nothing else is x, and is read, whatever was asked for.
+        { kTable, { "--kind", "text", "--label", "1", "-y", "c" }, "1 4 | 3 6" },
+        { kTable, { "--kind", "error", "--label", "word", "--error", "a", "-y", "c" }, "2 NA | 3 6" },
+        { "1,2,3\n7,8,9\n", { "--header", "yes", "-y", "3" }, "7 | 9" },
+        { "7,1,3\n7,8,9\n", { "--header", "yes", "-y", "3" }, "7 | 9" },
+        { "a\n5\n6\n", {}, "rows | 5 6" },
+        { "a,b\n5,1\n6,2\n", { "-y", "1" }, "rows | 5 6" },
+        { "7,31.03.2020\n8,01.04.2020\n", { "-x", "2", "--date-format", "%d.%m.%Y" }, "43921 43922 | 7 8" },
+    };
+    for (auto const& c : cases) {
+        EXPECT_EQ(Describe(Read(c.text, c.options)), c.found) << c.text << testing::PrintToString(c.options);
+        EXPECT_EQ(m_told, "");
+    }
+}
+
+TEST_F(PlotSources, OfGroupsHaveTheirRowsInTheOrderOfTheWords)
+{
+    constexpr auto kLong = "year,town,v\n1,Rome,10\n2,Rome,20\n\n1,Oslo,30\n3,Oslo,40\n2,,50\n";
+    constexpr auto kWords = "town,month,v,e\nRome,May,1,.1\nRome,June,2,.2\nOslo,June,3,.3\nOslo,July,4,.4\n";
+    struct {
+        char const* text;
+        std::vector<std::string> options;
+        char const* found;
+        std::vector<std::string> titles;
+    } const cases[] {
+        { kLong, {}, "1 2 | 10 20; 1 3 | 30 40; 2 | 50", { "Rome", "Oslo", "(none)" } },
+        { kLong, { "-x", "v", "-y", "year,v" }, "10 20 | 1 2 | 10 20; 30 40 | 1 3 | 30 40; 50 | 2 | 50",
+            { "Rome, year", "Rome, v", "Oslo, year", "Oslo, v", "(none), year", "(none), v" } },
+        // Bars and bands share their x values, and so do words.
+        { kLong, { "--kind", "area" }, "1 2 3 | 10 20 NA; 1 2 3 | 30 NA 40; 1 2 3 | NA 50 NA",
+            { "Rome", "Oslo", "(none)" } },
+        { kLong, { "--kind", "bar", "-x", "0" }, "rows | 1 2 | 10 20; rows | 1 3 | 30 40; rows | 2 NA | 50 NA", {} },
+        { kWords, { "-y", "v" }, "May,June,July, | 1 2 NA; May,June,July, | NA 3 4", { "Rome", "Oslo" } },
+        { "x,k,y\n1,7,1\n2,7.0,2\n3,7,3\n", { "--by", "k" }, "1 3 | 1 3; 2 | 2", { "7", "7.0" } },
+    };
+    for (auto const& c : cases) {
+        std::vector<std::string> options = c.options;
+        if (std::find(options.begin(), options.end(), "--by") == options.end())
+            options.insert(options.end(), { "--by", "town" });
+        std::vector<PlotSource> const sources = Read(c.text, options);
+        EXPECT_EQ(Describe(sources), c.found) << testing::PrintToString(c.options);
+        EXPECT_TRUE(c.titles.empty() || CurveTitles(sources) == c.titles)
+            << testing::PrintToString(CurveTitles(sources));
+        EXPECT_EQ(m_told, "");
+    }
+    std::vector<PlotSource> const sources
+        = Read(kWords, { "--by", "town", "-y", "v", "--error", "e", "--kind", "points" });
+    EXPECT_EQ(ValuesOf(sources[1], sources[1].errorColumns[0]), "NA 0.3 0.4");
+    EXPECT_EQ(sources[1].PlaceOf(1).substr(sources[1].name.size()), ":4: ");
+    EXPECT_EQ(sources[1].PlaceOf(2).substr(sources[1].name.size()), ":5: ");
+    EXPECT_EQ(Read(kLong, { "--by", "town" })[1].table.LineOf(1), 6U);
+
+    Read("x,g,y\n1,a,1\n2,b,1\n1,a,2\n", { "--by", "g", "--kind", "bar" });
+    EXPECT_EQ(m_told, "t:4: expected one row for each x of the group \"a\", found another (line 2 has the same x)");
+    std::string many = "x,g,y\n";
+    for (int i = 0; i < 1001; ++i)
+        many += "1," + std::to_string(i) + ",1\n";
+    Read(many, { "--by", "g" });
+    EXPECT_EQ(m_told, "t:1002: column 2 (g): expected at most 1000 groups, found one more: \"1000\"");
+    many.erase(many.find("1,1000"));
+    EXPECT_EQ(Read(many, { "--by", "g" }).size(), 1000U);
+}
+
+TEST_F(PlotSources, ThatLookLikeGroupsAreWarnedOf)
+{
+    struct {
+        char const* text;
+        std::vector<std::string> options;
+        char const* warning;
+    } const cases[] {
+        { "x,y\n1,1\n2,2\n1,3\n2,4\n1,5\n2,6\n", {},
+            "t:4: x runs backwards here and 1 time more, and rows are joined in their order; --by COL makes a curve of "
+            "each group" },
+        { "x,g,y\n1,a,1\n2,a,2\n1,b,3\n2,b,4\n", { "--kind", "steps" },
+            "t:4: x begins anew here, and rows are joined in their order; --by COL makes a curve of each group, "
+            "perhaps "
+            "by column 2 (g)" },
+        { "x,g,y\n1,a,1\n1,b,2\n2,a,3\n2,b,4\n", {},
+            "t:2: most x values stand in several rows, which are joined; --by COL makes a curve of each group, perhaps "
+            "by column 2 (g)" },
+        { "x,y\n1,1\n2,2\n1,3\n2,4\n", { "--kind", "area" },
+            "t:2: most x values stand in several rows, which are joined; --by COL makes a curve of each group" },
+        { "g,m,y\na,May,1\na,June,2\nb,May,3\n", {},
+            "t:3: \"a\" stands along x again (line 2 has it); --by COL makes a curve of each group, perhaps by column "
+            "1 "
+            "(g)" },
+        { "g,m,y\na,May,1\na,June,2\nb,May,3\n", { "-x", "m", "--kind", "bar" },
+            "t:4: \"May\" stands along x again (line 2 has it); --by COL makes a curve of each group, perhaps by "
+            "column "
+            "1 (g)" },
+        { "x,g,y\n1,a,1\n1,b,1\n2,b,2\n1,b,3\n2,b,2\n1,b,3\n2,b,2\n", { "--by", "g" },
+            "t:5: group \"b\": x runs backwards here and 1 time more, and rows are joined in their order" },
+        // Nothing is joined, or rows go back on purpose.
+        { "x,y\n1,1\n2,2\n1,3\n2,4\n1,5\n2,6\n", { "--kind", "points" }, nullptr },
+        { "x,y\n1,1\n2,2\n1,3\n2,4\n1,5\n2,6\n", { "--polar" }, nullptr },
+        { "x,y\n1,1\n2,2\n1,3\n2,4\n1,5\n2,6\n", { "-x", "0" }, nullptr },
+        { "x,y\n3,1\n2,2\n4,4\n1,3\n", { "--kind", "area" }, nullptr },
+        { "x,y\n0,0\n0,1\n1,1\n1,0\n0,0\n", {}, nullptr },
+        { "g,y\na,1\nb,2\n,3\n,4\n", {}, nullptr },
+    };
+    for (auto const& c : cases) {
+        Read(c.text, c.options);
+        EXPECT_EQ(m_told, c.warning ? "ombrel: warning: " + std::string(c.warning) + "\n" : "") << c.text;
+    }
+}
+
+TEST(RowOrders, TellReturnsFromTurns)
+{
+    double const na = std::nan("");
+    struct {
+        std::vector<double> xs;
+        std::size_t returns, first;
+        bool toStart;
+        std::size_t equal, repeats;
+    } const cases[] {
+        { {}, 0, 0, false, 0, 0 },
+        { { 1, 2, 3 }, 0, 0, false, 0, 0 },
+        { { 3, 2, 1 }, 0, 0, false, 0, 0 },
+        { { 1, 2, 3, 1, 2, 3, 2, 3 }, 2, 3, true, 0, 5 },
+        { { 3, 2, 1, 3, 2, 1 }, 1, 3, true, 0, 3 },
+        { { 1, 2, 3, 2, 3 }, 1, 3, false, 0, 2 },
+        { { 1, na, 2, 0, na, 0, 3 }, 1, 3, false, 1, 1 },
+        // There and back, once more, and a closed outline.
+        { { 0, 1, 2, 3, 2, 1, 0, 1, 2, 3 }, 0, 0, false, 0, 6 },
+        { { 1, 2, 3, 1 }, 0, 0, false, 0, 1 },
+        { { 3, 1, 2, 3 }, 0, 0, false, 0, 1 },
+    };
+    for (auto const& c : cases) {
+        ColumnValues xs;
+        for (double const x : c.xs)
+            xs.Append(x);
+        RowOrder const order = OrderOf(xs);
+        SCOPED_TRACE(testing::PrintToString(c.xs));
+        EXPECT_EQ(order.returns, c.returns);
+        EXPECT_EQ(order.firstReturn, c.first);
+        EXPECT_EQ(order.returnsToStart, c.toStart);
+        EXPECT_EQ(order.equal, c.equal);
+        EXPECT_EQ(CountRepeats(xs), c.repeats);
+    }
+}
+
+TEST_F(PlotSources, SayWhatIsWrongWithTheirColumns)
+{
+    constexpr auto kTable = "day,a,word\n2020-01-01,1,x\n2020-01-02,2,y\n";
+    struct {
+        char const* text;
+        std::vector<std::string> options;
+        char const* fault;
+    } const cases[] {
+        { kTable, { "-y", "b" }, "-y b: t has no such column; it has column 1 (day), column 2 (a), column 3 (word)" },
+        { kTable, { "--by", "4" },
+            "--by 4: t has no such column; it has column 1 (day), column 2 (a), column 3 (word)" },
+        { kTable, { "-y", "1" }, "t: column 1 (day): expected numbers, found dates" },
+        { kTable, { "-y", "3" }, "t: column 3 (word): expected numbers, found texts" },
+        { "a,b\n,1\n,2\n", {}, "t: column 1 (a): expected numbers, dates or words, found only gaps" },
+        { "a,b\nx,y\n", {}, "t: expected a column of numbers, found none; column 2 (b) holds texts" },
+        { "a,b,c\n1,2,3\n2,3,-1\n", { "-y", "b", "--error", "c" },
+            "t:3: column 3: expected an error that is not negative, found -1" },
+        { "a,b,c\n1,2,3\n", { "-y", "b,c", "--error", "c,b,a" },
+            "--error: expected one column, or one for each of the 2 y columns, found 3" },
+        { "a,b\n", {}, "t:2: expected a row of values, found the end of the file" },
+        { "a,b\n1,2\n3,x\n5,6\n", { "-y", "b" },
+            "t:3: column 2: expected a number or a gap (empty, NA, NaN), found \"x\"" },
+    };
+    for (auto const& c : cases) {
+        Read(c.text, c.options);
+        EXPECT_EQ(m_told, c.fault) << c.text;
+    }
+    EXPECT_EQ(ValuesOf(Read("a,b,c,e\n1,2,3,4\n", { "-y", "b,c", "--error", "e" })[0], 3), "4");
+}
+
+} // namespace
+} // namespace ombrel::host
