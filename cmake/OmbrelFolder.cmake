@@ -1,6 +1,7 @@
 # ombrel_warnings(target): the warnings that all of our code is compiled with.
 function(ombrel_warnings target)
-    target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow $<$<BOOL:${OMBREL_WERROR}>:-Werror>)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow
+        $<$<CXX_COMPILER_ID:Clang>:-Wreserved-identifier> $<$<BOOL:${OMBREL_WERROR}>:-Werror>)
 endfunction()
 
 # ombrel_folder(name USES folders... LIBRARIES private... SOURCES files...): one folder of the library, as a static
@@ -17,6 +18,14 @@ function(ombrel_folder name)
     set_property(GLOBAL APPEND PROPERTY OMBREL_FOLDERS ombrel_${name})
 endfunction()
 
+# Test code runs once: what counts is how long it takes to compile.
+function(ombrel_test_compilation target)
+    target_compile_options(${target} PRIVATE -O0)
+    # Objects and programs would be compiled with different options otherwise, and could not share a precompiled header.
+    set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+    ombrel_warnings(${target})
+endfunction()
+
 # ombrel_test(name LABEL label USES folders... SOURCES files...): a test program on those folders.
 function(ombrel_test name)
     cmake_parse_arguments(TEST "" "LABEL" "USES;SOURCES" ${ARGN})
@@ -26,9 +35,8 @@ function(ombrel_test name)
     endforeach()
     target_link_libraries(${name} PRIVATE GTest::gmock GTest::gtest_main)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
-    # Test code runs once; what counts is how long it takes to compile.
-    target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O1>)
-    ombrel_warnings(${name})
+    ombrel_test_compilation(${name})
+    target_precompile_headers(${name} REUSE_FROM ombrel_test_headers)
     # The preferences of whoever runs the tests must not change what is drawn.
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
         PROPERTIES LABELS "${TEST_LABEL}" TIMEOUT 300 ENVIRONMENT "XDG_CONFIG_HOME=${PROJECT_BINARY_DIR}/tests/config")

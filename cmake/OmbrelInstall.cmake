@@ -34,6 +34,12 @@ file(RELATIVE_PATH OMBREL_PC_TO_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 configure_file(cmake/ombrel.pc.in ${PROJECT_BINARY_DIR}/ombrel.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/ombrel.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 
+# Each package brings the licences.
+set(OMBREL_LIBRARY_PACKAGE libombrel${PROJECT_VERSION_MAJOR})
+install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${OMBREL_LIBRARY_PACKAGE} COMPONENT library)
+install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libombrel-dev COMPONENT development)
+install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/ombrel COMPONENT host)
+
 # The host finds the library beside it, wherever the tree is put; in the system's own folders the loader does.
 set_target_properties(ombrel_command PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
