@@ -1,5 +1,6 @@
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/GridLine.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 #include <algorithm>
@@ -25,7 +26,7 @@ void C2DGrid::Serialize(CArchive& ar)
     f.Dword(m_major.colour, m_minor.colour).Int(m_major.style, m_minor.style, m_x.lineMode, m_y.lineMode);
     f.Int(m_x.freeLinesOn, m_y.freeLinesOn, m_x.alignFreeLines, m_y.alignFreeLines);
     f.Double(m_x.lineMin, m_x.lineDel, m_y.lineMin, m_y.lineDel).Int(m_y.linesOn, m_x.linesOn, m_synch);
-    f.Date(m_minTime).Int(m_majorStep.count, m_majorStep.unit, m_minorStep.count, m_minorStep.unit);
+    f.Date(m_dates.tickMin).Int(m_dates.del, m_dates.delUnit, m_dates.delMinor, m_dates.delUnitMinor);
 }
 
 void C2DGrid::UpdateGraphParameters()
@@ -38,39 +39,38 @@ void C2DGrid::UpdateGraphParameters()
 
 void C2DGrid::FollowAxes(CAxes const& axes)
 {
-    FollowTickMode(m_x, axes.GetXTickMode());
-    FollowTickMode(m_y, axes.GetYTickMode());
-    if (axes.GetXTimeUnitsOn()) {
-        m_minTime = axes.GetXTickMinTime();
-        m_majorStep = { axes.GetXDelTime(), axes.GetXDelTimeUnit() };
-        m_minorStep = { axes.GetXDelTimeMinor(), axes.GetXDelTimeUnitMinor() };
-    } else {
-        FollowSpacing(
-            m_x, { axes.GetNumXMajorTicks(), axes.GetNumXMinorTicks(), axes.GetXTickMin(), axes.GetXTickDel() });
-    }
-    FollowSpacing(m_y, { axes.GetNumYMajorTicks(), axes.GetNumYMinorTicks(), axes.GetYTickMin(), axes.GetYTickDel() });
+    AxisSettings const& x = axes.GetAxis(CAxes::atX);
+    AxisSettings const& y = axes.GetAxis(CAxes::atY);
+    FollowTickMode(m_x, x);
+    FollowTickMode(m_y, y);
+    DateSteps const& dates = axes.GetDateTicks();
+    if (x.timeUnitsOn)
+        m_dates = dates;
+    else
+        FollowSpacing(m_x, x);
+    FollowSpacing(m_y, y);
 }
 
-void C2DGrid::FollowTickMode(GridDirection& direction, CAxes::TickMode mode)
+void C2DGrid::FollowTickMode(GridDirection& direction, AxisSettings const& axis)
 {
     // Without ticks, or with free ones only, there is nothing to follow.
-    if (mode == CAxes::tmDivisions || mode == CAxes::tmDivisionsArbitrary)
+    if (axis.HasDivisions())
         direction.lineMode = lmDivisions;
-    else if (mode == CAxes::tmStep || mode == CAxes::tmStepArbitrary)
+    else if (axis.HasSteps())
         direction.lineMode = lmStep;
 }
 
-void C2DGrid::FollowSpacing(GridDirection& direction, AxisSpacing const& axis)
+void C2DGrid::FollowSpacing(GridDirection& direction, AxisSettings const& axis)
 {
     if (direction.lineMode == lmDivisions) {
-        direction.majorDivisions = std::max(axis.majorTicks, std::numeric_limits<int>::min() + 1) - 1;
+        direction.majorDivisions = std::max(axis.numMajorTicks, std::numeric_limits<int>::min() + 1) - 1;
     } else if (direction.lineMode == lmStep) {
         direction.lineMin = axis.tickMin;
         direction.lineDel = axis.tickDel;
     } else {
         return;
     }
-    direction.minorDivisions = std::min(axis.minorTicks, std::numeric_limits<int>::max() - 1) + 1;
+    direction.minorDivisions = std::min(axis.numMinorTicks, std::numeric_limits<int>::max() - 1) + 1;
 }
 
 void C2DGrid::SetFreePositions(GridDirection& direction, CDoubleArray const& positions)

@@ -1,9 +1,7 @@
 #pragma once
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/graph2d/GridLine.h"
-#include "ombrel/graph2d/GridPositions.h"
+#include "ombrel/graph2d/GridSettings.h"
 #include "ombrel/model/GraphComponent.h"
-#include "ombrel/platform/framework/DateTime.h"
 #include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
@@ -120,38 +118,26 @@ public:
     void SetArbLineColour(COLORREF colour) { Change(m_free.colour, colour); }
 
     /// Lines on a date axis: a date that a major line lies on, and the steps in calendar units.
-    COleDateTime GetXMinTime() const { return m_minTime; }
-    void SetXMinTime(COleDateTime const& date) { Change(m_minTime, date); }
-    int GetXDelTime() const { return m_majorStep.count; }
-    void SetXDelTime(int count) { Change(m_majorStep.count, count); }
-    CAxes::TimeUnit GetXDelTimeUnit() const { return m_majorStep.unit; }
-    void SetXDelTimeUnit(CAxes::TimeUnit unit) { Change(m_majorStep.unit, unit); }
-    int GetXDelTimeMinor() const { return m_minorStep.count; }
-    void SetXDelTimeMinor(int count) { Change(m_minorStep.count, count); }
-    CAxes::TimeUnit GetXDelTimeUnitMinor() const { return m_minorStep.unit; }
-    void SetXDelTimeUnitMinor(CAxes::TimeUnit unit) { Change(m_minorStep.unit, unit); }
+    COleDateTime GetXMinTime() const { return m_dates.tickMin; }
+    void SetXMinTime(COleDateTime const& date) { Change(m_dates.tickMin, date); }
+    int GetXDelTime() const { return m_dates.del; }
+    void SetXDelTime(int count) { Change(m_dates.del, count); }
+    CAxes::TimeUnit GetXDelTimeUnit() const { return m_dates.delUnit; }
+    void SetXDelTimeUnit(CAxes::TimeUnit unit) { Change(m_dates.delUnit, unit); }
+    int GetXDelTimeMinor() const { return m_dates.delMinor; }
+    void SetXDelTimeMinor(int count) { Change(m_dates.delMinor, count); }
+    CAxes::TimeUnit GetXDelTimeUnitMinor() const { return m_dates.delUnitMinor; }
+    void SetXDelTimeUnitMinor(CAxes::TimeUnit unit) { Change(m_dates.delUnitMinor, unit); }
 
 private:
-    struct DateStep {
-        int count = 1;
-        CAxes::TimeUnit unit = CAxes::TimeUnit::Year;
-    };
-    /// What an axis prescribes for the lines across it.
-    struct AxisSpacing {
-        int majorTicks;
-        int minorTicks;
-        double tickMin;
-        double tickDel;
-    };
     /// The lines of one pass, on their way to the device.
     class Pass;
     template <typename Add> void DrawLines(CPort* port, TickType type, Add const& add) const;
     void DrawFreeLines(CPort* port, CAxes::AxisType axis) const;
     C2DGraph const* DrawnGraph(CPort const* port) const;
     GridDirection const& Direction(int axis) const { return axis == CAxes::atY ? m_y : m_x; }
-    DateTickSettings DateSteps() const;
-    static void FollowTickMode(GridDirection& direction, CAxes::TickMode mode);
-    static void FollowSpacing(GridDirection& direction, AxisSpacing const& axis);
+    static void FollowTickMode(GridDirection& direction, AxisSettings const& axis);
+    static void FollowSpacing(GridDirection& direction, AxisSettings const& axis);
     void SetFreePositions(GridDirection& direction, CDoubleArray const& positions);
 
     int m_on = 0;
@@ -161,9 +147,7 @@ private:
     GridLine m_major;
     GridLine m_minor;
     GridLine m_free;
-    COleDateTime m_minTime { 2000, 1, 1, 0, 0, 0 };
-    DateStep m_majorStep;
-    DateStep m_minorStep { 1, CAxes::TimeUnit::Month };
+    DateSteps m_dates { { 2000, 1, 1, 0, 0, 0 }, 1, TimeUnit::Year, 1, TimeUnit::Month };
 };
 
 } // namespace ombrel

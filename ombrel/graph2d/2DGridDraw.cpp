@@ -3,6 +3,8 @@
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph2d/GridLine.h"
+#include "ombrel/graph2d/GridPositions.h"
 #include "ombrel/graph2d/LinePath.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/VectorGraphics.h"
@@ -14,17 +16,7 @@ namespace {
 /// The line type with the finest dots.
 constexpr int kDottedLine = 5;
 
-GridRange RangeOf(CAxes const& axes, int axis)
-{
-    if (axis == CAxes::atY)
-        return { axes.GetYAxisMin(), axes.GetYAxisMax() };
-    return { axes.GetXAxisMin(), axes.GetXAxisMax() };
-}
-
-int ScaleMode(CAxes const& axes, int axis)
-{
-    return axis == CAxes::atY ? axes.GetYAxisScaleMode() : axes.GetXAxisScaleMode();
-}
+GridRange RangeOf(AxisSettings const& axis) { return { axis.min, axis.max }; }
 
 } // namespace
 
@@ -44,10 +36,11 @@ public:
     void AddDivisions(int axis);
     void AddSteps(int axis);
     void AddDates();
-    void AddDecades(int axis) { Add(axis, DecadeLines(RangeOf(m_axes, axis), m_type)); }
+    void AddDecades(int axis) { Add(axis, DecadeLines(RangeOf(Axis(axis)), m_type)); }
     void Stroke() const;
 
 private:
+    AxisSettings const& Axis(int axis) const { return m_axes.GetAxis(static_cast<CAxes::AxisType>(axis)); }
     void AddSpaced(int axis);
     void Add(int axis, std::vector<double> const& positions);
     GridLine const& Line() const { return m_type == ttMajor ? m_grid.m_major : m_grid.m_minor; }
@@ -63,7 +56,7 @@ private:
 void C2DGrid::Pass::AddAll()
 {
     for (int const axis : { CAxes::atX, CAxes::atY }) {
-        if (ScaleMode(m_axes, axis) != 0)
+        if (Axis(axis).scaleMode != 0)
             AddDecades(axis);
     }
     AddSpaced(CAxes::atX);
@@ -84,8 +77,8 @@ void C2DGrid::Pass::AddSpaced(int axis)
 void C2DGrid::Pass::AddDivisions(int axis)
 {
     GridDirection const& direction = m_grid.Direction(axis);
-    if (direction.linesOn && ScaleMode(m_axes, axis) == 0)
-        Add(axis, DivisionLines(direction, RangeOf(m_axes, axis), m_type));
+    if (direction.linesOn && Axis(axis).scaleMode == 0)
+        Add(axis, DivisionLines(direction, RangeOf(Axis(axis)), m_type));
 }
 
 void C2DGrid::Pass::AddSteps(int axis)
@@ -95,20 +88,22 @@ void C2DGrid::Pass::AddSteps(int axis)
     bool const closes = axis == CAxes::atY || m_grid.m_major.IsSolid();
     ClosingLine const closing = closes ? ClosingLine::AtMaximum : ClosingLine::None;
     if (direction.linesOn)
-        Add(axis, StepLines(direction, RangeOf(m_axes, axis), m_type, closing));
+        Add(axis, StepLines(direction, RangeOf(Axis(axis)), m_type, closing));
 }
 
 void C2DGrid::Pass::AddDates()
 {
     if (m_grid.m_x.linesOn)
-        Add(CAxes::atX, DateLines(m_grid.DateSteps(), RangeOf(m_axes, CAxes::atX), m_type));
+        Add(CAxes::atX, DateLines(m_grid.m_dates, RangeOf(Axis(CAxes::atX)), m_type));
 }
 
 void C2DGrid::Pass::Add(int axis, std::vector<double> const& positions)
 {
     PortMapping const& map = m_port.GetMapping();
-    CPoint const bottomLeft(map.X(m_axes.GetXAxisMin()), map.Y(m_axes.GetYAxisMin()));
-    CPoint const topRight(map.X(m_axes.GetXAxisMax()), map.Y(m_axes.GetYAxisMax()));
+    AxisSettings const& x = Axis(CAxes::atX);
+    AxisSettings const& y = Axis(CAxes::atY);
+    CPoint const bottomLeft(map.X(x.min), map.Y(y.min));
+    CPoint const topRight(map.X(x.max), map.Y(y.max));
     bool first = true;
     CPoint before;
     for (double const position : positions) {
@@ -140,17 +135,6 @@ C2DGraph const* C2DGrid::DrawnGraph(CPort const* port) const
 {
     auto const* const graph = DynamicDowncast<C2DGraph>(GetGraph());
     return port && port->GetDC() && graph && graph->GetAxes() ? graph : nullptr;
-}
-
-DateTickSettings C2DGrid::DateSteps() const
-{
-    DateTickSettings dates;
-    dates.tickMin = m_minTime;
-    dates.del = m_majorStep.count;
-    dates.delUnit = m_majorStep.unit;
-    dates.delMinor = m_minorStep.count;
-    dates.delUnitMinor = m_minorStep.unit;
-    return dates;
 }
 
 template <typename Add> void C2DGrid::DrawLines(CPort* port, TickType type, Add const& add) const
@@ -215,15 +199,15 @@ void C2DGrid::DrawFreeLines(CPort* port, CAxes::AxisType axis) const
     CPen pen(m_free.style, 1, m_free.colour);
     dc.SelectObject(&pen);
     dc.SetBkMode(TRANSPARENT);
-    CAxes const& axes = *graph->GetAxes();
+    bool const upright = axis == CAxes::atX;
+    AxisSettings const& across = graph->GetAxes()->GetAxis(upright ? CAxes::atY : CAxes::atX);
     CDoubleArray const& positions = Direction(axis).freePositions;
     for (int i = 0; i < positions.GetSize(); ++i) {
         double const position = positions[i];
         if (IsGap(position))
             continue;
-        bool const upright = axis == CAxes::atX;
-        port->MoveTo(upright ? CRealPoint(position, axes.GetYAxisMin()) : CRealPoint(axes.GetXAxisMin(), position));
-        port->LineTo(upright ? CRealPoint(position, axes.GetYAxisMax()) : CRealPoint(axes.GetXAxisMax(), position));
+        port->MoveTo(upright ? CRealPoint(position, across.min) : CRealPoint(across.min, position));
+        port->LineTo(upright ? CRealPoint(position, across.max) : CRealPoint(across.max, position));
     }
 }
 

@@ -1,4 +1,5 @@
 #include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/GridLine.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 namespace ombrel {

@@ -1,6 +1,6 @@
 #pragma once
 #include "ombrel/foundation/FontData.h"
-#include "ombrel/graph2d/GridLine.h"
+#include "ombrel/graph2d/GridSettings.h"
 #include "ombrel/model/GraphComponent.h"
 #include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"

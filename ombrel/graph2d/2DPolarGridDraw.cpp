@@ -3,6 +3,7 @@
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/graph2d/GridLine.h"
 #include "ombrel/graph2d/LinePath.h"
 #include "ombrel/graph2d/axes/AxesTicks.h"
 #include "ombrel/graph2d/axes/LabelFont.h"
@@ -79,27 +80,24 @@ CPoint AnglePlace(CPoint end, CSize size, double angle, long long index, long lo
 /// Finds the extents, and draws when asked to. Radii and angles are counted in major divisions.
 class C2DPolarGrid::Pass {
 public:
-    Pass(C2DPolarGrid& grid, CPort& port, CAxes const& axes, int tickPixels)
+    Pass(C2DPolarGrid& grid, CPort& port, CRealRect const& range, int tickPixels)
         : m_grid(grid)
         , m_port(port)
         , m_dc(*port.GetDC())
-        , m_axes(axes)
-        , m_centre(axes.GetXAxisMin() / 2 + axes.GetXAxisMax() / 2, axes.GetYAxisMin() / 2 + axes.GetYAxisMax() / 2)
-        , m_radius(axes.GetXAxisMax() / 2 - axes.GetXAxisMin() / 2)
+        , m_range(range)
+        , m_centre(range.left / 2 + range.right / 2, range.bottom / 2 + range.top / 2)
+        , m_radius(range.right / 2 - range.left / 2)
         , m_tick(port.WindowToUnitsLength(tickPixels))
     {
-        CPoint const topLeft = Device({ axes.GetXAxisMin(), axes.GetYAxisMax() });
-        CPoint const bottomRight = Device({ axes.GetXAxisMax(), axes.GetYAxisMin() });
+        CPoint const topLeft = Device({ range.left, range.top });
+        CPoint const bottomRight = Device({ range.right, range.bottom });
         m_grid.m_extent = CRect(topLeft.x, topLeft.y, bottomRight.x, bottomRight.y);
     }
     void DrawLines();
     void DrawAngleLabels();
     void PlaceRadiusLabels(Labels const& labels);
     /// What tick i of the scale stands for.
-    double TickHeight(int i) const
-    {
-        return m_centre.y + i * (m_axes.GetYAxisMax() - m_centre.y) / m_grid.m_majorRadii;
-    }
+    double TickHeight(int i) const { return m_centre.y + i * (m_range.top - m_centre.y) / m_grid.m_majorRadii; }
 
 private:
     CPoint Device(CRealPoint const& p) const { return m_port.UnitsToWindow(p); }
@@ -118,7 +116,8 @@ private:
     C2DPolarGrid& m_grid;
     CPort& m_port;
     CDC& m_dc;
-    CAxes const& m_axes;
+    /// Of the axes.
+    CRealRect m_range;
     CRealPoint m_centre;
     double m_radius;
     /// Length of a tick of the scale, in real units.
@@ -149,8 +148,8 @@ void C2DPolarGrid::Pass::DrawLines()
     if (!CanDraw(grid.m_majorRadii))
         return;
     m_pen.dashes = {};
-    double const left = m_axes.GetXAxisMin();
-    AddLine(Device({ left, m_centre.y }), Device({ left, m_axes.GetYAxisMax() }));
+    double const left = m_range.left;
+    AddLine(Device({ left, m_centre.y }), Device({ left, m_range.top }));
     for (int i = 1; i <= grid.m_majorRadii; ++i)
         AddLine(Device({ left - m_tick, TickHeight(i) }), Device({ left, TickHeight(i) }));
     Stroke();
@@ -223,7 +222,7 @@ void C2DPolarGrid::Pass::DrawAngleLabels()
 void C2DPolarGrid::Pass::PlaceRadiusLabels(Labels const& labels)
 {
     for (int i = 1; Label const& label : labels) {
-        CPoint at = Device({ m_axes.GetXAxisMin() - m_tick, TickHeight(i++) });
+        CPoint at = Device({ m_range.left - m_tick, TickHeight(i++) });
         at.x -= VUNearest(1.25 * label.size.cx);
         at.y -= VUNearest(label.size.cy / 2.0);
         if (m_grid.GetDrawMode() != dmMeasure)
@@ -260,7 +259,6 @@ void C2DPolarGrid::Draw(CPort* port)
     if (!m_on || !port || !port->GetDC() || !graph || !graph->GetAxes())
         return;
     CRect const rect = graph->GetGraphRect();
-    int const tickPixels = std::max(0, std::min(rect.Width(), rect.Height())) / 80;
     CDC& dc = *port->GetDC();
     SavedDC const saved(dc);
     CFont font;
@@ -269,7 +267,7 @@ void C2DPolarGrid::Draw(CPort* port)
     dc.SetTextColor(RGB(0, 0, 0));
     dc.SetBkMode(TRANSPARENT);
     dc.SetTextAlign(TA_LEFT | TA_TOP);
-    Pass pass(*this, *port, *graph->GetAxes(), tickPixels);
+    Pass pass(*this, *port, graph->GetAxes()->GetRealExtentRect(), ShorterSide(rect) / 80);
     std::optional<Labels> labels = std::exchange(m_labels, {});
     if (!labels)
         labels = MakeLabels(dc, pass);

@@ -12,18 +12,17 @@ namespace ombrel {
 
 constinit CRuntimeClass const CAxes::kClass = PersistentClass<CAxes, CGraphComponent>("CAxes");
 
-CAxes::CAxes() { m_x.labelPlacement = lpBelow; }
+CAxes::CAxes() = default;
 
 CAxes::CAxes(CGraph* graph)
-    : CGraphComponent(graph)
+    : AxesAccessors(graph)
 {
-    m_x.labelPlacement = lpBelow;
     COLORREF colour = CPreferences::GetAxesColour2DDefault();
     CPreferences::GetAxesColour2D(colour);
     SetColour(colour);
-    CPreferences::GetMajorLabelsColour2D(m_labelsColour);
-    CPreferences::GetMinorLabelsColour2D(m_minorLabelsColour);
-    CPreferences::GetTitlesColour2D(m_titlesColour);
+    CPreferences::GetMajorLabelsColour2D(m_texts.labels.colour);
+    CPreferences::GetMinorLabelsColour2D(m_texts.minorLabels.colour);
+    CPreferences::GetTitlesColour2D(m_texts.titlesColour);
     SetModified(1);
 }
 
@@ -49,17 +48,25 @@ void CAxes::EndLayout()
     m_inLayout = false;
 }
 
-void CAxes::SetScaleMode(AxisSettings& axis, int mode)
+void CAxes::SetAxis(AxisType type, AxisSettings const& axis)
 {
-    Change(axis.scaleMode, mode);
+    if (type != atX && type != atY)
+        return;
+    Axis(type) = axis;
+    SetScaleMode(type, axis.scaleMode);
+}
+
+void CAxes::SetScaleMode(AxisType type, int mode)
+{
+    Change(Axis(type).scaleMode, mode);
     if (GetGraph() && GetGraph()->GetPlotArray())
         GetGraph()->GetPlotArray()->Set2DCurveScaleModes(m_x.scaleMode, m_y.scaleMode);
 }
 
-void CAxes::SwitchAxis(AxisSettings& axis, int on)
+void CAxes::SwitchAxis(AxisType type, int on)
 {
-    Change(axis.on, on);
-    axis.labelsOn = on;
+    Change(Axis(type).on, on);
+    Axis(type).labelsOn = on;
 }
 
 void CAxes::SetRange(AxisType type, double min, double max)
@@ -84,7 +91,7 @@ void CAxes::GetYAxisRange(double& min, double& max) const
 
 double CAxes::GetRange(AxisType type) const
 {
-    return type == atX || type == atY ? Axis(type).max - Axis(type).min : 0.0;
+    return type == atX || type == atY ? GetAxis(type).max - GetAxis(type).min : 0.0;
 }
 
 void CAxes::Set(double xmin, double xmax, double ymin, double ymax, CRealPoint const& intersect)
@@ -153,8 +160,8 @@ void WidenToTidySteps(double& min, double& max)
 
 void CAxes::GetRange(AxisType type, int rangeMode, double& min, double& max) const
 {
-    min = Axis(type).min;
-    max = Axis(type).max;
+    min = GetAxis(type).min;
+    max = GetAxis(type).max;
     if (rangeMode == rmTidy || rangeMode == rmExact)
         GetDataRange(type, min, max);
     WidenEmptyRange(min, max);
@@ -165,8 +172,8 @@ void CAxes::GetRange(AxisType type, int rangeMode, double& min, double& max) con
 
 void CAxes::GetLogRange(AxisType type, double& min, double& max) const
 {
-    min = Axis(type).min;
-    max = Axis(type).max;
+    min = GetAxis(type).min;
+    max = GetAxis(type).max;
     GetDataRange(type, min, max);
     min = std::floor(min);
     max = std::ceil(max);
@@ -182,14 +189,14 @@ void CAxes::SetTickRange(AxisType type, double min, double max)
 
 void CAxes::GetTickRange(AxisType type, int, double& min, double& max) const
 {
-    min = Axis(type).tickRangeMin;
-    max = Axis(type).tickRangeMax;
+    min = GetAxis(type).tickRangeMin;
+    max = GetAxis(type).tickRangeMax;
 }
 
 void CAxes::GetTickMinDel(AxisType type, double& min, double& del) const
 {
-    min = Axis(type).tickMin;
-    del = Axis(type).tickDel;
+    min = GetAxis(type).tickMin;
+    del = GetAxis(type).tickDel;
 }
 
 int CAxes::IsClipped(CRealPoint const& p) const

@@ -129,7 +129,7 @@ void CAxes::Pass::PlaceX(Tick const& tick)
     CPoint const end = Device(tip);
     int const cx = tick.extent.cx;
     int const cy = tick.extent.cy;
-    bool const turned = !(tick.IsMajor() ? m_axes.m_labelsHorizontal : m_axes.m_minorLabelsHorizontal);
+    bool const turned = !m_axes.LabelStyle(tick.IsMajor()).horizontal;
     int const height = turned ? cx : cy;
     m_extent.left = std::min(m_extent.left, end.x - cx / 2);
     m_extent.right = std::max(m_extent.right, end.x + cx / 2);
@@ -198,18 +198,17 @@ void CAxes::Pass::UseStyle(Style style)
     if (m_style == style)
         return;
     m_style = style;
-    if (style.major)
-        CVUtils::ConfigureFont(&m_font, m_axes.m_labelsFont, m_results.fontHeight, style.turned);
-    else
-        CVUtils::ConfigureFont(&m_font, m_axes.m_minorLabelsFont, m_results.minorFontHeight, style.turned);
+    AxisLabelStyle const& labels = m_axes.LabelStyle(style.major);
+    int const height = style.major ? m_results.fontHeight : m_results.minorFontHeight;
+    CVUtils::ConfigureFont(&m_font, labels.font, height, style.turned);
     m_dc.SelectObject(&m_font);
-    m_dc.SetTextColor(style.major ? m_axes.m_labelsColour : m_axes.m_minorLabelsColour);
+    m_dc.SetTextColor(labels.colour);
 }
 
 void CAxes::Pass::WalkTitles()
 {
     if (m_draws)
-        m_dc.SetTextColor(m_axes.m_titlesColour);
+        m_dc.SetTextColor(m_axes.m_texts.titlesColour);
     if (m_axes.m_x.on && !m_axes.m_x.title.IsEmpty())
         PlaceXTitle();
     if (m_axes.m_y.on && !m_axes.m_y.title.IsEmpty())
@@ -255,7 +254,7 @@ void CAxes::Pass::PlaceYTitle()
 
 void CAxes::Pass::UseTitleFont(int vertical)
 {
-    CVUtils::ConfigureFont(&m_font, m_axes.m_titlesFont, m_results.fontHeight, vertical);
+    CVUtils::ConfigureFont(&m_font, m_axes.m_texts.titlesFont, m_results.fontHeight, vertical);
     m_dc.SelectObject(&m_font);
 }
 

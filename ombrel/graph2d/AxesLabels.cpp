@@ -83,9 +83,8 @@ AxesResults CAxes::MakeSizes(CPort& port) const
 {
     constexpr double kMinorLabelSize = 0.85;
     CRect const rect = GetGraph()->GetGraphRect();
-    int const shorter = std::max(0, std::min(rect.Width(), rect.Height()));
     AxesResults results;
-    results.tickLength = VUNearest(shorter / 80.0);
+    results.tickLength = VUNearest(ShorterSide(rect) / 80.0);
     results.fontHeight = LabelFontHeight(*port.GetDC(), rect);
     results.minorFontHeight = VUNearest(results.fontHeight * kMinorLabelSize);
     return results;
@@ -105,17 +104,17 @@ void CAxes::MeasureTexts(CDC& dc, AxesResults& results) const
     SavedDC const saved(dc);
     CFont font;
     auto const measureAxis = [&](TickList& ticks, int majorVertical, int minorVertical) {
-        CVUtils::ConfigureFont(&font, m_labelsFont, results.fontHeight, majorVertical);
+        CVUtils::ConfigureFont(&font, m_texts.labels.font, results.fontHeight, majorVertical);
         MeasureTicks(dc, font, ticks, true);
-        CVUtils::ConfigureFont(&font, m_minorLabelsFont, results.minorFontHeight, minorVertical);
+        CVUtils::ConfigureFont(&font, m_texts.minorLabels.font, results.minorFontHeight, minorVertical);
         MeasureTicks(dc, font, ticks, false);
     };
-    measureAxis(results.x, !m_labelsHorizontal, !m_minorLabelsHorizontal);
+    measureAxis(results.x, !m_texts.labels.horizontal, !m_texts.minorLabels.horizontal);
     measureAxis(results.y, 0, 0);
-    CVUtils::ConfigureFont(&font, m_titlesFont, results.fontHeight, 0);
+    CVUtils::ConfigureFont(&font, m_texts.titlesFont, results.fontHeight, 0);
     dc.SelectObject(&font);
     results.xTitle = MeasuredText(dc, m_x.title);
-    CVUtils::ConfigureFont(&font, m_titlesFont, results.fontHeight, 1);
+    CVUtils::ConfigureFont(&font, m_texts.titlesFont, results.fontHeight, 1);
     dc.SelectObject(&font);
     results.yTitle = MeasuredText(dc, m_y.title);
 }

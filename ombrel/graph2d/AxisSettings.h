@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/foundation/FontData.h"
 #include "ombrel/foundation/Utils.h"
 #include "ombrel/platform/framework/Arrays.h"
 #include "ombrel/platform/framework/DateTime.h"
@@ -80,8 +81,8 @@ struct OMBREL_EXPORT AxisSettings {
     int timeUnitsOn = 0;
 };
 
-/// How an axis of dates places its step ticks and writes its labels.
-struct DateTickSettings {
+/// Steps along an axis of dates.
+struct DateSteps {
     /// One tick.
     COleDateTime tickMin;
     /// The distance between ticks; without ticks when not positive.
@@ -90,6 +91,10 @@ struct DateTickSettings {
     /// The distance from a major tick to its first minor one, and on to the next; none when not positive.
     int delMinor = 0;
     TimeUnit delUnitMinor = TimeUnit::Year;
+};
+
+/// How an axis of dates places its step ticks and writes its labels.
+struct DateTickSettings : DateSteps {
     /// strftime codes; a label is the date and the time with a blank between.
     CString dateFormat = "%d/%m/%y";
     CString timeFormat = "%H:%M:%S";
@@ -97,6 +102,22 @@ struct DateTickSettings {
     CString minorTimeFormat = "%H:%M:%S";
     /// Not 0: tickMin becomes the axis minimum whenever ranges are updated.
     int alignRefDate = 1;
+};
+
+/// How the labels of both axes look.
+struct AxisLabelStyle {
+    CFontData font;
+    COLORREF colour = 0;
+    /// 0 turns the labels of the x axis by 90 degrees.
+    int horizontal = 1;
+};
+
+/// How all texts of the axes look.
+struct AxesTextSettings {
+    AxisLabelStyle labels;
+    AxisLabelStyle minorLabels;
+    CFontData titlesFont;
+    COLORREF titlesColour = 0;
 };
 
 } // namespace ombrel

@@ -81,7 +81,7 @@ std::vector<double> StepLines(GridDirection const& direction, GridRange range, G
     return lines;
 }
 
-std::vector<double> DateLines(DateTickSettings const& dates, GridRange range, GridTickType type)
+std::vector<double> DateLines(DateSteps const& dates, GridRange range, GridTickType type)
 {
     if (!IsUsable(range) || range.min > range.max || !CVUtils::IsValidDate(range.min)
         || !CVUtils::IsValidDate(range.max))

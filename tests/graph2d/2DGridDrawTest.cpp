@@ -3,7 +3,9 @@
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/GridPositions.h"
 #include "ombrel/platform/gdi/DC.h"
+#include "ombrel/prefs/Preferences.h"
 #include "tests/platform/framework/PrintString.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/prefs/Preferences.h"
 #include "tests/model/ArchiveBytes.h"
 
 #include <gtest/gtest.h>

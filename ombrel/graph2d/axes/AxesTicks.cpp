@@ -173,7 +173,7 @@ std::vector<double> CalendarValues(COleDateTime t, int n, TimeUnit unit, double 
 
 } // namespace
 
-std::vector<double> DateStepPositions(DateTickSettings const& dates, double lo, double hi)
+std::vector<double> DateStepPositions(DateSteps const& dates, double lo, double hi)
 {
     COleDateTime const start = Checked(dates.tickMin);
     COleDateTime const last(hi);
@@ -191,7 +191,7 @@ std::vector<double> DateStepPositions(DateTickSettings const& dates, double lo, 
 namespace {
 
 /// The dates after one and before the other major date that lie at lo or later and before hi.
-std::vector<double> DatesBetween(DateTickSettings const& dates, double from, double to, double lo, double hi)
+std::vector<double> DatesBetween(DateSteps const& dates, double from, double to, double lo, double hi)
 {
     double const first = std::max(from, lo);
     double const last = std::min(to, hi);
@@ -212,8 +212,7 @@ std::vector<double> DatesBetween(DateTickSettings const& dates, double from, dou
 
 } // namespace
 
-std::vector<double> MinorDatePositions(
-    DateTickSettings const& dates, std::vector<double> const& majors, double lo, double hi)
+std::vector<double> MinorDatePositions(DateSteps const& dates, std::vector<double> const& majors, double lo, double hi)
 {
     std::vector<double> minors;
     if (dates.delMinor <= 0)

@@ -73,11 +73,10 @@ std::vector<double> StepParts(double major, double step, int parts, double lo, d
 
 /// The dates (as OLE dates) tickMin ± n · del from the last not after lo (tickMin itself when it lies before lo) up to
 /// hi. Dates stop at the first that does not exist, as the month after 31 January; also on the way back to lo.
-std::vector<double> DateStepPositions(DateTickSettings const& dates, double lo, double hi);
+std::vector<double> DateStepPositions(DateSteps const& dates, double lo, double hi);
 
 /// The dates between each of these major ones and the next, at lo or later and before hi, counted from the major one.
-std::vector<double> MinorDatePositions(
-    DateTickSettings const& dates, std::vector<double> const& majors, double lo, double hi);
+std::vector<double> MinorDatePositions(DateSteps const& dates, std::vector<double> const& majors, double lo, double hi);
 
 /// The positions that the tick mode gives: divisions, or steps (of dates); and, sorted in, the arbitrary ones.
 /// Entries that are gap markers, infinite or not a number are no positions.

@@ -6,11 +6,12 @@
 
 namespace ombrel {
 
+int ShorterSide(CRect const& rect) { return std::max(0, std::min(rect.Width(), rect.Height())); }
+
 int LabelFontHeight(CDC& dc, CRect const& graphRect)
 {
     constexpr int kLargestMillimetres = 4;
-    int const shorter = std::max(0, std::min(graphRect.Width(), graphRect.Height()));
-    int const height = VUNearest(shorter / 15.0);
+    int const height = VUNearest(ShorterSide(graphRect) / 15.0);
     if (CVUtils::PixelsToMM(&dc, CSize(0, height)).cy > kLargestMillimetres)
         return CVUtils::MMToPixels(&dc, CSize(0, kLargestMillimetres)).cy;
     return height;

@@ -152,9 +152,9 @@ void ApplyLook(C2DGraph& graph, Look const& look)
     graph.SetBkndColour(look.plottingArea);
     CAxes& axes = *graph.GetAxes();
     axes.SetColour(look.axes);
-    axes.SetLabelsColour(look.text);
-    axes.SetMinorLabelsColour(look.text);
-    axes.SetTitlesColour(look.text);
+    AxesTextSettings texts = axes.GetTexts();
+    texts.labels.colour = texts.minorLabels.colour = texts.titlesColour = look.text;
+    axes.SetTexts(texts);
     C2DGrid& grid = *graph.GetGrid();
     grid.SetMajorColour(look.majorGrid);
     grid.SetMinorColour(look.minorGrid);

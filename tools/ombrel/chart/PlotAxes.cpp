@@ -65,43 +65,42 @@ private:
 
 void SetNumberAxis(CAxes& axes, CAxes::AxisType type, NumberTicks const& ticks)
 {
-    axes.SetRange(type, ticks.range.min, ticks.range.max);
-    if (type == CAxes::atX) {
-        axes.SetXAxisRangeMode(CAxes::rmFixed);
-        axes.SetXTickMode(CAxes::tmStep);
-        axes.SetXTickMin(ticks.first);
-        axes.SetXTickDel(ticks.step);
-        axes.SetNumXMinorTicks(ticks.minor);
-        axes.SetXFormatType(ticks.format);
-        axes.SetXLabelPrecision(ticks.precision);
-    } else {
-        axes.SetYAxisRangeMode(CAxes::rmFixed);
-        axes.SetYTickMode(CAxes::tmStep);
-        axes.SetYTickMin(ticks.first);
-        axes.SetYTickDel(ticks.step);
-        axes.SetNumYMinorTicks(ticks.minor);
-        axes.SetYFormatType(ticks.format);
-        axes.SetYLabelPrecision(ticks.precision);
-    }
+    AxisSettings axis = axes.GetAxis(type);
+    axis.min = ticks.range.min;
+    axis.max = ticks.range.max;
+    axis.rangeMode = CAxes::rmFixed;
+    axis.tickMode = CAxes::tmStep;
+    axis.tickMin = ticks.first;
+    axis.tickDel = ticks.step;
+    axis.numMinorTicks = ticks.minor;
+    axis.formatType = ticks.format;
+    axis.labelPrecision = ticks.precision;
+    axes.SetAxis(type, axis);
 }
 
-void SetDateAxis(CAxes& axes, DateTicks const& ticks)
+void SetDateAxis(CAxes& axes, DateTicks const& ticks, CString const& title)
 {
-    axes.SetXAxisRange(ticks.range.min, ticks.range.max);
-    axes.SetXAxisRangeMode(CAxes::rmFixed);
-    axes.SetXTimeUnitsOn(1);
-    axes.SetXTickMode(CAxes::tmStep);
-    axes.SetAlignRefDate(0);
-    axes.SetXTickMinTime(ticks.first);
-    axes.SetXDelTime(ticks.step);
-    axes.SetXDelTimeUnit(ticks.unit);
-    axes.SetXDelTimeMinor(ticks.minorStep);
-    axes.SetXDelTimeUnitMinor(ticks.minorUnit);
-    axes.SetXLabelDateFormat(CString(ticks.format));
-    axes.SetXLabelTimeFormat("");
+    AxisSettings axis = axes.GetAxis(CAxes::atX);
+    axis.title = title;
+    axis.min = ticks.range.min;
+    axis.max = ticks.range.max;
+    axis.rangeMode = CAxes::rmFixed;
+    axis.timeUnitsOn = 1;
+    axis.tickMode = CAxes::tmStep;
+    axes.SetAxis(CAxes::atX, axis);
+    DateTickSettings dates;
+    dates.alignRefDate = 0;
+    dates.tickMin = ticks.first;
+    dates.del = ticks.step;
+    dates.delUnit = ticks.unit;
+    dates.delMinor = ticks.minorStep;
+    dates.delUnitMinor = ticks.minorUnit;
+    dates.dateFormat = CString(ticks.format);
+    dates.timeFormat = "";
     // Minor ticks have no labels, but the room for them would be kept.
-    axes.SetXMinorLabelDateFormat("");
-    axes.SetXMinorLabelTimeFormat("");
+    dates.minorDateFormat = "";
+    dates.minorTimeFormat = "";
+    axes.SetDateTicks(dates);
 }
 
 /// Lays the graph out in the rectangle without drawing it.
@@ -126,18 +125,19 @@ void LayOutWords(CAxes& axes, PlotAxisSettings const& x, CSize area, LabelMeasur
 {
     auto const width = [&measure](std::string const& text) { return measure.Width(text); };
     WordLabels const labels = FitWords(x.words, area.cx, area.cy / 3, measure.Height(), width);
-    CDoubleArray positions;
-    CStringArray texts;
+    AxisSettings axis = axes.GetAxis(CAxes::atX);
+    axis.min = 0.5;
+    axis.max = static_cast<double>(x.words.size()) + 0.5;
+    axis.rangeMode = CAxes::rmFixed;
+    axis.tickMode = CAxes::tmArbitrary;
+    axis.labelMode = CAxes::lmArbitraryStrings;
+    axis.arbitraryTicks.RemoveAll();
+    axis.labels.RemoveAll();
     for (std::size_t i = 0; i < labels.shown.size(); ++i) {
-        positions.Add(static_cast<double>(labels.shown[i] + 1));
-        texts.Add(CString(labels.texts[i]));
+        axis.arbitraryTicks.Add(static_cast<double>(labels.shown[i] + 1));
+        axis.labels.Add(CString(labels.texts[i]));
     }
-    axes.SetXAxisRange(0.5, static_cast<double>(x.words.size()) + 0.5);
-    axes.SetXAxisRangeMode(CAxes::rmFixed);
-    axes.SetXTickMode(CAxes::tmArbitrary);
-    axes.SetXAxisLabelMode(CAxes::lmArbitraryStrings);
-    axes.SetXArbTickPosns(positions);
-    axes.SetXLabels(texts);
+    axes.SetAxis(CAxes::atX, axis);
     axes.SetLabelsHorizontal(labels.upright ? 0 : 1);
 }
 
@@ -150,8 +150,7 @@ void LayOutX(CAxes& axes, PlotAxisSettings const& x, CSize area, LabelMeasure co
         LayOutWords(axes, x, area, measure);
     } else if (x.dates) {
         DateTicks const ticks = FitDateTicks(RangeOf(x), freedom, length, width);
-        SetDateAxis(axes, ticks);
-        axes.SetXAxisTitle(CString(TitleWithCommon(x.title, ticks)));
+        SetDateAxis(axes, ticks, CString(TitleWithCommon(x.title, ticks)));
     } else if (!x.logarithmic) {
         double const smallestStep = x.counts ? 1.0 : 0.0;
         SetNumberAxis(axes, CAxes::atX, FitNumberTicks(RangeOf(x), freedom, smallestStep, length, width));
@@ -174,6 +173,16 @@ void LayOutY(CAxes& axes, PlotAxisSettings const& y, int length, int fontHeight)
     SetNumberAxis(axes, CAxes::atY, MakeNumberTicks(range, FreedomOf(y, 1.0), steps, smallestStep));
 }
 
+/// What does not depend on the layout.
+void PrepareAxis(CAxes& axes, CAxes::AxisType type, PlotAxisSettings const& settings)
+{
+    AxisSettings axis = axes.GetAxis(type);
+    axis.title = CString(settings.title);
+    if (settings.logarithmic)
+        axis.scaleMode = 1;
+    axes.SetAxis(type, axis);
+}
+
 /// Half as long as labels are high, so that the first label of the x axis does not touch the lowest one of the y axis
 /// where they meet.
 void LengthenTicks(CAxes& axes, CRect const& graph)
@@ -181,10 +190,12 @@ void LengthenTicks(CAxes& axes, CRect const& graph)
     constexpr double kUsualPart = 1.0 / 80.0;
     double const usual = std::max(1.0, std::round(std::min(graph.Width(), graph.Height()) * kUsualPart));
     double const factor = std::max(1.0, axes.GetFontHeight() / 2.0 / usual);
-    axes.SetXMajorTickScaleFac(factor);
-    axes.SetXMinorTickScaleFac(factor);
-    axes.SetYMajorTickScaleFac(factor);
-    axes.SetYMinorTickScaleFac(factor);
+    for (CAxes::AxisType const type : { CAxes::atX, CAxes::atY }) {
+        AxisSettings axis = axes.GetAxis(type);
+        axis.majorTickScaleFac = factor;
+        axis.minorTickScaleFac = factor;
+        axes.SetAxis(type, axis);
+    }
 }
 
 } // namespace
@@ -219,12 +230,8 @@ CRect GraphRectIn(C2DGraph& graph, CRect const& window, CDC& dc)
 void LayOutAxes(C2DGraph& graph, PlotAxisSettings const& x, PlotAxisSettings const& y, CRect const& rect, CDC& dc)
 {
     CAxes& axes = *graph.GetAxes();
-    axes.SetXAxisTitle(CString(x.title));
-    axes.SetYAxisTitle(CString(y.title));
-    if (x.logarithmic)
-        axes.SetXAxisScaleMode(1);
-    if (y.logarithmic)
-        axes.SetYAxisScaleMode(1);
+    PrepareAxis(axes, CAxes::atX, x);
+    PrepareAxis(axes, CAxes::atY, y);
     Measure(graph, rect, dc);
     LengthenTicks(axes, rect);
     LayOutY(axes, y, graph.GetAxesRect().Height(), axes.GetFontHeight());
@@ -264,12 +271,15 @@ int TidyCircles(double radius)
 void LayOutPolar(C2DGraph& graph, CRect const& rect, CDC& dc)
 {
     CAxes& axes = *graph.GetAxes();
-    axes.SetXAxisOn(0);
-    axes.SetYAxisOn(0);
-    axes.SetXAxisTitle("");
-    axes.SetYAxisTitle("");
+    for (CAxes::AxisType const type : { CAxes::atX, CAxes::atY }) {
+        AxisSettings axis = axes.GetAxis(type);
+        axis.on = 0;
+        axis.labelsOn = 0;
+        axis.title = "";
+        axes.SetAxis(type, axis);
+    }
     Measure(graph, rect, dc);
-    graph.GetPolarGrid()->SetNumMajorRDivs(TidyCircles((axes.GetXAxisMax() - axes.GetXAxisMin()) / 2.0));
+    graph.GetPolarGrid()->SetNumMajorRDivs(TidyCircles(axes.GetRange(CAxes::atX) / 2.0));
     graph.GetPolarGrid()->SetNumMinorRDivs(2);
     Measure(graph, rect, dc);
     LabelMeasure const measure(graph, dc);

@@ -166,8 +166,8 @@ public:
                 continue;
             m_taken.Add(box);
             CRealPoint const to = m_graph.WindowToUnits(moved);
-            m_sides[i].xs.Add(Stored(to.x, m_axes.GetXAxisScaleMode()));
-            m_sides[i].ys.Add(Stored(to.y, m_axes.GetYAxisScaleMode()));
+            m_sides[i].xs.Add(Stored(to.x, m_axes.GetAxis(CAxes::atX).scaleMode));
+            m_sides[i].ys.Add(Stored(to.y, m_axes.GetAxis(CAxes::atY).scaleMode));
             m_sides[i].texts.Add(label);
             return true;
         }

@@ -100,13 +100,16 @@ std::string DescribeTable(Options const& options, InputFile& file, Messages cons
 
 std::string Quoted(CString const& title) { return QuoteForMessage(title.ToUtf8()); }
 
+std::string DescribeAxis(AxisSettings const& axis, bool hasDates)
+{
+    return RangeText(axis.min, axis.max, hasDates) + (axis.scaleMode ? " decades" : "") + ", title "
+        + Quoted(axis.title) + "\n";
+}
+
 std::string DescribeAxes(CAxes const& axes)
 {
-    std::string text = "    x " + RangeText(axes.GetXAxisMin(), axes.GetXAxisMax(), axes.GetXTimeUnitsOn() != 0)
-        + (axes.GetXAxisScaleMode() ? " decades" : "") + ", title " + Quoted(axes.GetXAxisTitle()) + "\n";
-    text += "    y " + RangeText(axes.GetYAxisMin(), axes.GetYAxisMax(), false)
-        + (axes.GetYAxisScaleMode() ? " decades" : "") + ", title " + Quoted(axes.GetYAxisTitle()) + "\n";
-    return text;
+    AxisSettings const& x = axes.GetAxis(CAxes::atX);
+    return "    x " + DescribeAxis(x, x.timeUnitsOn != 0) + "    y " + DescribeAxis(axes.GetAxis(CAxes::atY), false);
 }
 
 std::string DescribeCurve(CPlotComponent& component)

@@ -63,6 +63,16 @@ void GetRanges(C2DGraph const& graph, AxisRange& x, AxisRange& y)
         y = { std::min(y.min, 0.0), std::max(y.max, 0.0) };
 }
 
+void TakeOver(AxisSettings const& axis, PlotAxisSettings& settings)
+{
+    settings.title = axis.title.ToUtf8();
+    settings.logarithmic = axis.scaleMode != 0;
+    if (axis.rangeMode == CAxes::rmFixed) {
+        settings.min = axis.min;
+        settings.max = axis.max;
+    }
+}
+
 /// Lays the graph of a picture out, as often as its rectangle changes.
 class PictureLayout {
 public:
@@ -72,28 +82,16 @@ public:
         , m_window(window)
         , m_dc(dc)
     {
-        CAxes const& axes = *graph.GetAxes();
-        m_x.title = axes.GetXAxisTitle().ToUtf8();
-        m_y.title = axes.GetYAxisTitle().ToUtf8();
-        m_x.logarithmic = axes.GetXAxisScaleMode() != 0;
-        m_y.logarithmic = axes.GetYAxisScaleMode() != 0;
-        m_x.dates = axes.GetXTimeUnitsOn() != 0;
+        AxisSettings const& x = graph.GetAxes()->GetAxis(CAxes::atX);
+        TakeOver(x, m_x);
+        TakeOver(graph.GetAxes()->GetAxis(CAxes::atY), m_y);
+        m_x.dates = x.timeUnitsOn != 0;
         GetRanges(graph, m_x.data, m_y.data);
-        if (axes.GetXAxisRangeMode() == CAxes::rmFixed) {
-            m_x.min = axes.GetXAxisMin();
-            m_x.max = axes.GetXAxisMax();
-        }
-        if (axes.GetYAxisRangeMode() == CAxes::rmFixed) {
-            m_y.min = axes.GetYAxisMin();
-            m_y.max = axes.GetYAxisMax();
-        }
-        if (axes.GetXAxisLabelMode() == CAxes::lmValues)
+        if (x.labelMode == CAxes::lmValues)
             return;
-        CStringArray words;
-        axes.GetXLabels(words);
-        for (CString const& word : words)
+        for (CString const& word : x.labels)
             m_x.words.push_back(word.ToUtf8());
-        m_wordsRange = { axes.GetXAxisMin(), axes.GetXAxisMax() };
+        m_wordsRange = { x.min, x.max };
     }
     void LayOut()
     {

@@ -46,14 +46,17 @@ inline void SetValues(C2DCurve& curve, std::span<double const> values, double fi
 inline void NameTicks(C2DGraph& graph, CStringArray const& names, double margin = 0.5)
 {
     CAxes& axes = *graph.GetAxes();
-    axes.SetXAxisRangeMode(CAxes::rmFixed);
-    axes.SetXAxisRange(1 - margin, names.GetSize() + margin);
-    axes.SetXTickMode(CAxes::tmStep);
-    axes.SetXTickMin(1);
-    axes.SetXTickDel(1);
-    axes.SetNumXMinorTicks(0);
-    axes.SetXAxisLabelMode(CAxes::lmStrings);
-    axes.SetXLabels(names);
+    AxisSettings x = axes.GetAxis(CAxes::atX);
+    x.rangeMode = CAxes::rmFixed;
+    x.min = 1 - margin;
+    x.max = names.GetSize() + margin;
+    x.tickMode = CAxes::tmStep;
+    x.tickMin = 1;
+    x.tickDel = 1;
+    x.numMinorTicks = 0;
+    x.labelMode = CAxes::lmStrings;
+    x.labels = names;
+    axes.SetAxis(CAxes::atX, x);
     graph.GetGrid()->SetVertLinesOn(0);
 }
 

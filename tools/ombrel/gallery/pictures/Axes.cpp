@@ -204,14 +204,18 @@ void PlainTicks(C2DGraph& graph, PictureLook const& look)
 {
     CAxes& axes = *graph.GetAxes();
     // Four divisions of the range instead of a tidy step.
-    axes.SetXAxisRangeMode(CAxes::rmExact);
-    axes.SetNumXMajorTicks(5);
-    axes.SetNumXMinorTicks(1);
-    axes.SetXFormatType(kFixedFormat);
-    axes.SetXLabelPrecision(3);
-    axes.SetYFormatType(kEngineeringFormat);
-    axes.SetYLabelPrecision(3);
-    axes.SetNumYMajorTicks(5);
+    AxisSettings across = axes.GetAxis(CAxes::atX);
+    across.rangeMode = CAxes::rmExact;
+    across.numMajorTicks = 5;
+    across.numMinorTicks = 1;
+    across.formatType = kFixedFormat;
+    across.labelPrecision = 3;
+    axes.SetAxis(CAxes::atX, across);
+    AxisSettings up = axes.GetAxis(CAxes::atY);
+    up.formatType = kEngineeringFormat;
+    up.labelPrecision = 3;
+    up.numMajorTicks = 5;
+    axes.SetAxis(CAxes::atY, up);
     auto& line = AddCurve<C2DLine>(*graph.AddPlot(it2DLinePlot), "exponential", look.Colour(3));
     line.SetLineWidth(2);
     line.SetAntialiasingOn(1);
