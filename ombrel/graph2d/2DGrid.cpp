@@ -1,6 +1,6 @@
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "ombrel/graph2d/GridLine.h"
+#include "ombrel/graph2d/axes/GridPen.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 #include <algorithm>

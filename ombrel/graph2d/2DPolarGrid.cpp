@@ -1,5 +1,5 @@
 #include "ombrel/graph2d/2DPolarGrid.h"
-#include "ombrel/graph2d/GridLine.h"
+#include "ombrel/graph2d/axes/GridPen.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 namespace ombrel {

@@ -3,7 +3,7 @@
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
-#include "ombrel/graph2d/GridPositions.h"
+#include "ombrel/graph2d/axes/GridPositions.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/prefs/Preferences.h"
 #include "tests/platform/framework/PrintString.h"

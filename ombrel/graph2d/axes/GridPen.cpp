@@ -1,4 +1,4 @@
-#include "ombrel/graph2d/GridLine.h"
+#include "ombrel/graph2d/axes/GridPen.h"
 
 #include "ombrel/model/LineWidth.h"
 

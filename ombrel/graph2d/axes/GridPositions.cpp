@@ -1,4 +1,4 @@
-#include "ombrel/graph2d/GridPositions.h"
+#include "ombrel/graph2d/axes/GridPositions.h"
 #include "ombrel/graph2d/axes/AxesTicks.h"
 
 #include <algorithm>
