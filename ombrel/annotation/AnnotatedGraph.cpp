@@ -44,11 +44,11 @@ void CAnnotatedGraph::CreateCaptionArray()
         AddComponent(m_captionArray = new CCaptionArray(this));
 }
 
-CColourKey* CAnnotatedGraph::AppendColourKey(CPoint at, CPlotComponent* curve)
+CColourKey* CAnnotatedGraph::AddColourKey(CPoint at, unsigned long curveTag)
 {
     if (!m_colourKeyArray)
         return nullptr;
-    auto* const key = new CColourKey(this, curve);
+    auto* const key = new CColourKey(this, GetComponentByTag(curveTag));
     m_colourKeyArray->Add(key);
     key->SetTag(GetNewTag());
     key->Create(at);

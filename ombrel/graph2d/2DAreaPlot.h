@@ -51,6 +51,8 @@ public:
     }
     explicit C2DAreaPlot(CGraph* graph);
     void Serialize(CArchive& ar) override;
+    /// Bands add up values, which their logarithms do not.
+    bool CanHaveLogScale() const override { return false; }
 
     /// 1 at first: each band has an outline.
     int GetDrawBorders() const { return m_drawBorders; }

@@ -80,8 +80,6 @@ public:
     void SetUseDefaultRanges(int use) { m_useDefaultRanges = use; }
     int SetContributeToXRange(int contribute);
     int GetContributeToXRange() const { return m_contributeToXRange; }
-    /// Without marking anything as modified.
-    void SetColour(unsigned long colour) override { StoreColour(colour); }
 
     CTableData& GetPoints() { return m_points; }
     CTableData const& GetPoints() const { return m_points; }

@@ -1,7 +1,4 @@
 #include "ombrel/graph2d/2DGraph.h"
-#include "ombrel/annotation/CaptionArray.h"
-#include "ombrel/annotation/ColourKeyArray.h"
-#include "ombrel/annotation/Legend.h"
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DBarPlot.h"
@@ -48,6 +45,7 @@ void C2DGraph::Serialize(CArchive& ar)
             = [](LONG edge) { return std::clamp<int>(edge, -PortMapping::kDeviceLimit, PortMapping::kDeviceLimit); };
         m_graphRect.SetRect(limited(m_graphRect.left), limited(m_graphRect.top), limited(m_graphRect.right),
             limited(m_graphRect.bottom));
+        m_drawOrder = WithoutRepetitions(m_drawOrder);
         CreateComponents();
     }
 }
@@ -133,20 +131,6 @@ CPlot* C2DGraph::AddPlot(ItemType type)
     return added;
 }
 
-CDIB& C2DGraph::GetDisplayDIB()
-{
-    if (m_displayIsBody) {
-        CSize const size = m_dib.GetSize();
-        if (m_displayDIB.GetSize() != size)
-            m_displayDIB.Create(size.cx, size.cy, m_dib.GetBitsPerPixel());
-        m_dib.Draw(m_displayDIB.GetDC(), 0, 0);
-        m_displayIsBody = false;
-    }
-    if (!m_displayDIB.GetHandle())
-        m_displayDIB.Create(1, 1, 24);
-    return m_displayDIB;
-}
-
 void C2DGraph::ReplaceAxes(CAxes* axes)
 {
     if (!axes || !m_axes || axes == m_axes)
@@ -161,20 +145,14 @@ void C2DGraph::ReplaceAxes(CAxes* axes)
     SetModifiedFlag(1);
 }
 
-CColourKey* C2DGraph::AddColourKey(CPoint at, unsigned long curveTag)
-{
-    return AppendColourKey(at, GetComponentByTag(curveTag));
-}
-
 int C2DGraph::TimeUnitsOn() const { return m_axes ? m_axes->GetXTimeUnitsOn() : 0; }
 
 int C2DGraph::CanHaveLogScale() const
 {
     if (!GetPlotArray() || GetPlotArray()->GetSize() == 0)
         return 0;
-    constexpr ItemType kLinearOnly[] = { it2DStackedBarPlot, it2DAreaPlot, itBoxPlot, itRegressionPlot,
-        itProbabilityPlot, itPPCCPlot, it2DContourPlot };
-    return std::none_of(std::begin(kLinearOnly), std::end(kLinearOnly), [this](ItemType t) { return HasPlotType(t); });
+    auto const& plots = GetPlotArray()->GetPlots();
+    return std::all_of(plots.begin(), plots.end(), [](CPlot const* plot) { return plot->CanHaveLogScale(); });
 }
 
 namespace {
@@ -233,87 +211,20 @@ std::optional<AnnotationFrame> C2DGraph::GetAnnotationFrame(AnnotationKind kind,
         frame.textArea = window;
         frame.textRule = AnnotationFrame::TextRule::Picture;
     } else {
-        frame.reference = m_axesRect;
-        frame.textArea = m_axesRect;
+        frame.reference = m_layout.axesRect;
+        frame.textArea = m_layout.axesRect;
     }
     return frame;
 }
 
 CPoint C2DGraph::UnitsToWindow(CRealPoint const& p) const
 {
-    return CPort::UnitsToWindow(p, GetWindowRect(), GetGraphRect(), m_unitsRect);
+    return CPort::UnitsToWindow(p, GetWindowRect(), GetGraphRect(), m_layout.unitsRect);
 }
 
 CRealPoint C2DGraph::WindowToUnits(POINT p) const
 {
-    return CPort::WindowToUnits(p, GetWindowRect(), GetGraphRect(), m_unitsRect);
-}
-
-void C2DGraph::GetDefaultDrawOrderTags(CDWordArray& tags) const
-{
-    tags.RemoveAll();
-    auto const add = [&tags](unsigned long tag) { tags.Add(static_cast<DWORD>(tag)); };
-    for (CGraphComponent* component : GetComponentArray()) {
-        if (component == m_grid || component == m_axes)
-            add(component->GetTag());
-        if (component != GetPlotArray())
-            continue;
-        for (CPlot* plot : GetPlotArray()->GetPlots()) {
-            if (plot->IsDrawnAsWhole()) {
-                add(plot->GetTag());
-                continue;
-            }
-            for (CPlotComponent* curve : plot->GetComponents())
-                add(curve->GetTag());
-        }
-    }
-}
-
-void C2DGraph::GetDrawOrderTags(CDWordArray& tags) const
-{
-    if (m_drawOrder.IsEmpty())
-        GetDefaultDrawOrderTags(tags);
-    else
-        tags = m_drawOrder;
-}
-
-bool C2DGraph::DrawOrderTagsSameAsDefault(CDWordArray const& tags) const
-{
-    CDWordArray defaultTags;
-    GetDefaultDrawOrderTags(defaultTags);
-    return tags == defaultTags;
-}
-
-void C2DGraph::SetDrawOrderTags(CDWordArray const& tags)
-{
-    m_drawOrder = DrawOrderTagsSameAsDefault(tags) ? CDWordArray() : tags;
-    SetModifiedFlag(1);
-}
-
-void C2DGraph::ResetDrawOrderTags()
-{
-    m_drawOrder = { 1, 2 };
-    if (GetPlotArray())
-        GetPlotArray()->SortByTag();
-    SetModifiedFlag(1);
-}
-
-void C2DGraph::RemoveInvalidDrawOrderTags()
-{
-    for (int i = m_drawOrder.GetUpperBound(); i >= 0; --i) {
-        if (!GetObjectByTag(m_drawOrder[i]))
-            m_drawOrder.RemoveAt(i);
-    }
-}
-
-void C2DGraph::AppendNewDrawOrderTags()
-{
-    CDWordArray defaultTags;
-    GetDefaultDrawOrderTags(defaultTags);
-    for (DWORD const tag : defaultTags) {
-        if (std::find(m_drawOrder.begin(), m_drawOrder.end(), tag) == m_drawOrder.end())
-            m_drawOrder.Add(tag);
-    }
+    return CPort::WindowToUnits(p, GetWindowRect(), GetGraphRect(), m_layout.unitsRect);
 }
 
 } // namespace ombrel

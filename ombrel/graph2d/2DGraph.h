@@ -8,14 +8,12 @@ namespace ombrel {
 class C2DGrid;
 class C2DPolarGrid;
 class CAxes;
-class CColourKey;
 class CPort;
 
 /// A two-dimensional graph: axes, grids and annotation round an area in which plots are drawn.
 ///
 /// A typical host makes a graph, adds a plot (AddPlot) and curves to it, gives them data, calls UpdatePlots, and draws.
-/// Rectangles are device pixels. Errors: Draw throws CResourceException* when a bitmap cannot be made, Serialize
-/// CArchiveException*.
+/// Errors: Draw throws CResourceException* when a bitmap cannot be made, Serialize CArchiveException*.
 class OMBREL_EXPORT C2DGraph : public CAnnotatedGraph {
 public:
     static CRuntimeClass const kClass;
@@ -30,14 +28,6 @@ public:
     ~C2DGraph() override;
     void Serialize(CArchive& ar) override;
 
-    /// Draws the graph into the rectangle of the context. Does nothing while a draw is in progress or when the
-    /// rectangle is empty.
-    void Draw(CDC* dc, CRect const& rect, PaintMode mode) override;
-    /// Draws into a rectangle of another drawing, in the proportions of the graph's own window.
-    void DrawEmbedded(CDC* dc, CRect const& window, CRect const& target) override;
-    /// Stretches the finished off-screen picture onto the printer, at the print rectangle of the user's preferences,
-    /// in millimetres from the page's corner.
-    void DrawToPrinter(CDC* printer);
     CPlot* AddPlot(ItemType type) override;
     /// The plotting area on the device.
     bool GetPlotClipRect(CRect& clip) const override;
@@ -48,17 +38,13 @@ public:
     CAxes* GetAxes() const { return m_axes; }
     C2DGrid* GetGrid() const { return m_grid; }
     C2DPolarGrid* GetPolarGrid() const { return m_polarGrid; }
-    CRect GetAxesRect() const { return m_axesRect; }
-    /// The finished picture of the last off-screen draw.
-    CDIB& GetDisplayDIB();
+    CRect GetAxesRect() const { return m_layout.axesRect; }
     unsigned long GetBkndColour() const { return m_graphBackground; }
     void SetBkndColour(unsigned long colour) { Change(m_graphBackground, colour); }
     unsigned long GetWindowBkndColour() const { return m_windowBackground; }
     void SetWindowBkndColour(unsigned long colour) { Change(m_windowBackground, colour); }
     /// Takes over all settings of the given axes; the graph keeps its own axes object and tag. Not owned.
     void ReplaceAxes(CAxes* axes);
-    /// Adds a colour key at a device point for the curve with that tag. Owned by the graph.
-    CColourKey* AddColourKey(CPoint at, unsigned long curveTag);
 
     /// Whether x values are dates.
     int TimeUnitsOn() const;
@@ -80,17 +66,17 @@ public:
     /// Follows the axes' range and rectangle, so that the units rectangle lies on the graph rectangle.
     void UpdateUnitsRect();
     /// Gives the graph this rectangle and shrinks the axes in it until their labels fit.
-    void SetGraphSize(CRect const& rect);
-    /// Works out where everything lies in a draw of that window on a context like this one, without drawing: for hosts
-    /// that place annotation by GetAxesRect and CAnnotation::Measure. Does nothing where Draw does nothing.
-    void LayOut(CDC* dc, CRect const& window);
-    using CGraph::SetInitialSize;
+    void SetGraphSize(CRect const& rect) override;
+    /// Gives a graph without a rectangle the initial one. Measures on the context, or with null on the graph's bitmap.
     void SetInitialSize(CDC* dc);
+    void SetInitialSize() override;
 
-    /// Tags in drawing order: the rectangular grid, the axes, plots drawn as a whole, and curves.
+    /// Tags in drawing order: the rectangular grid, the axes, plots drawn as a whole, and curves. The polar grid is
+    /// drawn right after the axes, unless a user's order has a place for it.
     void GetDefaultDrawOrderTags(CDWordArray& tags) const;
     /// The user's order when there is one, else the default order.
     void GetDrawOrderTags(CDWordArray& tags) const;
+    /// Each tag counts where it stands first. The default order is not kept as the user's.
     void SetDrawOrderTags(CDWordArray const& tags);
     void ResetDrawOrderTags();
 
@@ -98,53 +84,39 @@ public:
     void DrawComponents(CPort& port);
     void DrawComponentsDefaultOrder(CPort& port);
     void DrawComponentsUserOrder(CPort& port);
-    void DrawLegend(CPort* port);
-    void DrawCaptions(CPort* port);
-    void DrawColourKeys(CPort* port);
 
 protected:
     /// Adds each standard component that is missing.
     void CreateComponents();
+    void DrawBody(CDC& dc) override;
+    CRealRect GetRealRect() const override { return m_layout.unitsRect; }
+    void ExchangeLayout() override;
     void ClearComponents() override;
-    /// Leaves out the annotation, which every draw draws afresh.
-    bool GraphComponentModified() const override;
     void FindComponents() override;
     void RemoveInvalidDrawOrderTags();
     void AppendNewDrawOrderTags();
     bool DrawOrderTagsSameAsDefault(CDWordArray const& tags) const;
 
 private:
-    /// Where the graph lies in its own window, put back after it was embedded.
-    struct Placement {
-        CRect window;
-        CRect graph;
-        CRealPoint normalisedOrigin;
-        CRealPoint normalisedSize;
-        int sized;
+    /// Each tag where it stands first.
+    static CDWordArray WithoutRepetitions(CDWordArray const& tags);
+    struct Layout {
+        /// The plotting area on the device.
+        CRect axesRect;
+        /// What lies on the graph rectangle, in real units.
+        CRealRect unitsRect;
     };
-    bool IsComplete(CDC const& dc) const;
-    void ResizeBitmaps(CRect const& rect);
-    void LayOut(CDC& dc);
-    void DrawBody(CDC& dc, CRect const& background, CRect const& frame);
-    bool HasAnnotation() const;
-    void DrawAnnotation(CDC& dc);
-    void Present(CDC& target, CPoint at);
-    static CRect EmbeddedRect(CRect const& graph, CRect const& window, CRect const& target);
 
     COLORREF m_graphBackground = 0xFFFFFF;
     COLORREF m_windowBackground = 0xFFFFFF;
-    CRealRect m_unitsRect;
-    CRect m_axesRect;
+    Layout m_layout;
+    /// That of the graph's own window, while it is drawn elsewhere.
+    Layout m_otherLayout;
     CAxes* m_axes = nullptr;
     C2DGrid* m_grid = nullptr;
     C2DPolarGrid* m_polarGrid = nullptr;
+    /// The user's, without repetitions; empty for the default order.
     CDWordArray m_drawOrder;
-    CDIB m_displayDIB;
-    /// The finished picture is just the body, and the display bitmap has not been filled with it yet.
-    bool m_displayIsBody = false;
-    /// The graph's bitmap holds the body as it was last drawn, whatever has been drawn elsewhere since.
-    bool m_bodyIsDrawn = false;
-    CSize m_bitmapSize;
 };
 
 } // namespace ombrel

@@ -1,210 +1,108 @@
-#include "ombrel/annotation/CaptionArray.h"
-#include "ombrel/annotation/ColourKeyArray.h"
-#include "ombrel/annotation/Legend.h"
 #include "ombrel/drawing/Port.h"
-#include "ombrel/foundation/Utils.h"
 #include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DGrid.h"
+#include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/prefs/Preferences.h"
+#include "ombrel/platform/gdi/DC.h"
 
 #include <algorithm>
-#include <array>
-#include <utility>
+#include <iterator>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
 
 namespace ombrel {
 
-bool C2DGraph::GraphComponentModified() const
+void C2DGraph::DrawBody(CDC& dc)
 {
-    auto const isModified = [this](CGraphComponent* c) { return !IsAnnotation(c) && c->Modified(); };
-    return std::any_of(GetComponentArray().begin(), GetComponentArray().end(), isModified);
-}
-
-bool C2DGraph::IsComplete(CDC const& dc) const
-{
-    return GetModifiedFlag() || PlotComponentModified() || GraphComponentModified() || m_rectModified
-        || dc.IsPrinting();
-}
-
-void C2DGraph::ResizeBitmaps(CRect const& rect)
-{
-    m_dib.Create(rect.Width(), rect.Height(), 24);
-    m_bitmapSize = rect.Size();
-    m_bodyIsDrawn = false;
-}
-
-void C2DGraph::Draw(CDC* dc, CRect const& rect, PaintMode mode)
-{
-    if (IsBusy() || rect.IsRectEmpty())
-        return;
-    DrawScope scope(*this);
-    m_windowRect = rect;
-    // The graph rectangle counts from the window's corner, so the window lies at the origin while it is drawn.
-    CRect const local({ 0, 0 }, rect.Size());
-    bool const offScreen = mode == pmOffScreen;
-    if (offScreen && rect.Size() != m_bitmapSize)
-        ResizeBitmaps(rect);
-    m_dc = offScreen ? m_dib.GetDC() : dc;
-    {
-        SavedDC const saved(*m_dc);
-        if (!offScreen) {
-            CPoint const origin = dc->GetViewportOrg();
-            dc->SetViewportOrg(origin.x + rect.left, origin.y + rect.top);
-        }
-        if (!offScreen || !m_bodyIsDrawn || IsComplete(*dc)) {
-            UpdateComponentParameters();
-            LayOut(*m_dc);
-            DrawBody(*m_dc, local, local);
-            m_bodyIsDrawn = offScreen;
-            m_displayIsBody = offScreen;
-        }
-        if (!offScreen)
-            DrawAnnotation(*m_dc);
-    }
-    if (offScreen)
-        Present(*dc, rect.TopLeft());
-    scope.Finish(dc->IsPrinting());
-}
-
-void C2DGraph::LayOut(CDC& dc)
-{
-    if (!m_sized) {
-        m_sized = 1;
-        SetInitialSize(&dc);
-    } else {
-        UpdateGraphRect();
-        SetGraphSize(m_graphRect);
-    }
-}
-
-void C2DGraph::LayOut(CDC* dc, CRect const& window)
-{
-    if (IsBusy() || window.IsRectEmpty())
-        return;
-    m_windowRect = window;
-    // The picture that is kept may be of another layout.
-    m_rectModified = 1;
-    CDC* const before = std::exchange(m_dc, dc);
-    UpdateComponentParameters();
-    LayOut(*dc);
-    m_dc = before;
-}
-
-void C2DGraph::DrawBody(CDC& dc, CRect const& background, CRect const& frame)
-{
-    CPort port(&dc, CRect({ 0, 0 }, background.Size()), m_graphRect, m_unitsRect);
-    dc.FillSolidRect(
-        { background.left, background.top, background.right + 1, background.bottom + 1 }, m_windowBackground);
+    CRect const window({ 0, 0 }, m_windowRect.Size());
+    CPort port(&dc, window, m_graphRect, m_layout.unitsRect);
+    dc.FillSolidRect({ 0, 0, window.right + 1, window.bottom + 1 }, m_windowBackground);
     DrawGraphBackground(port);
     DrawComponents(port);
-    if (GetGraphFrameOn())
-        CVUtils::DrawRect(&dc, { frame.left, frame.top, frame.right - 1, frame.bottom - 1 });
-}
-
-bool C2DGraph::HasAnnotation() const
-{
-    return (GetLegend() && GetLegend()->IsOn()) || (GetCaptionArray() && GetCaptionArray()->GetSize() > 0)
-        || (GetColourKeyArray() && GetColourKeyArray()->GetSize() > 0);
-}
-
-void C2DGraph::DrawAnnotation(CDC& dc)
-{
-    CPort port(&dc, CRect({ 0, 0 }, m_windowRect.Size()), m_graphRect, m_unitsRect);
-    DrawCaptions(&port);
-    DrawColourKeys(&port);
-    DrawLegend(&port);
-}
-
-void C2DGraph::Present(CDC& target, CPoint at)
-{
-    // Without annotation the finished picture is the body: it is copied once, straight to the target.
-    m_displayIsBody = true;
-    if (!HasAnnotation()) {
-        m_dib.Draw(&target, at.x, at.y);
-        return;
-    }
-    CDIB& display = GetDisplayDIB();
-    {
-        SavedDC const saved(*display.GetDC());
-        DrawAnnotation(*display.GetDC());
-    }
-    display.Draw(&target, at.x, at.y);
-}
-
-void C2DGraph::DrawEmbedded(CDC* dc, CRect const& window, CRect const& target)
-{
-    if (IsBusy() || window.IsRectEmpty() || target.IsRectEmpty())
-        return;
-    DrawScope scope(*this);
-    Placement const own { m_windowRect, m_graphRect, m_normalisedOrigin, m_normalisedSize, m_sized };
-    if (m_windowRect.IsRectEmpty()) {
-        // A graph that was never drawn in a window of its own is laid out as if the target were it.
-        m_windowRect = CRect({ 0, 0 }, target.Size());
-        if (m_sized)
-            UpdateGraphRect();
-        else
-            m_graphRect = CRect();
-    }
-    m_dc = dc;
-    {
-        SavedDC const saved(*dc);
-        UpdateComponentParameters();
-        if (!m_sized) {
-            m_sized = 1;
-            SetInitialSize(dc);
-        }
-        CRect const embedded = EmbeddedRect(m_graphRect, m_windowRect, target);
-        SetGraphAndWindowRect(embedded, window);
-        SetGraphSize(embedded);
-        DrawBody(*dc, window, target);
-        DrawAnnotation(*dc);
-    }
-    m_windowRect = own.window;
-    m_graphRect = own.graph;
-    m_normalisedOrigin = own.normalisedOrigin;
-    m_normalisedSize = own.normalisedSize;
-    m_sized = own.sized;
-    m_bodyIsDrawn = false;
-    scope.Finish(dc->IsPrinting());
-}
-
-CRect C2DGraph::EmbeddedRect(CRect const& graph, CRect const& window, CRect const& target)
-{
-    auto const scaled = [](int length, int part, int whole) {
-        float const ratio = static_cast<float>(part) / static_cast<float>(whole);
-        return VUNearest(static_cast<float>(length) * ratio);
-    };
-    int const left = scaled(target.Width(), graph.left - window.left, window.Width()) + target.left;
-    int const top = scaled(target.Height(), graph.top - window.top, window.Height()) + target.top;
-    int const right = left + scaled(target.Width(), graph.Width(), window.Width());
-    int const bottom = scaled(target.Height(), graph.bottom - window.top, window.Height()) + target.top;
-    return { left, top, right, bottom };
-}
-
-void C2DGraph::DrawToPrinter(CDC* printer)
-{
-    CRect place = CPreferences::GetPrintPosRectDefault();
-    CPreferences::GetPrintPosRect(place);
-    double const pixelsPerMmX = static_cast<double>(printer->GetDeviceCaps(HORZRES)) / printer->GetDeviceCaps(HORZSIZE);
-    double const pixelsPerMmY = static_cast<double>(printer->GetDeviceCaps(VERTRES)) / printer->GetDeviceCaps(VERTSIZE);
-    int const x = static_cast<int>(place.left * pixelsPerMmX);
-    int const y = static_cast<int>(place.top * pixelsPerMmY);
-    int const width = static_cast<int>(place.Width() * pixelsPerMmX + 0.5);
-    int const height = static_cast<int>(place.Height() * pixelsPerMmY + 0.5);
-    CDIB& picture = GetDisplayDIB();
-    CSize const size = picture.GetSize();
-    SavedDC const saved(*printer);
-    printer->SetStretchBltMode(COLORONCOLOR);
-    printer->StretchBlt(x, y, width, height, picture.GetDC(), 0, 0, size.cx, size.cy, SRCCOPY);
 }
 
 void C2DGraph::DrawGraphBackground(CPort& port)
 {
-    if (!m_axes || m_graphBackground == m_windowBackground)
+    if (!m_axes)
         return;
     CRealRect const range = m_axes->GetRealExtentRect();
     CPoint const topLeft = port.UnitsToWindow(range.TopLeft());
     CPoint const bottomRight = port.UnitsToWindow(range.BottomRight());
     port.GetDC()->FillSolidRect({ topLeft.x, topLeft.y, bottomRight.x, bottomRight.y }, m_graphBackground);
+}
+
+void C2DGraph::GetDefaultDrawOrderTags(CDWordArray& tags) const
+{
+    tags.RemoveAll();
+    auto const add = [&tags](unsigned long tag) { tags.Add(static_cast<DWORD>(tag)); };
+    for (CGraphComponent* component : GetComponentArray()) {
+        if (component == m_grid || component == m_axes)
+            add(component->GetTag());
+        if (component != GetPlotArray())
+            continue;
+        for (CPlot* plot : GetPlotArray()->GetPlots()) {
+            if (plot->IsDrawnAsWhole()) {
+                add(plot->GetTag());
+                continue;
+            }
+            for (CPlotComponent* curve : plot->GetComponents())
+                add(curve->GetTag());
+        }
+    }
+}
+
+void C2DGraph::GetDrawOrderTags(CDWordArray& tags) const
+{
+    if (m_drawOrder.IsEmpty())
+        GetDefaultDrawOrderTags(tags);
+    else
+        tags = m_drawOrder;
+}
+
+CDWordArray C2DGraph::WithoutRepetitions(CDWordArray const& tags)
+{
+    CDWordArray unique;
+    std::unordered_set<DWORD> seen;
+    std::copy_if(tags.begin(), tags.end(), std::back_inserter(unique.Values()),
+        [&seen](DWORD tag) { return seen.insert(tag).second; });
+    return unique;
+}
+
+bool C2DGraph::DrawOrderTagsSameAsDefault(CDWordArray const& tags) const
+{
+    CDWordArray defaultTags;
+    GetDefaultDrawOrderTags(defaultTags);
+    return WithoutRepetitions(tags) == WithoutRepetitions(defaultTags);
+}
+
+void C2DGraph::SetDrawOrderTags(CDWordArray const& tags)
+{
+    m_drawOrder = DrawOrderTagsSameAsDefault(tags) ? CDWordArray() : WithoutRepetitions(tags);
+    SetModifiedFlag(1);
+}
+
+void C2DGraph::ResetDrawOrderTags()
+{
+    m_drawOrder = { 1, 2 };
+    if (GetPlotArray())
+        GetPlotArray()->SortByTag();
+    SetModifiedFlag(1);
+}
+
+void C2DGraph::RemoveInvalidDrawOrderTags()
+{
+    std::unordered_set<DWORD> const valid = GetAllTags();
+    std::erase_if(m_drawOrder.Values(), [&valid](DWORD tag) { return !valid.contains(tag); });
+}
+
+void C2DGraph::AppendNewDrawOrderTags()
+{
+    CDWordArray all = m_drawOrder;
+    CDWordArray defaultTags;
+    GetDefaultDrawOrderTags(defaultTags);
+    all.Append(defaultTags);
+    m_drawOrder = WithoutRepetitions(all);
 }
 
 void C2DGraph::DrawComponents(CPort& port)
@@ -228,64 +126,80 @@ void C2DGraph::DrawComponentsDefaultOrder(CPort& port)
 
 namespace {
 
-/// Draws the plots, and the curves of plots that are not drawn as a whole, that carry the tag.
-void DrawPlotsWithTag(CPlotArray const& plots, DWORD tag, CPort& port, CRect const* clip)
-{
-    port.SetClipRect(clip);
-    for (CPlot* plot : plots.GetPlots()) {
-        if (plot->GetTag() == tag)
-            plot->Draw(&port);
-        if (plot->IsDrawnAsWhole())
-            continue;
-        for (CPlotComponent* curve : plot->GetComponents()) {
-            if (curve->GetTag() == tag)
-                curve->Draw(&port);
+/// What each tag stands for in a drawing order: components, plots, and curves of plots that are not drawn as a whole.
+/// What shares a tag is drawn in the order of the arrays.
+class TaggedDrawing {
+public:
+    TaggedDrawing(OwnedArray<CGraphComponent> const& components, CPlotArray const* plots)
+    {
+        for (CGraphComponent* component : components) {
+            if (component != plots)
+                m_components[component->GetTag()].push_back(component);
+        }
+        for (int i = 0; plots && i < plots->GetSize(); ++i) {
+            CPlot* const plot = plots->GetAt(i);
+            m_plots[plot->GetTag()].push_back({ plot, nullptr });
+            if (plot->IsDrawnAsWhole())
+                continue;
+            for (CPlotComponent* curve : plot->GetComponents())
+                m_plots[curve->GetTag()].push_back({ nullptr, curve });
         }
     }
-    port.SetClipRect(nullptr);
-}
+    void DrawComponents(unsigned long tag, CPort& port) const
+    {
+        auto const found = m_components.find(tag);
+        if (found == m_components.end())
+            return;
+        for (CGraphComponent* component : found->second)
+            component->Draw(&port);
+    }
+    /// Clipped to the rectangle, unless it is null.
+    void DrawPlots(unsigned long tag, CPort& port, CRect const* clip) const
+    {
+        auto const found = m_plots.find(tag);
+        if (found == m_plots.end())
+            return;
+        for (auto const& [plot, curve] : found->second) {
+            port.SetClipRect(clip);
+            if (plot)
+                plot->Draw(&port);
+            else
+                curve->Draw(&port);
+        }
+        port.SetClipRect(nullptr);
+    }
+
+private:
+    /// One of both is null.
+    struct PlotOrCurve {
+        CPlot* plot;
+        CPlotComponent* curve;
+    };
+    std::unordered_map<unsigned long, std::vector<CGraphComponent*>> m_components;
+    std::unordered_map<unsigned long, std::vector<PlotOrCurve>> m_plots;
+};
 
 } // namespace
 
 void C2DGraph::DrawComponentsUserOrder(CPort& port)
 {
     CRect const clip = GetClipRect();
-    CPlotArray const* const plots = GetPlotArray();
+    TaggedDrawing const drawing(GetComponentArray(), GetPlotArray());
+    std::unordered_set<DWORD> ordered(m_drawOrder.begin(), m_drawOrder.end());
+    bool const polarGridHasPlace = !m_polarGrid || ordered.contains(static_cast<DWORD>(m_polarGrid->GetTag()));
     for (DWORD const tag : m_drawOrder) {
-        for (CGraphComponent* component : GetComponentArray()) {
-            if (component != plots && component->GetTag() == tag)
-                component->Draw(&port);
-        }
-        if (plots)
-            DrawPlotsWithTag(*plots, tag, port, &clip);
+        drawing.DrawComponents(tag, port);
+        // While the polar grid is on the axes stay hidden: it stands for them.
+        if (m_axes && m_axes->GetTag() == tag && !polarGridHasPlace)
+            m_polarGrid->Draw(&port);
+        drawing.DrawPlots(tag, port, &clip);
     }
     CDWordArray defaultTags;
     GetDefaultDrawOrderTags(defaultTags);
     for (DWORD const tag : defaultTags) {
-        if (plots && std::find(m_drawOrder.begin(), m_drawOrder.end(), tag) == m_drawOrder.end())
-            DrawPlotsWithTag(*plots, tag, port, nullptr);
+        if (ordered.insert(tag).second)
+            drawing.DrawPlots(tag, port, nullptr);
     }
-}
-
-void C2DGraph::DrawLegend(CPort* port)
-{
-    if (GetLegend() && GetLegend()->IsOn())
-        GetLegend()->Draw(port);
-}
-
-void C2DGraph::DrawCaptions(CPort* port)
-{
-    if (GetCaptionArray())
-        GetCaptionArray()->Draw(port);
-}
-
-void C2DGraph::DrawColourKeys(CPort* port)
-{
-    if (!GetColourKeyArray())
-        return;
-    GetColourKeyArray()->Refresh();
-    for (int i = 0; i < GetColourKeyArray()->GetSize(); ++i)
-        GetColourKeyArray()->GetAt(i)->Draw(port);
 }
 
 } // namespace ombrel

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <utility>
 
 namespace ombrel {
 namespace {
@@ -55,25 +56,25 @@ void Measure(CGraphComponent& component, CPort& port)
 
 void C2DGraph::UpdateUnitsRect()
 {
-    if (!m_axes || m_axesRect.Width() == 0 || m_axesRect.Height() == 0)
+    if (!m_axes || m_layout.axesRect.Width() == 0 || m_layout.axesRect.Height() == 0)
         return;
     CRealRect const range = m_axes->GetRealExtentRect();
-    double const perColumn = range.Width() / m_axesRect.Width();
-    double const perRow = range.Height() / m_axesRect.Height();
+    double const perColumn = range.Width() / m_layout.axesRect.Width();
+    double const perRow = range.Height() / m_layout.axesRect.Height();
     CRect const& graph = m_graphRect;
-    double const left = range.left - perColumn * std::abs(graph.left - m_axesRect.left);
-    double const right = range.right + perColumn * std::abs(graph.right - m_axesRect.right);
-    double const bottom = range.bottom - perRow * std::abs(graph.bottom - m_axesRect.bottom);
-    double const top = range.top + perRow * std::abs(graph.top - m_axesRect.top);
-    m_unitsRect.Set({ left, top }, { right, bottom });
+    double const left = range.left - perColumn * std::abs(graph.left - m_layout.axesRect.left);
+    double const right = range.right + perColumn * std::abs(graph.right - m_layout.axesRect.right);
+    double const bottom = range.bottom - perRow * std::abs(graph.bottom - m_layout.axesRect.bottom);
+    double const top = range.top + perRow * std::abs(graph.top - m_layout.axesRect.top);
+    m_layout.unitsRect.Set({ left, top }, { right, bottom });
 }
 
 CRect C2DGraph::GetAxesExtent()
 {
     if (!m_axes)
-        return m_axesRect;
+        return m_layout.axesRect;
     CDC* const dc = m_dc ? m_dc : m_dib.GetDC();
-    CPort port(dc, CRect({ 0, 0 }, m_windowRect.Size()), m_graphRect, m_unitsRect);
+    CPort port(dc, CRect({ 0, 0 }, m_windowRect.Size()), m_graphRect, m_layout.unitsRect);
     Measure(*m_axes, port);
     CRect const axes = m_axes->GetExtentRect();
     if (!m_polarGrid || !m_polarGrid->IsOn())
@@ -87,7 +88,7 @@ CRect C2DGraph::GetAxesExtent()
 void C2DGraph::SetGraphSize(CRect const& rect)
 {
     m_graphRect = rect;
-    m_axesRect = rect;
+    m_layout.axesRect = rect;
     UpdateUnitsRect();
     if (!m_axes)
         return;
@@ -97,24 +98,28 @@ void C2DGraph::SetGraphSize(CRect const& rect)
     auto const shrinkWhile = [&](auto const& sticksOut, LONG& side, int step) {
         for (int steps = 0; steps < kMaxSteps && sticksOut(); ++steps) {
             // A plotting area of no size has no scale: a label larger than the graph stays cut.
-            if (m_axesRect.Width() <= 1 || m_axesRect.Height() <= 1)
+            if (m_layout.axesRect.Width() <= 1 || m_layout.axesRect.Height() <= 1)
                 return;
             side += step;
             UpdateUnitsRect();
             extent = GetAxesExtent();
         }
     };
-    shrinkWhile([&] { return extent.left < m_graphRect.left; }, m_axesRect.left, 1);
-    shrinkWhile([&] { return extent.bottom > m_graphRect.bottom; }, m_axesRect.bottom, -1);
-    shrinkWhile([&] { return extent.right > m_graphRect.right; }, m_axesRect.right, -1);
-    shrinkWhile([&] { return extent.top < m_graphRect.top; }, m_axesRect.top, 1);
+    shrinkWhile([&] { return extent.left < m_graphRect.left; }, m_layout.axesRect.left, 1);
+    shrinkWhile([&] { return extent.bottom > m_graphRect.bottom; }, m_layout.axesRect.bottom, -1);
+    shrinkWhile([&] { return extent.right > m_graphRect.right; }, m_layout.axesRect.right, -1);
+    shrinkWhile([&] { return extent.top < m_graphRect.top; }, m_layout.axesRect.top, 1);
 }
 
 void C2DGraph::SetInitialSize(CDC* dc)
 {
-    CDC* const before = m_dc;
-    if (dc)
-        m_dc = dc;
+    CDC* const before = std::exchange(m_dc, dc ? dc : m_dc);
+    SetInitialSize();
+    m_dc = before;
+}
+
+void C2DGraph::SetInitialSize()
+{
     if (m_graphRect.Width() == 0) {
         double const width = m_windowRect.Width();
         double const height = m_windowRect.Height();
@@ -124,7 +129,8 @@ void C2DGraph::SetInitialSize(CDC* dc)
     }
     SetGraphSize(m_graphRect);
     UpdateNormalisedRect();
-    m_dc = before;
 }
+
+void C2DGraph::ExchangeLayout() { std::swap(m_layout, m_otherLayout); }
 
 } // namespace ombrel

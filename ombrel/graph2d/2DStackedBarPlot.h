@@ -36,6 +36,8 @@ public:
     }
     explicit C2DStackedBarPlot(CGraph* graph);
     void Serialize(CArchive& ar) override;
+    /// Stacks add up values, which their logarithms do not.
+    bool CanHaveLogScale() const override { return false; }
 
     /// The part of the largest bar width that a stack takes up; 0.5 at first.
     double GetBarWidthFactor() const { return m_bars.widthFactor; }

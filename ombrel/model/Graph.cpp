@@ -52,13 +52,16 @@ void CGraph::AddComponent(CGraphComponent* component)
 {
     component->SetTag(GetNewTag());
     m_components.Add(std::unique_ptr<CGraphComponent>(component));
+    m_modified = 1;
 }
 
 bool CGraph::RemoveComponent(CGraphComponent* component)
 {
     bool const removed = m_components.Detach(m_components.Find(component)).release() != nullptr;
-    if (removed)
+    if (removed) {
         FindComponents();
+        m_modified = 1;
+    }
     return removed;
 }
 
@@ -196,7 +199,12 @@ private:
 
 unsigned long CGraph::GetColour() const
 {
-    auto const isUsed = [this](COLORREF c) { return m_plotArray && m_plotArray->HasCurveWithColour(c); };
+    std::unordered_set<unsigned long> used;
+    for (int i = 0; m_plotArray && i < m_plotArray->GetSize(); ++i) {
+        for (CPlotComponent const* curve : m_plotArray->GetAt(i)->GetComponents())
+            used.insert(curve->GetColour());
+    }
+    auto const isUsed = [&used](COLORREF colour) { return used.contains(colour); };
     for (COLORREF const colour : kPlotColours) {
         if (!isUsed(colour))
             return colour;
@@ -219,6 +227,22 @@ CObject* CGraph::GetObjectByTag(unsigned long tag) const
             return found;
     }
     return nullptr;
+}
+
+std::unordered_set<DWORD> CGraph::GetAllTags() const
+{
+    std::unordered_set<DWORD> tags;
+    auto const add = [&tags](auto const& tagged) { tags.insert(static_cast<DWORD>(tagged.GetTag())); };
+    for (CGraphComponent const* component : m_components) {
+        add(*component);
+        for (int i = 0; i < component->GetNumItems(); ++i)
+            add(*component->GetItem(i));
+    }
+    for (int i = 0; m_plotArray && i < m_plotArray->GetSize(); ++i) {
+        for (CPlotComponent const* curve : m_plotArray->GetAt(i)->GetComponents())
+            add(*curve);
+    }
+    return tags;
 }
 
 void CGraph::SetComponentTags()

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <optional>
+#include <unordered_set>
 
 namespace ombrel {
 
@@ -75,7 +76,7 @@ public:
     /// Deletes every caption.
     virtual void ClearCaptions() { }
 
-    /// Takes the component over and gives it a new tag.
+    /// Takes the component over and gives it a new tag. Components that come or go make the next draw a complete one.
     void AddComponent(CGraphComponent* component);
     /// Detaches the component, which then belongs to the caller; false when it is not of this graph.
     bool RemoveComponent(CGraphComponent* component);
@@ -173,6 +174,8 @@ protected:
     virtual bool GraphComponentModified() const;
     /// After loading: finds the components that have shortcuts.
     virtual void FindComponents();
+    /// Every tag that GetObjectByTag finds something for.
+    std::unordered_set<DWORD> GetAllTags() const;
     bool PlotComponentModified() const;
     bool PlotComponentDataModified() const;
     void SetComponentTags();

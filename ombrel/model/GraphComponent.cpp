@@ -21,6 +21,12 @@ void CGraphComponent::ResetModifiedFlags()
 
 CObject* CGraphComponent::GetObjectByTag(unsigned long tag) { return tag == m_tag ? this : nullptr; }
 
+void CGraphComponent::SetGraphModified()
+{
+    if (m_graph)
+        m_graph->SetModifiedFlag(1);
+}
+
 void CGraphComponent::SetSelected(int selected)
 {
     if (selected && m_graph)

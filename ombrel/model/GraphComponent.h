@@ -31,7 +31,7 @@ public:
     void Serialize(CArchive& ar) override;
 
     virtual void SetGraph(CGraph* graph) { m_graph = graph; }
-    virtual void SetColour(unsigned long colour) { m_colour = static_cast<COLORREF>(colour); }
+    virtual void SetColour(unsigned long colour) { Change(m_colour, colour); }
     virtual unsigned long GetColour() const { return m_colour; }
     virtual int Modified() const { return m_modified; }
     virtual int ZValPropertyModified() const { return m_zValPropertyModified; }
@@ -71,6 +71,9 @@ protected:
         setting = static_cast<T>(value);
         m_modified = 1;
     }
+    /// The next draw of the graph, if there is one, is a complete one: after a change that no flag of what is left
+    /// tells.
+    void SetGraphModified();
 
 private:
     CGraph* m_graph = nullptr;

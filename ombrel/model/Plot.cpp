@@ -71,6 +71,7 @@ void CPlot::AddComponent(CPlotComponent* curve)
     if (GetGraph())
         curve->SetTag(GetGraph()->GetNewTag());
     m_curves.Add(std::move(owned));
+    SetGraphModified();
 }
 
 int CPlot::GetDataSize()
@@ -99,7 +100,10 @@ CPlotComponent* CPlot::GetCurve(CString const& title) const
 bool CPlot::RemoveComponent(CPlotComponent* curve)
 {
     // The caller owns the curve from here on.
-    return m_curves.Detach(m_curves.Find(curve)).release() != nullptr;
+    bool const removed = m_curves.Detach(m_curves.Find(curve)).release() != nullptr;
+    if (removed)
+        SetGraphModified();
+    return removed;
 }
 
 int CPlot::HasCurveWithColour(unsigned long colour) const
@@ -113,7 +117,11 @@ int CPlot::HasDateCurve() const
     return std::any_of(m_curves.begin(), m_curves.end(), [](CPlotComponent* c) { return c->GetXValueKind() == 1; });
 }
 
-void CPlot::SortByTag() { SelectionSortByTag(m_curves); }
+void CPlot::SortByTag()
+{
+    SelectionSortByTag(m_curves);
+    SetGraphModified();
+}
 
 void CPlot::SetComponentTags()
 {

@@ -32,7 +32,8 @@ public:
     virtual void RemoveCurve(int) { }
     /// Non-zero when the plot evaluated its curves itself; with 0 the graph evaluates them one by one.
     virtual int Evaluate() { return 0; }
-    /// Takes the curve over and gives it a new tag from the graph.
+    /// Takes the curve over and gives it a new tag from the graph. Curves that come, go or change places make the
+    /// graph's next draw a complete one.
     virtual void AddComponent(CPlotComponent* curve);
     virtual CPlotComponent* GetComponent(int index) { return m_curves.GetAt(index); }
     /// Bytes of data of all curves.
@@ -51,6 +52,8 @@ public:
     virtual void PrepareCurve(CPlotComponent&) { }
     /// Called after the first curve was evaluated: takes over what its points prescribe for the others.
     virtual void TakeOverPoints(CPlotComponent&) { }
+    /// Whether the plot can be drawn on logarithmic axes.
+    virtual bool CanHaveLogScale() const { return true; }
     /// Checks the plot's objects that come from files; does nothing here.
     virtual void CheckForGeneralObjects() { }
 

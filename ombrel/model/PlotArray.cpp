@@ -16,24 +16,6 @@ template <typename Question> int AnyPlot(OwnedArray<CPlot> const& plots, Questio
     return std::any_of(plots.begin(), plots.end(), question);
 }
 
-bool CanHaveColourKey(CPlotComponent const& curve)
-{
-    switch (curve.GetItemType()) {
-    case itSurface:
-    case it3DIrregularSurfaceCurve:
-        return curve.GetColourDescription() > 0;
-    case it3DLineArrayCurve:
-    case it3DScatterCurve:
-    case it2DContourCurve:
-    case it3DMeshCurve:
-    case it3DIrregBarCurve:
-    case it3DIrregLineArrayCurve:
-        return curve.NeedsColourKey() != 0;
-    default:
-        return false;
-    }
-}
-
 } // namespace
 
 void CPlotArray::Serialize(CArchive& ar)
@@ -117,6 +99,26 @@ void CPlotArray::RestoreDeviceObjects()
         plot->RestoreDeviceObjects();
 }
 
+int CPlotArray::Add(CPlot* plot)
+{
+    int const index = m_plots.Add(std::unique_ptr<CPlot>(plot));
+    SetGraphModified();
+    return index;
+}
+
+void CPlotArray::RemoveAt(int index)
+{
+    // The caller owns the plot from here on.
+    if (m_plots.Detach(index).release())
+        SetGraphModified();
+}
+
+void CPlotArray::RemoveAll()
+{
+    m_plots.DetachAll();
+    SetGraphModified();
+}
+
 int CPlotArray::HasCurveWithColour(unsigned long colour) const
 {
     return AnyPlot(m_plots, [colour](CPlot* p) { return p->HasCurveWithColour(colour); });
@@ -137,6 +139,7 @@ void CPlotArray::SortByTag()
     SelectionSortByTag(m_plots);
     for (CPlot* plot : m_plots)
         plot->SortByTag();
+    SetGraphModified();
 }
 
 void CPlotArray::Set2DCurveScaleModes(int xScaleMode, int yScaleMode)
@@ -151,7 +154,7 @@ void CPlotArray::GetColourRampCurves(CDWordArray& tags, CStringArray& titles) co
 {
     for (CPlot* plot : m_plots) {
         for (CPlotComponent* curve : plot->GetComponents()) {
-            if (CanHaveColourKey(*curve)) {
+            if (curve->CanHaveColourKey()) {
                 tags.Add(static_cast<DWORD>(curve->GetTag()));
                 titles.Add(curve->GetTitle());
             }

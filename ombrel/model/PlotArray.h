@@ -32,16 +32,17 @@ public:
     int GetNumItems() const override { return m_plots.GetSize(); }
     CGraphComponent* GetItem(int index) const override { return m_plots.GetAt(index); }
 
-    /// Takes the plot over; returns its index.
-    int Add(CPlot* plot) { return m_plots.Add(std::unique_ptr<CPlot>(plot)); }
+    /// Takes the plot over; returns its index. Plots that come, go or change places make the graph's next draw a
+    /// complete one.
+    int Add(CPlot* plot);
     CPlot* GetAt(int index) const { return m_plots.GetAt(index); }
     int GetSize() const { return m_plots.GetSize(); }
     OwnedArray<CPlot> const& GetPlots() const { return m_plots; }
     /// −1 when the plot is not here.
     int GetPlotIndex(CPlot const* plot) const { return m_plots.Find(plot); }
     /// Detach without deleting: the plots belong to whoever holds them.
-    void RemoveAt(int index) { (void)m_plots.Detach(index).release(); }
-    void RemoveAll() { m_plots.DetachAll(); }
+    void RemoveAt(int index);
+    void RemoveAll();
     int HasCurveWithColour(unsigned long colour) const;
     int HasDefinedCurve() const;
     int HasDateCurve() const;

@@ -63,6 +63,8 @@ public:
     /// Bytes of data held.
     virtual int GetDataSize() const { return 0; }
     virtual int NeedsColourKey() const { return 0; }
+    /// Whether hosts may offer a colour key for the curve.
+    virtual bool CanHaveColourKey() const { return NeedsColourKey() != 0; }
     /// Automation objects are null.
     virtual CObject* GetAutomationObject() { return nullptr; }
     virtual CObject* GetAutomationObjectInt() { return nullptr; }
@@ -125,7 +127,7 @@ public:
     void ResetModifiedFlags();
     /// Copies of the transforms, in the order they are applied.
     CTransformArray GetTransforms() const { return m_transforms; }
-    void SetTransforms(CTransformArray const& transforms) { m_transforms = transforms; }
+    void SetTransforms(CTransformArray const& transforms) { Change(m_transforms, transforms); }
     int GetNumTransforms() const { return m_transforms.GetSize(); }
     /// The plot's index in its graph and the curve's in its plot; −1 where there is none.
     void GetPlotCurveIndices(int& plot, int& curve) const;
@@ -144,8 +146,6 @@ protected:
         setting = static_cast<T>(value);
         m_modified = 1;
     }
-    /// Stores a colour without raising a flag.
-    void StoreColour(unsigned long colour) { m_colour = static_cast<COLORREF>(colour); }
 
 private:
     CString m_text;

@@ -16,7 +16,6 @@ public:
 
 class TestGraph : public CAnnotatedGraph {
 public:
-    using CAnnotatedGraph::AppendColourKey;
     using CAnnotatedGraph::ClearComponents;
     using CAnnotatedGraph::IsAnnotation;
     void CreateAll()
@@ -56,7 +55,7 @@ TEST(AnnotatedGraph, HasNoAnnotationUntilItIsCreatedAndThenOneOfEach)
     TestGraph graph;
     EXPECT_EQ(graph.GetLegend(), nullptr);
     EXPECT_EQ(graph.AddCaption(CPoint(1, 2)), nullptr);
-    EXPECT_EQ(graph.AppendColourKey(CPoint(1, 2), nullptr), nullptr);
+    EXPECT_EQ(graph.AddColourKey(CPoint(1, 2), 0), nullptr);
     graph.ClearCaptions();
     graph.CreateAll();
     graph.CreateAll();
@@ -94,7 +93,7 @@ TEST(AnnotatedGraph, SelectsOneObjectAtATimeAlsoInsideArrays)
     CPlot& plot = graph.AddPlotOfPlots();
     CCaption* const first = graph.AddCaption(CPoint());
     CCaption* const second = graph.AddCaption(CPoint());
-    CColourKey* const key = graph.AppendColourKey(CPoint(), nullptr);
+    CColourKey* const key = graph.AddColourKey(CPoint(), 0);
     CGraphComponent* const all[] = { &plot, first, second, key, graph.GetLegend() };
     for (CGraphComponent* component : all) {
         component->SetSelected(1);
@@ -161,7 +160,7 @@ TEST(ColourKeyArray, DropsKeysOfCurvesThatAreGoneOrNeedNoneAnyMore)
     TestCurve* const curves[] = { new TestCurve, new TestCurve, new TestCurve };
     for (TestCurve* curve : curves) {
         plot.AddComponent(curve);
-        graph.AppendColourKey(CPoint(5, 6), curve);
+        graph.AddColourKey(CPoint(5, 6), curve->GetTag());
     }
     CColourKeyArray& keys = *graph.GetColourKeyArray();
     EXPECT_EQ(keys.GetAt(0)->GetRect().TopLeft(), CPoint(5, 6));
@@ -181,7 +180,7 @@ TEST(ColourKeyArray, DropsKeysOfCurvesThatAreGoneOrNeedNoneAnyMore)
     EXPECT_EQ(tags, CDWordArray { tag(1) });
     EXPECT_TRUE(keys.Modified());
 
-    graph.AppendColourKey(CPoint(), nullptr);
+    graph.AddColourKey(CPoint(), 0);
     keys.Refresh();
     EXPECT_EQ(keys.GetSize(), 1) << "a key without a curve is dropped";
 }
@@ -199,7 +198,7 @@ TEST(AnnotatedGraph, FindsItsAnnotationAgainAfterLoading)
     TestGraph graph;
     graph.CreateAll();
     graph.AddCaption(CPoint(1, 2))->SetText("kept");
-    graph.AppendColourKey(CPoint(3, 4), nullptr);
+    graph.AddColourKey(CPoint(3, 4), 0);
     test::Bytes const bytes = test::Stored(graph);
 
     TestGraph loaded;

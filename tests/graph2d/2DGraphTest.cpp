@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <functional>
+#include <string>
 
 namespace ombrel {
 namespace {
@@ -89,10 +91,10 @@ TEST(Graph2D, DrawsGridAxesAndCurvesInTheDefaultOrTheUsersOrder)
         return colours;
     };
     EXPECT_EQ(strokeColours(), (std::vector<COLORREF> { RGB(1, 0, 0), RGB(2, 0, 0) }));
-    graph.SetDrawOrderTags({ 10, 77, 9 });
+    graph.SetDrawOrderTags({ 10, 77, 9, 10, 9 });
     EXPECT_EQ(strokeColours(), (std::vector<COLORREF> { RGB(2, 0, 0), RGB(1, 0, 0) }));
     graph.GetDrawOrderTags(tags);
-    EXPECT_EQ(tags, (CDWordArray { 10, 9, 1, 2 })) << "unknown tags go, new ones come last";
+    EXPECT_EQ(tags, (CDWordArray { 10, 9, 1, 2 })) << "unknown tags and repeated ones go, new ones come last";
     ASSERT_TRUE(graph.RemovePlotComponent(&second));
     delete &second;
     EXPECT_EQ(strokeColours().size(), 1u);
@@ -101,32 +103,209 @@ TEST(Graph2D, DrawsGridAxesAndCurvesInTheDefaultOrTheUsersOrder)
     EXPECT_EQ(tags, (CDWordArray { 1, 2 }));
 }
 
-TEST(Graph2D, RedrawsOffScreenOnlyWhatChanged)
+TEST(Graph2D, DrawsThePolarGridAfterTheAxesOrWhereTheUsersOrderHasIt)
+{
+    C2DGraph graph(1);
+    AddLine(graph, { { 0, 0 }, { 1, 1 } });
+    graph.GetPolarGrid()->SetOn(1);
+    auto const inOrder = Record(graph, kWindow.Size());
+    graph.SetDrawOrderTags({ 2, 1 });
+    EXPECT_EQ(Record(graph, kWindow.Size()), inOrder) << "grid and axes draw nothing meanwhile";
+    graph.SetDrawOrderTags({ 9, 3 });
+    auto const gridLast = Record(graph, kWindow.Size());
+    EXPECT_EQ(gridLast.size(), inOrder.size());
+    auto const isCurve = [](RecordedPrimitive const& p) { return p.pen.colour.colour == RGB(255, 0, 0); };
+    EXPECT_EQ(std::find_if(gridLast.begin(), gridLast.end(), isCurve) - gridLast.begin(), 2) << "the backgrounds first";
+}
+
+TEST(Graph2D, ComparesOrdersWithTheDefaultOneWhereCurvesShareATag)
+{
+    C2DGraph graph(1);
+    C2DLine& first = AddLine(graph, { { 0, 0 }, { 1, 1 } });
+    AddLine(graph, { { 0, 1 }, { 1, 0 } }).SetTag(first.GetTag());
+    auto const strokes = [&] { return OfKind(Record(graph, kWindow.Size()), Kind::Stroke).size(); };
+    CDWordArray tags;
+    for (CDWordArray const& order : { CDWordArray { 1, 2, 9, 9 }, CDWordArray { 1, 2, 9 } }) {
+        graph.SetDrawOrderTags(order);
+        graph.GetDrawOrderTags(tags);
+        EXPECT_EQ(tags, (CDWordArray { 1, 2, 9, 9 })) << "the default one";
+        EXPECT_EQ(strokes(), 2u);
+    }
+    graph.SetDrawOrderTags({ 9, 1 });
+    EXPECT_EQ(strokes(), 2u) << "both at the place of their tag, once";
+}
+
+TEST(Graph2D, OffScreenPicturesFollowEveryChange)
+{
+    C2DGraph graph(1);
+    C2DLine& line = AddLine(graph, { { 0, 5 }, { 10, 5 } });
+    C2DLine& other = AddLine(graph, { { 0, 7 }, { 10, 2 } });
+    std::unique_ptr<CPlotComponent> removedCurve;
+    std::unique_ptr<CPlot> removedPlot;
+    std::unique_ptr<CGraphComponent> removedAxes;
+    std::pair<char const*, std::function<void()>> const changes[] = {
+        { "colour of a curve", [&] { line.SetColour(RGB(0, 0, 255)); } },
+        { "colour of a component", [&] { graph.GetAxes()->SetColour(RGB(9, 200, 9)); } },
+        { "line type", [&] { line.SetLineType(2); } },
+        { "background of the graph", [&] { graph.SetBkndColour(RGB(200, 200, 200)); } },
+        { "background of the window", [&] { graph.SetWindowBkndColour(RGB(250, 200, 200)); } },
+        { "frame", [&] { graph.SetGraphFrameOn(0); } },
+        { "place",
+            [&] {
+                graph.SetGraphRect({ 50, 60, 300, 250 });
+            } },
+        { "order",
+            [&] {
+                graph.SetDrawOrderTags({ 10, 9, 1, 2 });
+            } },
+        { "curve out", [&] { graph.RemovePlotComponent((removedCurve.reset(&line), &line)); } },
+        { "curve in", [&] { other.GetPlot()->AddComponent(removedCurve.release()); } },
+        { "plot out", [&] { graph.RemovePlot((removedPlot.reset(other.GetPlot()), removedPlot.get())); } },
+        { "plot in", [&] { graph.GetPlotArray()->Add(removedPlot.release()); } },
+        { "component out", [&] { graph.RemoveComponent((removedAxes.reset(graph.GetAxes()), removedAxes.get())); } },
+    };
+    CDIB target(400, 300, 24);
+    graph.Draw(target.GetDC(), kWindow, pmOffScreen);
+    CDIB before(400, 300, 24);
+    for (auto const& [what, change] : changes) {
+        target.Draw(before.GetDC(), 0, 0);
+        change();
+        graph.Draw(target.GetDC(), kWindow, pmOffScreen);
+        EXPECT_GT(Differences(target, before), 0) << what;
+        EXPECT_FALSE(graph.GetModifiedFlag()) << what;
+    }
+}
+
+TEST(Graph2D, KeepsItsOffScreenPictureUntilSomethingChangesOrAnotherDrawClearsTheFlags)
 {
     C2DGraph graph(1);
     C2DLine& line = AddLine(graph, { { 0, 5 }, { 10, 5 } });
     line.SetColour(RGB(255, 0, 0));
+    graph.GetAxes()->SetYAxisRangeMode(CAxes::rmFixed);
     CDIB target(400, 300, 24);
-    graph.Draw(target.GetDC(), kWindow, pmOffScreen);
-    CPoint const onLine = graph.UnitsToWindow({ 5, 5 });
-    EXPECT_EQ(PixelAt(target, onLine), RGB(255, 0, 0));
-    EXPECT_FALSE(graph.GetModifiedFlag());
-    // The colour marks nothing as modified: the cached picture stays until something else does.
-    line.SetColour(RGB(0, 0, 255));
-    graph.Draw(target.GetDC(), kWindow, pmOffScreen);
-    EXPECT_EQ(PixelAt(target, onLine), RGB(255, 0, 0));
-    line.SetLineWidth(1);
-    graph.Draw(target.GetDC(), kWindow, pmOffScreen);
-    EXPECT_EQ(PixelAt(target, onLine), RGB(0, 0, 255));
-    // A direct draw clears the flags; the off-screen picture must not stay behind.
-    line.SetColour(RGB(0, 255, 0));
-    line.SetLineWidth(1);
-    graph.Draw(target.GetDC(), kWindow, pmDirect);
-    target.GetDC()->FillSolidRect(kWindow, 0);
-    graph.Draw(target.GetDC(), kWindow, pmOffScreen);
-    EXPECT_EQ(PixelAt(target, onLine), RGB(0, 255, 0));
-    EXPECT_EQ(PixelAt(graph.GetDisplayDIB(), onLine), RGB(0, 255, 0));
-    EXPECT_EQ(graph.GetDisplayDIB().GetSize(), CSize(400, 300));
+    auto const isOnLine = [&] {
+        target.GetDC()->FillSolidRect(kWindow, 0);
+        graph.Draw(target.GetDC(), kWindow, pmOffScreen);
+        return PixelAt(target, graph.UnitsToWindow({ 2, 5 })) == RGB(255, 0, 0);
+    };
+    EXPECT_TRUE(isOnLine());
+    // Points that change in place wait for UpdatePlots.
+    line.SetYAt(0, 0);
+    EXPECT_TRUE(isOnLine());
+    graph.UpdatePlots();
+    EXPECT_FALSE(isOnLine());
+    for (bool const embedded : { false, true }) {
+        line.SetYAt(0, 5);
+        graph.UpdatePlots();
+        EXPECT_TRUE(isOnLine());
+        line.SetYAt(0, 0);
+        graph.UpdatePlots();
+        CDIB elsewhere(400, 300, 24);
+        if (embedded)
+            graph.DrawEmbedded(elsewhere.GetDC(), kWindow, kWindow);
+        else
+            graph.Draw(elsewhere.GetDC(), kWindow, pmDirect);
+        EXPECT_EQ(PixelAt(graph.GetDisplayDIB(), graph.UnitsToWindow({ 2, 5 })), RGB(255, 0, 0)) << "the last picture";
+        EXPECT_FALSE(isOnLine()) << embedded;
+    }
+    EXPECT_EQ(Differences(graph.GetDisplayDIB(), target), 0);
+}
+
+/// Two labelled ticks an axis, a line from corner to corner, a legend and a caption; every length can be worked out.
+std::unique_ptr<C2DGraph> MakePlainGraph()
+{
+    auto graph = std::make_unique<C2DGraph>(1);
+    AddLine(*graph, { { 0, 0 }, { 10, 10 } });
+    CAxes& axes = *graph->GetAxes();
+    axes.SetNumXMajorTicks(2);
+    axes.SetNumYMajorTicks(2);
+    axes.SetNumXMinorTicks(0);
+    axes.SetNumYMinorTicks(0);
+    graph->GetLegend()->Create({ 300, 100 });
+    graph->AddCaption({ 50, 20 })->SetText("Two\nlines");
+    return graph;
+}
+
+// The graph's rectangle in the window is 20,15 … 380,285. A label is 15 pixels high (4 mm) and 7 a digit wide, a tick
+// 1/80 of 270 long, a label one pixel below it: the axes lie 14 + 3 from the left, half a "10" (7) from the right, half
+// a label (7) from the top, and 15 + 1 + 3 from the bottom. Annotation is 1/25 of the axes' 244 high; a box of text has
+// a margin of a sixth of its height.
+std::string const kPlainGraph = R"(fillrect [30,50 431,351] fill=#ffffff
+fillrect [67,72 403,316] fill=#ffffff
+polyline 67,316 403,316 pen=#000000/1/solid
+polyline 67,316 67,72 pen=#000000/1/solid
+polyline 67,316 67,319 pen=#000000/1/solid
+text 64,320 "0" #000000 font=Arial/15/w400
+polyline 403,316 403,319 pen=#000000/1/solid
+text 396,320 "10" #000000 font=Arial/15/w400
+polyline 67,316 64,316 pen=#000000/1/solid
+text 57,309 "0" #000000 font=Arial/15/w400
+polyline 67,72 64,72 pen=#000000/1/solid
+text 50,65 "10" #000000 font=Arial/15/w400
+stroke 67,316 403,72 pen=#ff0000/1 clip=[67,72 404,317]
+polyline 30,50 429,50 pen=#000000/1/solid
+polyline 429,50 429,349 pen=#000000/1/solid
+polyline 429,349 30,349 pen=#000000/1/solid
+polyline 30,349 30,50 pen=#000000/1/solid
+fillrect [80,70 105,96] fill=#ffffff
+text 83,73 "Two" #000000 font=Arial/10/w400
+text 83,83 "lines" #000000 font=Arial/10/w400
+polyline 80,70 105,70 pen=#000000/1/solid
+polyline 105,70 105,96 pen=#000000/1/solid
+polyline 105,96 80,96 pen=#000000/1/solid
+polyline 80,96 80,70 pen=#000000/1/solid
+fillrect [330,150 373,165] fill=#ffffff
+fill [333,153 341,161] brush=#ff0000
+polyline 333,153 341,153 pen=#000000/1/solid
+polyline 341,153 341,161 pen=#000000/1/solid
+polyline 341,161 333,161 pen=#000000/1/solid
+polyline 333,161 333,153 pen=#000000/1/solid
+text 345,152 "Curve" #000000 font=Arial/10/w400
+polyline 330,150 373,150 pen=#000000/1/solid
+polyline 373,150 373,165 pen=#000000/1/solid
+polyline 373,165 330,165 pen=#000000/1/solid
+polyline 330,165 330,150 pen=#000000/1/solid
+)";
+
+TEST(Graph2D, PutsEveryPrimitiveWhereItBelongsInAWindowThatIsNotAtTheOrigin)
+{
+    constexpr CRect kPlace(30, 50, 430, 350);
+    auto const surface = std::make_shared<RecordingSurface>(CSize(500, 400));
+    CDC dc(surface);
+    auto const graph = MakePlainGraph();
+    auto const embed = [&](C2DGraph& embedded, CRect const& target) {
+        surface->Clear();
+        embedded.DrawEmbedded(&dc, { 0, 0, 500, 400 }, target);
+        return surface->Dump();
+    };
+    EXPECT_EQ(embed(*graph, kPlace), kPlainGraph) << "never drawn in a window";
+    EXPECT_EQ(graph->GetWindowRect(), CRect());
+    graph->LayOut(&dc, kPlace);
+    EXPECT_EQ(graph->GetAxesRect(), CRect(37, 22, 373, 266));
+    surface->Clear();
+    graph->Draw(&dc, kPlace, pmDirect);
+    EXPECT_EQ(surface->Dump(), kPlainGraph);
+    for (CRect const& window : { CRect(0, 40, 400, 340), kPlace }) {
+        graph->Draw(&dc, window, pmDirect);
+        EXPECT_EQ(embed(*graph, kPlace), kPlainGraph);
+    }
+    // In half the size halves are rounded up, labels are 135 / 15 high with digits of 4, ticks end 2 from the axes.
+    std::string const half = embed(*graph, { 100, 40, 300, 190 });
+    for (char const* const line :
+        { "fillrect [100,40 301,191]", "fillrect [120,52 286,171]", "polyline 120,171 286,171", "text 282,174 \"10\"",
+            "text 110,48 \"10\"", "stroke 120,171 286,52", "polyline 299,40 299,189", "fillrect [250,90 268,97]" })
+        EXPECT_NE(half.find(line), std::string::npos) << line << "\n" << half;
+    EXPECT_EQ(graph->GetWindowRect(), kPlace);
+    EXPECT_EQ(graph->GetGraphRect(), CRect(20, 15, 380, 285));
+    EXPECT_EQ(graph->GetAxesRect(), CRect(37, 22, 373, 266));
+    EXPECT_EQ(graph->GetClipRect(), CRect(37, 22, 373, 266));
+    EXPECT_EQ(graph->GetAxesExtent(), graph->GetGraphRect());
+    EXPECT_EQ(graph->UnitsToWindow({ 5, 5 }), CPoint(205, 144));
+    EXPECT_DOUBLE_EQ(graph->WindowToUnits({ 205, 144 }).x, 5);
+    EXPECT_DOUBLE_EQ(graph->WindowToUnits({ 205, 144 }).y, 5);
+    graph->SetGraphRect({ 100, 100, 300, 200 });
+    graph->Draw(&dc, kPlace, pmDirect);
+    EXPECT_EQ(graph->GetAxesExtent(), CRect(100, 100, 300, 200)) << "counts from the window's corner, too";
 }
 
 TEST(Graph2D, OffScreenDirectAndMovedDrawingGiveTheSamePixels)
@@ -174,41 +353,6 @@ TEST(Graph2D, MeasuresALegendBeforeItsFirstDrawAndLeavesNoTraceWhereItWas)
     graph.LayOut(moved.GetDC(), { 0, 0, 900, 900 });
     graph.Draw(moved.GetDC(), kWindow, pmOffScreen);
     EXPECT_EQ(Differences(moved, fresh), 0);
-}
-
-TEST(Graph2D, EmbeddedDrawingKeepsProportionsAndPutsEverythingBack)
-{
-    C2DGraph graph(1);
-    AddLine(graph, { { 0, 0 }, { 10, 10 } });
-    CDIB own(400, 300, 24);
-    graph.Draw(own.GetDC(), kWindow, pmOffScreen);
-    CRect const graphRect = graph.GetGraphRect();
-    auto const surface = std::make_shared<RecordingSurface>(CSize(1000, 800));
-    CDC dc(surface);
-    CRect const target(200, 100, 600, 400);
-    graph.DrawEmbedded(&dc, { 0, 0, 1000, 800 }, target);
-    EXPECT_EQ(graph.GetGraphRect(), graphRect);
-    EXPECT_EQ(graph.GetWindowRect(), kWindow);
-    for (RecordedPrimitive const& p : OfKind(surface->Primitives(), Kind::Stroke)) {
-        for (CPoint const point : p.points)
-            EXPECT_TRUE(target.PtInRect(point));
-    }
-    // Frame along the target: its corners end the last outline.
-    auto const outlines = OfKind(surface->Primitives(), Kind::Polyline);
-    EXPECT_TRUE(std::any_of(outlines.begin(), outlines.end(),
-        [&](RecordedPrimitive const& p) { return !p.points.empty() && p.points[0] == target.TopLeft(); }));
-    CDIB again(400, 300, 24);
-    graph.Draw(again.GetDC(), kWindow, pmOffScreen);
-    EXPECT_EQ(Differences(own, again), 0);
-
-    C2DGraph fresh(1);
-    AddLine(fresh, { { 0, 0 }, { 10, 10 } });
-    surface->Clear();
-    fresh.DrawEmbedded(&dc, { 0, 0, 1000, 800 }, target);
-    for (RecordedPrimitive const& p : OfKind(surface->Primitives(), Kind::Stroke)) {
-        for (CPoint const point : p.points)
-            EXPECT_TRUE(target.PtInRect(point)) << "never drawn before";
-    }
 }
 
 TEST(Graph2D, TakesOverTheSettingsOfOtherAxesButKeepsItsOwnObject)

@@ -525,7 +525,7 @@ Setting const kSettings[] = {
     { "MinorLabelsColour", Plain, [](CAxes& a) { a.SetMinorLabelsColour(1); }, kBoth },
     { "TitlesColour", Plain, [](CAxes& a) { a.SetTitlesColour(1); }, kBoth },
     { "TextColour", Plain, [](CAxes& a) { a.SetTextColour(1); }, Setting::Raises },
-    { "Colour", Plain, [](CAxes& a) { a.SetColour(1); }, Setting::Draws },
+    { "Colour", Plain, [](CAxes& a) { a.SetColour(1); }, kBoth },
     { "TitlesFont", Plain,
         [](CAxes& a) {
             a.SetTitlesFont({ "Arial", 700, 0, 1 });

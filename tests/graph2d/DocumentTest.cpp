@@ -175,6 +175,19 @@ TEST_F(Document, DamagedBytesNeverCrashAndWhatLoadsCanBeDrawn)
     }
 }
 
+TEST_F(Document, RepeatedTagsOfADrawOrderCountOnce)
+{
+    C2DGraph graph(1);
+    graph.SetDrawOrderTags({ 2, 1, 3 });
+    Bytes bytes = Store(graph);
+    // The order ends the document: 16 bits of count and 32 bits a tag.
+    bytes[bytes.size() - 4] = std::byte { 2 };
+    auto const loaded = Load(bytes, CGraph::kClass);
+    CDWordArray tags;
+    static_cast<C2DGraph&>(*loaded).GetDrawOrderTags(tags);
+    EXPECT_EQ(tags, (CDWordArray { 2, 1 }));
+}
+
 TEST_F(Document, PlotArraysHoldPlotsOnly)
 {
     CPlotArray plots;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <optional>
 #include <set>
 #include <stdexcept>
 #include <vector>
@@ -182,11 +183,9 @@ TEST(GraphRemoval, HandsPlotsCurvesAndComponentsToTheCaller)
     CPlot& plot = graph.AddPlotWithCurves(2);
     std::unique_ptr<CPlotComponent> const curve(plot.GetComponent(0));
     EXPECT_TRUE(graph.RemovePlotComponent(curve.get()));
-    EXPECT_FALSE(graph.RemovePlotComponent(curve.get()));
     EXPECT_EQ(plot.GetNumComponents(), 1);
     std::unique_ptr<CPlot> const removed(&plot);
     EXPECT_TRUE(graph.RemovePlot(&plot));
-    EXPECT_FALSE(graph.RemovePlot(&plot));
     std::unique_ptr<CPlot> const other(graph.AddPlot(it2DLinePlot));
     graph.GetPlotArray()->RemoveAll();
     EXPECT_EQ(graph.GetPlotArray()->GetSize(), 0);
@@ -194,6 +193,41 @@ TEST(GraphRemoval, HandsPlotsCurvesAndComponentsToTheCaller)
     EXPECT_TRUE(graph.RemoveComponent(plots.get()));
     EXPECT_EQ(graph.GetPlotArray(), nullptr);
     EXPECT_EQ(graph.GetNumComponents(), 0);
+
+    graph.ResetModifiedFlags();
+    EXPECT_FALSE(graph.RemovePlotComponent(curve.get()) || graph.RemovePlot(&plot));
+    EXPECT_FALSE(graph.RemoveComponent(plots.get()));
+    plots->RemoveAt(0);
+    EXPECT_FALSE(graph.GetModifiedFlag()) << "what is not there changes nothing when it is taken out";
+}
+
+TEST(GraphFlags, RiseWhenPlotsCurvesOrComponentsComeGoOrChangePlaces)
+{
+    TestGraph graph;
+    CPlot& plot = graph.AddPlotWithCurves(3);
+    CPlotArray& plots = *graph.GetPlotArray();
+    auto* const component = new CGraphComponent(&graph);
+    std::unique_ptr<CPlotComponent> curve;
+    auto* const other = new CPlot(&graph);
+    std::pair<char const*, std::function<void()>> const changes[] = {
+        { "curve out", [&] { graph.RemovePlotComponent((curve.reset(plot.GetComponent(1)), curve.get())); } },
+        { "curve in", [&] { plot.AddComponent(curve.release()); } },
+        { "curves sorted", [&] { plot.SortByTag(); } },
+        { "plot in", [&] { plots.Add(other); } },
+        { "plots sorted", [&] { plots.SortByTag(); } },
+        { "plot out", [&] { graph.RemovePlot(&plot); } },
+        { "component in", [&] { graph.AddComponent(component); } },
+        { "component out", [&] { graph.RemoveComponent(component); } },
+        { "every plot out", [&] { plots.RemoveAll(); } },
+    };
+    for (auto const& [what, change] : changes) {
+        graph.ResetModifiedFlags();
+        change();
+        EXPECT_TRUE(graph.GetModifiedFlag()) << what;
+    }
+    delete component;
+    delete other;
+    delete &plot;
 }
 
 TEST(GraphFlags, RiseWithEveryLevelAndFallAfterADraw)
@@ -236,8 +270,15 @@ TEST(CurveFlags, RiseOnlyWithWhatIsDrawn)
     curve.SetSeed(1);
     curve.SetValid(1);
     EXPECT_FALSE(curve.Modified());
-    curve.SetLUTName("x");
-    EXPECT_TRUE(curve.Modified());
+    for (auto const& set : { +[](CPlotComponent& c) { c.SetLUTName("x"); }, +[](CPlotComponent& c) { c.SetColour(1); },
+             +[](CPlotComponent& c) { c.SetTransforms({}); } }) {
+        curve.SetModified(0);
+        set(curve);
+        EXPECT_TRUE(curve.Modified());
+    }
+    CGraphComponent component(nullptr);
+    component.SetColour(0);
+    EXPECT_TRUE(component.Modified());
     EXPECT_FALSE(curve.PlotDataModified());
     curve.SetPlotDataModified(1);
     EXPECT_TRUE(curve.ZValPropertyModified());
@@ -349,53 +390,38 @@ TEST(GraphUpdatePlots, EvaluatesCurvesOneByOneUnlessThePlotDidIt)
     EXPECT_EQ(plot->steps, "");
 }
 
+/// Answers as it is told to, or as every curve does that does not know better.
 class KeyCurve : public CPlotComponent {
 public:
-    KeyCurve(ItemType type, int description, int needsKey)
+    KeyCurve(int needsKey, std::optional<bool> canHaveKey)
         : m_needsKey(needsKey)
+        , m_canHaveKey(canHaveKey)
     {
-        SetItemType(type);
-        SetColourDescription(description);
     }
     int NeedsColourKey() const override { return m_needsKey; }
+    bool CanHaveColourKey() const override { return m_canHaveKey.value_or(CPlotComponent::CanHaveColourKey()); }
 
 private:
     int m_needsKey;
+    std::optional<bool> m_canHaveKey;
 };
 
-TEST(PlotArray, OffersColourKeysToCurvesThatAreColouredByValue)
+TEST(PlotArray, OffersColourKeysToCurvesThatNeedOneOrSayThatTheyCanHaveOne)
 {
-    struct {
-        ItemType type;
-        int description;
-        int needsKey;
-        bool offered;
-    } const cases[] = {
-        { itSurface, 1, 0, true },
-        { itSurface, 0, 1, false },
-        { it3DIrregularSurfaceCurve, 2, 0, true },
-        { it3DLineArrayCurve, 0, 1, true },
-        { it3DScatterCurve, 1, 0, false },
-        { it2DContourCurve, 0, 1, true },
-        { it3DMeshCurve, 0, 1, true },
-        { it3DIrregBarCurve, 0, 1, true },
-        { it3DIrregLineArrayCurve, 0, 1, true },
-        { it2DLine, 1, 1, false },
-    };
     TestGraph graph;
+    graph.AddPlotWithCurves(1);
     CPlot* const plot = graph.AddPlot(it2DLinePlot);
-    CDWordArray expected { 77 };
-    for (auto const& c : cases) {
-        auto* const curve = new KeyCurve(c.type, c.description, c.needsKey);
-        plot->AddComponent(curve);
-        if (c.offered)
-            expected.Add(static_cast<DWORD>(curve->GetTag()));
-    }
+    for (auto const& [needsKey, canHaveKey] :
+        { std::pair(0, std::optional<bool>()), std::pair(1, std::optional<bool>()), std::pair(1, std::optional(false)),
+            std::pair(0, std::optional(true)) })
+        plot->AddComponent(new KeyCurve(needsKey, canHaveKey));
+    plot->GetComponent(1)->SetTitle("needs");
+    plot->GetComponent(3)->SetTitle("can have");
     CDWordArray tags { 77 };
-    CStringArray titles;
+    CStringArray titles { "kept" };
     graph.GetPlotArray()->GetColourRampCurves(tags, titles);
-    EXPECT_EQ(tags, expected);
-    EXPECT_EQ(titles.GetSize(), expected.GetSize() - 1);
+    EXPECT_EQ(tags, (CDWordArray { 77, 6, 8 }));
+    EXPECT_EQ(titles, (CStringArray { "kept", "needs", "can have" }));
 }
 
 TEST(CurveErrors, NameTheCurveAndItsPlot)
