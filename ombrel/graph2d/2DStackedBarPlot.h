@@ -1,7 +1,7 @@
 #pragma once
 #include "ombrel/graph2d/2DSeriesPlot.h"
 #include "ombrel/graph2d/BarSettings.h"
-#include "ombrel/graph2d/SeriesBarCurve.h"
+#include "ombrel/graph2d/SeriesBarPlot.h"
 #include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {

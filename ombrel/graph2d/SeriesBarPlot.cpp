@@ -1,4 +1,4 @@
-#include "ombrel/graph2d/SeriesBarCurve.h"
+#include "ombrel/graph2d/SeriesBarPlot.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 namespace ombrel {
