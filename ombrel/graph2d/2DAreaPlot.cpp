@@ -67,12 +67,7 @@ void C2DAreaPlot::Serialize(CArchive& ar)
     f.Int(m_drawBorders).Dword(m_borderColour).Int(m_normalised).Double(m_normalTop);
 }
 
-CPlotComponent* C2DAreaPlot::CreateCurve()
-{
-    auto* const curve = new C2DAreaCurve(this, 1);
-    AddComponent(curve);
-    return curve;
-}
+CPlotComponent* C2DAreaPlot::CreateCurve() { return AddNew<C2DAreaCurve>(); }
 
 std::vector<C2DAreaCurve*> C2DAreaPlot::AreaCurves() const
 {

@@ -18,11 +18,7 @@ class OMBREL_EXPORT C2DAreaCurve : public C2DLine {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DAreaCurve()
-        : C2DAreaCurve(nullptr, 0)
-    {
-    }
-    C2DAreaCurve(CPlot* plot, int useGraphColour);
+    explicit C2DAreaCurve(CPlot* plot = nullptr, int useGraphColour = 0);
     /// The curve's own fields and the fill pattern; those of lines are not stored.
     void Serialize(CArchive& ar) override;
     int Evaluate() override;
@@ -45,11 +41,7 @@ class OMBREL_EXPORT C2DAreaPlot : public C2DSeriesPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DAreaPlot()
-        : C2DAreaPlot(nullptr)
-    {
-    }
-    explicit C2DAreaPlot(CGraph* graph);
+    explicit C2DAreaPlot(CGraph* graph = nullptr);
     void Serialize(CArchive& ar) override;
     /// Bands add up values, which their logarithms do not.
     bool CanHaveLogScale() const override { return false; }

@@ -127,15 +127,9 @@ C2DBarPlot::C2DBarPlot(CGraph* graph)
 void C2DBarPlot::Serialize(CArchive& ar)
 {
     C2DPlot::Serialize(ar);
-    ArchiveFields f(ar);
-    f.Version(1);
+    ArchiveFields(ar).Version(1);
 }
 
-CPlotComponent* C2DBarPlot::CreateCurve()
-{
-    auto* const curve = new C2DBarCurve(this, 1);
-    AddComponent(curve);
-    return curve;
-}
+CPlotComponent* C2DBarPlot::CreateCurve() { return AddNew<C2DBarCurve>(); }
 
 } // namespace ombrel

@@ -12,11 +12,7 @@ class OMBREL_EXPORT C2DBarCurve : public C2DCurve {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DBarCurve()
-        : C2DBarCurve(nullptr, 0)
-    {
-    }
-    C2DBarCurve(CPlot* plot, int useGraphColour);
+    explicit C2DBarCurve(CPlot* plot = nullptr, int useGraphColour = 0);
     void Serialize(CArchive& ar) override;
 
     /// The part of the largest bar width that a bar takes up; 0.5 at first.
@@ -72,11 +68,7 @@ class OMBREL_EXPORT C2DBarPlot : public C2DPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DBarPlot()
-        : C2DBarPlot(nullptr)
-    {
-    }
-    explicit C2DBarPlot(CGraph* graph);
+    explicit C2DBarPlot(CGraph* graph = nullptr);
     void Serialize(CArchive& ar) override;
     /// A C2DBarCurve. Owned by the plot.
     CPlotComponent* CreateCurve() override;

@@ -134,15 +134,9 @@ C2DErrorBarPlot::C2DErrorBarPlot(CGraph* graph)
 void C2DErrorBarPlot::Serialize(CArchive& ar)
 {
     C2DPlot::Serialize(ar);
-    ArchiveFields f(ar);
-    f.Version(1);
+    ArchiveFields(ar).Version(1);
 }
 
-CPlotComponent* C2DErrorBarPlot::CreateCurve()
-{
-    auto* const curve = new C2DErrorBarCurve(this, 1);
-    AddComponent(curve);
-    return curve;
-}
+CPlotComponent* C2DErrorBarPlot::CreateCurve() { return AddNew<C2DErrorBarCurve>(); }
 
 } // namespace ombrel

@@ -14,11 +14,7 @@ class OMBREL_EXPORT C2DErrorBarCurve : public C2DCurve {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DErrorBarCurve()
-        : C2DErrorBarCurve(nullptr, 0)
-    {
-    }
-    C2DErrorBarCurve(CPlot* plot, int useGraphColour);
+    explicit C2DErrorBarCurve(CPlot* plot = nullptr, int useGraphColour = 0);
     void Serialize(CArchive& ar) override;
 
     /// Of the whole bars.
@@ -54,11 +50,7 @@ class OMBREL_EXPORT C2DErrorBarPlot : public C2DPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DErrorBarPlot()
-        : C2DErrorBarPlot(nullptr)
-    {
-    }
-    explicit C2DErrorBarPlot(CGraph* graph);
+    explicit C2DErrorBarPlot(CGraph* graph = nullptr);
     void Serialize(CArchive& ar) override;
     /// A C2DErrorBarCurve. Owned by the plot.
     CPlotComponent* CreateCurve() override;

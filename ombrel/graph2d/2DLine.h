@@ -20,11 +20,7 @@ public:
 
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DLine()
-        : C2DLine(nullptr, 0)
-    {
-    }
-    C2DLine(CPlot* plot, int useGraphColour);
+    explicit C2DLine(CPlot* plot = nullptr, int useGraphColour = 0);
     void Serialize(CArchive& ar) override;
     /// Shading, then the line, then the symbols; nothing unless the curve is valid.
     void Draw(CPort* port) override;

@@ -16,8 +16,7 @@ C2DLinePlot::C2DLinePlot(CGraph* graph)
 void C2DLinePlot::Serialize(CArchive& ar)
 {
     C2DPlot::Serialize(ar);
-    ArchiveFields f(ar);
-    f.Version(1);
+    ArchiveFields(ar).Version(1);
 }
 
 CPlotComponent* C2DLinePlot::AddCurve(CString const& title, CPlotComponent::DataSourceType source)
@@ -28,11 +27,6 @@ CPlotComponent* C2DLinePlot::AddCurve(CString const& title, CPlotComponent::Data
     return curve;
 }
 
-CPlotComponent* C2DLinePlot::CreateCurve()
-{
-    auto* const curve = new C2DLine(this, 1);
-    AddComponent(curve);
-    return curve;
-}
+CPlotComponent* C2DLinePlot::CreateCurve() { return AddNew<C2DLine>(); }
 
 } // namespace ombrel

@@ -9,11 +9,7 @@ class OMBREL_EXPORT C2DLinePlot : public C2DPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DLinePlot()
-        : C2DLinePlot(nullptr)
-    {
-    }
-    explicit C2DLinePlot(CGraph* graph);
+    explicit C2DLinePlot(CGraph* graph = nullptr);
     void Serialize(CArchive& ar) override;
     /// A C2DLine with a title and a data source. Owned by the plot.
     CPlotComponent* AddCurve(CString const& title, CPlotComponent::DataSourceType source) override;

@@ -18,8 +18,7 @@ C2DLineSeriesLine::C2DLineSeriesLine(CPlot* plot, int useGraphColour)
 void C2DLineSeriesLine::Serialize(CArchive& ar)
 {
     C2DLine::Serialize(ar);
-    ArchiveFields f(ar);
-    f.Version(1);
+    ArchiveFields(ar).Version(1);
 }
 
 C2DLineSeriesPlot::C2DLineSeriesPlot(CGraph* graph)
@@ -32,15 +31,13 @@ C2DLineSeriesPlot::C2DLineSeriesPlot(CGraph* graph)
 void C2DLineSeriesPlot::Serialize(CArchive& ar)
 {
     C2DSeriesPlot::Serialize(ar);
-    ArchiveFields f(ar);
-    f.Version(1);
+    ArchiveFields(ar).Version(1);
 }
 
 CPlotComponent* C2DLineSeriesPlot::CreateCurve()
 {
-    auto* const curve = new C2DLineSeriesLine(this, 1);
+    auto* const curve = AddNew<C2DLineSeriesLine>();
     curve->SetSeries(1);
-    AddComponent(curve);
     return curve;
 }
 

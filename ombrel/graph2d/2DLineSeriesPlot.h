@@ -10,11 +10,7 @@ class OMBREL_EXPORT C2DLineSeriesLine : public C2DLine {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DLineSeriesLine()
-        : C2DLineSeriesLine(nullptr, 0)
-    {
-    }
-    C2DLineSeriesLine(CPlot* plot, int useGraphColour);
+    explicit C2DLineSeriesLine(CPlot* plot = nullptr, int useGraphColour = 0);
     void Serialize(CArchive& ar) override;
 };
 
@@ -31,11 +27,7 @@ class OMBREL_EXPORT C2DLineSeriesPlot : public C2DSeriesPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DLineSeriesPlot()
-        : C2DLineSeriesPlot(nullptr)
-    {
-    }
-    explicit C2DLineSeriesPlot(CGraph* graph);
+    explicit C2DLineSeriesPlot(CGraph* graph = nullptr);
     void Serialize(CArchive& ar) override;
     /// A C2DLineSeriesLine. Owned by the plot.
     CPlotComponent* CreateCurve() override;

@@ -11,8 +11,7 @@ constinit CRuntimeClass const C2DPlot::kClass = PersistentClass<C2DPlot, CPlot>(
 void C2DPlot::Serialize(CArchive& ar)
 {
     CPlot::Serialize(ar);
-    ArchiveFields f(ar);
-    f.Version(1);
+    ArchiveFields(ar).Version(1);
 }
 
 namespace {

@@ -23,6 +23,15 @@ public:
     using CPlot::Draw;
     /// Draws every curve in order.
     void Draw(CPort* port) override;
+
+protected:
+    /// Adds a curve of the class, in the graph's next colour. Owned by the plot.
+    template <typename Curve> Curve* AddNew()
+    {
+        auto* const curve = new Curve(this, 1);
+        AddComponent(curve);
+        return curve;
+    }
 };
 
 } // namespace ombrel

@@ -1,7 +1,6 @@
 #include "ombrel/graph2d/2DStackedBarPlot.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/foundation/Utils.h"
-#include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/paths/BarPainter.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
@@ -15,19 +14,10 @@ constinit CRuntimeClass const C2DStackedBarCurve::kClass
 constinit CRuntimeClass const C2DStackedBarPlot::kClass
     = PersistentClass<C2DStackedBarPlot, C2DSeriesPlot>("C2DStackedBarPlot");
 
-C2DStackedBarPlot::C2DStackedBarPlot(CGraph* graph)
-    : C2DSeriesPlot(graph)
-{
-    StoreTitle("Stacked Bar Plot");
-    SetItemType(it2DStackedBarPlot);
-}
-
 void C2DStackedBarPlot::Serialize(CArchive& ar)
 {
-    C2DSeriesPlot::Serialize(ar);
+    SeriesBarPlot::Serialize(ar);
     ArchiveFields f(ar);
-    f.Version(1);
-    m_bars.Serialize(f);
     f.Int(m_noRangeMargin, m_scaleStacksOn).Double(m_stackTotal).Int(m_plotStyle);
 }
 
@@ -151,11 +141,10 @@ struct C2DStackedBarPlot::Scaling {
 
 void C2DStackedBarPlot::GetXRange(double& min, double& max)
 {
-    if (m_noRangeMargin) {
-        C2DSeriesPlot::GetXRange(min, max);
-        return;
-    }
-    WidenedXRangeOfSeries(*this, m_bars, min, max);
+    if (m_noRangeMargin)
+        C2DSeriesPlot::GetXRange(min, max); // NOLINT(bugprone-parent-virtual-call)
+    else
+        SeriesBarPlot::GetXRange(min, max);
 }
 
 void C2DStackedBarPlot::GetYRange(double& min, double& max)
@@ -170,7 +159,7 @@ void C2DStackedBarPlot::GetYRange(double& min, double& max)
         max = 100.0;
         return;
     }
-    for (int i = 0, n = CountSharedPoints(*this); i < n; ++i) {
+    for (int i = 0, n = CountSharedPoints(); i < n; ++i) {
         double negative = 0.0;
         double positive = 0.0;
         for (std::size_t k = 0; k < curves.Count(); ++k) {
@@ -204,16 +193,8 @@ int C2DStackedBarPlot::GetStackedBars(int i, double& base, double* heights, COLO
     return count;
 }
 
-void C2DStackedBarPlot::Draw(CPort* port) { DrawBars(port); }
-
-void C2DStackedBarPlot::DrawBars(CPort* port)
+void C2DStackedBarPlot::PaintBars(BarPainter& painter, int points, double width) const
 {
-    auto const* const graph = DynamicDowncast<C2DGraph>(GetGraph());
-    int const n = CountSharedPoints(*this);
-    if (!graph || !graph->GetAxes() || n == 0)
-        return;
-    m_bars.maxWidth = MaxBarWidthOfSeries(*this);
-    double const width = m_bars.Width();
     StackedCurves const curves(*this);
     std::vector<VectorBrush> brushes;
     for (std::size_t k = 0; k < curves.Count(); ++k)
@@ -221,8 +202,7 @@ void C2DStackedBarPlot::DrawBars(CPort* port)
     Scaling const scaling(*this, curves);
     Stack stack(curves);
     auto const& first = static_cast<C2DCurve const&>(*GetComponents()[0]);
-    BarPainter painter(*port, *graph, m_bars.borderColour);
-    for (int i = 0; i < n; ++i) {
+    for (int i = 0; i < points; ++i) {
         stack.Fill(i);
         scaling.Apply(stack);
         double const x = first.GetAt(i).x;
@@ -235,11 +215,6 @@ void C2DStackedBarPlot::DrawBars(CPort* port)
     }
 }
 
-CPlotComponent* C2DStackedBarPlot::CreateCurve()
-{
-    auto* const curve = new C2DStackedBarCurve(this, 1);
-    AddComponent(curve);
-    return curve;
-}
+CPlotComponent* C2DStackedBarPlot::CreateCurve() { return AddNew<C2DStackedBarCurve>(); }
 
 } // namespace ombrel

@@ -1,6 +1,4 @@
 #pragma once
-#include "ombrel/graph2d/2DSeriesPlot.h"
-#include "ombrel/graph2d/BarSettings.h"
 #include "ombrel/graph2d/SeriesBarPlot.h"
 #include "ombrel/platform/framework/Export.h"
 
@@ -11,11 +9,7 @@ class OMBREL_EXPORT C2DStackedBarCurve : public SeriesBarCurve {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DStackedBarCurve()
-        : C2DStackedBarCurve(nullptr, 0)
-    {
-    }
-    C2DStackedBarCurve(CPlot* plot, int useGraphColour)
+    explicit C2DStackedBarCurve(CPlot* plot = nullptr, int useGraphColour = 0)
         : SeriesBarCurve(plot, useGraphColour, "Stacked Bar Curve", it2DStackedBarCurve)
     {
     }
@@ -23,28 +17,21 @@ public:
 
 /// A plot of stacked bars: at each of the shared x values the curves' values lie on top of each other, negative ones
 /// below 0 and the others above it, plainly, as percentages of the stack, or scaled to a total. Gaps, curves that are
-/// not valid and curves with fewer points take no part.
-class OMBREL_EXPORT C2DStackedBarPlot : public C2DSeriesPlot {
+/// not valid and curves with fewer points take no part. A stack takes up 0.5 of the largest bar width at first.
+class OMBREL_EXPORT C2DStackedBarPlot : public SeriesBarPlot {
 public:
     enum PlotStyle : int { psPlain = 0, psPercent = 1 };
 
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DStackedBarPlot()
-        : C2DStackedBarPlot(nullptr)
+    explicit C2DStackedBarPlot(CGraph* graph = nullptr)
+        : SeriesBarPlot(graph, "Stacked Bar Plot", it2DStackedBarPlot, 0.5)
     {
     }
-    explicit C2DStackedBarPlot(CGraph* graph);
     void Serialize(CArchive& ar) override;
     /// Stacks add up values, which their logarithms do not.
     bool CanHaveLogScale() const override { return false; }
 
-    /// The part of the largest bar width that a stack takes up; 0.5 at first.
-    double GetBarWidthFactor() const { return m_bars.widthFactor; }
-    void SetBarWidthFactor(double factor) { Change(m_bars.widthFactor, factor); }
-    /// Of the bars' outlines; kOwnColour: that of each bar.
-    COLORREF GetBorderColour() const { return m_bars.borderColour; }
-    void SetBorderColour(COLORREF colour) { Change(m_bars.borderColour, colour); }
     /// A PlotStyle; any other value draws plain stacks.
     int GetPlotStyle() const { return m_plotStyle; }
     void SetPlotStyle(int style) { m_plotStyle = style; }
@@ -56,11 +43,6 @@ public:
     void SetScaleStacksOn(int on) { Change(m_scaleStacksOn, on); }
     double GetStackTotal() const { return m_stackTotal; }
     void SetStackTotal(double total) { Change(m_stackTotal, total); }
-    /// Stored only: a stack starts at the sum of its negative values.
-    double GetBaseline() const { return m_bars.baseline; }
-    void SetBaseline(double y) { Change(m_bars.baseline, y); }
-    int GetAutoBaseline() const { return m_bars.autoBaseline; }
-    void SetAutoBaseline(int on) { Change(m_bars.autoBaseline, on); }
 
     /// Half a stack wider on each side than the points, unless that is switched off.
     void GetXRange(double& min, double& max) override;
@@ -70,16 +52,13 @@ public:
     /// The stack at point i from its lower end on: the base, and of each piece the height, colour and fill pattern. The
     /// arrays have room for one entry a curve; returns how many were filled.
     int GetStackedBars(int i, double& base, double* heights, COLORREF* colours, int* patterns) const;
-    using C2DSeriesPlot::Draw;
-    void Draw(CPort* port) override;
-    void DrawBars(CPort* port);
     /// A C2DStackedBarCurve. Owned by the plot.
     CPlotComponent* CreateCurve() override;
 
 private:
     struct Scaling;
+    void PaintBars(BarPainter& painter, int points, double width) const override;
 
-    BarSettings m_bars;
     int m_noRangeMargin = 0;
     int m_scaleStacksOn = 0;
     double m_stackTotal = 1.0;

@@ -109,15 +109,9 @@ C2DTextPlot::C2DTextPlot(CGraph* graph)
 void C2DTextPlot::Serialize(CArchive& ar)
 {
     C2DPlot::Serialize(ar);
-    ArchiveFields f(ar);
-    f.Version(1);
+    ArchiveFields(ar).Version(1);
 }
 
-CPlotComponent* C2DTextPlot::CreateCurve()
-{
-    auto* const curve = new C2DTextCurve(this, 1);
-    AddComponent(curve);
-    return curve;
-}
+CPlotComponent* C2DTextPlot::CreateCurve() { return AddNew<C2DTextCurve>(); }
 
 } // namespace ombrel

@@ -19,12 +19,8 @@ public:
 
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DTextCurve()
-        : C2DTextCurve(nullptr, 0)
-    {
-    }
     /// Black, whatever the graph's next colour is.
-    C2DTextCurve(CPlot* plot, int useGraphColour);
+    explicit C2DTextCurve(CPlot* plot = nullptr, int useGraphColour = 0);
     void Serialize(CArchive& ar) override;
 
     CStringArray& GetText() { return m_text; }
@@ -75,11 +71,7 @@ class OMBREL_EXPORT C2DTextPlot : public C2DPlot {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DTextPlot()
-        : C2DTextPlot(nullptr)
-    {
-    }
-    explicit C2DTextPlot(CGraph* graph);
+    explicit C2DTextPlot(CGraph* graph = nullptr);
     void Serialize(CArchive& ar) override;
     /// A C2DTextCurve. Owned by the plot.
     CPlotComponent* CreateCurve() override;

@@ -65,27 +65,4 @@ double MaxBarWidthOfSeries(C2DSeriesPlot& plot)
     return MaxBarWidthOfMesh(min, max, plot.GetNumPts());
 }
 
-void WidenedXRangeOfSeries(C2DSeriesPlot& plot, BarSettings& bars, double& min, double& max)
-{
-    double low = kGap;
-    double high = -kGap;
-    plot.C2DPlot::GetXRange(low, high);
-    if (low > high)
-        return;
-    bars.maxWidth = MaxBarWidthOfSeries(plot);
-    bars.WidenXRange(low, high);
-    min = low;
-    max = high;
-}
-
-int CountSharedPoints(C2DSeriesPlot const& plot)
-{
-    if (!plot.HasComponents())
-        return 0;
-    auto const* const first = DynamicDowncast<C2DCurve>(plot.GetComponents()[0]);
-    if (!first)
-        return 0;
-    return plot.GetXValueMode() ? first->GetNumPoints() : std::min(first->GetNumPts(), first->GetNumPoints());
-}
-
 } // namespace ombrel

@@ -50,10 +50,4 @@ OMBREL_EXPORT double MaxBarWidthOfPoints(std::span<double const> xs);
 /// The largest width of bars that share the plot's x values.
 OMBREL_EXPORT double MaxBarWidthOfSeries(C2DSeriesPlot& plot);
 
-/// The x range of the plot's points with half a bar added on each side; unchanged when there is none.
-OMBREL_EXPORT void WidenedXRangeOfSeries(C2DSeriesPlot& plot, BarSettings& bars, double& min, double& max);
-
-/// The number of points that the bars of a plot have in common: the first curve's.
-OMBREL_EXPORT int CountSharedPoints(C2DSeriesPlot const& plot);
-
 } // namespace ombrel
