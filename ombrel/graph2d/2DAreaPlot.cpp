@@ -1,5 +1,6 @@
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/AreaBands.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/graph2d/paths/PolygonPath.h"
 #include "ombrel/model/LineWidth.h"
@@ -52,12 +53,20 @@ std::optional<LegendEntry> C2DAreaCurve::GetLegendEntry() const
 
 std::uint64_t C2DAreaCurve::GetDataRevision() const { return GetPoints().GetRevision() + m_evaluations; }
 
+struct C2DAreaPlot::KnownRange {
+    std::vector<std::uint64_t> foundFor;
+    Extremes totals { 0.0, -1.0 };
+};
+
 C2DAreaPlot::C2DAreaPlot(CGraph* graph)
     : C2DSeriesPlot(graph)
+    , m_range(std::make_unique<KnownRange>())
 {
     StoreTitle("Area Plot");
     SetItemType(it2DAreaPlot);
 }
+
+C2DAreaPlot::~C2DAreaPlot() = default;
 
 void C2DAreaPlot::Serialize(CArchive& ar)
 {
@@ -69,17 +78,20 @@ void C2DAreaPlot::Serialize(CArchive& ar)
 
 CPlotComponent* C2DAreaPlot::CreateCurve() { return AddNew<C2DAreaCurve>(); }
 
-std::vector<C2DAreaCurve*> C2DAreaPlot::AreaCurves() const
+namespace {
+
+std::vector<C2DAreaCurve*> AreaCurvesOf(CPlot const& plot)
 {
     std::vector<C2DAreaCurve*> curves;
-    for (CPlotComponent* component : GetComponents()) {
+    for (CPlotComponent* component : plot.GetComponents()) {
         if (auto* const curve = DynamicDowncast<C2DAreaCurve>(component))
             curves.push_back(curve);
     }
     return curves;
 }
 
-AreaStack C2DAreaPlot::MakeStack(std::vector<C2DAreaCurve*> const& curves) const
+/// Of so many columns at most.
+AreaStack MakeStack(std::vector<C2DAreaCurve*> const& curves, int columns)
 {
     AreaStack stack;
     for (C2DAreaCurve const* curve : curves) {
@@ -97,13 +109,15 @@ AreaStack C2DAreaPlot::MakeStack(std::vector<C2DAreaCurve*> const& curves) const
             stack.xAscends = curve->GetSummary().XAscends();
         }
     }
-    stack.count = std::min(stack.count, static_cast<std::size_t>(std::max(GetNumActualPoints(), 0)));
+    stack.count = std::min(stack.count, static_cast<std::size_t>(std::max(columns, 0)));
     return stack;
 }
 
+} // namespace
+
 Extremes const& C2DAreaPlot::GetTotals()
 {
-    std::vector<C2DAreaCurve*> const curves = AreaCurves();
+    std::vector<C2DAreaCurve*> const curves = AreaCurvesOf(*this);
     std::vector<std::uint64_t> wanted { static_cast<std::uint64_t>(GetNumActualPoints()) };
     for (C2DAreaCurve const* curve : curves) {
         // An address alone could be that of a curve that is gone.
@@ -111,11 +125,11 @@ Extremes const& C2DAreaPlot::GetTotals()
         wanted.push_back(curve->GetTag());
         wanted.push_back(curve->GetDataRevision() * 2 + (curve->IsYLogarithmic() ? 1 : 0));
     }
-    if (m_range.foundFor != wanted) {
-        m_range.totals = TotalsOf(MakeStack(curves));
-        m_range.foundFor = std::move(wanted);
+    if (m_range->foundFor != wanted) {
+        m_range->totals = TotalsOf(MakeStack(curves, GetNumActualPoints()));
+        m_range->foundFor = std::move(wanted);
     }
-    return m_range.totals;
+    return m_range->totals;
 }
 
 void C2DAreaPlot::GetYRange(double& min, double& max)
@@ -156,9 +170,14 @@ int C2DAreaPlot::ClippingRequired(int axis)
     return min >= low && max <= high ? 0 : 1;
 }
 
-void C2DAreaPlot::MakeCopies(AreaStack const& stack, std::vector<std::size_t> const& columns)
+namespace {
+
+using Copies = std::vector<std::unique_ptr<C2DCurveTableData>>;
+
+/// Of a stack's columns, with a copy for each layer.
+Copies MakeCopies(AreaStack const& stack, std::vector<std::size_t> const& columns)
 {
-    m_copies.clear();
+    Copies copies;
     std::vector<double> xs(columns.size());
     std::transform(columns.begin(), columns.end(), xs.begin(), [&stack](std::size_t i) { return stack.X(i); });
     for (std::size_t layer = 0; layer < stack.layers.size(); ++layer) {
@@ -169,9 +188,12 @@ void C2DAreaPlot::MakeCopies(AreaStack const& stack, std::vector<std::size_t> co
             double buffer = 0.0;
             *y++ = *stack.Load(layer, i, i + 1, &buffer);
         }
-        m_copies.push_back(std::move(copy));
+        copies.push_back(std::move(copy));
     }
+    return copies;
 }
+
+} // namespace
 
 void C2DAreaPlot::Normalise()
 {
@@ -233,21 +255,24 @@ int C2DAreaPlot::DoYClip(POINT const* in, POINT*& out, int n)
     return static_cast<int>(points.size());
 }
 
-std::vector<std::vector<CPoint>> C2DAreaPlot::MakePolygons(
-    PortMapping const& map, std::span<BandReach const> reaches, CRect const* clip) const
+namespace {
+
+using Polygons = std::vector<std::vector<CPoint>>;
+
+/// The device corners of each copy's band, limited to the rows of clip when there is one.
+Polygons MakePolygons(
+    Copies const& copies, PortMapping const& map, std::span<BandReach const> reaches, CRect const* clip)
 {
     std::vector<std::span<double const>> rows;
-    for (auto const& copy : m_copies)
+    for (auto const& copy : copies)
         rows.push_back(RowOf(*copy, 1));
-    std::vector<std::vector<CPoint>> polygons = MakeBands(RowOf(*m_copies.front(), 0), rows, map, reaches);
+    Polygons polygons = MakeBands(RowOf(*copies.front(), 0), rows, map, reaches);
     for (auto& polygon : polygons) {
         if (clip)
             polygon = ClipToRows(polygon, *clip);
     }
     return polygons;
 }
-
-namespace {
 
 /// Solid bands reach under the next solid one. Under a hatch the colour would shine through between the hatch's cells.
 std::vector<BandReach> PageReaches(std::vector<C2DAreaCurve*> const& curves)
@@ -261,46 +286,11 @@ std::vector<BandReach> PageReaches(std::vector<C2DAreaCurve*> const& curves)
     return reaches;
 }
 
-} // namespace
-
-void C2DAreaPlot::DrawCurves(CPort* port)
-{
-    auto const* const graph = DynamicDowncast<C2DGraph>(GetGraph());
-    std::vector<C2DAreaCurve*> const curves = AreaCurves();
-    AreaStack const stack = MakeStack(curves);
-    if (!graph || !graph->GetAxes() || stack.count == 0)
-        return;
-    CRect const clip = ClipRectOf(*graph);
-    PortMapping const map = port->GetMapping();
-    bool const clipX = ClippingRequired(CAxes::atX) != 0;
-    // The range of normalised data is only an estimate.
-    bool const clipY = m_normalised || ClippingRequired(CAxes::atY);
-    PixelStrip const strip
-        = clipX ? PixelStrip { clip.left, clip.right } : PixelStrip { -map.kDeviceLimit, map.kDeviceLimit };
-    MakeCopies(stack, VisibleColumns(stack, map, strip, m_normalised ? Normalising::Yes : Normalising::No));
-    if (m_normalised)
-        Normalise();
-    if (clipX)
-        CreateClippedData(port);
-    // As lines, bands reach up to the last pixels inside.
-    CRect const limits(clip.left, clip.top, clip.right + 1, clip.bottom + 1);
-    CDC& dc = *port->GetDC();
-    auto const outlines = MakePolygons(map, {}, clipY ? &clip : nullptr);
-    if (dc.IsPrinting())
-        FillBands(dc, limits, MakePolygons(map, PageReaches(curves), clipY ? &clip : nullptr));
-    else
-        FillBands(dc, limits, outlines);
-    if (m_drawBorders)
-        DrawOutlines(dc, limits, outlines);
-    m_copies.clear();
-}
-
-void C2DAreaPlot::FillBands(CDC& dc, CRect const& clip, std::vector<std::vector<CPoint>> const& polygons) const
+void FillBands(CDC& dc, CRect const& clip, std::vector<C2DAreaCurve*> const& curves, Polygons const& polygons)
 {
     SavedDC const saved(dc);
     VectorGraphics graphics(dc);
     graphics.SetClipRect(clip);
-    std::vector<C2DAreaCurve*> const curves = AreaCurves();
     for (std::size_t band = 0; band < polygons.size(); ++band) {
         PolygonPath path;
         for (CPoint const& p : polygons[band])
@@ -310,8 +300,6 @@ void C2DAreaPlot::FillBands(CDC& dc, CRect const& clip, std::vector<std::vector<
             MakePatternBrush(curve.GetFillPattern(), static_cast<COLORREF>(curve.GetColour())), path.Points());
     }
 }
-
-namespace {
 
 /// Lets the context draw inside the rectangle only, within what limits it already.
 void LimitDrawing(CDC& dc, CRect const& rect)
@@ -329,18 +317,50 @@ void LimitDrawing(CDC& dc, CRect const& rect)
     dc.SelectClipRgn(&region);
 }
 
-} // namespace
-
-void C2DAreaPlot::DrawOutlines(CDC& dc, CRect const& clip, std::vector<std::vector<CPoint>> const& polygons) const
+void DrawOutlines(CDC& dc, CRect const& clip, COLORREF colour, Polygons const& polygons)
 {
     SavedDC const saved(dc);
     int const width = DeviceLineWidth(dc, 1, ThicknessKind::Border);
     if (width > 1)
         LimitDrawing(dc, clip);
-    CPen pen(PS_SOLID, width, m_borderColour);
+    CPen pen(PS_SOLID, width, colour);
     dc.SelectObject(&pen);
     for (auto const& polygon : polygons)
         dc.Polyline(polygon);
+}
+
+} // namespace
+
+void C2DAreaPlot::DrawCurves(CPort* port)
+{
+    auto const* const graph = DynamicDowncast<C2DGraph>(GetGraph());
+    std::vector<C2DAreaCurve*> const curves = AreaCurvesOf(*this);
+    AreaStack const stack = MakeStack(curves, GetNumActualPoints());
+    if (!graph || !graph->GetAxes() || stack.count == 0)
+        return;
+    CRect const clip = ClipRectOf(*graph);
+    PortMapping const map = port->GetMapping();
+    bool const clipX = ClippingRequired(CAxes::atX) != 0;
+    // The range of normalised data is only an estimate.
+    bool const clipY = m_normalised || ClippingRequired(CAxes::atY);
+    PixelStrip const strip
+        = clipX ? PixelStrip { clip.left, clip.right } : PixelStrip { -map.kDeviceLimit, map.kDeviceLimit };
+    m_copies = MakeCopies(stack, VisibleColumns(stack, map, strip, m_normalised ? Normalising::Yes : Normalising::No));
+    if (m_normalised)
+        Normalise();
+    if (clipX)
+        CreateClippedData(port);
+    // As lines, bands reach up to the last pixels inside.
+    CRect const limits(clip.left, clip.top, clip.right + 1, clip.bottom + 1);
+    CDC& dc = *port->GetDC();
+    auto const outlines = MakePolygons(m_copies, map, {}, clipY ? &clip : nullptr);
+    if (dc.IsPrinting())
+        FillBands(dc, limits, curves, MakePolygons(m_copies, map, PageReaches(curves), clipY ? &clip : nullptr));
+    else
+        FillBands(dc, limits, curves, outlines);
+    if (m_drawBorders)
+        DrawOutlines(dc, limits, m_borderColour, outlines);
+    m_copies.clear();
 }
 
 } // namespace ombrel

@@ -1,17 +1,15 @@
 #pragma once
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DSeriesPlot.h"
-#include "ombrel/graph2d/AreaBands.h"
 #include "ombrel/platform/framework/Export.h"
 
 #include <cstdint>
 #include <memory>
-#include <span>
 #include <vector>
 
 namespace ombrel {
 
-class CDC;
+struct Extremes;
 
 /// One band of an area plot: filled with its fill pattern (solid at first) in its colour.
 class OMBREL_EXPORT C2DAreaCurve : public C2DLine {
@@ -42,6 +40,7 @@ public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
     explicit C2DAreaPlot(CGraph* graph = nullptr);
+    ~C2DAreaPlot() override;
     void Serialize(CArchive& ar) override;
     /// Bands add up values, which their logarithms do not.
     bool CanHaveLogScale() const override { return false; }
@@ -84,26 +83,15 @@ public:
 
 private:
     /// The range of the totals, and what it was found for.
-    struct KnownRange {
-        std::vector<std::uint64_t> foundFor;
-        Extremes totals { 0.0, -1.0 };
-    };
-    std::vector<C2DAreaCurve*> AreaCurves() const;
-    AreaStack MakeStack(std::vector<C2DAreaCurve*> const& curves) const;
+    struct KnownRange;
     Extremes const& GetTotals();
-    void MakeCopies(AreaStack const& stack, std::vector<std::size_t> const& columns);
-    /// The device corners of each copy's band, limited to the rows of clip when there is one.
-    std::vector<std::vector<CPoint>> MakePolygons(
-        PortMapping const& map, std::span<BandReach const> reaches, CRect const* clip) const;
-    void FillBands(CDC& dc, CRect const& clip, std::vector<std::vector<CPoint>> const& polygons) const;
-    void DrawOutlines(CDC& dc, CRect const& clip, std::vector<std::vector<CPoint>> const& polygons) const;
 
     int m_drawBorders = 1;
     COLORREF m_borderColour = 0;
     int m_normalised = 0;
     double m_normalTop = 1.0;
     std::vector<std::unique_ptr<C2DCurveTableData>> m_copies;
-    KnownRange m_range;
+    std::unique_ptr<KnownRange> m_range;
 };
 
 } // namespace ombrel

@@ -2,6 +2,7 @@
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/graph2d/PointSummary.h"
 #include "ombrel/graph2d/paths/BarPainter.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 

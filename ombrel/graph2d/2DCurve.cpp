@@ -3,6 +3,7 @@
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DSeriesPlot.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/graph2d/PointSummary.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 #include <algorithm>
@@ -12,14 +13,22 @@ namespace ombrel {
 
 constinit CRuntimeClass const C2DCurve::kClass = PersistentClass<C2DCurve, CPlotComponent>("C2DCurve");
 
+C2DCurve::C2DCurve()
+    : m_summary(std::make_unique<PointSummary>())
+{
+}
+
 C2DCurve::C2DCurve(CPlot* plot, int useGraphColour)
     : CPlotComponent(plot, useGraphColour)
+    , m_summary(std::make_unique<PointSummary>())
 {
     if (CAxes const* const axes = GetAxes()) {
         m_xScaleMode = axes->GetXAxisScaleMode();
         m_yScaleMode = axes->GetYAxisScaleMode();
     }
 }
+
+C2DCurve::~C2DCurve() = default;
 
 void C2DCurve::Serialize(CArchive& ar)
 {
@@ -273,8 +282,8 @@ void C2DCurve::SetXValuesFromMesh()
 
 PointSummary const& C2DCurve::GetSummary() const
 {
-    m_summary.Update(m_points);
-    return m_summary;
+    m_summary->Update(m_points);
+    return *m_summary;
 }
 
 namespace {
@@ -318,7 +327,7 @@ int C2DCurve::IsDefined() const
 int C2DCurve::Evaluate()
 {
     CPlotComponent::Evaluate();
-    m_summary.Forget();
+    m_summary->Forget();
     SetValid(GetDataSourceType() == dsTable);
     SetModified(1);
     return IsValid();

@@ -2,15 +2,17 @@
 #include "ombrel/drawing/2DSymbol.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/foundation/RealTypes.h"
-#include "ombrel/graph2d/PointSummary.h"
 #include "ombrel/model/PlotComponent.h"
 #include "ombrel/model/TableData.h"
 #include "ombrel/platform/framework/Export.h"
+
+#include <memory>
 
 namespace ombrel {
 
 class C2DGraph;
 class CAxes;
+class PointSummary;
 
 /// A table of 2 rows, x and y, with a column a point.
 class C2DCurveTableData : public CTableData {
@@ -35,9 +37,10 @@ public:
 
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
-    C2DCurve() = default;
+    C2DCurve();
     /// Takes the scale modes over from the axes of the plot's graph.
     C2DCurve(CPlot* plot, int useGraphColour);
+    ~C2DCurve() override;
     void Serialize(CArchive& ar) override;
 
     /// Dash style: 0 solid, 1 … 5 the dash patterns; any other value draws solid.
@@ -131,7 +134,7 @@ public:
 
     bool IsXLogarithmic() const { return m_xScaleMode == 1; }
     bool IsYLogarithmic() const { return m_yScaleMode == 1; }
-    /// Up to date with the points.
+    /// What the library's drawing code wants to know of the points; up to date with them.
     PointSummary const& GetSummary() const;
 
 protected:
@@ -161,7 +164,7 @@ private:
     int m_yScaleMode = 0;
     int m_contributeToXRange = 1;
     int m_useDefaultRanges = 1;
-    mutable PointSummary m_summary;
+    std::unique_ptr<PointSummary> m_summary;
 };
 
 } // namespace ombrel

@@ -1,12 +1,15 @@
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/graph2d/LinePath.h"
+#include "ombrel/graph2d/PointSummary.h"
 #include "ombrel/model/LineWidth.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/VectorGraphics.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace ombrel {
@@ -29,11 +32,14 @@ constexpr std::array<int, C2DCurve::kLineTypes> kDashCounts { 2, 2, 4, 6, 2 };
 
 C2DLine::C2DLine(CPlot* plot, int useGraphColour)
     : C2DCurve(plot, useGraphColour)
+    , m_drawPoints(std::make_unique<LinePath>())
 {
     SetTitle("Line Curve");
     SetModified(0);
     SetItemType(it2DLine);
 }
+
+C2DLine::~C2DLine() = default;
 
 void C2DLine::Serialize(CArchive& ar)
 {
@@ -61,8 +67,6 @@ std::span<double const> C2DLine::GetDashes(int lineType)
     return { kDashPatterns[i], static_cast<std::size_t>(kDashCounts[i]) };
 }
 
-VectorBrush C2DLine::MakeFillBrush(int pattern, COLORREF colour) { return MakePatternBrush(pattern, colour, { 0, 1 }); }
-
 void C2DLine::GetFillRange(double& min, double& max) const
 {
     min = m_fillMin;
@@ -77,12 +81,12 @@ void C2DLine::SetFillRange(double min, double max)
 
 void C2DLine::CreateDrawPts()
 {
-    m_drawPoints.Clear();
+    m_drawPoints->Clear();
     // More than a screen's columns need is left to the path's own growth.
     constexpr int kMost = 1 << 14;
     int const perPoint = m_connectionMode == cmStraight ? 1 : 2;
     if (GetNumPoints() >= 2)
-        m_drawPoints.points.reserve(static_cast<std::size_t>(std::min(GetNumPoints(), kMost) * perPoint));
+        m_drawPoints->points.reserve(static_cast<std::size_t>(std::min(GetNumPoints(), kMost) * perPoint));
 }
 
 void C2DLine::Draw(CPort* port)
@@ -119,28 +123,28 @@ void C2DLine::DrawLines(CPort* port)
     graphics.SetClipRect(clip);
     LinePath solid;
     solid.Clear();
-    m_drawPoints.Clear();
+    m_drawPoints->Clear();
     switch (m_connectionMode) {
     case cmStepped:
-        AddSteppedLines(m_drawPoints, points, map, m_stepMode);
+        AddSteppedLines(*m_drawPoints, points, map, m_stepMode);
         break;
     case cmPairs:
-        AddPointPairs(m_drawPoints, points, map);
+        AddPointPairs(*m_drawPoints, points, map);
         break;
     default:
         if (pen.dashes.empty()) {
             constexpr int kHidesColumns = 4;
             Merging const merging = dc.IsPrinting() && width >= kHidesColumns ? Merging::Extremes : Merging::Pixels;
             // A wide pen reaches into columns beside its points.
-            AddStraightLines(m_drawPoints, points, map, clip.left - width, clip.right + width, merging);
+            AddStraightLines(*m_drawPoints, points, map, clip.left - width, clip.right + width, merging);
         } else {
             double patternLength = 0.0;
             for (double const length : pen.dashes)
                 patternLength += length * width;
-            AddDashedLines(m_drawPoints, solid, points, map, static_cast<int>(2 * patternLength));
+            AddDashedLines(*m_drawPoints, solid, points, map, static_cast<int>(2 * patternLength));
         }
     }
-    graphics.DrawPath(pen, m_drawPoints.Get());
+    graphics.DrawPath(pen, m_drawPoints->Get());
     pen.dashes = {};
     graphics.DrawPath(pen, solid.Get());
 }

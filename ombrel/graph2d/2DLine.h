@@ -1,14 +1,14 @@
 #pragma once
 #include "ombrel/drawing/FillPattern.h"
 #include "ombrel/graph2d/2DCurve.h"
-#include "ombrel/graph2d/LinePath.h"
 #include "ombrel/platform/framework/Export.h"
-#include "ombrel/platform/gdi/Surface.h"
 
-#include <array>
 #include <span>
 
 namespace ombrel {
+
+class CDC;
+struct LinePath;
 
 /// A curve drawn as a line, with the area under it shaded and its points marked when asked for.
 class OMBREL_EXPORT C2DLine : public C2DCurve {
@@ -21,6 +21,7 @@ public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
     explicit C2DLine(CPlot* plot = nullptr, int useGraphColour = 0);
+    ~C2DLine() override;
     void Serialize(CArchive& ar) override;
     /// Shading, then the line, then the symbols; nothing unless the curve is valid.
     void Draw(CPort* port) override;
@@ -73,8 +74,6 @@ public:
     static std::span<int const> GetDashCounts();
     /// The pattern of a line type; empty for solid ones.
     static std::span<double const> GetDashes(int lineType);
-    /// The brush of a fill pattern over an all but transparent background.
-    static VectorBrush MakeFillBrush(int pattern, COLORREF colour);
 
 private:
     void DrawShading(CPort& port);
@@ -98,7 +97,7 @@ private:
     ShadeMode m_shadeMode = shBaseline;
     BaselineShadeMode m_baselineShadeMode = bsBoth;
     int m_antialiasingOn = 0;
-    LinePath m_drawPoints;
+    std::unique_ptr<LinePath> m_drawPoints;
 };
 
 } // namespace ombrel

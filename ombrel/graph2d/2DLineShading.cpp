@@ -1,6 +1,8 @@
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/graph2d/LinePath.h"
+#include "ombrel/graph2d/PointSummary.h"
 #include "ombrel/graph2d/paths/PolygonPath.h"
 #include "ombrel/model/LineWidth.h"
 #include "ombrel/platform/gdi/DC.h"
@@ -23,6 +25,9 @@ void FillPolygon(CPort& port, VectorBrush const& brush, PolygonPath const& polyg
         graphics.SetClipRect({ clip.left, clip.top, clip.right + 1, clip.bottom + 1 });
     graphics.FillPolygon(brush, polygon.Points());
 }
+
+/// Over an all but transparent background.
+VectorBrush MakeFillBrush(int pattern, COLORREF colour) { return MakePatternBrush(pattern, colour, { 0, 1 }); }
 
 /// A curve's stored points and how they reach the device.
 struct ShadedPoints {

@@ -9,19 +9,20 @@
 namespace ombrel {
 namespace {
 
-C2DCurve MakeCurve(std::vector<std::pair<double, double>> const& points)
-{
-    C2DCurve curve;
-    curve.SetDataSourceType(CPlotComponent::dsTable);
-    curve.Initialise(static_cast<int>(points.size()));
-    for (int i = 0; auto const& [x, y] : points)
-        curve.SetAt(i++, { x, y });
-    return curve;
-}
+class TableCurve : public C2DCurve {
+public:
+    explicit TableCurve(std::vector<std::pair<double, double>> const& points)
+    {
+        SetDataSourceType(CPlotComponent::dsTable);
+        Initialise(static_cast<int>(points.size()));
+        for (int i = 0; auto const& [x, y] : points)
+            SetAt(i++, { x, y });
+    }
+};
 
 TEST(Curve2D, InterpolatesBetweenPointsAndStaysAtTheEnds)
 {
-    C2DCurve const curve = MakeCurve({ { 0, 1 }, { 1, 3 }, { 1, 7 }, { 3, 9 } });
+    TableCurve const curve({ { 0, 1 }, { 1, 3 }, { 1, 7 }, { 3, 9 } });
     struct Case {
         double x, y;
     };
@@ -37,15 +38,15 @@ TEST(Curve2D, SlopeOfAParabolaIsExact)
     std::vector<std::pair<double, double>> points;
     for (double const x : { -3.0, -1.0, 0.0, 0.5, 2.0, 7.0 })
         points.emplace_back(x, x * x);
-    C2DCurve const curve = MakeCurve(points);
+    TableCurve const curve(points);
     for (double const x : { -3.0, -2.5, -0.2, 0.0, 0.3, 1.9, 6.0, 7.0 })
         EXPECT_NEAR(curve.GetDerivative(x), 2 * x, 1e-12) << x;
-    EXPECT_EQ(MakeCurve({ { 0, 1 }, { 1, 2 } }).GetDerivative(0.5), 0.0);
+    EXPECT_EQ(TableCurve({ { 0, 1 }, { 1, 2 } }).GetDerivative(0.5), 0.0);
 }
 
 TEST(Curve2D, LogarithmicAxesSeeDecadesAndClampWhatHasNone)
 {
-    C2DCurve curve = MakeCurve({ { 1, 0 }, { 10, 100 }, { 1000, 0.01 } });
+    TableCurve curve({ { 1, 0 }, { 10, 100 }, { 1000, 0.01 } });
     curve.SetYScaleMode(1);
     curve.SetXScaleMode(1);
     EXPECT_EQ(curve.GetAt(0).y, -100.0);
@@ -62,7 +63,7 @@ TEST(Curve2D, LogarithmicAxesSeeDecadesAndClampWhatHasNone)
 
 TEST(Curve2D, TakesPointsFromArraysOnlyWhenTheyAreLongEnough)
 {
-    C2DCurve curve = MakeCurve({ { 5, 6 } });
+    TableCurve curve({ { 5, 6 } });
     CDoubleArray xs;
     CDoubleArray ys;
     for (double const v : { 1.0, 2.0, 3.0 })
