@@ -1,7 +1,7 @@
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "ombrel/graph2d/AreaBands.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/graph2d/paths/AreaBands.h"
 #include "ombrel/graph2d/paths/PolygonPath.h"
 #include "ombrel/model/LineWidth.h"
 #include "ombrel/platform/framework/ArchiveFields.h"

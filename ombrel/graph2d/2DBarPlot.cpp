@@ -2,8 +2,8 @@
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/graph2d/PointSummary.h"
 #include "ombrel/graph2d/paths/BarPainter.h"
+#include "ombrel/graph2d/paths/PointSummary.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 #include <algorithm>

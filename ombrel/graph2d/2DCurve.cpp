@@ -3,7 +3,7 @@
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DSeriesPlot.h"
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/graph2d/PointSummary.h"
+#include "ombrel/graph2d/paths/PointSummary.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 #include <algorithm>

@@ -11,7 +11,7 @@
 #include "ombrel/graph2d/2DStackedBarPlot.h"
 #include "ombrel/graph2d/2DTextPlot.h"
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/graph2d/PointSummary.h"
+#include "ombrel/graph2d/paths/PointSummary.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 #include "ombrel/prefs/Preferences.h"
 

@@ -3,9 +3,9 @@
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DLine.h"
-#include "ombrel/graph2d/LinePath.h"
 #include "ombrel/graph2d/axes/GridPen.h"
 #include "ombrel/graph2d/axes/GridPositions.h"
+#include "ombrel/graph2d/paths/LinePath.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/VectorGraphics.h"
 

@@ -1,6 +1,6 @@
 #include "ombrel/graph2d/2DPlot.h"
 #include "ombrel/graph2d/2DCurve.h"
-#include "ombrel/graph2d/PointSummary.h"
+#include "ombrel/graph2d/paths/PointSummary.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 #include <algorithm>

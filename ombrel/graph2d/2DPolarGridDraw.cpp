@@ -3,10 +3,10 @@
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/graph2d/LinePath.h"
 #include "ombrel/graph2d/axes/AxesTicks.h"
 #include "ombrel/graph2d/axes/GridPen.h"
 #include "ombrel/graph2d/axes/LabelFont.h"
+#include "ombrel/graph2d/paths/LinePath.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/VectorGraphics.h"
 

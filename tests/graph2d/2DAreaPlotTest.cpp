@@ -1,6 +1,6 @@
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/drawing/DIB.h"
-#include "ombrel/graph2d/AreaBands.h"
+#include "ombrel/graph2d/paths/AreaBands.h"
 #include "ombrel/graph2d/paths/PolygonPath.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/VectorGraphics.h"

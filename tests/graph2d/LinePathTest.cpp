@@ -1,7 +1,8 @@
-#include "ombrel/graph2d/LinePath.h"
+#include "ombrel/graph2d/paths/LinePath.h"
 #include "ombrel/drawing/DIB.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph2d/paths/PointSummary.h"
 #include "ombrel/platform/gdi/VectorGraphics.h"
 
 #include <gtest/gtest.h>

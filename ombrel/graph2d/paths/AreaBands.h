@@ -1,7 +1,6 @@
 #pragma once
 #include "ombrel/drawing/Port.h"
-#include "ombrel/graph2d/PointSummary.h"
-#include "ombrel/platform/framework/Export.h"
+#include "ombrel/graph2d/paths/PointSummary.h"
 
 #include <cstddef>
 #include <span>
@@ -10,7 +9,7 @@
 namespace ombrel {
 
 /// Curves that are stacked over shared x values, as stored. Nothing is owned.
-struct OMBREL_EXPORT AreaStack {
+struct AreaStack {
     struct Layer {
         double const* ys;
         /// Points beyond them count as 0.
@@ -36,13 +35,13 @@ struct OMBREL_EXPORT AreaStack {
 };
 
 /// The smallest and largest of 0 and the totals through each value, added up in order.
-OMBREL_EXPORT Extremes TotalsOf(std::span<double const> values);
+Extremes TotalsOf(std::span<double const> values);
 
 /// As TotalsOf over all columns; limited to half the largest double. Empty without columns or layers.
-OMBREL_EXPORT Extremes TotalsOf(AreaStack const& stack);
+Extremes TotalsOf(AreaStack const& stack);
 
 /// What the values of a column are divided by when it is scaled to span 1; 1 for a column without extent.
-OMBREL_EXPORT double NormalDivisor(Extremes const& totals);
+double NormalDivisor(Extremes const& totals);
 
 /// The pixel columns left … right.
 struct PixelStrip {
@@ -58,17 +57,17 @@ enum class Normalising { No, Yes };
 /// edges, which bound no pixel of a filling, and an outline passes over the pixels between the extremes. Of those
 /// that lie one after the other on one side of the strip only the first and the last are kept. Those whose x is
 /// missing are left out.
-OMBREL_EXPORT std::vector<std::size_t> VisibleColumns(
+std::vector<std::size_t> VisibleColumns(
     AreaStack const& stack, PortMapping const& map, PixelStrip const& strip, Normalising normalising);
 
 /// Every column whose x is not missing: what the picture of the visible ones must look like.
-OMBREL_EXPORT std::vector<std::size_t> AllColumns(AreaStack const& stack);
+std::vector<std::size_t> AllColumns(AreaStack const& stack);
 
 /// Divides each column of rows of equal length by its divisor.
-OMBREL_EXPORT void NormaliseColumns(std::span<double* const> rows, std::size_t count);
+void NormaliseColumns(std::span<double* const> rows, std::size_t count);
 
 /// Points in real units.
-struct OMBREL_EXPORT RealPath {
+struct RealPath {
     std::vector<double> xs;
     std::vector<double> ys;
     void Add(CRealPoint const& p);
@@ -76,13 +75,13 @@ struct OMBREL_EXPORT RealPath {
 
 /// The points whose pixels lie in the strip, and where the segments between points cross its edges, in the order in
 /// which the line meets them and each once.
-OMBREL_EXPORT RealPath ClipToStrip(
+RealPath ClipToStrip(
     std::span<double const> xs, std::span<double const> ys, CPort const& port, PixelStrip const& strip);
 
 /// Limits each corner of a polygon to the rows of the rectangle. Before a corner come the points where the edge from
 /// the corner before it crosses the rectangle's top and bottom sides, in the order in which the edge meets them, so
 /// that the outline runs along the sides and turns where the unlimited one left. The closing edge is not looked at.
-OMBREL_EXPORT std::vector<CPoint> ClipToRows(std::span<CPoint const> polygon, CRect const& rect);
+std::vector<CPoint> ClipToRows(std::span<CPoint const> polygon, CRect const& rect);
 
 /// How far the filling of a band goes.
 enum class BandReach {

@@ -1,7 +1,6 @@
 #pragma once
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DCurve.h"
-#include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/gdi/Surface.h"
 
 #include <cstddef>
@@ -10,7 +9,7 @@
 namespace ombrel {
 
 /// Device points of figures on their way to a stroke; the memory is kept when it is emptied.
-struct OMBREL_EXPORT LinePath {
+struct LinePath {
     std::vector<CPoint> points;
     std::vector<std::size_t> starts;
     void Clear();
@@ -49,7 +48,7 @@ struct StoredPoints {
 
 /// The first index of first … last − 1 whose pixel column is right of the given one, else last; x ascends. Doubling
 /// steps keep the search near where it starts.
-OMBREL_EXPORT std::size_t PastColumn(
+std::size_t PastColumn(
     StoredPoints const& points, PointMapping const& map, std::size_t first, std::size_t last, int column);
 
 /// How much of a crowded pixel column is kept.
@@ -65,22 +64,22 @@ enum class Merging {
 /// one after the other are replaced by the first, the lowest, the highest and the last: a solid line covers the same
 /// pixels. Where x ascends the columns are found by bisection and their extremes in the summary. Columns left of
 /// firstColumn and right of lastColumn are left out but for the points next to them.
-OMBREL_EXPORT void AddStraightLines(LinePath& path, StoredPoints const& points, PointMapping const& map,
-    int firstColumn, int lastColumn, Merging merging = Merging::Pixels);
+void AddStraightLines(LinePath& path, StoredPoints const& points, PointMapping const& map, int firstColumn,
+    int lastColumn, Merging merging = Merging::Pixels);
 
 /// Every point as it is, broken at gaps: what AddStraightLines must look like.
-OMBREL_EXPORT void AddUnmergedLines(LinePath& path, StoredPoints const& points, PointMapping const& map);
+void AddUnmergedLines(LinePath& path, StoredPoints const& points, PointMapping const& map);
 
 /// As AddStraightLines for a dashed line. Moves along a column in one direction become one, which changes no dash;
 /// where a column's moves go up and down for longer than maxLength pixels their dashes would overlap into a solid
 /// line, and solid takes that line in place of the moves.
-OMBREL_EXPORT void AddDashedLines(
+void AddDashedLines(
     LinePath& dashed, LinePath& solid, StoredPoints const& points, PointMapping const& map, int maxLength);
 
 /// A stepped line: where the y of a point changes to that of the next (C2DLine's step modes).
-OMBREL_EXPORT void AddSteppedLines(LinePath& path, StoredPoints const& points, PointMapping const& map, int stepMode);
+void AddSteppedLines(LinePath& path, StoredPoints const& points, PointMapping const& map, int stepMode);
 
 /// The segments 0–1, 2–3, …, each a figure; those with a gap are left out.
-OMBREL_EXPORT void AddPointPairs(LinePath& path, StoredPoints const& points, PointMapping const& map);
+void AddPointPairs(LinePath& path, StoredPoints const& points, PointMapping const& map);
 
 } // namespace ombrel

@@ -1,6 +1,5 @@
 #pragma once
 #include "ombrel/model/TableData.h"
-#include "ombrel/platform/framework/Export.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -18,7 +17,7 @@ struct Extremes {
 /// What drawing wants to know of a table of points (row 0 x, row 1 y) without reading it again: ranges, whether x
 /// ascends, and the extremes of y over blocks of points. Made in one pass, kept until the table changes; it takes
 /// 0.25 bytes a point.
-class OMBREL_EXPORT PointSummary {
+class PointSummary {
 public:
     /// Points a block.
     static constexpr std::size_t kBlock = 64;

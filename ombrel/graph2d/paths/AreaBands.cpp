@@ -1,4 +1,4 @@
-#include "ombrel/graph2d/AreaBands.h"
+#include "ombrel/graph2d/paths/AreaBands.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DCurve.h"
 

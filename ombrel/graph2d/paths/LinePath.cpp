@@ -1,7 +1,7 @@
-#include "ombrel/graph2d/LinePath.h"
+#include "ombrel/graph2d/paths/LinePath.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DLine.h"
-#include "ombrel/graph2d/PointSummary.h"
+#include "ombrel/graph2d/paths/PointSummary.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include "ombrel/graph2d/PointSummary.h"
+#include "ombrel/graph2d/paths/PointSummary.h"
 #include "ombrel/foundation/GArray.h"
 
 #include <algorithm>
