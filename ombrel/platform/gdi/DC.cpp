@@ -2,7 +2,7 @@
 
 #include "ombrel/platform/gdi/Coordinates.h"
 #include "ombrel/platform/gdi/RecordingSurface.h"
-#include "ombrel/platform/gdi/text/TextEngine.h"
+#include "ombrel/platform/gdi/TextMetrics.h"
 
 #include <algorithm>
 #include <cassert>

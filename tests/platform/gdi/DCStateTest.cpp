@@ -1,7 +1,7 @@
 #include "tests/platform/gdi/Picture.h"
 
 #include "ombrel/platform/gdi/RecordingSurface.h"
-#include "ombrel/platform/gdi/text/TextEngine.h"
+#include "ombrel/platform/gdi/TextMetrics.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "ombrel/platform/gdi/PageSurface.h"
 
 #include "ombrel/platform/gdi/DC.h"
-#include "ombrel/platform/gdi/text/TextEngine.h"
+#include "ombrel/platform/gdi/TextMetrics.h"
 
 #include <array>
 #include <cmath>

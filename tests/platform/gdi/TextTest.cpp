@@ -1,5 +1,5 @@
 #include "ombrel/platform/gdi/DC.h"
-#include "ombrel/platform/gdi/text/TextEngine.h"
+#include "ombrel/platform/gdi/TextMetrics.h"
 
 #include <algorithm>
 #include <cstdlib>

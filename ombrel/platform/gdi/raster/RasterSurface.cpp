@@ -4,7 +4,7 @@
 #include "ombrel/platform/gdi/geometry/PolygonScan.h"
 #include "ombrel/platform/gdi/raster/HatchPatterns.h"
 #include "ombrel/platform/gdi/raster/PolygonMask.h"
-#include "ombrel/platform/gdi/text/TextEngine.h"
+#include "ombrel/platform/gdi/TextMetrics.h"
 
 namespace ombrel {
 

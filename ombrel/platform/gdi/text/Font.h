@@ -1,6 +1,6 @@
 #pragma once
 #include "ombrel/platform/gdi/DC.h"
-#include "ombrel/platform/gdi/text/TextEngine.h"
+#include "ombrel/platform/gdi/TextMetrics.h"
 
 #include <array>
 #include <cstdint>

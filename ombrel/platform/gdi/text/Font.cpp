@@ -1,4 +1,4 @@
-#include "ombrel/platform/gdi/text/TextEngine.h"
+#include "ombrel/platform/gdi/TextMetrics.h"
 
 #include "ombrel/platform/gdi/text/Font.h"
 
