@@ -2,7 +2,7 @@
 
 #include "ombrel/platform/gdi/Coordinates.h"
 #include "ombrel/platform/gdi/RecordingSurface.h"
-#include "ombrel/platform/gdi/TextMetrics.h"
+#include "ombrel/platform/gdi/text/TextShaping.h"
 
 #include <algorithm>
 #include <cassert>
@@ -20,8 +20,6 @@ LOGFONT SystemFont()
     font.lfFaceName = "System";
     return font;
 }
-
-bool IsVertical(LOGFONT const& font) { return font.lfEscapement == 900; }
 
 /// The top-left corner of a text's cell in the unrotated text's own axes, relative to the reference point.
 CPoint CellCorner(LOGFONT const& font, CString const& text, UINT align)
@@ -277,7 +275,7 @@ void CDC::TextOut(int x, int y, CString const& text)
     LOGFONT const& font = *m_state.font;
     CPoint const corner = CellCorner(font, text, m_state.textAlign);
     // Vertical text runs upwards: along it is up, from its top to its bottom is right.
-    CPoint const offset = IsVertical(font) ? CPoint(corner.y, -corner.x) : corner;
+    CPoint const offset = text::IsVertical(font) ? CPoint(corner.y, -corner.x) : corner;
     TextRun run;
     run.text = text;
     run.at = MovePoint(ToDevice({ x, y }), offset);

@@ -2,6 +2,7 @@
 #include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/gdi/GdiObjects.h"
 #include "ombrel/platform/gdi/Surface.h"
+#include "ombrel/platform/gdi/TextMetrics.h"
 
 #include <functional>
 #include <memory>
@@ -27,15 +28,6 @@ enum DeviceCapability {
     LOGPIXELSY = 90,
 };
 inline constexpr COLORREF CLR_INVALID = 0xFFFFFFFF;
-
-/// Sizes of a font in pixels.
-struct TEXTMETRIC {
-    LONG tmHeight = 0;
-    LONG tmAscent = 0;
-    LONG tmDescent = 0;
-    LONG tmInternalLeading = 0;
-    LONG tmExternalLeading = 0;
-};
 
 /// A device context: drawing state, and the surface that primitives are sent to.
 ///

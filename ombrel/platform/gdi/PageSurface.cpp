@@ -4,7 +4,7 @@
 #include "ombrel/platform/gdi/geometry/DashPattern.h"
 #include "ombrel/platform/gdi/geometry/PathSimplify.h"
 #include "ombrel/platform/gdi/page/PageCanvas.h"
-#include "ombrel/platform/gdi/text/Font.h"
+#include "ombrel/platform/gdi/text/TextEngine.h"
 
 #include <algorithm>
 #include <array>

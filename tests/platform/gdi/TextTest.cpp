@@ -1,5 +1,5 @@
-#include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/TextMetrics.h"
+#include "ombrel/platform/gdi/text/TextEngine.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -7,6 +7,9 @@
 
 namespace ombrel {
 namespace {
+
+using text::RenderText;
+using text::TextMask;
 
 LOGFONT MakeFont(int height, int weight = 400, bool italic = false, char const* face = "Arial")
 {

@@ -1,6 +1,6 @@
 #include "ombrel/platform/framework/Exception.h"
 #include "ombrel/platform/gdi/page/PageCanvas.h"
-#include "ombrel/platform/gdi/text/Font.h"
+#include "ombrel/platform/gdi/text/TextEngine.h"
 
 #include <algorithm>
 #include <cairo-ft.h>

@@ -2,7 +2,7 @@
 #include "ombrel/platform/gdi/PngEncoder.h"
 #include "ombrel/platform/gdi/page/PageCanvas.h"
 #include "ombrel/platform/gdi/page/SvgPath.h"
-#include "ombrel/platform/gdi/text/Font.h"
+#include "ombrel/platform/gdi/text/TextEngine.h"
 
 #include <algorithm>
 #include <map>

@@ -4,7 +4,7 @@
 #include "ombrel/platform/gdi/geometry/PolygonScan.h"
 #include "ombrel/platform/gdi/raster/HatchPatterns.h"
 #include "ombrel/platform/gdi/raster/PolygonMask.h"
-#include "ombrel/platform/gdi/TextMetrics.h"
+#include "ombrel/platform/gdi/text/TextEngine.h"
 
 namespace ombrel {
 
@@ -100,11 +100,11 @@ void RasterSurface::Text(TextRun const& run, Clip const& clip)
     CPoint const at = ClampPoint(run.at);
     if (run.cellColour) {
         CSize const size = MeasureText(*run.font, run.text);
-        CRect const cell = run.font->lfEscapement == 900 ? CRect(at.x, at.y - size.cx, at.x + size.cy, at.y)
-                                                         : CRect(at.x, at.y, at.x + size.cx, at.y + size.cy);
+        CRect const cell = text::IsVertical(*run.font) ? CRect(at.x, at.y - size.cx, at.x + size.cy, at.y)
+                                                       : CRect(at.x, at.y, at.x + size.cx, at.y + size.cy);
         canvas.FillBox(cell, canvas.Pixel(*run.cellColour));
     }
-    std::shared_ptr<TextMask const> const mask = RenderText(*run.font, run.text, MoveRect(canvas.Box(), CPoint() - at));
+    auto const mask = text::RenderText(*run.font, run.text, MoveRect(canvas.Box(), CPoint() - at));
     Ink const ink = canvas.InkOf({ run.colour, 255 });
     CPoint const corner = MovePoint(at, mask->offset);
     int const first = std::max(0, canvas.Box().top - corner.y);

@@ -1,128 +1,70 @@
-#include "ombrel/platform/gdi/TextMetrics.h"
-
 #include "ombrel/platform/gdi/text/Font.h"
 
+#include "ombrel/platform/gdi/Coordinates.h"
+
 #include <algorithm>
-#include <fontconfig/fontconfig.h>
 #include <ft2build.h>
-#include <limits>
-#include <unistd.h>
 #include FT_FREETYPE_H
+#include FT_OUTLINE_H
 #include FT_TRUETYPE_TABLES_H
 
-// Text that needs no shaping (Latin, Greek, Cyrillic, signs) is measured and placed from a table of advances that comes
-// straight from the font file, and the usual fonts are opened where distributions put them. So a process draws its
-// labels without loading Fontconfig's configuration and without a Pango font map, which together cost more than the
-// rest of a small graph; they come in with the first text or font that needs them.
-namespace ombrel {
-namespace text {
+namespace ombrel::text {
 
 namespace {
-
-// The library of the process, never closed: faces in static caches need it to their end.
-FT_Library Library()
-{
-    static FT_Library const library = [] {
-        FT_Library created = nullptr;
-        return FT_Init_FreeType(&created) == 0 ? created : nullptr;
-    }();
-    return library;
-}
 
 /// a · b / c to the nearest, halves up; none negative.
 int Scale(long long a, long long b, long long c) { return static_cast<int>((2 * a * b + c) / (2 * c)); }
 
-std::string LowerAscii(std::string text)
+// The slope of a slanted upright font, in 1/65536.
+constexpr FT_Fixed kSlope = 0x366A;
+
+/// A glyph's outline as it is drawn, good until the next is loaded; null when it has none.
+FT_GlyphSlot LoadOutline(FontFace& font, int emSize, std::uint32_t glyph)
 {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    return text;
+    if (!font.IsUsable())
+        return nullptr;
+    FT_Face const face = font.At(emSize);
+    // Light hinting moves outlines up and down only: stems keep their place and width, bars and heights get crisp.
+    if (FT_Load_Glyph(face, glyph, FT_LOAD_TARGET_LIGHT | FT_LOAD_NO_BITMAP) != 0)
+        return nullptr;
+    FT_GlyphSlot const slot = face->glyph;
+    if (slot->format != FT_GLYPH_FORMAT_OUTLINE)
+        return nullptr;
+    if (font.File().embolden)
+        FT_Outline_EmboldenXY(&slot->outline, emSize * 64 / 24, 0);
+    if (font.File().slant) {
+        FT_Matrix const slope { 0x10000, kSlope, 0, 0x10000 };
+        FT_Outline_Transform(&slot->outline, &slope);
+    }
+    return slot;
 }
 
-/// The family that stands in for a face name, with the same widths where there is one; the name itself otherwise.
-std::string FamilyFor(CString const& faceName)
+GlyphMask RenderGlyph(FontFace& font, int emSize, std::uint32_t glyph)
 {
-    struct Substitute {
-        std::string_view name;
-        std::string_view family;
-    };
-    static constexpr Substitute kSubstitutes[] = {
-        { "", "Liberation Sans" },
-        { "arial", "Liberation Sans" },
-        { "helvetica", "Liberation Sans" },
-        { "liberation sans", "Liberation Sans" },
-        { "system", "Liberation Sans" },
-        { "courier new", "Liberation Mono" },
-        { "courier", "Liberation Mono" },
-        { "liberation mono", "Liberation Mono" },
-        { "times new roman", "Liberation Serif" },
-        { "times", "Liberation Serif" },
-        { "liberation serif", "Liberation Serif" },
-    };
-    std::string name = faceName.ToUtf8();
-    std::string const lower = LowerAscii(name);
-    for (auto const& substitute : kSubstitutes)
-        if (substitute.name == lower)
-            return std::string(substitute.family);
-    return name;
+    GlyphMask mask;
+    FT_GlyphSlot const slot = LoadOutline(font, emSize, glyph);
+    if (!slot || FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != 0)
+        return mask;
+    FT_Bitmap const& bitmap = slot->bitmap;
+    mask.left = slot->bitmap_left;
+    mask.top = -slot->bitmap_top;
+    mask.width = static_cast<int>(bitmap.width);
+    mask.height = static_cast<int>(bitmap.rows);
+    mask.coverage.reserve(static_cast<std::size_t>(mask.width) * static_cast<std::size_t>(mask.height));
+    for (int row = 0; row < mask.height; ++row) {
+        unsigned char const* const pixels = bitmap.buffer + static_cast<std::ptrdiff_t>(row) * bitmap.pitch;
+        mask.coverage.insert(mask.coverage.end(), pixels, pixels + mask.width);
+    }
+    return mask;
 }
 
-/// The file of a Liberation font in the places where distributions install them; empty when it is in none.
-std::string PackagedFile(std::string_view family, bool bold, bool italic)
+/// The pixels that an outline touches, relative to the glyph's origin, y down.
+CRect OutlineBox(FT_GlyphSlot slot)
 {
-    static constexpr std::string_view kPrefix = "Liberation ";
-    if (family.substr(0, kPrefix.size()) != kPrefix)
-        return {};
-    std::string const kind(family.substr(kPrefix.size()));
-    if (kind != "Sans" && kind != "Mono" && kind != "Serif")
-        return {};
-    std::string const name = "/Liberation" + kind
-        + (bold ? (italic ? "-BoldItalic" : "-Bold") : (italic ? "-Italic" : "-Regular")) + ".ttf";
-    std::string const directories[] = { "/usr/share/fonts/truetype/liberation", "/usr/share/fonts/truetype/liberation2",
-        "/usr/share/fonts/liberation-" + LowerAscii(kind), "/usr/share/fonts/liberation-" + LowerAscii(kind) + "-fonts",
-        "/usr/share/fonts/liberation", "/usr/share/fonts/liberation-fonts", "/usr/share/fonts/TTF" };
-    for (auto const& directory : directories)
-        if (access((directory + name).c_str(), R_OK) == 0)
-            return directory + name;
-    return {};
-}
-
-/// What Fontconfig has nearest to the family, Liberation Sans being the second choice.
-FontFile MatchFile(std::string const& family, bool bold, bool italic)
-{
-    struct PatternDeleter {
-        void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
-    };
-    std::unique_ptr<FcPattern, PatternDeleter> const pattern(FcPatternCreate());
-    if (!pattern)
-        return {};
-    auto const* name = reinterpret_cast<FcChar8 const*>(family.c_str());
-    FcPatternAddString(pattern.get(), FC_FAMILY, name);
-    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<FcChar8 const*>("Liberation Sans"));
-    FcPatternAddInteger(pattern.get(), FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
-    FcPatternAddInteger(pattern.get(), FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
-    FcPatternAddBool(pattern.get(), FC_SCALABLE, FcTrue);
-    FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
-    FcDefaultSubstitute(pattern.get());
-    FcResult result = FcResultNoMatch;
-    std::unique_ptr<FcPattern, PatternDeleter> const match(FcFontMatch(nullptr, pattern.get(), &result));
-    FcChar8* path = nullptr;
-    if (!match || FcPatternGetString(match.get(), FC_FILE, 0, &path) != FcResultMatch)
-        return {};
-    FontFile file { reinterpret_cast<char const*>(path), 0, false, false };
-    FcPatternGetInteger(match.get(), FC_INDEX, 0, &file.index);
-    FcBool embolden = FcFalse;
-    FcMatrix* matrix = nullptr;
-    file.embolden = FcPatternGetBool(match.get(), FC_EMBOLDEN, 0, &embolden) == FcResultMatch && embolden;
-    file.slant = FcPatternGetMatrix(match.get(), FC_MATRIX, 0, &matrix) == FcResultMatch && matrix->xy > 0.01;
-    return file;
-}
-
-FontFile FindFile(std::string const& family, bool bold, bool italic)
-{
-    std::string packaged = PackagedFile(family, bold, italic);
-    return packaged.empty() ? MatchFile(family, bold, italic) : FontFile { std::move(packaged), 0, false, false };
+    FT_BBox box;
+    FT_Outline_Get_CBox(&slot->outline, &box);
+    auto const pixels = [](FT_Pos position) { return ClampCoordinate(FloorDivide(position, 64)); };
+    return { pixels(box.xMin), pixels(-box.yMax), -pixels(-box.xMax), -pixels(box.yMin) };
 }
 
 /// The cell height that is drawn: a default for 0, and limits that keep masks within memory.
@@ -163,10 +105,12 @@ bool IsBoldWeight(LOGFONT const& font) { return font.lfWeight > 550; }
 
 } // namespace
 
-FontFace::FontFace(FontFile file)
-    : m_file(std::move(file))
+FontFace::FontFace(std::shared_ptr<FT_LibraryRec_> library, FontFile file)
+    : m_library(std::move(library))
+    , m_file(std::move(file))
 {
-    if (!Library() || m_file.path.empty() || FT_New_Face(Library(), m_file.path.c_str(), m_file.index, &m_face) != 0)
+    if (!m_library || m_file.path.empty()
+        || FT_New_Face(m_library.get(), m_file.path.c_str(), m_file.index, &m_face) != 0)
         m_face = nullptr;
     if (m_face && !FT_IS_SCALABLE(m_face)) {
         FT_Done_Face(m_face);
@@ -207,6 +151,19 @@ FT_FaceRec_* FontFace::At(int emSize)
     return m_face;
 }
 
+std::shared_ptr<FontFace> OpenFaces::Open(FontFile const& file)
+{
+    for (auto const& face : m_faces)
+        if (face->File() == file)
+            return face;
+    if (!m_library) {
+        FT_Library created = nullptr;
+        if (FT_Init_FreeType(&created) == 0)
+            m_library.reset(created, [](FT_Library library) { FT_Done_FreeType(library); });
+    }
+    return m_faces.emplace_back(std::make_shared<FontFace>(m_library, file));
+}
+
 ScaledFont::ScaledFont(std::shared_ptr<FontFace> face, int emSize)
     : m_face(std::move(face))
     , m_emSize(emSize)
@@ -224,14 +181,14 @@ int ScaledFont::UnhintedAdvance(std::uint32_t glyph) const
     return static_cast<int>(std::clamp<FT_Pos>(face->glyph->advance.x, 0, 64 * 0x7000));
 }
 
-LogicalFont::LogicalFont(LOGFONT const& font)
+LogicalFont::LogicalFont(LOGFONT const& font, OpenFaces& faces)
     : m_height(font.lfHeight)
     , m_bold(IsBoldWeight(font))
     , m_italic(font.lfItalic != 0)
     , m_faceName(font.lfFaceName)
     , m_family(FamilyFor(font.lfFaceName))
 {
-    auto face = OpenFace(FindFile(m_family, m_bold, m_italic));
+    auto face = faces.Open(FindFontFile(m_family, m_bold, m_italic));
     int const em = EmSize(*face, m_height);
     int const units = face->UnitsPerEm();
     m_metrics.tmAscent = Scale(face->Ascent(), em, units);
@@ -264,132 +221,48 @@ int LogicalFont::FindSimpleAdvance(char16_t unit)
     return advance;
 }
 
-std::shared_ptr<FontFace> OpenFace(FontFile const& file)
+GlyphMask const& ScaledFont::Mask(std::uint32_t glyph)
 {
-    // As many as there are font files on the system at most.
-    static std::vector<std::shared_ptr<FontFace>> faces;
-    for (auto const& face : faces)
-        if (face->File() == file)
-            return face;
-    return faces.emplace_back(std::make_shared<FontFace>(file));
+    static constexpr std::size_t kMostGlyphs = 2048;
+    if (auto const known = m_masks.find(glyph); known != m_masks.end())
+        return known->second;
+    if (m_masks.size() >= kMostGlyphs)
+        m_masks.clear();
+    return m_masks.emplace(glyph, RenderGlyph(*m_face, m_emSize, glyph)).first->second;
 }
 
-std::shared_ptr<LogicalFont> const& FindFont(LOGFONT const& font)
+bool ScaledFont::IsLarge() const
 {
-    static constexpr std::size_t kMostFonts = 256;
-    static std::vector<std::shared_ptr<LogicalFont>> fonts;
-    static std::size_t last = 0;
-    if (last < fonts.size() && fonts[last]->Matches(font))
-        return fonts[last];
-    for (std::size_t i = 0; i < fonts.size(); ++i) {
-        if (fonts[i]->Matches(font)) {
-            last = i;
-            return fonts[i];
-        }
-    }
-    auto created = std::make_shared<LogicalFont>(font);
-    if (fonts.size() >= kMostFonts)
-        fonts.clear();
-    last = fonts.size();
-    return fonts.emplace_back(std::move(created));
+    static constexpr int kLargestKept = 256;
+    return m_emSize > kLargestKept;
 }
 
-namespace {
-
-ShapedText ShapeSimple(LogicalFont& font, std::u16string_view text)
+CRect ScaledFont::BoxOf(std::uint32_t glyph) const
 {
-    ShapedText shaped;
-    std::u16string line(text);
-    for (char16_t& unit : line)
-        if (IsControl(unit))
-            unit = u' ';
-    shaped.utf8 = CString(line).ToUtf8();
-    GlyphRun run;
-    run.font = font.Primary();
-    run.textEnd = shaped.utf8.size();
-    run.glyphs.reserve(line.size());
-    std::size_t byte = 0;
-    long long x = 0;
-    for (char16_t const unit : line) {
-        PlacedGlyph glyph;
-        glyph.index = font.Primary()->Face().GlyphOf(unit);
-        glyph.missing = glyph.index == 0;
-        glyph.x = static_cast<int>(x);
-        glyph.cluster = byte;
-        shaped.hasAllGlyphs &= !glyph.missing;
-        run.glyphs.push_back(glyph);
-        x = std::min<long long>(x + font.SimpleAdvance(unit), std::numeric_limits<int>::max() / 2);
-        byte += unit < 0x80 ? 1 : unit < 0x800 ? 2 : 3;
-    }
-    shaped.width = static_cast<int>(x);
-    shaped.runs.push_back(std::move(run));
-    return shaped;
+    FT_GlyphSlot const slot = LoadOutline(*m_face, m_emSize, glyph);
+    return slot ? OutlineBox(slot) : CRect();
 }
 
-/// Widths of texts that Pango laid out, which are slow to find.
-class ShapedWidths {
-public:
-    int Find(std::shared_ptr<LogicalFont> const& font, std::u16string_view text)
-    {
-        static constexpr std::size_t kMostEntries = 8192;
-        static constexpr std::size_t kLongest = 1024;
-        if (text.size() > kLongest)
-            return ShapeWithPango(*font, text).width;
-        auto& widths = m_fonts[font];
-        if (auto const known = widths.find(text); known != widths.end())
-            return known->second;
-        int const width = ShapeWithPango(*font, text).width;
-        if (++m_count > kMostEntries) {
-            m_fonts.clear();
-            m_count = 1;
-        }
-        m_fonts[font].emplace(text, width);
-        return width;
-    }
-
-private:
-    struct Hash {
-        using is_transparent = void;
-        std::size_t operator()(std::u16string_view text) const { return std::hash<std::u16string_view> {}(text); }
-    };
-    using Widths = std::unordered_map<std::u16string, int, Hash, std::equal_to<>>;
-    std::unordered_map<std::shared_ptr<LogicalFont>, Widths> m_fonts;
-    std::size_t m_count = 0;
-};
-
-} // namespace
-
-ShapedText Shape(LogicalFont& font, std::u16string_view text)
+GlyphMask ScaledFont::MaskOfPart(std::uint32_t glyph, CRect const& visible) const
 {
-    bool const simple = std::all_of(text.begin(), text.end(), [&](char16_t u) { return font.SimpleAdvance(u) >= 0; });
-    return simple ? ShapeSimple(font, text) : ShapeWithPango(font, text);
+    GlyphMask mask;
+    FT_GlyphSlot const slot = LoadOutline(*m_face, m_emSize, glyph);
+    CRect part;
+    if (!slot || !part.IntersectRect(OutlineBox(slot), visible))
+        return mask;
+    mask = { part.left, part.top, part.Width(), part.Height(), {} };
+    mask.coverage.resize(static_cast<std::size_t>(mask.width) * static_cast<std::size_t>(mask.height));
+    FT_Outline_Translate(&slot->outline, -64L * part.left, 64L * part.bottom);
+    FT_Bitmap bitmap {};
+    bitmap.width = static_cast<unsigned>(mask.width);
+    bitmap.rows = static_cast<unsigned>(mask.height);
+    bitmap.pitch = mask.width;
+    bitmap.buffer = mask.coverage.data();
+    bitmap.num_grays = 256;
+    bitmap.pixel_mode = FT_PIXEL_MODE_GRAY;
+    // What cannot be drawn stays empty.
+    FT_Outline_Get_Bitmap(slot->library, &slot->outline, &bitmap);
+    return mask;
 }
 
-} // namespace text
-
-TEXTMETRIC MeasureFont(LOGFONT const& font) { return text::FindFont(font)->Metrics(); }
-
-CSize MeasureText(LOGFONT const& font, CString const& text)
-{
-    if (text.IsEmpty())
-        return {};
-    auto const& found = text::FindFont(font);
-    int const height = found->Metrics().tmHeight;
-    long long width = 0;
-    for (char16_t const unit : text.View()) {
-        int const advance = found->SimpleAdvance(unit);
-        if (advance < 0) {
-            static text::ShapedWidths widths;
-            return { widths.Find(found, text.View()), height };
-        }
-        width += advance;
-    }
-    return { static_cast<int>(std::min<long long>(width, std::numeric_limits<int>::max() / 2)), height };
-}
-
-bool HasAllGlyphs(LOGFONT const& font, CString const& text)
-{
-    return text::Shape(*text::FindFont(font), text.View()).hasAllGlyphs;
-}
-
-} // namespace ombrel
+} // namespace ombrel::text

@@ -1,35 +1,40 @@
 #pragma once
-#include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/TextMetrics.h"
+#include "ombrel/platform/gdi/text/FontFile.h"
 
 #include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
-// FreeType's face, which its own header calls FT_Face.
+// FreeType's face and library, which its own header calls FT_Face and FT_Library.
 struct FT_FaceRec_;
+struct FT_LibraryRec_;
 
-// What the text sources and the page surfaces share. Not installed: hosts see TextEngine.h alone.
 namespace ombrel::text {
 
-/// Where a font file lies, and what must be done to its outlines to get the style asked for.
-struct FontFile {
-    std::string path;
-    /// Index within the file; a named instance in the upper 16 bits.
-    int index = 0;
-    bool embolden = false;
-    bool slant = false;
-    friend bool operator==(FontFile const&, FontFile const&) = default;
+/// Units that lie on one line: line breaks and control characters are blanks.
+constexpr bool IsControl(char16_t unit)
+{
+    return unit < 0x20 || (unit >= 0x7F && unit < 0xA0) || unit == 0x2028 || unit == 0x2029;
+}
+
+/// The coverage of one glyph; left and top are relative to its origin on the baseline, y down.
+struct GlyphMask {
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint8_t> coverage;
 };
 
 /// A font file opened by FreeType. Without a usable file it has the proportions of Liberation Sans and no glyphs.
 class FontFace {
 public:
-    explicit FontFace(FontFile file);
+    /// The library may be null: then no file is usable.
+    FontFace(std::shared_ptr<FT_LibraryRec_> library, FontFile file);
     ~FontFace();
     FontFace(FontFace const&) = delete;
     FontFace& operator=(FontFace const&) = delete;
@@ -49,6 +54,8 @@ public:
     FT_FaceRec_* At(int emSize);
 
 private:
+    /// Closed after the last of its faces.
+    std::shared_ptr<FT_LibraryRec_> m_library;
     FontFile m_file;
     FT_FaceRec_* m_face = nullptr;
     int m_currentSize = 0;
@@ -60,13 +67,14 @@ private:
     int m_underlineThickness = 150;
 };
 
-/// The coverage of one glyph; left and top are relative to its origin on the baseline, y down.
-struct GlyphMask {
-    int left = 0;
-    int top = 0;
-    int width = 0;
-    int height = 0;
-    std::vector<std::uint8_t> coverage;
+/// The files opened so far, each once; as many as there are font files on the system at most.
+class OpenFaces {
+public:
+    std::shared_ptr<FontFace> Open(FontFile const& file);
+
+private:
+    std::shared_ptr<FT_LibraryRec_> m_library;
+    std::vector<std::shared_ptr<FontFace>> m_faces;
 };
 
 /// A face at an em size in whole pixels.
@@ -79,7 +87,13 @@ public:
     int UnhintedAdvance(std::uint32_t glyph) const;
     /// The unhinted advance in whole pixels, halves up.
     int Advance(std::uint32_t glyph) const { return (UnhintedAdvance(glyph) + 32) >> 6; }
+    /// Whether glyphs are so large that their masks are not kept: then ask for the part that is visible.
+    bool IsLarge() const;
     GlyphMask const& Mask(std::uint32_t glyph);
+    /// The pixels that a glyph of a large font touches, relative to its origin, y down.
+    CRect BoxOf(std::uint32_t glyph) const;
+    /// The mask of the part that lies in the rectangle.
+    GlyphMask MaskOfPart(std::uint32_t glyph, CRect const& visible) const;
 
 private:
     std::shared_ptr<FontFace> m_face;
@@ -91,7 +105,7 @@ private:
 /// here.
 class LogicalFont {
 public:
-    explicit LogicalFont(LOGFONT const& font);
+    LogicalFont(LOGFONT const& font, OpenFaces& faces);
     bool Matches(LOGFONT const& font) const;
     TEXTMETRIC const& Metrics() const { return m_metrics; }
     std::shared_ptr<ScaledFont> const& Primary() const { return m_primary; }
@@ -122,62 +136,5 @@ private:
     /// Whole pixels, by the upper and the lower byte of the unit; pages appear when they are used.
     std::array<std::unique_ptr<std::array<std::int16_t, 256>>, 256> m_advances;
 };
-
-/// A glyph at its place: x from the left end of the text, y down from the baseline; pixels.
-struct PlacedGlyph {
-    std::uint32_t index = 0;
-    int x = 0;
-    int y = 0;
-    /// The byte of ShapedText::utf8 at which the characters that it stands for begin.
-    std::size_t cluster = 0;
-    /// No font has it: its place stays empty.
-    bool missing = false;
-};
-
-/// Glyphs of one font and one direction, in visual order.
-struct GlyphRun {
-    std::shared_ptr<ScaledFont> font;
-    std::size_t textBegin = 0;
-    std::size_t textEnd = 0;
-    bool rightToLeft = false;
-    std::vector<PlacedGlyph> glyphs;
-};
-
-struct ShapedText {
-    /// The text with control characters replaced by blanks.
-    std::string utf8;
-    std::vector<GlyphRun> runs;
-    int width = 0;
-    /// The direction of the whole line, by its first letter.
-    bool rightToLeft = false;
-    bool hasAllGlyphs = true;
-};
-
-/// The font that a LOGFONT stands for; the pointer stays good for as long as the caller holds it.
-std::shared_ptr<LogicalFont> const& FindFont(LOGFONT const& font);
-/// The opened file, shared by all that use it.
-std::shared_ptr<FontFace> OpenFace(FontFile const& file);
-
-/// Units that lie on one line: line breaks and control characters are blanks.
-constexpr bool IsControl(char16_t unit)
-{
-    return unit < 0x20 || (unit >= 0x7F && unit < 0xA0) || unit == 0x2028 || unit == 0x2029;
-}
-
-/// Places the glyphs of a text.
-ShapedText Shape(LogicalFont& font, std::u16string_view text);
-/// As Shape, always by Pango: bidirectional order, contextual forms, combining marks, fallback fonts.
-ShapedText ShapeWithPango(LogicalFont const& font, std::u16string_view text);
-
-/// Turned a quarter counter-clockwise.
-constexpr bool IsVertical(LOGFONT const& font) { return (font.lfEscapement % 3600 + 3600) % 3600 == 900; }
-
-/// A line along the text: rows from the top of the cell.
-struct TextLine {
-    int top = 0;
-    int thickness = 0;
-};
-/// The underline and the line through the text that the font asks for.
-std::vector<TextLine> TextLines(LOGFONT const& font, LogicalFont const& logical);
 
 } // namespace ombrel::text

@@ -1,4 +1,4 @@
-#include "ombrel/platform/gdi/text/Font.h"
+#include "ombrel/platform/gdi/text/TextShaping.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,25 +19,23 @@ struct Unref {
 };
 template <typename T> using Owned = std::unique_ptr<T, Unref>;
 
-/// A context on a font map of our own: the host's default map, its resolution and caches stay as they are.
-PangoContext* SharedContext()
+/// A context on a font map of our own: the host's default map, its resolution and caches stay as they are. Null
+/// without Pango's support for FreeType.
+Owned<PangoContext> MakeContext()
 {
-    static Owned<PangoContext> const context = [] {
-        Owned<PangoFontMap> const map(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT));
-        if (!map)
-            return Owned<PangoContext>();
-        Owned<PangoContext> created(pango_font_map_create_context(map.get()));
-        Owned<cairo_font_options_t> const options(cairo_font_options_create());
-        cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
-        cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
-        pango_cairo_context_set_font_options(created.get(), options.get());
-        pango_cairo_context_set_resolution(created.get(), 72.0);
-        pango_context_set_round_glyph_positions(created.get(), FALSE);
-        // Bidirectional order must not follow the locale's language.
-        pango_context_set_language(created.get(), pango_language_from_string("en"));
-        return created;
-    }();
-    return context.get();
+    Owned<PangoFontMap> const map(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT));
+    if (!map)
+        return nullptr;
+    Owned<PangoContext> context(pango_font_map_create_context(map.get()));
+    Owned<cairo_font_options_t> const options(cairo_font_options_create());
+    cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
+    cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
+    pango_cairo_context_set_font_options(context.get(), options.get());
+    pango_cairo_context_set_resolution(context.get(), 72.0);
+    pango_context_set_round_glyph_positions(context.get(), FALSE);
+    // Bidirectional order must not follow the locale's language.
+    pango_context_set_language(context.get(), pango_language_from_string("en"));
+    return context;
 }
 
 Owned<PangoLayout> MakeLayout(PangoContext* context, LogicalFont const& font, std::string const& utf8)
@@ -59,23 +57,17 @@ Owned<PangoLayout> MakeLayout(PangoContext* context, LogicalFont const& font, st
 }
 
 /// Our own handle of the file that Pango took the glyphs from; null when it is not drawn as outlines.
-std::shared_ptr<ScaledFont> ScaledFontOf(PangoFont* pangoFont, LogicalFont const& logical)
+std::shared_ptr<ScaledFont> ScaledFontOf(PangoFont* pangoFont, LogicalFont const& logical, OpenFaces& faces)
 {
     if (!pangoFont || !PANGO_IS_FC_FONT(pangoFont))
         return nullptr;
     FcPattern* const pattern = pango_fc_font_get_pattern(PANGO_FC_FONT(pangoFont));
-    FcChar8* path = nullptr;
-    if (!pattern || FcPatternGetString(pattern, FC_FILE, 0, &path) != FcResultMatch)
+    FontFile const file = pattern ? FileOfPattern(pattern) : FontFile();
+    if (file.path.empty())
         return nullptr;
-    FontFile file { reinterpret_cast<char const*>(path), 0, false, false };
-    FcPatternGetInteger(pattern, FC_INDEX, 0, &file.index);
-    FcBool embolden = FcFalse;
-    FcMatrix* matrix = nullptr;
-    file.embolden = FcPatternGetBool(pattern, FC_EMBOLDEN, 0, &embolden) == FcResultMatch && embolden;
-    file.slant = FcPatternGetMatrix(pattern, FC_MATRIX, 0, &matrix) == FcResultMatch && matrix->xy > 0.01;
     if (file == logical.Primary()->Face().File())
         return logical.Primary();
-    auto face = OpenFace(file);
+    auto face = faces.Open(file);
     return face->IsUsable() ? std::make_shared<ScaledFont>(std::move(face), logical.Primary()->EmSize()) : nullptr;
 }
 
@@ -93,10 +85,11 @@ int RoundedAdvance(ScaledFont const* font, PangoGlyphInfo const& info)
 }
 
 /// Appends the glyphs of one item at x; returns the x after it.
-long long AppendRun(ShapedText& shaped, PangoGlyphItem const& item, LogicalFont const& logical, long long x)
+long long AppendRun(
+    ShapedText& shaped, PangoGlyphItem const& item, LogicalFont const& logical, OpenFaces& faces, long long x)
 {
     GlyphRun run;
-    auto font = ScaledFontOf(item.item->analysis.font, logical);
+    auto font = ScaledFontOf(item.item->analysis.font, logical, faces);
     run.font = font ? font : logical.Primary();
     run.textBegin = static_cast<std::size_t>(item.item->offset);
     run.textEnd = run.textBegin + static_cast<std::size_t>(item.item->length);
@@ -124,15 +117,64 @@ long long AppendRun(ShapedText& shaped, PangoGlyphItem const& item, LogicalFont 
     return x;
 }
 
+ShapedText ShapeSimple(LogicalFont& font, std::u16string_view text)
+{
+    ShapedText shaped;
+    std::u16string line(text);
+    for (char16_t& unit : line)
+        if (IsControl(unit))
+            unit = u' ';
+    shaped.utf8 = CString(line).ToUtf8();
+    GlyphRun run;
+    run.font = font.Primary();
+    run.textEnd = shaped.utf8.size();
+    run.glyphs.reserve(line.size());
+    std::size_t byte = 0;
+    long long x = 0;
+    for (char16_t const unit : line) {
+        PlacedGlyph glyph;
+        glyph.index = font.Primary()->Face().GlyphOf(unit);
+        glyph.missing = glyph.index == 0;
+        glyph.x = static_cast<int>(x);
+        glyph.cluster = byte;
+        shaped.hasAllGlyphs &= !glyph.missing;
+        run.glyphs.push_back(glyph);
+        x = std::min<long long>(x + font.SimpleAdvance(unit), std::numeric_limits<int>::max() / 2);
+        byte += unit < 0x80 ? 1 : unit < 0x800 ? 2 : 3;
+    }
+    shaped.width = static_cast<int>(x);
+    shaped.runs.push_back(std::move(run));
+    return shaped;
+}
+
 } // namespace
 
-ShapedText ShapeWithPango(LogicalFont const& font, std::u16string_view text)
+struct TextShaper::Pango {
+    Owned<PangoContext> context = MakeContext();
+};
+
+TextShaper::TextShaper(OpenFaces& faces)
+    : m_faces(faces)
+{
+}
+
+TextShaper::~TextShaper() = default;
+
+ShapedText TextShaper::Shape(LogicalFont& font, std::u16string_view text)
+{
+    bool const simple = std::all_of(text.begin(), text.end(), [&](char16_t u) { return font.SimpleAdvance(u) >= 0; });
+    return simple ? ShapeSimple(font, text) : ShapeWithPango(font, text);
+}
+
+ShapedText TextShaper::ShapeWithPango(LogicalFont const& font, std::u16string_view text)
 {
     ShapedText shaped;
     std::u16string line(text);
     std::replace_if(line.begin(), line.end(), IsControl, u' ');
     shaped.utf8 = CString(line).ToUtf8();
-    PangoContext* const context = SharedContext();
+    if (!m_pango)
+        m_pango = std::make_unique<Pango>();
+    PangoContext* const context = m_pango->context.get();
     if (!context || shaped.utf8.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
         shaped.hasAllGlyphs = false;
         return shaped;
@@ -142,7 +184,7 @@ ShapedText ShapeWithPango(LogicalFont const& font, std::u16string_view text)
     long long x = 0;
     do {
         if (PangoLayoutRun const* const run = pango_layout_iter_get_run_readonly(iterator.get()))
-            x = AppendRun(shaped, *run, font, x);
+            x = AppendRun(shaped, *run, font, m_faces, x);
     } while (pango_layout_iter_next_run(iterator.get()));
     shaped.width = static_cast<int>(x);
     PangoLayoutLine* const first = pango_layout_get_line_readonly(layout.get(), 0);
