@@ -18,7 +18,7 @@ int CRegEntry::GetValue(CString const& name, CString& value) const
     // What 2048 bytes hold besides the terminator.
     constexpr int kLongest = 1023;
     CString text;
-    if (!ReadRegistryValue(m_root, *this, name, text) || text.GetLength() > kLongest)
+    if (!ReadRegistryValue(m_root, *this, name, text, KEY_ALL_ACCESS) || text.GetLength() > kLongest)
         return 0;
     value = text;
     return 1;

@@ -6,7 +6,8 @@ namespace ombrel {
 
 /// A key of the registry, for its named text values. Its own text is the key's path below the root.
 ///
-/// Values are read into 2048 bytes: a text of 1024 units or more counts as missing.
+/// Values are read into 2048 bytes: a text of 1024 units or more counts as missing. The key is opened with all access
+/// even for reading: in a registry that the process may not write every value is missing.
 class OMBREL_EXPORT CRegEntry : public CString {
 public:
     explicit CRegEntry(HKEY root)

@@ -9,12 +9,15 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace ombrel {
 
@@ -34,12 +37,47 @@ std::string DefaultFile()
 
 enum class FileState { Read, Missing, Unreadable };
 
-/// What is known of the registry's file. There is one thread.
-struct RegistryFile {
-    std::string path = DefaultFile();
-    /// What was read last, and of which file; empty when nothing can be relied on.
-    std::optional<RegistryDocument> document;
+/// The file as it was read once; never changed afterwards, so that any number of threads may look into it.
+struct Snapshot {
+    FileState state = FileState::Unreadable;
+    /// Whether the process may write the file, too.
+    bool writable = false;
+    /// Which file was read.
     struct stat status = {};
+    RegistryDocument document;
+};
+
+/// Where the registry lies, and what was read of it last.
+class RegistryFile {
+public:
+    std::string GetPath() const
+    {
+        std::lock_guard const lock(m_mutex);
+        return m_path;
+    }
+    void SetPath(std::string path)
+    {
+        std::lock_guard const lock(m_mutex);
+        m_path = std::move(path);
+        m_snapshot.reset();
+    }
+    /// What was kept of the file at the path; null when nothing can be relied on.
+    std::shared_ptr<Snapshot const> GetKept(std::string const& path) const
+    {
+        std::lock_guard const lock(m_mutex);
+        return path == m_path ? m_snapshot : nullptr;
+    }
+    void Keep(std::string const& path, std::shared_ptr<Snapshot const> snapshot)
+    {
+        std::lock_guard const lock(m_mutex);
+        if (path == m_path)
+            m_snapshot = std::move(snapshot);
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    std::string m_path = DefaultFile();
+    std::shared_ptr<Snapshot const> m_snapshot;
 };
 
 RegistryFile& TheFile()
@@ -48,31 +86,31 @@ RegistryFile& TheFile()
     return file;
 }
 
-bool IsSameTime(timespec const& a, timespec const& b) { return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec; }
-
 bool IsSameFile(struct stat const& a, struct stat const& b)
 {
-    return a.st_dev == b.st_dev && a.st_ino == b.st_ino && a.st_size == b.st_size && IsSameTime(a.st_mtim, b.st_mtim);
+    // The time of change, since it follows a change of rights as well as of contents.
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino && a.st_size == b.st_size
+        && a.st_ctim.tv_sec == b.st_ctim.tv_sec && a.st_ctim.tv_nsec == b.st_ctim.tv_nsec;
 }
 
-/// Whether a change made after now would get another time of modification: file times advance by the kernel's tick.
+/// Whether a change made after now would get another time of change: file times advance by the kernel's tick.
 bool IsSettled(struct stat const& status)
 {
     constexpr long long kTick = 20'000'000;
     timespec now = {};
     clock_gettime(CLOCK_REALTIME, &now);
-    long long const seconds = now.tv_sec - status.st_mtim.tv_sec;
+    long long const seconds = now.tv_sec - status.st_ctim.tv_sec;
     // A file from the future is never settled.
     if (seconds < 0)
         return false;
-    return seconds > 1 || seconds * 1'000'000'000 + (now.tv_nsec - status.st_mtim.tv_nsec) > kTick;
+    return seconds > 1 || seconds * 1'000'000'000 + (now.tv_nsec - status.st_ctim.tv_nsec) > kTick;
 }
 
-bool ReadText(filesystem::Descriptor const& descriptor, off_t size, RegistryFile const& file, std::string& text)
+bool ReadText(filesystem::Descriptor const& descriptor, off_t size, std::string const& path, std::string& text)
 {
     text.resize(static_cast<std::size_t>(size));
     try {
-        text.resize(filesystem::ReadAll(descriptor.Get(), text.data(), text.size(), CString(file.path)));
+        text.resize(filesystem::ReadAll(descriptor.Get(), text.data(), text.size(), CString(path)));
     } catch (CException* e) {
         e->Delete();
         return false;
@@ -80,40 +118,39 @@ bool ReadText(filesystem::Descriptor const& descriptor, off_t size, RegistryFile
     return true;
 }
 
-/// Brings file.document up to date; without a file it is empty.
-FileState Refresh(RegistryFile& file)
+/// The file at the path as it is now; without a file it is empty.
+std::shared_ptr<Snapshot const> Refresh(std::string const& path)
 {
-    struct stat status = {};
-    if (file.path.empty())
-        return FileState::Unreadable;
-    if (stat(file.path.c_str(), &status) != 0) {
-        int const error = errno;
-        file.document.reset();
-        return error == ENOENT || error == ENOTDIR ? FileState::Missing : FileState::Unreadable;
+    auto snapshot = std::make_shared<Snapshot>();
+    struct stat& status = snapshot->status;
+    if (path.empty())
+        return snapshot;
+    if (stat(path.c_str(), &status) != 0) {
+        if (errno == ENOENT || errno == ENOTDIR)
+            snapshot->state = FileState::Missing;
+        return snapshot;
     }
-    if (file.document && IsSameFile(status, file.status))
-        return FileState::Read;
-    file.document.reset();
+    if (auto kept = TheFile().GetKept(path); kept && IsSameFile(status, kept->status))
+        return kept;
     constexpr int kFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY;
-    filesystem::Descriptor const descriptor(
-        S_ISREG(status.st_mode) ? filesystem::OpenDescriptor(file.path, kFlags) : -1);
+    filesystem::Descriptor const descriptor(S_ISREG(status.st_mode) ? filesystem::OpenDescriptor(path, kFlags) : -1);
+    if (!descriptor.IsOpen() || fstat(descriptor.Get(), &status) != 0 || status.st_size > kLargestFile)
+        return snapshot;
+    // Asked before reading: what changes the text behind our back then gets another time.
+    bool const settled = IsSettled(status);
     std::string text;
-    if (!descriptor.IsOpen() || fstat(descriptor.Get(), &status) != 0 || status.st_size > kLargestFile
-        || !ReadText(descriptor, status.st_size, file, text))
-        return FileState::Unreadable;
-    file.document = ParseRegistry(text);
-    file.status = status;
-    return FileState::Read;
+    if (!ReadText(descriptor, status.st_size, path, text))
+        return snapshot;
+    snapshot->document = ParseRegistry(text);
+    snapshot->writable = faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+    snapshot->state = FileState::Read;
+    if (settled)
+        TheFile().Keep(path, snapshot);
+    return snapshot;
 }
 
-/// Forgets what a later change of the file could not be told from.
-void ForgetUnsettled(RegistryFile& file)
-{
-    if (file.document && !IsSettled(file.status))
-        file.document.reset();
-}
-
-/// Keeps other processes from writing while it lives. The lock has a file of its own, since the registry's is replaced.
+/// Keeps other threads and processes from writing while it lives. The lock has a file of its own, since the registry's
+/// is replaced.
 class WriteLock {
 public:
     explicit WriteLock(std::string const& path)
@@ -150,20 +187,16 @@ bool WriteDocument(std::string const& path, RegistryDocument const& document)
 
 } // namespace
 
-void SetRegistryFile(CString const& path)
-{
-    TheFile() = RegistryFile();
-    if (!path.IsEmpty())
-        TheFile().path = path.ToUtf8();
-}
+void SetRegistryFile(CString const& path) { TheFile().SetPath(path.IsEmpty() ? DefaultFile() : path.ToUtf8()); }
 
-bool ReadRegistryValue(HKEY root, CString const& path, CString const& name, CString& value)
+bool ReadRegistryValue(HKEY root, CString const& path, CString const& name, CString& value, DWORD access)
 {
-    RegistryFile& file = TheFile();
-    if (root != HKEY_CURRENT_USER || Refresh(file) != FileState::Read)
+    if (root != HKEY_CURRENT_USER)
         return false;
-    std::optional<CString> found = file.document->Find(path, name);
-    ForgetUnsettled(file);
+    auto const snapshot = Refresh(TheFile().GetPath());
+    if (snapshot->state != FileState::Read || (access == KEY_ALL_ACCESS && !snapshot->writable))
+        return false;
+    std::optional<CString> found = snapshot->document.Find(path, name);
     if (!found)
         return false;
     value = std::move(*found);
@@ -172,22 +205,21 @@ bool ReadRegistryValue(HKEY root, CString const& path, CString const& name, CStr
 
 bool WriteRegistryValue(HKEY root, CString const& path, CString const& name, CString const& value)
 {
-    RegistryFile& file = TheFile();
-    if (root != HKEY_CURRENT_USER || file.path.empty())
+    std::string const file = TheFile().GetPath();
+    if (root != HKEY_CURRENT_USER || file.empty())
         return false;
     std::error_code error;
-    std::filesystem::path const directory = std::filesystem::path(file.path).parent_path();
+    std::filesystem::path const directory = std::filesystem::path(file).parent_path();
     if (!directory.empty())
         std::filesystem::create_directories(directory, error);
-    WriteLock const lock(file.path);
+    WriteLock const lock(file);
     if (!lock.IsHeld())
         return false;
-    FileState const state = Refresh(file);
-    if (state == FileState::Unreadable)
+    auto const snapshot = Refresh(file);
+    if (snapshot->state == FileState::Unreadable)
         return false;
-    RegistryDocument document = state == FileState::Read ? std::move(*file.document) : RegistryDocument();
-    file.document.reset();
-    return document.Set(path, name, value) && WriteDocument(file.path, document);
+    RegistryDocument document = snapshot->document;
+    return document.Set(path, name, value) && WriteDocument(file, document);
 }
 
 } // namespace ombrel

@@ -98,6 +98,34 @@ TEST_F(Registry, AFileThatCannotBeReadIsNeitherBelievedNorReplaced)
     EXPECT_FALSE(Write("Key", "Name", "2"));
 }
 
+TEST_F(Registry, AFileThatIsWriteProtectedIsReadButNotOpenedForEverything)
+{
+    WriteFile("[Key]\nName = 1\n");
+    auto const readOnly = std::filesystem::perms(0444);
+    auto const writable = std::filesystem::perms(0666);
+    auto const open = std::filesystem::perms(0777);
+    std::filesystem::permissions(m_directory, open);
+    // A process of its own, which gives the rights of root away.
+    pid_t const child = fork();
+    if (child == 0) {
+        if (geteuid() == 0 && (chown(m_file.c_str(), 65534, 65534) != 0 || setuid(65534) != 0))
+            _exit(100);
+        int faults = 0;
+        CString value;
+        for (auto const rights : { writable, readOnly, writable, readOnly }) {
+            std::filesystem::permissions(m_file, rights);
+            bool const all = ReadRegistryValue(HKEY_CURRENT_USER, "Key", "Name", value, KEY_ALL_ACCESS);
+            faults = 2 * faults + (Read("Key", "Name") != "1" || all != (rights == writable));
+        }
+        faults += Write("Key", "Name", "2") ? 16 : 0;
+        _exit(faults);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(Read("Key", "Name"), "1");
+}
+
 TEST_F(Registry, ProcessesThatWriteAtOnceLoseNothing)
 {
     constexpr int kProcesses = 3;
