@@ -1,6 +1,8 @@
 #include "ombrel/platform/framework/Object.h"
 
 #include <map>
+#include <mutex>
+#include <shared_mutex>
 #include <string>
 
 namespace ombrel {
@@ -9,13 +11,17 @@ constinit CRuntimeClass const CObject::kClass = { "CObject", CRuntimeClass::kNot
 
 namespace {
 
-using Registry = std::map<std::string, CRuntimeClass const*, std::less<>>;
+/// The classes by name. Registering is rare and looking up frequent: a lookup waits for a registration only.
+struct ClassTable {
+    std::shared_mutex mutex;
+    std::map<std::string, CRuntimeClass const*, std::less<>> classes;
+};
 
 /// Made on first use, so that classes may register themselves from any static initialiser.
-Registry& RegisteredClasses()
+ClassTable& RegisteredClasses()
 {
-    static Registry registry;
-    return registry;
+    static ClassTable table;
+    return table;
 }
 
 } // namespace
@@ -31,13 +37,19 @@ bool CRuntimeClass::IsDerivedFrom(CRuntimeClass const& other) const
 
 void CObject::Serialize(CArchive&) { }
 
-void RegisterClass(CRuntimeClass const& c) { RegisteredClasses().insert_or_assign(c.name, &c); }
+void RegisterClass(CRuntimeClass const& c)
+{
+    ClassTable& table = RegisteredClasses();
+    std::unique_lock const lock(table.mutex);
+    table.classes.insert_or_assign(c.name, &c);
+}
 
 CRuntimeClass const* FindRegisteredClass(std::string_view name)
 {
-    Registry const& registry = RegisteredClasses();
-    auto const found = registry.find(name);
-    return found == registry.end() ? nullptr : found->second;
+    ClassTable& table = RegisteredClasses();
+    std::shared_lock const lock(table.mutex);
+    auto const found = table.classes.find(name);
+    return found == table.classes.end() ? nullptr : found->second;
 }
 
 } // namespace ombrel

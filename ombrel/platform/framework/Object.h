@@ -57,7 +57,7 @@ template <typename Base> constexpr CRuntimeClass DynamicClass(char const* name)
 }
 
 /// Lets archives create the class by its name. Registering a name again replaces the class; the record must outlive
-/// every archive.
+/// every archive. Any thread may register and look up at any time.
 OMBREL_EXPORT void RegisterClass(CRuntimeClass const& c);
 /// The registered class of that name, or null.
 OMBREL_EXPORT CRuntimeClass const* FindRegisteredClass(std::string_view name);

@@ -4,20 +4,42 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <mutex>
+#include <utility>
 
 namespace ombrel {
 
 namespace {
 
-MessageBoxFunction& TheMessageBox()
+/// A function of the host's. It is called from a copy and without the lock: it may take its time, and install another.
+template <typename Function> class Installed {
+public:
+    Function Get() const
+    {
+        std::lock_guard const lock(m_mutex);
+        return m_function;
+    }
+    /// The function that was there before ends without the lock, too.
+    void Set(Function function)
+    {
+        std::lock_guard const lock(m_mutex);
+        std::swap(m_function, function);
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    Function m_function;
+};
+
+Installed<MessageBoxFunction>& TheMessageBox()
 {
-    static MessageBoxFunction function;
+    static Installed<MessageBoxFunction> function;
     return function;
 }
 
-StringResourceFunction& TheStringResources()
+Installed<StringResourceFunction>& TheStringResources()
 {
-    static StringResourceFunction function;
+    static Installed<StringResourceFunction> function;
     return function;
 }
 
@@ -54,14 +76,13 @@ LocalePictures const& UserPictures()
 
 } // namespace
 
-void SetMessageBoxFunction(MessageBoxFunction function) { TheMessageBox() = std::move(function); }
+void SetMessageBoxFunction(MessageBoxFunction function) { TheMessageBox().Set(std::move(function)); }
 
-void SetStringResourceFunction(StringResourceFunction function) { TheStringResources() = std::move(function); }
+void SetStringResourceFunction(StringResourceFunction function) { TheStringResources().Set(std::move(function)); }
 
 void MessageBox(CString const& text, CString const& title, UINT style)
 {
-    // A copy: the function may install another one.
-    if (MessageBoxFunction const function = TheMessageBox())
+    if (auto const function = TheMessageBox().Get())
         function(text, title, style);
     else
         std::fprintf(stderr, "%s: %s\n", title.ToUtf8().c_str(), text.ToUtf8().c_str());
@@ -70,7 +91,7 @@ void MessageBox(CString const& text, CString const& title, UINT style)
 bool LoadStringResource(UINT id, CString& text)
 {
     CString found;
-    StringResourceFunction const function = TheStringResources();
+    auto const function = TheStringResources().Get();
     if (function && function(id, found)) {
         text = found;
         return true;

@@ -13,7 +13,8 @@ using MessageBoxFunction = std::function<void(CString const& text, CString const
 /// Gives the text of a string resource; false when there is none of that number.
 using StringResourceFunction = std::function<bool(UINT id, CString& text)>;
 
-/// The host's own; null goes back to the built-in ones (message boxes on standard error).
+/// The host's own; null goes back to the built-in ones (message boxes on standard error). They may be set at any time
+/// and are called by whatever thread draws or loads, by several at once when several do.
 OMBREL_EXPORT void SetMessageBoxFunction(MessageBoxFunction function);
 OMBREL_EXPORT void SetStringResourceFunction(StringResourceFunction function);
 
