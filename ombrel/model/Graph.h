@@ -2,6 +2,7 @@
 #include "ombrel/drawing/DIB.h"
 #include "ombrel/foundation/RealTypes.h"
 #include "ombrel/model/AnnotationFrame.h"
+#include "ombrel/model/LineWidth.h"
 #include "ombrel/model/PlotArray.h"
 #include "ombrel/platform/framework/DateTime.h"
 #include "ombrel/platform/framework/Export.h"
@@ -216,6 +217,7 @@ protected:
     private:
         CGraph& m_graph;
         std::weak_ptr<int> m_alive;
+        PrintedLinesScope m_printedLines;
     };
     bool IsBusy() const { return m_busy != 0; }
 
