@@ -155,14 +155,14 @@ TEST_F(Command, EachPlotOptionChangesThePicture)
     Write("t.csv", text);
     ASSERT_EQ(Run("plot t.csv -o plain.bmp").status, 0);
     std::string const plain = ReadFile(In("plain.bmp"));
-    for (char const* const option :
-        { "-x 2", "-x 0", "-y 2", "--kind steps", "--kind pairs", "--kind points", "--kind filled", "--title T",
-            "--x-title T", "--y-title T", "--x-range 5:20", "--x-range :20", "--y-range=-10:50", "--log x", "--log y",
-            "--log xy", "--size 900x640", "--antialias", "--line-width 3", "--symbols", "--grid off", "--grid both",
-            "--legend off", "--legend bl", "--palette grey", "--palette spectrum", "--theme dark", "--theme print",
-            "--caption A@0.5,0.5", "--error 3 -y 2", "--polar", "--polar --radians", "--kind bar", "--kind stacked",
-            "--kind stacked --percent", "--kind area", "--kind area --normalised", "--kind error --error 3 -y 2",
-            "--kind text --label 3 -y 2", "--kind histogram", "--kind histogram --bins 3", "--header no -y 2 -x 0" }) {
+    for (char const* const option : { "-x 2", "-x 0", "-y 2", "--kind steps", "--kind pairs", "--kind points",
+             "--kind filled", "--title T", "--x-title T", "--y-title T", "--x-range 5:20", "--x-range :20",
+             "--y-range=-10:50", "--log x", "--log y", "--log xy", "--size 900x640", "--antialias", "--line-width 3",
+             "--symbols", "--grid off", "--grid both", "--legend off", "--legend bl", "--palette grey",
+             "--palette spectrum", "--theme dark", "--theme print", "--caption A@0.5,0.5", "--error 3 -y 2",
+             "--by 3 -y 2", "--polar", "--polar --radians", "--kind bar", "--kind stacked", "--kind stacked --percent",
+             "--kind area", "--kind area --normalised", "--kind error --error 3 -y 2", "--kind text --label 3 -y 2",
+             "--kind histogram", "--kind histogram --bins 3", "--header no -y 2 -x 0" }) {
         Result const result = Run("plot t.csv -o other.bmp "s + option);
         if (option == "--header no -y 2 -x 0"sv) {
             // The names are cells of a column of numbers then.
@@ -183,12 +183,6 @@ TEST_F(Command, TellsFaultsWithTheirPlaceAndLeavesEarlierFilesAlone)
     Write("long.csv", "x,y\n1,0.5\n2,3\n");
     Write("word2.csv", "x,y\na,2\nb,3\n");
     Write("word3.csv", "x,y\na,2\nc,3\n");
-    Write("empty.csv", "");
-    Write("names.csv", "x,y\n");
-    Write("texts.csv", "a,b\nx,y\n");
-    Write("gaps.csv", "a,b\n1,\n2,\n");
-    Write("utf16.csv", "\xFF\xFE\x31\0\x0A\0"sv);
-    Write("zero.csv", "a,b\n1,2\n\0"sv);
     Write("broken.doc", "\xFF\xFF\x01\0\x08\0C2DGraph\x01\0"sv);
     struct {
         char const* arguments;
@@ -197,12 +191,6 @@ TEST_F(Command, TellsFaultsWithTheirPlaceAndLeavesEarlierFilesAlone)
     } const cases[] {
         { "plot word.csv", 1, "word.csv:3: column 2: expected a number or a gap (empty, NA, NaN), found \"abc\"" },
         { "plot wide.csv", 1, "wide.csv:3: column 3: expected 2 cells as in the header" },
-        { "plot empty.csv", 1, "empty.csv:1: expected a table" },
-        { "plot names.csv", 1, "names.csv:2: expected a row" },
-        { "plot texts.csv", 1, "texts.csv: expected a column of numbers" },
-        { "plot gaps.csv", 1, "gaps.csv: expected a column of numbers" },
-        { "plot utf16.csv", 1, "utf16.csv:1: expected text in UTF-8, found UTF-16" },
-        { "plot zero.csv", 1, "zero.csv:3: expected text in UTF-8, found a zero byte" },
         { "plot nowhere.csv", 1, "nowhere.csv: cannot be opened: No such file" },
         { "plot .", 1, ".: is a directory" },
         { "plot good.csv -o nowhere/x.png", 1, "nowhere/x.png: cannot be written" },
@@ -211,9 +199,6 @@ TEST_F(Command, TellsFaultsWithTheirPlaceAndLeavesEarlierFilesAlone)
         { "draw good.csv", 1, "good.csv: is not a graph document: " },
         { "draw good.csv --in-place Nothing", 2, "--in-place: expected the class of a graph" },
         { "broken.doc --kind line", 2, "--kind is for tables" },
-        { "plot good.csv -y nosuch", 2, "has no such column; it has column 1 (Month), column 2 (CO2)" },
-        { "plot good.csv -x 9", 2, "has no such column" },
-        { "plot good.csv -y 1", 1, "column 1 (Month): expected numbers, found dates" },
         { "plot good.csv -o x.gif", 2, "expected the extension" },
         { "plot good.csv -o good.csv --format png", 2, "over the input" },
         { "plot good.csv --save good.csv", 2, "over the input" },
@@ -223,8 +208,6 @@ TEST_F(Command, TellsFaultsWithTheirPlaceAndLeavesEarlierFilesAlone)
         { "plot good.csv --log x", 2, "the x values are dates" },
         { "plot good.csv --log y --y-range 1:10", 2, "logarithmic" },
         { "plot good.csv --y-range 9:1", 2, "A below B" },
-        { "plot good.csv --x-range 2019-01-01T12:00:2018-01-01", 2, "A below B" },
-        { "plot good.csv --x-range 1:2", 2, "dates such as" },
         { "plot good.csv --x-range 2030:2040", 1, "outside of --x-range" },
         { "plot bars.csv --kind bar", 1,
             "bars.csv:6: expected one row for each x, since each has one bar, found 2 again "
@@ -233,21 +216,12 @@ TEST_F(Command, TellsFaultsWithTheirPlaceAndLeavesEarlierFilesAlone)
         { "plot word2.csv word3.csv", 1,
             "word3.csv:3: expected the words along x of word2.csv, here \"b\", found \"c\"" },
         { "plot long.csv bars.csv --kind area", 1, "bars.csv: expected 2 rows as in long.csv, found 3" },
-        { "plot bars.csv -y y --error z --kind points", 1,
-            "bars.csv:6: column 3: expected an error that is not negative, found -1" },
-        { "plot long.csv -y x,y --error 1,1,1", 2, "expected one column, or one for each of the 2 y columns, found 3" },
         { "plot long.csv --kind clustered --log y", 2, "stand on 1" },
-        { "plot long.csv --kind stacked --log y", 2, "values add up" },
-        { "plot long.csv --bins 4", 2, "--bins is for --kind histogram, not for line" },
-        { "plot long.csv --kind area --error 2", 2, "--error is for --kind line" },
-        { "plot long.csv --kind error", 2, "needs --error" },
-        { "plot long.csv --kind histogram -x 1", 2, "-x does nothing with --kind histogram" },
         { "plot long.csv --polar --x-range 1:2", 2, "--x-range does nothing with --polar" },
         { "plot word2.csv --log x", 2, "the x values are words" },
         { "plot long.csv --palette nosuch", 2, "expected distinct, grey or a colour map" },
         { "plot", 2, "expected a FILE" },
         { "plot - - < good.csv", 2, "once only" },
-        { "plot --bogus", 2, "--bogus" },
     };
     Write("earlier.png", "earlier");
     for (auto const& c : cases) {
@@ -262,7 +236,7 @@ TEST_F(Command, TellsFaultsWithTheirPlaceAndLeavesEarlierFilesAlone)
     }
     EXPECT_EQ(ReadFile(In("earlier.png")), "earlier");
     EXPECT_EQ(ReadFile(In("good.csv")), kMonths);
-    EXPECT_EQ(Files().size(), 15u) << "something was left behind";
+    EXPECT_EQ(Files().size(), 9u) << "something was left behind";
 }
 
 TEST_F(Command, TellsWhatItAssumedAndWhatItLeftOut)

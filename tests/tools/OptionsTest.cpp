@@ -1,78 +1,247 @@
 #include "tools/ombrel/options/Options.h"
 #include "tools/ombrel/Messages.h"
+#include "tools/ombrel/options/OptionValues.h"
+#include "tools/ombrel/options/PlotChecks.h"
 
 #include <gtest/gtest.h>
 
 namespace ombrel::host {
 namespace {
 
+using namespace std::literals;
+using Words = std::vector<std::string>;
+
+/// What a command line is refused for, when it is a usage fault.
+template <typename Action> std::string FaultOf(Action const& action)
+{
+    try {
+        action();
+    } catch (Failure const& failure) {
+        EXPECT_EQ(failure.GetStatus(), kUsageFault);
+        return failure.what();
+    }
+    return "none";
+}
+
 TEST(Options, AreReadFromAnyPlaceOfTheCommandLine)
 {
     Options const options = ParseOptions({ "plot", "-x", "time", "a.csv", "-y", "2,3", "--kind=steps", "-y", "last",
-        "--x-range", "-5:5", "--log", "y", "--size", "800x600", "--antialias", "-vo", "out.png", "-", "--symbols",
-        "--caption", "up @ noon\\nor so@0.5,-0.1", "--bins", "12", "--legend", "br", "--error", "e1,e2" });
+        "--x-range", "-5:5", "--log", "y", "--antialias", "-vo", "out.png", "-", "--symbols", "--legend", "br",
+        "--error", "e1,e2", "--by", "town", "--x-title", "", "--save", "a.doc", "--kind", "points" });
     EXPECT_EQ(options.command, Command::Plot);
-    EXPECT_EQ(options.files, (std::vector<std::string> { "a.csv", "-" }));
+    EXPECT_EQ(options.files, (Words { "a.csv", "-" }));
     EXPECT_EQ(options.xColumn, "time");
-    EXPECT_EQ(options.yColumns, (std::vector<std::string> { "2", "3", "last" }));
-    EXPECT_EQ(options.kind, PlotKind::Steps);
+    EXPECT_EQ(options.yColumns, (Words { "2", "3", "last" }));
+    EXPECT_EQ(options.groupColumn, "town");
+    EXPECT_EQ(options.kind, PlotKind::Points) << "the last one counts";
     EXPECT_EQ(options.xRange, "-5:5");
+    EXPECT_EQ(options.xTitle, "");
+    EXPECT_FALSE(options.yTitle);
     EXPECT_FALSE(options.xLog);
     EXPECT_TRUE(options.yLog);
-    EXPECT_EQ(options.size->width, 800);
-    EXPECT_EQ(options.size->height, 600);
-    EXPECT_TRUE(options.antialias);
-    EXPECT_TRUE(options.verbose);
-    EXPECT_TRUE(options.symbols);
+    EXPECT_TRUE(options.antialias && options.verbose && options.symbols);
+    EXPECT_FALSE(options.polar || options.percent || options.normalised);
     EXPECT_EQ(options.output, "out.png");
-    ASSERT_EQ(options.captions.size(), 1U);
-    EXPECT_EQ(options.captions[0].text, "up @ noon\nor so");
-    EXPECT_EQ(options.captions[0].y, -0.1);
-    EXPECT_EQ(options.bins, 12);
+    EXPECT_EQ(options.save, "a.doc");
     EXPECT_EQ(options.legend, LegendPlace::BottomRight);
-    EXPECT_EQ(options.errorColumns, (std::vector<std::string> { "e1", "e2" }));
+    EXPECT_EQ(options.errorColumns, (Words { "e1", "e2" }));
+    EXPECT_TRUE(options.IsGiven(OptionId::Log));
+    EXPECT_FALSE(options.IsGiven(OptionId::Palette));
 
-    EXPECT_EQ(ParseOptions({ "a.doc", "-o", "-", "--format", "SVG" }).command, Command::None);
-    EXPECT_EQ(ParseOptions({ "x", "--page", "a5" }).page->height, 148.0);
-    EXPECT_EQ(ParseOptions({ "x", "--page", "120.5x80" }).page->width, 120.5);
-    EXPECT_EQ(ParseOptions({ "--", "--help" }).files, (std::vector<std::string> { "--help" }));
+    EXPECT_EQ(ParseOptions({ "a.doc", "-o", "-", "--format", "SVG" }).format, PictureFormat::Svg);
+    EXPECT_EQ(ParseOptions({ "a.doc" }).command, Command::None);
+    EXPECT_TRUE(ParseOptions({ "a", "--log", "xy" }).xLog && ParseOptions({ "a", "--log", "xy" }).yLog);
+    EXPECT_EQ(ParseOptions({ "a", "--header", "no" }).header, HeaderChoice::Absent);
+    EXPECT_EQ(ParseOptions({ "a", "--header", "yes" }).header, HeaderChoice::Present);
+    EXPECT_EQ(ParseOptions({ "--", "--help" }).files, (Words { "--help" }));
+    EXPECT_EQ(FaultOf([] {
+        ParseOptions({ "plot", "--bogus" });
+    }),
+        "The following argument was not expected: --bogus (ombrel --help lists the options)");
+    EXPECT_NE(FaultOf([] { ParseOptions({ "draw", "a.doc", "--kind", "line" }); }).find("--kind"), std::string::npos);
+    EXPECT_NE(FaultOf([] { ParseOptions({ "plot", "-o" }); }).find("-o"), std::string::npos);
+    for (Words const& other : { Words { "a.doc", "--kind", "line" }, Words { "a.doc", "-y", "2" } }) {
+        std::string const fault = FaultOf([&] { CheckOptionsFor(ParseOptions(other), Command::Draw); });
+        EXPECT_EQ(fault, other[1] + " is for tables, and the file is a graph document");
+    }
+    EXPECT_EQ(FaultOf([] {
+        CheckOptionsFor(ParseOptions({ "a", "--in-place", "C" }), Command::Plot);
+    }),
+        "--in-place is for graph documents, and the file is a table");
+    EXPECT_EQ(FaultOf([] {
+        CheckOptionsFor(ParseOptions({ "a", "-o", "x", "--size", "99x99" }), Command::Draw);
+    }),
+        "none");
 }
 
-TEST(Options, ThatCannotBeAreUsageFaultsThatSayWhatWasExpected)
+/// What a value is read as, or what was expected instead.
+template <typename Parse> std::string Read(OptionId id, std::string const& value, Parse const& parse)
+{
+    std::string text;
+    std::string const fault = FaultOf([&] { text = parse(EntryOf(id), value); });
+    if (fault == "none")
+        return text;
+    std::string const start = "--" + std::string(EntryOf(id).longName) + ": expected ";
+    EXPECT_TRUE(fault.starts_with(start)) << fault;
+    EXPECT_TRUE(fault.ends_with(", found \"" + value + "\"")) << fault;
+    return "not " + fault.substr(start.size(), 3);
+}
+
+std::string Sides(double width, double height) { return std::to_string(width) + "x" + std::to_string(height); }
+
+TEST(OptionValues, AreReadAsTheyWereMeantOrRefused)
 {
     struct {
-        std::vector<std::string> arguments;
-        char const* text;
+        OptionId id;
+        std::string (*parse)(OptionEntry const&, std::string const&);
+        std::vector<std::pair<char const*, std::string>> values;
     } const cases[] {
-        { { "plot", "--bogus" }, "--bogus" },
-        { { "draw", "a.doc", "--kind", "line" }, "--kind" },
-        { { "info", "a.csv", "-o", "x.png" }, "-o" },
-        { { "plot", "-o" }, "-o" },
-        { { "plot", "a", "--kind", "pie" }, "text or histogram" },
-        { { "plot", "a", "--size", "800" }, "1000x640" },
-        { { "plot", "a", "--size", "8x8" }, "16 to 32767" },
-        { { "plot", "a", "--size", "30000x30000" }, "100 million" },
-        { { "plot", "a", "--size", "100.5x100" }, "width and height" },
-        { { "plot", "a", "--page", "B7" }, "A4" },
-        { { "plot", "a", "--page", "1x100" }, "10 to 5000" },
-        { { "plot", "a", "--page", "1e400x100" }, "10 to 5000" },
-        { { "plot", "a", "--log", "z" }, "x, y or xy" },
-        { { "plot", "a", "--line-width", "0" }, "1 to 100" },
-        { { "plot", "a", "--line-width", "2px" }, "1 to 100" },
-        { { "plot", "a", "--x-range", "5" }, "A:B" },
-        { { "plot", "a", "--date-format", "%Q" }, "%Q" },
-        { { "plot", "a", "-y", "1,,2" }, "commas" },
-        { { "plot", "a", "--header", "maybe" }, "yes or no" },
-        { { "plot", "a", "--format", "gif" }, "svg" },
+        { OptionId::Kind, [](auto const& o, auto const& v) { return std::to_string(ParseWord(o, v)); },
+            { { "line", "0" }, { "histogram", "11" }, { "pie", "not lin" }, { "Line", "not lin" },
+                { "", "not lin" } } },
+        { OptionId::Bins, [](auto const& o, auto const& v) { return std::to_string(ParseBins(o, v)); },
+            { { "auto", "0" }, { "1", "1" }, { "10000", "10000" }, { "10001", "not aut" }, { "0", "not aut" },
+                { "2.5", "not aut" }, { "", "not aut" } } },
+        { OptionId::LineWidth, [](auto const& o, auto const& v) { return std::to_string(ParseLineWidth(o, v)); },
+            { { "1", "1" }, { "100", "100" }, { "0", "not a w" }, { "101", "not a w" }, { "2px", "not a w" },
+                { "1.5", "not a w" }, { "", "not a w" } } },
+        { OptionId::Size,
+            [](auto const& o, auto const& v) {
+                PictureSize const size = ParseSize(o, v);
+                return Sides(size.width, size.height);
+            },
+            { { "800x600", Sides(800, 600) }, { "16X32767", Sides(16, 32767) }, { "10000x10000", Sides(1e4, 1e4) },
+                { "800", "not a w" }, { "15x100", "not a w" }, { "100x15", "not a w" }, { "32768x16", "not a w" },
+                { "10000x10001", "not a w" }, { "99.5x100", "not a w" }, { "100x99.5", "not a w" },
+                { "x100", "not a w" }, { "100x", "not a w" }, { "1x2x3", "not a w" } } },
+        { OptionId::Page,
+            [](auto const& o, auto const& v) {
+                PageSize const size = ParsePage(o, v);
+                return Sides(size.width, size.height);
+            },
+            { { "a5", Sides(210, 148) }, { "A4", Sides(297, 210) }, { "a3", Sides(420, 297) },
+                { "LETTER", Sides(279.4, 215.9) }, { "120.5x80", Sides(120.5, 80) }, { "10x5000", Sides(10, 5000) },
+                { "9.9x100", "not A5," }, { "100x9.9", "not A5," }, { "5000.1x100", "not A5," },
+                { "100x1e400", "not A5," }, { "B7", "not A5," } } },
+        { OptionId::Caption,
+            [](auto const& o, auto const& v) {
+                CaptionSettings const caption = ParseCaption(o, v);
+                return caption.text + " " + Sides(caption.x, caption.y);
+            },
+            { { "up @ noon\\nor,\\nso@0.5,-0.1", "up @ noon\nor,\nso " + Sides(0.5, -0.1) },
+                { "a@-1,2", "a " + Sides(-1, 2) }, { "@0,0", "not TEX" }, { "a", "not TEX" }, { "a@0.5", "not TEX" },
+                { "a,b@1", "not TEX" }, { "a@0,b", "not TEX" }, { "a@b,0", "not TEX" }, { "a@2.1,0", "not TEX" },
+                { "a@0,-1.1", "not TEX" } } },
+        { OptionId::YColumns,
+            [](auto const& o, auto const& v) {
+                Words columns { "first" };
+                AddColumns(columns, o, v);
+                return columns[1] + "+" + columns.back();
+            },
+            { { "a", "a+a" }, { "a,b c,3", "a+3" }, { "a,,b", "not nam" }, { ",a", "not nam" }, { "a,", "not nam" },
+                { "", "not nam" } } },
     };
     for (auto const& c : cases) {
-        try {
-            ParseOptions(c.arguments);
-            ADD_FAILURE() << c.arguments.back() << " was accepted";
-        } catch (Failure const& failure) {
-            EXPECT_EQ(failure.GetStatus(), kUsageFault);
-            EXPECT_NE(std::string(failure.what()).find(c.text), std::string::npos) << failure.what();
+        for (auto const& [value, expected] : c.values)
+            EXPECT_EQ(Read(c.id, value, c.parse), expected) << EntryOf(c.id).longName << " " << value;
+    }
+    EXPECT_EQ(FaultOf([] { ParseWord(EntryOf(OptionId::Log), "z"); }), "--log: expected x, y or xy, found \"z\"");
+    EXPECT_EQ(FaultOf([] { ParseOptions({ "a", "--x-range", "5" }); }), "--x-range: expected A:B, found \"5\"");
+    EXPECT_EQ(FaultOf([] {
+        ParseOptions({ "a", "--date-format", "%Q" });
+    }),
+        "--date-format \"%Q\": %Q is not known; the codes are %Y %y %m %b %B %d %j %H %M %S %F %T");
+    for (char const* const path : { "x", "a.png/x", "x.", "x.gif", "" })
+        EXPECT_FALSE(FormatOfPath(path)) << path;
+    EXPECT_EQ(FormatOfPath("a/b.c/x.PNG"), PictureFormat::Png);
+    EXPECT_EQ(FormatOfPath("x.ps"), PictureFormat::PostScript);
+}
+
+TEST(OptionValues, OfRangesAreTwoEndsInOrder)
+{
+    auto const german = std::get<DateFormat>(DateFormat::Compile("%d.%m.%Y %H:%M"));
+    auto const show = [](std::optional<double> const& end) { return end ? std::to_string(*end) : "open"s; };
+    struct {
+        char const* text;
+        bool dates;
+        bool german;
+        std::optional<AxisEnds> ends;
+    } const cases[] {
+        { "-1.5:2e3", false, false, AxisEnds { -1.5, 2000.0 } },
+        { "3:", false, false, AxisEnds { 3.0, {} } },
+        { ":3", false, false, AxisEnds { {}, 3.0 } },
+        { ":", false, false, AxisEnds {} },
+        { "2:1", false, false, {} },
+        { "1:1", false, false, {} },
+        { "1:2:3", false, false, {} },
+        { "-1e300:1e300", false, false, AxisEnds { -1e300, 1e300 } },
+        { "-2e300:0", false, false, {} },
+        { "0:2e300", false, false, {} },
+        { "2020:2021", false, false, AxisEnds { 2020.0, 2021.0 } },
+        { "2020:2021-03", true, false, AxisEnds { 43831.0, 44256.0 } },
+        { "0100:1000", true, false, AxisEnds { -657434.0, -328716.0 } },
+        { "99:2020", true, false, {} },
+        { "1e99:2020", true, false, {} },
+        { "2020-01-01T06:00:2020-01-01T18:00", true, false, AxisEnds { 43831.25, 43831.75 } },
+        { "2020-01-01T18:00:2020-01-01T06:00", true, false, {} },
+        { "01.01.2020 12:00:2.1.2020 0:00", true, true, AxisEnds { 43831.5, 43832.0 } },
+        { "2020:2.1.2020 0:00", true, true, AxisEnds { 43831.0, 43832.0 } },
+        { "1.1.2020:", true, false, {} },
+    };
+    for (auto const& c : cases) {
+        auto const ends = ParseRange(c.text, c.dates, c.german ? &german : nullptr);
+        ASSERT_EQ(ends.has_value(), c.ends.has_value()) << c.text;
+        EXPECT_TRUE(!ends || (show(ends->min) == show(c.ends->min) && show(ends->max) == show(c.ends->max)))
+            << c.text << ": " << show(ends->min) << " " << show(ends->max);
+    }
+}
+
+TEST(PlotOptions, ThatDoNothingWithTheKindAreRefused)
+{
+    struct {
+        char const* options;
+        char const* fault;
+    } const cases[] {
+        { "--bins 4", "--bins is for --kind histogram, not for line" },
+        { "--bins 4 --kind histogram", "none" },
+        { "--percent --kind area", "--percent is for --kind stacked, not for area" },
+        { "--percent --kind stacked", "none" },
+        { "--normalised --kind stacked", "--normalised is for --kind area, not for stacked" },
+        { "--error 2 --kind area",
+            "--error is for --kind line, steps, pairs, points, bar, clustered and error, not for area" },
+        { "--error 2 --kind clustered", "none" },
+        { "--label 1", "--label is for --kind text, not for line" },
+        { "--line-width 2 --kind points", "--line-width is for --kind line, steps, pairs and filled, not for points" },
+        { "--antialias --kind bar", "--antialias is for --kind line, steps, pairs and filled, not for bar" },
+        { "--symbols --kind area",
+            "--symbols is for --kind line, steps, pairs, points, filled, error and text, not for area" },
+        { "--kind error", "--kind error needs --error, the columns of the errors" },
+        { "--kind text", "--kind text needs --label, the column of the texts" },
+        { "--kind histogram -x 1", "-x does nothing with --kind histogram, which counts the values of -y" },
+        { "--kind histogram --date-format %Y",
+            "--date-format does nothing with --kind histogram, which counts the values of -y" },
+        { "--kind stacked --log y", "--log: stacked values add up, and logarithms do not" },
+        { "--kind area --log y", "--log: area values add up, and logarithms do not" },
+        { "--kind histogram --log x", "--log x: the bins of a histogram are equally wide" },
+        { "--kind histogram --log y", "none" },
+        { "--kind clustered --log xy", "--log x: bars are equally wide" },
+        { "--kind bar --log y", "none" },
+        { "--radians", "--radians is for --polar" },
+        { "--polar --kind steps", "--polar is for --kind line, points and filled, not for steps" },
+        { "--polar --radians --kind filled", "none" },
+        { "--polar --x-range 1:2", "--x-range does nothing with --polar, which has no axes of x and y" },
+        { "--polar --error 2", "--error does nothing with --polar, which has no axes of x and y" },
+        { "--polar --y-title r", "--y-title does nothing with --polar, which has no axes of x and y" },
+    };
+    for (auto const& c : cases) {
+        Words words { "plot" };
+        std::string_view rest = c.options;
+        while (!rest.empty()) {
+            words.emplace_back(rest.substr(0, rest.find(' ')));
+            rest.remove_prefix(std::min(words.back().size() + 1, rest.size()));
         }
+        std::string const fault = FaultOf([&] { CheckPlotOptions(ParseOptions(words)); });
+        EXPECT_TRUE(fault.starts_with(c.fault)) << c.options << ": " << fault;
     }
 }
 
@@ -91,14 +260,16 @@ TEST(Options, AreAllInTheHelpOfTheirCommands)
             first = end + 1;
         }
     }
-}
-
-TEST(Options, LetTheExtensionDecideTheFormat)
-{
-    EXPECT_EQ(FormatOfPath("a/b.c/x.PNG"), PictureFormat::Png);
-    EXPECT_EQ(FormatOfPath("x.ps"), PictureFormat::PostScript);
-    for (char const* const path : { "x", "a.png/x", "x.", "x.gif", "" })
-        EXPECT_FALSE(FormatOfPath(path)) << path;
+    EXPECT_TRUE(HelpText(Command::Info)
+                    .starts_with("Usage:\n"
+                                 "  ombrel info FILE...                 Print what is in a file: the object tree of a "
+                                 "document;\n"
+                                 "                                      columns, types and gaps of a table.\n"
+                                 "\nOptions:\n"
+                                 "      --date-format FORMAT  The x values"))
+        << HelpText(Command::Info);
+    EXPECT_NE(HelpText(Command::Plot).find("\n      --grid off|major|both\n                            Grid lines;"),
+        std::string::npos);
 }
 
 } // namespace

@@ -12,11 +12,11 @@
 #include "tools/ombrel/chart/PlotLabels.h"
 #include "tools/ombrel/chart/TitleCaption.h"
 #include "tools/ombrel/commands/TableFile.h"
+#include "tools/ombrel/options/OptionValues.h"
 #include "tools/ombrel/options/PlotChecks.h"
 #include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 #include <limits>
 
@@ -26,22 +26,6 @@ namespace {
 
 [[noreturn]] void FailUsage(std::string const& text) { throw Failure(kUsageFault, text); }
 
-/// One end of a range; a year alone is a date where dates are wanted.
-std::optional<double> ParseEnd(std::string const& text, bool dates, std::optional<DateFormat> const& format)
-{
-    if (!dates)
-        return ParseCellNumber(text, '.');
-    if (format) {
-        if (auto const date = format->Parse(text))
-            return date;
-    }
-    if (auto const date = ParseIsoDate(text))
-        return date->days;
-    auto const year = text.size() == 4 ? ParseCellNumber(text, '.') : std::nullopt;
-    return year && *year >= 100.0 ? MakeDate(static_cast<int>(*year), 1, 1, 0.0) : std::nullopt;
-}
-
-/// A:B, where A and B may themselves hold colons, as times do.
 void ApplyRange(
     PlotAxisSettings& axis, std::optional<std::string> const& text, Options const& options, char const* option)
 {
@@ -51,24 +35,12 @@ void ApplyRange(
         FailUsage(std::string(option) + ": a logarithmic axis spans the decades of its data");
     if (!axis.words.empty())
         FailUsage(std::string(option) + ": the x values are words");
-    for (std::size_t colon = text->find(':'); colon != std::string::npos; colon = text->find(':', colon + 1)) {
-        std::string const first = text->substr(0, colon);
-        std::string const second = text->substr(colon + 1);
-        auto const min = ParseEnd(first, axis.dates, options.dateFormat);
-        auto const max = ParseEnd(second, axis.dates, options.dateFormat);
-        if ((!min && !first.empty()) || (!max && !second.empty()))
-            continue;
-        bool const inOrder = !min || !max || *min < *max;
-        bool const inReach
-            = std::abs(min.value_or(0.0)) <= kLargestNumber && std::abs(max.value_or(0.0)) <= kLargestNumber;
-        if (!inOrder || !inReach)
-            break;
-        axis.min = min;
-        axis.max = max;
-        return;
-    }
-    FailUsage(std::string(option) + ": expected A:B with A below B, "
-        + (axis.dates ? "dates such as 2020-01-01" : "numbers") + ", found " + QuoteForMessage(*text));
+    auto const ends = ParseRange(*text, axis.dates, options.dateFormat ? &*options.dateFormat : nullptr);
+    if (!ends)
+        FailUsage(std::string(option) + ": expected A:B with A below B, "
+            + (axis.dates ? "dates such as 2020-01-01" : "numbers") + ", found " + QuoteForMessage(*text));
+    axis.min = ends->min;
+    axis.max = ends->max;
 }
 
 /// All sources have dates along x, or none has.

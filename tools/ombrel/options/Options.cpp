@@ -1,13 +1,11 @@
 #include "tools/ombrel/options/Options.h"
 #include "tools/ombrel/Messages.h"
+#include "tools/ombrel/options/OptionValues.h"
 #include "tools/ombrel/table/Utf8.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <cmath>
 
 namespace ombrel::host {
 
@@ -15,136 +13,19 @@ namespace {
 
 [[noreturn]] void FailUsage(std::string const& text) { throw Failure(kUsageFault, text); }
 
-[[noreturn]] void FailValue(OptionEntry const& option, std::string const& value, std::string const& expected)
-{
-    FailUsage("--" + std::string(option.longName) + ": expected " + expected + ", found " + QuoteForMessage(value));
-}
-
-std::string Lower(std::string_view text)
-{
-    std::string lower(text);
-    for (char& c : lower)
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-    return lower;
-}
-
-OptionEntry const& EntryOf(OptionId id)
-{
-    auto const options = AllOptions();
-    return *std::find_if(options.begin(), options.end(), [id](OptionEntry const& o) { return o.id == id; });
-}
-
 std::optional<PictureFormat> FormatNamed(std::string_view name)
 {
     auto const& names = EntryOf(OptionId::Format).choices;
-    auto const found = std::find(names.begin(), names.end(), Lower(name));
+    auto const found = std::find(names.begin(), names.end(), LowerCase(name));
     if (found == names.end())
         return std::nullopt;
     return static_cast<PictureFormat>(found - names.begin());
 }
 
-/// "a, b or c".
-std::string ListChoices(std::span<std::string_view const> choices)
-{
-    std::string text;
-    for (std::size_t i = 0; i < choices.size(); ++i) {
-        text += i == 0 ? "" : i + 1 < choices.size() ? ", " : " or ";
-        text += choices[i];
-    }
-    return text;
-}
-
 /// The enumeration value that the word stands for.
 template <typename Enum> Enum ParseChoice(OptionEntry const& option, std::string const& value)
 {
-    auto const found = std::find(option.choices.begin(), option.choices.end(), value);
-    if (found == option.choices.end())
-        FailValue(option, value, ListChoices(option.choices));
-    return static_cast<Enum>(found - option.choices.begin());
-}
-
-int ParseBins(OptionEntry const& option, std::string const& value)
-{
-    constexpr double kMost = 10000;
-    if (value == "auto")
-        return 0;
-    auto const bins = ParseCellNumber(value, '.');
-    if (!bins || *bins < 1 || *bins > kMost || *bins != std::floor(*bins))
-        FailValue(option, value, "auto, or a whole number of 1 to 10000");
-    return static_cast<int>(*bins);
-}
-
-/// TEXT@X,Y, where TEXT may itself hold an @.
-CaptionSettings ParseCaption(OptionEntry const& option, std::string const& value)
-{
-    std::size_t const at = value.rfind('@');
-    std::size_t const comma = value.rfind(',');
-    if (at != std::string::npos && at > 0 && comma != std::string::npos && comma > at) {
-        auto const x = ParseCellNumber(value.substr(at + 1, comma - at - 1), '.');
-        auto const y = ParseCellNumber(value.substr(comma + 1), '.');
-        auto const fits = [](double fraction) { return fraction >= -1.0 && fraction <= 2.0; };
-        if (x && y && fits(*x) && fits(*y)) {
-            std::string text = value.substr(0, at);
-            for (std::size_t cut = text.find("\\n"); cut != std::string::npos; cut = text.find("\\n", cut))
-                text.replace(cut, 2, "\n");
-            return { text, *x, *y };
-        }
-    }
-    FailValue(option, value, "TEXT@X,Y with fractions such as 0.5,0.1");
-}
-
-/// The two numbers of WxH.
-std::optional<std::pair<double, double>> ParseSides(std::string_view value)
-{
-    auto const cross = value.find_first_of("xX");
-    if (cross == std::string_view::npos)
-        return std::nullopt;
-    auto const width = ParseCellNumber(value.substr(0, cross), '.');
-    auto const height = ParseCellNumber(value.substr(cross + 1), '.');
-    if (!width || !height)
-        return std::nullopt;
-    return std::pair { *width, *height };
-}
-
-PictureSize ParseSize(OptionEntry const& option, std::string const& value)
-{
-    // Larger ones would need more than 400 MB, and no one could look at them.
-    constexpr double kSmallest = 16;
-    constexpr double kLargest = 32767;
-    constexpr double kMostPixels = 1e8;
-    auto const sides = ParseSides(value);
-    auto const fits = [](double side) { return side >= kSmallest && side <= kLargest && side == std::floor(side); };
-    if (!sides || !fits(sides->first) || !fits(sides->second) || sides->first * sides->second > kMostPixels)
-        FailValue(option, value, "a width and height such as 1000x640, of 16 to 32767 and together 100 million pixels");
-    return { static_cast<int>(sides->first), static_cast<int>(sides->second) };
-}
-
-PageSize ParsePage(OptionEntry const& option, std::string const& value)
-{
-    struct PageName {
-        std::string_view name;
-        PageSize size;
-    };
-    constexpr std::array<PageName, 4> kPages { { { "a5", { 210.0, 148.0 } }, { "a4", { 297.0, 210.0 } },
-        { "a3", { 420.0, 297.0 } }, { "letter", { 279.4, 215.9 } } } };
-    for (PageName const& p : kPages) {
-        if (Lower(value) == p.name)
-            return p.size;
-    }
-    auto const sides = ParseSides(value);
-    auto const fits = [](double side) { return side >= 10.0 && side <= 5000.0; };
-    if (!sides || !fits(sides->first) || !fits(sides->second))
-        FailValue(option, value, "A5, A4, A3, Letter, or a width and height of 10 to 5000 mm such as 160x100");
-    return { sides->first, sides->second };
-}
-
-int ParseLineWidth(OptionEntry const& option, std::string const& value)
-{
-    int width = 0;
-    auto const result = std::from_chars(value.data(), value.data() + value.size(), width);
-    if (result.ec != std::errc() || result.ptr != value.data() + value.size() || width < 1 || width > 100)
-        FailValue(option, value, "a whole number of 1 to 100");
-    return width;
+    return static_cast<Enum>(ParseWord(option, value));
 }
 
 void ParseLog(Options& options, OptionEntry const& option, std::string const& value)
@@ -153,28 +34,6 @@ void ParseLog(Options& options, OptionEntry const& option, std::string const& va
     auto const axes = ParseChoice<LogAxes>(option, value);
     options.xLog = axes != LogAxes::Y;
     options.yLog = axes != LogAxes::X;
-}
-
-DateFormat ParseDateFormat(OptionEntry const& option, std::string const& value)
-{
-    auto format = DateFormat::Compile(value);
-    if (auto const* const why = std::get_if<std::string>(&format))
-        FailUsage("--" + std::string(option.longName) + " " + QuoteForMessage(value) + ": " + *why);
-    return std::get<DateFormat>(std::move(format));
-}
-
-void AddColumns(std::vector<std::string>& columns, OptionEntry const& option, std::string const& value)
-{
-    for (std::size_t first = 0;;) {
-        std::size_t const comma = value.find(',', first);
-        std::string const column = value.substr(first, comma == std::string::npos ? comma : comma - first);
-        if (column.empty())
-            FailValue(option, value, "names or numbers of columns with commas between");
-        columns.push_back(column);
-        if (comma == std::string::npos)
-            return;
-        first = comma + 1;
-    }
 }
 
 /// Where a switch is kept; null for other options.
@@ -246,7 +105,7 @@ void Apply(Options& options, OptionEntry const& option, std::string const& value
     }
     switch (option.id) {
     case OptionId::Format:
-        options.format = ParseChoice<PictureFormat>(option, Lower(value));
+        options.format = ParseChoice<PictureFormat>(option, LowerCase(value));
         break;
     case OptionId::YColumns:
         AddColumns(options.yColumns, option, value);
@@ -275,7 +134,7 @@ void Apply(Options& options, OptionEntry const& option, std::string const& value
     case OptionId::XRange:
     case OptionId::YRange:
         if (value.find(':') == std::string::npos)
-            FailValue(option, value, "A:B");
+            FailUsage("--" + std::string(option.longName) + ": expected A:B, found " + QuoteForMessage(value));
         (option.id == OptionId::XRange ? options.xRange : options.yRange) = value;
         break;
     case OptionId::Log:
@@ -337,6 +196,12 @@ void AppendWrapped(std::string& to, std::string_view text, std::size_t indent, s
 }
 
 } // namespace
+
+OptionEntry const& EntryOf(OptionId id)
+{
+    auto const options = AllOptions();
+    return *std::find_if(options.begin(), options.end(), [id](OptionEntry const& o) { return o.id == id; });
+}
 
 bool Options::IsGiven(OptionId id) const { return std::find(given.begin(), given.end(), id) != given.end(); }
 

@@ -86,6 +86,7 @@ struct CommandEntry {
 
 std::span<OptionEntry const> AllOptions();
 std::span<CommandEntry const> AllCommands();
+OptionEntry const& EntryOf(OptionId id);
 bool TakesOption(Command command, OptionEntry const& option);
 
 // The enumerations' values stand in the order of the words in the option table.
@@ -101,12 +102,6 @@ struct CaptionSettings {
     std::string text;
     double x = 0.0;
     double y = 0.0;
-};
-
-/// The ends of an axis as they were typed; one may be missing.
-struct RangeText {
-    std::string min;
-    std::string max;
 };
 
 /// Pixels.

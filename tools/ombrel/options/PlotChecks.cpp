@@ -13,12 +13,6 @@ using enum PlotKind;
 
 [[noreturn]] void FailUsage(std::string const& text) { throw Failure(kUsageFault, text); }
 
-OptionEntry const& EntryOf(OptionId id)
-{
-    auto const options = AllOptions();
-    return *std::find_if(options.begin(), options.end(), [id](OptionEntry const& o) { return o.id == id; });
-}
-
 std::string NameOf(OptionId id)
 {
     std::string_view const name = EntryOf(id).longName;

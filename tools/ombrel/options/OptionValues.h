@@ -1,0 +1,43 @@
+#pragma once
+#include "tools/ombrel/options/Options.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ombrel::host {
+
+// Values of options as they were typed. What cannot be read throws Failure with kUsageFault, which names the option,
+// what was expected and what was found.
+
+/// Which of the option's words it is.
+std::size_t ParseWord(OptionEntry const& option, std::string_view value);
+/// A whole number of 1 to 10000, or 0 for "auto".
+int ParseBins(OptionEntry const& option, std::string const& value);
+/// TEXT@X,Y, where TEXT may itself hold an @ and stands for a line break as \n.
+CaptionSettings ParseCaption(OptionEntry const& option, std::string const& value);
+/// WxH in pixels.
+PictureSize ParseSize(OptionEntry const& option, std::string const& value);
+/// A5, A4, A3, Letter, or WxH in millimetres.
+PageSize ParsePage(OptionEntry const& option, std::string const& value);
+int ParseLineWidth(OptionEntry const& option, std::string const& value);
+DateFormat ParseDateFormat(OptionEntry const& option, std::string const& value);
+/// Appends names or numbers that have commas between.
+void AddColumns(std::vector<std::string>& columns, OptionEntry const& option, std::string const& value);
+
+/// The ends of an axis; what is missing is taken from the data.
+struct AxisEnds {
+    std::optional<double> min;
+    std::optional<double> max;
+};
+
+/// A:B with A below B, each a number, or each a date: in the form given (null for none), an ISO date or a year. Nothing
+/// when it is not that.
+std::optional<AxisEnds> ParseRange(std::string_view text, bool dates, DateFormat const* format);
+
+/// With A to Z as small letters.
+std::string LowerCase(std::string_view text);
+
+} // namespace ombrel::host
