@@ -102,25 +102,49 @@ TEST_F(ColourMaps, ThatAreInstalledMeetThePublishedFigures)
     EXPECT_EQ(std::distance(fs::directory_iterator(kMaps), fs::directory_iterator()), std::ssize(cases));
 }
 
-TEST_F(ColourMaps, AreDrawnAsAStripWithoutGapsAndNamesAsText)
+TEST_F(ColourMaps, AreDrawnAsAStripTenStepsAndTheirLightness)
 {
-    constexpr int kWidth = 400;
-    constexpr int kHeight = 120;
-    std::string const bmp = Draw({ "Greyscale" }, "a.bmp", PictureSize { kWidth, kHeight });
+    // Rows of 110 pixels, from four maps on of 62, under a heading of 22 and between margins of 24.
+    std::string const bmp = Draw({ "Greyscale" }, "a.bmp", {});
+    constexpr int kWidth = 1000;
+    constexpr int kHeight = 158;
     ASSERT_EQ(bmp.size(), 54U + kWidth * kHeight * 3);
-    // The widest run of pixels that never get darker, in any row: the strip, from black to white.
-    int widest = 0;
-    for (int y = 0; y < kHeight; ++y) {
-        int run = 0;
-        int previous = 256;
-        for (int x = 0; x < kWidth; ++x) {
-            auto const value = static_cast<unsigned char>(bmp[static_cast<std::size_t>(54 + 3 * (y * kWidth + x))]);
-            run = value < 250 && value >= previous ? run + 1 : 0;
-            previous = value;
-            widest = std::max(widest, run);
-        }
+    EXPECT_EQ(Draw({ "Greyscale", "Spectrum", "Extended Spectrum" }, "b.bmp", {}).size(), 54U + kWidth * 378 * 3);
+    EXPECT_EQ(Draw({ "Greyscale", "Spectrum", "Extended Spectrum", "Greyscale" }, "b.bmp", {}).size(),
+        54U + kWidth * 306 * 3);
+    auto const grey = [&bmp](int x, int y) {
+        return int { static_cast<unsigned char>(
+            bmp[static_cast<std::size_t>(54 + 3 * ((kHeight - 1 - y) * kWidth + x))]) };
+    };
+    // The strip, from black to white without a gap between its frame's lines, in 46 to 101.
+    int left = 0;
+    while (grey(left, 60) == 255)
+        ++left;
+    int right = left + 1;
+    while (grey(right, 60) >= grey(right - 1, 60) || right == left + 1)
+        ++right;
+    EXPECT_LT(grey(left + 1, 60), 3);
+    EXPECT_GT(grey(right - 1, 60), 252);
+    EXPECT_GT(right - left, kWidth / 2);
+    // The steps below it, to 134.
+    CColourMap map;
+    ASSERT_TRUE(LoadColourMap("Greyscale", map));
+    for (int step = 0; step < 10; ++step) {
+        int const middle = left + (right - left) * (2 * step + 1) / 20;
+        BYTE const expected = GetRValue(map.GetColourTable()[(2 * step * (CColourMap::kTableSize - 1) + 9) / 18]);
+        EXPECT_EQ(grey(middle, 108), expected) << step;
+        EXPECT_EQ(grey(middle, 130), expected) << step;
     }
-    EXPECT_GT(widest, kWidth / 3);
+    // Grey 178 in its middle looks 72.6 % as light as white: where the curve is, in 48 to 132.
+    int curve = right + 1;
+    while (grey(curve, 60) == 255)
+        ++curve;
+    curve = (curve + 975) / 2;
+    int darkest = 50;
+    for (int y = 50; y < 130; ++y)
+        darkest = grey(curve, y) < grey(curve, darkest) ? y : darkest;
+    EXPECT_NEAR(darkest, 131 - 0.726 * 83, 1.5);
+
     std::string const svg = Draw({ "Greyscale", "spectrum" }, "a.svg", {});
     EXPECT_NE(svg.find(">Greyscale<"), std::string::npos);
     EXPECT_NE(svg.find(">Spectrum<"), std::string::npos);

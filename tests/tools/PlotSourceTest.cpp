@@ -31,12 +31,13 @@ protected:
         m_told.clear();
         try {
             InputFile file(m_path);
-            sources = ReadPlotSources(ParseOptions(options), file, Messages(false));
+            Options const parsed = ParseOptions(options);
+            sources = ReadPlotSources(parsed, file, Messages(parsed.verbose));
         } catch (Failure const& failure) {
             m_told = failure.what();
         }
         m_told += testing::internal::GetCapturedStderr();
-        if (auto const at = m_told.find(m_path); at != std::string::npos)
+        for (auto at = m_told.find(m_path); at != std::string::npos; at = m_told.find(m_path))
             m_told.replace(at, m_path.size(), "t");
         return sources;
     }
@@ -251,6 +252,8 @@ TEST_F(PlotSources, SayWhatIsWrongWithTheirColumns)
         { "a,b,c\n1,2,3\n", { "-y", "b,c", "--error", "c,b,a" },
             "--error: expected one column, or one for each of the 2 y columns, found 3" },
         { "a,b\n", {}, "t:2: expected a row of values, found the end of the file" },
+        { "a,b\n1,2020-01-01\n2,2020-01-02\n3,oops\n", {},
+            "t:4: column 2: expected a date like 2020-03-31 12:30 or a gap (empty, NA, NaN), found \"oops\"" },
         { "a,b\n1,2\n3,x\n5,6\n", { "-y", "b" },
             "t:3: column 2: expected a number or a gap (empty, NA, NaN), found \"x\"" },
     };
@@ -258,6 +261,15 @@ TEST_F(PlotSources, SayWhatIsWrongWithTheirColumns)
         Read(c.text, c.options);
         EXPECT_EQ(m_told, c.fault) << c.text;
     }
+    Read(
+        "day;a;b;word;e\n2020-01-01T00:00Z;1,5;;x;1\n;2;3;;2\n2020-01-03;3;3\n", { "-v", "-y", "a,b", "--error", "e" });
+    EXPECT_EQ(m_told,
+        "ombrel: t: separator \";\", decimal comma, names in the first row, 3 rows of 5 columns\n"
+        "ombrel: t: 1 row has fewer cells than there are columns; the others are gaps\n"
+        "ombrel: t: 1 date names an offset from UTC; times are UTC\n"
+        "ombrel: t: x is column 1 (day) of dates; y is column 2 (a), column 3 (b)\n"
+        "ombrel: t: column 1 (day): 1 gap\nombrel: t: column 3 (b): 1 gap\n"
+        "ombrel: t: column 5 (e): 1 gap\n");
     EXPECT_EQ(ValuesOf(Read("a,b,c,e\n1,2,3,4\n", { "-y", "b,c", "--error", "e" })[0], 3), "4");
 }
 

@@ -45,7 +45,8 @@ std::string Describe(std::variant<Table, TableError> const& result)
     auto const& table = std::get<Table>(result);
     std::string text = "separator "s + std::to_string(table.dialect.separator) + " mark " + table.dialect.decimalMark
         + (table.dialect.hasHeader ? " header" : "") + " rows " + std::to_string(table.rows) + " short "
-        + std::to_string(table.shortRows) + " shifted " + std::to_string(table.shiftedDates) + "\n";
+        + std::to_string(table.shortRows) + " shifted " + std::to_string(table.shiftedDates) + " lines "
+        + std::to_string(table.LineOf(table.rows)) + "\n";
     for (TableColumn const& column : table.columns) {
         text += "'" + column.name + "' type " + std::to_string(static_cast<int>(column.type)) + " gaps "
             + std::to_string(column.gaps) + (column.misfit ? " misfit " + column.misfit->ToText() : "") + ":";

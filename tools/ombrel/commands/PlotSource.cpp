@@ -151,9 +151,12 @@ void TellColumns(PlotSource const& source, Messages const& messages)
     for (std::size_t const index : source.yColumns)
         y += (y.empty() ? "" : ", ") + ColumnLabel(source.table, index);
     messages.Note(source.name + ": x is " + x + "; y is " + y);
+    std::vector<std::size_t> told;
     auto const tellGaps = [&](std::size_t index) {
         std::size_t const gaps = source.table.columns[index].gaps;
-        if (gaps > 0)
+        bool const isNew = std::find(told.begin(), told.end(), index) == told.end();
+        told.push_back(index);
+        if (gaps > 0 && isNew)
             messages.Note(source.name + ": " + ColumnLabel(source.table, index) + ": " + Counted(gaps, "gap", "gaps"));
     };
     if (source.xColumn != PlotSource::kRowNumbers)
