@@ -1,6 +1,7 @@
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/graph2d/BarSettings.h"
 #include "ombrel/graph2d/paths/AreaBands.h"
 #include "ombrel/graph2d/paths/PolygonPath.h"
 #include "ombrel/model/LineWidth.h"
@@ -317,16 +318,21 @@ void LimitDrawing(CDC& dc, CRect const& rect)
     dc.SelectClipRgn(&region);
 }
 
-void DrawOutlines(CDC& dc, CRect const& clip, COLORREF colour, Polygons const& polygons)
+void DrawOutlines(
+    CDC& dc, CRect const& clip, std::vector<C2DAreaCurve*> const& curves, COLORREF colour, Polygons const& polygons)
 {
     SavedDC const saved(dc);
     int const width = DeviceLineWidth(dc, 1, ThicknessKind::Border);
     if (width > 1)
         LimitDrawing(dc, clip);
-    CPen pen(PS_SOLID, width, colour);
-    dc.SelectObject(&pen);
-    for (auto const& polygon : polygons)
-        dc.Polyline(polygon);
+    bool const ownColours = colour == kOwnColour;
+    for (std::size_t i = 0; i < polygons.size(); ++i) {
+        // Where points share pixels, the peaks of each band stand before the bands above it.
+        std::size_t const band = ownColours ? polygons.size() - 1 - i : i;
+        CPen pen(PS_SOLID, width, ownColours ? static_cast<COLORREF>(curves[band]->GetColour()) : colour);
+        dc.SelectObject(&pen);
+        dc.Polyline(polygons[band]);
+    }
 }
 
 } // namespace
@@ -359,7 +365,7 @@ void C2DAreaPlot::DrawCurves(CPort* port)
     else
         FillBands(dc, limits, curves, outlines);
     if (m_drawBorders)
-        DrawOutlines(dc, limits, m_borderColour, outlines);
+        DrawOutlines(dc, limits, curves, m_borderColour, outlines);
     m_copies.clear();
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <random>
 #include <set>
@@ -35,13 +36,22 @@ TEST(NumberTicks, AreTidyAndFewAndLabelledDifferently)
         NumberTicks const ticks = MakeNumberTicks(data, {}, 8);
         SCOPED_TRACE(testing::Message() << data.min << " to " << data.max << " step " << ticks.step);
         double const slack = ticks.step * 1e-6;
-        ASSERT_LE(ticks.range.min, data.min + slack);
-        ASSERT_GE(ticks.range.max, data.max - slack);
+        ASSERT_LE(ticks.range.min, data.min);
+        ASSERT_GE(ticks.range.max, data.max);
+        // Both ends lie on the ticks outside the data that are the nearest.
+        double const minorStep = ticks.step / (ticks.minor + 1);
+        for (auto const& [end, distance] : { std::pair(ticks.range.min, data.min - ticks.range.min),
+                 std::pair(ticks.range.max, ticks.range.max - data.max) }) {
+            ASSERT_NEAR(end, std::round(end / minorStep) * minorStep, slack);
+            ASSERT_LT(distance, minorStep * (1 + 1e-6));
+        }
+        ASSERT_GE(data.min * ticks.range.min, 0.0) << "across zero";
+        ASSERT_GE(data.max * ticks.range.max, 0.0) << "across zero";
         std::vector<double> const positions = PositionsOf(ticks);
         ASSERT_GE(positions.size(), 3u);
         ASSERT_LE(positions.size(), 9u);
-        ASSERT_NEAR(positions.front(), ticks.range.min, slack);
-        ASSERT_NEAR(positions.back(), ticks.range.max, slack);
+        ASSERT_GE(positions.front(), ticks.range.min - slack);
+        ASSERT_LT(positions.front() - ticks.step, ticks.range.min - slack) << "a tick is missing";
         // One digit, 1, 2 or 5.
         double const digit = ticks.step / std::pow(10.0, std::floor(std::log10(ticks.step) + 1e-9));
         ASSERT_NEAR(digit * digit * digit - 8 * digit * digit + 17 * digit, 10.0, 1e-6);
@@ -59,27 +69,74 @@ TEST(NumberTicks, StandAtTheEndsOfUsualRanges)
         RangeFreedom freedom;
         AxisRange range;
         double step;
+        int minor;
+        int mostSteps = 8;
+        double smallestStep = 0.0;
     } const cases[] {
-        { { 0.3, 7.2 }, {}, { 0, 8 }, 1 },
-        { { 0, 110 }, {}, { 0, 120 }, 20 },
-        { { -1, 1 }, {}, { -1, 1 }, 0.5 },
-        { { 0.1, 0.7 }, {}, { 0.1, 0.7 }, 0.1 },
+        { { 0.3, 7.2 }, {}, { 0.2, 7.2 }, 1, 4 },
+        { { -0.3, 7.3 }, {}, { -0.4, 7.4 }, 1, 4 },
+        { { 0, 110 }, {}, { 0, 110 }, 20, 3 },
+        { { -104, 104 }, {}, { -110, 110 }, 50, 4 },
+        { { -1, 1 }, {}, { -1, 1 }, 0.5, 4 },
+        { { 0.1, 0.7 }, {}, { 0.1, 0.7 }, 0.1, 4 },
         // An end too far from the next tick stays.
-        { { 1, 100 }, { false, false, 0.05 }, { 0, 100 }, 20 },
-        { { 0, 110 }, { false, false, 0.05 }, { 0, 110 }, 20 },
+        { { 1, 100 }, { false, false, 0.05 }, { 0, 100 }, 20, 3 },
+        { { 0, 8.05 }, { false, false, 0.05 }, { 0, 8.05 }, 2, 3 },
+        { { 0, 8.15 }, { false, false, 0.05 }, { 0, 8.5 }, 2, 3 },
+        { { -0.5, 79.5 }, { false, false, 0.0 }, { -0.5, 79.5 }, 10, 4 },
         // Fixed ends get positions of their own.
-        { { -5, 5 }, { true, true, 1.0 }, { -5, 5 }, 1 },
-        { { 0.3, 7.2 }, { true, true, 1.0 }, { 0.3, 7.2 }, 1 },
-        { { 0.3, 7.2 }, { true, false, 1.0 }, { 0.3, 8 }, 1 },
+        { { -5, 5 }, { true, true, 1.0 }, { -5, 5 }, 1, 4 },
+        { { 0.3, 7.2 }, { true, true, 1.0 }, { 0.3, 7.2 }, 1, 4 },
+        { { 0.3, 7.3 }, { true, false, 1.0 }, { 0.3, 7.4 }, 1, 4 },
+        { { 0.3, 7.3 }, { false, true, 1.0 }, { 0.2, 7.3 }, 1, 4 },
+        // One tick alone does not make a scale.
+        { { 0.4, 0.9 }, {}, { 0, 1 }, 1, 4, 1 },
+        // What counts has ticks at whole numbers, minor ones too.
+        { { 1, 3 }, {}, { 1, 3 }, 1, 0, 8, 1.0 },
+        { { 0, 12.6 }, {}, { 0, 13 }, 2, 1, 8, 1.0 },
+        { { 0, 36.5 }, {}, { 0, 37 }, 5, 4, 8, 1.0 },
     };
     for (auto const& c : cases) {
-        NumberTicks const ticks = MakeNumberTicks(c.data, c.freedom, 8);
+        NumberTicks const ticks = MakeNumberTicks(c.data, c.freedom, c.mostSteps, c.smallestStep);
         SCOPED_TRACE(testing::Message() << c.data.min << " to " << c.data.max);
         EXPECT_NEAR(ticks.range.min, c.range.min, 1e-9);
         EXPECT_NEAR(ticks.range.max, c.range.max, 1e-9);
         EXPECT_NEAR(ticks.step, c.step, 1e-9);
+        EXPECT_EQ(ticks.minor, c.minor);
     }
-    EXPECT_EQ(MakeNumberTicks({ 1, 3 }, {}, 8, 1.0).step, 1.0);
+}
+
+TEST(Margins, AreAlikeAndEndAtZeroAndAtTheLimit)
+{
+    constexpr std::array kStops { 0.0, -100.0, 100.0 };
+    struct {
+        AxisRange range;
+        std::size_t stops;
+        AxisRange wider;
+    } const cases[] {
+        { { 10, 60 }, 1, { 5, 65 } },
+        { { 1, 60 }, 1, { 0, 65.9 } },
+        { { -60, -1 }, 1, { -65.9, 0 } },
+        { { 0, 60 }, 1, { 0, 66 } },
+        { { -100, 100 }, 1, { -120, 120 } },
+        { { -100, 100 }, 3, { -100, 100 } },
+        { { -44, 99 }, 3, { -58.3, 100 } },
+        { { -99, 44 }, 3, { -100, 58.3 } },
+        { { 1, 60 }, 0, { -4.9, 65.9 } },
+        { { 110, 120 }, 3, { 109, 121 } },
+    };
+    for (auto const& c : cases) {
+        AxisRange const wider = WithMargins(c.range, 0.1, std::span(kStops).first(c.stops));
+        EXPECT_NEAR(wider.min, c.wider.min, 1e-9) << c.range.min << " to " << c.range.max;
+        EXPECT_NEAR(wider.max, c.wider.max, 1e-9) << c.range.min << " to " << c.range.max;
+    }
+}
+
+TEST(Circles, StandAtTidyRadii)
+{
+    for (auto const& [radius, circles] : { std::pair(5.0, 5), std::pair(10.0, 5), std::pair(12.5, 5), std::pair(4.0, 4),
+             std::pair(800.0, 4), std::pair(6.0, 6), std::pair(0.3, 6), std::pair(0.75, 3), std::pair(7.0, 5) })
+        EXPECT_EQ(TidyCircles(radius), circles) << radius;
 }
 
 TEST(NumberTicks, LeaveRoomBetweenTheirLabels)

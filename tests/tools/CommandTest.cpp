@@ -116,7 +116,7 @@ TEST_F(Command, NamesAxesAndCurvesFromTheHeader)
     Write("co2.csv", kMonths);
     ASSERT_EQ(Run("plot co2.csv -o a.svg").status, 0);
     std::string const svg = ReadFile(In("a.svg"));
-    for (char const* const text : { ">Month<", ">CO2<", ">adjusted<", ">Mar 2019<", ">410<", ">414<" })
+    for (char const* const text : { ">Month<", ">CO2<", ">adjusted<", ">Mar 2019<", ">411<", ">414<" })
         EXPECT_NE(svg.find(text), std::string::npos) << text;
     ASSERT_EQ(Run("plot co2.csv --legend off -o a.svg").status, 0);
     EXPECT_NE(ReadFile(In("a.svg")).find(">CO2, adjusted<"), std::string::npos);
@@ -253,6 +253,15 @@ TEST_F(Command, TellsWhatItAssumedAndWhatItLeftOut)
     Result const logarithmic = Run("plot log.csv --log y");
     EXPECT_EQ(logarithmic.status, 0);
     EXPECT_NE(logarithmic.errors.find("warning: 2 values are not above zero"), std::string::npos);
+    Write("empty.csv", "x,a,b\n1,2,\n2,3,\n4,,5\n");
+    for (char const* const options : { "", "--kind clustered", "--kind area", "--kind histogram" })
+        EXPECT_TRUE(
+            Run("plot empty.csv -y a,b --x-range 1:3 "s + options)
+                .errors.ends_with("warning: b: nothing is drawn: all values are gaps or outside of --x-range\n"))
+            << options;
+    EXPECT_NE(Run("plot empty.csv -y a --y-range 4:9").errors.find("all values, from 2 to 3, lie outside of --y-range"),
+        std::string::npos);
+    EXPECT_EQ(Run("plot empty.csv -y a --y-range 3:9").errors, "");
     Write("gaps.csv", "x,a,b\n1,2,3\n2,,1\n3,4,-1\n");
     Result const bands = Run("plot gaps.csv --kind area");
     EXPECT_NE(bands.errors.find("warning: 1 gap counts as 0"), std::string::npos) << bands.errors;
@@ -271,8 +280,8 @@ TEST_F(Command, WritesWordsAndNumbersWhereTheyBelong)
         char const* options;
         std::vector<char const*> texts;
     } const cases[] {
-        { "-y 2019 --kind bar", { ">North<", ">South<", ">East<", ">Region<", ">2019<", ">0<", ">14<" } },
-        { "--kind clustered", { ">North<", ">East<", ">2019<", ">2020<", ">-10<", ">15<" } },
+        { "-y 2019 --kind bar", { ">North<", ">South<", ">East<", ">Region<", ">2019<", ">0<", ">12<" } },
+        { "--kind clustered", { ">North<", ">East<", ">2019<", ">2020<", ">-5<", ">15<" } },
         { "--kind stacked --percent", { ">South<", ">%<", ">-40<", ">100<" } },
         { "--kind line --caption 'A & B@0.1,0.1'", { ">North<", ">East<", ">A &amp; B<" } },
         { "-y 2019 --kind histogram --bins 3", { ">count<", ">2019<", ">8.0<", ">12.0<", ">0<", ">1<" } },

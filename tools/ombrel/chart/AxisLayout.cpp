@@ -42,7 +42,27 @@ AxisRange MoveEnds(AxisRange data, RangeFreedom const& freedom, double low, doub
     return range;
 }
 
-int MinorTicks(int digit) { return digit == 2 ? 3 : 4; }
+/// How many minor ticks a step has room for when they are not to be closer than smallestStep.
+int MinorTicks(TidyStep const& step, double smallestStep)
+{
+    int const usual = step.digit == 2 ? 3 : 4;
+    if (smallestStep <= 0.0)
+        return usual;
+    return static_cast<int>(std::clamp(std::floor(step.Value() / smallestStep + 1e-9) - 1.0, 0.0, usual * 1.0));
+}
+
+/// The range with its free ends moved outwards to minor ticks, or to major ones where only one of those would be left.
+AxisRange EndOnTicks(AxisRange data, RangeFreedom const& freedom, double step, int minorTicks)
+{
+    auto const to = [&](double tick) {
+        AxisRange const range = MoveEnds(data, freedom, FloorTo(data.min, tick), CeilTo(data.max, tick));
+        // A multiple of the tick can be off by a bit.
+        return AxisRange { std::min(range.min, data.min), std::max(range.max, data.max) };
+    };
+    AxisRange const range = to(step / (minorTicks + 1));
+    bool const hasTwo = FloorTo(range.max, step) > CeilTo(range.min, step);
+    return hasTwo ? range : to(step);
+}
 
 void ChooseFormat(NumberTicks& ticks, int exponent)
 {
@@ -190,6 +210,19 @@ AxisRange WidenEmptyRange(AxisRange range)
     return { range.min - half, range.max + half };
 }
 
+AxisRange WithMargins(AxisRange range, double part, std::span<double const> stops)
+{
+    double const room = part * (range.max - range.min);
+    AxisRange wider { range.min - room, range.max + room };
+    for (double const stop : stops) {
+        if (range.min >= stop)
+            wider.min = std::max(wider.min, stop);
+        if (range.max <= stop)
+            wider.max = std::min(wider.max, stop);
+    }
+    return wider;
+}
+
 NumberTicks MakeNumberTicks(AxisRange data, RangeFreedom freedom, int mostSteps, double smallestStep)
 {
     NumberTicks ticks;
@@ -200,7 +233,7 @@ NumberTicks MakeNumberTicks(AxisRange data, RangeFreedom freedom, int mostSteps,
     TidyStep tidy = finest;
     for (;; tidy.Enlarge()) {
         double const step = tidy.Value();
-        ticks.range = MoveEnds(data, freedom, FloorTo(data.min, step), CeilTo(data.max, step));
+        ticks.range = EndOnTicks(data, freedom, step, MinorTicks(tidy, smallestStep));
         if (isStep(step) && (ticks.range.max - ticks.range.min) / step <= mostSteps + 1e-6)
             break;
     }
@@ -220,7 +253,7 @@ NumberTicks MakeNumberTicks(AxisRange data, RangeFreedom freedom, int mostSteps,
     }
     ticks.step = tidy.Value();
     ticks.first = CeilTo(ticks.range.min, ticks.step);
-    ticks.minor = smallestStep > 0.0 && ticks.step < 2.0 * smallestStep ? 0 : MinorTicks(tidy.digit);
+    ticks.minor = MinorTicks(tidy, smallestStep);
     ChooseFormat(ticks, tidy.exponent);
     return ticks;
 }
@@ -238,13 +271,27 @@ NumberTicks FitNumberTicks(AxisRange data, RangeFreedom freedom, double smallest
     for (int steps = kMostSteps; steps > 1; --steps) {
         NumberTicks const ticks = MakeNumberTicks(data, freedom, steps, smallestStep);
         int const widest
-            = std::max({ width(NumberLabel(ticks, ticks.range.min)), width(NumberLabel(ticks, ticks.range.max)),
-                width(NumberLabel(ticks, ticks.first)), width(NumberLabel(ticks, ticks.first + ticks.step)) });
+            = std::max({ width(NumberLabel(ticks, ticks.first)), width(NumberLabel(ticks, ticks.first + ticks.step)),
+                width(NumberLabel(ticks, FloorTo(ticks.range.max, ticks.step))) });
         double const room = length * ticks.step / (ticks.range.max - ticks.range.min);
         if (widest + gap <= room)
             return ticks;
     }
     return MakeNumberTicks(data, freedom, 1, smallestStep);
+}
+
+int TidyCircles(double radius)
+{
+    constexpr int kUsual = 5;
+    for (int const circles : { kUsual, 4, 6, 3 }) {
+        double const step = radius / circles;
+        double const digits = step / std::pow(10.0, std::floor(std::log10(step)));
+        for (double const tidy : { 1.0, 2.0, 2.5, 5.0, 10.0 }) {
+            if (std::abs(digits - tidy) < 1e-9)
+                return circles;
+        }
+    }
+    return kUsual;
 }
 
 DateTicks FitDateTicks(

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 
 namespace ombrel::host {
@@ -14,7 +15,8 @@ struct AxisRange {
     double max = 1.0;
 };
 
-/// Which ends the user has fixed, and how far the others may move outwards to the next tick.
+/// Which ends the user has fixed, and how far the others may move outwards to the next tick: a minor one on axes of
+/// numbers, a major one on those of dates.
 struct RangeFreedom {
     bool minFixed = false;
     bool maxFixed = false;
@@ -37,8 +39,12 @@ struct NumberTicks {
 /// The range with some length in any case: what has none is widened round its value.
 AxisRange WidenEmptyRange(AxisRange range);
 
+/// The range with that part of its length added on both sides. What lies on one side of a stop, or on it, stays there:
+/// no side of the range moves across one.
+AxisRange WithMargins(AxisRange range, double part, std::span<double const> stops);
+
 /// The ticks with the smallest step of 1, 2 or 5 times a power of ten that makes at most mostSteps steps of the
-/// range; step is not below smallestStep.
+/// range; step is not below smallestStep. Free ends lie on ticks, major or minor ones.
 NumberTicks MakeNumberTicks(AxisRange data, RangeFreedom freedom, int mostSteps, double smallestStep = 0.0);
 
 /// The label of the number at a tick.
@@ -48,6 +54,10 @@ std::string NumberLabel(NumberTicks const& ticks, double value);
 /// the pixels of a text.
 NumberTicks FitNumberTicks(AxisRange data, RangeFreedom freedom, double smallestStep, int length,
     std::function<int(std::string const&)> const& width);
+
+/// The number of circles of a polar grid: as many as make the step between them 1, 2, 2.5 or 5 times a power of ten, if
+/// 3 to 6 do, else 5.
+int TidyCircles(double radius);
 
 /// Ticks of an axis of dates (days since 30 December 1899).
 struct DateTicks {

@@ -47,8 +47,8 @@ CurveData AddBands(CurveInput const& input)
     SharedColumns shared = TakeSharedColumns(input, EqualX::Allowed);
     std::size_t gaps = 0;
     std::size_t negative = 0;
-    for (SharedColumns::Column& column : shared.columns) {
-        MarkGaps(column.ys, false, data.notPositive);
+    MarkGaps(input, shared, false, data);
+    for (SharedColumns::Column const& column : shared.columns) {
         gaps += static_cast<std::size_t>(
             std::count_if(column.ys.begin(), column.ys.end(), [](double y) { return IsGap(y); }));
         negative += static_cast<std::size_t>(
@@ -69,6 +69,7 @@ CurveData AddBands(CurveInput const& input)
     plot.SetNormalised(input.options.normalised);
     plot.SetBorderColour(input.look.barBorder);
     FillSeriesPlot(plot, input, shared);
+    MarkZero(input, data);
     return data;
 }
 

@@ -8,7 +8,9 @@
 #include "tools/ombrel/chart/TitleCaption.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <span>
 
 namespace ombrel::host {
 
@@ -22,9 +24,12 @@ AxisRange RangeOf(PlotAxisSettings const& settings)
     AxisRange range = settings.data;
     if (range.min > range.max)
         range = { 0.0, 1.0 };
-    range = { range.min - settings.margin, range.max + settings.margin };
-    if (settings.headroom && range.max > 0.0)
-        range.max += 0.02 * (range.max - range.min);
+    std::array const stops { 0.0, -settings.limit, settings.limit };
+    if (settings.dates)
+        range = WithMargins(range, settings.margin, {});
+    else
+        range = WithMargins(range, settings.margin, std::span(stops).first(settings.limit > 0.0 ? 3 : 1));
+    range = { range.min - settings.barRoom, range.max + settings.barRoom };
     if (settings.min)
         range.min = *settings.min;
     if (settings.max)
@@ -39,7 +44,8 @@ AxisRange RangeOf(PlotAxisSettings const& settings)
 
 RangeFreedom FreedomOf(PlotAxisSettings const& settings, double reach)
 {
-    return { settings.min.has_value(), settings.max.has_value(), reach };
+    // The room for bars is the same on both sides.
+    return { settings.min.has_value(), settings.max.has_value(), settings.barRoom > 0.0 ? 0.0 : reach };
 }
 
 /// The sizes that labels have in the picture.
@@ -164,13 +170,8 @@ void LayOutY(CAxes& axes, PlotAxisSettings const& y, int length, int fontHeight)
         return;
     // Labels need twice their height to be told apart easily.
     int const steps = std::clamp(length / (2 * std::max(fontHeight, 1)), 1, kMostSteps);
-    AxisRange range = RangeOf(y);
-    // A curve should not run along the x axis, unless that is where zero is.
-    double const below = range.min - 0.01 * (range.max - range.min);
-    if (!y.min && range.min != 0.0 && (range.min > 0.0) == (below > 0.0))
-        range.min = below;
     double const smallestStep = y.counts ? 1.0 : 0.0;
-    SetNumberAxis(axes, CAxes::atY, MakeNumberTicks(range, FreedomOf(y, 1.0), steps, smallestStep));
+    SetNumberAxis(axes, CAxes::atY, MakeNumberTicks(RangeOf(y), FreedomOf(y, 1.0), steps, smallestStep));
 }
 
 /// What does not depend on the layout.
@@ -248,25 +249,6 @@ void LayOutAxes(C2DGraph& graph, PlotAxisSettings const& x, PlotAxisSettings con
         Measure(graph, wider, dc);
     }
 }
-
-namespace {
-
-/// As many circles as make the step between them 1, 2, 2.5 or 5 times a power of ten, if a few do.
-int TidyCircles(double radius)
-{
-    constexpr int kUsual = 5;
-    for (int const circles : { kUsual, 4, 6, 3 }) {
-        double const step = radius / circles;
-        double const digits = step / std::pow(10.0, std::floor(std::log10(step)));
-        for (double const tidy : { 1.0, 2.0, 2.5, 5.0, 10.0 }) {
-            if (std::abs(digits - tidy) < 1e-9)
-                return circles;
-        }
-    }
-    return kUsual;
-}
-
-} // namespace
 
 void LayOutPolar(C2DGraph& graph, CRect const& rect, CDC& dc)
 {

@@ -25,13 +25,21 @@ struct PlotAxisSettings {
     bool dates = false;
     /// Values count something: ticks stand at whole numbers.
     bool counts = false;
-    /// Room beyond the data on both sides, data units: for half a bar and half of what is between bars.
+    /// Room beyond the data on both sides as a part of its range, so that nothing runs along the frame. It ends at
+    /// zero, and at the limit.
     double margin = 0.0;
-    /// The data must not reach up to the frame.
-    bool headroom = false;
+    /// What no value can be above, and with its sign changed below: 100 for percentages; 0 for none.
+    double limit = 0.0;
+    /// Room on both sides for half a bar and half of what is between bars, data units.
+    double barRoom = 0.0;
     /// The words at 1, 2, 3, ...; empty for numbers and dates.
     std::vector<std::string> words;
 };
+
+/// For curves: they do not run along an axis.
+inline constexpr double kCurveMargin = 0.01;
+/// For bars, which keep a distance from the frame, and marks, which are not cut in half by it.
+inline constexpr double kMarkMargin = 0.02;
 
 /// Switches the grid on and gives it the lines that are asked for. No upright lines run between bars or words.
 void SetGrid(C2DGraph& graph, GridChoice choice, bool withUprightLines);

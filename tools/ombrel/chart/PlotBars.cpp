@@ -5,7 +5,6 @@
 #include "ombrel/graph2d/2DClusteredBarPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DStackedBarPlot.h"
-#include "ombrel/model/LineWidth.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/commands/TableFile.h"
 
@@ -27,12 +26,6 @@ CTableData TableOf(std::vector<double> const& xs, std::vector<double> const& ys)
     std::copy(xs.begin(), xs.end(), points.GetRow(0));
     std::copy(ys.begin(), ys.end(), points.GetRow(1));
     return points;
-}
-
-void MarkAllGaps(CurveInput const& input, SharedColumns& shared, CurveData& data)
-{
-    for (SharedColumns::Column& column : shared.columns)
-        MarkGaps(column.ys, input.options.yLog, data.notPositive);
 }
 
 /// The x range of bars, whether or not all of them have values.
@@ -88,7 +81,7 @@ void AddStackHeights(CurveInput const& input, SharedColumns const& shared, Curve
 
 void AddStackedBars(CurveInput const& input, SharedColumns& shared, CurveData& data)
 {
-    MarkAllGaps(input, shared, data);
+    MarkGaps(input, shared, input.options.yLog, data);
     AddPlaces(input, shared, data);
     AddStackHeights(input, shared, data);
     auto& plot = static_cast<C2DStackedBarPlot&>(*input.graph.AddPlot(it2DStackedBarPlot));
@@ -145,7 +138,7 @@ void FillSeriesPlot(C2DSeriesPlot& plot, CurveInput const& input, SharedColumns&
 
 void AddSingleBars(CurveInput const& input, SharedColumns& shared, double widthFactor, CurveData& data)
 {
-    MarkAllGaps(input, shared, data);
+    MarkGaps(input, shared, input.options.yLog, data);
     AddPlaces(input, shared, data);
     AddHeights(input, shared, data);
     SharedColumns::Column const& column = shared.columns.front();
@@ -171,7 +164,7 @@ void AddSingleBars(CurveInput const& input, SharedColumns& shared, double widthF
 void AddClusteredBars(CurveInput const& input, SharedColumns& shared, double widthFactor, CurveData& data)
 {
     RequireValuesAboveOne(input, shared);
-    MarkAllGaps(input, shared, data);
+    MarkGaps(input, shared, input.options.yLog, data);
     AddPlaces(input, shared, data);
     AddHeights(input, shared, data);
     auto& plot = static_cast<C2DClusteredBarPlot&>(*input.graph.AddPlot(it2DClusteredBarPlot));
@@ -198,45 +191,15 @@ CurveData AddBars(CurveInput const& input)
     SharedColumns shared = TakeSharedColumns(input, EqualX::Refused);
     if (input.options.kind == PlotKind::Stacked) {
         AddStackedBars(input, shared, data);
-        return data;
-    }
-    if (input.options.kind == PlotKind::Bar && shared.columns.size() == 1) {
+    } else if (input.options.kind == PlotKind::Bar && shared.columns.size() == 1) {
         AddSingleBars(input, shared, kSingleWidth, data);
-        return data;
+    } else {
+        if (input.options.kind == PlotKind::Bar)
+            input.messages.Note(Counted(shared.columns.size(), "column", "columns") + ": the bars stand side by side");
+        AddClusteredBars(input, shared, kClusterWidth, data);
     }
-    if (input.options.kind == PlotKind::Bar)
-        input.messages.Note(Counted(shared.columns.size(), "column", "columns") + ": the bars stand side by side");
-    AddClusteredBars(input, shared, kClusterWidth, data);
+    MarkZero(input, data);
     return data;
-}
-
-void SettleBarOutlines(C2DGraph& graph, CDC& dc, Messages const& messages)
-{
-    double const perUnit = graph.GetAxesRect().Width() / graph.GetAxesRealRect().Width();
-    double const outline = DeviceLineWidth(dc, 1);
-    bool hidden = false;
-    for (CPlot* plot : graph.GetPlotArray()->GetPlots()) {
-        if (auto* const clustered = DynamicDowncast<C2DClusteredBarPlot>(plot)) {
-            double const width = MaxBarWidthOfSeries(*clustered) * clustered->GetBarWidthFactor() * perUnit;
-            hidden = hidden || width / std::max(clustered->GetNumComponents(), 1) < 2.0 * outline;
-        } else if (auto* const stacked = DynamicDowncast<C2DStackedBarPlot>(plot)) {
-            hidden = hidden || MaxBarWidthOfSeries(*stacked) * stacked->GetBarWidthFactor() * perUnit < 2.0 * outline;
-        }
-        for (CPlotComponent* component : plot->GetComponents()) {
-            auto* const bars = DynamicDowncast<C2DBarCurve>(component);
-            if (!bars)
-                continue;
-            // A bar of one colour needs no outline against the next one, and gaps of a pixel would make patterns.
-            double const place = bars->ComputeMaxBarWidth() * perUnit;
-            if (place < 5.0 * outline)
-                bars->SetBarWidthFactor(1.0);
-            if (place * bars->GetBarWidthFactor() < 6.0 * outline)
-                bars->SetBorderColour(static_cast<COLORREF>(bars->GetColour()));
-        }
-    }
-    if (hidden)
-        messages.Warning("the bars are too narrow to be told apart; a wider picture, fewer rows or --kind area would "
-                         "show more");
 }
 
 } // namespace ombrel::host

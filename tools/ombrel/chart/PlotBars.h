@@ -3,7 +3,6 @@
 
 namespace ombrel {
 class C2DSeriesPlot;
-class CDC;
 } // namespace ombrel
 
 namespace ombrel::host {
@@ -16,9 +15,5 @@ void AddClusteredBars(CurveInput const& input, SharedColumns& shared, double wid
 
 /// Gives the plot the x values, and adds a curve for each column to it.
 void FillSeriesPlot(C2DSeriesPlot& plot, CurveInput const& input, SharedColumns& shared);
-
-/// Gives bars outlines that leave their colours to be seen; tells when there is no room for that. The graph must have
-/// been laid out for a context like dc.
-void SettleBarOutlines(C2DGraph& graph, CDC& dc, Messages const& messages);
 
 } // namespace ombrel::host

@@ -27,6 +27,37 @@ void MarkGaps(std::span<double> values, bool logarithmic, std::size_t& notPositi
     }
 }
 
+void SortByX(std::span<double> xs, std::span<double> ys)
+{
+    std::vector<std::size_t> order;
+    for (std::size_t i = 0; i < xs.size(); ++i) {
+        if (!IsGap(xs[i]))
+            order.push_back(i);
+    }
+    auto const before = [xs](std::size_t a, std::size_t b) { return xs[a] < xs[b]; };
+    if (std::is_sorted(order.begin(), order.end(), before))
+        return;
+    std::stable_sort(order.begin(), order.end(), before);
+    for (std::span<double> const values : { xs, ys }) {
+        std::vector<double> sorted(values.size(), kGap);
+        std::transform(order.begin(), order.end(), sorted.begin(), [values](std::size_t i) { return values[i]; });
+        std::copy(sorted.begin(), sorted.end(), values.begin());
+    }
+}
+
+std::vector<std::size_t> LonePoints(std::span<double const> xs, std::span<double const> ys, bool pairs)
+{
+    std::vector<std::size_t> lone;
+    auto const isThere = [&](std::size_t i) { return i < xs.size() && !IsGap(xs[i]) && !IsGap(ys[i]); };
+    for (std::size_t i = 0; i < xs.size(); ++i) {
+        bool const before = isThere(i - 1);
+        bool const after = isThere(i + 1);
+        if (isThere(i) && !(pairs ? (i % 2 ? before : after) : before || after))
+            lone.push_back(i);
+    }
+    return lone;
+}
+
 std::vector<std::string> CurveTitles(std::vector<PlotSource> const& sources)
 {
     std::vector<std::string> titles;

@@ -44,6 +44,8 @@ struct CurveData {
     /// All x values are whole numbers: so are the ticks between bars.
     bool wholeNumbers = false;
     std::vector<PointLabels> labels;
+    /// The titles of columns without a value that is shown.
+    std::vector<std::string> emptyColumns;
 
     void AddX(double value) { Add(x, value); }
     void AddY(double value) { Add(y, value); }
@@ -71,8 +73,38 @@ std::vector<std::string> CurveTitles(std::vector<PlotSource> const& sources);
 /// Turns what the reader calls a gap, and what a logarithmic axis cannot show, into the library's gaps.
 void MarkGaps(std::span<double> values, bool logarithmic, std::size_t& notPositive);
 
+/// Puts the points of a curve in the order of their x values; those without one are left out and become gaps at the
+/// end.
+void SortByX(std::span<double> xs, std::span<double> ys);
+
+/// The points that a line would leave out since none of those beside them has both values: theirs is the only one
+/// between gaps. With pairs, those that the other of their pair is missing for.
+std::vector<std::size_t> LonePoints(std::span<double const> xs, std::span<double const> ys, bool pairs);
+
+/// An error bar as it is stored.
+struct ErrorBar {
+    /// Where its middle lies, and its height in the units that are drawn (decades on a logarithmic axis).
+    double middle = 0.0;
+    double height = 0.0;
+    /// Its ends; on a logarithmic axis the lower one is the point itself when it is not above zero.
+    double low = 0.0;
+    double high = 0.0;
+};
+
+/// The bar round y, with that error above and below. One that would reach down to zero on a logarithmic axis ends some
+/// decades below its point.
+ErrorBar MakeErrorBar(double y, double error, bool logarithmic);
+
 /// Adds error bars of those heights above and below the points; what is missing in any of the three has none.
 void AddErrorBars(CurveInput const& input, std::span<double const> xs, std::span<double const> ys,
     std::span<double const> errors, COLORREF colour, CurveData& data);
+
+/// Adds level dashes at the points, length times as long as the caps of error bars. Legends do not list them as they do
+/// lines and marks.
+void AddDashes(CurveInput const& input, std::span<double const> xs, std::span<double const> ys, double length,
+    COLORREF colour, CurveData const& data);
+
+/// Draws a line across the plotting area at zero when there are values on both sides of it.
+void MarkZero(CurveInput const& input, CurveData const& data);
 
 } // namespace ombrel::host

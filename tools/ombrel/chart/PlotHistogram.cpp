@@ -66,6 +66,8 @@ CurveData AddHistogram(CurveInput const& input)
     for (std::size_t i = 0; i < columns.size(); ++i) {
         std::vector<std::size_t> const counts = CountInBins(columns[i], edges);
         shared.columns.push_back({ titles[i], { counts.begin(), counts.end() }, {} });
+        if (columns[i].empty())
+            data.emptyColumns.push_back(titles[i]);
         shared.columns.back().ys.resize(shared.xs.size(), kGap);
         // No count is no bar, on a logarithmic axis too.
         for (double& count : shared.columns.back().ys)

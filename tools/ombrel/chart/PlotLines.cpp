@@ -50,6 +50,15 @@ void SetConnection(C2DLine& line, Options const& options, CurveLook const& look)
     }
 }
 
+void SetSymbols(C2DLine& line, CurveLook const& look)
+{
+    line.SetSymbolType(look.symbol);
+    line.SetSymbolColour(look.colour);
+    line.SetSymbolFillColour(look.colour);
+    line.SetFillSymbol(1);
+    line.SetSymbolScaleFac(kSymbolScale);
+}
+
 void SetLook(C2DLine& line, Options const& options, CurveLook const& look)
 {
     line.SetColour(look.colour);
@@ -57,13 +66,8 @@ void SetLook(C2DLine& line, Options const& options, CurveLook const& look)
     line.SetLineWidth(options.lineWidth);
     line.SetAntialiasingOn(options.antialias);
     SetConnection(line, options, look);
-    if (options.symbols || line.GetPointConnectionMode() == C2DLine::cmNone) {
-        line.SetSymbolType(look.symbol);
-        line.SetSymbolColour(look.colour);
-        line.SetSymbolFillColour(look.colour);
-        line.SetFillSymbol(1);
-        line.SetSymbolScaleFac(kSymbolScale);
-    }
+    if (options.symbols || line.GetPointConnectionMode() == C2DLine::cmNone)
+        SetSymbols(line, look);
 }
 
 /// The largest and smallest of what was seen.
@@ -79,15 +83,17 @@ struct Extent {
     }
 };
 
-/// The points that have both values and lie in the part of the x axis that is shown.
-void AddExtents(double const* xs, double const* ys, std::size_t count, AxisRange const& shown, CurveData& data)
+/// Adds the points that have both values and lie in the part of the x axis that is shown; returns their number.
+std::size_t AddExtents(double const* xs, double const* ys, std::size_t count, AxisRange const& shown, CurveData& data)
 {
     Extent x;
     Extent y;
     bool isWhole = true;
+    std::size_t shownPoints = 0;
     for (std::size_t i = 0; i < count; ++i) {
         if (xs[i] == kGap || ys[i] == kGap || xs[i] < shown.min || xs[i] > shown.max)
             continue;
+        ++shownPoints;
         isWhole = isWhole && xs[i] == std::floor(xs[i]);
         x.min = std::min(x.min, xs[i]);
         x.max = std::max(x.max, xs[i]);
@@ -97,6 +103,7 @@ void AddExtents(double const* xs, double const* ys, std::size_t count, AxisRange
     x.Add(data.x);
     y.Add(data.y);
     data.wholeNumbers = data.wholeNumbers && isWhole;
+    return shownPoints;
 }
 
 /// Writes the column's values to out; the last one who wants them takes them.
@@ -143,7 +150,33 @@ CTableData TakePoints(PlotSource& source, std::size_t curve)
     return points;
 }
 
-void FillCurve(C2DLine& line, PlotSource& source, std::size_t curve, CurveInput const& input, CurveData& data)
+/// Marks points that the line leaves out: with all others in a short curve, by dashes in a longer one, whose line would
+/// not be seen for marks.
+void MarkLonePoints(C2DLine& line, CurveLook const& look, std::span<double const> xs, std::span<double const> ys,
+    std::size_t shownPoints, CurveInput const& input, CurveData const& data)
+{
+    constexpr std::size_t kFew = 100;
+    int const mode = line.GetPointConnectionMode();
+    if (mode == C2DLine::cmNone || line.GetSymbolType() != C2DSymbol::None)
+        return;
+    std::vector<std::size_t> const lone = LonePoints(xs, ys, mode == C2DLine::cmPairs);
+    if (lone.empty())
+        return;
+    if (shownPoints <= kFew) {
+        SetSymbols(line, look);
+        return;
+    }
+    std::vector<double> loneXs;
+    std::vector<double> loneYs;
+    for (std::size_t const i : lone) {
+        loneXs.push_back(xs[i]);
+        loneYs.push_back(ys[i]);
+    }
+    AddDashes(input, loneXs, loneYs, 1.0, look.colour, data);
+}
+
+void FillCurve(C2DLine& line, CurveLook const& look, PlotSource& source, std::size_t curve, CurveInput const& input,
+    CurveData& data)
 {
     Options const& options = input.options;
     CTableData points = TakePoints(source, curve);
@@ -154,12 +187,18 @@ void FillCurve(C2DLine& line, PlotSource& source, std::size_t curve, CurveInput 
     MarkGaps(ys, options.yLog, data.notPositive);
     if (options.polar)
         MakeCartesian(xs, ys, options.radians);
-    AddExtents(xs.data(), ys.data(), count, input.shown, data);
+    std::size_t const shownPoints = AddExtents(xs.data(), ys.data(), count, input.shown, data);
+    if (shownPoints == 0)
+        data.emptyColumns.push_back(line.GetTitle().ToUtf8());
     if (!source.errorColumns.empty()) {
         std::vector<double> errors(count);
         TakeValues(source.table.columns[source.errorColumns[curve]].values, false, errors.data());
         AddErrorBars(input, xs, ys, errors, static_cast<COLORREF>(line.GetColour()), data);
     }
+    // What a value holds for, and the area below, go from each x to the next one.
+    if (!options.polar && (options.kind == PlotKind::Filled || options.kind == PlotKind::Steps))
+        SortByX(xs, ys);
+    MarkLonePoints(line, look, xs, ys, shownPoints, input, data);
     line.SetPoints(std::move(points));
     if (options.kind == PlotKind::Text)
         data.labels.push_back({ &line, source.table.columns[source.labelColumn].texts });
@@ -184,8 +223,9 @@ CurveData AddLines(CurveInput const& input)
             line.SetDataSourceType(CPlotComponent::dsTable);
             if (source.HasDates())
                 line.SetXValMode(C2DCurve::xvDates);
-            SetLook(line, input.options, input.palette.At(index));
-            FillCurve(line, source, i, input, data);
+            CurveLook const look = input.palette.At(index);
+            SetLook(line, input.options, look);
+            FillCurve(line, look, source, i, input, data);
         }
     }
     return data;

@@ -1,4 +1,5 @@
 #include "tools/ombrel/chart/SharedColumns.h"
+#include "ombrel/foundation/GArray.h"
 #include "ombrel/platform/framework/DateTime.h"
 #include "tools/ombrel/Messages.h"
 
@@ -90,6 +91,18 @@ double SharedColumns::Spacing() const
 bool SharedColumns::HasWholeNumbers() const
 {
     return std::all_of(xs.begin(), xs.end(), [](double x) { return x == std::floor(x); });
+}
+
+void MarkGaps(CurveInput const& input, SharedColumns& shared, bool logarithmic, CurveData& data)
+{
+    for (SharedColumns::Column& column : shared.columns) {
+        MarkGaps(column.ys, logarithmic, data.notPositive);
+        bool hasValue = false;
+        for (std::size_t i = 0; i < shared.xs.size() && !hasValue; ++i)
+            hasValue = !IsGap(column.ys[i]) && shared.xs[i] >= input.shown.min && shared.xs[i] <= input.shown.max;
+        if (!hasValue)
+            data.emptyColumns.push_back(column.title);
+    }
 }
 
 SharedColumns TakeSharedColumns(CurveInput const& input, EqualX equalX)

@@ -24,6 +24,10 @@ struct SharedColumns {
 /// Whether equal x values may follow each other.
 enum class EqualX { Allowed, Refused };
 
+/// Turns what the reader calls a gap, and what a logarithmic axis cannot show, into the library's gaps in all columns,
+/// and notes those without a value that is shown.
+void MarkGaps(CurveInput const& input, SharedColumns& shared, bool logarithmic, CurveData& data);
+
 /// Takes all y columns out of the sources, in the order of x. Throws Failure when the sources' x values differ, or when
 /// equal ones are refused and there are some.
 SharedColumns TakeSharedColumns(CurveInput const& input, EqualX equalX);

@@ -6,9 +6,10 @@
 #include "tools/ombrel/OutputFile.h"
 #include "tools/ombrel/chart/Categories.h"
 #include "tools/ombrel/chart/Document.h"
+#include "tools/ombrel/chart/FillLook.h"
 #include "tools/ombrel/chart/LegendPlacement.h"
 #include "tools/ombrel/chart/PlotAxes.h"
-#include "tools/ombrel/chart/PlotBars.h"
+#include "tools/ombrel/chart/PlotCurves.h"
 #include "tools/ombrel/chart/PlotLabels.h"
 #include "tools/ombrel/chart/TitleCaption.h"
 #include "tools/ombrel/commands/TableFile.h"
@@ -207,20 +208,18 @@ void TakeOver(PlotAxisSettings& x, PlotAxisSettings& y, CurveData const& data, O
 {
     x.data = data.x;
     y.data = data.y;
-    x.margin = data.spacing / 2.0;
-    if (IsMarkKind(options.kind) && !options.xLog) {
-        // Marks at the ends are not cut in half by the frame.
-        x.margin = 0.02 * (data.x.max - data.x.min);
-        if (!options.yLog)
-            y.margin = 0.02 * (data.y.max - data.y.min);
-    }
+    x.barRoom = data.spacing / 2.0;
+    if (IsMarkKind(options.kind))
+        x.margin = kMarkMargin;
+    y.margin = IsMarkKind(options.kind) || IsBarKind(options.kind) ? kMarkMargin : kCurveMargin;
+    y.limit = options.percent ? 100.0 : options.normalised ? 1.0 : 0.0;
     x.counts = x.counts || data.wholeNumbers;
     if (options.kind == PlotKind::Filled && !options.yLog)
         y.data = { std::min(y.data.min, 0.0), std::max(y.data.max, 0.0) };
-    y.headroom = IsBarKind(options.kind) && !options.percent;
 }
 
-void CheckData(CurveData const& data, Options const& options, std::string const& name, Messages const& messages)
+void CheckData(CurveData const& data, PlotAxisSettings const& y, Options const& options, std::string const& name,
+    Messages const& messages)
 {
     if (data.notPositive > 0)
         messages.Warning(Counted(data.notPositive, "value is", "values are")
@@ -229,6 +228,12 @@ void CheckData(CurveData const& data, Options const& options, std::string const&
         throw Failure(kDataFault,
             name + ": there is nothing to draw: all values are gaps"
                 + (options.xRange ? " or outside of --x-range" : ""));
+    if ((y.min && data.y.max < *y.min) || (y.max && data.y.min > *y.max))
+        messages.Warning("nothing is drawn: all values, from " + NumberText(data.y.min) + " to "
+            + NumberText(data.y.max) + ", lie outside of --y-range");
+    for (std::string const& title : data.emptyColumns)
+        messages.Warning(
+            title + ": nothing is drawn: all values are gaps" + (options.xRange ? " or outside of --x-range" : ""));
 }
 
 /// Lays out axes, and on them what keeps its distance from the curves.
@@ -245,7 +250,7 @@ void LayOut(C2DGraph& graph, Options const& options, PlotAxisSettings const& x, 
     layOut(rect);
     if (HasLegend(options, curves))
         PlaceLegend(graph, options.legend, rect, dc, layOut);
-    SettleBarOutlines(graph, dc, messages);
+    SettleOutlines(graph, dc, messages);
     SettleMarks(graph, dc);
     PlaceLabels(graph, data.labels, dc, look, messages);
     PlaceTitle(graph, dc);
@@ -279,8 +284,9 @@ void RunPlot(Options const& options, std::vector<std::unique_ptr<InputFile>>& fi
     AxisRange const shown { x.min.value_or(-kInfinity), x.max.value_or(kInfinity) };
     CurveData const data = AddCurves({ graph, options, sources, look, palette, shown, messages });
     sources.clear();
-    CheckData(data, options, files.front()->GetName(), messages);
+    CheckData(data, y, options, files.front()->GetName(), messages);
     TakeOver(x, y, data, options);
+    PutAxesOverFills(graph);
     Picture picture(target);
     graph.SetGraphAndWindowRect(picture.GetRect(), picture.GetRect());
     // Logarithmic axes follow the curves, and so does the legend.

@@ -6,6 +6,7 @@
 #include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/platform/gdi/DC.h"
+#include "tools/ombrel/chart/FillLook.h"
 #include "tools/ombrel/chart/LegendPlacement.h"
 #include "tools/ombrel/chart/PlotAxes.h"
 #include "tools/ombrel/chart/TitleCaption.h"
@@ -23,24 +24,15 @@ constexpr std::string_view kOnOverview[] { "lines-constrained", "clustered-years
     "stacked-shares", "grid-polar", "symbols-clouds", "errors-fit", "colours-spectrum" };
 
 /// What the curve draws beyond its points.
-void WidenForCurve(C2DCurve const& curve, AxisRange& x, AxisRange& y)
+void WidenForCurve(C2DCurve const& curve, AxisRange& y)
 {
     auto const include = [&y](double value) {
         y.min = std::min(y.min, value);
         y.max = std::max(y.max, value);
     };
-    if (auto const* const line = DynamicDowncast<C2DLine>(&curve)) {
-        if (line->GetFillOn() && !line->GetAutoBaseline() && line->GetShadeMode() == C2DLine::shBaseline)
-            include(line->GetBaseline());
-        if (line->GetPointConnectionMode() == C2DLine::cmPairs
-            || (line->GetPointConnectionMode() == C2DLine::cmNone && line->GetSymbolType() != C2DSymbol::None)) {
-            constexpr double kMargin = 0.02;
-            AxisRange own;
-            line->GetXRange(own.min, own.max);
-            double const margin = kMargin * (own.max - own.min);
-            x = { std::min(x.min, own.min - margin), std::max(x.max, own.max + margin) };
-        }
-    }
+    auto const* const line = DynamicDowncast<C2DLine>(&curve);
+    if (line && line->GetFillOn() && !line->GetAutoBaseline() && line->GetShadeMode() == C2DLine::shBaseline)
+        include(line->GetBaseline());
     if (auto const* const bars = DynamicDowncast<C2DErrorBarCurve>(&curve)) {
         for (int i = 0; i < std::min(bars->GetNumPoints(), bars->GetHeights().GetSize()); ++i) {
             include(bars->GetAt(i).y + bars->GetHeights()[i] / 2);
@@ -49,18 +41,37 @@ void WidenForCurve(C2DCurve const& curve, AxisRange& x, AxisRange& y)
     }
 }
 
-/// What is to be seen.
-void GetRanges(C2DGraph const& graph, AxisRange& x, AxisRange& y)
+/// Whether the curve is one of marks or of lines that stand apart.
+bool HasMarks(C2DCurve const& curve)
 {
-    graph.GetXRange(x.min, x.max);
-    graph.GetYRange(y.min, y.max);
-    CPlotArray const& plots = *graph.GetPlotArray();
-    for (int i = 0; i < plots.GetSize(); ++i) {
-        for (CPlotComponent* const curve : plots.GetAt(i)->GetComponents())
-            WidenForCurve(static_cast<C2DCurve&>(*curve), x, y);
+    auto const* const line = DynamicDowncast<C2DLine>(&curve);
+    return line
+        && (line->GetPointConnectionMode() == C2DLine::cmPairs
+            || (line->GetPointConnectionMode() == C2DLine::cmNone && line->GetSymbolType() != C2DSymbol::None));
+}
+
+/// Calls visit(curve) for every curve.
+template <typename Visit> void ForCurves(C2DGraph const& graph, Visit const& visit)
+{
+    for (CPlot const* plot : graph.GetPlotArray()->GetPlots()) {
+        for (CPlotComponent const* curve : plot->GetComponents())
+            visit(static_cast<C2DCurve const&>(*curve));
     }
+}
+
+/// What is to be seen.
+void GetRanges(C2DGraph const& graph, PlotAxisSettings& x, PlotAxisSettings& y)
+{
+    graph.GetXRange(x.data.min, x.data.max);
+    graph.GetYRange(y.data.min, y.data.max);
+    y.margin = kCurveMargin;
+    ForCurves(graph, [&](C2DCurve const& curve) {
+        WidenForCurve(curve, y.data);
+        if (HasMarks(curve))
+            x.margin = y.margin = kMarkMargin;
+    });
     if (graph.HasPlotType(it2DClusteredBarPlot))
-        y = { std::min(y.min, 0.0), std::max(y.max, 0.0) };
+        y.data = { std::min(y.data.min, 0.0), std::max(y.data.max, 0.0) };
 }
 
 void TakeOver(AxisSettings const& axis, PlotAxisSettings& settings)
@@ -86,7 +97,7 @@ public:
         TakeOver(x, m_x);
         TakeOver(graph.GetAxes()->GetAxis(CAxes::atY), m_y);
         m_x.dates = x.timeUnitsOn != 0;
-        GetRanges(graph, m_x.data, m_y.data);
+        GetRanges(graph, m_x, m_y);
         if (x.labelMode == CAxes::lmValues)
             return;
         for (CString const& word : x.labels)
@@ -158,6 +169,7 @@ std::unique_ptr<C2DGraph> MakeGraph(GalleryPicture const& picture, Target const&
     }
     if (graph->GetTitle() != CString(kUntitled))
         AddTitle(*graph, graph->GetTitle().ToUtf8(), look);
+    PutAxesOverFills(*graph);
     graph->UpdatePlots();
     Picture scratch(target);
     PictureLayout layout(*graph, picture.axes, scratch.GetRect(), scratch.GetDC());

@@ -1,0 +1,31 @@
+#pragma once
+
+namespace ombrel {
+class C2DGraph;
+class CDC;
+} // namespace ombrel
+
+namespace ombrel::host {
+
+class Messages;
+
+/// How bars of some size are drawn.
+struct BarLook {
+    /// The part of their places that they take up.
+    double widthFactor = 1.0;
+    /// Their outlines have their own colours, since any other would hide them.
+    bool ownOutlines = false;
+};
+
+/// The look of bars that are to take up the part factor of their places: place pixels each, with so many bars side by
+/// side in one, and outlines of so many pixels. hasFlatBars: some bar is so low that outlines would cover it.
+BarLook ChooseBarLook(double place, double factor, int sideBySide, double outline, bool hasFlatBars);
+
+/// Gives bars and bands outlines that leave them to be seen, and closes gaps between bars that would make patterns;
+/// tells when bars are too narrow to be kept apart. The graph must have been laid out for a context like dc.
+void SettleOutlines(C2DGraph& graph, CDC& dc, Messages const& messages);
+
+/// Has the axes drawn after bars, bands and filled lines, which would cover them. Nothing happens without these.
+void PutAxesOverFills(C2DGraph& graph);
+
+} // namespace ombrel::host
