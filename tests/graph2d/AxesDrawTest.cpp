@@ -26,8 +26,16 @@ protected:
     AxesDraw()
     {
         m_graph.SetGraphAndWindowRect(CRect(0, 0, 400, 300), CRect(0, 0, 400, 300));
-        m_axes.SetXAxisRangeMode(CAxes::rmFixed);
-        m_axes.SetYAxisRangeMode(CAxes::rmFixed);
+        AxisSettings x = m_axes.GetAxis(CAxes::atX);
+        x.rangeMode = CAxes::rmFixed;
+        x.numMajorTicks = 3;
+        x.numMinorTicks = 1;
+        AxisSettings y = x;
+        y.labelPlacement = CAxes::lpLeft;
+        y.min = -5;
+        y.max = 5;
+        m_axes.SetAxis(CAxes::atX, x);
+        m_axes.SetAxis(CAxes::atY, y);
     }
     void Draw(DrawMode mode = dmDraw)
     {
@@ -47,33 +55,6 @@ protected:
             texts.push_back(p.text);
         return texts;
     }
-    /// The first text that reads so.
-    RecordedPrimitive Text(CString const& text) const
-    {
-        for (RecordedPrimitive const& p : Drawn(Kind::Text)) {
-            if (p.text == text)
-                return p;
-        }
-        ADD_FAILURE() << "no text " << text.ToUtf8() << " in\n" << m_surface->Dump();
-        return Drawn(Kind::Text).at(0);
-    }
-    /// The extent of a text that was drawn.
-    CSize Size(RecordedPrimitive const& text)
-    {
-        CFont font;
-        font.CreateFontIndirect(text.font);
-        SavedDC const saved(m_dc);
-        m_dc.SelectObject(&font);
-        return m_dc.GetTextExtent(text.text);
-    }
-    bool HasLine(CPoint from, CPoint to) const
-    {
-        for (RecordedPrimitive const& p : Drawn(Kind::Polyline)) {
-            if (p.points == std::vector { from, to })
-                return true;
-        }
-        return false;
-    }
 
     C2DGraph m_graph { 1 };
     CAxes& m_axes = *m_graph.GetAxes();
@@ -81,153 +62,173 @@ protected:
     CDC m_dc { m_surface };
 };
 
-// 300 pixels: fonts of 15 pixels (4 mm at 96 to the inch), ticks of 4 pixels, minor ones of 2.64.
-
-TEST_F(AxesDraw, LinesTicksAndLabelsStandWhereTheScaleSays)
-{
-    Draw();
-    EXPECT_TRUE(HasLine({ 50, 220 }, { 350, 220 }));
-    EXPECT_TRUE(HasLine({ 50, 220 }, { 50, 20 }));
-    EXPECT_TRUE(HasLine({ 110, 220 }, { 110, 224 })) << "x tick at 2";
-    EXPECT_TRUE(HasLine({ 65, 220 }, { 65, 223 })) << "minor x tick at 0.5";
-    EXPECT_TRUE(HasLine({ 50, 180 }, { 46, 180 })) << "y tick at 2";
-    EXPECT_EQ(m_axes.GetFontHeight(), 15);
-    RecordedPrimitive const label = Text("2");
-    EXPECT_EQ(label.font.lfHeight, 15);
-    EXPECT_EQ(label.points[0], CPoint(110 - Size(label).cx / 2, 225));
-    EXPECT_EQ(Texts().size(), 12u) << "no minor labels";
-}
-
-TEST_F(AxesDraw, LabelsKeepToTheirPlacement)
-{
-    m_axes.SetXAxisTitle("Title");
-    struct Case {
-        CAxes::LabelPlacement x, y;
-        int horizontal;
-        std::function<CPoint(CSize)> atX, atY;
-    };
-    Case const cases[] = {
-        { CAxes::lpBelow, CAxes::lpLeft, 1, [](CSize s) { return CPoint(290 - s.cx / 2, 225); },
-            [](CSize s) { return CPoint(46 - s.cx, 60 - s.cy / 2); } },
-        { CAxes::lpAbove, CAxes::lpRight, 1, [](CSize s) { return CPoint(290 - s.cx / 2, 215 - s.cy); },
-            [](CSize s) { return CPoint(54, 60 - s.cy / 2); } },
-        { CAxes::lpBelow, CAxes::lpLeft, 0, [](CSize s) { return CPoint(290 - s.cy / 2, 225 + s.cx); },
-            [](CSize s) { return CPoint(46 - s.cx, 60 - s.cy / 2); } },
-        { CAxes::lpLeft, CAxes::lpBelow, 0, [](CSize s) { return CPoint(290 - s.cy / 2, 217); },
-            [](CSize s) { return CPoint(54, 60 - s.cy / 2); } },
-    };
-    for (Case const& c : cases) {
-        m_axes.SetXLabelPlacement(c.x);
-        m_axes.SetYLabelPlacement(c.y);
-        m_axes.SetLabelsHorizontal(c.horizontal);
-        Draw();
-        std::vector<RecordedPrimitive> const texts = Drawn(Kind::Text);
-        ASSERT_EQ(texts.size(), 13u);
-        RecordedPrimitive const& x = texts[4];
-        RecordedPrimitive const& y = texts[10];
-        EXPECT_EQ(x.text, "8");
-        EXPECT_EQ(y.text, "8");
-        EXPECT_EQ(x.font.lfEscapement, c.horizontal ? 0 : 900);
-        EXPECT_EQ(y.font.lfEscapement, 0);
-        EXPECT_EQ(x.points[0], c.atX(Size(x)));
-        EXPECT_EQ(y.points[0], c.atY(Size(y)));
-    }
-}
-
-TEST_F(AxesDraw, MinorLabelsAreSmallerAndHaveTheirOwnColour)
-{
-    m_axes.SetXMinorLabelsOn(1);
-    m_axes.SetMinorLabelsHorizontal(0);
-    m_axes.SetMinorLabelsColour(RGB(1, 2, 3));
-    m_axes.SetLabelsColour(RGB(4, 5, 6));
-    Draw();
-    EXPECT_EQ(Text("0.5").font.lfHeight, 13);
-    EXPECT_EQ(Text("0.5").font.lfEscapement, 900);
-    EXPECT_EQ(Text("0.5").colour, RGB(1, 2, 3));
-    EXPECT_EQ(Text("8").colour, RGB(4, 5, 6));
-    EXPECT_EQ(Texts().size(), 12u + 15u);
-}
-
-TEST_F(AxesDraw, TitlesLieOverTheLongerPartOfTheirAxis)
-{
-    m_axes.SetXAxisTitle("Across");
-    m_axes.SetYAxisTitle("Up");
-    m_axes.SetIntersectMode(1);
-    struct Case {
-        double crossing;
-        int xCentre, yCentre;
-    };
-    for (Case const& c : { Case { 8, 170, 140 }, Case { 2, 230, 100 }, Case { 5, 275, 70 } }) {
-        m_axes.SetIntersect({ c.crossing, c.crossing });
-        Draw();
-        RecordedPrimitive const x = Text("Across");
-        EXPECT_NEAR(x.points[0].x + Size(x).cx / 2, c.xCentre, 1) << c.crossing;
-        RecordedPrimitive const y = Text("Up");
-        EXPECT_EQ(y.font.lfEscapement, 900);
-        EXPECT_NEAR(y.points[0].y - Size(y).cx / 2, c.yCentre, 1) << c.crossing;
-    }
-}
-
-TEST_F(AxesDraw, TitlesStandClearOfTheLabelsAndEndTheExtents)
-{
-    m_axes.SetXAxisTitle("Across");
-    m_axes.SetYAxisTitle("Up");
-    Draw();
-    CRect const extent = m_axes.GetExtentRect();
-    int const fontHeight = Size(Text("2")).cy;
-    EXPECT_EQ(Text("Across").points[0].y, 225 + fontHeight);
-    EXPECT_EQ(extent.bottom, 225 + 2 * fontHeight);
-    int const labelsLeft = 46 - Size(Text("10")).cx;
-    EXPECT_EQ(Text("Up").points[0].x, labelsLeft - fontHeight);
-    EXPECT_EQ(extent.left, labelsLeft - fontHeight);
-    EXPECT_EQ(extent.right, 350 + Size(Text("10")).cx / 2);
-    EXPECT_EQ(extent.top, 20 - fontHeight / 2);
-}
-
-/// Settings that reach every way of placing ticks.
+/// Settings that reach every way of placing ticks, with all that is drawn of them.
+///
+/// The x axis from 0 to 10 has 30 pixels a unit, the y axis from -5 to 5 has 20; each has three major ticks, with a
+/// minor one between them. Labels are 15 pixels high (4 mm at 96 pixels an inch), minor ones 13, which the font makes
+/// 14; figures are 7 pixels wide in both, a minus 4. Ticks are 4 pixels long (300 / 80), minor ones 2.64.
 struct Variant {
     char const* name;
-    std::function<void(CAxes&)> apply;
+    void (*apply)(CAxes&);
+    char const* drawn;
+    char const* extent;
     friend void PrintTo(Variant const& variant, std::ostream* out) { *out << variant.name; }
 };
 
-std::vector<Variant> const& Variants()
-{
-    static std::vector<Variant> const variants {
-        { "default", [](CAxes&) {} },
-        { "titles", [](CAxes& a) { a.SetXAxisTitle("x"), a.SetYAxisTitle("y"); } },
-        { "minor labels", [](CAxes& a) { a.SetXMinorLabelsOn(1), a.SetYMinorLabelsOn(1); } },
-        { "turned", [](CAxes& a) { a.SetLabelsHorizontal(0), a.SetMinorLabelsHorizontal(0); } },
-        { "other sides", [](CAxes& a) { a.SetXLabelPlacement(CAxes::lpAbove), a.SetYLabelPlacement(CAxes::lpRight); } },
-        { "logarithmic", [](CAxes& a) { a.SetXAxisScaleMode(1), a.SetYAxisScaleMode(1); } },
-        { "steps with minor labels",
-            [](CAxes& a) {
-                a.SetXTickMode(CAxes::tmStep), a.SetYTickMode(CAxes::tmStep);
-                a.SetXMinorLabelsOn(1), a.SetYMinorLabelsOn(1), a.SetYAxisTitle("y");
-            } },
-        { "arbitrary",
-            [](CAxes& a) {
-                a.SetXTickMode(CAxes::tmDivisionsArbitrary), a.SetYTickMode(CAxes::tmArbitrary);
-                a.SetXArbTickPosns({ 1, 12 }), a.SetYArbTickPosns({ 3.25 }), a.SetYAxisTitle("y");
-            } },
-        { "dates",
-            [](CAxes& a) {
-                a.SetXTimeUnitsOn(1), a.SetXTickMode(CAxes::tmStep), a.SetXDelTimeUnit(CAxes::TimeUnit::Day);
-                a.SetXDelTimeMinor(12), a.SetXDelTimeUnitMinor(CAxes::TimeUnit::Hour), a.SetXMinorLabelsOn(1);
-            } },
-        { "no dates", [](CAxes& a) { a.SetXTimeUnitsOn(1), a.SetXAxisRange(-1e7, 1e7); } },
-        { "no axis lines", [](CAxes& a) { a.SetXAxisOn(0), a.SetYAxisOn(0), a.SetYLabelsOn(1); } },
-    };
-    return variants;
-}
+Variant const kVariants[] = {
+    { "plain", [](CAxes&) {},
+        "50,220-350,220  50,220-50,20  50,220-50,224  0 15 47,225  125,220-125,223  200,220-200,224  5 15 197,225  "
+        "275,220-275,223  350,220-350,224  10 15 343,225  50,220-46,220  -5 15 35,213  50,170-47,170  50,120-46,120  "
+        "0 15 39,113  50,70-47,70  50,20-46,20  5 15 39,13",
+        "35,13-357,240" },
+    { "titles",
+        [](CAxes& a) {
+            a.SetXAxisTitle("across"), a.SetYAxisTitle("up"), a.SetTitlesColour(RGB(3, 0, 0));
+            a.SetIntersectMode(1), a.SetIntersect({ 8, -3 });
+        },
+        "50,180-350,180  290,220-290,20  50,180-50,184  0 15 47,185  125,180-125,183  200,180-200,184  5 15 197,185  "
+        "275,180-275,183  350,180-350,184  10 15 343,185  290,220-286,220  -5 15 275,213  290,170-287,170  "
+        "290,120-286,120  0 15 279,113  290,70-287,70  290,20-286,20  5 15 279,13  across 15 151,220#3  "
+        "^up 15 35,107#3",
+        "35,13-357,235" },
+    { "titles over the other parts of the axes",
+        [](CAxes& a) {
+            a.SetXAxisTitle("across"), a.SetYAxisTitle("up"), a.SetIntersectMode(1), a.SetIntersect({ 2, 3 });
+        },
+        "50,60-350,60  110,220-110,20  50,60-50,64  0 15 47,65  125,60-125,63  200,60-200,64  5 15 197,65  "
+        "275,60-275,63  350,60-350,64  10 15 343,65  110,220-106,220  -5 15 95,213  110,170-107,170  "
+        "110,120-106,120  0 15 99,113  110,70-107,70  110,20-106,20  5 15 99,13  across 15 211,220  ^up 15 35,147",
+        "35,13-357,235" },
+    { "minor labels",
+        [](CAxes& a) {
+            a.SetXMinorLabelsOn(1), a.SetYMinorLabelsOn(1), a.SetNumYMajorTicks(2);
+            a.SetLabelsColour(RGB(1, 0, 0)), a.SetMinorLabelsColour(RGB(2, 0, 0));
+        },
+        "50,220-350,220  50,220-50,20  50,220-50,224  0 15 47,225#1  125,220-125,223  2.5 13 117,224#2  "
+        "200,220-200,224  5 15 197,225#1  275,220-275,223  7.5 13 267,224#2  350,220-350,224  10 15 343,225#1  "
+        "50,220-46,220  -5 15 35,213#1  50,120-47,120  0 13 40,113#2  50,20-46,20  5 15 39,13#1",
+        "35,13-357,240" },
+    { "turned",
+        [](CAxes& a) {
+            a.SetLabelsHorizontal(0), a.SetMinorLabelsHorizontal(0), a.SetXMinorLabelsOn(1), a.SetXAxisTitle("x");
+        },
+        "50,220-350,220  50,220-50,20  50,220-50,224  ^0 15 43,232  125,220-125,223  ^2.5 13 118,241  "
+        "200,220-200,224  ^5 15 193,232  275,220-275,223  ^7.5 13 268,241  350,220-350,224  ^10 15 343,239  "
+        "50,220-46,220  -5 15 35,213  50,170-47,170  50,120-46,120  0 15 39,113  50,70-47,70  50,20-46,20  "
+        "5 15 39,13  x 15 197,241",
+        "35,13-357,256" },
+    { "turned above",
+        [](CAxes& a) {
+            a.SetXLabelPlacement(CAxes::lpAbove), a.SetLabelsHorizontal(0), a.SetMinorLabelsHorizontal(0);
+            a.SetXMinorLabelsOn(1), a.SetYAxisOn(0), a.SetIntersectMode(1), a.SetIntersect({ 0, 5 });
+        },
+        "50,20-350,20  50,20-50,16  ^0 15 43,17  125,20-125,17  ^2.5 13 118,18  200,20-200,16  ^5 15 193,17  "
+        "275,20-275,17  ^7.5 13 268,18  350,20-350,16  ^10 15 343,17",
+        "47,-1-357,220" },
+    { "other sides",
+        [](CAxes& a) {
+            a.SetXLabelPlacement(CAxes::lpAbove), a.SetYLabelPlacement(CAxes::lpRight);
+            a.SetIntersectMode(1), a.SetIntersect({ 10, 0 }), a.SetYIntersectLabelOn(0);
+            a.SetXMajorTickScaleFac(2), a.SetXMinorTickScaleFac(3), a.SetYMajorTickScaleFac(3);
+            a.SetYMinorTickScaleFac(2), a.SetXMinorLabelsOn(1), a.SetYMinorLabelsOn(1), a.SetYAxisTitle("up");
+        },
+        "50,120-350,120  350,220-350,20  50,120-50,112  0 15 47,96  125,120-125,112  2.5 13 117,97  200,120-200,112  "
+        "5 15 197,96  275,120-275,112  7.5 13 267,97  350,120-350,112  10 15 343,96  350,220-362,220  -5 15 362,213  "
+        "350,170-355,170  -2.5 13 355,163  350,70-355,70  2.5 13 355,63  350,20-362,20  5 15 362,13  ^up 15 35,77",
+        "35,13-376,227" },
+    { "logarithmic",
+        [](CAxes& a) {
+            a.SetXAxisScaleMode(1), a.SetYAxisScaleMode(1), a.SetXAxisRange(0, 1), a.SetYAxisRange(1, 2);
+            a.SetYAxisOn(0), a.SetYLabelsOn(1);
+        },
+        "50,220-350,220  50,220-50,224  1 15 47,225  140,220-140,223  193,220-193,223  231,220-231,223  "
+        "260,220-260,223  283,220-283,223  304,220-304,223  321,220-321,223  336,220-336,223  350,220-350,223  "
+        "350,220-350,224  10 15 343,225  10 15 32,213  50,160-47,160  50,125-47,125  50,100-47,100  50,80-47,80  "
+        "50,64-47,64  50,51-47,51  50,39-47,39  50,29-47,29  50,20-47,20  100 15 25,13",
+        "25,13-357,240" },
+    { "steps",
+        [](CAxes& a) {
+            a.SetXTickMode(CAxes::tmStep), a.SetXTickMin(3), a.SetXTickDel(4), a.SetXMinorLabelsOn(1);
+            a.SetYTickMode(CAxes::tmStep), a.SetYTickMin(8), a.SetYTickDel(6), a.SetYMinorLabelsOn(1);
+            a.SetNumYMinorTicks(3), a.SetYAxisTitle("up");
+        },
+        "50,220-350,220  50,220-50,20  140,220-140,224  3 15 137,225  260,220-260,224  7 15 257,225  "
+        "200,220-200,223  5 13 197,224  50,200-46,200  -4 15 35,193  50,80-46,80  2 15 39,73  50,170-47,170  "
+        "-2.5 13 26,163  50,140-47,140  -1 13 36,133  50,110-47,110  0.5 13 30,103  ^up 15 20,127",
+        "20,20-350,240" },
+    { "arbitrary",
+        [](CAxes& a) {
+            a.SetXTickMode(CAxes::tmDivisionsArbitrary), a.SetXArbTickPosns({ 12, 1 });
+            a.SetXAxisLabelMode(CAxes::lmArbitraryStrings), a.SetXLabels({ "II", "I" });
+            a.SetYTickMode(CAxes::tmStepArbitrary), a.SetYTickMin(-4.75), a.SetYTickDel(100);
+            a.SetYArbTickPosns({ 3.25, -6 }), a.SetYAxisTitle("up");
+        },
+        "50,220-350,220  50,220-50,20  50,220-50,224  0 15 47,225  125,220-125,223  200,220-200,224  5 15 197,225  "
+        "275,220-275,223  350,220-350,224  10 15 343,225  410,220-410,224  II 15 406,225  80,220-80,224  "
+        "I 15 78,225  50,215-46,215  -4.75 15 17,208  50,55-46,55  3.25 15 21,48  50,240-46,240  -6 15 35,233  "
+        "^up 15 6,127",
+        "6,20-414,247" },
+    { "dates",
+        [](CAxes& a) {
+            a.SetXTimeUnitsOn(1), a.SetYTimeUnitsOn(1), a.SetXAxisRange(2, 4), a.SetXTickMode(CAxes::tmStep);
+            a.SetXDelTimeUnit(CAxes::TimeUnit::Day), a.SetXDelTimeMinor(8);
+            a.SetXDelTimeUnitMinor(CAxes::TimeUnit::Hour), a.SetXMinorLabelsOn(1), a.SetXLabelDateFormat("%d.");
+            a.SetXLabelTimeFormat(""), a.SetXMinorLabelDateFormat("%H"), a.SetXMinorLabelTimeFormat("%M");
+        },
+        "50,220-350,220  50,220-50,20  50,220-50,224  01. 15 41,225  200,220-200,224  02. 15 191,225  "
+        "350,220-350,224  03. 15 341,225  100,220-100,223  08 13 93,224  150,220-150,223  16 13 143,224  "
+        "250,220-250,223  08 13 243,224  300,220-300,223  16 13 293,224  50,220-46,220  -5 15 35,213  50,170-47,170  "
+        "50,120-46,120  0 15 39,113  50,70-47,70  50,20-46,20  5 15 39,13",
+        "35,13-359,240" },
+    { "divisions of dates",
+        [](CAxes& a) {
+            a.SetXTimeUnitsOn(1), a.SetXAxisRange(2, 4), a.SetXMinorLabelsOn(1), a.SetXLabelDateFormat("%d.");
+            a.SetXLabelTimeFormat(""), a.SetXMinorLabelDateFormat("%H"), a.SetXMinorLabelTimeFormat("%M");
+        },
+        "50,220-350,220  50,220-50,20  50,220-50,224  01. 15 41,225  125,220-125,223  12 00 13 110,224  "
+        "200,220-200,224  02. 15 191,225  275,220-275,223  12 00 13 260,224  350,220-350,224  03. 15 341,225  "
+        "50,220-46,220  -5 15 35,213  50,170-47,170  50,120-46,120  0 15 39,113  50,70-47,70  50,20-46,20  5 15 39,13",
+        "35,13-359,240" },
+    { "no dates", [](CAxes& a) { a.SetXTimeUnitsOn(1), a.SetXAxisRange(-1e7, 3e7), a.SetXLabels({ "mine" }); },
+        "50,220-350,220  50,220-50,20  200,220-200,224  Invalid Date Range 15 145,225  50,220-46,220  -5 15 35,213  "
+        "50,170-47,170  50,120-46,120  0 15 39,113  50,70-47,70  50,20-46,20  5 15 39,13",
+        "35,13-350,240" },
+    { "no axis lines",
+        [](CAxes& a) {
+            a.SetXAxisOn(0), a.SetYAxisOn(0), a.SetYLabelsOn(1), a.SetXAxisTitle("x"), a.SetYAxisTitle("y");
+        },
+        "-5 15 35,213  0 15 39,113  5 15 39,13", "35,13-350,227" },
+    { "reversed", [](CAxes& a) { a.SetXAxisRange(10, 0); },
+        "50,220-350,220  50,220-50,20  50,220-54,220  -5 15 43,213  50,170-53,170  50,120-54,120  0 15 47,113  "
+        "50,70-53,70  50,20-54,20  5 15 47,13",
+        "43,13-350,227" },
+    { "tick ranges",
+        [](CAxes& a) {
+            a.SetXTickRangeMode(CAxes::trFixed), a.SetTickRange(CAxes::atX, 4, 8);
+            a.SetYTickRangeMode(CAxes::trFixed), a.SetTickRange(CAxes::atY, -4, 4);
+            a.SetYTickMode(CAxes::tmStep), a.SetYTickMin(-8), a.SetYTickDel(3);
+        },
+        "50,220-350,220  50,220-50,20  170,220-170,224  4 15 167,225  200,220-200,223  230,220-230,224  "
+        "6 15 227,225  260,220-260,223  290,220-290,224  8 15 287,225  50,160-46,160  -2 15 35,153  50,100-46,100  "
+        "1 15 39,93  50,40-46,40  4 15 39,33  50,190-47,190  50,130-47,130  50,70-47,70",
+        "35,20-350,240" },
+};
 
 class AxesVariants : public AxesDraw, public testing::WithParamInterface<Variant> { };
 
-INSTANTIATE_TEST_SUITE_P(Settings, AxesVariants, testing::ValuesIn(Variants()), [](auto const& test) {
+INSTANTIATE_TEST_SUITE_P(Settings, AxesVariants, testing::ValuesIn(kVariants), [](auto const& test) {
     std::string name = test.param.name;
     std::erase(name, ' ');
     return name;
 });
+
+TEST_P(AxesVariants, DrawTheseLinesAndTexts)
+{
+    GetParam().apply(m_axes);
+    Draw();
+    EXPECT_EQ(test::Figures(m_surface->Primitives()), GetParam().drawn);
+    EXPECT_EQ(test::Figure(m_axes.GetExtentRect()), GetParam().extent);
+}
 
 TEST_P(AxesVariants, MeasuringDrawsNothingAndFindsTheSameExtents)
 {
@@ -270,62 +271,24 @@ TEST_P(AxesVariants, TheDeviceContextIsAsBeforeAfterwards)
     EXPECT_EQ(m_dc.GetBkMode(), OPAQUE);
 }
 
-TEST_F(AxesDraw, MinorLabelsBetweenFixedYStepsTakeNoSpace)
+TEST_F(AxesDraw, CheckingTheDateRangeDrawsWhatIsWrongAndKeepsTheLabels)
 {
-    m_axes.SetYTickMode(CAxes::tmStep);
-    Draw();
-    CRect const before = m_axes.GetExtentRect();
-    m_axes.SetYMinorLabelsOn(1);
-    m_axes.SetYMinorLabelPrecision(12);
-    m_axes.SetNumYMinorTicks(2);
-    Draw();
-    EXPECT_EQ(m_axes.GetExtentRect(), before);
-    EXPECT_THAT(Texts(), Contains(CString("1.33333333333")));
-}
-
-TEST_F(AxesDraw, TheYTitleStandsBesideArbitraryLabels)
-{
-    m_axes.SetYAxisTitle("Up");
-    m_axes.SetYTickMode(CAxes::tmArbitrary);
-    Draw();
-    EXPECT_EQ(Text("Up").points[0].x, 46 - Size(Text("Up")).cy) << "without labels beside the ticks";
-    m_axes.SetYArbTickPosns({ 5 });
-    Draw();
-    std::vector<RecordedPrimitive> const texts = Drawn(Kind::Text);
-    EXPECT_EQ(Text("Up").points[0].x, 46 - Size(texts[6]).cx - Size(Text("Up")).cy);
-}
-
-TEST_F(AxesDraw, DecadeLinesAreDrawnWithoutTheAxisLine)
-{
-    m_axes.SetXAxisScaleMode(1);
-    m_axes.SetXAxisRange(0, 2);
-    m_axes.SetXAxisOn(0);
-    m_axes.SetXLabelsOn(1);
-    Draw();
-    EXPECT_TRUE(HasLine({ 50 + 45, 220 }, { 50 + 45, 223 })) << "at log10(2)";
-    EXPECT_FALSE(HasLine({ 200, 220 }, { 200, 224 })) << "the major tick at 10";
-    EXPECT_THAT(Texts(), IsSupersetOf(std::vector<CString> { "1", "10", "100" }));
-}
-
-TEST_F(AxesDraw, InvalidDatesAreSaidInTheMiddleOfTheAxis)
-{
-    m_axes.SetXTimeUnitsOn(1);
     m_axes.SetXAxisRange(-1e7, 3e7);
     m_axes.SetXLabels({ "mine" });
-    Draw();
-    RecordedPrimitive const text = Text("Invalid Date Range");
-    EXPECT_EQ(text.points[0], CPoint(200 - Size(text).cx / 2, 225));
-    EXPECT_EQ(Texts().size(), 7u) << "and the y labels";
+    CPort port(&m_dc, CRect(0, 0, 400, 300), CRect(50, 20, 350, 220), CRealRect(-1e7, 5, 3e7, -5));
+    m_axes.UpdateGraphParameters();
+    EXPECT_EQ(m_axes.CheckDateRange(&port), 0);
+    EXPECT_EQ(test::Figures(m_surface->Primitives()), "200,220-200,224  Invalid Date Range 15 145,225");
     CStringArray labels;
     m_axes.GetXLabels(labels);
     EXPECT_EQ(labels, CStringArray({ "mine" }));
-
-    m_surface->Clear();
-    CPort port(&m_dc, CRect(0, 0, 400, 300), CRect(50, 20, 350, 220), m_axes.GetRealExtentRect());
-    EXPECT_EQ(m_axes.CheckDateRange(&port), 0);
-    EXPECT_THAT(Texts(), ElementsAre("Invalid Date Range"));
+    EXPECT_EQ(m_axes.CheckDateRange(nullptr), 0);
     m_axes.SetXAxisRange(0, 40000);
     EXPECT_EQ(m_axes.CheckDateRange(&port), 1);
+    m_axes.SetXAxisRange(-1e7, 40000);
+    EXPECT_EQ(m_axes.CheckDateRange(&port), 0);
+    m_axes.SetXAxisRange(0, 1e7);
+    EXPECT_EQ(m_axes.CheckDateRange(&port), 0);
 }
 
 TEST_F(AxesDraw, PolarGraphsHaveNoRectangularAxes)
@@ -392,15 +355,24 @@ TEST_F(AxesDraw, LogarithmicRangesAreWholeDecadesAndAtLeastOne)
 
 TEST_F(AxesDraw, AUserPointOutsideTheRangesGivesWayToTheAutomaticOne)
 {
-    m_axes.SetIntersectMode(1);
-    m_axes.SetIntersect({ 10, 3 });
-    m_axes.UpdateGraphParameters();
-    EXPECT_EQ(m_axes.GetIntersect(), CRealPoint(10, 3));
-    EXPECT_EQ(m_axes.GetYAxisEnd(), CRealPoint(10, 10));
-    m_axes.SetXAxisRange(0, 9);
-    m_axes.UpdateGraphParameters();
-    EXPECT_EQ(m_axes.GetIntersect(), CRealPoint(0, 0));
-    EXPECT_EQ(m_axes.GetIntersectMode(), 0);
+    struct Case {
+        CRealPoint point;
+        bool stays;
+    };
+    for (Case const& c :
+        { Case { { 10, 3 }, true }, Case { { 0, -5 }, true }, Case { { 0, 5 }, true }, Case { { -1, 0 }, false },
+            Case { { 11, 0 }, false }, Case { { 3, -6 }, false }, Case { { 3, 6 }, false } }) {
+        m_axes.SetIntersectMode(1);
+        m_axes.SetIntersect(c.point);
+        m_axes.UpdateGraphParameters();
+        CRealPoint const crossing = c.stays ? c.point : CRealPoint(0, -5);
+        EXPECT_EQ(m_axes.GetIntersectMode(), c.stays);
+        EXPECT_EQ(m_axes.GetIntersect(), crossing);
+        EXPECT_EQ(m_axes.GetXAxisStart(), CRealPoint(0, crossing.y));
+        EXPECT_EQ(m_axes.GetXAxisEnd(), CRealPoint(10, crossing.y));
+        EXPECT_EQ(m_axes.GetYAxisStart(), CRealPoint(crossing.x, -5));
+        EXPECT_EQ(m_axes.GetYAxisEnd(), CRealPoint(crossing.x, 5));
+    }
 }
 
 TEST_F(AxesDraw, UnreasonableRangesAndSizesDrawWithoutFaults)

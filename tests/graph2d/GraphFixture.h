@@ -5,7 +5,10 @@
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/platform/gdi/RecordingSurface.h"
 
+#include <algorithm>
 #include <memory>
+#include <span>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -43,6 +46,49 @@ inline std::vector<RecordedPrimitive> OfKind(
             found.push_back(p);
     }
     return found;
+}
+
+inline std::string Numbers(CPoint p) { return std::to_string(p.x) + "," + std::to_string(p.y); }
+
+inline std::string Figure(CRect const& box) { return Numbers(box.TopLeft()) + "-" + Numbers(box.BottomRight()); }
+
+/// What was drawn, in few words: "1,2-3,4" is a line, "o1,2-3,4" a curve in that box, "[3,1]" before the lines of a
+/// path its dashes, "text 15 1,2" a text with its height and point, "^" before one that is turned; colours but black
+/// follow.
+inline std::string Figures(std::vector<RecordedPrimitive> const& primitives)
+{
+    using Kind = RecordedPrimitive::Kind;
+    std::string all;
+    auto const add = [&all](std::string const& item) { all += all.empty() ? item : "  " + item; };
+    auto const colour = [](COLORREF value) { return value ? "#" + std::to_string(value) : std::string(); };
+    auto const figure = [&](std::span<CPoint const> points, std::string const& suffix) {
+        if (points.size() <= 2) {
+            add(Numbers(points.front()) + "-" + Numbers(points.back()) + suffix);
+            return;
+        }
+        CRect box(points[0], CSize());
+        for (CPoint const& p : points)
+            box = CRect(
+                std::min(box.left, p.x), std::min(box.top, p.y), std::max(box.right, p.x), std::max(box.bottom, p.y));
+        add("o" + Figure(box) + suffix);
+    };
+    for (RecordedPrimitive const& p : primitives) {
+        if (p.kind == Kind::Polyline)
+            figure(p.points, colour(p.line.colour));
+        if (p.kind == Kind::Text)
+            add((p.font.lfEscapement ? "^" : "") + p.text.ToUtf8() + " " + std::to_string(p.font.lfHeight) + " "
+                + Numbers(p.points[0]) + colour(p.colour));
+        if (p.kind != Kind::Stroke)
+            continue;
+        if (!p.pen.dashes.empty())
+            add("[" + std::to_string(static_cast<int>(p.pen.dashes[0])) + ","
+                + std::to_string(static_cast<int>(p.pen.dashes[1])) + "]");
+        for (std::size_t i = 0; i < p.starts.size(); ++i) {
+            std::size_t const end = i + 1 < p.starts.size() ? p.starts[i + 1] : p.points.size();
+            figure(std::span(p.points).subspan(p.starts[i], end - p.starts[i]), colour(p.pen.colour.colour));
+        }
+    }
+    return all;
 }
 
 } // namespace ombrel::test
