@@ -8,7 +8,7 @@
 #include "ombrel/prefs/Preferences.h"
 #include "tests/platform/framework/PrintString.h"
 
-#include <algorithm>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
@@ -126,147 +126,247 @@ class GridDraw : public testing::Test {
 protected:
     GridDraw()
     {
-        m_graph.SetGraphAndWindowRect(CRect(0, 0, 400, 300), CRect(0, 0, 400, 300));
         m_axes.SetXAxisRangeMode(CAxes::rmFixed);
         m_axes.SetYAxisRangeMode(CAxes::rmFixed);
     }
-    std::vector<RecordedPrimitive> Draw(CGraphComponent& component, DeviceCapabilities const& device = {})
+    static std::vector<RecordedPrimitive> Draw(
+        C2DGraph& graph, CGraphComponent& component, DeviceCapabilities const& device = {})
     {
-        m_axes.UpdateGraphParameters();
+        return DrawWith(
+            graph, [&component](CPort& port) { component.Draw(&port); }, device);
+    }
+    static std::vector<RecordedPrimitive> DrawWith(
+        C2DGraph& graph, std::function<void(CPort&)> const& draw, DeviceCapabilities const& device = {})
+    {
+        graph.SetGraphAndWindowRect(CRect(0, 0, 400, 300), CRect(0, 0, 400, 300));
+        graph.GetAxes()->UpdateGraphParameters();
         bool const printing = device.logPixelsX != DeviceCapabilities().logPixelsX;
         auto const surface = std::make_shared<RecordingSurface>(CSize(400, 300), device, printing);
         CDC dc(surface);
-        CPort port(&dc, CRect(0, 0, 400, 300), CRect(50, 20, 350, 220), m_axes.GetRealExtentRect());
-        component.Draw(&port);
+        CPort port(&dc, CRect(0, 0, 400, 300), CRect(50, 20, 350, 220), graph.GetAxes()->GetRealExtentRect());
+        draw(port);
         EXPECT_EQ(dc.GetTextColor(), CDC().GetTextColor());
         EXPECT_EQ(dc.GetBkMode(), OPAQUE);
         return surface->Primitives();
     }
-    /// The columns of upright lines of a path.
-    static std::vector<int> Columns(RecordedPrimitive const& path)
-    {
-        std::vector<int> columns;
-        for (std::size_t i = 1; i < path.points.size(); i += 2) {
-            if (path.points[i].x == path.points[i - 1].x)
-                columns.push_back(path.points[i].x);
-        }
-        return columns;
-    }
-
     C2DGraph m_graph { 1 };
     CAxes& m_axes = *m_graph.GetAxes();
     C2DGrid& m_grid = *m_graph.GetGrid();
     C2DPolarGrid& m_polar = *m_graph.GetPolarGrid();
 };
 
-TEST_F(GridDraw, EachPassIsOnePathAndMajorLinesLieOnTop)
-{
-    m_grid.SetOn(1);
-    m_grid.SetMajorLineStyle(1);
-    m_grid.SetMajorColour(RGB(1, 2, 3));
-    auto const drawn = Draw(m_grid);
-    ASSERT_THAT(drawn, SizeIs(2));
-    EXPECT_THAT(drawn[0].starts, SizeIs(30));
-    EXPECT_THAT(drawn[0].pen.dashes, ElementsAre(1, 1));
-    EXPECT_EQ(drawn[1].pen.colour.colour, RGB(1, 2, 3));
-    EXPECT_THAT(drawn[1].pen.dashes, IsEmpty());
-    EXPECT_THAT(Columns(drawn[1]), ElementsAre(50, 110, 170, 230, 290, 350));
-    EXPECT_EQ(drawn[1].points[3], CPoint(110, 20));
-    EXPECT_EQ(drawn[1].points[14], CPoint(50, 180));
+/// Settings of either grid, with all that is drawn of it over the plotting area from (50, 220) to (350, 20).
+struct Variant {
+    char const* name;
+    void (*apply)(CAxes&, C2DGrid&);
+    char const* drawn;
+};
 
+/// Two divisions of two parts along x from 0 to 10, one of three along y from 0 to 6.
+void Small(C2DGrid& grid)
+{
+    grid.SetOn(1);
+    grid.SetNumMajorXDivs(2);
+    grid.SetNumMinorXDivs(2);
+    grid.SetNumMajorYDivs(1);
+    grid.SetNumMinorYDivs(3);
+}
+
+Variant const kVariants[] = {
+    { "divisions", [](CAxes&, C2DGrid&) {},
+        "[1,1]  125,220-125,20#1  275,220-275,20#1  50,153-350,153#1  50,87-350,87#1  50,220-50,20  200,220-200,20  "
+        "350,220-350,20  50,220-350,220  50,20-350,20" },
+    { "one direction of lines at a time", [](CAxes&, C2DGrid& g) { g.SetHorzLinesOn(0), g.SetMinorLineStyle(1); },
+        "125,220-125,20#1  275,220-275,20#1  50,220-50,20  200,220-200,20  350,220-350,20" },
+    { "reversed", [](CAxes& a, C2DGrid& g) { a.SetXAxisRange(10, 0), a.SetYAxisRange(6, 0), g.SetVertLinesOn(0); },
+        "[1,1]  50,153-350,153#1  50,87-350,87#1  50,220-350,220  50,20-350,20" },
+    { "steps that end before the edge, the last line broken",
+        [](CAxes&, C2DGrid& g) {
+            g.SetXLineMode(1), g.SetXLineMin(7), g.SetXLineDel(4), g.SetMajorLineStyle(0);
+            g.SetYLineMode(1), g.SetYLineMin(-5), g.SetYLineDel(4), g.SetNumMinorYDivs(2);
+        },
+        "[1,1]  80,220-80,20#1  200,220-200,20#1  320,220-320,20#1  50,187-350,187#1  50,53-350,53#1  [1,1]  "
+        "140,220-140,20  260,220-260,20  50,120-350,120  50,20-350,20" },
+    { "steps closed by a solid line",
+        [](CAxes&, C2DGrid& g) { g.SetXLineMode(1), g.SetXLineMin(7), g.SetXLineDel(4), g.SetHorzLinesOn(0); },
+        "[1,1]  80,220-80,20#1  200,220-200,20#1  320,220-320,20#1  140,220-140,20  260,220-260,20  350,220-350,20" },
+    { "steps of the axes",
+        [](CAxes& a, C2DGrid& g) {
+            a.SetXTickMode(CAxes::tmStep), a.SetXTickMin(0.75), a.SetXTickDel(4.5), a.SetNumXMinorTicks(0);
+            g.SetSynch(1), g.SetHorzLinesOn(0), g.SetMajorLineStyle(0);
+        },
+        "[1,1]  73,220-73,20  208,220-208,20  343,220-343,20" },
+    { "dates of the axes",
+        [](CAxes& a, C2DGrid& g) {
+            a.SetXTimeUnitsOn(1), a.SetXTickMode(CAxes::tmStep), a.SetXDelTime(4), a.SetXAxisRange(2, 12);
+            a.SetXDelTimeUnit(TimeUnit::Day), a.SetXDelTimeMinor(2), a.SetXDelTimeUnitMinor(TimeUnit::Day);
+            g.SetSynch(1), g.SetHorzLinesOn(0);
+        },
+        "[1,1]  110,220-110,20#1  230,220-230,20#1  50,220-50,20  170,220-170,20  290,220-290,20" },
+    { "dates",
+        [](CAxes& a, C2DGrid& g) {
+            a.SetXTimeUnitsOn(1), a.SetXAxisRange(2, 5), g.SetXLineMode(1), g.SetHorzLinesOn(0), g.SetXDelTime(2);
+            g.SetXDelTimeUnit(TimeUnit::Day), g.SetXDelTimeMinor(12), g.SetXDelTimeUnitMinor(TimeUnit::Hour);
+        },
+        "[1,1]  100,220-100,20#1  150,220-150,20#1  200,220-200,20#1  300,220-300,20#1  50,220-50,20  250,220-250,20" },
+    { "decades, whatever lines are on",
+        [](CAxes& a, C2DGrid& g) {
+            a.SetXAxisScaleMode(1), a.SetYAxisScaleMode(1), a.SetXAxisRange(0, 1), a.SetYAxisRange(1, 3);
+            g.SetVertLinesOn(0), g.SetHorzLinesOn(0);
+        },
+        "[1,1]  140,220-140,20#1  193,220-193,20#1  231,220-231,20#1  260,220-260,20#1  283,220-283,20#1  "
+        "304,220-304,20#1  321,220-321,20#1  336,220-336,20#1  350,220-350,20#1  50,190-350,190#1  50,172-350,172#1  "
+        "50,160-350,160#1  50,150-350,150#1  50,142-350,142#1  50,135-350,135#1  50,130-350,130#1  50,125-350,125#1  "
+        "50,120-350,120#1  50,90-350,90#1  50,72-350,72#1  50,60-350,60#1  50,50-350,50#1  50,42-350,42#1  "
+        "50,35-350,35#1  50,30-350,30#1  50,25-350,25#1  50,20-350,20#1  50,220-50,20  350,220-350,20  "
+        "50,220-350,220  50,120-350,120  50,20-350,20" },
+    { "free lines without the grid",
+        [](CAxes&, C2DGrid& g) {
+            g.SetOn(0), g.SetArbXLinesOn(1), g.SetArbXLinePosns({ 3.0, kNan, 12.0 }), g.SetArbYLinesOn(1);
+            g.SetArbYLinePosns({ 5.0 }), g.SetArbLineColour(RGB(2, 0, 0));
+        },
+        "140,220-140,20#2  410,220-410,20#2  50,53-350,53#2" },
+    { "free lines that are off",
+        [](CAxes&, C2DGrid& g) { g.SetOn(0), g.SetArbXLinePosns({ 3.0 }), g.SetArbYLinePosns({ 5.0 }); }, "" },
+};
+
+TEST_F(GridDraw, DrawsTheseLines)
+{
+    for (Variant const& variant : kVariants) {
+        C2DGraph graph(1);
+        CAxes& axes = *graph.GetAxes();
+        C2DGrid& grid = *graph.GetGrid();
+        axes.SetXAxisRangeMode(CAxes::rmFixed);
+        axes.SetYAxisRangeMode(CAxes::rmFixed);
+        axes.SetYAxisRange(0, 6);
+        grid.SetSynch(0);
+        grid.SetMajorLineStyle(1);
+        grid.SetMinorColour(RGB(1, 0, 0));
+        Small(grid);
+        variant.apply(axes, grid);
+        EXPECT_EQ(test::Figures(Draw(graph, grid)), variant.drawn) << variant.name;
+    }
+}
+
+TEST_F(GridDraw, EachPassDrawsItsLinesAlone)
+{
+    m_grid.SetSynch(0);
+    m_grid.SetMajorLineStyle(1);
+    m_grid.SetMinorLineStyle(1);
+    m_grid.SetMinorColour(0);
+    Small(m_grid);
+    m_axes.SetYAxisRange(0, 6);
+    m_grid.SetXLineDel(8);
+    m_grid.SetYLineDel(8);
+    m_grid.SetXDelTimeUnit(TimeUnit::Day);
+    m_grid.SetXDelTime(8);
+    m_grid.SetXDelTimeUnitMinor(TimeUnit::Day);
+    m_grid.SetXDelTimeMinor(5);
+    auto const drawn = [this](auto const& pass) {
+        return test::Figures(DrawWith(m_graph, [&](CPort& port) { pass(m_grid, port); }));
+    };
+    EXPECT_EQ(drawn([](C2DGrid& g, CPort& port) { g.DrawDivs(&port, CAxes::atX, ttMajor); }),
+        "50,220-50,20  200,220-200,20  350,220-350,20");
+    EXPECT_EQ(
+        drawn([](C2DGrid& g, CPort& port) { g.DrawDivs(&port, CAxes::atY, ttMinor); }), "50,153-350,153  50,87-350,87");
+    EXPECT_EQ(drawn([](C2DGrid& g, CPort& port) { g.DrawDel(&port, CAxes::atX, ttMajor); }),
+        "50,220-50,20  290,220-290,20  350,220-350,20");
+    EXPECT_EQ(
+        drawn([](C2DGrid& g, CPort& port) { g.DrawDel(&port, CAxes::atY, ttMinor); }), "50,131-350,131  50,42-350,42");
+    // From 1 January 2000 back: 36526 is 6 more than a multiple of 8.
+    EXPECT_EQ(drawn([](C2DGrid& g, CPort& port) { g.DrawDate(&port, ttMajor); }), "230,220-230,20");
+    EXPECT_EQ(drawn([](C2DGrid& g, CPort& port) { g.DrawDate(&port, ttMinor); }), "140,220-140,20");
+    EXPECT_EQ(drawn([](C2DGrid& g, CPort& port) { g.DrawLogX(&port, ttMajor); }).substr(0, 28),
+        "50,220-50,20  80,220-80,20  ");
+    EXPECT_EQ(drawn([](C2DGrid& g, CPort& port) { g.DrawLogY(&port, ttMinor); }).substr(0, 32),
+        "50,210-350,210  50,204-350,204  ");
+    m_axes.SetXAxisScaleMode(1);
+    EXPECT_EQ(drawn([](C2DGrid& g, CPort& port) { g.DrawDivs(&port, CAxes::atX, ttMajor); }), "") << "logarithmic";
+}
+
+TEST_F(GridDraw, PensHaveTheirColourAndOnPaperTheThicknessOfTheirKind)
+{
     DeviceCapabilities printer;
     printer.logPixelsX = printer.logPixelsY = 600;
-    double const factor = CPreferences::GetThicknessScaleFac(4);
-    EXPECT_EQ(Draw(m_grid, printer)[0].pen.width, VUNearest(6.25 * factor));
-}
-
-TEST_F(GridDraw, LinesMeetTheTicksOfTheSameDraw)
-{
     m_grid.SetOn(1);
-    m_axes.SetXTickMin(0.75);
-    m_axes.SetXTickDel(1.5);
-    m_axes.SetNumXMajorTicks(4);
-    struct {
-        CAxes::TickMode mode;
-        int timeUnits;
-    } const cases[] = { { CAxes::tmDivisions, 0 }, { CAxes::tmStep, 0 }, { CAxes::tmStep, 1 } };
-    for (auto const& c : cases) {
-        // Nothing is told to the grid: it finds out when it is drawn.
-        m_axes.SetXTickMode(c.mode);
-        m_axes.SetXTimeUnitsOn(c.timeUnits);
-        m_axes.SetXDelTime(2);
-        m_axes.SetXDelTimeUnit(TimeUnit::Day);
-        auto const drawn = Draw(m_grid);
-        CDoubleArray ticks;
-        m_axes.GetXNotchPositions(ticks);
-        std::vector<int> expected;
-        for (int i = 0; i < ticks.GetSize(); ++i)
-            expected.push_back(50 + VUNearest(30 * ticks[i]));
-        EXPECT_THAT(Columns(drawn.back()), ElementsAreArray(expected)) << c.mode;
-    }
-}
-
-TEST_F(GridDraw, LogarithmicAxesHaveDecadesEvenWithLinesOff)
-{
-    m_axes.SetXAxisScaleMode(1);
-    m_axes.SetXAxisRange(0, 2);
-    m_grid.SetOn(1);
-    m_grid.SetVertLinesOn(0);
-    m_grid.SetHorzLinesOn(0);
-    auto const drawn = Draw(m_grid);
-    EXPECT_THAT(Columns(drawn.at(0)), SizeIs(18));
-    EXPECT_THAT(Columns(drawn.at(1)), ElementsAre(50, 200, 350));
-}
-
-TEST_F(GridDraw, FreeLinesAreThereWithoutTheGrid)
-{
-    m_grid.SetArbXLinesOn(1);
-    m_grid.SetArbXLinePosns({ 3.0, kNan, 12.0 });
-    m_grid.SetArbYLinesOn(1);
-    m_grid.SetArbYLinePosns({ 5.0 });
-    m_grid.SetArbLineStyle(PS_DASH);
-    auto const drawn = Draw(m_grid);
-    ASSERT_THAT(drawn, SizeIs(3));
-    EXPECT_THAT(drawn[0].points, ElementsAre(CPoint(140, 220), CPoint(140, 20)));
-    EXPECT_EQ(drawn[0].line.style, PS_DASH);
-    EXPECT_THAT(drawn[1].points, ElementsAre(CPoint(410, 220), CPoint(410, 20)));
-    EXPECT_THAT(drawn[2].points, ElementsAre(CPoint(50, 120), CPoint(350, 120)));
-}
-
-TEST_F(GridDraw, PolarLabelsStandOutsideTheCircle)
-{
     m_polar.SetOn(1);
-    m_polar.SetNumMajorRDivs(4);
+    for (CGraphComponent* const grid :
+        { static_cast<CGraphComponent*>(&m_grid), static_cast<CGraphComponent*>(&m_polar) })
+        EXPECT_EQ(Draw(m_graph, *grid, printer)[0].pen.width, VUNearest(6.25 * CPreferences::GetThicknessScaleFac(4)));
+    m_polar.SetOn(0);
+    m_axes.SetColour(RGB(1, 2, 3));
+    LineStyle const line = Draw(m_graph, m_axes, printer)[0].line;
+    EXPECT_EQ(line.width, VUNearest(6.25 * CPreferences::GetThicknessScaleFac(1)));
+    EXPECT_EQ(line.colour, RGB(1, 2, 3));
+}
+
+/// Settings of a polar grid over ranges from -4 to 4, round (200, 120), 37.5 pixels a unit along x and 25 along y.
+///
+/// Labels are 15 pixels high and stand 4 pixels beside the circle; figures are 7 pixels wide.
+struct PolarVariant {
+    char const* name;
+    void (*apply)(C2DPolarGrid&);
+    char const* drawn;
+    char const* extent;
+};
+
+PolarVariant const kPolarVariants[] = {
+    { "four angles", [](C2DPolarGrid&) {},
+        "[3,1]  o163,95-238,145#1  o88,45-313,195#1  94,191-306,49#1  306,191-94,49#1  o125,70-275,170  "
+        "o50,20-350,220  50,120-350,120  200,220-200,20  50,120-50,20  47,70-50,70  47,20-50,20  0 15 354,112  "
+        "180 15 25,112  90 15 193,5  270 15 189,224  2 15 38,62  4 15 38,12",
+        "25,5-361,239" },
+    { "eight angles, broken lines",
+        [](C2DPolarGrid& g) {
+            g.SetNumMajorPhiDivs(8), g.SetNumMinorPhiDivs(1), g.SetMajorLineStyle(0), g.SetNumMinorRDivs(1);
+        },
+        "[3,1]  o125,70-275,170  o50,20-350,220  50,120-350,120  94,191-306,49  200,220-200,20  306,191-94,49  "
+        "50,120-50,20  47,70-50,70  47,20-50,20  0 15 354,112  180 15 25,112  45 15 306,34  225 15 73,191  "
+        "90 15 193,5  270 15 189,224  135 15 73,34  315 15 306,191  2 15 38,62  4 15 38,12",
+        "25,5-361,239" },
+    { "six angles, three parts",
+        [](C2DPolarGrid& g) {
+            g.SetNumMajorPhiDivs(6), g.SetNumMinorPhiDivs(3), g.SetNumMajorRDivs(1), g.SetMinorLineStyle(1);
+        },
+        "o125,70-275,170#1  59,154-341,86#1  85,184-315,56#1  174,218-226,22#1  226,218-174,22#1  315,184-85,56#1  "
+        "341,154-59,86#1  o50,20-350,220  50,120-350,120  125,207-275,33  275,207-125,33  50,120-50,20  47,20-50,20  "
+        "0 15 354,112  180 15 25,112  60 15 275,18  240 15 104,207  120 15 104,18  300 15 275,207  4 15 38,12",
+        "25,12-361,222" },
+    { "an odd number of angles",
+        [](C2DPolarGrid& g) {
+            g.SetNumMajorPhiDivs(3), g.SetNumMinorPhiDivs(1), g.SetNumMajorRDivs(1), g.SetNumMinorRDivs(3);
+        },
+        "[3,1]  o150,87-250,153#1  o100,53-300,187#1  o50,20-350,220  50,120-350,120  50,120-50,20  47,20-50,20  "
+        "0 15 354,112  180 15 29,120  4 15 38,12",
+        "29,12-361,220" },
+    { "angles alone", [](C2DPolarGrid& g) { g.SetNumMajorRDivs(0); },
+        "[3,1]  94,191-306,49#1  306,191-94,49#1  50,120-350,120  200,220-200,20  0 15 354,112  180 15 25,112  "
+        "90 15 193,5  270 15 189,224",
+        "25,5-361,239" },
+    { "circles alone", [](C2DPolarGrid& g) { g.SetNumMajorPhiDivs(-4); },
+        "[3,1]  o163,95-238,145#1  o88,45-313,195#1  o125,70-275,170  o50,20-350,220  50,120-50,20  47,70-50,70  "
+        "47,20-50,20  2 15 38,62  4 15 38,12",
+        "38,12-350,220" },
+    { "off", [](C2DPolarGrid& g) { g.SetOn(0); }, "", "0,0-0,0" },
+};
+
+TEST_F(GridDraw, DrawsThesePolarGrids)
+{
     m_axes.SetXAxisRange(-4, 4);
     m_axes.SetYAxisRange(-4, 4);
-    auto const drawn = Draw(m_polar);
-    auto const texts = test::OfKind(drawn, Kind::Text);
-    std::vector<CString> read;
-    std::vector<CPoint> at;
-    for (auto const& text : texts) {
-        read.push_back(text.text);
-        at.push_back(text.points[0]);
+    for (PolarVariant const& variant : kPolarVariants) {
+        C2DPolarGrid grid(&m_graph);
+        grid.SetOn(1);
+        grid.SetMajorColour(0);
+        grid.SetMajorLineStyle(1);
+        grid.SetMinorColour(RGB(1, 0, 0));
+        grid.SetNumMajorRDivs(2);
+        grid.SetNumMinorRDivs(2);
+        grid.SetNumMajorPhiDivs(4);
+        variant.apply(grid);
+        EXPECT_EQ(test::Figures(Draw(m_graph, grid)), variant.drawn) << variant.name;
+        EXPECT_EQ(test::Figure(grid.GetExtentRect()), variant.extent) << variant.name;
     }
-    ASSERT_THAT(read, ElementsAre("0", "180", "45", "225", "90", "270", "135", "315", "1", "2", "3", "4"));
-    // The centre is (200, 120), the half axes are 150 and 100: labels touch the ends from outside.
-    EXPECT_TRUE(at[0].x > 350 && at[1].x < 50 && at[4].y < 20 && at[5].y > 220 && at[6].x < 94);
-    EXPECT_EQ(at[2].x, 306);
-    EXPECT_EQ(at[3].y, 191);
-    EXPECT_EQ(at[7], CPoint(306, 191));
-    // Minor lines, major lines, the scale.
-    auto const paths = test::OfKind(drawn, Kind::Stroke);
-    ASSERT_THAT(paths, SizeIs(3));
-    EXPECT_THAT(paths[0].starts, SizeIs(12 + 4));
-    EXPECT_THAT(paths[0].pen.dashes, ElementsAre(3, 1));
-    ASSERT_THAT(paths[1].starts, SizeIs(4 + 4));
-    EXPECT_EQ(paths[1].points[paths[1].starts[3]], CPoint(350, 120));
-    EXPECT_EQ(paths[1].points.back(), CPoint(94, 49));
-    EXPECT_EQ(paths[2].points[1], CPoint(50, 20));
-    EXPECT_THAT(paths[2].pen.dashes, IsEmpty());
-
-    m_polar.SetNumMajorPhiDivs(0);
-    m_polar.SetNumMajorRDivs(-3);
-    EXPECT_THAT(Draw(m_polar), IsEmpty());
 }
 
 TEST_F(GridDraw, MeasuringAPolarGridDrawsNothingAndKeepsRoomForTheScale)
@@ -274,12 +374,12 @@ TEST_F(GridDraw, MeasuringAPolarGridDrawsNothingAndKeepsRoomForTheScale)
     m_polar.SetOn(1);
     m_polar.SetNumMajorPhiDivs(4);
     m_polar.SetDrawMode(dmMeasure);
-    EXPECT_THAT(Draw(m_polar), IsEmpty());
+    EXPECT_THAT(Draw(m_graph, m_polar), IsEmpty());
     CRect const measured = m_polar.GetExtentRect();
     EXPECT_LT(measured.left, 40);
     EXPECT_EQ(measured.right, 350) << "angles take no room";
     m_polar.SetDrawMode(dmDraw);
-    Draw(m_polar);
+    Draw(m_graph, m_polar);
     EXPECT_GT(m_polar.GetExtentRect().right, measured.right);
 
     // In a graph without labels of axes, no label of the scale is cut.
