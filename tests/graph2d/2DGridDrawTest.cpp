@@ -193,9 +193,10 @@ Variant const kVariants[] = {
     { "steps of the axes",
         [](CAxes& a, C2DGrid& g) {
             a.SetXTickMode(CAxes::tmStep), a.SetXTickMin(0.75), a.SetXTickDel(4.5), a.SetNumXMinorTicks(0);
-            g.SetSynch(1), g.SetHorzLinesOn(0), g.SetMajorLineStyle(0);
+            a.SetYTickMode(CAxes::tmStepArbitrary), a.SetYTickMin(-3.5), a.SetYTickDel(5), a.SetNumYMinorTicks(1);
+            g.SetSynch(1), g.SetMajorLineStyle(0);
         },
-        "[1,1]  73,220-73,20  208,220-208,20  343,220-343,20" },
+        "[1,1]  50,87-350,87#1  [1,1]  73,220-73,20  208,220-208,20  343,220-343,20  50,170-350,170  50,20-350,20" },
     { "dates of the axes",
         [](CAxes& a, C2DGrid& g) {
             a.SetXTimeUnitsOn(1), a.SetXTickMode(CAxes::tmStep), a.SetXDelTime(4), a.SetXAxisRange(2, 12);

@@ -128,10 +128,10 @@ TEST(Grid2D, EverySetterButTheOneForSynchronisingRaisesTheModifiedFlag)
 }
 
 /// Settings of both axes that differ in everything.
-void Configure(CAxes& axes, CAxes::TickMode xMode, CAxes::TickMode yMode)
+void Configure(CAxes& axes, CAxes::TickMode xMode)
 {
     axes.SetXTickMode(xMode);
-    axes.SetYTickMode(yMode);
+    axes.SetYTickMode(CAxes::tmDivisions);
     axes.SetNumXMajorTicks(8);
     axes.SetNumXMinorTicks(1);
     axes.SetNumYMajorTicks(12);
@@ -159,7 +159,7 @@ TEST(Grid2D, FollowsTheAxesInEveryTickMode)
     for (auto const& c : cases) {
         for (int const before : { C2DGrid::lmDivisions, C2DGrid::lmStep }) {
             CAxes axes;
-            Configure(axes, c.tickMode, CAxes::tmNone);
+            Configure(axes, c.tickMode);
             C2DGrid grid(nullptr);
             grid.SetXLineMode(before);
             grid.ResetModifiedFlags();
@@ -177,47 +177,11 @@ TEST(Grid2D, FollowsTheAxesInEveryTickMode)
     }
 }
 
-TEST(Grid2D, FollowsTheStepsOfTheYAxis)
-{
-    CAxes axes;
-    Configure(axes, CAxes::tmDivisions, CAxes::tmStepArbitrary);
-    C2DGrid grid(nullptr);
-    grid.FollowAxes(axes);
-    EXPECT_EQ(grid.GetYLineMode(), C2DGrid::lmStep);
-    EXPECT_EQ(grid.GetYLineMin(), -3.0);
-    EXPECT_EQ(grid.GetYLineDel(), 1.5);
-    EXPECT_EQ(grid.GetNumMinorYDivs(), 10);
-    EXPECT_EQ(grid.GetNumMajorYDivs(), 5);
-    EXPECT_EQ(grid.GetXLineDel(), 2.0);
-}
-
-TEST(Grid2D, FollowsTheDatesOfADateAxis)
-{
-    CAxes axes;
-    Configure(axes, CAxes::tmStep, CAxes::tmDivisions);
-    axes.SetXTimeUnitsOn(1);
-    axes.SetXTickMinTime(COleDateTime(2020, 3, 1, 0, 0, 0));
-    axes.SetXDelTime(3);
-    axes.SetXDelTimeUnit(CAxes::TimeUnit::Month);
-    axes.SetXDelTimeMinor(2);
-    axes.SetXDelTimeUnitMinor(CAxes::TimeUnit::Week);
-    C2DGrid grid(nullptr);
-    grid.FollowAxes(axes);
-    EXPECT_EQ(grid.GetXMinTime(), COleDateTime(2020, 3, 1, 0, 0, 0));
-    EXPECT_EQ(grid.GetXDelTime(), 3);
-    EXPECT_EQ(grid.GetXDelTimeUnit(), CAxes::TimeUnit::Month);
-    EXPECT_EQ(grid.GetXDelTimeMinor(), 2);
-    EXPECT_EQ(grid.GetXDelTimeUnitMinor(), CAxes::TimeUnit::Week);
-    EXPECT_EQ(grid.GetXLineMode(), C2DGrid::lmStep);
-    EXPECT_EQ(grid.GetXLineDel(), 2.0) << "steps in data units mean nothing here";
-    EXPECT_EQ(grid.GetNumMinorXDivs(), 4);
-}
-
 TEST(Grid2D, FollowsItsGraphOnlyWhileSynchronised)
 {
     C2DGraph graph(1);
     C2DGrid& grid = *graph.GetGrid();
-    Configure(*graph.GetAxes(), CAxes::tmDivisions, CAxes::tmDivisions);
+    Configure(*graph.GetAxes(), CAxes::tmDivisions);
     grid.SetSynch(0);
     graph.UpdateComponentParameters();
     EXPECT_EQ(grid.GetNumMajorXDivs(), 5);

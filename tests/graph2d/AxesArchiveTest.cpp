@@ -74,54 +74,120 @@ TEST(AxesArchive, KeepsEveryFieldInItsPlace)
     }
 }
 
-template <typename T> double Number(T value) { return static_cast<double>(value); }
-
-TEST(AxesArchive, FieldsAreWhatTheirAccessorsSay)
+/// Takes settings over by their names, which raises the modified flag or not.
+template <typename Set, typename Get> void TakeOver(CAxes& to, CAxes const& from, bool raises,
+    std::initializer_list<std::pair<void (CAxes::*)(Set), Get (CAxes::*)() const>> settings)
 {
-    CAxes axes;
-    ASSERT_TRUE(Load(axes, DistinctAxes()));
-    struct {
-        char const* name;
-        double found, expected;
-    } const fields[] = {
-        { "YAxisMin", Number(axes.GetYAxisMin()), 3.5 },
-        { "NumXMinorTicks", Number(axes.GetNumXMinorTicks()), 12 },
-        { "NumYMajorTicks", Number(axes.GetNumYMajorTicks()), 13 },
-        { "MinorLabelsColour", Number(axes.GetMinorLabelsColour()), 23 },
-        { "TitlesColour", Number(axes.GetTitlesColour()), 24 },
-        { "YAxisRangeMode", Number(axes.GetYAxisRangeMode()), 32 },
-        { "XAxisScaleMode", Number(axes.GetXAxisScaleMode()), 34 },
-        { "YAxisOn", Number(axes.YAxisOn()), 42 },
-        { "XIntersectLabelOn", Number(axes.GetXIntersectLabelOn()), 43 },
-        { "MinorLabelsFont", Number(axes.GetMinorLabelsFont()->sizeFactor), 3.25 },
-        { "XMinorTickScaleFac", Number(axes.GetXMinorTickScaleFac()), 10.5 },
-        { "YMajorTickScaleFac", Number(axes.GetYMajorTickScaleFac()), 11.5 },
-        { "XAxisEnd", Number(axes.GetXAxisEnd().y), 64.5 },
-        { "YTickMode", Number(axes.GetYTickMode()), 82 },
-        { "YLabelPrecision", Number(axes.GetYLabelPrecision()), 112 },
-        { "XMinorLabelPrecision", Number(axes.GetXMinorLabelPrecision()), 113 },
-        { "YTickMin", Number(axes.GetYTickMin()), 116.5 },
-        { "XTickDel", Number(axes.GetXTickDel()), 117.5 },
-        { "YLabelPlacement", Number(axes.GetYLabelPlacement()), 122 },
-        { "XLabelsOn", Number(axes.GetXLabelsOn()), 123 },
-        { "YFormatType", Number(axes.GetYFormatType()), 132 },
-        { "XMinorFormatType", Number(axes.GetXMinorFormatType()), 133 },
-        { "XTickRangeMax", Number(axes.GetXTickRangeMax()), 153.5 },
-        { "YTickRangeMode", Number(axes.GetYTickRangeMode()), 154 },
-        { "XTickMinTime", Number(axes.GetXTickMinTime().GetValue()), 40000.25 },
-        { "XDelTimeMinor", Number(axes.GetXDelTimeMinor()), 162 },
-        { "XDelTimeUnit", Number(axes.GetXDelTimeUnit()), 2 },
-        { "YMinorLabelsOn", Number(axes.GetYMinorLabelsOn()), 172 },
-        { "MinorLabelsHorizontal", Number(axes.GetMinorLabelsHorizontal()), 173 },
-        { "AlignRefDate", Number(axes.GetAlignRefDate()), 174 },
-    };
-    for (auto const& field : fields)
-        EXPECT_EQ(field.found, field.expected) << field.name;
-    EXPECT_EQ(axes.GetXMinorLabelDateFormat(), "minor date");
-    EXPECT_EQ(axes.GetXLabelTimeFormat(), "time");
+    for (int index = 0; auto const& [set, get] : settings) {
+        to.SetModified(0);
+        (to.*set)((from.*get)());
+        EXPECT_EQ(to.Modified() != 0, raises) << __PRETTY_FUNCTION__ << ' ' << index;
+        ++index;
+    }
+}
+
+TEST(AxesSettings, EachNameReadsAndSetsItsFieldAndRaisesTheModifiedFlagWhereItShould)
+{
+    using A = CAxes;
+    A from;
+    ASSERT_TRUE(Load(from, DistinctAxes()));
+    A to(nullptr);
+    TakeOver<int, int>(to, from, true,
+        { { &A::SetXAxisOn, &A::XAxisOn }, { &A::SetYAxisOn, &A::YAxisOn },
+            { &A::SetXAxisScaleMode, &A::GetXAxisScaleMode }, { &A::SetYAxisScaleMode, &A::GetYAxisScaleMode },
+            { &A::SetIntersectMode, &A::GetIntersectMode }, { &A::SetXAxisRangeMode, &A::GetXAxisRangeMode },
+            { &A::SetYAxisRangeMode, &A::GetYAxisRangeMode }, { &A::SetXTimeUnitsOn, &A::GetXTimeUnitsOn },
+            { &A::SetYTimeUnitsOn, &A::GetYTimeUnitsOn }, { &A::SetNumXMajorTicks, &A::GetNumXMajorTicks },
+            { &A::SetNumYMajorTicks, &A::GetNumYMajorTicks }, { &A::SetNumXMinorTicks, &A::GetNumXMinorTicks },
+            { &A::SetNumYMinorTicks, &A::GetNumYMinorTicks }, { &A::SetXTickRangeMode, &A::GetXTickRangeMode },
+            { &A::SetYTickRangeMode, &A::GetYTickRangeMode }, { &A::SetXDelTime, &A::GetXDelTime },
+            { &A::SetXDelTimeMinor, &A::GetXDelTimeMinor }, { &A::SetAlignRefDate, &A::GetAlignRefDate },
+            { &A::SetXLabelsOn, &A::GetXLabelsOn }, { &A::SetYLabelsOn, &A::GetYLabelsOn },
+            { &A::SetXMinorLabelsOn, &A::GetXMinorLabelsOn }, { &A::SetYMinorLabelsOn, &A::GetYMinorLabelsOn },
+            { &A::SetXIntersectLabelOn, &A::GetXIntersectLabelOn },
+            { &A::SetYIntersectLabelOn, &A::GetYIntersectLabelOn } });
+    TakeOver<CRealPoint const&, CRealPoint>(to, from, true,
+        { { &A::SetXAxisStart, &A::GetXAxisStart }, { &A::SetXAxisEnd, &A::GetXAxisEnd },
+            { &A::SetYAxisStart, &A::GetYAxisStart }, { &A::SetYAxisEnd, &A::GetYAxisEnd } });
+    TakeOver<CRealPoint const&, CRealPoint>(to, from, false, { { &A::SetIntersect, &A::GetIntersect } });
+    TakeOver<double, double>(to, from, true,
+        { { &A::SetXAxisMin, &A::GetXAxisMin }, { &A::SetYAxisMin, &A::GetYAxisMin },
+            { &A::SetXAxisMax, &A::GetXAxisMax }, { &A::SetYAxisMax, &A::GetYAxisMax },
+            { &A::SetXAxisScaleFac, &A::GetXAxisScaleFac }, { &A::SetYAxisScaleFac, &A::GetYAxisScaleFac },
+            { &A::SetXTickMin, &A::GetXTickMin }, { &A::SetYTickMin, &A::GetYTickMin },
+            { &A::SetXTickDel, &A::GetXTickDel }, { &A::SetYTickDel, &A::GetYTickDel },
+            { &A::SetXTickRangeMin, &A::GetXTickRangeMin }, { &A::SetYTickRangeMin, &A::GetYTickRangeMin },
+            { &A::SetXTickRangeMax, &A::GetXTickRangeMax }, { &A::SetYTickRangeMax, &A::GetYTickRangeMax },
+            { &A::SetXMajorTickScaleFac, &A::GetXMajorTickScaleFac },
+            { &A::SetYMajorTickScaleFac, &A::GetYMajorTickScaleFac },
+            { &A::SetXMinorTickScaleFac, &A::GetXMinorTickScaleFac },
+            { &A::SetYMinorTickScaleFac, &A::GetYMinorTickScaleFac } });
+    TakeOver<CString const&, CString>(
+        to, from, true, { { &A::SetXAxisTitle, &A::GetXAxisTitle }, { &A::SetYAxisTitle, &A::GetYAxisTitle } });
+    TakeOver<A::TickMode, A::TickMode>(
+        to, from, true, { { &A::SetXTickMode, &A::GetXTickMode }, { &A::SetYTickMode, &A::GetYTickMode } });
+    TakeOver<COleDateTime, COleDateTime>(to, from, true, { { &A::SetXTickMinTime, &A::GetXTickMinTime } });
+    TakeOver<A::TimeUnit, A::TimeUnit>(to, from, true,
+        { { &A::SetXDelTimeUnit, &A::GetXDelTimeUnit }, { &A::SetXDelTimeUnitMinor, &A::GetXDelTimeUnitMinor } });
+    TakeOver<A::LabelPlacement, A::LabelPlacement>(to, from, true,
+        { { &A::SetXLabelPlacement, &A::GetXLabelPlacement }, { &A::SetYLabelPlacement, &A::GetYLabelPlacement } });
+    TakeOver<A::FormatType, A::FormatType>(to, from, true,
+        { { &A::SetXFormatType, &A::GetXFormatType }, { &A::SetYFormatType, &A::GetYFormatType },
+            { &A::SetXMinorFormatType, &A::GetXMinorFormatType },
+            { &A::SetYMinorFormatType, &A::GetYMinorFormatType } });
+    TakeOver<COLORREF, COLORREF>(to, from, true,
+        { { &A::SetLabelsColour, &A::GetLabelsColour }, { &A::SetMinorLabelsColour, &A::GetMinorLabelsColour },
+            { &A::SetTitlesColour, &A::GetTitlesColour }, { &A::SetTextColour, &A::GetTextColour } });
+    TakeOver<DWORD, DWORD>(to, from, true, { { &A::SetReservedColour, &A::GetReservedColour } });
+    TakeOver<int, int>(to, from, false,
+        { { &A::SetXAxisLabelMode, &A::GetXAxisLabelMode }, { &A::SetYAxisLabelMode, &A::GetYAxisLabelMode },
+            { &A::SetXLabelPrecision, &A::GetXLabelPrecision }, { &A::SetYLabelPrecision, &A::GetYLabelPrecision },
+            { &A::SetXMinorLabelPrecision, &A::GetXMinorLabelPrecision },
+            { &A::SetYMinorLabelPrecision, &A::GetYMinorLabelPrecision },
+            { &A::SetLabelsHorizontal, &A::GetLabelsHorizontal },
+            { &A::SetMinorLabelsHorizontal, &A::GetMinorLabelsHorizontal } });
+    TakeOver<CString const&, CString>(to, from, false,
+        { { &A::SetXLabelDateFormat, &A::GetXLabelDateFormat },
+            { &A::SetXMinorLabelDateFormat, &A::GetXMinorLabelDateFormat },
+            { &A::SetXLabelTimeFormat, &A::GetXLabelTimeFormat },
+            { &A::SetXMinorLabelTimeFormat, &A::GetXMinorLabelTimeFormat } });
+    to.SetTitlesFont(*from.GetTitlesFont());
+    to.SetLabelsFont(*from.GetLabelsFont());
+    to.SetMinorLabelsFont(*from.GetMinorLabelsFont());
+    CStringArray texts;
+    from.GetXLabels(texts), to.SetXLabels(texts), from.GetYLabels(texts), to.SetYLabels(texts);
     CDoubleArray positions;
-    axes.GetYArbTickPosns(positions);
-    EXPECT_EQ(positions, CDoubleArray({ 92.5, 93.5 }));
+    from.GetXArbTickPosns(positions), to.SetXArbTickPosns(positions);
+    from.GetYArbTickPosns(positions), to.SetYArbTickPosns(positions);
+    std::size_t const base = Bytes().Component(0, 0, 0, 0).Get().size();
+    Bytes const stored = Stored(to);
+    Bytes const expected = DistinctAxes();
+    EXPECT_EQ(Bytes::Of(std::span(stored.Get()).subspan(base)), Bytes::Of(std::span(expected.Get()).subspan(base)));
+}
+
+TEST(AxesSettings, AreReadAndSetAllAtOnce)
+{
+    CAxes from;
+    ASSERT_TRUE(Load(from, DistinctAxes()));
+    CAxes to;
+    ASSERT_TRUE(Load(to, DistinctAxes()));
+    to.SetModified(0);
+    to.SetAxis(static_cast<CAxes::AxisType>(2), AxisSettings());
+    EXPECT_FALSE(to.Modified()) << "there are two axes";
+    AxisSettings const x = from.GetAxis(CAxes::atX);
+    to.SetAxis(CAxes::atX, from.GetAxis(CAxes::atY));
+    EXPECT_TRUE(to.Modified());
+    EXPECT_EQ(to.GetXAxisTitle(), "y title");
+    to.SetAxis(CAxes::atX, x);
+    EXPECT_EQ(Stored(to), DistinctAxes());
+    DateTickSettings const dates = from.GetDateTicks();
+    AxesTextSettings const texts = from.GetTexts();
+    to.SetDateTicks({});
+    to.SetTexts({});
+    EXPECT_NE(Stored(to), DistinctAxes());
+    to.SetDateTicks(dates);
+    to.SetTexts(texts);
+    EXPECT_EQ(Stored(to), DistinctAxes());
 }
 
 TEST(AxesArchive, HoldsTheDefaultsOfNewAxes)

@@ -86,14 +86,6 @@ std::vector<CString> AsDays(std::vector<double> const& dates)
 
 MATCHER_P(NearTo, tolerance, "") { return std::fabs(std::get<0>(arg) - std::get<1>(arg)) <= tolerance; }
 
-TEST(AxesTicks, DivisionsSpreadOverTheTickRangeWithMinorsBetween)
-{
-    AxisSettings const axis = AxisOver(0, 10);
-    EXPECT_THAT(Majors(axis), ElementsAre(0, 2, 4, 6, 8, 10));
-    EXPECT_THAT(Minors(axis),
-        Pointwise(NearTo(1e-12), { 0.5, 1.0, 1.5, 2.5, 3.0, 3.5, 4.5, 5.0, 5.5, 6.5, 7.0, 7.5, 8.5, 9.0, 9.5 }));
-}
-
 TEST(AxesTicks, TheLastDivisionIsTheEndOfTheRangeWhateverTheRounding)
 {
     for (int n = 2; n < 200; ++n) {
