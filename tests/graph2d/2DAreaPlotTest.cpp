@@ -271,41 +271,6 @@ TEST(AreaBands, CrowdedColumnsDrawTheSamePixelsMergedAndWhole)
     }
 }
 
-TEST(AreaPlot, DrawsEachBandThenItsOutlinesInsideTheAxes)
-{
-    C2DGraph graph(1);
-    C2DAreaPlot& plot = AddAreas(graph, { -5, 3, 8, 20 }, { { 1, -2, 3, 1 }, { 9, 9, 1, 9 }, { 1, 1, 1, 1 } });
-    graph.GetAxes()->SetXAxisRangeMode(CAxes::rmFixed);
-    graph.GetAxes()->SetYAxisRangeMode(CAxes::rmFixed);
-    graph.GetAxes()->SetRange(CAxes::atX, 0, 10);
-    graph.GetAxes()->SetRange(CAxes::atY, 0, 5);
-    plot.SetBorderColour(RGB(1, 2, 3));
-    static_cast<C2DAreaCurve&>(*plot.GetComponent(1)).SetFillPattern(4);
-    auto const primitives = Record(graph, { 600, 450 });
-    CRect const clip = graph.GetClipRect();
-    auto const fills = OfKind(primitives, Kind::Fill);
-    ASSERT_EQ(fills.size(), 3u);
-    EXPECT_FALSE(fills[0].brush.hatchStyle);
-    EXPECT_EQ(fills[0].brush.foreground.colour, plot.GetComponent(0)->GetColour());
-    EXPECT_EQ(fills[1].brush.hatchStyle, 4);
-    EXPECT_EQ(fills[1].brush.background.colour, 0xFFFFFFu);
-    EXPECT_EQ(fills[1].brush.background.alpha, 255);
-    EXPECT_EQ(fills[1].region.Box(), clip) << "the band ends at the edges and sides of the axes' area";
-    std::size_t outlines = 0;
-    for (RecordedPrimitive const& p : primitives) {
-        bool const outline = p.kind == Kind::Polyline && p.line.colour == RGB(1, 2, 3);
-        outlines += outline;
-        for (CPoint const at : outline || p.kind == Kind::Fill ? p.points : std::vector<CPoint>())
-            EXPECT_TRUE(at.x >= clip.left && at.x <= clip.right && at.y >= clip.top && at.y <= clip.bottom);
-    }
-    EXPECT_EQ(outlines, 3u);
-    plot.SetDrawBorders(0);
-    plot.SetNormalised(1);
-    auto const plain = Record(graph, { 600, 450 });
-    EXPECT_EQ(OfKind(plain, Kind::Fill).size(), 3u);
-    EXPECT_EQ(OfKind(primitives, Kind::Polyline).size() - OfKind(plain, Kind::Polyline).size(), 3u);
-}
-
 TEST(AreaPlot, OddDataAndTinyAreasDrawNothingOutside)
 {
     std::vector<std::pair<Row, std::vector<Row>>> const data {

@@ -2,7 +2,6 @@
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DClusteredBarPlot.h"
 #include "ombrel/graph2d/2DStackedBarPlot.h"
-#include "ombrel/graph2d/paths/BarPainter.h"
 #include "tests/graph2d/GraphFixture.h"
 #include "tests/model/ArchiveBytes.h"
 
@@ -12,7 +11,6 @@
 #include <array>
 #include <cmath>
 #include <limits>
-#include <random>
 
 namespace ombrel {
 namespace {
@@ -23,8 +21,6 @@ using test::Record;
 
 constexpr CSize kSize(600, 450);
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr COLORREF kBorder = RGB(200, 0, 0);
-constexpr COLORREF kAxes = RGB(0, 0, 200);
 
 /// A table curve of the plot's kind at x = 1, 2, … unless told otherwise.
 template <typename Curve = C2DCurve>
@@ -44,13 +40,6 @@ template <typename Plot> Plot& AddPlot(C2DGraph& graph, ItemType type)
     if (auto* const series = DynamicDowncast<C2DSeriesPlot>(&plot))
         series->SetXValueMode(1);
     return plot;
-}
-
-CRect Device(C2DGraph const& graph, double left, double top, double right, double bottom)
-{
-    CPoint const from = graph.UnitsToWindow({ left, top });
-    CPoint const to = graph.UnitsToWindow({ right, bottom });
-    return { from.x, from.y, to.x, to.y };
 }
 
 TEST(BarWidth, IsTheSmallestDistanceBetweenNeighbours)
@@ -84,170 +73,34 @@ TEST(BarCurve, WidensItsRangesForTheBars)
     curve.SetBaseline(-5);
     plot.GetYRange(min, max);
     EXPECT_EQ(std::make_pair(min, max), std::make_pair(-5.0, 8.0));
-}
-
-TEST(BarCurve, FillsAndOutlinesABarAtEachPointThatIsNoGap)
-{
-    C2DGraph graph(1);
-    auto& curve = AddCurve<C2DBarCurve>(AddPlot<C2DBarPlot>(graph, it2DBarPlot), { 4, -2, kGap, 20 });
-    graph.UpdatePlots();
-    CAxes& axes = *graph.GetAxes();
-    axes.SetYAxisRangeMode(CAxes::rmFixed);
-    axes.SetYAxisMin(-5);
-    axes.SetYAxisMax(10);
-    axes.SetIntersectMode(1);
-    axes.SetIntersect({ 0, 0 });
-    axes.SetColour(kAxes);
-    curve.SetColour(RGB(1, 2, 3));
-    curve.SetBorderColour(kBorder);
     curve.SetFillPattern(25);
-    auto const primitives = Record(graph, kSize);
-    std::vector<CRect> const bars { Device(graph, 0.75, 4, 1.25, 0), Device(graph, 1.75, 0, 2.25, -2),
-        Device(graph, 3.75, 10, 4.25, 0) };
-    auto const fills = OfKind(primitives, Kind::Fill);
-    ASSERT_EQ(fills.size(), bars.size());
-    for (std::size_t i = 0; i < bars.size(); ++i) {
-        EXPECT_EQ(fills[i].rect, bars[i]);
-        EXPECT_EQ(*fills[i].brush.hatchStyle, 25);
-        EXPECT_EQ(fills[i].brush.background.colour, RGB(255, 255, 255));
-        EXPECT_EQ(fills[i].brush.background.alpha, 255);
-        CPoint const onAxis[] { { bars[i].right, i == 1 ? bars[i].top : bars[i].bottom },
-            { bars[i].left, i == 1 ? bars[i].top : bars[i].bottom } };
-        auto const isOnAxis = [&](RecordedPrimitive const& p) {
-            return p.line.colour == kAxes && std::is_permutation(p.points.begin(), p.points.end(), onAxis, onAxis + 2);
-        };
-        EXPECT_EQ(std::count_if(primitives.begin(), primitives.end(), isOnAxis), 1) << "bar " << i;
-    }
-    curve.SetFillPattern(kSolidFillPattern);
-    EXPECT_FALSE(OfKind(Record(graph, kSize), Kind::Fill)[0].brush.hatchStyle);
+    auto const fills = OfKind(Record(graph, kSize), Kind::Fill);
+    ASSERT_EQ(fills.size(), 3u);
+    EXPECT_EQ(fills[0].brush.hatchStyle, 25);
+    EXPECT_EQ(fills[0].brush.background, (VectorColour { RGB(255, 255, 255), 255 }));
     CRect outside(-10, -10, -5, -5);
     EXPECT_FALSE(curve.GetActualRect(outside));
     EXPECT_EQ(outside, CRect(-10, -10, -5, -5));
 }
 
-struct TestBar {
-    double x;
-    double from;
-    double to;
-};
-
-/// In turn.
-constexpr COLORREF kFills[] { RGB(0, 160, 0), RGB(160, 160, 0) };
-
-/// Draws bars one by one, and their outlines side by side.
-void DrawPlainly(
-    CPort& port, C2DGraph const& graph, std::vector<TestBar> const& bars, double width, COLORREF borderColour)
+TEST(SeriesBars, WidenTheXRangeForTheBarsOfPointsThatAreNoGaps)
 {
-    CDC& dc = *port.GetDC();
-    VectorGraphics graphics(dc);
-    CRect const axesRect = graph.GetAxesRect();
-    CPoint const crossing = port.UnitsToWindow(graph.GetAxes()->GetIntersect());
-    int const penWidth = std::max(1, dc.GetDeviceCaps(LOGPIXELSX) / 96);
-    for (std::size_t i = 0; i < bars.size(); ++i) {
-        TestBar const& bar = bars[i];
-        COLORREF const border = borderColour == kOwnColour ? kFills[i % 2] : borderColour;
-        CPoint const topLeft = port.UnitsToWindow(CRealPoint(bar.x - width / 2, std::max(bar.from, bar.to)));
-        CPoint const bottomRight = port.UnitsToWindow(CRealPoint(bar.x + width / 2, std::min(bar.from, bar.to)));
-        CRect r(topLeft.x, topLeft.y, bottomRight.x, bottomRight.y);
-        if (!BarPainter::ClipToAxes(r, axesRect))
-            continue;
-        r.right = std::min(r.right, axesRect.right);
-        r.bottom = std::min(r.bottom, axesRect.bottom);
-        graphics.FillRectangle(VectorBrush::Solid(kFills[i % 2]), r.left, r.top, r.Width(), r.Height());
-        auto const side = [&](CPoint a, CPoint b, bool onAxis) {
-            CPen pen(PS_SOLID, penWidth, onAxis ? kAxes : border);
-            dc.SelectObject(&pen);
-            dc.MoveTo(a);
-            dc.LineTo(b);
-        };
-        side({ r.left, r.top }, { r.right, r.top }, r.top == crossing.y);
-        side({ r.right, r.top }, { r.right, r.bottom }, r.right == crossing.x);
-        side({ r.right, r.bottom }, { r.left, r.bottom }, r.bottom == crossing.y);
-        side({ r.left, r.bottom }, { r.left, r.top }, r.left == crossing.x);
-    }
-}
-
-std::vector<COLORREF> Pixels(std::vector<RecordedPrimitive> const& primitives, CSize size)
-{
-    CDIB bitmap(size.cx, size.cy, 24);
-    for (RecordedPrimitive const& p : primitives)
-        Replay(p, {}, bitmap.GetDC()->GetSurface(), p.clip);
-    std::vector<COLORREF> pixels;
-    for (int y = 0; y < size.cy; ++y) {
-        for (int x = 0; x < size.cx; ++x)
-            pixels.push_back(bitmap.GetDC()->GetPixel(x, y));
-    }
-    return pixels;
-}
-
-TEST(BarPainter, GivesThePixelsOfBarsDrawnPlainlyHoweverThinTheyAre)
-{
-    constexpr CSize kSmall(160, 120);
-    C2DGraph graph(1);
-    CAxes& axes = *graph.GetAxes();
-    axes.SetXAxisRangeMode(CAxes::rmFixed);
-    axes.SetYAxisRangeMode(CAxes::rmFixed);
-    axes.SetXAxisMin(-5);
-    axes.SetXAxisMax(5);
-    axes.SetYAxisMin(-9);
-    axes.SetYAxisMax(9);
-    axes.SetIntersectMode(1);
-    axes.SetIntersect({ 0, 0 });
-    axes.SetColour(kAxes);
-    Record(graph, kSmall);
-    std::mt19937 random(7);
-    // Some reach beyond the axes, some have no height, some stand on the x axis and some hang in the air.
-    std::uniform_real_distribution<> anyX(-5.2, 5.2);
-    std::uniform_real_distribution<> anyY(-12, 12);
-    for (int const count : { 20, 70, 300, 3000 }) {
-        std::vector<TestBar> bars;
-        for (int i = 0; i < count; ++i) {
-            double const y = anyY(random);
-            bars.push_back({ anyX(random), y, i % 3 == 0 ? 0.0 : i % 11 == 5 ? y : y + 0.1 * anyY(random) });
-        }
-        for (auto const& [resolution, border] : { std::pair(96, kBorder), std::pair(288, kBorder),
-                 std::pair(96, kOwnColour), std::pair(288, kOwnColour) }) {
-            DeviceCapabilities capabilities;
-            capabilities.logPixelsX = capabilities.logPixelsY = resolution;
-            auto const gathered = std::make_shared<RecordingSurface>(kSmall, capabilities);
-            auto const plain = std::make_shared<RecordingSurface>(kSmall, capabilities);
-            CDC gatheredDC(gathered);
-            CDC plainDC(plain);
-            CPort gatheredPort(&gatheredDC, {}, graph.GetAxesRect(), graph.GetAxesRealRect());
-            CPort plainPort(&plainDC, {}, graph.GetAxesRect(), graph.GetAxesRealRect());
-            double const width = 5.0 / count;
-            {
-                BarPainter painter(gatheredPort, graph, border);
-                for (std::size_t i = 0; i < bars.size(); ++i)
-                    painter.Paint(bars[i].x, width, bars[i].from, bars[i].to, VectorBrush::Solid(kFills[i % 2]));
-            }
-            DrawPlainly(plainPort, graph, bars, width, border);
-            EXPECT_EQ(Pixels(gathered->Primitives(), kSmall), Pixels(plain->Primitives(), kSmall))
-                << count << " bars at " << resolution << " to the inch";
-            if (count == 3000 && border == kBorder) {
-                EXPECT_LT(gathered->Primitives().size(), plain->Primitives().size() / 4) << "fewer lines";
-            }
+    for (ItemType const type : { it2DClusteredBarPlot, it2DStackedBarPlot }) {
+        C2DGraph graph(1);
+        auto& plot = AddPlot<SeriesBarPlot>(graph, type);
+        plot.SetBarWidthFactor(0.5);
+        AddCurve(plot, { 3, -1, kGap }, { 10, 11, 12 });
+        graph.UpdatePlots();
+        double min = 0;
+        double max = 0;
+        plot.GetXRange(min, max);
+        EXPECT_EQ(std::make_pair(min, max), std::make_pair(9.75, 11.25));
+        if (auto* const stacked = DynamicDowncast<C2DStackedBarPlot>(&plot)) {
+            stacked->SetNoRangeMargin(1);
+            plot.GetXRange(min, max);
+            EXPECT_EQ(std::make_pair(min, max), std::make_pair(10.0, 11.0));
         }
     }
-}
-
-TEST(ClusteredBars, StandSideBySideOnZero)
-{
-    C2DGraph graph(1);
-    auto& plot = AddPlot<C2DClusteredBarPlot>(graph, it2DClusteredBarPlot);
-    for (double const y : { 3.0, -1.0, 2.0 })
-        AddCurve(plot, { y, y, kGap }, { 10, 11, 12 });
-    graph.UpdatePlots();
-    auto const fills = OfKind(Record(graph, kSize), Kind::Fill);
-    ASSERT_EQ(fills.size(), 6u);
-    EXPECT_EQ(fills[0].rect, Device(graph, 9.7, 3, 9.9, 0));
-    EXPECT_EQ(fills[1].rect, Device(graph, 9.9, 0, 10.1, -1));
-    EXPECT_EQ(fills[2].rect, Device(graph, 10.1, 2, 10.3, 0));
-    double min = 0;
-    double max = 0;
-    plot.GetXRange(min, max);
-    EXPECT_NEAR(min, 9.7, 1e-12);
-    EXPECT_NEAR(max, 11.3, 1e-12) << "a point of gaps alone widens nothing";
 }
 
 TEST(StackedBars, ListTheirPiecesFromTheLowerEndOn)
@@ -279,8 +132,11 @@ TEST(StackedBars, ListTheirPiecesFromTheLowerEndOn)
         plot.SetPlotStyle(c.style);
         plot.SetScaleStacksOn(c.scaled);
         plot.SetStackTotal(4);
-        for (COLORREF k = 0; k < 3; ++k)
-            AddCurve(plot, { c.values[k] }).SetColour(k);
+        for (COLORREF k = 0; k < 3; ++k) {
+            auto& curve = AddCurve<SeriesBarCurve>(plot, { c.values[k] });
+            curve.SetColour(k);
+            curve.SetFillPattern(static_cast<int>(k) + 20);
+        }
         // A curve that is not valid takes no part.
         plot.CreateCurve();
         graph.UpdatePlots();
@@ -295,6 +151,7 @@ TEST(StackedBars, ListTheirPiecesFromTheLowerEndOn)
         for (std::size_t k = 0; k < n; ++k) {
             EXPECT_DOUBLE_EQ(heights[k], c.heights[k]) << message;
             EXPECT_EQ(colours[k], c.curves[k]) << message;
+            EXPECT_EQ(patterns[k], static_cast<int>(c.curves[k]) + 20) << message;
         }
         double min = 1;
         double max = 1;
@@ -303,28 +160,6 @@ TEST(StackedBars, ListTheirPiecesFromTheLowerEndOn)
         EXPECT_DOUBLE_EQ(max, c.max) << message;
         EXPECT_EQ(plot.GetStackedBars(1, base, heights, colours, patterns), 0) << "beyond the points";
     }
-}
-
-TEST(StackedBars, LieOnTopOfEachOtherWithoutASeam)
-{
-    C2DGraph graph(1);
-    auto& plot = AddPlot<C2DStackedBarPlot>(graph, it2DStackedBarPlot);
-    for (double const y : { 0.3, -0.2, 0.7, 0.1 })
-        AddCurve(plot, { y, 1.0 });
-    graph.UpdatePlots();
-    auto const fills = OfKind(Record(graph, kSize), Kind::Fill);
-    ASSERT_EQ(fills.size(), 8u);
-    EXPECT_EQ(fills[0].rect, Device(graph, 0.75, 0, 1.25, -0.2));
-    for (std::size_t k = 1; k < 4; ++k)
-        EXPECT_EQ(fills[k].rect.bottom, fills[k - 1].rect.top);
-    EXPECT_EQ(fills[3].rect.top, graph.UnitsToWindow({ 1, 1.1 }).y);
-    double min = 0;
-    double max = 0;
-    plot.GetXRange(min, max);
-    EXPECT_EQ(std::make_pair(min, max), std::make_pair(0.75, 2.25));
-    plot.SetNoRangeMargin(1);
-    plot.GetXRange(min, max);
-    EXPECT_EQ(std::make_pair(min, max), std::make_pair(1.0, 2.0));
 }
 
 TEST(Bars, OfAnyDataStayInsideTheAxes)

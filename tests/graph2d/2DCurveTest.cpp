@@ -59,6 +59,36 @@ TEST(Curve2D, LogarithmicAxesSeeDecadesAndClampWhatHasNone)
     EXPECT_EQ(min, -100.0);
     EXPECT_EQ(max, 2.0);
     EXPECT_EQ(curve.GetYVal(10), 100.0) << "stored values";
+    curve.SetYAt(0, kGap);
+    curve.SetYAt(1, kGap);
+    curve.SetYAt(2, kGap);
+    curve.GetXRange(min, max);
+    EXPECT_EQ(std::make_pair(min, max), std::make_pair(0.0, 0.0)) << "no point";
+}
+
+TEST(Curve2D, TakesRowsOfTablesAndSpreadsXOverItsInterval)
+{
+    CTableData table(3, 2);
+    for (int i = 0; i < 6; ++i)
+        table.SetAt(i / 2, i % 2, i);
+    TableCurve curve({});
+    curve.SetPoints(table, 2, 0);
+    ASSERT_EQ(curve.GetNumPoints(), 2);
+    EXPECT_EQ(std::as_const(curve).GetAt(1), CRealPoint(5, 1));
+    curve.SetPoints(table, 0, 3);
+    EXPECT_EQ(curve.GetNumPoints(), 2) << "there is no such row";
+    curve.SetXPoints(table);
+    curve.SetYPoints(table);
+    EXPECT_EQ(std::as_const(curve).GetAt(1), CRealPoint(1, 3));
+    curve.SetPoints(table, -1, -1);
+    EXPECT_EQ(curve.GetPoints().GetNumRows(), 3);
+    curve.Initialise(4);
+    curve.SetNumPts(4);
+    curve.SetXMin(2);
+    curve.SetXMax(8);
+    curve.SetXValuesFromMesh();
+    EXPECT_EQ(std::as_const(curve).GetAt(1).x, 4.0);
+    EXPECT_EQ(std::as_const(curve).GetAt(3).x, 8.0);
 }
 
 TEST(Curve2D, TakesPointsFromArraysOnlyWhenTheyAreLongEnough)
@@ -101,6 +131,7 @@ TEST(SeriesPlot, GivesItsCurvesTheSharedXValues)
     C2DGraph graph(1);
     auto& plot = static_cast<C2DSeriesPlot&>(*graph.AddPlot(it2DLineSeriesPlot));
     plot.SetNumPts(11);
+    plot.SetXValMode(C2DCurve::xvDates);
     auto& first = static_cast<C2DCurve&>(*plot.CreateCurve());
     first.SetDataSourceType(CPlotComponent::dsTable);
     first.Initialise(4);
@@ -111,7 +142,8 @@ TEST(SeriesPlot, GivesItsCurvesTheSharedXValues)
     EXPECT_EQ(std::as_const(first).GetAt(10).x, 10.0);
     EXPECT_EQ(std::as_const(first).GetAt(3).y, 10.0) << "own y values stay";
     EXPECT_EQ(std::as_const(first).GetAt(4).y, 0.0);
-    EXPECT_EQ(plot.GetPoints().GetAt(1, 3), 10.0) << "the plot takes over the first curve's points";
+    EXPECT_EQ(first.GetXValueKind(), C2DCurve::xvDates);
+    EXPECT_EQ(plot.GetAt(3), CRealPoint(3, 10)) << "the plot takes over the first curve's points";
 
     CDoubleArray xs;
     for (double const v : { 1.0, 4.0, 9.0 })

@@ -45,47 +45,6 @@ std::vector<RecordedPrimitive> Bars(C2DGraph& graph)
     return found;
 }
 
-int Width(RecordedPrimitive const& line) { return line.points[1].x - line.points[0].x; }
-
-TEST(ErrorBars, StandOnTheirPointsWithCapsInProportionToTheirHeights)
-{
-    C2DGraph graph(1);
-    C2DErrorBarCurve& curve = AddBars(graph, { 1, 3, 5 }, { 5, 5, 5 }, { 8, 4, 2 });
-    FixAxes(graph, 10, 10);
-    curve.SetScaleFac(4);
-    auto const lines = Bars(graph);
-    ASSERT_EQ(lines.size(), 9u);
-    EXPECT_EQ(lines[0].points[0], graph.UnitsToWindow({ 1, 1 }));
-    EXPECT_EQ(lines[0].points[1], graph.UnitsToWindow({ 1, 9 }));
-    EXPECT_EQ(lines[1].points[0].y, lines[0].points[0].y);
-    EXPECT_EQ(lines[2].points[0].y, lines[0].points[1].y);
-    double const widest = 0.04 * graph.GetAxesRect().Width();
-    for (std::size_t bar = 0; bar < 3; ++bar)
-        EXPECT_NEAR(Width(lines[3 * bar + 1]), widest / (1 << bar), 1.0) << bar;
-    curve.SetScaleFac(1000);
-    EXPECT_NEAR(Width(Bars(graph)[1]), 0.8 * 2 / 10 * graph.GetAxesRect().Width(), 1.0) << "neighbours stay apart";
-}
-
-TEST(ErrorBars, KeepCapsThatCanBeSeenHoweverCloseTheyStand)
-{
-    for (bool const backwards : { false, true }) {
-        CDoubleArray xs { 0.1, 0.3, 1, 3, 10, 30, 100 };
-        if (backwards)
-            std::reverse(xs.GetData(), xs.GetData() + xs.GetSize());
-        C2DGraph graph(1);
-        AddBars(graph, xs, { 5, 5, 5, 5, 5, 5, 5 }, { 1, 2, 1, 2, 1, 2, 1 });
-        FixAxes(graph, 100, 10);
-        graph.GetAxes()->SetRange(CAxes::atX, -10, 110);
-        auto const lines = Bars(graph);
-        ASSERT_EQ(lines.size(), 21u);
-        for (std::size_t bar = 0; bar < 7; ++bar) {
-            double const width = 0.01 * graph.GetAxesRect().Width() / (bar % 2 == 0 ? 2 : 1);
-            EXPECT_NEAR(Width(lines[3 * bar + 1]), width, 1) << bar;
-            EXPECT_EQ(Width(lines[3 * bar + 2]), Width(lines[3 * bar + 1])) << bar;
-        }
-    }
-}
-
 TEST(ErrorBars, LeaveOutWhatIsMissing)
 {
     double const nan = std::nan("");

@@ -130,41 +130,6 @@ TEST(LinePath, WideLinesThroughTheExtremesAloneLookTheSame)
     }
 }
 
-TEST(LinePath, MergesAMillionAscendingPointsToAFewAColumn)
-{
-    std::mt19937 random(3);
-    std::normal_distribution<double> step(0.0, 0.001);
-    double y = 0.5;
-    CTableData const table = MakeTable(1000000, [&](int i) { return CRealPoint(i / 1e6, y += step(random)); });
-    PointSummary summary;
-    Drawing drawing(false);
-    LinePath path;
-    path.Clear();
-    AddStraightLines(path, PointsOf(table, summary), drawing.map, 0, kSize.cx);
-    EXPECT_LE(path.points.size(), 4u * 121u);
-}
-
-TEST(LinePath, DashesOfAFlatDenseLineStayDashes)
-{
-    CTableData const table = MakeTable(40000, [](int i) { return CRealPoint(i / 40000.0, 0.5); });
-    PointSummary summary;
-    StoredPoints const points = PointsOf(table, summary);
-    Drawing merged(false);
-    Drawing plain(false);
-    VectorPen const pen { {}, 1.0, C2DLine::GetDashes(1) };
-    LinePath dashed;
-    LinePath solid;
-    dashed.Clear();
-    solid.Clear();
-    AddDashedLines(dashed, solid, points, merged.map, 20);
-    EXPECT_TRUE(solid.points.empty());
-    merged.Stroke(dashed, pen);
-    dashed.Clear();
-    AddUnmergedLines(dashed, points, plain.map);
-    plain.Stroke(dashed, pen);
-    EXPECT_EQ(Differences(merged, plain), 0);
-}
-
 TEST(LinePath, DashesThatWouldOverlapBecomeUprightLines)
 {
     std::mt19937 random(3);
@@ -179,41 +144,6 @@ TEST(LinePath, DashesThatWouldOverlapBecomeUprightLines)
     AddDashedLines(dashed, solid, PointsOf(table, summary), drawing.map, 20);
     EXPECT_GE(solid.points.size(), 2u * 119u);
     EXPECT_LE(dashed.points.size(), 4u * 121u);
-}
-
-TEST(LinePath, StepsAndPairsHaveTheirVertices)
-{
-    CTableData const table = MakeTable(3, [](int i) {
-        return std::vector<CRealPoint> { { 0, 0 }, { 2, 4 }, { 4, 1 } }[static_cast<std::size_t>(i)];
-    });
-    // One real unit is ten pixels, so that columns stay apart.
-    CRect const area(0, 0, 100, 100);
-    CDC dc;
-    CPort const port(&dc, area, area, CRealRect({ 0.0, 10.0 }, { 10.0, 0.0 }));
-    PointMapping const map { port.GetMapping() };
-    PointSummary summary;
-    StoredPoints const points = PointsOf(table, summary);
-    auto const steps = [&](int mode) {
-        LinePath path;
-        path.Clear();
-        AddSteppedLines(path, points, map, mode);
-        std::string text;
-        for (CPoint const p : path.points)
-            text += std::to_string(p.x / 10) + "," + std::to_string(10 - p.y / 10) + " ";
-        return text;
-    };
-    EXPECT_EQ(steps(C2DLine::smMiddle), "0,0 1,0 1,4 3,4 3,1 4,1 ");
-    EXPECT_EQ(steps(C2DLine::smHorizontalFirst), "0,0 2,0 2,4 4,4 4,1 ");
-    EXPECT_EQ(steps(C2DLine::smVerticalFirst), "0,0 0,4 2,4 2,1 4,1 ");
-    EXPECT_EQ(steps(7), "0,0 4,1 ");
-
-    CTableData const five = MakeTable(5, [](int i) { return CRealPoint(i, i % 2); });
-    PointSummary other;
-    LinePath pairs;
-    pairs.Clear();
-    AddPointPairs(pairs, PointsOf(five, other), map);
-    EXPECT_EQ(pairs.points.size(), 4u);
-    EXPECT_EQ(pairs.starts, (std::vector<std::size_t> { 0, 2, 4 }));
 }
 
 } // namespace

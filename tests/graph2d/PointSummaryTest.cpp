@@ -60,16 +60,14 @@ TEST(PointSummary, LeavesPointsOutOfBothRangesWhenEitherCoordinateIsMissing)
 
 TEST(PointSummary, KnowsWhenXDoesNotAscend)
 {
-    struct Case {
-        int at;
-        double x;
-    };
-    for (Case const& c : { Case { 64, 31.0 }, Case { 10, 1.0 }, Case { 199, 0.0 }, Case { 100, std::nan("") } }) {
-        CTableData table = RandomWalk(200);
-        table.SetAt(0, c.at, c.x);
-        PointSummary summary;
-        summary.Update(table);
-        EXPECT_FALSE(summary.XAscends()) << c.at;
+    for (int const at : { 1, 2, 3, 4, 62, 63, 64, 65, 127, 128, 199 }) {
+        for (double const x : { 0.5 * (at - 1) - 0.25, std::nan("") }) {
+            CTableData table = RandomWalk(200);
+            table.SetAt(0, at, x);
+            PointSummary summary;
+            summary.Update(table);
+            EXPECT_FALSE(summary.XAscends()) << at << " " << x;
+        }
     }
 }
 
