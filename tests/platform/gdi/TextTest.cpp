@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace ombrel {
 namespace {
@@ -224,15 +226,135 @@ TEST(Text, MissingGlyphsLeaveTheirPlaceEmpty)
     EXPECT_GE(MeasureText(font, CString(char16_t { 0xD800 })).cx, 0);
 }
 
-TEST(Text, UnderlinesRunOverTheWholeWidth)
+TEST(Text, LinesRunOverTheWholeWidthUnderAndThroughTheLetters)
 {
-    LOGFONT font = MakeFont(16);
-    font.lfUnderline = 1;
-    auto const mask = RenderText(font, "   ");
-    EXPECT_EQ(mask->offset.x, 0);
-    EXPECT_EQ(mask->width, MeasureText(font, "   ").cx);
-    EXPECT_GE(mask->offset.y, MeasureFont(font).tmAscent);
-    EXPECT_EQ(Ink(*mask), mask->width * mask->height);
+    struct Case {
+        int height;
+        int underlined;
+        int struckOut;
+        int top;
+        int bottom;
+        int rows;
+    };
+    Case const cases[] = {
+        { 16, 0, 0, 0, 0, 0 },
+        // In a small cell the underline is pushed up to its foot.
+        { 2, 1, 0, 1, 2, 1 },
+        { 16, 1, 0, 13, 14, 1 },
+        { 40, 1, 0, 34, 37, 3 },
+        { 8, 0, 1, 4, 5, 1 },
+        { 16, 0, 1, 9, 10, 1 },
+        { 40, 0, 1, 23, 26, 3 },
+        { 40, 1, 1, 23, 37, 6 },
+    };
+    for (auto const& c : cases) {
+        LOGFONT font = MakeFont(c.height);
+        font.lfUnderline = static_cast<decltype(font.lfUnderline)>(c.underlined);
+        font.lfStrikeOut = static_cast<decltype(font.lfStrikeOut)>(c.struckOut);
+        auto const mask = RenderText(font, "   ");
+        int const width = c.rows > 0 ? MeasureText(font, "   ").cx : 0;
+        SCOPED_TRACE(c.height);
+        EXPECT_EQ(mask->offset, CPoint(0, c.top));
+        EXPECT_EQ(CSize(mask->width, mask->height), CSize(width, c.bottom - c.top));
+        EXPECT_EQ(Ink(*mask), c.rows * width);
+    }
+}
+
+TEST(Text, GlyphsStandWhereTheirCharactersDo)
+{
+    struct Case {
+        CString text;
+        std::vector<std::size_t> clusters;
+        bool textFromRight;
+        bool runFromRight;
+    };
+    Case const cases[] = {
+        { u"aä€b", { 0, 1, 3, 6 }, false, false },
+        { u"a\tb", { 0, 1, 2 }, false, false },
+        // Visual order: the last letter comes first.
+        { u"\u05D0\u05D1\u05D2", { 4, 2, 0 }, true, true },
+        { u"\u05D0\u05D1 1", { 5, 4, 2, 0 }, true, false },
+    };
+    auto const font = text::FindFont(MakeFont(20));
+    for (auto const& c : cases) {
+        auto const shaped = text::Shape(*font, c.text.View());
+        std::vector<std::size_t> clusters;
+        int x = 0;
+        for (auto const& run : shaped.runs)
+            for (auto const& glyph : run.glyphs) {
+                clusters.push_back(glyph.cluster);
+                EXPECT_GE(glyph.x, x);
+                x = glyph.x + (glyph.missing ? 0 : run.font->Advance(glyph.index));
+            }
+        EXPECT_EQ(clusters, c.clusters) << c.text.ToUtf8();
+        EXPECT_EQ(x, shaped.width) << c.text.ToUtf8();
+        EXPECT_EQ(shaped.rightToLeft, c.textFromRight) << c.text.ToUtf8();
+        ASSERT_FALSE(shaped.runs.empty());
+        EXPECT_EQ(shaped.runs.front().rightToLeft, c.runFromRight) << c.text.ToUtf8();
+        EXPECT_EQ(shaped.runs.back().rightToLeft, c.textFromRight) << c.text.ToUtf8();
+    }
+}
+
+TEST(Text, FontsAreLookedForByFamilyAndStyle)
+{
+    struct Case {
+        char const* face;
+        bool bold;
+        bool italic;
+        char const* file;
+    };
+    Case const cases[] = {
+        { "ARIAL", false, false, "/LiberationSans-Regular.ttf" },
+        { "Helvetica", true, false, "/LiberationSans-Bold.ttf" },
+        { "", false, true, "/LiberationSans-Italic.ttf" },
+        { "Courier", true, true, "/LiberationMono-BoldItalic.ttf" },
+        { "Times", false, false, "/LiberationSerif-Regular.ttf" },
+        // Where nothing has the name, the nearest style of the second choice.
+        { "No Such Face", true, false, "/LiberationSans-Bold.ttf" },
+        { "No Such Face", false, true, "/LiberationSans-Italic.ttf" },
+        { "Liberation Nothing", false, false, "/LiberationSans-Regular.ttf" },
+    };
+    for (auto const& c : cases) {
+        std::string const path = text::FindFontFile(text::FamilyFor(c.face), c.bold, c.italic).path;
+        EXPECT_TRUE(path.ends_with(c.file)) << c.face << ": " << path;
+    }
+    // The same height in other styles is another font.
+    EXPECT_EQ(MeasureText(MakeFont(20, 400), "Hg12").cx, 43);
+    EXPECT_EQ(MeasureText(MakeFont(20, 700), "Hg12").cx, 44);
+    EXPECT_NE(RenderText(MakeFont(20, 400), "Hg12")->coverage, RenderText(MakeFont(20, 400, true), "Hg12")->coverage);
+}
+
+TEST(Text, PatternsOfFontsTellFileAndStyle)
+{
+    FcPattern* const pattern = FcPatternCreate();
+    EXPECT_EQ(text::FileOfPattern(pattern), text::FontFile());
+    FcPatternAddString(pattern, FC_FILE, reinterpret_cast<FcChar8 const*>("/a/font.ttc"));
+    EXPECT_EQ(text::FileOfPattern(pattern), (text::FontFile { "/a/font.ttc", 0, false, false }));
+    FcMatrix const slope { 1.0, 0.2, 0.0, 1.0 };
+    FcPatternAddInteger(pattern, FC_INDEX, 3);
+    FcPatternAddBool(pattern, FC_EMBOLDEN, FcTrue);
+    FcPatternAddMatrix(pattern, FC_MATRIX, &slope);
+    EXPECT_EQ(text::FileOfPattern(pattern), (text::FontFile { "/a/font.ttc", 3, true, true }));
+    FcPatternDestroy(pattern);
+}
+
+TEST(Text, StylesThatNoFileHasAreMadeOfTheUprightLetters)
+{
+    text::OpenFaces faces;
+    std::string const path = text::FindFontFile("Liberation Sans", false, false).path;
+    text::ScaledFont plain(faces.Open({ path, 0, false, false }), 32);
+    text::ScaledFont bold(faces.Open({ path, 0, true, false }), 32);
+    text::ScaledFont slanted(faces.Open({ path, 0, false, true }), 32);
+    auto const glyph = plain.Face().GlyphOf(U'l');
+    auto const& upright = plain.Mask(glyph);
+    // Wider by 1/24 em; leaning to the right by about a fifth of the height above the baseline.
+    EXPECT_NEAR(bold.Mask(glyph).width, upright.width + 1, 1);
+    EXPECT_GT(bold.Mask(glyph).width, upright.width);
+    EXPECT_EQ(bold.Mask(glyph).height, upright.height);
+    EXPECT_NEAR(slanted.Mask(glyph).width, upright.width + 0.2126 * upright.height, 2);
+    EXPECT_EQ(slanted.Mask(glyph).left, upright.left);
+    EXPECT_EQ(&plain.Face(), faces.Open({ path, 0, false, false }).get());
+    EXPECT_FALSE(faces.Open({ "/no/such/file", 0, false, false })->IsUsable());
 }
 
 } // namespace
