@@ -8,6 +8,9 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 namespace ombrel {
 namespace {
 
@@ -351,7 +354,7 @@ TEST_F(Preferences, BuildFormatsForGridCells)
 TEST_F(Preferences, AnExceptionInsideIsShownAndGivesZero)
 {
     int shown = 0;
-    SetMessageBoxFunction([&shown](CString const&, CString const&, UINT) { ++shown; });
+    SetMessageBoxFunction([&shown](CString const&, CString const& title, UINT) { shown += title == "Ombrel"; });
     SetStringResourceFunction([](UINT, CString&) -> bool { throw new CResourceException; });
     int value = 7;
     EXPECT_EQ(P::GetGridCellPrecision(value), 0);
@@ -375,6 +378,23 @@ TEST_F(Preferences, TheHostChoosesTheKeys)
     int on = 7;
     P::GetShowCursorPos(on);
     EXPECT_EQ(on, 0);
+}
+
+TEST_F(Preferences, OfAFileThatMayNotBeWrittenAreTheDefaults)
+{
+    P::SetShowCursorPos(1);
+    std::filesystem::permissions(m_directory, std::filesystem::perms(0755));
+    std::filesystem::permissions(m_directory / "registry", std::filesystem::perms(0444));
+    // A process of its own, which gives the rights of root away.
+    pid_t const child = fork();
+    if (child == 0) {
+        bool const plain = geteuid() != 0 || setuid(65534) == 0;
+        int on = 7;
+        _exit(plain && P::GetShowCursorPos(on) == 1 && on == 0 && Stored(k2D, "Show Cursor Pos") == "1" ? 0 : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
 }
 
 TEST_F(Preferences, EntriesReadAtMost1023UnitsAndGoDownToSubkeys)

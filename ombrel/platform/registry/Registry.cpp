@@ -59,19 +59,17 @@ public:
     {
         std::lock_guard const lock(m_mutex);
         m_path = std::move(path);
-        m_snapshot.reset();
     }
-    /// What was kept of the file at the path; null when nothing can be relied on.
-    std::shared_ptr<Snapshot const> GetKept(std::string const& path) const
+    /// What was read last, of whatever file; null at first.
+    std::shared_ptr<Snapshot const> GetKept() const
     {
         std::lock_guard const lock(m_mutex);
-        return path == m_path ? m_snapshot : nullptr;
+        return m_snapshot;
     }
-    void Keep(std::string const& path, std::shared_ptr<Snapshot const> snapshot)
+    void Keep(std::shared_ptr<Snapshot const> snapshot)
     {
         std::lock_guard const lock(m_mutex);
-        if (path == m_path)
-            m_snapshot = std::move(snapshot);
+        m_snapshot = std::move(snapshot);
     }
 
 private:
@@ -130,7 +128,7 @@ std::shared_ptr<Snapshot const> Refresh(std::string const& path)
             snapshot->state = FileState::Missing;
         return snapshot;
     }
-    if (auto kept = TheFile().GetKept(path); kept && IsSameFile(status, kept->status))
+    if (auto kept = TheFile().GetKept(); kept && IsSameFile(status, kept->status))
         return kept;
     constexpr int kFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY;
     filesystem::Descriptor const descriptor(S_ISREG(status.st_mode) ? filesystem::OpenDescriptor(path, kFlags) : -1);
@@ -145,7 +143,7 @@ std::shared_ptr<Snapshot const> Refresh(std::string const& path)
     snapshot->writable = faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
     snapshot->state = FileState::Read;
     if (settled)
-        TheFile().Keep(path, snapshot);
+        TheFile().Keep(snapshot);
     return snapshot;
 }
 

@@ -98,13 +98,17 @@ TEST(Text, ExtentIsTheSumOfRoundedAdvances)
             << c.text << " at " << c.height;
 }
 
-TEST(Text, ShapedAndPlainTextHaveTheSameWidth)
+TEST(Text, ShapedAndPlainTextAreTheSame)
 {
     // A zero-width joiner at the end sends the whole text through shaping.
     for (char const* text : { "AVAWATo", "Temperature (°C)", "fi fl ff", "-1.5e+06", "ÄÖÜß µm", "Ωαβ" })
         for (int const height : { 9, 13, 15, 24 })
-            EXPECT_EQ(MeasureText(MakeFont(height), text), MeasureText(MakeFont(height), CString(text) + u"\u200D"))
-                << text << " at " << height;
+            for (LOGFONT const& font :
+                { MakeFont(height), MakeFont(height, 700), MakeFont(height, 400, true, "Courier New") }) {
+                CString const shaped = CString(text) + u"\u200D";
+                EXPECT_EQ(MeasureText(font, text), MeasureText(font, shaped)) << text << " at " << height;
+                EXPECT_EQ(RenderText(font, text)->coverage, RenderText(font, shaped)->coverage) << text;
+            }
 }
 
 TEST(Text, CombiningMarksTakeNoRoomAndHebrewRunsFromTheRight)
@@ -112,6 +116,13 @@ TEST(Text, CombiningMarksTakeNoRoomAndHebrewRunsFromTheRight)
     LOGFONT const font = MakeFont(24);
     EXPECT_EQ(MeasureText(font, u"xe\u0301x"), MeasureText(font, "xex"));
     EXPECT_EQ(MeasureText(font, u"\u05D0\u05D1").cx, MeasureText(font, u"\u05D0").cx + MeasureText(font, u"\u05D1").cx);
+    // The acute, for which no letter stands ready, sits above the letter.
+    auto const plain = RenderText(font, "X");
+    auto const marked = RenderText(font, u"X\u0301");
+    EXPECT_EQ(marked->offset.x, plain->offset.x);
+    EXPECT_EQ(marked->width, plain->width);
+    EXPECT_LE(marked->offset.y, plain->offset.y - 3);
+    EXPECT_EQ(marked->offset.y + marked->height, plain->offset.y + plain->height);
     // Resh then a full stop: the stop, which has ink at the foot only, comes to the left.
     CString const text = u"\u05E8\u05E8.";
     auto const mask = RenderText(font, text);
@@ -141,6 +152,20 @@ TEST(Text, UnusualTextsAndSizesAreLimited)
     auto const cut = RenderText(MakeFont(2000), CString(u'W', 1000));
     EXPECT_LE(cut->width, 0x10000);
     EXPECT_EQ(cut->coverage.size(), static_cast<std::size_t>(cut->width) * static_cast<std::size_t>(cut->height));
+}
+
+TEST(Text, PartsOfGlyphsAreThoseOfTheWhole)
+{
+    text::ScaledFont& font = *text::FindFont(MakeFont(60))->Primary();
+    auto const glyph = font.Face().GlyphOf(U'g');
+    auto const& whole = font.Mask(glyph);
+    auto const part = font.MaskOfPart(glyph, text::kTextLimits);
+    EXPECT_EQ(CPoint(part.left, part.top), CPoint(whole.left, whole.top));
+    EXPECT_EQ(CSize(part.width, part.height), CSize(whole.width, whole.height));
+    EXPECT_EQ(part.coverage, whole.coverage);
+    // What is kept of a text of usual size does not depend on what was visible first.
+    RenderText(MakeFont(61), "Hg", { 3, 5, 9, 20 });
+    EXPECT_GT(RenderText(MakeFont(61), "Hg")->width, 40);
 }
 
 TEST(Text, LargeTextIsDrawnAsFarAsItIsSeen)
@@ -271,6 +296,8 @@ TEST(Text, GlyphsStandWhereTheirCharactersDo)
     Case const cases[] = {
         { u"aä€b", { 0, 1, 3, 6 }, false, false },
         { u"a\tb", { 0, 1, 2 }, false, false },
+        // No ligature, and a joiner that is a blank of no width.
+        { u"fi\u200D", { 0, 1, 2 }, false, false },
         // Visual order: the last letter comes first.
         { u"\u05D0\u05D1\u05D2", { 4, 2, 0 }, true, true },
         { u"\u05D0\u05D1 1", { 5, 4, 2, 0 }, true, false },

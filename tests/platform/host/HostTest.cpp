@@ -2,7 +2,9 @@
 
 #include "ombrel/platform/host/LocalePictures.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace ombrel {
 namespace {
@@ -12,8 +14,11 @@ TEST(Host, StringResourcesFallBackToTheBuiltInTexts)
     CString text("untouched");
     EXPECT_FALSE(LoadStringResource(1004, text));
     EXPECT_EQ(text, "untouched");
-    EXPECT_TRUE(LoadStringResource(1006, text));
-    EXPECT_EQ(text, "Software\\Ombrel\\Graphs\\2D");
+    for (auto const& [id, expected] : { std::pair(1005U, "Software\\Ombrel\\Graphs"),
+             { 1006U, "Software\\Ombrel\\Graphs\\2D" }, { 1007U, "Software\\Ombrel\\Graphs\\3D" } }) {
+        EXPECT_TRUE(LoadStringResource(id, text));
+        EXPECT_EQ(text, expected);
+    }
 
     SetStringResourceFunction([](UINT id, CString& found) {
         found = "the host's";
@@ -63,6 +68,10 @@ TEST(Host, PicturesFollowStrftimeFormats)
         { "%Y\xE5\xB9\xB4%m\xE6\x9C\x88", "yyyy\xE5\xB9\xB4MM\xE6\x9C\x88" },
         { "%", "" },
         { "%Q%d", "dd" },
+        { "%-H:%-I:%-d%%", "H:h:d%" },
+        { "%d a.b %m", "dd 'a.b' MM" },
+        { "%H o'clock", "HH 'o''clock'" },
+        { "%y. gada", "yy. 'gada'" },
     };
     for (Case const& c : cases)
         EXPECT_EQ(MakePicture(c.format), CString(c.picture)) << c.format;
@@ -75,6 +84,9 @@ TEST(Host, UnknownLocalesWriteDatesPlainly)
         EXPECT_EQ(pictures.shortDate, "MM/dd/yy") << name;
         EXPECT_EQ(pictures.time, "HH:mm:ss") << name;
     }
+    setenv("LC_ALL", "C", 1);
+    EXPECT_EQ(GetLocaleShortDatePicture(), "MM/dd/yy");
+    EXPECT_EQ(GetLocaleTimePicture(), "HH:mm:ss");
 }
 
 } // namespace

@@ -17,6 +17,7 @@ TEST(RegistryDocument, FindsValuesAsAPersonWouldWriteThem)
     auto const document = ParseRegistry("\xEF\xBB\xBF# my settings\n"
                                         "[Software\\Ombrel]\r\n"
                                         "  Plain=1  \r\n"
+                                        "Tabs\t=\t2\t\n"
                                         "\tAxes Colour = 12 = 0xC\n"
                                         "; another comment\n"
                                         "@ = the default value\n"
@@ -36,6 +37,7 @@ TEST(RegistryDocument, FindsValuesAsAPersonWouldWriteThem)
     Case const cases[] = {
         { "Software\\Ombrel", "Plain", "1" },
         { "SOFTWARE\\ombrel\\", "PLAIN", "1" },
+        { "Software\\Ombrel", "Tabs", "2" },
         { "Software\\Ombrel", "Axes Colour", "12 = 0xC" },
         { "Software\\Ombrel", "", "the default value" },
         { "Software\\Ombrel", "@", "(none)" },
@@ -67,20 +69,22 @@ TEST(RegistryDocument, SkipsDamagedLinesAndKeepsThemInPlace)
                              "ok = 1\n"
                              "[Broken\n"
                              "ok = of a key that nobody knows\n"
+                             "[Bro\tken]\n"
                              "[Last]\n"
                              "ok = 3\n";
     auto document = ParseRegistry(text);
-    EXPECT_EQ(document.GetDamagedLines(), 11);
+    EXPECT_EQ(document.GetDamagedLines(), 12);
     EXPECT_EQ(Found(document, "Good", "ok"), "1");
     EXPECT_EQ(Found(document, "Good", "bad"), "(none)");
     EXPECT_EQ(Found(document, "Broken", "ok"), "(none)");
     EXPECT_EQ(document.ToText(), text);
 
     ASSERT_TRUE(document.Set("good", "OK", "2"));
-    ASSERT_TRUE(document.Set("Good", "new", "x"));
+    EXPECT_EQ(Found(document, "Good", "ok"), "2");
+    ASSERT_TRUE(document.Set("Good", "a#;b", ""));
     ASSERT_TRUE(document.Set("Other", "", "y"));
     std::string expected = text;
-    expected.replace(expected.find("ok = 1\n"), 7, "OK = 2\nnew = x\n");
+    expected.replace(expected.find("ok = 1\n"), 7, "OK = 2\na#;b =\n");
     EXPECT_EQ(document.ToText(), expected + "\n[Other]\n@ = y\n");
     EXPECT_EQ(Found(document, "Good", "ok"), "2");
     EXPECT_EQ(Found(document, "Last", "ok"), "3");

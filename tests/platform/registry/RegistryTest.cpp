@@ -1,10 +1,12 @@
 #include "ombrel/platform/registry/Registry.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <thread>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -60,6 +62,11 @@ TEST_F(Registry, WritingCreatesDirectoriesFileAndKey)
     EXPECT_EQ(Read("Software", "Name"), "(none)");
     EXPECT_EQ(FileText(), "[Software\\Ombrel]\nName = value\n");
     EXPECT_FALSE(WriteRegistryValue(static_cast<HKEY>(0), "Software", "Name", "value"));
+    CString value;
+    EXPECT_FALSE(ReadRegistryValue(static_cast<HKEY>(0), "Software\\Ombrel", "Name", value));
+    // What no reader would take is not written.
+    EXPECT_FALSE(Write("Software\\Ombrel", "Name", CString(u'x', 17 << 20)));
+    EXPECT_EQ(Read("Software\\Ombrel", "Name"), "value");
 }
 
 TEST_F(Registry, AChangeOfTheFileIsSeenByTheNextReader)
@@ -68,6 +75,13 @@ TEST_F(Registry, AChangeOfTheFileIsSeenByTheNextReader)
     for (int i = 100; i < 200; ++i) {
         WriteFile("[Key]\nName = " + std::to_string(i) + "\n");
         ASSERT_EQ(Read("Key", "Name"), std::to_string(i));
+    }
+    // Once the file has come to rest it is kept; what changes it within the second shows all the same.
+    for (int i = 200; i < 203; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(40));
+        EXPECT_EQ(Read("Key", "Name"), std::to_string(i - 1));
+        WriteFile("[Key]\nName = " + std::to_string(i) + "\n");
+        EXPECT_EQ(Read("Key", "Name"), std::to_string(i));
     }
     std::filesystem::remove(m_file);
     EXPECT_EQ(Read("Key", "Name"), "(none)");
