@@ -47,7 +47,7 @@ public:
 
     /// 1 at first: each band has an outline.
     int GetDrawBorders() const { return m_drawBorders; }
-    void SetDrawBorders(int on) { m_drawBorders = on; }
+    void SetDrawBorders(int on) { Store(m_drawBorders, on); }
     /// Of the bands' outlines; kOwnColour: that of each band.
     COLORREF GetBorderColour() const { return m_borderColour; }
     void SetBorderColour(COLORREF colour) { Change(m_borderColour, colour); }

@@ -29,7 +29,7 @@ public:
     void SetBorderColour(COLORREF colour) { Change(m_bars.borderColour, colour); }
     /// Hatch style; 6 is solid, as is a style that does not exist.
     int GetFillPattern() const { return m_fillPattern; }
-    void SetFillPattern(int pattern) { m_fillPattern = pattern; }
+    void SetFillPattern(int pattern) { Store(m_fillPattern, pattern); }
 
     /// Width of the bars in real x units.
     double GetBarWidth();

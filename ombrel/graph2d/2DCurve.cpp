@@ -93,7 +93,7 @@ int C2DCurve::GetScriptXValueMode() const
 
 int C2DCurve::SetContributeToXRange(int contribute)
 {
-    m_contributeToXRange = contribute;
+    Store(m_contributeToXRange, contribute);
     return 1;
 }
 

@@ -74,11 +74,11 @@ public:
     int GetLineMode() const { return m_lineMode; }
     void SetLineMode(int mode) { m_lineMode = mode; }
     int GetXScaleMode() const { return m_xScaleMode; }
-    void SetXScaleMode(int mode) { m_xScaleMode = mode; }
+    void SetXScaleMode(int mode) { Store(m_xScaleMode, mode); }
     int GetYScaleMode() const { return m_yScaleMode; }
-    void SetYScaleMode(int mode) { m_yScaleMode = mode; }
+    void SetYScaleMode(int mode) { Store(m_yScaleMode, mode); }
     XValMode GetXValMode() const { return m_xValMode; }
-    void SetXValMode(XValMode mode) { m_xValMode = mode; }
+    void SetXValMode(XValMode mode) { Store(m_xValMode, mode); }
     int GetUseDefaultRanges() const { return m_useDefaultRanges; }
     void SetUseDefaultRanges(int use) { m_useDefaultRanges = use; }
     int SetContributeToXRange(int contribute);

@@ -58,7 +58,7 @@ public:
     void SetOn(int on) { Change(m_on, on); }
     /// Whether the grid follows the axes. Setting it raises no flag.
     int GetSynch() const { return m_synch; }
-    void SetSynch(int synch) { m_synch = synch; }
+    void SetSynch(int synch) { Store(m_synch, synch); }
     int GetHorzLinesOn() const { return m_y.linesOn; }
     void SetHorzLinesOn(int on) { Change(m_y.linesOn, on); }
     int GetVertLinesOn() const { return m_x.linesOn; }

@@ -44,24 +44,24 @@ public:
     void SetAutoBaseline(int on) { Change(m_autoBaseline, on); }
     /// Hatch style of the shading; 6 is solid, as is a style that does not exist.
     int GetFillPattern() const { return m_fillPattern; }
-    void SetFillPattern(int pattern) { m_fillPattern = pattern; }
+    void SetFillPattern(int pattern) { Store(m_fillPattern, pattern); }
     int GetFillOn() const { return m_fillOn; }
-    void SetFillOn(int on) { m_fillOn = on; }
+    void SetFillOn(int on) { Store(m_fillOn, on); }
     int GetUseFillRange() const { return m_useFillRange; }
     void SetUseFillRange(int on) { Change(m_useFillRange, on); }
     /// The shaded x interval, in the units that are drawn.
     void GetFillRange(double& min, double& max) const;
     void SetFillRange(double min, double max);
     int GetFillBoundaryOn() const { return m_fillBoundaryOn; }
-    void SetFillBoundaryOn(int on) { m_fillBoundaryOn = on; }
+    void SetFillBoundaryOn(int on) { Store(m_fillBoundaryOn, on); }
     COLORREF GetFillColour() const { return m_fillColour; }
     void SetFillColour(COLORREF colour) { Change(m_fillColour, colour); }
     COLORREF GetBorderColour() const { return m_borderColour; }
     void SetBorderColour(COLORREF colour) { Change(m_borderColour, colour); }
     ShadeMode GetShadeMode() const { return m_shadeMode; }
-    void SetShadeMode(ShadeMode mode) { m_shadeMode = mode; }
+    void SetShadeMode(ShadeMode mode) { Store(m_shadeMode, mode); }
     BaselineShadeMode GetBaselineShadeMode() const { return m_baselineShadeMode; }
-    void SetBaselineShadeMode(BaselineShadeMode mode) { m_baselineShadeMode = mode; }
+    void SetBaselineShadeMode(BaselineShadeMode mode) { Store(m_baselineShadeMode, mode); }
     int GetAntialiasingOn() const { return m_antialiasingOn; }
     void SetAntialiasingOn(int on) { Change(m_antialiasingOn, on); }
 

@@ -34,7 +34,7 @@ public:
 
     /// A PlotStyle; any other value draws plain stacks.
     int GetPlotStyle() const { return m_plotStyle; }
-    void SetPlotStyle(int style) { m_plotStyle = style; }
+    void SetPlotStyle(int style) { Store(m_plotStyle, style); }
     /// Non-zero: the x range ends at the outermost points, which cuts their bars in half.
     int GetNoRangeMargin() const { return m_noRangeMargin; }
     void SetNoRangeMargin(int on) { Change(m_noRangeMargin, on); }

@@ -25,21 +25,21 @@ public:
 
     CStringArray& GetText() { return m_text; }
     CStringArray const& GetText() const { return m_text; }
-    void SetText(CStringArray const& text) { m_text = text; }
+    void SetText(CStringArray const& text) { Store(m_text, text); }
     /// alBottom (at first), alTop or alCentre.
     Alignment GetVertAlignment() const { return m_vertAlignment; }
-    void SetVertAlignment(Alignment alignment) { m_vertAlignment = alignment; }
+    void SetVertAlignment(Alignment alignment) { Store(m_vertAlignment, alignment); }
     /// alLeft (at first: the text starts at the point), alRight or alCentre.
     Alignment GetHorzAlignment() const { return m_horzAlignment; }
-    void SetHorzAlignment(Alignment alignment) { m_horzAlignment = alignment; }
+    void SetHorzAlignment(Alignment alignment) { Store(m_horzAlignment, alignment); }
     /// Stored only; the font's own size factor scales the texts.
     double GetTextScaleFac() const { return m_textScaleFac; }
     void SetTextScaleFac(double factor) { m_textScaleFac = factor; }
     CFontData const& GetFont() const { return m_font; }
-    void SetFont(CFontData const& font) { m_font = font; }
+    void SetFont(CFontData const& font) { Store(m_font, font); }
     /// Non-zero: the texts run upwards.
     int GetRotate() const { return m_rotate; }
-    void SetRotate(int on) { m_rotate = on; }
+    void SetRotate(int on) { Store(m_rotate, on); }
     using C2DCurve::SetPoints;
     /// Takes the first n entries of each array; changes nothing when one of them is shorter.
     void SetPoints(CDoubleArray const* xs, CDoubleArray const* ys, CGStringArray const* strings, int n);

@@ -73,8 +73,8 @@ void CAxes::SetRange(AxisType type, double min, double max)
 {
     if (type != atX && type != atY)
         return;
-    Axis(type).min = min;
-    Axis(type).max = max;
+    Store(Axis(type).min, min);
+    Store(Axis(type).max, max);
 }
 
 void CAxes::GetXAxisRange(double& min, double& max) const
@@ -98,7 +98,7 @@ void CAxes::Set(double xmin, double xmax, double ymin, double ymax, CRealPoint c
 {
     SetXAxisRange(xmin, xmax);
     SetYAxisRange(ymin, ymax);
-    m_intersect = intersect;
+    SetIntersect(intersect);
 }
 
 void CAxes::Get(double& xmin, double& xmax, double& ymin, double& ymax, CRealPoint& intersect) const

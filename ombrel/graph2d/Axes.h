@@ -85,7 +85,7 @@ public:
     void SetYAxisStart(CRealPoint const& value) { Change(m_yAxisStart, value); }
     CRealPoint GetYAxisEnd() const { return m_yAxisEnd; }
     void SetYAxisEnd(CRealPoint const& value) { Change(m_yAxisEnd, value); }
-    void SetIntersect(CRealPoint const& p) { m_intersect = p; }
+    void SetIntersect(CRealPoint const& p) { Store(m_intersect, p); }
 
     // Range operations
 

@@ -160,38 +160,38 @@ public:
     // Only stored: whoever changes these asks for a redraw himself
 
     int GetXAxisLabelMode() const { return m_x.labelMode; }
-    void SetXAxisLabelMode(int value) { m_x.labelMode = value; }
+    void SetXAxisLabelMode(int value) { Store(m_x.labelMode, value); }
     int GetYAxisLabelMode() const { return m_y.labelMode; }
-    void SetYAxisLabelMode(int value) { m_y.labelMode = value; }
+    void SetYAxisLabelMode(int value) { Store(m_y.labelMode, value); }
     int GetXLabelPrecision() const { return m_x.labelPrecision; }
-    void SetXLabelPrecision(int value) { m_x.labelPrecision = value; }
+    void SetXLabelPrecision(int value) { Store(m_x.labelPrecision, value); }
     int GetYLabelPrecision() const { return m_y.labelPrecision; }
-    void SetYLabelPrecision(int value) { m_y.labelPrecision = value; }
+    void SetYLabelPrecision(int value) { Store(m_y.labelPrecision, value); }
     int GetXMinorLabelPrecision() const { return m_x.minorLabelPrecision; }
-    void SetXMinorLabelPrecision(int value) { m_x.minorLabelPrecision = value; }
+    void SetXMinorLabelPrecision(int value) { Store(m_x.minorLabelPrecision, value); }
     int GetYMinorLabelPrecision() const { return m_y.minorLabelPrecision; }
-    void SetYMinorLabelPrecision(int value) { m_y.minorLabelPrecision = value; }
+    void SetYMinorLabelPrecision(int value) { Store(m_y.minorLabelPrecision, value); }
     /// 0 turns the labels of the x axis by 90 degrees.
     int GetLabelsHorizontal() const { return m_texts.labels.horizontal; }
-    void SetLabelsHorizontal(int value) { m_texts.labels.horizontal = value; }
+    void SetLabelsHorizontal(int value) { Store(m_texts.labels.horizontal, value); }
     int GetMinorLabelsHorizontal() const { return m_texts.minorLabels.horizontal; }
-    void SetMinorLabelsHorizontal(int value) { m_texts.minorLabels.horizontal = value; }
+    void SetMinorLabelsHorizontal(int value) { Store(m_texts.minorLabels.horizontal, value); }
     CString GetXLabelDateFormat() const { return m_dates.dateFormat; }
-    void SetXLabelDateFormat(CString const& value) { m_dates.dateFormat = value; }
+    void SetXLabelDateFormat(CString const& value) { Store(m_dates.dateFormat, value); }
     CString GetXMinorLabelDateFormat() const { return m_dates.minorDateFormat; }
-    void SetXMinorLabelDateFormat(CString const& value) { m_dates.minorDateFormat = value; }
+    void SetXMinorLabelDateFormat(CString const& value) { Store(m_dates.minorDateFormat, value); }
     CString GetXLabelTimeFormat() const { return m_dates.timeFormat; }
-    void SetXLabelTimeFormat(CString const& value) { m_dates.timeFormat = value; }
+    void SetXLabelTimeFormat(CString const& value) { Store(m_dates.timeFormat, value); }
     CString GetXMinorLabelTimeFormat() const { return m_dates.minorTimeFormat; }
-    void SetXMinorLabelTimeFormat(CString const& value) { m_dates.minorTimeFormat = value; }
+    void SetXMinorLabelTimeFormat(CString const& value) { Store(m_dates.minorTimeFormat, value); }
     void GetXLabels(CStringArray& labels) const { labels = m_x.labels; }
-    void SetXLabels(CStringArray const& labels) { m_x.labels = labels; }
+    void SetXLabels(CStringArray const& labels) { Store(m_x.labels, labels); }
     void GetYLabels(CStringArray& labels) const { labels = m_y.labels; }
-    void SetYLabels(CStringArray const& labels) { m_y.labels = labels; }
+    void SetYLabels(CStringArray const& labels) { Store(m_y.labels, labels); }
     void GetXArbTickPosns(CDoubleArray& positions) const { positions.GetArray() = m_x.arbitraryTicks; }
-    void SetXArbTickPosns(CDoubleArray const& positions) { m_x.arbitraryTicks = positions.GetArray(); }
+    void SetXArbTickPosns(CDoubleArray const& positions) { Store(m_x.arbitraryTicks, positions.GetArray()); }
     void GetYArbTickPosns(CDoubleArray& positions) const { positions.GetArray() = m_y.arbitraryTicks; }
-    void SetYArbTickPosns(CDoubleArray const& positions) { m_y.arbitraryTicks = positions.GetArray(); }
+    void SetYArbTickPosns(CDoubleArray const& positions) { Store(m_y.arbitraryTicks, positions.GetArray()); }
 
 protected:
     AxesAccessors() { m_x.labelPlacement = lpBelow; }

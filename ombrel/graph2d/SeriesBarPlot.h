@@ -19,7 +19,7 @@ public:
 
     /// Hatch style; 6 is solid, as is a style that does not exist.
     int GetFillPattern() const { return m_fillPattern; }
-    void SetFillPattern(int pattern) { m_fillPattern = pattern; }
+    void SetFillPattern(int pattern) { Store(m_fillPattern, pattern); }
 
 private:
     int m_fillPattern = kSolidFillPattern;

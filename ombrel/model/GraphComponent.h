@@ -71,6 +71,13 @@ protected:
         setting = static_cast<T>(value);
         m_modified = 1;
     }
+    /// Stores a setting and raises no flag of the component's own; the graph's next draw is a complete one all the
+    /// same.
+    template <typename T, typename V> void Store(T& setting, V const& value)
+    {
+        setting = static_cast<T>(value);
+        SetGraphModified();
+    }
     /// The next draw of the graph, if there is one, is a complete one: after a change that no flag of what is left
     /// tells.
     void SetGraphModified();

@@ -85,6 +85,12 @@ void CPlotComponent::ResetModifiedFlags()
     SetPlotDataModified(0);
 }
 
+void CPlotComponent::SetGraphModified()
+{
+    if (m_plot && m_plot->GetGraph())
+        m_plot->GetGraph()->SetModifiedFlag(1);
+}
+
 void CPlotComponent::GetPlotCurveIndices(int& plot, int& curve) const
 {
     plot = m_plot && m_plot->GetGraph() ? m_plot->GetGraph()->GetPlotIndex(m_plot) : -1;

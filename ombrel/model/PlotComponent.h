@@ -146,6 +146,14 @@ protected:
         setting = static_cast<T>(value);
         m_modified = 1;
     }
+    /// Stores a setting and raises no flag of the curve's own; the graph's next draw is a complete one all the same.
+    template <typename T, typename V> void Store(T& setting, V const& value)
+    {
+        setting = static_cast<T>(value);
+        SetGraphModified();
+    }
+    /// The next draw of the graph, if there is one, is a complete one: after a change that no flag tells.
+    void SetGraphModified();
 
 private:
     CString m_text;

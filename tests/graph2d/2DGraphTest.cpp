@@ -1,8 +1,12 @@
 #include "ombrel/annotation/Caption.h"
 #include "ombrel/annotation/CaptionArray.h"
 #include "ombrel/annotation/Legend.h"
+#include "ombrel/graph2d/2DAreaPlot.h"
+#include "ombrel/graph2d/2DBarPlot.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/2DStackedBarPlot.h"
+#include "ombrel/graph2d/2DTextPlot.h"
 #include "tests/graph2d/GraphFixture.h"
 
 #include <gtest/gtest.h>
@@ -54,7 +58,7 @@ TEST(Graph2D, FitsTheAxesWithTheirLabelsIntoTheGraphRectangle)
 {
     for (CSize const size : { CSize(400, 300), CSize(1200, 900), CSize(200, 600), CSize(90, 60) }) {
         C2DGraph graph(1);
-        AddLine(graph, { { -1234.5, 0.001 }, { 99999, 12345678 } });
+        AddLine(graph, { { -1234.5, -98765 }, { 99999, 12345678 } });
         graph.GetAxes()->SetXAxisTitle("Time since the start, s");
         graph.GetAxes()->SetYAxisTitle("Height");
         Record(graph, size);
@@ -71,6 +75,41 @@ TEST(Graph2D, FitsTheAxesWithTheirLabelsIntoTheGraphRectangle)
         EXPECT_NEAR(clip.left, axes.left, 1);
         EXPECT_NEAR(clip.bottom, axes.bottom, 1);
     }
+    for (CSize const size : { CSize(300, 12), CSize(12, 300), CSize(2, 2) }) {
+        C2DGraph graph(1);
+        graph.GetAxes()->SetYAxisTitle("too large");
+        graph.GetAxes()->SetXAxisTitle("too large");
+        Record(graph, size);
+        EXPECT_GE(graph.GetAxesRect().Width(), 1);
+        EXPECT_GE(graph.GetAxesRect().Height(), 1);
+    }
+    C2DGraph placed(1);
+    placed.SetInitialNormalisedRect({ 0.1, 0.2 }, { 0.5, 0.6 });
+    Record(placed, { 400, 300 });
+    EXPECT_EQ(placed.GetGraphRect(), CRect(40, 60, 240, 240));
+    EXPECT_EQ(placed.GetAxesExtent(), placed.GetGraphRect());
+    auto const keyFrame = placed.GetAnnotationFrame(AnnotationKind::ColourKey, kWindow);
+    EXPECT_EQ(keyFrame->reference, placed.GetGraphRect());
+    EXPECT_EQ(keyFrame->textArea, kWindow);
+}
+
+TEST(Graph2D, TakesTheRangeOfThePlotsThatReportOne)
+{
+    C2DGraph graph(1);
+    double min = 7;
+    double max = 7;
+    graph.GetXRange(min, max);
+    EXPECT_EQ(CRealPoint(min, max), CRealPoint(0, 0));
+    graph.AddPlot(it2DLinePlot);
+    graph.GetYRange(min, max);
+    EXPECT_EQ(CRealPoint(min, max), CRealPoint(0, 0));
+    AddLine(graph, { { 3, -9 }, { 4, -8 } });
+    AddLine(graph, { { 5, -7 }, { 2, -8 } });
+    graph.AddPlot(it2DBarPlot);
+    graph.GetXRange(min, max);
+    EXPECT_EQ(CRealPoint(min, max), CRealPoint(2, 5));
+    graph.GetYRange(min, max);
+    EXPECT_EQ(CRealPoint(min, max), CRealPoint(-9, -7));
 }
 
 TEST(Graph2D, DrawsGridAxesAndCurvesInTheDefaultOrTheUsersOrder)
@@ -109,6 +148,8 @@ TEST(Graph2D, DrawsThePolarGridAfterTheAxesOrWhereTheUsersOrderHasIt)
     AddLine(graph, { { 0, 0 }, { 1, 1 } });
     graph.GetPolarGrid()->SetOn(1);
     auto const inOrder = Record(graph, kWindow.Size());
+    EXPECT_EQ(graph.GetAxesExtent(), graph.GetGraphRect());
+    EXPECT_EQ(graph.GetPolarGrid()->GetExtentRect().left, graph.GetGraphRect().left) << "its labels reach out most";
     graph.SetDrawOrderTags({ 2, 1 });
     EXPECT_EQ(Record(graph, kWindow.Size()), inOrder) << "grid and axes draw nothing meanwhile";
     graph.SetDrawOrderTags({ 9, 3 });
@@ -133,6 +174,29 @@ TEST(Graph2D, ComparesOrdersWithTheDefaultOneWhereCurvesShareATag)
     }
     graph.SetDrawOrderTags({ 9, 1 });
     EXPECT_EQ(strokes(), 2u) << "both at the place of their tag, once";
+}
+
+TEST(Graph2D, OrdersSeriesPlotsAsAWholeAndDrawsWhatAnOrderLacksLast)
+{
+    C2DGraph graph(1);
+    AddLine(graph, { { 0, 0 }, { 1, 1 } });
+    auto& series = static_cast<C2DSeriesPlot&>(*graph.AddPlot(it2DLineSeriesPlot));
+    for (int i = 0; i < 2; ++i) {
+        auto& line = static_cast<C2DLine&>(*series.CreateCurve());
+        line.SetDataSourceType(CPlotComponent::dsTable);
+        line.Initialise(3);
+    }
+    graph.UpdatePlots();
+    graph.SetDrawOrderTags({ 11, 12, 10, 9 });
+    EXPECT_EQ(OfKind(Record(graph, kWindow.Size()), Kind::Stroke).size(), 3u) << "tags of its curves stand for nothing";
+    auto const surface = std::make_shared<RecordingSurface>(kWindow.Size());
+    CDC dc(surface);
+    CPort port(&dc, kWindow, kWindow, { 0, 10, 10, 0 });
+    graph.SetDrawOrderTags({ 10 });
+    graph.DrawComponentsUserOrder(port);
+    auto const strokes = OfKind(surface->Primitives(), Kind::Stroke);
+    ASSERT_EQ(strokes.size(), 3u);
+    EXPECT_EQ(strokes[2].points[0], CPoint(0, 300));
 }
 
 TEST(Graph2D, OffScreenPicturesFollowEveryChange)
@@ -176,6 +240,65 @@ TEST(Graph2D, OffScreenPicturesFollowEveryChange)
     }
 }
 
+/// A curve of three points in a plot of that kind.
+template <typename Curve> Curve& AddCurve(C2DGraph& graph, ItemType type)
+{
+    auto& curve = static_cast<Curve&>(*graph.AddPlot(type)->CreateCurve());
+    curve.SetDataSourceType(CPlotComponent::dsTable);
+    curve.Initialise(3);
+    for (int i = 0; i < 3; ++i)
+        curve.SetAt(i, { 1.0 + i, i == 1 ? 5.0 : 2.0 + i });
+    return curve;
+}
+
+TEST(Graph2D, OffScreenPicturesFollowSettingsThatRaiseNoFlagOfTheirOwn)
+{
+    C2DGraph graph(1);
+    auto& line = AddCurve<C2DLine>(graph, it2DLinePlot);
+    line.SetFillColour(RGB(100, 200, 100));
+    line.SetBorderColour(RGB(200, 0, 200));
+    line.SetUseFillRange(1);
+    line.SetFillRange(1.5, 2.5);
+    auto& text = AddCurve<C2DTextCurve>(graph, it2DTextPlot);
+    text.SetText({ "one", "two", "three" });
+    auto& bar = AddCurve<C2DBarCurve>(graph, it2DBarPlot);
+    auto& stacked = AddCurve<C2DStackedBarCurve>(graph, it2DStackedBarPlot);
+    AddCurve<C2DAreaCurve>(graph, it2DAreaPlot).SetColour(RGB(1, 100, 1));
+    auto& area = static_cast<C2DAreaPlot&>(*graph.GetPlotArray()->GetAt(4));
+    graph.GetGrid()->SetOn(1);
+    graph.UpdatePlots();
+    std::function<void()> const changes[] = {
+        [&] { line.SetFillOn(1); },
+        [&] { line.SetFillPattern(kSolidFillPattern); },
+        [&] { line.SetFillBoundaryOn(1); },
+        [&] { line.SetBaselineShadeMode(C2DLine::bsBelow); },
+        [&] { line.SetShadeMode(C2DLine::shClosed); },
+        [&] { line.SetYScaleMode(1); },
+        [&] {
+            text.SetText({ "four", "", "five" });
+        },
+        [&] { text.SetVertAlignment(C2DTextCurve::alTop); },
+        [&] { text.SetHorzAlignment(C2DTextCurve::alRight); },
+        [&] { text.SetFont(CFontData("Serif", 700, 0, 2.0)); },
+        [&] { text.SetRotate(1); },
+        [&] { bar.SetFillPattern(4); },
+        [&] { stacked.SetFillPattern(5); },
+        [&] { static_cast<C2DStackedBarPlot&>(*stacked.GetPlot()).SetPlotStyle(C2DStackedBarPlot::psPercent); },
+        [&] { area.SetDrawBorders(0); },
+        [&] { graph.GetAxes()->SetLabelsHorizontal(0); },
+    };
+    CDIB before(400, 300, 24);
+    CDIB after(400, 300, 24);
+    graph.Draw(after.GetDC(), kWindow, pmOffScreen);
+    for (int i = 0; auto const& change : changes) {
+        after.Draw(before.GetDC(), 0, 0);
+        change();
+        graph.Draw(after.GetDC(), kWindow, pmOffScreen);
+        EXPECT_GT(Differences(before, after), 0) << "change " << i;
+        ++i;
+    }
+}
+
 TEST(Graph2D, KeepsItsOffScreenPictureUntilSomethingChangesOrAnotherDrawClearsTheFlags)
 {
     C2DGraph graph(1);
@@ -209,6 +332,11 @@ TEST(Graph2D, KeepsItsOffScreenPictureUntilSomethingChangesOrAnotherDrawClearsTh
         EXPECT_FALSE(isOnLine()) << embedded;
     }
     EXPECT_EQ(Differences(graph.GetDisplayDIB(), target), 0);
+    CDC page(std::make_shared<RecordingSurface>(kWindow.Size(), DeviceCapabilities(), true));
+    graph.SetModifiedFlag(0);
+    line.SetYAt(0, 5);
+    graph.Draw(&page, kWindow, pmOffScreen);
+    EXPECT_GT(Differences(graph.GetDisplayDIB(), target), 0) << "pages are drawn completely";
 }
 
 /// Two labelled ticks an axis, a line from corner to corner, a legend and a caption; every length can be worked out.
@@ -313,6 +441,7 @@ TEST(Graph2D, OffScreenDirectAndMovedDrawingGiveTheSamePixels)
     C2DGraph graph(1);
     AddLine(graph, { { 0, 0 }, { 3, 7 }, { 10, 2 } });
     graph.SetBkndColour(RGB(240, 240, 200));
+    graph.AddCaption({ 100, 100 });
     CDIB offScreen(400, 300, 24);
     CDIB direct(400, 300, 24);
     graph.Draw(offScreen.GetDC(), kWindow, pmOffScreen);
@@ -438,7 +567,7 @@ TEST(Graph2D, APrintedPageAsksForACompleteNextDraw)
     page.horzRes = 4000;
     page.vertRes = 3000;
     page.horzSize = 169;
-    page.vertSize = 127;
+    page.vertSize = 64;
     auto const surface = std::make_shared<RecordingSurface>(CSize(4000, 3000), page, true);
     CDC dc(surface);
     graph.Draw(&dc, { 0, 0, 4000, 3000 }, pmDirect);
@@ -448,7 +577,7 @@ TEST(Graph2D, APrintedPageAsksForACompleteNextDraw)
     graph.DrawToPrinter(&dc);
     auto const images = OfKind(surface->Primitives(), Kind::Image);
     ASSERT_EQ(images.size(), 1u);
-    EXPECT_EQ(images[0].rect, CRect(236, 236, 236 + 4024, 236 + 2126));
+    EXPECT_EQ(images[0].rect, CRect(236, 468, 236 + 4024, 468 + 4219));
 }
 
 } // namespace
