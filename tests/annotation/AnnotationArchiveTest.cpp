@@ -142,6 +142,12 @@ TEST(AnnotationArchive, AColourKeyKeepsEveryFieldInItsPlace)
     key.GetArbData(colours, labels);
     EXPECT_EQ(colours, (CDWordArray { 1, 2, 3 }));
     EXPECT_EQ(labels, (CStringArray { "low", "high" }));
+    key.SetMinAndDel(3, 4);
+    key.SetClampRange(5, 6);
+    key.GetMinAndDel(min, max);
+    EXPECT_EQ(CRealPoint(min, max), CRealPoint(3, 4));
+    key.GetClampRange(min, max);
+    EXPECT_EQ(CRealPoint(min, max), CRealPoint(5, 6));
 }
 
 TEST(AnnotationArchive, AColourKeyOfTheFirstLayoutIsAContinuousBarOfSixTicks)

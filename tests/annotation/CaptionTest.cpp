@@ -1,4 +1,5 @@
 #include "tests/annotation/AnnotationFixture.h"
+#include "tests/model/ArchiveBytes.h"
 
 #include <gtest/gtest.h>
 
@@ -86,6 +87,23 @@ TEST(Caption, StaysUntouchedWhileItIsOffOrEmpty)
     EXPECT_EQ(caption.GetRect(), CRect(100, 50, 100, 50)) << "nothing but line feeds";
 }
 
+TEST(Caption, DrawsOnlyLinesThatCanBeSeen)
+{
+    FramedGraph graph;
+    graph.SetFrame({ 0, 0, 900, 900 });
+    CCaption& caption = *graph.AddCaption({ 0, 0 });
+    Recorder recorder;
+    std::u16string lines;
+    for (int i = 0; i < 2000; ++i)
+        lines += u"x\n";
+    caption.SetText(CString(std::u16string_view(lines)));
+    // 1000 pixels of lines of 15, and those that reach in from above and below.
+    for (int const top : { -5000, -15000 }) {
+        caption.SetRect({ 0, top, 0, 0 });
+        EXPECT_NEAR(static_cast<double>(recorder.Draw(caption, Kind::Text).size()), 1000 / 15 + 3, 1);
+    }
+}
+
 TEST(Caption, TakesTheCornerOrTheFractionsThatWereSetLast)
 {
     FramedGraph graph;
@@ -149,12 +167,26 @@ TEST_P(AnnotationPlace, FollowsTheGraphUntilItIsMovedOrTheHintKeepsIt)
     EXPECT_EQ(kept.Size(), grown.Size()) << "so is the text";
     m_graph.SetHint(ghResized);
     EXPECT_EQ(DrawIn(large).TopLeft(), CPoint(200, 400)) << "the fractions have followed the kept rectangle";
+
+    DrawIn(small);
+    m_box.Create(CPoint(150, 125));
+    EXPECT_EQ(DrawIn(large), CRect(CPoint(150, 125), grown.Size())) << "text begins anew, too";
+    // A document that was kept at its place says nothing about the height of text.
+    CLegend loadedLegend;
+    CCaption loadedCaption;
+    CAnnotation& loaded = GetParam() ? static_cast<CAnnotation&>(loadedLegend) : loadedCaption;
+    ASSERT_TRUE(test::Load(loaded, test::Stored(m_box)));
+    loaded.SetGraph(&m_graph);
+    m_graph.SetHint(ghKeepRects);
+    m_recorder.Draw(loaded);
+    EXPECT_EQ(loaded.GetRect(), m_box.GetRect());
 }
 
 TEST_P(AnnotationPlace, WaitsForAReferenceThatHasASize)
 {
     m_box.Create(CPoint(150, 125));
     EXPECT_EQ(DrawIn({ 10, 10, 10, 90 }).TopLeft(), CPoint(150, 125));
+    EXPECT_EQ(DrawIn({ 10, 10, 90, 10 }).TopLeft(), CPoint(150, 125));
     EXPECT_EQ(DrawIn({ 100, 100, 300, 200 }).TopLeft(), CPoint(150, 125));
     EXPECT_EQ(DrawIn({ 0, 0, 400, 400 }).TopLeft(), CPoint(100, 100));
 }

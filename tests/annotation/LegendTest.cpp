@@ -99,6 +99,14 @@ TEST(Legend, DrawsLinesAndSymbolsAsTheCurveHasThem)
         EXPECT_EQ(strokes[0].pen.dashes, (std::vector { 8.0, 2.0 }));
         EXPECT_TRUE(strokes[0].smooth);
     }
+    FramedGraph wide;
+    LegendEntry entry = Striking();
+    entry.lineWidth = 17;
+    wide.List(entry);
+    wide.GetLegend()->Create({ 0, 0 });
+    wide.GetLegend()->SetStyle(CLegend::lsLine);
+    wide.GetLegend()->SetFontHeight(16);
+    EXPECT_EQ(Recorder().Draw(*wide.GetLegend(), Kind::Stroke)[0].clip.Box(), CRect(0, 4, 80, 20)) << "cut";
     Recorder recorder;
     legend.SetStyle(CLegend::lsSymbol);
     auto const fills = recorder.Draw(legend, Kind::FillRegion);
@@ -193,6 +201,8 @@ TEST(Legend, DrawsOnlyWhatCanBeSeen)
     EXPECT_EQ(legend.GetRect().Height(), 9999 * 18 + 24);
     EXPECT_GE(texts.size(), 1000u / 18);
     EXPECT_LE(texts.size(), 1000u / 18 + 4);
+    legend.SetRect({ 10, -90000, 0, 0 });
+    EXPECT_NEAR(static_cast<double>(recorder.Draw(legend, Kind::Text).size()), 1000 / 18 + 2, 2);
     legend.SetOn(0);
     EXPECT_TRUE(recorder.Draw(legend).empty());
 }

@@ -108,6 +108,12 @@ TEST_F(Document, AFullGraphComesBackWithItsBytesAndItsPicture)
     graph->Draw(a.GetDC(), { 0, 0, 300, 200 }, pmOffScreen);
     loaded->Draw(b.GetDC(), { 0, 0, 300, 200 }, pmOffScreen);
     EXPECT_EQ(a.EncodeBmp(), b.EncodeBmp());
+
+    auto const embedded = Load(bytes, CGraph::kClass);
+    static_cast<CGraph&>(*embedded).UpdatePlots();
+    CDIB c(300, 200, 24);
+    static_cast<CGraph&>(*embedded).DrawEmbedded(c.GetDC(), { 0, 0, 300, 200 }, { 0, 0, 300, 200 });
+    EXPECT_EQ(a.EncodeBmp(), c.EncodeBmp()) << "without a window of its own";
 }
 
 TEST_F(Document, ALineCurveHasItsBytes)
@@ -186,6 +192,14 @@ TEST_F(Document, RepeatedTagsOfADrawOrderCountOnce)
     CDWordArray tags;
     static_cast<C2DGraph&>(*loaded).GetDrawOrderTags(tags);
     EXPECT_EQ(tags, (CDWordArray { 2, 1 }));
+}
+
+TEST_F(Document, EdgesOfARectangleThatAreFarAwayAreLimited)
+{
+    C2DGraph graph(1);
+    graph.SetGraphRect({ 0x1234567, -0x1234567, 0x7FFFFFFF, 5 });
+    auto const loaded = Load(Store(graph), CGraph::kClass);
+    EXPECT_EQ(static_cast<CGraph&>(*loaded).GetGraphRect(), CRect(32000, -32000, 32000, 5));
 }
 
 TEST_F(Document, PlotArraysHoldPlotsOnly)

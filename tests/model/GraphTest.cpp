@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <memory>
 #include <optional>
 #include <set>
@@ -143,6 +144,8 @@ TEST(GraphRectangles, ScaleWithTheWindow)
     EXPECT_EQ(graph.GetGraphRect(), CRect(10, 20, 110, 220));
     // A window of its own place counts by its size only, and a graph that draws is given it before its rectangle.
     struct Resized : CGraph {
+        using CGraph::m_normalisedOrigin;
+        using CGraph::m_normalisedSize;
         using CGraph::m_windowRect;
     } resized;
     resized.SetGraphAndWindowRect(CRect(10, 20, 110, 220), CRect(0, 0, 400, 300));
@@ -154,6 +157,15 @@ TEST(GraphRectangles, ScaleWithTheWindow)
     resized.m_windowRect = CRect(0, 0, 400, 300);
     resized.UpdateGraphRect();
     EXPECT_EQ(resized.GetGraphRect(), CRect(10, 20, 110, 220)) << "an empty window changes no fractions";
+    // Fractions of a damaged document; others are cut towards zero.
+    resized.m_normalisedOrigin.Set(std::numeric_limits<double>::quiet_NaN(), -0.0017);
+    resized.m_normalisedSize.Set(1e300, -1e300);
+    resized.UpdateGraphRect();
+    EXPECT_EQ(resized.GetGraphRect(), CRect(0, 0, 32000, 0));
+    resized.m_normalisedOrigin.Set(-0.0051, 0.0066);
+    resized.m_normalisedSize.Set(0.3, 0.1);
+    resized.UpdateGraphRect();
+    EXPECT_EQ(resized.GetGraphRect(), CRect(-2, 1, 118, 31)) << "0.3 × 400 is not quite 120";
 }
 
 TEST(GraphSorting, OrdersPlotsAndCurvesByTagWithTheFirstOfEqualsFirst)
@@ -279,6 +291,9 @@ TEST(CurveFlags, RiseOnlyWithWhatIsDrawn)
     CGraphComponent component(nullptr);
     component.SetColour(0);
     EXPECT_TRUE(component.Modified());
+    component.SetZValPropertyModified(1);
+    component.ResetModifiedFlags();
+    EXPECT_FALSE(component.Modified() || component.ZValPropertyModified());
     EXPECT_FALSE(curve.PlotDataModified());
     curve.SetPlotDataModified(1);
     EXPECT_TRUE(curve.ZValPropertyModified());
