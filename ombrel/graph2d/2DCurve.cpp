@@ -23,8 +23,8 @@ C2DCurve::C2DCurve(CPlot* plot, int useGraphColour)
     , m_summary(std::make_unique<PointSummary>())
 {
     if (CAxes const* const axes = GetAxes()) {
-        m_xScaleMode = axes->GetXAxisScaleMode();
-        m_yScaleMode = axes->GetYAxisScaleMode();
+        m_xScaleMode = axes->GetAxis(CAxes::atX).scaleMode;
+        m_yScaleMode = axes->GetAxis(CAxes::atY).scaleMode;
     }
 }
 

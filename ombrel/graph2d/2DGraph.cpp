@@ -146,7 +146,7 @@ void C2DGraph::ReplaceAxes(CAxes* axes)
     SetModifiedFlag(1);
 }
 
-int C2DGraph::TimeUnitsOn() const { return m_axes ? m_axes->GetXTimeUnitsOn() : 0; }
+int C2DGraph::TimeUnitsOn() const { return m_axes ? m_axes->GetAxis(CAxes::atX).timeUnitsOn : 0; }
 
 int C2DGraph::CanHaveLogScale() const
 {

@@ -127,7 +127,6 @@ void C2DGrid::Pass::Add(int axis, std::vector<double> const& positions)
 void C2DGrid::Pass::Stroke() const
 {
     CDC& dc = *m_port.GetDC();
-    SavedDC const saved(dc);
     VectorGraphics(dc).DrawPath(GridPen(dc, Line(), C2DLine::GetDashes(kDottedLine)), m_path.Get());
 }
 

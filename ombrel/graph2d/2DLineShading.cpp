@@ -196,7 +196,7 @@ void C2DLine::DrawBaselineShading(CPort& port, CAxes& axes)
     double const baseline = m_autoBaseline ? axes.GetIntersect().y : m_baseline;
     double axisMin = 0.0;
     double axisMax = 0.0;
-    axes.GetRange(CAxes::atX, axes.GetXAxisRangeMode(), axisMin, axisMax);
+    axes.GetRange(CAxes::atX, axes.GetAxis(CAxes::atX).rangeMode, axisMin, axisMax);
     PortMapping const map = port.GetMapping();
     ShadedPoints const points(*this, map);
     for (GapFreeRun const& run : SplitAtGaps(points)) {

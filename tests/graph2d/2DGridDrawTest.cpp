@@ -3,15 +3,19 @@
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/axes/AxesTicks.h"
 #include "ombrel/graph2d/axes/GridPositions.h"
 #include "ombrel/platform/gdi/DC.h"
+#include "ombrel/platform/registry/Registry.h"
 #include "ombrel/prefs/Preferences.h"
 #include "tests/platform/framework/PrintString.h"
 
+#include <filesystem>
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
+#include <unistd.h>
 
 namespace ombrel {
 namespace {
@@ -105,8 +109,9 @@ TEST(GridPositions, DatesStepBackAcrossTheYear)
 
 TEST(GridPositions, SettingsOfADamagedDocumentMakeNoLines)
 {
+    EXPECT_THAT(DecadeLines({ 0, 1e9 }, ttMajor), IsEmpty());
     for (GridTickType const type : { ttMinor, ttMajor }) {
-        for (int const n : { 0, -1, kHuge, -kHuge - 1 })
+        for (int const n : { 0, -1, kMaxTicks, kHuge, -kHuge - 1 })
             EXPECT_THAT(DivisionLines(Divisions(n, 4), { 0, 10 }, type), IsEmpty()) << n;
         for (double const del : { 0.0, -2.0, 1e-300, kNan, kInfinity })
             EXPECT_THAT(StepLines(Steps(0, del), { 0, 10 }, type, ClosingLine::AtMaximum), IsEmpty()) << del;
@@ -285,23 +290,42 @@ TEST_F(GridDraw, EachPassDrawsItsLinesAlone)
     EXPECT_EQ(drawn([](C2DGrid& g, CPort& port) { g.DrawDivs(&port, CAxes::atX, ttMajor); }), "") << "logarithmic";
 }
 
-TEST_F(GridDraw, PensHaveTheirColourAndOnPaperTheThicknessOfTheirKind)
+TEST_F(GridDraw, LinesHaveTheColoursAndOnPaperTheThicknessThatTheUserPrefers)
 {
+    auto const registry = std::filesystem::path(testing::TempDir()) / ("ombrel-grids-" + std::to_string(getpid()));
+    SetRegistryFile(registry.string());
+    CPreferences::SetAxesThicknessScaleFac(2);
+    CPreferences::SetGridThicknessScaleFac(3);
+    CPreferences::SetAxesColour2D(1);
+    CPreferences::SetMajorLabelsColour2D(2);
+    CPreferences::SetMinorLabelsColour2D(3);
+    CPreferences::SetTitlesColour2D(4);
+    CPreferences::SetMajorGridLineColour2D(5);
+    CPreferences::SetMinorGridLineColour2D(6);
     DeviceCapabilities printer;
     printer.logPixelsX = printer.logPixelsY = 600;
-    m_grid.SetOn(1);
-    m_polar.SetOn(1);
+    C2DGraph graph(1);
+    graph.GetGrid()->SetOn(1);
+    graph.GetPolarGrid()->SetOn(1);
     for (CGraphComponent* const grid :
-        { static_cast<CGraphComponent*>(&m_grid), static_cast<CGraphComponent*>(&m_polar) })
-        EXPECT_EQ(Draw(m_graph, *grid, printer)[0].pen.width, VUNearest(6.25 * CPreferences::GetThicknessScaleFac(4)));
-    m_polar.SetOn(0);
-    m_axes.SetColour(RGB(1, 2, 3));
-    LineStyle const line = Draw(m_graph, m_axes, printer)[0].line;
-    EXPECT_EQ(line.width, VUNearest(6.25 * CPreferences::GetThicknessScaleFac(1)));
-    EXPECT_EQ(line.colour, RGB(1, 2, 3));
+        std::initializer_list<CGraphComponent*> { graph.GetGrid(), graph.GetPolarGrid() }) {
+        auto const drawn = Draw(graph, *grid, printer);
+        EXPECT_EQ(drawn[0].pen.width, VUNearest(6.25 * 3));
+        EXPECT_EQ(drawn[0].pen.colour.colour, 6u);
+        EXPECT_EQ(drawn[1].pen.colour.colour, 5u);
+    }
+    graph.GetPolarGrid()->SetOn(0);
+    LineStyle const line = Draw(graph, *graph.GetAxes(), printer)[0].line;
+    EXPECT_EQ(line.width, VUNearest(6.25 * 2));
+    EXPECT_EQ(line.colour, 1u);
+    AxesTextSettings const& texts = graph.GetAxes()->GetTexts();
+    EXPECT_THAT(
+        (std::vector { texts.labels.colour, texts.minorLabels.colour, texts.titlesColour }), ElementsAre(2, 3, 4));
+    SetRegistryFile("");
+    std::filesystem::remove(registry);
 }
 
-/// Settings of a polar grid over ranges from -4 to 4, round (200, 120), 37.5 pixels a unit along x and 25 along y.
+/// Settings of a polar grid over ranges from -40 to 40, round (200, 120), 3.75 pixels a unit along x and 2.5 along y.
 ///
 /// Labels are 15 pixels high and stand 4 pixels beside the circle; figures are 7 pixels wide.
 struct PolarVariant {
@@ -315,7 +339,7 @@ PolarVariant const kPolarVariants[] = {
     { "four angles", [](C2DPolarGrid&) {},
         "[3,1]  o163,95-238,145#1  o88,45-313,195#1  94,191-306,49#1  306,191-94,49#1  o125,70-275,170  "
         "o50,20-350,220  50,120-350,120  200,220-200,20  50,120-50,20  47,70-50,70  47,20-50,20  0 15 354,112  "
-        "180 15 25,112  90 15 193,5  270 15 189,224  2 15 38,62  4 15 38,12",
+        "180 15 25,112  90 15 193,5  270 15 189,224  20 15 29,62  40 15 29,12",
         "25,5-361,239" },
     { "eight angles, broken lines",
         [](C2DPolarGrid& g) {
@@ -323,7 +347,7 @@ PolarVariant const kPolarVariants[] = {
         },
         "[3,1]  o125,70-275,170  o50,20-350,220  50,120-350,120  94,191-306,49  200,220-200,20  306,191-94,49  "
         "50,120-50,20  47,70-50,70  47,20-50,20  0 15 354,112  180 15 25,112  45 15 306,34  225 15 73,191  "
-        "90 15 193,5  270 15 189,224  135 15 73,34  315 15 306,191  2 15 38,62  4 15 38,12",
+        "90 15 193,5  270 15 189,224  135 15 73,34  315 15 306,191  20 15 29,62  40 15 29,12",
         "25,5-361,239" },
     { "six angles, three parts",
         [](C2DPolarGrid& g) {
@@ -331,14 +355,14 @@ PolarVariant const kPolarVariants[] = {
         },
         "o125,70-275,170#1  59,154-341,86#1  85,184-315,56#1  174,218-226,22#1  226,218-174,22#1  315,184-85,56#1  "
         "341,154-59,86#1  o50,20-350,220  50,120-350,120  125,207-275,33  275,207-125,33  50,120-50,20  47,20-50,20  "
-        "0 15 354,112  180 15 25,112  60 15 275,18  240 15 104,207  120 15 104,18  300 15 275,207  4 15 38,12",
+        "0 15 354,112  180 15 25,112  60 15 275,18  240 15 104,207  120 15 104,18  300 15 275,207  40 15 29,12",
         "25,12-361,222" },
     { "an odd number of angles",
         [](C2DPolarGrid& g) {
             g.SetNumMajorPhiDivs(3), g.SetNumMinorPhiDivs(1), g.SetNumMajorRDivs(1), g.SetNumMinorRDivs(3);
         },
         "[3,1]  o150,87-250,153#1  o100,53-300,187#1  o50,20-350,220  50,120-350,120  50,120-50,20  47,20-50,20  "
-        "0 15 354,112  180 15 29,120  4 15 38,12",
+        "0 15 354,112  180 15 29,120  40 15 29,12",
         "29,12-361,220" },
     { "angles alone", [](C2DPolarGrid& g) { g.SetNumMajorRDivs(0); },
         "[3,1]  94,191-306,49#1  306,191-94,49#1  50,120-350,120  200,220-200,20  0 15 354,112  180 15 25,112  "
@@ -346,15 +370,15 @@ PolarVariant const kPolarVariants[] = {
         "25,5-361,239" },
     { "circles alone", [](C2DPolarGrid& g) { g.SetNumMajorPhiDivs(-4); },
         "[3,1]  o163,95-238,145#1  o88,45-313,195#1  o125,70-275,170  o50,20-350,220  50,120-50,20  47,70-50,70  "
-        "47,20-50,20  2 15 38,62  4 15 38,12",
-        "38,12-350,220" },
+        "47,20-50,20  20 15 29,62  40 15 29,12",
+        "29,12-350,220" },
     { "off", [](C2DPolarGrid& g) { g.SetOn(0); }, "", "0,0-0,0" },
 };
 
 TEST_F(GridDraw, DrawsThesePolarGrids)
 {
-    m_axes.SetXAxisRange(-4, 4);
-    m_axes.SetYAxisRange(-4, 4);
+    m_axes.SetXAxisRange(-40, 40);
+    m_axes.SetYAxisRange(-40, 40);
     for (PolarVariant const& variant : kPolarVariants) {
         C2DPolarGrid grid(&m_graph);
         grid.SetOn(1);
@@ -373,22 +397,18 @@ TEST_F(GridDraw, DrawsThesePolarGrids)
 TEST_F(GridDraw, MeasuringAPolarGridDrawsNothingAndKeepsRoomForTheScale)
 {
     m_polar.SetOn(1);
-    m_polar.SetNumMajorPhiDivs(4);
+    m_axes.SetXAxisRange(-40, 40);
+    m_axes.SetYAxisRange(-40, 40);
     m_polar.SetDrawMode(dmMeasure);
     EXPECT_THAT(Draw(m_graph, m_polar), IsEmpty());
-    CRect const measured = m_polar.GetExtentRect();
-    EXPECT_LT(measured.left, 40);
-    EXPECT_EQ(measured.right, 350) << "angles take no room";
-    m_polar.SetDrawMode(dmDraw);
-    Draw(m_graph, m_polar);
-    EXPECT_GT(m_polar.GetExtentRect().right, measured.right);
+    EXPECT_EQ(test::Figure(m_polar.GetExtentRect()), "29,12-350,220") << "angles take no room";
 
     // In a graph without labels of axes, no label of the scale is cut.
     m_axes.SetXAxisOn(0);
     m_axes.SetYAxisOn(0);
     auto const texts = test::OfKind(test::Record(m_graph, CSize(400, 400)), Kind::Text);
-    ASSERT_THAT(texts, SizeIs(4 + 5));
-    for (std::size_t i = 4; i < texts.size(); ++i)
+    ASSERT_THAT(texts, SizeIs(8 + 5));
+    for (std::size_t i = 8; i < texts.size(); ++i)
         EXPECT_GE(texts[i].points[0].x, m_graph.GetGraphRect().left);
     EXPECT_EQ(m_polar.GetDrawMode(), dmDraw);
 }

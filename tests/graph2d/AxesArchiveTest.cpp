@@ -209,6 +209,7 @@ TEST(AxesArchive, HoldsTheDefaultsOfNewAxes)
     expected.Int(0).Double(0).Int(1, 0, 0, 0);
     expected.Texts("%d/%m/%y", "%d/%m/%y", "%H:%M:%S", "%H:%M:%S").Int(0, 0, 1, 1);
     CAxes axes(nullptr);
+    EXPECT_TRUE(axes.Modified());
     EXPECT_EQ(Stored(axes), expected);
 }
 

@@ -2,6 +2,7 @@
 
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/axes/LabelFont.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "tests/platform/framework/PrintString.h"
 
@@ -222,23 +223,17 @@ INSTANTIATE_TEST_SUITE_P(Settings, AxesVariants, testing::ValuesIn(kVariants), [
     return name;
 });
 
-TEST_P(AxesVariants, DrawTheseLinesAndTexts)
+TEST_P(AxesVariants, DrawTheseLinesAndTextsAndMeasureWithoutDrawing)
 {
     GetParam().apply(m_axes);
-    Draw();
-    EXPECT_EQ(test::Figures(m_surface->Primitives()), GetParam().drawn);
-    EXPECT_EQ(test::Figure(m_axes.GetExtentRect()), GetParam().extent);
-}
-
-TEST_P(AxesVariants, MeasuringDrawsNothingAndFindsTheSameExtents)
-{
-    GetParam().apply(m_axes);
-    Draw(dmMeasure);
-    EXPECT_THAT(m_surface->Primitives(), IsEmpty());
-    CRect const measured = m_axes.GetExtentRect();
-    Draw();
-    EXPECT_EQ(m_axes.GetExtentRect(), measured);
-    EXPECT_THAT(m_surface->Primitives(), Not(IsEmpty()));
+    m_dc.SetTextColor(RGB(9, 8, 7));
+    for (DrawMode const mode : { dmMeasure, dmDraw }) {
+        Draw(mode);
+        EXPECT_EQ(test::Figures(m_surface->Primitives()), mode == dmDraw ? GetParam().drawn : "");
+        EXPECT_EQ(test::Figure(m_axes.GetExtentRect()), GetParam().extent);
+    }
+    EXPECT_EQ(m_dc.GetTextColor(), RGB(9, 8, 7)) << "the device context is as before";
+    EXPECT_EQ(m_dc.GetBkMode(), OPAQUE);
 }
 
 TEST_P(AxesVariants, MeasuringInALayoutGivesWhatItGivesAlone)
@@ -255,30 +250,21 @@ TEST_P(AxesVariants, MeasuringInALayoutGivesWhatItGivesAlone)
     m_axes.BeginLayout();
     EXPECT_EQ(extentAt(90), alone[1]);
     EXPECT_EQ(extentAt(50), alone[0]);
-    m_axes.EndLayout();
     m_axes.SetLabelsFont({ "Arial", 400, 0, 3.0 });
+    EXPECT_EQ(extentAt(50), alone[0]) << "texts are measured once in a layout";
+    m_axes.EndLayout();
     EXPECT_NE(extentAt(50), alone[0]) << "nothing is kept after a layout";
-}
-
-TEST_P(AxesVariants, TheDeviceContextIsAsBeforeAfterwards)
-{
-    GetParam().apply(m_axes);
-    m_axes.SetXAxisTitle("x");
-    m_dc.SetTextColor(RGB(9, 8, 7));
-    m_dc.SetBkMode(OPAQUE);
-    Draw();
-    EXPECT_EQ(m_dc.GetTextColor(), RGB(9, 8, 7));
-    EXPECT_EQ(m_dc.GetBkMode(), OPAQUE);
 }
 
 TEST_F(AxesDraw, CheckingTheDateRangeDrawsWhatIsWrongAndKeepsTheLabels)
 {
     m_axes.SetXAxisRange(-1e7, 3e7);
     m_axes.SetXLabels({ "mine" });
+    m_axes.SetColour(RGB(5, 0, 0));
     CPort port(&m_dc, CRect(0, 0, 400, 300), CRect(50, 20, 350, 220), CRealRect(-1e7, 5, 3e7, -5));
     m_axes.UpdateGraphParameters();
     EXPECT_EQ(m_axes.CheckDateRange(&port), 0);
-    EXPECT_EQ(test::Figures(m_surface->Primitives()), "200,220-200,224  Invalid Date Range 15 145,225");
+    EXPECT_EQ(test::Figures(m_surface->Primitives()), "200,220-200,224#5  Invalid Date Range 15 145,225");
     CStringArray labels;
     m_axes.GetXLabels(labels);
     EXPECT_EQ(labels, CStringArray({ "mine" }));
@@ -299,6 +285,54 @@ TEST_F(AxesDraw, PolarGraphsHaveNoRectangularAxes)
     EXPECT_THAT(m_surface->Primitives(), IsEmpty());
     EXPECT_EQ(m_axes.GetRealExtentRect(), CRealRect(-4, 4, 4, -4));
     EXPECT_EQ(m_axes.GetXAxisRangeMode(), 0);
+    EXPECT_EQ(m_axes.GetYAxisRangeMode(), 0);
+    Draw(dmMeasure);
+    EXPECT_EQ(test::Figure(m_axes.GetExtentRect()), "35,13-353,240") << "what is laid out is what it is without";
+}
+
+TEST_F(AxesDraw, RangeOperationsReadAndSetTheAxisThatTheyName)
+{
+    constexpr auto kNone = static_cast<CAxes::AxisType>(2);
+    m_axes.Set(1, 3, 5, 9, { 2, 6 });
+    m_axes.SetRange(kNone, 7, 8);
+    double x[2], y[2];
+    CRealPoint crossing;
+    m_axes.Get(x[0], x[1], y[0], y[1], crossing);
+    EXPECT_THAT(x, ElementsAre(1, 3));
+    EXPECT_THAT(y, ElementsAre(5, 9));
+    EXPECT_EQ(crossing, CRealPoint(2, 6));
+    EXPECT_EQ(m_axes.GetRange(CAxes::atX), 2);
+    EXPECT_EQ(m_axes.GetRange(CAxes::atY), 4);
+    EXPECT_EQ(m_axes.GetRange(kNone), 0);
+    m_axes.SetModified(0);
+    m_axes.SetTickRange(CAxes::atY, 6, 7);
+    EXPECT_TRUE(m_axes.Modified());
+    m_axes.GetTickRange(CAxes::atY, 0, y[0], y[1]);
+    EXPECT_THAT(y, ElementsAre(6, 7));
+    for (auto const& [v, within] : { std::pair(5.9, 0), { 6.0, 1 }, { 7.0, 1 }, { 7.1, 0 } })
+        EXPECT_EQ(m_axes.IsWithinTickRange(CAxes::atY, v), within) << v;
+    m_axes.SetYTickMin(4);
+    m_axes.SetYTickDel(8);
+    m_axes.GetTickMinDel(CAxes::atY, y[0], y[1]);
+    EXPECT_THAT(y, ElementsAre(4, 8));
+    for (CRealPoint const& outside : { CRealPoint(0.9, 6), { 3.1, 6 }, { 2, 4.9 }, { 2, 9.1 } })
+        EXPECT_EQ(m_axes.IsClipped(outside), 1) << outside.x;
+    for (CRealPoint const& inside : { CRealPoint(1, 5), { 3, 9 } })
+        EXPECT_EQ(m_axes.IsClipped(inside), 0);
+    m_axes.SetXAxisRange(1.7e308, 1.79e308);
+    m_axes.GetRange(CAxes::atX, CAxes::rmTidy, x[0], x[1]);
+    EXPECT_THAT(x, ElementsAre(1.7e308, 1.79e308)) << "too large to be widened";
+}
+
+TEST_F(AxesDraw, LabelsAreAFifteenthOfTheShorterSideHighButFourMillimetresAtMost)
+{
+    struct Case {
+        CRect graph;
+        int height;
+    };
+    for (Case const& c : { Case { { 10, 0, 160, 400 }, 10 }, Case { { 0, 10, 400, 163 }, 10 },
+             Case { { 0, 0, 225, 400 }, 15 }, Case { { 0, 0, 500, 400 }, 15 }, Case { { 400, 0, 0, 400 }, 0 } })
+        EXPECT_EQ(LabelFontHeight(m_dc, c.graph), c.height) << c.graph.right;
 }
 
 TEST_F(AxesDraw, RangesFollowTheDataAsTheRangeModeSays)
@@ -314,7 +348,7 @@ TEST_F(AxesDraw, RangesFollowTheDataAsTheRangeModeSays)
         m_axes.SetYAxisRangeMode(c.mode);
         m_axes.UpdateGraphParameters();
         EXPECT_EQ(m_axes.GetRealExtentRect(), c.range) << c.mode;
-        EXPECT_EQ(m_axes.IsClipped({ 11, 5 }), c.mode == 2);
+        EXPECT_EQ(m_axes.IsClipped({ 11, 12 }), c.mode == 2);
         EXPECT_EQ(m_axes.GetXTickRangeMax(), c.range.right);
         EXPECT_EQ(m_axes.GetIntersect(), m_axes.GetAutoIntersect());
         EXPECT_EQ(m_axes.GetXTickMinTime().GetValue(), c.range.left);

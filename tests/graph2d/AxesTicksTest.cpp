@@ -109,13 +109,14 @@ TEST(AxesTicks, MinorsAreLeftOutWhereTheAxesCrossAndWithoutAnAxisLine)
 
 TEST(AxesTicks, TheTickAtTheCrossingIsThereOnlyWhenAskedFor)
 {
-    AxisSettings axis = AxisOver(-0.3, 0.3);
+    AxisSettings axis = AxisOver(-0.9, 0.9);
     axis.numMajorTicks = 7;
     EXPECT_EQ(Majors(axis, 0)[3], 0.0) << "rounding noise is taken off";
     axis.intersectLabelOn = 0;
     EXPECT_EQ(Majors(axis, 0).size(), 6u);
     EXPECT_EQ(Majors(axis, 0.1).size(), 7u) << "regular ticks cross at zero only";
 
+    EXPECT_THAT(Majors(StepAxis(0, 6e-15, 0, 2e-15)), ElementsAre(0, 2e-15, 4e-15, 6e-15)) << "small, but no noise";
     axis.tickMode = AxisSettings::tmArbitrary;
     axis.arbitraryTicks = { 0.0, 0.1, 0.1 + 0.9e-7, 0.1 + 1.1e-7 };
     EXPECT_THAT(ValuesOf(MakeTicks(axis, nullptr, 0.1), Tick::Kind::Arbitrary), ElementsAre(0.0, 0.1 + 1.1e-7));
@@ -233,6 +234,8 @@ TEST(AxesTicks, ArbitraryTicksKeepTheirIndexAndIgnoreTheTickRange)
     EXPECT_EQ(ticks[3].value, 3);
     EXPECT_EQ(ticks[3].index, 2);
     EXPECT_THAT(TickPositions(axis, nullptr), ElementsAre(0, 3, 10, 12));
+    DateTickSettings const years;
+    EXPECT_THAT(TickPositions(StepAxis(0, 2, 0, 1), &years), ElementsAre(0, 1, 2)) << "dates only where they are on";
 }
 
 TEST(AxesTicks, DecadesHaveNineLinesEachTheLastOnTheNext)
@@ -251,6 +254,7 @@ TEST(AxesTicks, DecadesHaveNineLinesEachTheLastOnTheNext)
         EXPECT_DOUBLE_EQ(lines[17], 1.0);
     }
     EXPECT_THAT(Texts(axis), ElementsAre("0.1", "1", "10"));
+    EXPECT_EQ(MakeLabelledTicks(axis, nullptr, 0)[1].text, "") << "lines have no label";
     axis.intersectLabelOn = 0;
     EXPECT_THAT(Majors(axis, 0), ElementsAre(-1, 1)) << "10^0 at the crossing";
     axis.numMajorTicks = 1;
@@ -299,6 +303,8 @@ TEST(AxesTicks, DateStepsFollowTheCalendarFromTheLastDateNotAfterTheRange)
             { "2009-01-01", "2009-01-08", "2009-01-15" } },
         { "days from far above", Day(9999, 1, 1), 1, TimeUnit::Day, Day(200, 1, 1), Day(200, 1, 2),
             { "200-01-01", "200-01-02" } },
+        { "months from far below", Day(100, 1, 1), 1, TimeUnit::Month, Day(9999, 10, 15), Day(9999, 12, 31),
+            { "9999-11-01", "9999-12-01" } },
         { "31 January stops at February", Day(2009, 1, 31), 1, TimeUnit::Month, Day(2009, 1, 1), Day(2009, 12, 31),
             { "2008-12-31", "2009-01-31" } },
         { "on the way back too", Day(2009, 3, 31), 1, TimeUnit::Month, Day(2009, 1, 1), Day(2009, 12, 31), {} },
@@ -324,6 +330,12 @@ TEST(AxesTicks, DateStepsFollowTheCalendarFromTheLastDateNotAfterTheRange)
         dates.delUnit = c.unit;
         EXPECT_EQ(AsDays(DateStepPositions(dates, c.lo.GetValue(), c.hi.GetValue())), c.days) << c.name;
     }
+    DateTickSettings halfDays;
+    halfDays.tickMin = Day(1899, 12, 31);
+    halfDays.del = 12;
+    halfDays.delUnit = TimeUnit::Hour;
+    EXPECT_THAT(DateStepPositions(halfDays, -2, 0.5), ElementsAre(-2, -2.5, -1, -1.5, 0, 0.5))
+        << "the time of a date before the zero date counts away from zero";
 }
 
 TEST(AxesTicks, HoursOfALongAxisDoNotDriftOffItsEnd)
@@ -356,12 +368,20 @@ TEST(AxesTicks, MinorDatesLieStrictlyBetweenMajorDatesInsideTheRange)
     dates.delMinor = 6;
     EXPECT_THAT(days(Tick::Kind::MinorDate), ElementsAre("2009-02-12", "2009-03-26", "2009-05-13"));
     dates.delUnit = TimeUnit::Day;
+    dates.del = 90;
+    dates.delUnitMinor = TimeUnit::Month;
+    dates.delMinor = 1;
+    EXPECT_THAT(days(Tick::Kind::MinorDate), ElementsAre("2009-02-01", "2009-03-01", "2009-05-01"));
     dates.del = 1;
     dates.delUnitMinor = TimeUnit::Hour;
     dates.delMinor = 6;
     EXPECT_EQ(days(Tick::Kind::MinorDate).size(), 137u * 3) << "none on a major date";
     dates.delUnitMinor = TimeUnit::Second;
     EXPECT_THAT(days(Tick::Kind::MinorDate), IsEmpty()) << "more than can be drawn";
+    dates.del = 400;
+    double const late = Day(2009, 12, 30).GetValue();
+    EXPECT_EQ(MinorDatePositions(dates, { axis.min }, late, late + 5.5 / 14400).size(), 6u)
+        << "only those in the range";
     dates.delUnitMinor = static_cast<TimeUnit>(-3);
     EXPECT_THAT(days(Tick::Kind::MinorDate), IsEmpty());
 }
@@ -394,14 +414,17 @@ TEST(AxesLabels, OfAnArbitraryAxisGoByTheSortedPositions)
     AxisSettings axis = AxisOver(0, 10);
     axis.tickMode = AxisSettings::tmArbitrary;
     axis.labelMode = AxisSettings::lmStrings;
-    axis.arbitraryTicks = { 9, 1, 5 };
-    axis.labels = { "a", "b", "c" };
-    EXPECT_THAT(Texts(axis), ElementsAre("c", "a", "b"));
+    axis.arbitraryTicks = { 9, 1, 5, 5 };
+    axis.labels = { "a", "b", "c", "d" };
+    EXPECT_THAT(Texts(axis), ElementsAre("d", "a", "b", "b"));
+    axis.scaleMode = 1;
+    axis.max = 1;
+    EXPECT_THAT(Texts(axis), ElementsAre("", "a")) << "a decade that is no tick position has none";
 }
 
 TEST(AxesLabels, StringsMeetPositionsThatRoundingSetsApart)
 {
-    AxisSettings axis = AxisOver(-0.3, 0.3);
+    AxisSettings axis = AxisOver(-0.9, 0.9);
     axis.numMajorTicks = 7;
     axis.labelMode = AxisSettings::lmStrings;
     axis.labels = { "a", "b", "c", "d", "e", "f", "g" };
@@ -422,6 +445,9 @@ TEST(AxesLabels, OfDatesUseTheDateAndTimeFormats)
     TickList const ticks = MakeLabelledTicks(axis, &dates, 0);
     EXPECT_EQ(ticks.back().kind, Tick::Kind::MinorDate);
     EXPECT_EQ(ticks.back().text, "12 h") << "without the time format";
+    axis.labelMode = AxisSettings::lmStrings;
+    axis.labels = { "a", "b", "c" };
+    EXPECT_THAT(Texts(axis, &dates), ElementsAre("a", "b", "c"));
     axis.tickMode = AxisSettings::tmDivisions;
     axis.numMinorTicks = 1;
     axis.numMajorTicks = 2;
