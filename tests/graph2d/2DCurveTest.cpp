@@ -50,6 +50,9 @@ TEST(Curve2D, LogarithmicAxesSeeDecadesAndClampWhatHasNone)
     curve.SetYScaleMode(1);
     curve.SetXScaleMode(1);
     EXPECT_EQ(curve.GetAt(0).y, -100.0);
+    double small = 1e-99;
+    C2DCurve::LogClamp(small);
+    EXPECT_DOUBLE_EQ(small, -99.0);
     double min = 0;
     double max = 0;
     curve.GetXRange(min, max);
@@ -74,9 +77,9 @@ TEST(Curve2D, TakesRowsOfTablesAndSpreadsXOverItsInterval)
     TableCurve curve({});
     curve.SetPoints(table, 2, 0);
     ASSERT_EQ(curve.GetNumPoints(), 2);
-    EXPECT_EQ(std::as_const(curve).GetAt(1), CRealPoint(5, 1));
-    curve.SetPoints(table, 0, 3);
-    EXPECT_EQ(curve.GetNumPoints(), 2) << "there is no such row";
+    for (auto const& [x, y] : { std::pair(0, 3), std::pair(3, 0), std::pair(-1, 0), std::pair(0, -1) })
+        curve.SetPoints(table, x, y);
+    EXPECT_EQ(std::as_const(curve).GetAt(1), CRealPoint(5, 1)) << "there are no such rows";
     curve.SetXPoints(table);
     curve.SetYPoints(table);
     EXPECT_EQ(std::as_const(curve).GetAt(1), CRealPoint(1, 3));

@@ -434,10 +434,21 @@ TEST(AreaFigures, ReachUnderTheNextSolidBandOnPages)
 {
     Plotting graph(kTiny);
     auto& plot = graph.Add<C2DAreaPlot>(it2DAreaPlot);
-    for (int i = 0; i < 3; ++i)
-        AddCurve<C2DAreaCurve>(plot, { 0, 9 }, { 2, 2 }).SetFillPattern(i == 2 ? 4 : kSolidFillPattern);
+    for (int const pattern : { kSolidFillPattern, kSolidFillPattern, 4, kSolidFillPattern, kSolidFillPattern })
+        AddCurve<C2DAreaCurve>(plot, { 0, 9 }, { 1, 1 }).SetFillPattern(pattern);
     plot.SetDrawBorders(0);
-    EXPECT_EQ(Drawn(graph, true), "fill 1,4 19,8; fill 1,4 19,6; fill 1,2 19,4");
+    EXPECT_EQ(Drawn(graph, true), "fill 1,6 19,8; fill 1,6 19,7; fill 1,5 19,6; fill 1,3 19,5; fill 1,3 19,4");
+}
+
+TEST(AreaFigures, HaveOutlinesInTheirOwnColoursFromTheTopDown)
+{
+    Plotting graph(kTiny);
+    auto& plot = graph.Add<C2DAreaPlot>(it2DAreaPlot);
+    for (COLORREF const colour : { 1, 2 })
+        AddCurve(plot, { 0, 9 }, { 2, 2 }).SetColour(colour);
+    plot.SetBorderColour(kOwnColour);
+    EXPECT_EQ(Drawn(graph),
+        "fill 1,6 19,8 in 1; fill 1,4 19,6 in 2; line 1,4 19,4 19,6 1,6 in 2; line 1,6 19,6 19,8 1,8 in 1");
 }
 
 TEST(AreaFigures, AreMadeInStepsThatHostsCanTake)
