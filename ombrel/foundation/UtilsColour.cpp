@@ -9,15 +9,15 @@ void CVUtils::RGBToHSL(double r, double g, double b, double* h, double* s, doubl
 {
     double const greatest = std::max({ r, g, b });
     double const least = std::min({ r, g, b });
-    double const sum = greatest + least;
     double const range = greatest - least;
-    *l = sum / 2.0;
+    *l = (greatest + least) / 2.0;
     if (greatest == least) {
         *h = 0.0;
         *s = 0.0;
         return;
     }
-    *s = range / (*l < 0.5 ? sum : 2.0 - sum);
+    // Not minus the sum, which is rounded: near white little is left of 2.
+    *s = range / (*l < 0.5 ? greatest + least : 2.0 - greatest - least);
     double sixths = 0.0;
     if (greatest == r)
         sixths = (g - b) / range;

@@ -35,9 +35,10 @@ void CVUtils::MakeSharpSpectrumLUT(double** lut, int steps, int useFirstWidth, d
     double const width = (1.0 - firstWidth) * kTableSize / (steps - 1);
     int const firstEnd = static_cast<int>(firstWidth * kTableSize);
     for (int i = 0; i < kTableSize; ++i) {
-        // The limit keeps what rounding adds at the table's end within the last band.
-        double const later = i < firstEnd ? 0.0 : std::min((i - firstEnd) / width + 1.0, steps - 1.0);
-        SetEntry(lut, i, (steps - static_cast<int>(later) - 1) * kFirstHue / (steps - 1));
+        // The limit keeps what rounding adds at the table's end within the last band. One is added to a whole number:
+        // added to the quotient, it could round up into the next band.
+        int const band = i < firstEnd ? 0 : static_cast<int>(std::min((i - firstEnd) / width, steps - 2.0)) + 1;
+        SetEntry(lut, i, (steps - band - 1) * kFirstHue / (steps - 1));
     }
 }
 

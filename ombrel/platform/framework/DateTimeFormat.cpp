@@ -37,6 +37,57 @@ void AppendNumber(std::u16string& text, int number, int digits, char16_t fill = 
 
 void AppendFormatted(std::u16string& text, Fields const& f, std::u16string_view pattern);
 
+/// Monday 1 … Sunday 7.
+int IsoWeekday(Fields const& f) { return f.weekday == 0 ? 7 : f.weekday; }
+
+/// Weeks begin on Monday and belong to the year that their Thursday lies in.
+struct IsoWeek {
+    int year;
+    int week;
+};
+
+IsoWeek IsoWeekOf(Fields const& f)
+{
+    // The weekday of a year's last day: Thursday is 4.
+    auto const lastWeekday = [](int year) { return (year + year / 4 - year / 100 + year / 400) % 7; };
+    auto const weeks = [&](int year) { return lastWeekday(year) == 4 || lastWeekday(year - 1) == 3 ? 53 : 52; };
+    int const week = (f.dayOfYear - IsoWeekday(f) + 10) / 7;
+    if (week < 1)
+        return { f.year - 1, weeks(f.year - 1) };
+    if (week > weeks(f.year))
+        return { f.year + 1, 1 };
+    return { f.year, week };
+}
+
+bool AppendWeekCode(std::u16string& text, Fields const& f, char16_t code)
+{
+    switch (code) {
+    case u'G':
+        AppendNumber(text, IsoWeekOf(f).year, 1);
+        return true;
+    case u'g':
+        AppendNumber(text, IsoWeekOf(f).year % 100, 2);
+        return true;
+    case u'V':
+        AppendNumber(text, IsoWeekOf(f).week, 2);
+        return true;
+    case u'u':
+        AppendNumber(text, IsoWeekday(f), 1);
+        return true;
+    case u'U': // weeks from the first Sunday
+        AppendNumber(text, (f.dayOfYear + 6 - f.weekday) / 7, 2);
+        return true;
+    case u'w':
+        AppendNumber(text, f.weekday, 1);
+        return true;
+    case u'W': // weeks from the first Monday
+        AppendNumber(text, (f.dayOfYear + 7 - IsoWeekday(f)) / 7, 2);
+        return true;
+    default:
+        return false;
+    }
+}
+
 bool AppendDateCode(std::u16string& text, Fields const& f, char16_t code)
 {
     switch (code) {
@@ -47,6 +98,7 @@ bool AppendDateCode(std::u16string& text, Fields const& f, char16_t code)
         text += Weekday(f);
         return true;
     case u'b':
+    case u'h':
         text += Month(f).substr(0, kShortName);
         return true;
     case u'B':
@@ -64,14 +116,8 @@ bool AppendDateCode(std::u16string& text, Fields const& f, char16_t code)
     case u'm':
         AppendNumber(text, f.month, 2);
         return true;
-    case u'U': // weeks from the first Sunday
-        AppendNumber(text, (f.dayOfYear + 6 - f.weekday) / 7, 2);
-        return true;
-    case u'w':
-        AppendNumber(text, f.weekday, 1);
-        return true;
-    case u'W': // weeks from the first Monday
-        AppendNumber(text, (f.dayOfYear + 6 - (f.weekday + 6) % 7) / 7, 2);
+    case u'C':
+        AppendNumber(text, f.year / 100, 2);
         return true;
     case u'y':
         AppendNumber(text, f.year % 100, 2);
@@ -116,6 +162,18 @@ bool AppendTimeCode(std::u16string& text, Fields const& f, char16_t code)
     case u'c':
         AppendFormatted(text, f, u"%a %b %e %H:%M:%S %Y");
         return true;
+    case u'R':
+        AppendFormatted(text, f, u"%H:%M");
+        return true;
+    case u'r':
+        AppendFormatted(text, f, u"%I:%M:%S %p");
+        return true;
+    case u'n':
+        text += u'\n';
+        return true;
+    case u't':
+        text += u'\t';
+        return true;
     case u'Z':
         return true;
     case u'%':
@@ -130,7 +188,8 @@ void AppendFormatted(std::u16string& text, Fields const& f, std::u16string_view 
 {
     for (std::size_t i = 0; i < pattern.size(); ++i) {
         if (pattern[i] == u'%' && i + 1 < pattern.size()
-            && (AppendDateCode(text, f, pattern[i + 1]) || AppendTimeCode(text, f, pattern[i + 1])))
+            && (AppendDateCode(text, f, pattern[i + 1]) || AppendWeekCode(text, f, pattern[i + 1])
+                || AppendTimeCode(text, f, pattern[i + 1])))
             ++i;
         else
             text += pattern[i];

@@ -134,8 +134,9 @@ TEST(DateTime, InvalidAndNullDatesSpreadAndCompareFalse)
 
 TEST(DateTime, FormatsAsStrftimeDoes)
 {
-    for (double const value :
-        { 36526.0, 36526.5, 36527.75, 36892.99, 45351.0001, 45656.52, 1.04, -30000.3, 400000.9 }) {
+    // Days round the turns of long and short years, whose weeks may belong to the other year.
+    for (double const value : { 36526.0, 36526.5, 36527.75, 36892.99, 45351.0001, 45656.52, 1.04, -30000.3, 400000.9,
+             40176.0, 40179.0, 40180.0, 40181.0, 39448.0, 39811.0, 42369.0, 42370.0, 42372.0, 2958465.5 }) {
         COleDateTime const date(value);
         COleDateTime::Fields f;
         ASSERT_TRUE(date.GetFields(f));
@@ -149,12 +150,13 @@ TEST(DateTime, FormatsAsStrftimeDoes)
         time.tm_wday = f.weekday;
         time.tm_yday = f.dayOfYear - 1;
         for (char const* const pattern : { "%a %A %b %B", "%c", "%d/%m/%y", "%D", "%e", "%F", "%H:%M:%S", "%I %p", "%j",
-                 "%T", "%U %W %w", "%x %X", "%Y%%" }) {
+                 "%T", "%U %W %w", "%x %X", "%Y%%", "%C", "%G-W%V-%u", "%g", "%h%n%t", "%r", "%R" }) {
             char expected[100];
             std::strftime(expected, sizeof expected, pattern, &time);
             EXPECT_EQ(date.Format(pattern).ToUtf8(), expected) << value << ' ' << pattern;
         }
     }
+    EXPECT_EQ(COleDateTime(-657434.0).Format("%C %G-W%V %g").ToUtf8(), "01 99-W53 99");
     EXPECT_EQ(COleDateTime(36526.0).Format("%Q é%Z %").ToUtf8(), "%Q é %");
 }
 
