@@ -36,13 +36,11 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
-    try {
+    (void)Succeeds([&] {
         CArchive ar(std::as_bytes(std::span(data, size)));
         auto const graph = ar.ReadObjectOf<CGraph>();
         if (graph)
             Exercise(*graph);
-    } catch (CException* e) {
-        e->Delete();
-    }
+    });
     return 0;
 }

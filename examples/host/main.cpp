@@ -12,8 +12,9 @@
 
 using namespace ombrel;
 
-int main()
-try {
+/// The classes throw pointers; WithErrors turns these into errors as other libraries throw them.
+void DrawExample()
+{
     OmbrelInit();
     C2DGraph graph(1);
     graph.GetAxes()->SetXAxisTitle("Time / s");
@@ -39,8 +40,12 @@ try {
     archive.WriteObject(&graph);
     archive.Close();
     file.Close();
-} catch (CException* error) {
-    std::cerr << error->GetErrorMessage().ToUtf8() << "\n";
-    error->Delete();
+}
+
+int main()
+try {
+    WithErrors(DrawExample);
+} catch (Error const& error) {
+    std::cerr << error.what() << "\n";
     return 1;
 }

@@ -3,7 +3,6 @@
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 #include <algorithm>
-#include <cassert>
 #include <cmath>
 #include <limits>
 #include <new>
@@ -52,18 +51,14 @@ BYTE ValueAt(double x, CDoubleArray const& positions, CByteArray const& values, 
     return static_cast<BYTE>(y > limit ? limit : VUNearest(y));
 }
 
-/// Whether the work on a file ends without an exception.
-template <typename Work> bool Succeeds(Work const& work)
+/// Whether the work on a file ends without an exception. A file may be larger than memory.
+template <typename Work> bool SucceedsInMemory(Work const& work)
 {
     try {
-        work();
-        return true;
-    } catch (CException* e) {
-        e->Delete();
+        return Succeeds(work);
     } catch (std::bad_alloc const&) {
-        // A file may be larger than memory.
+        return false;
     }
-    return false;
 }
 
 /// The step from one of count positions to the next.
@@ -197,7 +192,8 @@ int CColourMap::ScaledIndex(double value, double min, double max) const
 
 void CColourMap::GetColours(std::span<double const> values, double min, double max, std::span<COLORREF> colours) const
 {
-    assert(colours.size() >= values.size());
+    if (colours.size() < values.size())
+        ThrowBadIndex(static_cast<int>(colours.size()), colours.size());
     if (!m_scale.values.GetArray().IsEmpty() || !IsWide(min, max)) {
         for (std::size_t i = 0; i < values.size(); ++i)
             colours[i] = GetColour(values[i], min, max);
@@ -343,7 +339,7 @@ int CColourMap::Load(CString const& path)
         m_pathName = m_name;
         return 1;
     }
-    bool const done = Succeeds([&] {
+    bool const done = SucceedsInMemory([&] {
         CFile file(path, CFile::modeRead);
         CArchive ar(&file, CArchive::load);
         Clear();
@@ -358,12 +354,12 @@ int CColourMap::Load(CString const& path)
 
 int CColourMap::Save(CString const& path)
 {
-    bool const done = Succeeds([&] {
-        CFile file(path, CFile::modeCreate | CFile::modeWrite);
-        CArchive ar(&file, CArchive::store);
+    bool const done = SucceedsInMemory([&] {
+        CMemFile memory;
+        CArchive ar(&memory, CArchive::store);
         Serialize(ar);
         ar.Close();
-        file.Close();
+        WriteFileAtomically(path, memory.GetBytes());
     });
     if (!done)
         return 0;
@@ -373,7 +369,7 @@ int CColourMap::Save(CString const& path)
 
 int CColourMap::GetNameFromFile(CString const& path, CString& name)
 {
-    bool const done = Succeeds([&] {
+    bool const done = SucceedsInMemory([&] {
         CFile file(path, CFile::modeRead);
         CArchive ar(&file, CArchive::load);
         ArchiveFields f(ar);

@@ -47,8 +47,8 @@ struct ColourMapSettings {
 ///
 /// Only the presets, Load and Update compute the table: after a change of the control points, call Update. A new map is
 /// black everywhere. Maps are values: they may be copied.
-/// Errors: only Serialize throws (CArchiveException*, newly allocated). What it has read before that is kept, and is
-/// sound: no channel, table or scale is taken over in part.
+/// Errors: where it is not said otherwise, only Serialize throws (CArchiveException*, newly allocated). What it has
+/// read before that is kept, and is sound: no channel, table or scale is taken over in part.
 class OMBREL_EXPORT CColourMap : public CObject {
 public:
     static constexpr int kTableSize = 1000;
@@ -86,9 +86,10 @@ public:
     {
         int const index
             = m_scale.values.GetArray().IsEmpty() ? TableIndex(value, min, max) : ScaledIndex(value, min, max);
-        return m_table[index];
+        return m_table.GetData()[index];
     }
-    /// The same for many values at once, and faster: colours[i] becomes that of values[i]. There must be room for all.
+    /// The same for many values at once, and faster: colours[i] becomes that of values[i]. Without room for all of them
+    /// CInvalidArgException* (newly allocated) is thrown.
     void GetColours(std::span<double const> values, double min, double max, std::span<COLORREF> colours) const;
     /// The colour, lighter by the value's place between min and max, where it must lie; as it is unless min < max.
     static COLORREF GetGradedColour(COLORREF colour, double value, double min, double max);
@@ -101,8 +102,8 @@ public:
 
     // Control points, scale, state; none of these computes the table
 
-    /// channel 0 … 2.
-    ColourChannel const& GetChannel(int channel) const { return m_channels[static_cast<std::size_t>(channel)]; }
+    /// channel 0 … 2; any other throws CInvalidArgException* (newly allocated).
+    ColourChannel const& GetChannel(int channel) const { return m_channels[CheckedIndex(channel, kChannels)]; }
     /// Replaces the control points of channel 0 … 2: 1, or 0 with nothing changed when there is no such channel, the
     /// positions are not ascending or the numbers of positions and values differ.
     int SetChannel(int channel, CDoubleArray const& positions, CByteArray const& values);
@@ -132,6 +133,7 @@ public:
     /// A preset by its name, else a file. A file that cannot be opened changes nothing; one that is damaged leaves what
     /// was read before the damage.
     int Load(CString const& path);
+    /// Whatever goes wrong, an earlier file stays as it was.
     int Save(CString const& path);
     /// The name that the file gives its map, without white space at its ends; 0 when there is none.
     static int GetNameFromFile(CString const& path, CString& name);

@@ -198,13 +198,7 @@ int CDIB::Save(CString const& path) const
     std::string const bytes = EncodeBmp();
     if (bytes.empty())
         return 0;
-    try {
-        WriteFileAtomically(path, std::as_bytes(std::span(bytes)));
-    } catch (CException* e) {
-        e->Delete();
-        return 0;
-    }
-    return 1;
+    return Succeeds([&] { WriteFileAtomically(path, std::as_bytes(std::span(bytes))); }) ? 1 : 0;
 }
 
 } // namespace ombrel

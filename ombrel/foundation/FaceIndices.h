@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/platform/framework/Export.h"
+#include "ombrel/platform/framework/Index.h"
 #include "ombrel/platform/framework/Object.h"
 
 #include <array>
@@ -17,9 +18,9 @@ public:
         : m_indices { a, b, c, d }
     {
     }
-    /// Index i, 0 … 3; not checked.
-    DWORD& operator[](int i) { return m_indices[static_cast<std::size_t>(i)]; }
-    DWORD operator[](int i) const { return m_indices[static_cast<std::size_t>(i)]; }
+    /// Index i, 0 … 3; any other throws CInvalidArgException* (newly allocated).
+    DWORD& operator[](int i) { return m_indices[CheckedIndex(i, m_indices.size())]; }
+    DWORD operator[](int i) const { return m_indices[CheckedIndex(i, m_indices.size())]; }
     /// Orders the indices ascending and computes the key from them.
     void Sort();
     /// The key: 0 until Sort. Different faces may share one.

@@ -158,8 +158,8 @@ char16_t* CGCharArray::NewString(CString const& text)
 
 int CGCharArray::RemoveAt(int index, int count)
 {
-    for (int i = index; i < index + count; ++i)
-        delete[] m_array[i];
+    CheckRange(index, count, static_cast<std::size_t>(GetSize()));
+    std::for_each_n(m_array.begin() + index, count, [](char16_t* text) { delete[] text; });
     m_array.RemoveAt(index, count);
     return 0;
 }
@@ -209,8 +209,9 @@ void CGCharArray::SetAt(int i, char16_t* text)
 void CGCharArray::SetAtGrow(int i, char16_t* text)
 {
     if (i >= GetSize())
-        SetSize(i + 1);
-    SetAt(i, text);
+        m_array.SetAtGrow(i, text);
+    else
+        SetAt(i, text);
 }
 
 void CGCharArray::InsertAt(int i, char16_t* text, int count)

@@ -23,7 +23,7 @@ public:
     ElType GetElType() const { return m_elType; }
 
     virtual int GetSize() const { return 0; }
-    /// Indices must lie in the array.
+    /// Returns 0. Entries that are not there throw CInvalidArgException* (newly allocated) and nothing is removed.
     virtual int RemoveAt(int /*index*/, int /*count*/ = 1) { return 0; }
     /// The argument matters to arrays that own their entries (CGCharArray) only.
     virtual int RemoveAll(int /*deleteEntries*/ = 1) { return 0; }
@@ -42,7 +42,7 @@ private:
     ElType m_elType = etDouble;
 };
 
-/// The array operations that the typed arrays share: an inner array and its operations. Indices must lie in the array.
+/// The array operations that the typed arrays share: an inner array and its operations. Errors: as CArray.
 template <typename T> class TypedArray : public CGArray {
 public:
     int GetSize() const override { return m_array.GetSize(); }
@@ -96,7 +96,7 @@ protected:
 /// Numbers of curve data. A gap marker inside the data is a missing value; markers at the end are spare room.
 ///
 /// The statistics take the whole array as it is, markers included.
-/// Errors: only Serialize throws (CArchiveException*, newly allocated).
+/// Errors: Serialize throws CArchiveException* (newly allocated), indices as those of CArray.
 class OMBREL_EXPORT CDoubleArray : public TypedArray<double> {
 public:
     static CRuntimeClass const kClass;
@@ -175,6 +175,8 @@ public:
 };
 
 /// Zero-terminated wide strings, or null, allocated with new char16_t[]: what is stored here, the array deletes.
+///
+/// Errors: as CArray. A string whose index throws stays the caller's.
 class OMBREL_EXPORT CGCharArray : public CGArray {
 public:
     static CRuntimeClass const kClass;

@@ -4,4 +4,6 @@ namespace ombrel {
 
 constinit CRuntimeClass const CVException::kClass = DynamicClass<CException>("CVException");
 
+Error CVException::AsError() const { return { Error::Kind::Data, message.ToUtf8() }; }
+
 } // namespace ombrel

@@ -16,6 +16,8 @@ public:
     {
     }
     CString GetErrorMessage() const override { return message; }
+    /// Of kind Data.
+    Error AsError() const override;
 
     CString message;
 };

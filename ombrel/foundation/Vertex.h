@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/platform/framework/Export.h"
+#include "ombrel/platform/framework/Index.h"
 #include "ombrel/platform/framework/Object.h"
 
 #include <array>
@@ -21,9 +22,9 @@ public:
     /// The three components, x first.
     double* GetData() { return m_values.data(); }
     double const* GetData() const { return m_values.data(); }
-    /// Component i, 0 … 2; not checked.
-    double& operator[](int i) { return m_values[static_cast<std::size_t>(i)]; }
-    double const& operator[](int i) const { return m_values[static_cast<std::size_t>(i)]; }
+    /// Component i, 0 … 2; any other throws CInvalidArgException* (newly allocated).
+    double& operator[](int i) { return m_values[CheckedIndex(i, m_values.size())]; }
+    double const& operator[](int i) const { return m_values[CheckedIndex(i, m_values.size())]; }
     /// Throws CArchiveException* (newly allocated).
     void Serialize(CArchive& ar) override;
 

@@ -107,6 +107,8 @@ void C2DLine::DrawLines(CPort* port)
     CDC& dc = *port->GetDC();
     PointMapping const map { port->GetMapping(), IsXLogarithmic(), IsYLogarithmic() };
     CTableData const& table = std::as_const(*this).GetPoints();
+    if (table.GetNumRows() < 2)
+        return;
     StoredPoints const points { table.GetRow(0), table.GetRow(1), static_cast<std::size_t>(table.GetNumCols()),
         &GetSummary() };
     int const width = DeviceLineWidth(dc, GetLineWidth(), ThicknessKind::Curve);

@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/platform/framework/Export.h"
+#include "ombrel/platform/framework/Index.h"
 #include "ombrel/platform/framework/Object.h"
 
 #include <cstddef>
@@ -11,7 +12,8 @@ namespace ombrel {
 /// A rows × columns table of doubles, row-major, with the offset and gain that relate a stored value s to the real
 /// value s × gain − offset.
 ///
-/// Indices are not checked. Throws std::bad_alloc when a table does not fit into memory.
+/// Errors: a row or column outside throws CInvalidArgException* (newly allocated), Serialize CArchiveException*. A
+/// table that does not fit into memory throws std::bad_alloc.
 class OMBREL_EXPORT CTableData : public CObject {
 public:
     static CRuntimeClass const kClass;
@@ -41,14 +43,21 @@ public:
     /// Bytes of the values.
     std::size_t GetDataSize() const { return Count() * sizeof(double); }
 
-    double GetAt(int row, int col) const { return GetRow(row)[col]; }
-    void SetAt(int row, int col, double value) { GetRow(row)[col] = value; }
-    /// The first value of a row. Asking for it from a table that may be changed counts as a change (GetRevision); a
-    /// host that writes through a pointer kept from earlier calls UpdatePlots before the next draw, as for any change.
+    double GetAt(int row, int col) const { return GetRow(row)[CheckedIndex(col, static_cast<std::size_t>(m_cols))]; }
+    void SetAt(int row, int col, double value)
+    {
+        std::size_t const at = Offset(row) + CheckedIndex(col, static_cast<std::size_t>(m_cols));
+        m_values[at] = value;
+        ++m_revision;
+    }
+    /// The first of the row's GetNumCols() values; null for an empty table. Asking for it from a table that may be
+    /// changed counts as a change (GetRevision); a host that writes through a pointer kept from earlier calls
+    /// UpdatePlots before the next draw, as for any change.
     double* GetRow(int row)
     {
+        double* const first = m_values.get() + Offset(row);
         ++m_revision;
-        return m_values.get() + Offset(row);
+        return first;
     }
     double const* GetRow(int row) const { return m_values.get() + Offset(row); }
     double* operator[](int row) { return GetRow(row); }
@@ -65,7 +74,12 @@ public:
     std::uint64_t GetRevision() const { return m_revision; }
 
 private:
-    std::size_t Offset(int row) const { return static_cast<std::size_t>(row) * static_cast<std::size_t>(m_cols); }
+    std::size_t Offset(int row) const
+    {
+        if (m_rows == 0)
+            return 0;
+        return CheckedIndex(row, static_cast<std::size_t>(m_rows)) * static_cast<std::size_t>(m_cols);
+    }
     std::size_t Count() const { return static_cast<std::size_t>(m_rows) * static_cast<std::size_t>(m_cols); }
     void Take(CTableData& other) noexcept;
 

@@ -2,6 +2,7 @@
 #include "ombrel/foundation/Utils.h"
 #include "ombrel/platform/gdi/Palette.h"
 #include "tests/model/ArchiveBytes.h"
+#include "tests/platform/framework/Refused.h"
 
 #include <gtest/gtest.h>
 
@@ -226,6 +227,10 @@ TEST(ColourMap, TableGivesWhatASearchAmongAllControlPointsWouldGive)
     EXPECT_EQ(colours, CDWordArray { map.GetColourTable()[0] });
     map.GetColours(-5, colours);
     EXPECT_TRUE(colours.IsEmpty());
+    std::vector<COLORREF> room(2);
+    EXPECT_TRUE(test::Refused([&] { map.GetColours(std::vector<double>(3), 0.0, 1.0, room); }));
+    for (int const channel : { -1, 3 })
+        EXPECT_TRUE(test::Refused([&] { return map.GetChannel(channel).values; }));
 }
 
 TEST(ColourMap, PresetsRunBetweenTheirColours)
@@ -356,7 +361,11 @@ TEST(ColourMap, FilesKeepAMapAndItsName)
     CColourMap map;
     map.CreateSpectrum();
     map.SetName("  Île  ");
+    // Whoever has the old file open keeps it: a new one takes its place.
+    std::ofstream(folder / "map") << "old";
+    std::filesystem::create_hard_link(folder / "map", folder / "held");
     EXPECT_EQ(map.Save(path), 1);
+    EXPECT_EQ(std::filesystem::file_size(folder / "held"), 3u);
     EXPECT_EQ(map.GetPathName(), path);
     CString name;
     EXPECT_EQ(CColourMap::GetNameFromFile(path, name), 1);
@@ -408,9 +417,10 @@ TEST(SpectrumTables, RunFromBlueToRedSmoothlyOrInBands)
         double firstWidth;
         std::vector<int> ends;
     };
-    for (Case const& c :
-        { Case { 4, 0, 0.9, { 250, 500, 750, 1000 } }, { 2, 1, 0.9, { 900, 1000 } }, { 3, 1, 0.0, { 0, 500, 1000 } },
-            { 3, 1, 1.0, { 1000, 1000, 1000 } }, { 2, 1, kNotANumber, { 0, 1000 } }, { 1, 0, 0.0, { 500, 1000 } } }) {
+    // The band of entry 586 in the last case: 414 / (0.828 · 500) is less than 1, and 1 + that is rounded to 2.
+    for (Case const& c : { Case { 4, 0, 0.9, { 250, 500, 750, 1000 } }, { 2, 1, 0.9, { 900, 1000 } },
+             { 3, 1, 0.0, { 0, 500, 1000 } }, { 3, 1, 1.0, { 1000, 1000, 1000 } }, { 2, 1, kNotANumber, { 0, 1000 } },
+             { 1, 0, 0.0, { 500, 1000 } }, { 3, 1, 0.172, { 172, 587, 1000 } } }) {
         CVUtils::MakeSharpSpectrumLUT(lut, c.steps, c.useFirstWidth, c.firstWidth);
         auto const last = static_cast<int>(c.ends.size()) - 1;
         for (int k = 0, i = 0; k <= last; ++k) {

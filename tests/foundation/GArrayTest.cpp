@@ -1,6 +1,7 @@
 #include "ombrel/foundation/GArray.h"
 
 #include "tests/model/ArchiveBytes.h"
+#include "tests/platform/framework/Refused.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -173,6 +174,13 @@ TEST(GArray, OwnedStringsSurviveEveryChangeOfTheArray)
     copy.Append(strings);
     strings.RemoveAt(0, 2);
     EXPECT_EQ(CString(strings.GetAt(0)), "twice");
+    for (int const i : { -1, 6 }) {
+        EXPECT_TRUE(test::Refused([&] { strings.SetAt(i, nullptr); })) << i;
+        EXPECT_TRUE(test::Refused([&] { strings.RemoveAt(i); })) << i;
+        EXPECT_TRUE(test::Refused([&] { strings.RemoveAt(1, i); })) << i;
+    }
+    EXPECT_TRUE(test::Refused([&] { strings.InsertAt(-1, nullptr); }));
+    EXPECT_EQ(CString(strings.GetAt(5)), "six");
     strings.SetSize(1);
     EXPECT_EQ(copy.GetSize(), 16);
     EXPECT_EQ(CString(copy.GetAt(15)), "six");

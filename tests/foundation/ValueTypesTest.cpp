@@ -5,6 +5,7 @@
 #include "ombrel/foundation/RealTypes.h"
 #include "ombrel/foundation/Vertex.h"
 #include "tests/model/ArchiveBytes.h"
+#include "tests/platform/framework/Refused.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -120,6 +121,10 @@ TEST(ValueTypes, FacesAreFoundByTheirVerticesInAnyOrder)
     ++faces[turned];
     EXPECT_EQ(faces[face], 2);
     // The key wraps: 300 · 0xFFFFFFFF is −300.
+    for (int const i : { -1, 3, 4 }) {
+        EXPECT_EQ(test::Refused([&] { return face[i]; }), i != 3) << i;
+        EXPECT_TRUE(test::Refused([&] { return CVertex()[i]; })) << i;
+    }
     CFaceIndices large(0xFFFFFFFF, 0, 0, 0);
     large.Sort();
     EXPECT_EQ(large.Sum(), static_cast<DWORD>(-300));

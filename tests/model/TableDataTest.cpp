@@ -1,5 +1,6 @@
 #include "ombrel/model/TableData.h"
 #include "tests/model/ArchiveBytes.h"
+#include "tests/platform/framework/Refused.h"
 
 #include <gtest/gtest.h>
 
@@ -103,6 +104,26 @@ TEST(TableData, AssignmentCopiesValuesAndKeepsTheTargetsUnits)
     EXPECT_EQ(target.GetAt(0, 1), 10.0);
     target = CTableData();
     EXPECT_FALSE(target.HasData());
+}
+
+TEST(TableData, RowsAndColumnsOutsideAreRefused)
+{
+    CTableData table(2, 3);
+    struct {
+        int row, col;
+    } const outside[] = { { -1, 0 }, { 2, 0 }, { 0, -1 }, { 0, 3 }, { 1, 3 }, { 1, -1 } };
+    for (auto const [row, col] : outside) {
+        EXPECT_TRUE(test::Refused([&] { return table.GetAt(row, col); })) << row << ' ' << col;
+        EXPECT_TRUE(test::Refused([&] { table.SetAt(row, col, 1.0); })) << row << ' ' << col;
+    }
+    for (int const row : { -1, 2 }) {
+        EXPECT_TRUE(test::Refused([&] { return table.GetRow(row); }));
+        EXPECT_TRUE(test::Refused([&] { return std::as_const(table)[row]; }));
+    }
+    CTableData empty;
+    EXPECT_EQ(empty.GetRow(0), nullptr) << "a row of no values";
+    EXPECT_TRUE(test::Refused([&] { return empty.GetAt(0, 0); }));
+    EXPECT_TRUE(test::Refused([&] { empty.SetAt(0, 0, 1.0); }));
 }
 
 TEST(TableData, RevisionGoesUpWithEveryChange)

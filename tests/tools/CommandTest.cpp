@@ -183,6 +183,7 @@ TEST_F(Command, TellsFaultsWithTheirPlaceAndLeavesEarlierFilesAlone)
     Write("long.csv", "x,y\n1,0.5\n2,3\n");
     Write("word2.csv", "x,y\na,2\nb,3\n");
     Write("word3.csv", "x,y\na,2\nc,3\n");
+    Write("foreign.doc", "\xFF\xFF\x01\0\x04\0CFoo\x01\0"sv);
     Write("broken.doc", "\xFF\xFF\x01\0\x08\0C2DGraph\x01\0"sv);
     struct {
         char const* arguments;
@@ -196,6 +197,7 @@ TEST_F(Command, TellsFaultsWithTheirPlaceAndLeavesEarlierFilesAlone)
         { "plot good.csv -o nowhere/x.png", 1, "nowhere/x.png: cannot be written" },
         { "plot broken.doc", 1, "found a graph document" },
         { "draw broken.doc", 1, "broken.doc: is not a graph document: " },
+        { "draw foreign.doc", 1, "foreign.doc: cannot be read: Archive, byte 10: unknown class CFoo." },
         { "draw good.csv", 1, "good.csv: is not a graph document: " },
         { "draw good.csv --in-place Nothing", 2, "--in-place: expected the class of a graph" },
         { "broken.doc --kind line", 2, "--kind is for tables" },
@@ -236,7 +238,7 @@ TEST_F(Command, TellsFaultsWithTheirPlaceAndLeavesEarlierFilesAlone)
     }
     EXPECT_EQ(ReadFile(In("earlier.png")), "earlier");
     EXPECT_EQ(ReadFile(In("good.csv")), kMonths);
-    EXPECT_EQ(Files().size(), 9u) << "something was left behind";
+    EXPECT_EQ(Files().size(), 10u) << "something was left behind";
 }
 
 TEST_F(Command, TellsWhatItAssumedAndWhatItLeftOut)

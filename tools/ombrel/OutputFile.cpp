@@ -1,6 +1,7 @@
 #include "tools/ombrel/OutputFile.h"
 #include "ombrel/drawing/DIB.h"
 #include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/platform/framework/Exception.h"
 #include "ombrel/platform/framework/File.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/PageSurface.h"
@@ -151,11 +152,9 @@ void WriteFile(std::string const& path, std::string const& bytes)
     if (name.ToUtf8() != path)
         throw Failure(kDataFault, path + ": cannot be written: its name is not UTF-8");
     try {
-        WriteFileAtomically(name, std::as_bytes(std::span(bytes)));
-    } catch (CFileException* exception) {
-        std::string const text
-            = exception->m_lOsError ? std::strerror(exception->m_lOsError) : exception->GetErrorMessage().ToUtf8();
-        exception->Delete();
+        WithErrors([&] { WriteFileAtomically(name, std::as_bytes(std::span(bytes))); });
+    } catch (Error const& error) {
+        std::string const text = error.GetSystemError() ? std::strerror(error.GetSystemError()) : error.what();
         throw Failure(kDataFault, path + ": cannot be written: " + text);
     }
 }

@@ -88,14 +88,11 @@ int RunProgram(std::vector<std::string> const& arguments)
 {
     Messages const messages(false);
     try {
-        Run(ParseOptions(arguments));
+        WithErrors([&] { Run(ParseOptions(arguments)); });
         return kDone;
     } catch (Failure const& failure) {
         messages.Error(failure.what());
         return failure.GetStatus();
-    } catch (CException* exception) {
-        messages.Error(exception->GetErrorMessage().ToUtf8());
-        exception->Delete();
     } catch (std::bad_alloc const&) {
         messages.Error("there is not enough memory");
     } catch (std::exception const& exception) {

@@ -56,14 +56,9 @@ CArchive::CArchive(std::span<std::byte const> bytes)
 
 CArchive::~CArchive()
 {
-    if (m_failed)
-        return;
-    try {
-        Close();
-    } catch (CException* e) {
-        // Whoever needs to know calls Close.
-        e->Delete();
-    }
+    // Whoever needs to know whether that succeeds calls Close.
+    if (!m_failed)
+        (void)Succeeds([this] { Close(); });
 }
 
 void CArchive::Close()
@@ -95,8 +90,15 @@ void CArchive::Require(Mode mode)
 
 void CArchive::Fail(CArchiveException::Cause cause, CString const& expected)
 {
+    Fail(std::make_unique<CArchiveException>(cause, GetOffset(), expected));
+}
+
+void CArchive::Fail(std::unique_ptr<CArchiveException> exception)
+{
     m_failed = true;
-    throw new CArchiveException(cause, GetOffset(), expected);
+    if (m_file)
+        exception->m_strFileName = m_file->GetFilePath();
+    throw exception.release();
 }
 
 void CArchive::Write(void const* from, std::size_t count)
@@ -381,8 +383,11 @@ CRuntimeClass const& CArchive::ReadNewClass()
     Read(text.data(), length);
     std::string_view const name(text.data(), length);
     CRuntimeClass const* const c = FindRegisteredClass(name);
-    if (!c || !c->create)
-        Fail(CArchiveException::badClass, CString("a known class, not ") + CString(name));
+    if (!c || !c->create) {
+        auto unknown = std::make_unique<CArchiveException>(CArchiveException::badClass, GetOffset(), CString());
+        unknown->m_unknownClass = CString(name);
+        Fail(std::move(unknown));
+    }
     if (c->schema != schema) {
         CString expected;
         expected.Format("schema %d of class %s, not %d", c->schema, c->name, schema);

@@ -114,6 +114,7 @@ private:
         Read(&v, sizeof v);
         return *this;
     }
+    [[noreturn]] void Fail(std::unique_ptr<CArchiveException> exception);
     void Require(Mode mode);
     void ReadFile(std::byte* into, std::size_t count);
     void Fill(std::size_t wanted);

@@ -94,12 +94,11 @@ public:
                 m_ar << s;
             return *this;
         }
+        // At once: growing step by step would take half as much memory again.
         strings.RemoveAll();
-        for (std::size_t i = m_ar.ReadCount(1); i > 0; --i) {
-            CString s;
+        strings.SetSize(static_cast<int>(m_ar.ReadCount(1)));
+        for (CString& s : strings)
             m_ar >> s;
-            strings.Add(s);
-        }
         return *this;
     }
     /// A count, then the elements as they lie in memory: CDWordArray, CByteArray, arrays of doubles.

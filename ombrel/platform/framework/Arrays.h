@@ -1,15 +1,19 @@
 #pragma once
+#include "ombrel/platform/framework/Index.h"
 #include "ombrel/platform/framework/String.h"
 
-#include <cassert>
 #include <iterator>
+#include <limits>
 #include <memory>
 #include <utility>
 #include <vector>
 
 namespace ombrel {
 
-/// A growing array of values with the framework's operations. Indices are not checked but by assertion.
+/// A growing array of values with the framework's operations.
+///
+/// Errors: an index, a count or a size that does not fit throws CInvalidArgException* (newly allocated) and changes
+/// nothing. Loops over many elements run over the iterators or GetData, which check nothing.
 template <typename T> class CArray {
 public:
     CArray() = default;
@@ -22,7 +26,11 @@ public:
     int GetUpperBound() const { return GetSize() - 1; }
     bool IsEmpty() const { return m_values.empty(); }
     /// Grows with default values or cuts; growBy is only a hint.
-    void SetSize(int size, [[maybe_unused]] int growBy = -1) { m_values.resize(static_cast<std::size_t>(size)); }
+    void SetSize(int size, [[maybe_unused]] int growBy = -1)
+    {
+        CheckRange(0, size, kMostElements);
+        m_values.resize(static_cast<std::size_t>(size));
+    }
     void FreeExtra() { m_values.shrink_to_fit(); }
     void RemoveAll() { m_values.clear(); }
     T const& GetAt(int i) const { return m_values[Index(i)]; }
@@ -33,11 +41,12 @@ public:
     T* GetData() { return m_values.data(); }
     T const* GetData() const { return m_values.data(); }
     /// Sets an element, growing the array when the index lies past its end.
-    void SetAtGrow(int i, T const& value)
+    void SetAtGrow(int i, T value)
     {
-        if (i >= GetSize())
-            SetSize(i + 1);
-        SetAt(i, value);
+        std::size_t const index = CheckedIndex(i, kMostElements);
+        if (index >= m_values.size())
+            m_values.resize(index + 1);
+        m_values[index] = std::move(value);
     }
     /// Returns the index of the added element.
     int Add(T const& value)
@@ -56,15 +65,17 @@ public:
     }
     void Copy(CArray const& other) { m_values = other.m_values; }
     /// Past the end, the array grows first.
-    void InsertAt(int i, T const& value, int count = 1)
+    void InsertAt(int i, T value, int count = 1)
     {
+        CheckRange(i, count, kMostElements);
+        CheckRange(GetSize(), count, kMostElements);
         if (i > GetSize())
             SetSize(i);
         m_values.insert(m_values.begin() + i, static_cast<std::size_t>(count), value);
     }
     void RemoveAt(int i, int count = 1)
     {
-        assert(i >= 0 && count >= 0 && i + count <= GetSize());
+        CheckRange(i, count, m_values.size());
         m_values.erase(m_values.begin() + i, m_values.begin() + i + count);
     }
     auto begin() { return m_values.begin(); }
@@ -76,7 +87,9 @@ public:
     std::vector<T> const& Values() const { return m_values; }
 
 private:
-    static std::size_t Index(int i) { return static_cast<std::size_t>(i); }
+    /// As many as GetSize can count.
+    static constexpr std::size_t kMostElements = std::numeric_limits<int>::max();
+    std::size_t Index(int i) const { return CheckedIndex(i, m_values.size()); }
     std::vector<T> m_values;
 };
 
@@ -126,9 +139,10 @@ public:
         m_objects.clear();
     }
     void DeleteAll() { m_objects.clear(); }
+    /// Throws CInvalidArgException* (newly allocated) for an index outside.
     void Swap(int i, int j)
     {
-        std::swap(m_objects[static_cast<std::size_t>(i)], m_objects[static_cast<std::size_t>(j)]);
+        std::swap(m_objects[CheckedIndex(i, m_objects.size())], m_objects[CheckedIndex(j, m_objects.size())]);
     }
 
     /// Iterates over T*.

@@ -1,14 +1,51 @@
 #include "ombrel/platform/framework/Exception.h"
+#include "ombrel/platform/framework/Index.h"
 
+#include <memory>
 #include <system_error>
 
 namespace ombrel {
 
 constinit CRuntimeClass const CException::kClass = DynamicClass<CObject>("CException");
 constinit CRuntimeClass const CResourceException::kClass = DynamicClass<CException>("CResourceException");
+constinit CRuntimeClass const CInvalidArgException::kClass = DynamicClass<CException>("CInvalidArgException");
 constinit CRuntimeClass const CFileException::kClass = DynamicClass<CException>("CFileException");
 constinit CRuntimeClass const CArchiveException::kClass = DynamicClass<CException>("CArchiveException");
 constinit CRuntimeClass const COleDispatchException::kClass = DynamicClass<CException>("COleDispatchException");
+
+Error::Error(Kind kind, std::string const& message, ErrorPlace place)
+    : std::runtime_error(message)
+    , m_kind(kind)
+    , m_place(std::move(place))
+{
+}
+
+void ThrowAsError(CException* exception)
+{
+    std::unique_ptr<CException> const owned(exception);
+    throw exception->AsError();
+}
+
+void ThrowBadIndex(int index, std::size_t size)
+{
+    CString message;
+    message.Format("The index %d is not one of %u elements.", index, size);
+    throw new CInvalidArgException(message);
+}
+
+Error CException::AsError() const { return { Error::Kind::Other, GetErrorMessage().ToUtf8() }; }
+
+Error CResourceException::AsError() const { return { Error::Kind::Resource, GetErrorMessage().ToUtf8() }; }
+
+Error CInvalidArgException::AsError() const { return { Error::Kind::Argument, GetErrorMessage().ToUtf8() }; }
+
+Error COleDispatchException::AsError() const { return { Error::Kind::Data, GetErrorMessage().ToUtf8() }; }
+
+Error CFileException::AsError() const
+{
+    Error::Kind const kind = m_cause == fileNotFound ? Error::Kind::FileNotFound : Error::Kind::File;
+    return { kind, GetErrorMessage().ToUtf8(), { m_strFileName.ToUtf8(), std::nullopt, m_lOsError } };
+}
 
 CString CFileException::GetErrorMessage() const
 {
@@ -70,11 +107,21 @@ char const* DescribeCause(CArchiveException::Cause cause)
 CString CArchiveException::GetErrorMessage() const
 {
     CString message;
-    message.Format("Archive, byte %u: %s", m_offset, DescribeCause(m_cause));
+    message.Format("Archive, byte %u: ", m_offset);
+    if (!m_unknownClass.IsEmpty())
+        message += CString("unknown class ") + m_unknownClass;
+    else
+        message += DescribeCause(m_cause);
     if (!m_expected.IsEmpty())
         message += CString("; expected ") + m_expected;
     message += u'.';
     return message;
+}
+
+Error CArchiveException::AsError() const
+{
+    Error::Kind const kind = m_unknownClass.IsEmpty() ? Error::Kind::Archive : Error::Kind::UnknownClass;
+    return { kind, GetErrorMessage().ToUtf8(), { m_strFileName.ToUtf8(), m_offset } };
 }
 
 } // namespace ombrel

@@ -1,19 +1,24 @@
 #pragma once
+#include "ombrel/platform/framework/Error.h"
 #include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Object.h"
 #include "ombrel/platform/framework/String.h"
 
 #include <cstdint>
+#include <utility>
 
 namespace ombrel {
 
-/// Base of the framework's exceptions. They are thrown by pointer, newly allocated; the catcher deletes them.
+/// Base of the framework's exceptions. They are thrown by pointer, newly allocated; the catcher deletes them, or lets
+/// WithErrors turn them into an Error.
 class OMBREL_EXPORT CException : public CObject {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
     /// One line for a person.
     virtual CString GetErrorMessage() const { return {}; }
+    /// The same as a value: of kind Other with the message here.
+    virtual Error AsError() const;
     void Delete() { delete this; }
 };
 
@@ -23,6 +28,23 @@ public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
     CString GetErrorMessage() const override { return "A required resource was unavailable."; }
+    Error AsError() const override;
+};
+
+/// An argument that a call does not take: an index outside an array, for example.
+class OMBREL_EXPORT CInvalidArgException : public CException {
+public:
+    explicit CInvalidArgException(CString const& message)
+        : m_message(message)
+    {
+    }
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    CString GetErrorMessage() const override { return m_message; }
+    Error AsError() const override;
+
+private:
+    CString m_message;
 };
 
 class OMBREL_EXPORT CFileException : public CException {
@@ -37,6 +59,7 @@ public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
     CString GetErrorMessage() const override;
+    Error AsError() const override;
     Cause m_cause;
     /// The errno value, 0 when there is none.
     int m_lOsError;
@@ -67,9 +90,14 @@ public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
     CString GetErrorMessage() const override;
+    Error AsError() const override;
     Cause m_cause;
     std::uint64_t m_offset;
     CString m_expected;
+    /// The archive's file; empty for one in memory.
+    CString m_strFileName;
+    /// With badClass: the class in the archive when nobody has registered it, else empty.
+    CString m_unknownClass;
 };
 
 /// An argument passed through OLE automation does not fit; carries the fixed text.
@@ -82,7 +110,33 @@ public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
     CString GetErrorMessage() const override { return m_strDescription; }
+    Error AsError() const override;
     CString m_strDescription;
 };
+
+/// Throws what the exception stands for (CException::AsError), and deletes it.
+[[noreturn]] OMBREL_EXPORT void ThrowAsError(CException* exception);
+
+/// Does the work and gives back its result; a CException* that leaves it comes out as an Error:
+/// `WithErrors([&] { archive.WriteObject(&graph); });`
+template <typename Work> decltype(auto) WithErrors(Work&& work)
+{
+    try {
+        return std::forward<Work>(work)();
+    } catch (CException* exception) {
+        ThrowAsError(exception);
+    }
+}
+
+/// Whether the work ends without a CException, for places where nobody asks which.
+template <typename Work> bool Succeeds(Work&& work)
+{
+    try {
+        WithErrors(std::forward<Work>(work));
+        return true;
+    } catch (Error const&) {
+        return false;
+    }
+}
 
 } // namespace ombrel

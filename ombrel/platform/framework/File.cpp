@@ -70,13 +70,9 @@ CFile::CFile(CString const& path, unsigned mode) { Open(path, mode); }
 
 CFile::~CFile()
 {
-    try {
-        if (m_stream)
-            m_stream->Flush();
-    } catch (CFileException* e) {
-        // Whoever needs to know calls Close.
-        e->Delete();
-    }
+    // Whoever needs to know whether that succeeds calls Close.
+    if (m_stream)
+        (void)Succeeds([this] { m_stream->Flush(); });
 }
 
 void CFile::Open(CString const& path, unsigned mode)

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
+#include <utility>
 
 namespace ombrel {
 
@@ -33,103 +35,157 @@ void MapCodePoints(std::u16string& text, char32_t (*map)(char32_t))
 
 } // namespace
 
+CString::Block* CString::NewBlock(std::u16string_view text, std::size_t capacity)
+{
+    if (capacity == 0)
+        return nullptr;
+    if (capacity > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+        throw std::bad_alloc();
+    void* const memory = ::operator new(sizeof(Block) + (capacity + 1) * sizeof(char16_t));
+    auto* const block
+        = new (memory) Block { 1, static_cast<std::uint32_t>(text.size()), static_cast<std::uint32_t>(capacity) };
+    char16_t* const end = std::copy(text.begin(), text.end(), block->Units());
+    *end = u'\0';
+    return block;
+}
+
+void CString::Free(Block* block)
+{
+    block->~Block();
+    ::operator delete(block);
+}
+
+void CString::Assign(std::u16string_view text) { Release(std::exchange(m_block, NewBlock(text, text.size()))); }
+
+CString& CString::Append(std::u16string_view text)
+{
+    if (text.empty())
+        return *this;
+    std::u16string_view const own = View();
+    std::size_t const length = own.size() + text.size();
+    bool const isAlone = m_block && m_block->holders.load(std::memory_order_acquire) == 1;
+    if (!isAlone || length > m_block->capacity) {
+        // Texts that are put together piece by piece grow by half.
+        Block* const block = NewBlock(own, own.empty() ? length : std::max(length, own.size() + own.size() / 2));
+        // The text may be part of this one, so that the old block goes last.
+        std::copy(text.begin(), text.end(), block->Units() + own.size());
+        Release(std::exchange(m_block, block));
+    } else {
+        std::copy(text.begin(), text.end(), m_block->Units() + own.size());
+    }
+    m_block->length = static_cast<std::uint32_t>(length);
+    m_block->Units()[length] = u'\0';
+    return *this;
+}
+
 CString::CString(char const* utf8)
     : CString(utf8 ? std::string_view(utf8) : std::string_view())
 {
 }
 
-CString::CString(std::string_view utf8) { unicode::AppendUtf8(m_text, utf8); }
+CString::CString(std::string_view utf8)
+{
+    std::u16string text;
+    unicode::AppendUtf8(text, utf8);
+    Assign(text);
+}
 
 CString::CString(char16_t const* text)
-    : m_text(text ? std::u16string_view(text) : std::u16string_view())
+    : CString(text ? std::u16string_view(text) : std::u16string_view())
 {
 }
 
-CString::CString(wchar_t const* text)
+CString::CString(wchar_t const* wide)
 {
-    for (; text && *text; ++text)
-        unicode::Append(m_text, static_cast<char32_t>(*text));
+    std::u16string text;
+    for (; wide && *wide; ++wide)
+        unicode::Append(text, static_cast<char32_t>(*wide));
+    Assign(text);
 }
 
 CString::CString(char16_t unit, int repeat)
-    : m_text(static_cast<std::size_t>(std::max(repeat, 0)), unit)
+    : CString(std::u16string(static_cast<std::size_t>(std::max(repeat, 0)), unit))
 {
 }
 
-std::string CString::ToUtf8() const { return unicode::ToUtf8(m_text); }
+std::string CString::ToUtf8() const { return unicode::ToUtf8(View()); }
 
-CString& CString::operator+=(CString const& other)
+void CString::SetAt(int index, char16_t unit)
 {
-    m_text += other.m_text;
-    return *this;
+    std::size_t const i = CheckedIndex(index, View().size());
+    if (m_block->holders.load(std::memory_order_acquire) != 1)
+        Assign(View());
+    m_block->Units()[i] = unit;
 }
 
-CString& CString::operator+=(char16_t unit)
-{
-    m_text += unit;
-    return *this;
-}
+CString& CString::operator+=(CString const& other) { return Append(other.View()); }
+
+CString& CString::operator+=(char16_t unit) { return Append({ &unit, 1 }); }
 
 CString operator+(CString const& a, CString const& b)
 {
     CString sum;
-    sum.m_text.reserve(a.m_text.size() + b.m_text.size());
-    sum.m_text += a.m_text;
-    sum.m_text += b.m_text;
-    return sum;
+    sum.m_block = CString::NewBlock(a.View(), a.View().size() + b.View().size());
+    return sum.Append(b.View());
 }
 
-int CString::Compare(CString const& other) const { return m_text.compare(other.m_text); }
+int CString::Compare(CString const& other) const { return View().compare(other.View()); }
 
 int CString::CompareNoCase(CString const& other) const
 {
+    std::u16string_view const mine = View();
+    std::u16string_view const others = other.View();
     std::size_t i = 0;
     std::size_t j = 0;
-    while (i < m_text.size() && j < other.m_text.size()) {
-        char32_t const a = unicode::Fold(unicode::Next(m_text, i));
-        char32_t const b = unicode::Fold(unicode::Next(other.m_text, j));
+    while (i < mine.size() && j < others.size()) {
+        char32_t const a = unicode::Fold(unicode::Next(mine, i));
+        char32_t const b = unicode::Fold(unicode::Next(others, j));
         if (a != b)
             return a < b ? -1 : 1;
     }
-    if (i < m_text.size())
+    if (i < mine.size())
         return 1;
-    return j < other.m_text.size() ? -1 : 0;
+    return j < others.size() ? -1 : 0;
 }
 
-CString CString::Mid(int first) const { return View().substr(Limited(first, m_text.size())); }
+CString CString::Mid(int first) const { return View().substr(Limited(first, View().size())); }
 
 CString CString::Mid(int first, int count) const
 {
-    return View().substr(Limited(first, m_text.size()), Limited(count, m_text.size()));
+    return View().substr(Limited(first, View().size()), Limited(count, View().size()));
 }
 
-CString CString::Left(int count) const { return View().substr(0, Limited(count, m_text.size())); }
+CString CString::Left(int count) const { return View().substr(0, Limited(count, View().size())); }
 
-CString CString::Right(int count) const { return View().substr(m_text.size() - Limited(count, m_text.size())); }
+CString CString::Right(int count) const { return View().substr(View().size() - Limited(count, View().size())); }
 
 int CString::Find(CString const& part, int start) const
 {
-    return Position(m_text.find(part.m_text, static_cast<std::size_t>(std::max(start, 0))));
+    return Position(View().find(part.View(), static_cast<std::size_t>(std::max(start, 0))));
 }
 
 int CString::Find(char16_t unit, int start) const
 {
-    return Position(m_text.find(unit, static_cast<std::size_t>(std::max(start, 0))));
+    return Position(View().find(unit, static_cast<std::size_t>(std::max(start, 0))));
 }
 
-int CString::ReverseFind(char16_t unit) const { return Position(m_text.rfind(unit)); }
+int CString::ReverseFind(char16_t unit) const { return Position(View().rfind(unit)); }
 
-int CString::FindOneOf(CString const& set) const { return Position(m_text.find_first_of(set.m_text)); }
+int CString::FindOneOf(CString const& set) const { return Position(View().find_first_of(set.View())); }
 
 CString& CString::MakeLower()
 {
-    MapCodePoints(m_text, unicode::ToLower);
+    std::u16string text(View());
+    MapCodePoints(text, unicode::ToLower);
+    Assign(text);
     return *this;
 }
 
 CString& CString::MakeUpper()
 {
-    MapCodePoints(m_text, unicode::ToUpper);
+    std::u16string text(View());
+    MapCodePoints(text, unicode::ToUpper);
+    Assign(text);
     return *this;
 }
 
@@ -137,13 +193,19 @@ CString& CString::Trim() { return TrimRight().TrimLeft(); }
 
 CString& CString::TrimLeft()
 {
-    m_text.erase(m_text.begin(), std::find_if_not(m_text.begin(), m_text.end(), unicode::IsSpace));
+    std::u16string_view const text = View();
+    auto const first = std::find_if_not(text.begin(), text.end(), unicode::IsSpace);
+    if (first != text.begin())
+        Assign({ first, text.end() });
     return *this;
 }
 
 CString& CString::TrimRight()
 {
-    m_text.erase(std::find_if_not(m_text.rbegin(), m_text.rend(), unicode::IsSpace).base(), m_text.end());
+    std::u16string_view const text = View();
+    auto const end = std::find_if_not(text.rbegin(), text.rend(), unicode::IsSpace).base();
+    if (end != text.end())
+        Assign({ text.begin(), end });
     return *this;
 }
 
@@ -151,32 +213,41 @@ int CString::Replace(CString const& old, CString const& replacement)
 {
     if (old.IsEmpty())
         return 0;
-    // Built anew: old or replacement may be this string, and each replacement in place would move the rest again.
+    std::u16string_view const text = View();
     std::u16string result;
     int count = 0;
     std::size_t from = 0;
-    for (std::size_t at; (at = m_text.find(old.m_text, from)) != std::u16string::npos; ++count) {
-        result.append(m_text, from, at - from).append(replacement.m_text);
-        from = at + old.m_text.size();
+    for (std::size_t at; (at = text.find(old.View(), from)) != std::u16string::npos; ++count) {
+        result.append(text, from, at - from).append(replacement.View());
+        from = at + old.View().size();
     }
-    if (count > 0) {
-        result.append(m_text, from);
-        m_text = std::move(result);
-    }
+    if (count > 0)
+        Assign(result.append(text, from));
     return count;
 }
 
-int CString::Remove(char16_t unit) { return static_cast<int>(std::erase(m_text, unit)); }
+int CString::Remove(char16_t unit)
+{
+    std::u16string text(View());
+    auto const count = std::erase(text, unit);
+    if (count > 0)
+        Assign(text);
+    return static_cast<int>(count);
+}
 
 int CString::Insert(int index, CString const& part)
 {
-    m_text.insert(Limited(index, m_text.size()), part.m_text);
+    std::u16string text(View());
+    text.insert(Limited(index, text.size()), part.View());
+    Assign(text);
     return GetLength();
 }
 
 int CString::Delete(int index, int count)
 {
-    m_text.erase(Limited(index, m_text.size()), Limited(count, m_text.size()));
+    std::u16string text(View());
+    text.erase(Limited(index, text.size()), Limited(count, text.size()));
+    Assign(text);
     return GetLength();
 }
 

@@ -1,10 +1,13 @@
 #pragma once
 #include "ombrel/platform/framework/Export.h"
+#include "ombrel/platform/framework/Index.h"
 #include "ombrel/platform/framework/Types.h"
 
+#include <atomic>
 #include <compare>
 #include <concepts>
 #include <cstddef>
+#include <cstdint>
 #include <initializer_list>
 #include <span>
 #include <string>
@@ -17,10 +20,28 @@ class FormatArgument;
 
 /// A wide string: UTF-16 code units, lengths and positions counted in units.
 ///
-/// 8-bit text is UTF-8; invalid sequences become U+FFFD and nothing throws (but for lack of memory).
+/// 8-bit text is UTF-8; invalid sequences become U+FFFD and nothing throws but for lack of memory, and an index outside
+/// the text (CInvalidArgException*, newly allocated). Copies share their units until one of them changes, and an empty
+/// string is no more than a pointer: a document may hold millions of them. Threads may read and copy the same string.
 class OMBREL_EXPORT CString {
 public:
     CString() = default;
+    CString(CString const& other) noexcept
+        : m_block(other.m_block)
+    {
+        if (m_block)
+            m_block->holders.fetch_add(1, std::memory_order_relaxed);
+    }
+    CString(CString&& other) noexcept
+        : m_block(std::exchange(other.m_block, nullptr))
+    {
+    }
+    ~CString() { Release(m_block); }
+    CString& operator=(CString other) noexcept
+    {
+        std::swap(m_block, other.m_block);
+        return *this;
+    }
     CString(char const* utf8);
     CString(std::string_view utf8);
     CString(std::string const& utf8)
@@ -29,33 +50,34 @@ public:
     }
     CString(char16_t const* text);
     CString(std::u16string_view text)
-        : m_text(text)
+        : m_block(NewBlock(text, text.size()))
     {
     }
-    CString(std::u16string&& text)
-        : m_text(std::move(text))
+    CString(std::u16string const& text)
+        : CString(std::u16string_view(text))
     {
     }
     CString(wchar_t const* text);
     explicit CString(char16_t unit, int repeat = 1);
 
-    int GetLength() const { return static_cast<int>(m_text.size()); }
-    bool IsEmpty() const { return m_text.empty(); }
-    void Empty() { m_text.clear(); }
-    char16_t GetAt(int index) const { return m_text[static_cast<std::size_t>(index)]; }
+    int GetLength() const { return m_block ? static_cast<int>(m_block->length) : 0; }
+    bool IsEmpty() const { return GetLength() == 0; }
+    void Empty() { Release(std::exchange(m_block, nullptr)); }
+    /// The unit at index; 0 at the index behind the last one.
+    char16_t GetAt(int index) const { return GetString()[CheckedIndex(index, View().size() + 1)]; }
     char16_t operator[](int index) const { return GetAt(index); }
-    void SetAt(int index, char16_t unit) { m_text[static_cast<std::size_t>(index)] = unit; }
+    void SetAt(int index, char16_t unit);
     /// The units, zero-terminated; valid until the string changes.
-    char16_t const* GetString() const { return m_text.c_str(); }
-    std::u16string_view View() const { return m_text; }
+    char16_t const* GetString() const { return m_block ? m_block->Units() : u""; }
+    std::u16string_view View() const { return { GetString(), static_cast<std::size_t>(GetLength()) }; }
     /// The text as UTF-8; an unpaired surrogate becomes U+FFFD.
     std::string ToUtf8() const;
 
     CString& operator+=(CString const& other);
     CString& operator+=(char16_t unit);
     friend OMBREL_EXPORT CString operator+(CString const& a, CString const& b);
-    friend bool operator==(CString const& a, CString const& b) { return a.m_text == b.m_text; }
-    friend std::strong_ordering operator<=>(CString const& a, CString const& b) { return a.m_text <=> b.m_text; }
+    friend bool operator==(CString const& a, CString const& b) { return a.View() == b.View(); }
+    friend std::strong_ordering operator<=>(CString const& a, CString const& b) { return a.View() <=> b.View(); }
     /// Negative, zero or positive, by UTF-16 units.
     int Compare(CString const& other) const;
     /// As Compare after Unicode simple case folding of both.
@@ -94,7 +116,28 @@ public:
     void FormatV(CString const& format, std::span<FormatArgument const> args);
 
 private:
-    std::u16string m_text;
+    /// The units follow, zero-terminated.
+    struct Block {
+        std::atomic<std::uint32_t> holders;
+        std::uint32_t length;
+        /// Units that there is room for, without the terminator.
+        std::uint32_t capacity;
+        char16_t* Units() { return reinterpret_cast<char16_t*>(this + 1); }
+    };
+    /// With the text in it and room for more; null for no room at all.
+    static Block* NewBlock(std::u16string_view text, std::size_t capacity);
+    static void Release(Block* block)
+    {
+        if (block && block->holders.fetch_sub(1, std::memory_order_acq_rel) == 1)
+            Free(block);
+    }
+    static void Free(Block* block);
+    /// Replaces the text; the new one may be part of the old one.
+    void Assign(std::u16string_view text);
+    CString& Append(std::u16string_view text);
+
+    /// Null for an empty string.
+    Block* m_block = nullptr;
 };
 
 /// One argument of CString::Format.

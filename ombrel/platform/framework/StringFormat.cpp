@@ -312,7 +312,7 @@ CString FormatArgument::ConvertedToText() const
 void CString::FormatV(CString const& format, std::span<FormatArgument const> args)
 {
     // Into a result of its own: the format or an argument may be this string.
-    m_text = Formatter(format.View(), args).Run();
+    Assign(Formatter(format.View(), args).Run());
 }
 
 } // namespace ombrel

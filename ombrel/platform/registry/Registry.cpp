@@ -107,13 +107,8 @@ bool IsSettled(struct stat const& status)
 bool ReadText(filesystem::Descriptor const& descriptor, off_t size, std::string const& path, std::string& text)
 {
     text.resize(static_cast<std::size_t>(size));
-    try {
-        text.resize(filesystem::ReadAll(descriptor.Get(), text.data(), text.size(), CString(path)));
-    } catch (CException* e) {
-        e->Delete();
-        return false;
-    }
-    return true;
+    return Succeeds(
+        [&] { text.resize(filesystem::ReadAll(descriptor.Get(), text.data(), text.size(), CString(path))); });
 }
 
 /// The file at the path as it is now; without a file it is empty.
@@ -174,13 +169,7 @@ bool WriteDocument(std::string const& path, RegistryDocument const& document)
     std::string const text = document.ToText();
     if (text.size() > static_cast<std::size_t>(kLargestFile))
         return false;
-    try {
-        WriteFileAtomically(CString(path), std::as_bytes(std::span(text)));
-    } catch (CException* e) {
-        e->Delete();
-        return false;
-    }
-    return true;
+    return Succeeds([&] { WriteFileAtomically(CString(path), std::as_bytes(std::span(text))); });
 }
 
 } // namespace

@@ -393,6 +393,18 @@ TEST_F(ArchiveTest, CountsAndLengthsNeverExceedTheBytesThatRemain)
     EXPECT_EQ(date.GetStatus(), COleDateTime::invalid);
 }
 
+TEST_F(ArchiveTest, EmptyTextsTakeNoMoreThanAPointerEach)
+{
+    // One byte each, in the 8-bit form.
+    Bytes bytes = FromHex("ff ff 00 00 10 00");
+    bytes.resize(bytes.size() + 0x100000);
+    CArchive ar { std::span<std::byte const>(bytes) };
+    CStringArray texts;
+    ArchiveFields(ar).Strings(texts);
+    EXPECT_EQ(texts.GetSize(), 0x100000);
+    EXPECT_LE(texts.Values().capacity() * sizeof(CString), 8u * 0x100000);
+}
+
 TEST_F(ArchiveTest, NestingIsBoundedInBothDirections)
 {
     auto const nested = [](int depth) {

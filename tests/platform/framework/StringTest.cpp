@@ -1,4 +1,5 @@
 #include "ombrel/platform/framework/String.h"
+#include "tests/platform/framework/Refused.h"
 
 #include "tests/platform/framework/PrintString.h"
 
@@ -98,6 +99,37 @@ TEST(String, PartsOutsideTheTextAreLimitedToIt)
     EXPECT_EQ(text.Find(u'a', 99), -1);
     EXPECT_EQ(text.ReverseFind(u'z'), -1);
     EXPECT_EQ(text.FindOneOf("xfc"), 2);
+}
+
+TEST(String, CopiesShareTheirTextUntilOneChanges)
+{
+    CString const first = "abc";
+    CString second = first;
+    EXPECT_EQ(second.GetString(), first.GetString());
+    second.SetAt(2, u'x');
+    EXPECT_EQ(first, "abc");
+    EXPECT_EQ(second, "abx");
+    CString third = second;
+    third += third;
+    third += u'!';
+    third += third;
+    EXPECT_EQ(second, "abx");
+    EXPECT_EQ(third, "abxabx!abxabx!");
+    EXPECT_EQ(third.GetString()[14], u'\0');
+    third.SetAt(0, u'A');
+    char16_t const* const kept = third.GetString();
+    CString fourth = std::move(third);
+    EXPECT_EQ(fourth.GetString(), kept);
+    third = "new";
+    fourth = fourth;
+    EXPECT_EQ(fourth.Left(2), "Ab");
+    EXPECT_EQ((CString() + CString()).GetLength(), 0);
+    EXPECT_EQ(first[3], u'\0') << "the terminator may be read";
+    EXPECT_EQ(CString()[0], u'\0');
+    for (int const i : { -1, 4 })
+        EXPECT_TRUE(test::Refused([&] { return first.GetAt(i); })) << i;
+    for (int const i : { -1, 3 })
+        EXPECT_TRUE(test::Refused([&] { second.SetAt(i, u'x'); })) << i;
 }
 
 TEST(String, EditsInPlace)

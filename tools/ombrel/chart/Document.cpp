@@ -43,15 +43,18 @@ std::unique_ptr<CGraph> LoadDocument(InputFile& file, std::string const& inPlace
     std::string const bytes = file.ReadAll();
     std::unique_ptr<CGraph> graph;
     try {
-        CArchive archive(std::as_bytes(std::span(bytes)));
-        graph = graphClass ? LoadInPlace(archive, *graphClass) : archive.ReadObjectOf<CGraph>();
-        if (archive.GetRemaining() > 0)
-            messages.Warning(
-                file.GetName() + ": " + std::to_string(archive.GetRemaining()) + " bytes after the graph are ignored");
-    } catch (CException* exception) {
-        std::string const text = exception->GetErrorMessage().ToUtf8();
-        exception->Delete();
-        throw Failure(kDataFault, file.GetName() + ": is not a graph document: " + text);
+        WithErrors([&] {
+            CArchive archive(std::as_bytes(std::span(bytes)));
+            graph = graphClass ? LoadInPlace(archive, *graphClass) : archive.ReadObjectOf<CGraph>();
+            if (archive.GetRemaining() > 0)
+                messages.Warning(file.GetName() + ": " + std::to_string(archive.GetRemaining())
+                    + " bytes after the graph are ignored");
+        });
+    } catch (Error const& error) {
+        // A class that nobody knows here may be one of another program, or of a later version.
+        bool const isForeign = error.GetKind() == Error::Kind::UnknownClass;
+        std::string const what = isForeign ? ": cannot be read: " : ": is not a graph document: ";
+        throw Failure(kDataFault, file.GetName() + what + error.what());
     }
     if (!graph)
         throw Failure(kDataFault, file.GetName() + ": holds no graph");
