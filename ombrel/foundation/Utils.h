@@ -12,6 +12,8 @@
 
 namespace ombrel {
 
+class CPlotComponent;
+
 /// The nearest whole number by adding a half and cutting off the fraction (so −0.7 gives 0 and −2.5 gives −2).
 /// Limited to the int range; what is not a number gives 0.
 inline int VUNearest(double x)
@@ -187,9 +189,9 @@ public:
 
     /// Tells that what was entered on a dialog page (and its sub-page, unless empty) is not valid.
     static void InvalidDataError(CString const& page, CString const& subPage, CString const& message);
-    /// Tells of an error in a curve, named by its title and its plot's.
-    static void PlotDialogErrMsg(
-        CString const& message, CString const& curveTitle, CString const& plotTitle, CString const& detail);
+    /// Tells of an error in a curve's data, naming the curve and its plot. Curves are the model's, which stands above:
+    /// this folder declares the class without knowing it, and the model defines the function.
+    static void PlotDialogErrMsg(CPlotComponent const* curve, CString const& message, CString const& detail);
 };
 
 } // namespace ombrel

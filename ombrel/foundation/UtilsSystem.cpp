@@ -51,12 +51,4 @@ void CVUtils::InvalidDataError(CString const& page, CString const& subPage, CStr
     MessageBox(text + message, "Invalid Data", MB_ICONEXCLAMATION);
 }
 
-void CVUtils::PlotDialogErrMsg(
-    CString const& message, CString const& curveTitle, CString const& plotTitle, CString const& detail)
-{
-    CString text;
-    text.Format("%s\n\nCurve: \"%s\"\n    Plot: \"%s\"\n\n%s", message, curveTitle, plotTitle, detail);
-    MessageBox(text, MakerName(), MB_OK);
-}
-
 } // namespace ombrel

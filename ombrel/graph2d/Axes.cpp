@@ -60,7 +60,7 @@ void CAxes::SetScaleMode(AxisType type, int mode)
 {
     Change(Axis(type).scaleMode, mode);
     if (GetGraph() && GetGraph()->GetPlotArray())
-        GetGraph()->GetPlotArray()->Set2DCurveScaleModes(m_x.scaleMode, m_y.scaleMode);
+        GetGraph()->GetPlotArray()->Set2DCurveScaleModes(this);
 }
 
 void CAxes::SwitchAxis(AxisType type, int on)

@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/foundation/RealTypes.h"
 #include "ombrel/graph2d/AxesAccessors.h"
+#include "ombrel/model/AxesScaleModes.h"
 #include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
 
@@ -21,7 +22,7 @@ struct AxesResults;
 /// mode; both passes give the same extents.
 /// Setters raise the modified flag, but for the range operations and SetIntersect.
 /// Errors: only Serialize throws (CArchiveException*, newly allocated).
-class OMBREL_EXPORT CAxes : public AxesAccessors {
+class OMBREL_EXPORT CAxes : public AxesAccessors, public AxesScaleModes {
 public:
     enum AxisType : int { atX = 0, atY = 1 };
 
@@ -60,9 +61,9 @@ public:
     // Some of them by name: those that do more than store
 
     /// 0 linear, any other value logarithmic. Every 2D curve of the graph learns the modes.
-    int GetXAxisScaleMode() const { return m_x.scaleMode; }
+    int GetXAxisScaleMode() const override { return m_x.scaleMode; }
     void SetXAxisScaleMode(int mode) { SetScaleMode(atX, mode); }
-    int GetYAxisScaleMode() const { return m_y.scaleMode; }
+    int GetYAxisScaleMode() const override { return m_y.scaleMode; }
     void SetYAxisScaleMode(int mode) { SetScaleMode(atY, mode); }
     int XAxisOn() const { return m_x.on; }
     int YAxisOn() const { return m_y.on; }

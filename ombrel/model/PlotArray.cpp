@@ -1,5 +1,6 @@
 #include "ombrel/model/PlotArray.h"
 #include "ombrel/drawing/Port.h"
+#include "ombrel/model/AxesScaleModes.h"
 #include "ombrel/model/Graph.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
@@ -142,11 +143,13 @@ void CPlotArray::SortByTag()
     SetGraphModified();
 }
 
-void CPlotArray::Set2DCurveScaleModes(int xScaleMode, int yScaleMode)
+void CPlotArray::Set2DCurveScaleModes(AxesScaleModes const* axes)
 {
+    if (!axes)
+        return;
     for (CPlot* plot : m_plots) {
         for (CPlotComponent* curve : plot->GetComponents())
-            curve->TakeOverScaleModes(xScaleMode == 1, yScaleMode == 1);
+            curve->TakeOverScaleModes(axes->GetXAxisScaleMode() == 1, axes->GetYAxisScaleMode() == 1);
     }
 }
 

@@ -4,6 +4,8 @@
 
 namespace ombrel {
 
+class AxesScaleModes;
+
 /// The plots of a graph, in drawing order. Owns them.
 class OMBREL_EXPORT CPlotArray : public CGraphComponent {
 public:
@@ -48,8 +50,8 @@ public:
     int HasDateCurve() const;
     /// Orders the plots, then the curves of each, by ascending tag.
     void SortByTag();
-    /// Tells every 2D curve which axes are logarithmic (mode 1; every other mode counts as linear).
-    void Set2DCurveScaleModes(int xScaleMode, int yScaleMode);
+    /// Tells every 2D curve which axes are logarithmic (mode 1; every other mode counts as linear). Null does nothing.
+    void Set2DCurveScaleModes(AxesScaleModes const* axes);
     /// Appends tag and title of every curve that a colour key can explain.
     void GetColourRampCurves(CDWordArray& tags, CStringArray& titles) const;
     void CheckForGeneralObjects();

@@ -3,6 +3,7 @@
 #include "ombrel/model/Graph.h"
 #include "ombrel/model/Plot.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
+#include "ombrel/platform/host/Host.h"
 
 namespace ombrel {
 
@@ -12,16 +13,14 @@ namespace {
 
 /// Version 4 of the layout was written with a 16-bit and with a 32-bit data source type; nothing in it says which.
 /// What follows tells: after the type come the modified flag, two colours and the debug flag (16 bytes), and then the
-/// mark of a wide string.
+/// mark of a wide string. Where both readings find the mark, the 16-bit one is taken, as in every earlier version.
 bool HasShortDataSourceType(CArchive& ar)
 {
     constexpr std::size_t kBetween = 4 * sizeof(LONG);
-    auto const marksString = [](std::span<std::byte const> bytes, std::size_t at) {
-        return bytes.size() >= at + 3 && bytes[at] == std::byte { 0xFF } && bytes[at + 1] == std::byte { 0xFE }
-        && bytes[at + 2] == std::byte { 0xFF };
-    };
-    auto const ahead = ar.Peek(sizeof(LONG) + kBetween + 3);
-    return marksString(ahead, sizeof(WORD) + kBetween) && !marksString(ahead, sizeof(LONG) + kBetween);
+    constexpr std::size_t kMark = sizeof(WORD) + kBetween;
+    auto const ahead = ar.Peek(kMark + 3);
+    return ahead.size() == kMark + 3 && ahead[kMark] == std::byte { 0xFF } && ahead[kMark + 1] == std::byte { 0xFE }
+    && ahead[kMark + 2] == std::byte { 0xFF };
 }
 
 } // namespace
@@ -104,10 +103,15 @@ BYTE* CPlotComponent::MakeColour(unsigned long colour)
     return m_colourBytes.data();
 }
 
-void PlotDialogErrMsg(CPlotComponent const* curve, CString const& message, CString const& detail)
+void CVUtils::PlotDialogErrMsg(CPlotComponent const* curve, CString const& message, CString const& detail)
 {
-    CPlot const* const plot = curve->GetPlot();
-    CVUtils::PlotDialogErrMsg(message, curve->GetTitle(), plot ? plot->GetTitle() : CString(), detail);
+    CPlot const* const plot = curve ? curve->GetPlot() : nullptr;
+    CString text;
+    text.Format("%s\n\nCurve: \"%s\"\n    Plot: \"%s\"\n\n%s", message, curve ? curve->GetTitle() : CString(),
+        plot ? plot->GetTitle() : CString(), detail);
+    CString title;
+    LoadStringResource(1003, title);
+    MessageBox(text, title, MB_OK);
 }
 
 } // namespace ombrel

@@ -189,7 +189,4 @@ private:
     CTransformArray m_transforms;
 };
 
-/// Tells the user in a message box what is wrong with a curve's data, naming the curve and its plot.
-OMBREL_EXPORT void PlotDialogErrMsg(CPlotComponent const* curve, CString const& message, CString const& detail);
-
 } // namespace ombrel

@@ -29,11 +29,10 @@ CRegEntry KeyOf(UINT resource)
 template <typename Work> int Guarded(Work const& work)
 {
     try {
-        return work();
-    } catch (CException* e) {
+        return WithErrors(work);
+    } catch (Error const& error) {
         // The title is no string resource: that may be just what failed.
-        MessageBox(e->GetErrorMessage(), "Ombrel", MB_OK);
-        e->Delete();
+        MessageBox(error.what(), "Ombrel", MB_OK);
         return 0;
     }
 }
@@ -97,9 +96,13 @@ int CPreferences::Get(Integer const& entry, int& v)
     return GetNumber(entry, v, [](std::string const& text) { return ScanInteger(text); });
 }
 
-int CPreferences::Get(Colour const& entry, COLORREF& v)
+int CPreferences::Get(Colour const& entry, ColourTarget v)
 {
-    return GetNumber(entry, v, [](std::string const& text) { return ScanInteger(text); });
+    COLORREF colour = 0;
+    if (GetNumber(entry, colour, [](std::string const& text) { return ScanInteger(text); }) == 0)
+        return 0;
+    v.Set(colour);
+    return 1;
 }
 
 int CPreferences::Get(Factor const& entry, float& v)

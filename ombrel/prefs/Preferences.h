@@ -8,6 +8,30 @@
 
 namespace ombrel {
 
+/// A variable that a colour is written to: a COLORREF or, as many programs keep colours, an unsigned long.
+class OMBREL_EXPORT ColourTarget {
+public:
+    ColourTarget(COLORREF& v)
+        : m_colour(&v)
+    {
+    }
+    ColourTarget(unsigned long& v)
+        : m_long(&v)
+    {
+    }
+    void Set(COLORREF colour) const
+    {
+        if (m_colour)
+            *m_colour = colour;
+        else
+            *m_long = colour;
+    }
+
+private:
+    COLORREF* m_colour = nullptr;
+    unsigned long* m_long = nullptr;
+};
+
 /// The user's preferences for graphs, kept in the registry under three keys: general, 2D and 3D.
 ///
 /// Nothing is kept here: every getter reads the registry and every setter writes it. The members s_... are the
@@ -56,28 +80,28 @@ public:
     // 2D graphs: colours, printing factors of line widths, and the display of the cursor's position (meant for the
     // host)
 
-    static int GetAxesColour2D(COLORREF& v) { return Get(kAxesColour2D, v); }
+    static int GetAxesColour2D(ColourTarget v) { return Get(kAxesColour2D, v); }
     static int SetAxesColour2D(COLORREF v) { return Set(kAxesColour2D, v); }
     static COLORREF GetAxesColour2DDefault() { return s_clrAxes2D; }
-    static int GetMajorLabelsColour2D(COLORREF& v) { return Get(kMajorLabelsColour2D, v); }
+    static int GetMajorLabelsColour2D(ColourTarget v) { return Get(kMajorLabelsColour2D, v); }
     static int SetMajorLabelsColour2D(COLORREF v) { return Set(kMajorLabelsColour2D, v); }
     static COLORREF GetMajorLabelsColour2DDefault() { return s_clrMajorLabels2D; }
-    static int GetMinorLabelsColour2D(COLORREF& v) { return Get(kMinorLabelsColour2D, v); }
+    static int GetMinorLabelsColour2D(ColourTarget v) { return Get(kMinorLabelsColour2D, v); }
     static int SetMinorLabelsColour2D(COLORREF v) { return Set(kMinorLabelsColour2D, v); }
     static COLORREF GetMinorLabelsColour2DDefault() { return s_clrMinorLabels2D; }
-    static int GetTitlesColour2D(COLORREF& v) { return Get(kTitlesColour2D, v); }
+    static int GetTitlesColour2D(ColourTarget v) { return Get(kTitlesColour2D, v); }
     static int SetTitlesColour2D(COLORREF v) { return Set(kTitlesColour2D, v); }
     static COLORREF GetTitlesColour2DDefault() { return s_clrTitles2D; }
-    static int GetMajorGridLineColour2D(COLORREF& v) { return Get(kMajorGridLineColour2D, v); }
+    static int GetMajorGridLineColour2D(ColourTarget v) { return Get(kMajorGridLineColour2D, v); }
     static int SetMajorGridLineColour2D(COLORREF v) { return Set(kMajorGridLineColour2D, v); }
     static COLORREF GetMajorGridLineColour2DDefault() { return s_clrMajorGridLines2D; }
-    static int GetMinorGridLineColour2D(COLORREF& v) { return Get(kMinorGridLineColour2D, v); }
+    static int GetMinorGridLineColour2D(ColourTarget v) { return Get(kMinorGridLineColour2D, v); }
     static int SetMinorGridLineColour2D(COLORREF v) { return Set(kMinorGridLineColour2D, v); }
     static COLORREF GetMinorGridLineColour2DDefault() { return s_clrMinorGridLines2D; }
-    static int GetBackgroundColour2D(COLORREF& v) { return Get(kBackgroundColour2D, v); }
+    static int GetBackgroundColour2D(ColourTarget v) { return Get(kBackgroundColour2D, v); }
     static int SetBackgroundColour2D(COLORREF v) { return Set(kBackgroundColour2D, v); }
     static COLORREF GetBackgroundColour2DDefault() { return s_clrBackground2D; }
-    static int GetGraphBackgroundColour2D(COLORREF& v) { return Get(kGraphBackgroundColour2D, v); }
+    static int GetGraphBackgroundColour2D(ColourTarget v) { return Get(kGraphBackgroundColour2D, v); }
     static int SetGraphBackgroundColour2D(COLORREF v) { return Set(kGraphBackgroundColour2D, v); }
     static COLORREF GetGraphBackgroundColour2DDefault() { return s_clrGraphBackground2D; }
     static int GetCurveThicknessScaleFac(float& v) { return Get(kCurveThicknessScaleFac, v); }
@@ -108,22 +132,22 @@ public:
 
     // 3D graphs: colours, printing factors of line widths, and the size of animations (meant for the host)
 
-    static int GetAxesColour3D(COLORREF& v) { return Get(kAxesColour3D, v); }
+    static int GetAxesColour3D(ColourTarget v) { return Get(kAxesColour3D, v); }
     static int SetAxesColour3D(COLORREF v) { return Set(kAxesColour3D, v); }
     static COLORREF GetAxesColour3DDefault() { return s_clrAxes3D; }
-    static int GetLabelsColour3D(COLORREF& v) { return Get(kLabelsColour3D, v); }
+    static int GetLabelsColour3D(ColourTarget v) { return Get(kLabelsColour3D, v); }
     static int SetLabelsColour3D(COLORREF v) { return Set(kLabelsColour3D, v); }
     static COLORREF GetLabelsColour3DDefault() { return s_clrLabels3D; }
-    static int GetTitlesColour3D(COLORREF& v) { return Get(kTitlesColour3D, v); }
+    static int GetTitlesColour3D(ColourTarget v) { return Get(kTitlesColour3D, v); }
     static int SetTitlesColour3D(COLORREF v) { return Set(kTitlesColour3D, v); }
     static COLORREF GetTitlesColour3DDefault() { return s_clrTitles3D; }
-    static int GetGridColour3D(COLORREF& v) { return Get(kGridColour3D, v); }
+    static int GetGridColour3D(ColourTarget v) { return Get(kGridColour3D, v); }
     static int SetGridColour3D(COLORREF v) { return Set(kGridColour3D, v); }
     static COLORREF GetGridColour3DDefault() { return s_clrGrid3D; }
-    static int GetWallsColour3D(COLORREF& v) { return Get(kWallsColour3D, v); }
+    static int GetWallsColour3D(ColourTarget v) { return Get(kWallsColour3D, v); }
     static int SetWallsColour3D(COLORREF v) { return Set(kWallsColour3D, v); }
     static COLORREF GetWallsColour3DDefault() { return s_clrWalls3D; }
-    static int GetBackgroundColour3D(COLORREF& v) { return Get(kBackgroundColour3D, v); }
+    static int GetBackgroundColour3D(ColourTarget v) { return Get(kBackgroundColour3D, v); }
     static int SetBackgroundColour3D(COLORREF v) { return Set(kBackgroundColour3D, v); }
     static COLORREF GetBackgroundColour3DDefault() { return s_clrBackground3D; }
     static int GetAxesThicknessScaleFac3D(float& v) { return Get(kAxesThicknessScaleFac3D, v); }
@@ -213,7 +237,7 @@ private:
 
     static int Get(Integer const& entry, int& v);
     static int Get(Switch const& entry, int& v);
-    static int Get(Colour const& entry, COLORREF& v);
+    static int Get(Colour const& entry, ColourTarget v);
     static int Get(Factor const& entry, float& v);
     static int Get(Text const& entry, CString& v);
     static int Get(Size const& entry, CSize& v);

@@ -328,6 +328,10 @@ TEST(Utils, ColoursTurnIntoHueSaturationLightnessAndBack)
         for (int k = 0; k < 3; ++k)
             EXPECT_NEAR(back[k], colour[k], 1e-12) << i;
     }
+    // A tint of white that is the least that there is: one and the least component add up to 2.
+    double const nearlyOne = std::nextafter(1.0, 0.0);
+    CVUtils::RGBToHSL(1.0, nearlyOne, nearlyOne, &h, &s, &l);
+    EXPECT_EQ(s, 1.0);
     // Hues outside the circle, and none at all.
     double rgb[3];
     for (double const hue : { 1.0, -1.0, 7.0, kNaN, kInfinity }) {
@@ -387,12 +391,10 @@ TEST(Utils, ErrorMessagesNameWhereTheDataAre)
     });
     CVUtils::InvalidDataError("Axes", "Labels", "Too many.");
     CVUtils::InvalidDataError("Axes", "", "Too many.");
-    CVUtils::PlotDialogErrMsg("Bad data", "C %s", "P", "Line 3");
     SetMessageBoxFunction(nullptr);
     std::vector<std::string> const expected {
         "Invalid Data|48|Invalid Data on:\n\nPage: 'Axes', SubPage: 'Labels'\n\nToo many.",
         "Invalid Data|48|Invalid Data on:\n\nPage: 'Axes''\n\nToo many.",
-        "Ombrel|0|Bad data\n\nCurve: \"C %s\"\n    Plot: \"P\"\n\nLine 3",
     };
     EXPECT_EQ(shown, expected);
 }

@@ -1,3 +1,4 @@
+#include "ombrel/foundation/Utils.h"
 #include "ombrel/platform/host/Host.h"
 #include "tests/model/TestGraph.h"
 
@@ -444,12 +445,17 @@ TEST(CurveErrors, NameTheCurveAndItsPlot)
     TestGraph graph;
     CPlot& plot = graph.AddPlotWithCurves(1);
     plot.SetTitle("Yields");
-    plot.GetComponent(0)->SetTitle("1958");
-    CString shown;
-    SetMessageBoxFunction([&shown](CString const& text, CString const&, UINT) { shown = text; });
-    PlotDialogErrMsg(plot.GetComponent(0), "Bad data", "Line 3");
+    plot.GetComponent(0)->SetTitle("%s");
+    std::string shown;
+    SetMessageBoxFunction([&shown](CString const& text, CString const& title, UINT style) {
+        shown = title.ToUtf8() + "|" + std::to_string(style) + "|" + text.ToUtf8();
+    });
+    CVUtils::PlotDialogErrMsg(plot.GetComponent(0), "Bad data", "Line 3");
+    EXPECT_EQ(shown, "Ombrel|0|Bad data\n\nCurve: \"%s\"\n    Plot: \"Yields\"\n\nLine 3");
+    CPlotComponent const lone;
+    CVUtils::PlotDialogErrMsg(&lone, "", "");
+    EXPECT_EQ(shown, "Ombrel|0|\n\nCurve: \"Untitled Curve\"\n    Plot: \"\"\n\n");
     SetMessageBoxFunction(nullptr);
-    EXPECT_EQ(shown, CString("Bad data\n\nCurve: \"1958\"\n    Plot: \"Yields\"\n\nLine 3"));
 }
 
 TEST(ItemTypes, OnlyPlotsHaveADescription)

@@ -97,6 +97,12 @@ TEST(PlotComponentArchive, BothFormsOfTheFourthLayoutAreToldApartWithoutAScriptT
         ASSERT_TRUE(Load(curve, CurveBytes(4, shortDataSource, ""))) << shortDataSource;
         EXPECT_EQ(curve.GetTag(), 6u) << shortDataSource;
     }
+    // 254 units, the first with the low byte FF: where the longer form would have its string, there is a mark, too.
+    std::string const script = "\xFF" + std::string(253, 's');
+    CPlotComponent curve;
+    ASSERT_TRUE(Load(curve, CurveBytes(4, true, script)));
+    EXPECT_EQ(curve.GetFullScriptString().GetLength(), 254);
+    EXPECT_EQ(curve.GetTag(), 6u);
 }
 
 TEST(PlotComponentArchive, TruncatedBytesFailAtEveryLength)

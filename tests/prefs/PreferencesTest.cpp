@@ -47,7 +47,7 @@ constexpr char const* k2D = "Graphs\\2D";
 constexpr char const* k3D = "Graphs\\3D";
 
 struct ColourCase {
-    int (*get)(COLORREF&);
+    int (*get)(ColourTarget);
     int (*set)(COLORREF);
     COLORREF (*fallback)();
     char const* key;
