@@ -61,9 +61,24 @@ TEST(WordLabels, AreLevelThenUprightThenFewer)
     WordLabels const upright = fit({ "Nordrhein-Westfalen", "Bremen", "Hessen" }, 200);
     EXPECT_TRUE(upright.upright);
     EXPECT_EQ(upright.texts, (std::vector<std::string> { "Nordrhein-W…", "Bremen", "Hessen" }));
-    WordLabels const fewer = fit(Words(100, "w"), 400);
-    EXPECT_FALSE(fewer.upright);
-    EXPECT_EQ(fewer.shown[1], 10u);
+    struct {
+        std::size_t count;
+        int length;
+        std::size_t step;
+        bool isUpright;
+    } const cases[] { { 10, 400, 1, false }, { 20, 400, 1, true }, { 25, 405, 2, false }, { 40, 400, 2, true },
+        { 60, 400, 5, false }, { 100, 400, 10, false }, { 150, 400, 20, false }, { 1000, 400, 100, false } };
+    for (auto const& c : cases) {
+        WordLabels const labels = fit(Words(c.count, c.count == 40 ? "of some length " : "w"), c.length);
+        EXPECT_EQ(labels.upright, c.isUpright) << c.count;
+        EXPECT_EQ(labels.shown[1], c.step) << c.count;
+        EXPECT_EQ(labels.shown.size(), (c.count + c.step - 1) / c.step) << c.count;
+    }
+    // No word fits: a few are shown, cut at a whole character and without a blank before the ellipsis.
+    WordLabels const cut = fit(std::vector<std::string>(100, "äöü äöüäöüäöüäöüäöü"), 200);
+    EXPECT_EQ(cut.shown[1], 50u);
+    EXPECT_EQ(cut.texts[0], "äöü äöüäöü…");
+    EXPECT_EQ(fit(std::vector<std::string>(100, "abc defghijklmnopqr"), 110).texts[0], "abc…");
 }
 
 } // namespace

@@ -147,33 +147,6 @@ TEST_F(Command, PutsSeveralFilesInOneGraph)
     EXPECT_NE(mixed.errors.find("c.csv: expected numbers along x as in a.csv, found dates"), std::string::npos);
 }
 
-TEST_F(Command, EachPlotOptionChangesThePicture)
-{
-    std::string text = "x,y,z\n";
-    for (int i = 1; i <= 40; ++i)
-        text += std::to_string(i) + "," + std::to_string(i * i % 37 + 1) + "," + std::to_string(i % 7 + 2) + "\n";
-    Write("t.csv", text);
-    ASSERT_EQ(Run("plot t.csv -o plain.bmp").status, 0);
-    std::string const plain = ReadFile(In("plain.bmp"));
-    for (char const* const option : { "-x 2", "-x 0", "-y 2", "--kind steps", "--kind pairs", "--kind points",
-             "--kind filled", "--title T", "--x-title T", "--y-title T", "--x-range 5:20", "--x-range :20",
-             "--y-range=-10:50", "--log x", "--log y", "--log xy", "--size 900x640", "--antialias", "--line-width 3",
-             "--symbols", "--grid off", "--grid both", "--legend off", "--legend bl", "--palette grey",
-             "--palette spectrum", "--theme dark", "--theme print", "--caption A@0.5,0.5", "--error 3 -y 2",
-             "--by 3 -y 2", "--polar", "--polar --radians", "--kind bar", "--kind stacked", "--kind stacked --percent",
-             "--kind area", "--kind area --normalised", "--kind error --error 3 -y 2", "--kind text --label 3 -y 2",
-             "--kind histogram", "--kind histogram --bins 3", "--header no -y 2 -x 0" }) {
-        Result const result = Run("plot t.csv -o other.bmp "s + option);
-        if (option == "--header no -y 2 -x 0"sv) {
-            // The names are cells of a column of numbers then.
-            EXPECT_EQ(result.status, 1);
-            continue;
-        }
-        EXPECT_EQ(result.status, 0) << option << ": " << result.errors;
-        EXPECT_TRUE(ReadFile(In("other.bmp")) != plain) << option;
-    }
-}
-
 TEST_F(Command, TellsFaultsWithTheirPlaceAndLeavesEarlierFilesAlone)
 {
     Write("good.csv", kMonths);
@@ -273,30 +246,6 @@ TEST_F(Command, TellsWhatItAssumedAndWhatItLeftOut)
     Result const histogram = Run("plot gaps.csv --kind histogram -y a --bins 2 -v");
     EXPECT_NE(histogram.errors.find("2 values in 2 bins of 1 from 2 to 4; left out: 1 gap"), std::string::npos)
         << histogram.errors;
-}
-
-TEST_F(Command, WritesWordsAndNumbersWhereTheyBelong)
-{
-    Write("t.csv", "Region,2019,2020\nNorth,12,14\nSouth,9,-7\nEast,7.5,11\n");
-    struct {
-        char const* options;
-        std::vector<char const*> texts;
-    } const cases[] {
-        { "-y 2019 --kind bar", { ">North<", ">South<", ">East<", ">Region<", ">2019<", ">0<", ">12<" } },
-        { "--kind clustered", { ">North<", ">East<", ">2019<", ">2020<", ">-5<", ">15<" } },
-        { "--kind stacked --percent", { ">South<", ">%<", ">-40<", ">100<" } },
-        { "--kind line --caption 'A & B@0.1,0.1'", { ">North<", ">East<", ">A &amp; B<" } },
-        { "-y 2019 --kind histogram --bins 3", { ">count<", ">2019<", ">8.0<", ">12.0<", ">0<", ">1<" } },
-        { "-y 2019 -x 0 --kind text --label Region", { ">North<", ">South<", ">East<", ">row<" } },
-        { "-y 2019,2020 -x 0 --polar", { ">0<", ">45<", ">315<", ">2019<", ">2020<" } },
-    };
-    for (auto const& c : cases) {
-        Result const result = Run("plot t.csv --page A5 -o t.svg "s + c.options);
-        ASSERT_EQ(result.status, 0) << c.options << result.errors;
-        std::string const svg = ReadFile(In("t.svg"));
-        for (char const* const text : c.texts)
-            EXPECT_NE(svg.find(text), std::string::npos) << c.options << ": " << text;
-    }
 }
 
 TEST_F(Command, DocumentsKeepTheGraphAndTheirBytes)

@@ -38,8 +38,10 @@ AxisRange RangeOf(PlotAxisSettings const& settings)
     if (range.min > range.max)
         (settings.min ? range.max : range.min) = settings.min ? range.min : range.max;
     if (settings.dates && range.min == range.max)
-        return { range.min - 0.5, range.max + 0.5 };
-    return WidenEmptyRange(range);
+        range = { range.min - 0.5, range.max + 0.5 };
+    range = WidenEmptyRange(range);
+    // What was widened keeps the end that was given.
+    return { settings.min.value_or(range.min), settings.max.value_or(range.max) };
 }
 
 RangeFreedom FreedomOf(PlotAxisSettings const& settings, double reach)

@@ -259,21 +259,19 @@ void LayOut(C2DGraph& graph, Options const& options, PlotAxisSettings const& x, 
 
 } // namespace
 
-void RunPlot(Options const& options, std::vector<std::unique_ptr<InputFile>>& files, Messages const& messages)
+std::unique_ptr<C2DGraph> MakePlot(
+    Options const& options, std::vector<std::unique_ptr<InputFile>>& files, Picture& picture, Messages const& messages)
 {
-    CheckPlotOptions(options);
-    Target target = MakeTarget(options, options.files.front());
-    target.title = OneLine(options.title);
-    CheckPaths(options, target);
     std::vector<PlotSource> sources = ReadSources(options, files, messages);
     PlotAxisSettings x = XSettings(options, sources);
     PlotAxisSettings y = YSettings(options, sources);
 
-    C2DGraph graph(1);
+    auto owner = std::make_unique<C2DGraph>(1);
+    C2DGraph& graph = *owner;
     Look const look = options.polar ? PolarLookOf(options.theme) : LookOf(options.theme);
     graph.SetGraphFrameOn(0);
     graph.GetPolarGrid()->SetOn(options.polar);
-    AddTitle(graph, target.title, look);
+    AddTitle(graph, OneLine(options.title), look);
     AddCaptions(graph, options.captions, look);
     ApplyLook(graph, look);
     bool const isLined = x.words.empty() && !IsBarKind(options.kind);
@@ -287,15 +285,25 @@ void RunPlot(Options const& options, std::vector<std::unique_ptr<InputFile>>& fi
     CheckData(data, y, options, files.front()->GetName(), messages);
     TakeOver(x, y, data, options);
     PutAxesOverFills(graph);
-    Picture picture(target);
     graph.SetGraphAndWindowRect(picture.GetRect(), picture.GetRect());
     // Logarithmic axes follow the curves, and so does the legend.
     graph.UpdatePlots();
     LayOut(graph, options, x, y, data, curves, look, picture.GetDC(), messages);
-    DrawGraph(graph, picture);
+    return owner;
+}
+
+void RunPlot(Options const& options, std::vector<std::unique_ptr<InputFile>>& files, Messages const& messages)
+{
+    CheckPlotOptions(options);
+    Target target = MakeTarget(options, options.files.front());
+    target.title = OneLine(options.title);
+    CheckPaths(options, target);
+    Picture picture(target);
+    std::unique_ptr<C2DGraph> const graph = MakePlot(options, files, picture, messages);
+    DrawGraph(*graph, picture);
     std::string const bytes = picture.Encode();
     if (!options.save.empty())
-        SaveDocument(options.save, graph);
+        SaveDocument(options.save, *graph);
     WriteTarget(target, bytes, messages);
 }
 
