@@ -133,6 +133,9 @@ TEST_F(Plots, GiveAxesTheRangeOfTheDataAndMarginsThatEndWhereItNaturallyEnds)
         { "x,y\n1,10\n81,40\n", "--x-range 5: --y-range :40", { 5, 82, 10 }, { 36, 40, 0.5 } },
         { "x,y\n1,10\n81,40\n", "--x-range 5: --y-range 40:", { 5, 82, 10 }, { 40, 44, 0.5 } },
         { "x,y\n1,10\n81,40\n", "--x-range :50", { 1, 50, 5 }, { 9, 11, 0.5 } },
+        { "x,y\n1,0\n2,98.5\n", "", { 1, 2, 1 }, { 0, 100, 20 } },
+        { "x,y\n1,0\n2,98.5\n", "--kind points", { 0.98, 2.02, 1 }, { 0, 105, 20 } },
+        { "x,y\n1,0\n2,98.5\n", "--kind bar", { 0.5, 2.5, 1 }, { 0, 105, 20 } },
         { "x,y\n1,10\n81,40\n", "--y-range 5:20", { 0, 82, 10 }, { 5, 20, 5 } },
         { "x,y\n1,10\n2,20\n", "--kind filled", { 1, 2, 1 }, { 0, 21, 5 } },
         { "x,y\n1,-10\n2,-20\n", "--kind filled", { 1, 2, 1 }, { -21, 0, 5 } },
@@ -222,6 +225,13 @@ TEST_F(Plots, DoWhatTheirOptionsSay)
         { "--theme dark", [&] { return m_graph->GetBkndColour(); }, kPaper, RGB(27, 30, 36) },
         { "--theme dark", [&] { return m_graph->GetWindowBkndColour(); }, kPaper, RGB(27, 30, 36) },
         { "--theme print", [&] { return Axes().GetColour(); }, kAxes, RGB(0, 0, 0) },
+        { "--theme dark", [&] { return Axes().GetTexts().labels.colour; }, 0, RGB(232, 234, 238) },
+        { "--theme dark", [&] { return Axes().GetTexts().titlesColour; }, 0, RGB(232, 234, 238) },
+        { "--theme dark", [&] { return m_graph->GetGrid()->GetMajorColour(); }, RGB(221, 221, 221), RGB(66, 72, 82) },
+        { "--theme dark", [&] { return m_graph->GetLegend()->GetTextColour(); }, 0, RGB(232, 234, 238) },
+        { "--theme dark --polar", [&] { return m_graph->GetPolarGrid()->GetMajorColour(); }, RGB(221, 221, 221),
+            RGB(150, 157, 167) },
+        { "--polar", [&] { return m_graph->GetPolarGrid()->GetNumMinorRDivs(); }, 1, 2 },
         { "--polar", [&] { return m_graph->GetPolarGrid()->IsOn(); }, 0, 1 },
         { "--polar --radians -y y", [&] { return line().GetAt(0).x; }, 1, 10 * std::cos(1.0) },
     };
@@ -231,6 +241,36 @@ TEST_F(Plots, DoWhatTheirOptionsSay)
         Plot(table, c.options);
         EXPECT_EQ(c.value(), c.wanted) << c.options;
         EXPECT_EQ(m_told, "") << c.options;
+    }
+}
+
+TEST_F(Plots, GiveTheirCurvesDatesValuesAndLooks)
+{
+    char const* const table = "d,a,b\n2020-01-01,1,5\n2020-01-02,2,\n2020-01-03,3,7\n";
+    for (char const* const kind : { "line", "bar -y a", "clustered", "stacked", "area" }) {
+        SCOPED_TRACE(kind);
+        Plot(table, std::string("--theme print --kind ") + kind);
+        auto const& first = CurveAt<C2DCurve>(0);
+        EXPECT_EQ(first.GetXValMode(), C2DCurve::xvDates);
+        EXPECT_EQ(first.GetTitle(), CString("a"));
+        EXPECT_EQ(first.GetAt(2).x, COleDateTime(2020, 1, 3, 0, 0, 0).GetValue());
+        EXPECT_EQ(first.GetAt(2).y, 3.0);
+        EXPECT_EQ(first.GetColour(), RGB(8, 48, 107));
+        if (PlotAt(0).GetNumComponents() == 1)
+            continue;
+        auto const& second = CurveAt<C2DCurve>(0, 1);
+        EXPECT_EQ(second.GetXValMode(), C2DCurve::xvDates);
+        EXPECT_TRUE(IsGap(second.GetAt(1).y));
+        EXPECT_EQ(second.GetAt(2).y, 7.0);
+        EXPECT_EQ(second.GetColour(), RGB(192, 40, 40));
+        LegendEntry const entry = *second.GetLegendEntry();
+        EXPECT_TRUE(kind == std::string("line") ? !entry.dashes.empty() : entry.fillPattern == 3);
+    }
+    // Columns that are asked for twice, as y or as x and y.
+    Plot("x,y\n1,2\n3,4\n", "-x x -y y,x,y");
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(CurveAt<C2DLine>(0, i).GetAt(1).x, 3.0) << i;
+        EXPECT_EQ(CurveAt<C2DLine>(0, i).GetAt(1).y, i == 1 ? 3.0 : 4.0) << i;
     }
 }
 
@@ -248,6 +288,9 @@ TEST_F(Plots, LabelWordsAndDatesAlongX)
     EXPECT_EQ(Axes().GetDateTicks().dateFormat, CString("%H:%M"));
     EXPECT_EQ(Axes().GetDateTicks().delUnit, TimeUnit::Minute);
     EXPECT_EQ(Axes().GetDateTicks().del, 30);
+    EXPECT_EQ(Axes().GetDateTicks().delMinor, 10);
+    EXPECT_EQ(Axes().GetDateTicks().delUnitMinor, TimeUnit::Minute);
+    EXPECT_EQ(Axes().GetDateTicks().tickMin.GetValue(), COleDateTime(2020, 3, 4, 10, 0, 0).GetValue());
     EXPECT_EQ(X().title, CString("when (2020-03-04)"));
     EXPECT_EQ(FindTitle(*m_graph)->GetText(), CString("Day"));
     Plot("when,y\n2020-03-04,1\n2020-03-05,2\n", "--kind points --x-title t");
@@ -258,7 +301,7 @@ TEST_F(Plots, LabelWordsAndDatesAlongX)
 
 TEST_F(Plots, HaveSquarePolarGridsInTheMiddle)
 {
-    Plot("angle,r\n0,7.5\n90,7.5\n180,7.5\n270,7.5\n", "--polar");
+    Plot("angle,r\n0,7.5\n90,7.5\n180,7.5\n270,7.5\n300,\n", "--polar");
     CRect const area = m_graph->GetAxesRect();
     EXPECT_EQ(area.Width(), area.Height());
     EXPECT_GT(area.Height(), 500);
@@ -268,6 +311,8 @@ TEST_F(Plots, HaveSquarePolarGridsInTheMiddle)
     EXPECT_NEAR(line.GetAt(1).x, 0.0, 1e-9);
     EXPECT_NEAR(line.GetAt(1).y, 7.5, 1e-9);
     EXPECT_NEAR(line.GetAt(2).x, -7.5, 1e-9);
+    EXPECT_TRUE(IsGap(line.GetAt(4).y));
+    EXPECT_FALSE(X().on || Y().on);
 }
 
 TEST_F(Plots, RunFromLeftToRightWhereValuesHoldUntilTheNextOne)
@@ -332,6 +377,7 @@ TEST_F(Plots, OutlineBarsAndBandsSoThatTheyCanBeSeen)
 {
     auto const high = [](int, int) { return 10.0; };
     auto const withFlat = [](int i, int) { return i == 2 ? 0.01 : 10.0; };
+    constexpr double kAny = -1.0;
     struct {
         std::string table;
         char const* options;
@@ -340,10 +386,13 @@ TEST_F(Plots, OutlineBarsAndBandsSoThatTheyCanBeSeen)
     } const cases[] {
         { Rows(20, 1, high), "--kind bar", 0.7, kPaper },
         { Rows(20, 1, high), "--kind bar --theme print", 0.7, RGB(0, 0, 0) },
+        // 5.9 and 6.2 pixels wide.
+        { Rows(110, 1, high), "--kind bar", kAny, kOwnColour },
+        { Rows(104, 1, high), "--kind bar", 0.7, kPaper },
         { Rows(500, 1, high), "--kind bar", 1.0, kOwnColour },
         { Rows(500, 1, high), "--kind bar --theme print", 1.0, kOwnColour },
         { Rows(20, 1, withFlat), "--kind bar --theme print", 0.7, RGB(0, 0, 0) },
-        { Rows(20, 3, high), "--kind clustered", 0.8, kPaper },
+        { Rows(20, 3, [](int i, int) { return i == 2 ? 5.01 : 10.0; }), "--kind clustered", 0.8, kPaper },
         { Rows(200, 3, high), "--kind clustered", 1.0, kOwnColour },
         { Rows(20, 3, high), "--kind stacked", 0.7, kPaper },
         { Rows(300, 3, high), "--kind stacked", 1.0, kOwnColour },
@@ -367,7 +416,7 @@ TEST_F(Plots, OutlineBarsAndBandsSoThatTheyCanBeSeen)
             EXPECT_EQ(stacked->GetBarWidthFactor(), c.factor);
         } else {
             EXPECT_EQ(CurveAt<C2DBarCurve>(0).GetBorderColour(), c.border);
-            EXPECT_EQ(CurveAt<C2DBarCurve>(0).GetBarWidthFactor(), c.factor);
+            EXPECT_TRUE(c.factor == kAny || CurveAt<C2DBarCurve>(0).GetBarWidthFactor() == c.factor);
         }
     }
     // A flat bar among others would vanish under an outline in the colour of the paper.
@@ -469,6 +518,13 @@ TEST_F(Plots, HaveTheirTitleAboveAndCaptionsInsideThePicture)
     CRect const b = m_graph->GetCaptionArray()->GetAt(2)->GetRect();
     EXPECT_EQ(b.right, 1000);
     EXPECT_NEAR(b.top, area.bottom, 1);
+    // Boxes that lie outside of the picture are moved into it, others are not.
+    m_graph->GetCaptionArray()->GetAt(1)->SetRect(CRect(CPoint(990, 630), a.Size()));
+    m_graph->GetCaptionArray()->GetAt(2)->SetRect(CRect(CPoint(-20, 50), b.Size()));
+    KeepBoxesInside(*m_graph);
+    EXPECT_EQ(m_graph->GetCaptionArray()->GetAt(1)->GetRect().BottomRight(), CPoint(1000, 640));
+    EXPECT_EQ(m_graph->GetCaptionArray()->GetAt(2)->GetRect().TopLeft(), CPoint(0, 50));
+    EXPECT_EQ(FindTitle(*m_graph)->GetRect(), title);
     Plot("x,y\n1,2\n2,3\n", "--title " + std::string(200, 'M'));
     Draw();
     CCaption* const shortened = FindTitle(*m_graph);

@@ -4,6 +4,7 @@
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/2DTextPlot.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "tools/ombrel/chart/FillLook.h"
@@ -41,13 +42,19 @@ void WidenForCurve(C2DCurve const& curve, AxisRange& y)
     }
 }
 
-/// Whether the curve is one of marks or of lines that stand apart.
-bool HasMarks(C2DCurve const& curve)
+/// The margin for what a curve draws beside its points.
+double MarginFor(C2DCurve const& curve)
 {
+    // Room for texts, and for half of a line that is many pixels wide.
+    constexpr double kWideMargin = 0.05;
+    constexpr int kWide = 5;
     auto const* const line = DynamicDowncast<C2DLine>(&curve);
-    return line
+    if (curve.IsKindOf(C2DTextCurve::kClass) || (line && line->GetLineWidth() > kWide))
+        return kWideMargin;
+    bool const isApart = line
         && (line->GetPointConnectionMode() == C2DLine::cmPairs
             || (line->GetPointConnectionMode() == C2DLine::cmNone && line->GetSymbolType() != C2DSymbol::None));
+    return isApart || !line ? kMarkMargin : kCurveMargin;
 }
 
 /// Calls visit(curve) for every curve.
@@ -67,8 +74,10 @@ void GetRanges(C2DGraph const& graph, PlotAxisSettings& x, PlotAxisSettings& y)
     y.margin = kCurveMargin;
     ForCurves(graph, [&](C2DCurve const& curve) {
         WidenForCurve(curve, y.data);
-        if (HasMarks(curve))
-            x.margin = y.margin = kMarkMargin;
+        double const margin = MarginFor(curve);
+        y.margin = std::max(y.margin, margin);
+        if (margin == kMarkMargin && curve.IsKindOf(C2DLine::kClass))
+            x.margin = kMarkMargin;
     });
     if (graph.HasPlotType(it2DClusteredBarPlot))
         y.data = { std::min(y.data.min, 0.0), std::max(y.data.max, 0.0) };

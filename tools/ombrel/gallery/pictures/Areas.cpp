@@ -178,7 +178,13 @@ void LabelledBars(C2DGraph& graph, PictureLook const& look)
 void TurnedTexts(C2DGraph& graph, PictureLook const& look)
 {
     graph.GetAxes()->SetXAxisTitle("year");
-    graph.GetAxes()->SetYAxisTitle("carbon dioxide / ppm");
+    AxisSettings y = graph.GetAxes()->GetAxis(CAxes::atY);
+    y.title = "carbon dioxide / ppm";
+    // The texts hang below the line.
+    y.rangeMode = CAxes::rmFixed;
+    y.min = 300;
+    y.max = 420;
+    graph.GetAxes()->SetAxis(CAxes::atY, y);
     auto& line = AddCurve<C2DLine>(*graph.AddPlot(it2DLinePlot), "Mauna Loa", look.Colour(0));
     line.SetLineWidth(2);
     line.SetAntialiasingOn(1);

@@ -185,6 +185,11 @@ void Stripes(C2DGraph& graph, PictureLook const&)
         bar.Initialise(1);
         bar.SetAt(0, { kFirstCarbonYear + static_cast<double>(i), 1 });
     }
+    AxisSettings y = graph.GetAxes()->GetAxis(CAxes::atY);
+    y.rangeMode = CAxes::rmFixed;
+    y.min = 0;
+    y.max = 1;
+    graph.GetAxes()->SetAxis(CAxes::atY, y);
     graph.GetAxes()->SetYAxisOn(0);
 }
 
