@@ -185,11 +185,16 @@ void Stripes(C2DGraph& graph, PictureLook const&)
         bar.Initialise(1);
         bar.SetAt(0, { kFirstCarbonYear + static_cast<double>(i), 1 });
     }
-    AxisSettings y = graph.GetAxes()->GetAxis(CAxes::atY);
-    y.rangeMode = CAxes::rmFixed;
-    y.min = 0;
-    y.max = 1;
-    graph.GetAxes()->SetAxis(CAxes::atY, y);
+    // From edge to edge.
+    auto const fix = [&axes = *graph.GetAxes()](CAxes::AxisType type, double min, double max) {
+        AxisSettings axis = axes.GetAxis(type);
+        axis.rangeMode = CAxes::rmFixed;
+        axis.min = min;
+        axis.max = max;
+        axes.SetAxis(type, axis);
+    };
+    fix(CAxes::atX, kFirstCarbonYear + 0.5, kFirstCarbonYear + static_cast<double>(kCarbonDioxide.size()) - 0.5);
+    fix(CAxes::atY, 0, 1);
     graph.GetAxes()->SetYAxisOn(0);
 }
 
