@@ -63,6 +63,7 @@ TEST(AreaPlot, RangeFollowsTheRunningTotals)
         { { { 1, 2 }, { -3, 1 }, { 1, 1 } }, { -2, 4 }, { -0.5, 1 } },
         { { { -1, -2 }, { -1, 1 } }, { -2, 0 }, { -1, 0 } },
         { { { 0, 0 } }, { 0, 0 }, { 0, 1 } },
+        { { { 1e308, 0 }, { 1e308, 0 } }, { 0, kGap / 2 }, { 0, 1 } },
         { { { 1, kGap }, { kNaN, 2 }, { kInfinity, -kInfinity } }, { 0, 2 }, { 0, 1 } },
     };
     for (Case const& c : cases) {
@@ -95,6 +96,11 @@ TEST(AreaPlot, RangeIsFoundAgainWhenTheDataChanges)
     std::unique_ptr<CPlotComponent> const removed(plot.GetComponent(1));
     plot.RemoveComponent(removed.get());
     EXPECT_EQ(top(), 6);
+    curve.SetYAt(1, 7);
+    EXPECT_EQ(top(), 7);
+    plot.SetXValueMode(0);
+    plot.SetNumPts(1);
+    EXPECT_EQ(top(), 6) << "fewer columns";
 }
 
 TEST(AreaBands, NormalisedColumnsSpanOne)

@@ -1,6 +1,8 @@
 #include "ombrel/graph2d/2DBarPlot.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DClusteredBarPlot.h"
+#include "ombrel/graph2d/2DErrorBarPlot.h"
+#include "ombrel/graph2d/2DLineSeriesPlot.h"
 #include "ombrel/graph2d/2DStackedBarPlot.h"
 #include "tests/graph2d/GraphFixture.h"
 #include "tests/model/ArchiveBytes.h"
@@ -89,16 +91,16 @@ TEST(SeriesBars, WidenTheXRangeForTheBarsOfPointsThatAreNoGaps)
         C2DGraph graph(1);
         auto& plot = AddPlot<SeriesBarPlot>(graph, type);
         plot.SetBarWidthFactor(0.5);
-        AddCurve(plot, { 3, -1, kGap }, { 10, 11, 12 });
+        AddCurve(plot, { 3, -1, kGap }, { 10, 12, 14 });
         graph.UpdatePlots();
         double min = 0;
         double max = 0;
         plot.GetXRange(min, max);
-        EXPECT_EQ(std::make_pair(min, max), std::make_pair(9.75, 11.25));
+        EXPECT_EQ(std::make_pair(min, max), std::make_pair(9.5, 12.5));
         if (auto* const stacked = DynamicDowncast<C2DStackedBarPlot>(&plot)) {
             stacked->SetNoRangeMargin(1);
             plot.GetXRange(min, max);
-            EXPECT_EQ(std::make_pair(min, max), std::make_pair(10.0, 11.0));
+            EXPECT_EQ(std::make_pair(min, max), std::make_pair(10.0, 12.0));
         }
     }
 }
@@ -160,6 +162,10 @@ TEST(StackedBars, ListTheirPiecesFromTheLowerEndOn)
         EXPECT_DOUBLE_EQ(max, c.max) << message;
         EXPECT_EQ(plot.GetStackedBars(1, base, heights, colours, patterns), 0) << "beyond the points";
     }
+    double min = 3;
+    double max = 4;
+    C2DStackedBarPlot().GetYRange(min, max);
+    EXPECT_EQ(std::make_pair(min, max), std::make_pair(3.0, 4.0)) << "without a curve";
 }
 
 TEST(Bars, OfAnyDataStayInsideTheAxes)
@@ -200,7 +206,7 @@ TEST(Bars, OfAnyDataStayInsideTheAxes)
     }
 }
 
-TEST(Bars, StoreTheirSettingsLast)
+TEST(PlotArchives, EndWithSettingsInTheirOrder)
 {
     auto const endsWith = [](CObject& object, test::Bytes const& expected) {
         CMemFile file;
@@ -218,6 +224,28 @@ TEST(Bars, StoreTheirSettingsLast)
     curve.SetBorderColour(7);
     curve.SetFillPattern(19);
     EXPECT_TRUE(endsWith(curve, test::Bytes().Int(1).Double(1, 0.25, -2).Int(0, 7, 19)));
+    C2DErrorBarCurve errors;
+    errors.SetScaleFac(0.25);
+    EXPECT_TRUE(endsWith(errors, test::Bytes().Double(0.25)));
+    C2DLineSeriesPlot lines;
+    lines.SetXMin(3);
+    EXPECT_TRUE(
+        endsWith(lines, test::Bytes().Int(1, 0).Short(20).Double(3, 10).Int(0, 0, 0).Int(2, 0, 0).Double(0, 1).Int(1)));
+    C2DLine line;
+    line.SetPointConnectionMode(1);
+    line.SetStepMode(2);
+    line.SetBaseline(-3);
+    line.SetFillColour(4);
+    line.SetFillOn(5);
+    line.SetShadeMode(C2DLine::shClosed);
+    line.SetBaselineShadeMode(C2DLine::bsBelow);
+    line.SetUseFillRange(6);
+    line.SetFillRange(7, 8);
+    line.SetFillBoundaryOn(9);
+    line.SetBorderColour(10);
+    line.SetAntialiasingOn(11);
+    EXPECT_TRUE(
+        endsWith(line, test::Bytes().Int(2, 1, 2).Double(-3).Int(3, 1, 4, 5, 1, 2, 6).Double(7, 8).Int(9, 10, 11)));
     C2DClusteredBarPlot clusters;
     EXPECT_TRUE(endsWith(clusters, test::Bytes().Int(1).Double(1, 0.6, 0).Int(1, 0)));
     C2DStackedBarPlot stacks;

@@ -112,6 +112,23 @@ TEST(Curve2D, TakesPointsFromArraysOnlyWhenTheyAreLongEnough)
     EXPECT_EQ(std::as_const(curve).GetAt(1).y, 255.0);
 }
 
+TEST(Curve2D, ShowsItsLineAndSymbolsInLegends)
+{
+    TableCurve curve({ { 1, 2 } });
+    curve.SetTitle("t");
+    curve.SetColour(1);
+    curve.SetLineType(5);
+    curve.SetLineWidth(2);
+    curve.SetSymbolType(C2DSymbol::Plus);
+    curve.SetSymbolColour(3);
+    curve.SetSymbolFillColour(4);
+    curve.SetFillSymbol(5);
+    auto const e = curve.GetLegendEntry();
+    EXPECT_TRUE(e->title == CString("t") && e->colour == 1 && e->dashes.size() == 2 && e->lineWidth == 2);
+    EXPECT_TRUE(e->symbolType == 7 && e->symbolColour == 3 && e->symbolFillColour == 4 && e->fillSymbol == 5);
+    EXPECT_EQ(e->fillPattern, LegendEntry::kNoPattern);
+}
+
 TEST(Curve2D, IsDefinedByItsDataSource)
 {
     C2DCurve curve;
@@ -146,6 +163,7 @@ TEST(SeriesPlot, GivesItsCurvesTheSharedXValues)
     EXPECT_EQ(std::as_const(first).GetAt(3).y, 10.0) << "own y values stay";
     EXPECT_EQ(std::as_const(first).GetAt(4).y, 0.0);
     EXPECT_EQ(first.GetXValueKind(), C2DCurve::xvDates);
+    EXPECT_EQ(first.GetXMax() - first.GetXMin(), 10.0);
     EXPECT_EQ(plot.GetAt(3), CRealPoint(3, 10)) << "the plot takes over the first curve's points";
 
     CDoubleArray xs;

@@ -180,6 +180,7 @@ TEST(LineFigures, RunThroughTheirPointsBrokenAtGaps)
         { { { 4, 1 }, { 4, 5 }, { 4, 9 } }, 1, "dashes 45,85 45,5" },
         { { { 0, 0 }, { 4, 1 }, { 4, 9 }, { 4, 7 }, { 9, 1 } }, 1,
             "dashes 5,95 45,85 | 45,25 95,85; stroke 45,5 45,85" },
+        { { { 0, 0 }, { 4, 1 }, { 4, 9 }, { 4, 7 } }, 1, "dashes 5,95 45,85; stroke 45,5 45,85" },
         { { { 0, 0 }, { 4, 1 }, { 4, 1.2 }, { 4, 1 } }, 5, "dashes 5,95 45,85 45,83 45,85" },
         { { { 0, 0 }, { 4, 1 }, { 4, 1.3 }, { 4, 1 }, { kGap, 1 }, { 6, 1 }, { 8, 1 } }, 5,
             "dashes 5,95 45,85 | 65,85 85,85; stroke 45,82 45,85" },
@@ -193,7 +194,7 @@ TEST(LineFigures, RunThroughTheirPointsBrokenAtGaps)
 
 TEST(LineFigures, StepAndPair)
 {
-    Points const points { { 0, 0 }, { 2, 4 }, { 4, 1 }, { 5, kGap }, { 6, 6 }, { 8, 8 }, { 9, 9 } };
+    Points const points { { 0, 0 }, { 2, 4 }, { 4, 1 }, { 5, kGap }, { kGap, 3 }, { 6, 6 }, { 8, 8 }, { 9, 9 } };
     struct Case {
         int connection;
         int step;
@@ -208,7 +209,7 @@ TEST(LineFigures, StepAndPair)
              Case {
                  L::cmStepped, L::smVerticalFirst, "stroke 5,95 5,55 25,55 25,85 45,85 | 65,35 65,15 85,15 85,5 95,5" },
              Case { L::cmStepped, 7, "stroke 5,95 45,85 | 65,35 95,5" },
-             Case { L::cmPairs, 0, "stroke 5,95 25,55 | 65,35 85,15" },
+             Case { L::cmPairs, 0, "stroke 5,95 25,55 | 85,15 95,5" },
          }) {
         Plotting graph;
         C2DLine& line = test::AddLine(graph, points);
@@ -352,8 +353,10 @@ TEST(ShadingFigures, HaveEndsARangeAndTheCrossingOfTheAxesAsBaseline)
     graph.GetAxes()->SetIntersect({ 0, 6 });
     line.SetFillBoundaryOn(0);
     EXPECT_EQ(Drawn(graph), "fill 2-3:5-11");
-    line.SetFillRange(9.5, 12);
-    EXPECT_EQ(Drawn(graph), "");
+    for (double const from : { 5.0, 9.5 }) {
+        line.SetFillRange(from, 12);
+        EXPECT_EQ(Drawn(graph), "") << "no point from there on, or the last one alone";
+    }
 }
 
 TEST(ShadingFigures, FillThePolygonOfThePointsAndReachUpToDecades)
@@ -411,6 +414,7 @@ TEST(AreaFigures, StackBandsThenOutlineThem)
         { "normalised", { 0, 9 }, { { 1, 30 }, { 3, 10 } }, 0, 1, 1,
             "fill 3:15-19 4:10-19 5:6-19 6-7:1-19; fill 0-2:1-19 3:1-15 4:1-10 5:1-6; line 1,6 19,2 19,8 "
             "1,8 in 7; line 1,0 19,0 19,2 1,6 in 7" },
+        { "normalised upside down", { 0, 9 }, { { 1, 3 } }, 1, 0, 1, "fill 1,0 19,8; line 1,8 19,8 19,0 1,0 in 7" },
         { "wider than the axis", { -3, 15 }, { { 2, 8 } }, 0, 8, 0,
             "fill 3:13-19 4:7-19 5-7:1-19; line 1,5 19,2 19,8 1,8 in 7" },
         { "higher than the axis", { 0, 9 }, { { 2, 6 } }, 0, 4, 0,
