@@ -152,6 +152,17 @@ TEST_F(ColourMaps, AreDrawnAsAStripTenStepsAndTheirLightness)
         Draw({}, "a.png", size);
 }
 
+TEST_F(ColourMaps, AreListedInColumns)
+{
+    testing::internal::CaptureStdout();
+    RunColours(Options(), Messages(false));
+    std::string const list = testing::internal::GetCapturedStdout();
+    EXPECT_TRUE(list.starts_with("name               kind ")) << list;
+    for (char const* const line : { "\nSpectrum           preset ", "\nExtended Spectrum  preset " })
+        EXPECT_NE(list.find(line), std::string::npos) << list;
+    EXPECT_EQ(list.find(" \n"), std::string::npos) << list;
+}
+
 TEST_F(ColourMaps, ThatCannotBeReadAreToldApart)
 {
     std::ofstream(In("table.csv")) << "1,2,3\n";

@@ -317,6 +317,7 @@ TEST_F(Command, InfoDescribesTables)
         "  1       when  dates    0     2020-01-01 to 2020-01-03\n"
         "  2       °C    numbers  1     1.5 to 1.5\n"
         "  3       word  texts    0\n");
+    EXPECT_TRUE(Run("info t.csv --header no").output.starts_with("t.csv: table of 3 rows and 3 columns; separator"));
     Write("bad.csv", "x,y\n1,2\n2,3\n3,oops\n");
     Result const bad = Run("info bad.csv");
     EXPECT_EQ(bad.status, 0);

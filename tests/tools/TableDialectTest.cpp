@@ -164,6 +164,9 @@ TEST(ColumnValues, ComeBackInOrderWhateverTheirNumber)
         for (std::size_t i = 0; i < count; ++i)
             values.Append(static_cast<double>(i));
         ColumnValues moved(std::move(values));
+        EXPECT_EQ(values.Size(), 0U);
+        values.Append(-1.0);
+        EXPECT_EQ(values.Size(), 1U);
         EXPECT_EQ(moved.Size(), count);
         std::vector<double> expected(count);
         std::iota(expected.begin(), expected.end(), 0.0);

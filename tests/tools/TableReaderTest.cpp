@@ -136,6 +136,7 @@ TEST(TableReader, FindsOutHowATableIsWritten)
         EXPECT_EQ(table.dialect.separator, c.separator);
         EXPECT_EQ(table.dialect.decimalMark, c.decimalMark);
         EXPECT_EQ(table.dialect.hasHeader, c.hasHeader);
+        EXPECT_EQ(table.headerWasLatin1, c.name == "Latin-1 header"s);
         ASSERT_EQ(table.columns.size(), c.columns.size());
         for (std::size_t i = 0; i < c.columns.size(); ++i) {
             EXPECT_EQ(table.columns[i].name, c.names[i]);

@@ -23,18 +23,15 @@ public:
         double const step = m_sign * (to - from);
         if (step > 0.0) {
             ++m_forward;
-            if (m_backwardRun == 1 && m_hasRun) {
-                if (m_returns++ == 0) {
-                    m_firstRow = m_lastBackwardRow;
-                    m_firstX = m_lastBackwardX;
-                }
+            if (m_backwardRun == 1 && m_hasRun && m_returns++ == 0) {
+                m_firstRow = m_backwardRow;
+                m_firstX = from;
             }
             m_backwardRun = 0;
             m_hasRun = true;
         } else if (step < 0.0) {
             ++m_backwardRun;
-            m_lastBackwardRow = row;
-            m_lastBackwardX = to;
+            m_backwardRow = row;
         }
     }
     std::size_t Forward() const { return m_forward; }
@@ -53,8 +50,8 @@ private:
     std::size_t m_backwardRun = 0;
     /// There was a step forward.
     bool m_hasRun = false;
-    std::size_t m_lastBackwardRow = 0;
-    double m_lastBackwardX = 0.0;
+    /// Where the last of them led.
+    std::size_t m_backwardRow = 0;
     std::size_t m_firstRow = 0;
     double m_firstX = 0.0;
 };
