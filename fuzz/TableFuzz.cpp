@@ -12,7 +12,7 @@ using namespace ombrel::host;
 bool IsSameColumn(TableColumn const& a, TableColumn const& b)
 {
     if (a.name != b.name || a.type != b.type || a.gaps != b.gaps || a.misfit != b.misfit
-        || a.values.Size() != b.values.Size())
+        || a.values.Size() != b.values.Size() || a.texts != b.texts || a.firstText != b.firstText)
         return false;
     std::vector<double> values;
     a.values.ForEach([&values](double v) { values.push_back(v); });
@@ -53,8 +53,11 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     TableOptions options;
     if (choice & 0x80)
         options.dateFormat = std::get<DateFormat>(DateFormat::Compile("%d.%m.%Y %H:%M"));
-    if (choice & 0x40)
-        options.wanted = { "1", "b" };
+    if (choice & 0x40) {
+        options.wanted = { "3", "b" };
+        options.leading = 2;
+        options.asTexts = { "a" };
+    }
     options.header = static_cast<HeaderChoice>((choice >> 4 & 3) % 3);
     std::size_t const piece = 1 + (choice & 15);
     TableReader reader(options);

@@ -219,9 +219,10 @@ TEST_F(Command, TellsWhatItAssumedAndWhatItLeftOut)
     Write("t.csv", "when;a;word\n2020-01-01T01:00+01:00;1,5;x\n2020-01-02;NA;y\n2020-01-03\n");
     Result const told = Run("plot t.csv -v");
     EXPECT_EQ(told.status, 0);
-    for (char const* const text : { "separator \";\", decimal comma, names in the first row, 3 rows of 3 columns",
-             "1 row has fewer cells", "1 date names an offset from UTC", "column 3 (word) holds texts; not drawn",
-             "x is column 1 (when) of dates; y is column 2 (a)", "column 2 (a): 2 gaps", "t.png: written, 1000 x 640" })
+    for (char const* const text :
+        { "separator \";\", decimal comma, names in the first row, 3 rows of 3 columns", "1 row has fewer cells",
+            "1 date names an offset from UTC", "column 3 (word) holds texts such as \"x\"; not drawn",
+            "x is column 1 (when) of dates; y is column 2 (a)", "column 2 (a): 2 gaps", "t.png: written, 1000 x 640" })
         EXPECT_NE(told.errors.find(text), std::string::npos) << text << "\n" << told.errors;
     EXPECT_EQ(Run("plot t.csv").errors, "");
     Write("log.csv", "x,y\n1,10\n2,0\n3,-4\n4,100\n");

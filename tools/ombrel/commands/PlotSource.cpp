@@ -39,6 +39,13 @@ std::size_t NamedColumn(PlotSource const& source, std::string const& text, char 
         kUsageFault, std::string(option) + " " + text + ": " + source.name + " has no such column; it has " + known);
 }
 
+/// "dates", or "texts such as …".
+std::string ContentsOf(TableColumn const& column)
+{
+    std::string const label = TypeLabel(column.type);
+    return column.firstText.empty() ? label : label + " such as " + QuoteForMessage(column.firstText);
+}
+
 /// What a column may hold besides numbers.
 enum class Others { None, Dates, DatesOrWords };
 
@@ -55,7 +62,7 @@ void RequireValues(PlotSource const& source, std::size_t index, Others others)
     std::string const expected = others == Others::None ? "numbers" : "numbers, dates or words";
     throw Failure(kDataFault,
         source.name + ": " + ColumnLabel(source.table, index) + ": expected " + expected + ", found "
-            + TypeLabel(column.type));
+            + ContentsOf(column));
 }
 
 bool IsTaken(PlotSource const& source, std::size_t index)
@@ -101,7 +108,7 @@ void ChooseAllY(PlotSource& source, Messages const& messages)
             source.yColumns.push_back(i);
             continue;
         }
-        std::string const text = ColumnLabel(source.table, i) + " holds " + TypeLabel(column.type);
+        std::string const text = ColumnLabel(source.table, i) + " holds " + ContentsOf(column);
         messages.Note(source.name + ": " + text + "; not drawn");
         others += "; " + text;
     }
@@ -289,7 +296,7 @@ std::vector<PlotSource> ReadPlotSources(Options const& options, InputFile& file,
     source.name = file.GetName();
     source.table = ReadTableFile(file, ReadingOptions(options), messages);
     if (source.table.rows == 0)
-        throw Failure(kDataFault, source.name + ":2: expected a row of values, found the end of the file");
+        throw Failure(kDataFault, source.name + ": expected rows of values below the names, found none");
     for (std::string const& text : options.yColumns)
         source.yColumns.push_back(NamedColumn(source, text, "-y"));
     ChooseErrors(source, options);

@@ -443,6 +443,8 @@ void TableReader::StoreCell(TableCell const& cell, std::size_t index)
     if (column.KeepsTexts())
         AddText(column, cell);
     if (column.type == ColumnType::Text) {
+        if (column.firstText.empty())
+            column.firstText = CellText(cell);
         column.keep = false;
         column.values.Clear();
         return;

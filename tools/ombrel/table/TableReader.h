@@ -35,6 +35,8 @@ struct TableColumn {
     ColumnValues values;
     /// One a row, as they were written and in UTF-8; empty at a gap. Only of columns whose texts were asked for.
     std::vector<std::string> texts;
+    /// The first text of a wanted column of texts, for messages.
+    std::string firstText;
     /// Cells that are empty, missing at the end of a short row, or hold a gap word. Counted in wanted columns.
     std::size_t gaps = 0;
     /// The first cell of a wanted column that is neither a gap nor of the column's type.
