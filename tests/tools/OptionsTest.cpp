@@ -27,7 +27,9 @@ TEST(Options, AreReadFromAnyPlaceOfTheCommandLine)
 {
     Options const options = ParseOptions({ "plot", "-x", "time", "a.csv", "-y", "2,3", "--kind=steps", "-y", "last",
         "--x-range", "-5:5", "--log", "y", "--antialias", "-vo", "out.png", "-", "--symbols", "--legend", "br",
-        "--error", "e1,e2", "--by", "town", "--x-title", "", "--save", "a.doc", "--kind", "points" });
+        "--error", "e1,e2", "--by", "town", "--x-title", "", "--save", "a.doc", "--kind", "points", "--caption",
+        "a@0,0", "--caption", "b@0,1", "--bins", "7", "--size", "99x98", "--page", "A5", "--line-width", "3",
+        "--date-format", "%Y", "--grid", "both", "--theme", "print" });
     EXPECT_EQ(options.command, Command::Plot);
     EXPECT_EQ(options.files, (Words { "a.csv", "-" }));
     EXPECT_EQ(options.xColumn, "time");
@@ -41,6 +43,15 @@ TEST(Options, AreReadFromAnyPlaceOfTheCommandLine)
     EXPECT_TRUE(options.yLog);
     EXPECT_TRUE(options.antialias && options.verbose && options.symbols);
     EXPECT_FALSE(options.polar || options.percent || options.normalised);
+    ASSERT_EQ(options.captions.size(), 2U);
+    EXPECT_EQ(options.captions[1].y, 1.0);
+    EXPECT_EQ(options.bins, 7);
+    EXPECT_EQ(options.size->height, 98);
+    EXPECT_EQ(options.page->height, 148.0);
+    EXPECT_EQ(options.lineWidth, 3);
+    EXPECT_EQ(options.dateFormat->GetText(), "%Y");
+    EXPECT_EQ(options.grid, GridChoice::Both);
+    EXPECT_EQ(options.theme, Theme::Print);
     EXPECT_EQ(options.output, "out.png");
     EXPECT_EQ(options.save, "a.doc");
     EXPECT_EQ(options.legend, LegendPlace::BottomRight);

@@ -241,6 +241,8 @@ TEST_F(PlotSources, SayWhatIsWrongWithTheirColumns)
         char const* fault;
     } const cases[] {
         { kTable, { "-y", "b" }, "-y b: t has no such column; it has column 1 (day), column 2 (a), column 3 (word)" },
+        { kTable, { "--label", "b" },
+            "--label b: t has no such column; it has column 1 (day), column 2 (a), column 3 (word)" },
         { kTable, { "--by", "4" },
             "--by 4: t has no such column; it has column 1 (day), column 2 (a), column 3 (word)" },
         { kTable, { "-y", "1" }, "t: column 1 (day): expected numbers, found dates" },

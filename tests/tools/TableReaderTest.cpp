@@ -273,6 +273,7 @@ TEST(TableReader, CountsGaps)
     EXPECT_EQ(table.columns[2].gaps, 1u);
     EXPECT_EQ(table.columns[3].gaps, 2u);
     EXPECT_EQ(table.columns[3].type, ColumnType::Text);
+    EXPECT_EQ(table.columns[3].values.Size(), 0u);
     EXPECT_EQ(table.columns[2].values.Size(), 3u);
 }
 
