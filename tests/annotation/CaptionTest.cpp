@@ -47,6 +47,7 @@ TEST(CaptionLines, LoseNothingOfALineThatIsTooLong)
         EXPECT_EQ(joined, text);
     }
     EXPECT_EQ(SplitCaptionLines(CString(std::u16string_view(words)))[0].GetLength(), 251) << "cut after the blank";
+    EXPECT_EQ(SplitCaptionLines(CString(std::u16string_view(std::u16string(255, u'y')))).GetSize(), 1);
 }
 
 TEST(Caption, FrameItsLinesWithASixthOfTheirHeightAround)

@@ -106,6 +106,7 @@ TEST(Graph2D, TakesTheRangeOfThePlotsThatReportOne)
     AddLine(graph, { { 3, -9 }, { 4, -8 } });
     AddLine(graph, { { 5, -7 }, { 2, -8 } });
     graph.AddPlot(it2DBarPlot);
+    EXPECT_GT(graph.GetDataSize(), 0);
     graph.GetXRange(min, max);
     EXPECT_EQ(CRealPoint(min, max), CRealPoint(2, 5));
     graph.GetYRange(min, max);
@@ -137,6 +138,10 @@ TEST(Graph2D, DrawsGridAxesAndCurvesInTheDefaultOrTheUsersOrder)
     ASSERT_TRUE(graph.RemovePlotComponent(&second));
     delete &second;
     EXPECT_EQ(strokeColours().size(), 1u);
+    AddLine(graph, { { 0, 1 }, { 1, 0 } }).SetTag(5);
+    graph.ResetDrawOrderTags();
+    EXPECT_EQ(strokeColours(), (std::vector<COLORREF> { RGB(255, 0, 0), RGB(1, 0, 0) })) << "by tag";
+    EXPECT_EQ(graph.GetPlotArray()->GetAt(0)->GetComponent(1), &first);
     graph.ResetDrawOrderTags();
     graph.GetDrawOrderTags(tags);
     EXPECT_EQ(tags, (CDWordArray { 1, 2 }));
@@ -312,6 +317,8 @@ TEST(Graph2D, KeepsItsOffScreenPictureUntilSomethingChangesOrAnotherDrawClearsTh
         return PixelAt(target, graph.UnitsToWindow({ 2, 5 })) == RGB(255, 0, 0);
     };
     EXPECT_TRUE(isOnLine());
+    graph.SetGraphRect({ 40, 30, 360, 271 });
+    EXPECT_TRUE(isOnLine());
     // Points that change in place wait for UpdatePlots.
     line.SetYAt(0, 0);
     EXPECT_TRUE(isOnLine());
@@ -464,6 +471,7 @@ TEST(Graph2D, MeasuresALegendBeforeItsFirstDrawAndLeavesNoTraceWhereItWas)
     C2DGraph graph(1);
     AddLine(graph, { { 0, 0 }, { 10, 10 } });
     graph.LayOut(moved.GetDC(), kWindow);
+    EXPECT_EQ(graph.GetDC(), nullptr);
     CRect const axes = graph.GetAxesRect();
     CSize const size = graph.GetLegend()->Measure(moved.GetDC());
     graph.GetLegend()->Create({ axes.right - size.cx, axes.top });
