@@ -1,5 +1,4 @@
 #include "ombrel/annotation/AnnotatedGraph.h"
-#include "tests/model/ArchiveBytes.h"
 
 #include <gtest/gtest.h>
 
@@ -183,51 +182,6 @@ TEST(ColourKeyArray, DropsKeysOfCurvesThatAreGoneOrNeedNoneAnyMore)
     graph.AddColourKey(CPoint(), 0);
     keys.Refresh();
     EXPECT_EQ(keys.GetSize(), 1) << "a key without a curve is dropped";
-}
-
-void RegisterClasses()
-{
-    for (CRuntimeClass const* c : { &CLegend::kClass, &CCaption::kClass, &CCaptionArray::kClass, &CColourKey::kClass,
-             &CColourKeyArray::kClass, &CPlot::kClass, &CPlotArray::kClass })
-        RegisterClass(*c);
-}
-
-TEST(AnnotatedGraph, FindsItsAnnotationAgainAfterLoading)
-{
-    RegisterClasses();
-    TestGraph graph;
-    graph.CreateAll();
-    graph.AddCaption(CPoint(1, 2))->SetText("kept");
-    graph.AddColourKey(CPoint(3, 4), 0);
-    test::Bytes const bytes = test::Stored(graph);
-
-    TestGraph loaded;
-    loaded.CreateAll();
-    ASSERT_TRUE(test::Load(loaded, bytes));
-    ASSERT_NE(loaded.GetLegend(), nullptr);
-    ASSERT_NE(loaded.GetCaptionArray(), nullptr);
-    ASSERT_NE(loaded.GetColourKeyArray(), nullptr);
-    EXPECT_EQ(loaded.GetCaptionArray()->GetAt(0)->GetText(), "kept");
-    EXPECT_EQ(loaded.GetCaptionArray()->GetAt(0)->GetGraph(), &loaded);
-    EXPECT_EQ(loaded.GetColourKeyArray()->GetAt(0)->GetRect().TopLeft(), CPoint(3, 4));
-    EXPECT_EQ(test::Stored(loaded), bytes);
-}
-
-TEST(AnnotatedGraph, ForgetsItsAnnotationWhenLoadingFails)
-{
-    RegisterClasses();
-    TestGraph graph;
-    graph.CreateAll();
-    test::Bytes const bytes = test::Stored(graph);
-    for (std::size_t length = 0; length < bytes.Get().size(); ++length) {
-        TestGraph loaded;
-        loaded.CreateAll();
-        EXPECT_FALSE(test::Load(loaded, test::Bytes::Of(std::span(bytes.Get()).first(length)))) << length;
-        CGraphComponent* const annotation[]
-            = { loaded.GetLegend(), loaded.GetCaptionArray(), loaded.GetColourKeyArray() };
-        for (CGraphComponent* component : annotation)
-            EXPECT_TRUE(!component || component->GetGraph() == &loaded) << length;
-    }
 }
 
 TEST(AnnotatedGraph, ForgetsAnnotationThatIsTakenOut)

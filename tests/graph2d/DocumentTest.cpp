@@ -100,6 +100,9 @@ TEST_F(Document, AFullGraphComesBackWithItsBytesAndItsPicture)
     EXPECT_EQ(loaded->GetPlotArray()->GetAt(0)->GetComponent(0)->GetPlot(), loaded->GetPlotArray()->GetAt(0));
     EXPECT_EQ(loaded->GetAxes()->GetGraph(), loaded);
     EXPECT_EQ(loaded->GetCaptionArray()->GetAt(0)->GetText(), CString("Caption Text"));
+    EXPECT_EQ(loaded->GetCaptionArray()->GetAt(0)->GetGraph(), loaded);
+    EXPECT_TRUE(loaded->GetLegend()->IsOn());
+    EXPECT_EQ(loaded->GetNumComponents(), 7) << "none was made anew";
     EXPECT_EQ(loaded->GetNewTag(), graph->GetNewTag());
     graph->UpdatePlots();
     loaded->UpdatePlots();
