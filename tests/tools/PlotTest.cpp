@@ -274,6 +274,18 @@ TEST_F(Plots, GiveTheirCurvesDatesValuesAndLooks)
     }
 }
 
+TEST_F(Plots, TellWhatALogarithmicAxisCannotShow)
+{
+    char const* const table = "x,y\n-1,0\n0,4\n5,-2\n10,3\n100,2\n";
+    for (auto const& [option, told] : { std::pair("--log x", "2 values are"), std::pair("--log y", "2 values are"),
+             std::pair("--log xy", "4 values are"), std::pair("--kind bar --log y", "2 values are") }) {
+        Plot(table, option);
+        EXPECT_EQ(m_told,
+            std::string("ombrel: warning: ") + told
+                + " not above zero and cannot be shown on a logarithmic axis; taken as gaps\n");
+    }
+}
+
 TEST_F(Plots, LabelWordsAndDatesAlongX)
 {
     Plot("w,y\nNorth,1\nSouth,2\n", "--kind bar");
@@ -501,6 +513,10 @@ TEST_F(Plots, HaveAxesOverBarsAndAreasAndALineAtZero)
     EXPECT_EQ(orderOf(), "C2DGrid C2DBarCurve CAxes C2DErrorBarCurve");
     Plot("x,a,b,e\n1,2,3,1\n2,3,4,1\n", "-y a,b --error e --kind clustered");
     EXPECT_EQ(orderOf(), "C2DGrid C2DClusteredBarPlot CAxes C2DErrorBarCurve C2DErrorBarCurve");
+    // Each in the middle of its bar: two share eight tenths of their place.
+    EXPECT_NEAR(CurveAt<C2DErrorBarCurve>(1, 0).GetAt(1).x, 1.8, 1e-9);
+    EXPECT_NEAR(CurveAt<C2DErrorBarCurve>(1, 1).GetAt(1).x, 2.2, 1e-9);
+    EXPECT_EQ(CurveAt<C2DErrorBarCurve>(1, 1).GetHeights()[1], 2.0);
 }
 
 TEST_F(Plots, HaveTheirTitleAboveAndCaptionsInsideThePicture)
