@@ -78,6 +78,7 @@ TEST(WordLabels, AreLevelThenUprightThenFewer)
     WordLabels const cut = fit(std::vector<std::string>(100, "äöü äöüäöüäöüäöüäöü"), 200);
     EXPECT_EQ(cut.shown[1], 50u);
     EXPECT_EQ(cut.texts[0], "äöü äöüäöü…");
+    EXPECT_EQ(fit(std::vector<std::string>(100, "äöü äöüäöüäöüäöüäöü"), 240).shown[1], 50u);
     EXPECT_EQ(fit(std::vector<std::string>(100, "abc defghijklmnopqr"), 110).texts[0], "abc…");
 }
 

@@ -284,6 +284,8 @@ TEST_F(Plots, TellWhatALogarithmicAxisCannotShow)
             std::string("ombrel: warning: ") + told
                 + " not above zero and cannot be shown on a logarithmic axis; taken as gaps\n");
     }
+    Plot("x,a,b\n1,2,\n2,3,4\n", "--kind clustered");
+    EXPECT_EQ(m_told, "") << "the last row has a value";
 }
 
 TEST_F(Plots, LabelWordsAndDatesAlongX)
