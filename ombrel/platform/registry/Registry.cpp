@@ -114,17 +114,16 @@ bool ReadText(filesystem::Descriptor const& descriptor, off_t size, std::string 
 /// The file at the path as it is now; without a file it is empty.
 std::shared_ptr<Snapshot const> Refresh(std::string const& path)
 {
+    struct stat status = {};
+    int const error = path.empty() ? EINVAL : stat(path.c_str(), &status) != 0 ? errno : 0;
+    if (auto kept = TheFile().GetKept(); error == 0 && kept && IsSameFile(status, kept->status))
+        return kept;
     auto snapshot = std::make_shared<Snapshot>();
-    struct stat& status = snapshot->status;
-    if (path.empty())
-        return snapshot;
-    if (stat(path.c_str(), &status) != 0) {
-        if (errno == ENOENT || errno == ENOTDIR)
+    if (error != 0) {
+        if (error == ENOENT || error == ENOTDIR)
             snapshot->state = FileState::Missing;
         return snapshot;
     }
-    if (auto kept = TheFile().GetKept(); kept && IsSameFile(status, kept->status))
-        return kept;
     constexpr int kFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY;
     filesystem::Descriptor const descriptor(S_ISREG(status.st_mode) ? filesystem::OpenDescriptor(path, kFlags) : -1);
     if (!descriptor.IsOpen() || fstat(descriptor.Get(), &status) != 0 || status.st_size > kLargestFile)
@@ -134,6 +133,7 @@ std::shared_ptr<Snapshot const> Refresh(std::string const& path)
     std::string text;
     if (!ReadText(descriptor, status.st_size, path, text))
         return snapshot;
+    snapshot->status = status;
     snapshot->document = ParseRegistry(text);
     snapshot->writable = faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
     snapshot->state = FileState::Read;

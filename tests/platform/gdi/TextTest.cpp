@@ -123,6 +123,9 @@ TEST(Text, CombiningMarksTakeNoRoomAndHebrewRunsFromTheRight)
     EXPECT_EQ(marked->width, plain->width);
     EXPECT_LE(marked->offset.y, plain->offset.y - 3);
     EXPECT_EQ(marked->offset.y + marked->height, plain->offset.y + plain->height);
+    // A second acute stands on the first; the point inside a Hebrew letter is moved back into it.
+    EXPECT_LE(RenderText(MakeFont(40), u"x\u0301\u0301")->offset.y, RenderText(MakeFont(40), u"x\u0301")->offset.y - 5);
+    EXPECT_LT(text::Shape(*text::FindFont(MakeFont(40)), u"\u05D1\u05BC\u05B8").runs[0].glyphs[1].x, -2);
     // Resh then a full stop: the stop, which has ink at the foot only, comes to the left.
     CString const text = u"\u05E8\u05E8.";
     auto const mask = RenderText(font, text);
