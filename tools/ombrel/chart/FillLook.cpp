@@ -20,8 +20,8 @@ namespace ombrel::host {
 
 namespace {
 
-/// Widths of an outline: a narrower bar would be half outline, a thinner band at its thickest, too; and rows of bands
-/// that are closer leave outlines no area between them.
+/// In widths of an outline: how wide bars are at least, how thick bands are where they are thickest, and how far apart
+/// the rows of bands lie. Below, outlines would take up too much of what they are round.
 constexpr double kLeastBar = 6.0;
 constexpr double kLeastBand = 3.0;
 constexpr double kLeastDistance = 6.0;
@@ -35,6 +35,7 @@ struct Scale {
         , perY(area.Height() / (range.top - range.bottom))
         , outline(DeviceLineWidth(dc, 1))
         , crossing(graph.GetAxes()->GetIntersect().y)
+        , ground(static_cast<COLORREF>(graph.GetBkndColour()))
     {
     }
     bool IsShown(double x) const { return !IsGap(x) && x >= range.left && x <= range.right; }
@@ -49,6 +50,8 @@ struct Scale {
     double outline;
     /// Where the axes cross.
     double crossing;
+    /// The colour behind the curves.
+    COLORREF ground;
 };
 
 bool HasFlatBars(C2DCurve const& curve, double base, Scale const& scale)
@@ -86,15 +89,25 @@ bool HasFlatBars(C2DStackedBarPlot& plot, Scale const& scale)
 }
 
 /// place is that of a bar or group, in units.
-template <typename Bars>
-void Settle(Bars& bars, double place, int sideBySide, bool hasFlatBars, COLORREF ground, Scale const& scale)
+template <typename Bars> void Settle(Bars& bars, double place, int sideBySide, bool hasFlatBars, Scale const& scale)
 {
     // Only an outline that cannot be seen itself makes a flat bar vanish.
-    bool const vanish = hasFlatBars && bars.GetBorderColour() == ground;
+    bool const vanish = hasFlatBars && bars.GetBorderColour() == scale.ground;
     BarLook const look = ChooseBarLook(place * scale.perX, bars.GetBarWidthFactor(), sideBySide, scale.outline, vanish);
     bars.SetBarWidthFactor(look.widthFactor);
     if (look.ownOutlines)
         bars.SetBorderColour(kOwnColour);
+}
+
+/// Warns of bars of several colours that share pixels; width is that of a bar's place, in units.
+void WarnOfCoveredBars(C2DSeriesPlot const& plot, double width, Scale const& scale, Messages const& messages)
+{
+    if (width * scale.perX >= 1.0)
+        return;
+    auto const rows = static_cast<std::size_t>(plot.GetNumActualPoints());
+    messages.Warning(Counted(rows, "row of bars is", "rows of bars are")
+        + " too narrow to be told apart: they cover each other; a wider picture, fewer rows or --kind area would show "
+          "more");
 }
 
 /// A band's share of a column of a normalised plot, and what it is without that.
@@ -114,16 +127,16 @@ bool OutlinesHide(C2DAreaPlot const& plot, Scale const& scale)
 {
     for (CPlotComponent const* component : plot.GetComponents()) {
         auto const& curve = static_cast<C2DCurve const&>(*component);
-        int shown = 0;
+        int distances = -1;
         double thickest = 0.0;
         for (int i = 0; i < curve.GetNumPoints(); ++i) {
             if (!scale.IsShown(curve.GetAt(i).x))
                 continue;
-            ++shown;
+            if (scale.area.Width() < kLeastDistance * scale.outline * ++distances)
+                return true;
             thickest = std::max(thickest, Thickness(plot, curve, i) * scale.perY);
         }
-        bool const isThin = thickest > 0.0 && thickest < kLeastBand * scale.outline;
-        if (isThin || scale.area.Width() < kLeastDistance * scale.outline * (shown - 1))
+        if (thickest > 0.0 && thickest < kLeastBand * scale.outline)
             return true;
     }
     return false;
@@ -165,37 +178,28 @@ BarLook ChooseBarLook(double place, double factor, int sideBySide, double outlin
 void SettleOutlines(C2DGraph& graph, CDC& dc, Messages const& messages)
 {
     Scale const scale(graph, dc);
-    auto const ground = static_cast<COLORREF>(graph.GetBkndColour());
     for (CPlot* plot : graph.GetPlotArray()->GetPlots()) {
-        double place = 0.0;
-        int sideBySide = 1;
         if (auto* const clustered = DynamicDowncast<C2DClusteredBarPlot>(plot)) {
-            place = MaxBarWidthOfSeries(*clustered);
-            sideBySide = clustered->GetNumComponents();
-            Settle(*clustered, place, sideBySide, HasFlatBars(*clustered, scale), ground, scale);
+            double const place = MaxBarWidthOfSeries(*clustered);
+            int const bars = clustered->GetNumComponents();
+            Settle(*clustered, place, bars, HasFlatBars(*clustered, scale), scale);
+            WarnOfCoveredBars(*clustered, place / bars, scale, messages);
         } else if (auto* const stacked = DynamicDowncast<C2DStackedBarPlot>(plot)) {
-            place = MaxBarWidthOfSeries(*stacked);
-            Settle(*stacked, place, sideBySide, HasFlatBars(*stacked, scale), ground, scale);
+            double const place = MaxBarWidthOfSeries(*stacked);
+            Settle(*stacked, place, 1, HasFlatBars(*stacked, scale), scale);
+            WarnOfCoveredBars(*stacked, place, scale, messages);
         } else if (auto* const area = DynamicDowncast<C2DAreaPlot>(plot)) {
             if (OutlinesHide(*area, scale))
                 area->SetBorderColour(kOwnColour);
-            continue;
         } else {
             for (CPlotComponent* component : plot->GetComponents()) {
                 auto* const bars = DynamicDowncast<C2DBarCurve>(component);
                 if (!bars)
                     continue;
                 double const base = bars->GetAutoBaseline() ? scale.crossing : bars->GetBaseline();
-                Settle(*bars, bars->ComputeMaxBarWidth(), 1, HasFlatBars(*bars, base, scale), ground, scale);
+                Settle(*bars, bars->ComputeMaxBarWidth(), 1, HasFlatBars(*bars, base, scale), scale);
             }
-            continue;
         }
-        if (place * scale.perX / sideBySide < 1.0)
-            messages.Warning(Counted(static_cast<std::size_t>(static_cast<C2DSeriesPlot&>(*plot).GetNumActualPoints()),
-                                 "row of bars is", "rows of bars are")
-                + " too narrow to be told apart: they cover each other; a wider picture, fewer rows or --kind area "
-                  "would "
-                  "show more");
     }
 }
 
