@@ -1,58 +1,81 @@
 #include "tools/ombrel/chart/Occupancy.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph2d/Axes.h"
+#include "ombrel/platform/gdi/DC.h"
+#include "tools/ombrel/chart/LegendPlacement.h"
+#include "tools/ombrel/chart/OccupancySurface.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 namespace ombrel::host {
 namespace {
 
 constexpr int kGap = 10;
 CSize const kBox(100, 60);
+CRect const kEverywhere(-100000, -100000, 100000, 100000);
 
 TEST(LegendPlaces, AreTheFirstThatCoverNothing)
 {
     CRect const area(100, 50, 700, 450);
-    CPoint const topRight(590, 60);
-    CPoint const topLeft(110, 60);
-    CPoint const bottomRight(590, 380);
-    CPoint const bottomLeft(110, 380);
     struct {
         char const* what;
         void (*draw)(Occupancy&);
         std::optional<CPoint> place;
     } const cases[] {
-        { "nothing", [](Occupancy&) {}, topRight },
-        { "a rising line", [](Occupancy& o) { o.AddSegment(100, 450, 700, 50); }, topLeft },
-        { "a falling line", [](Occupancy& o) { o.AddSegment(100, 50, 700, 450); }, topRight },
-        { "points in both upper corners",
+        { "nothing", [](Occupancy&) {}, CPoint(590, 60) },
+        { "a rising line", [](Occupancy& o) { o.AddSegment(100, 450, 700, 50, kEverywhere); }, CPoint(110, 60) },
+        { "a falling line", [](Occupancy& o) { o.AddSegment(100, 50, 700, 450, kEverywhere); }, CPoint(590, 60) },
+        { "both upper corners",
             [](Occupancy& o) {
-                o.AddPoint(650, 100);
-                o.AddPoint(150, 100);
+                o.AddSegment(650, 100, 650, 100, kEverywhere);
+                o.AddRect({ 150, 100, 151, 101 });
             },
-            bottomRight },
-        { "bars from the bottom",
+            CPoint(590, 380) },
+        { "all corners but the lower left",
             [](Occupancy& o) {
-                for (int x = 100; x < 700; x += 50)
-                    o.AddRect(x, 450, x + 30, x < 400 ? 200 : 55);
+                o.AddRect({ 590, 50, 700, 450 });
+                o.AddRect({ 100, 50, 210, 120 });
             },
-            topLeft },
-        { "a line that only passes through with its ends outside",
+            CPoint(110, 380) },
+        { "all corners",
             [](Occupancy& o) {
-                o.AddSegment(-1e6, 90, 1e6, 90);
-                o.AddSegment(650, -1e9, 650, 1e9);
+                o.AddRect({ 590, 50, 700, 450 }), o.AddRect({ 100, 50, 210, 450 });
             },
-            bottomLeft },
+            CPoint(350, 60) },
+        { "all corners and the top",
+            [](Occupancy& o) {
+                o.AddRect({ 100, 50, 700, 120 }), o.AddRect({ 100, 380, 700, 450 });
+            },
+            CPoint(590, 220) },
+        { "all but the left",
+            [](Occupancy& o) {
+                o.AddRect({ 100, 50, 700, 120 });
+                o.AddRect({ 400, 50, 700, 450 });
+                o.AddRect({ 100, 380, 700, 450 });
+            },
+            CPoint(110, 220) },
+        { "all but the bottom's middle",
+            [](Occupancy& o) {
+                o.AddRect({ 100, 50, 700, 370 }), o.AddRect({ 100, 50, 330, 450 }), o.AddRect({ 470, 50, 700, 450 });
+            },
+            CPoint(350, 380) },
+        { "a line with its ends outside, and one through a window",
+            [](Occupancy& o) {
+                o.AddSegment(-1e6, 90, 1e6, 90, kEverywhere);
+                o.AddSegment(650, -1e9, 650, 1e9, { 0, 400, 1000, 500 });
+            },
+            CPoint(110, 380) },
         { "everything", [](Occupancy& o) { o.AddRect(o.GetArea()); }, std::nullopt },
-        { "what is no number, or outside",
+        { "what is outside",
             [](Occupancy& o) {
-                o.AddPoint(std::nan(""), 100);
-                o.AddSegment(0, 100, std::numeric_limits<double>::infinity(), 100);
-                o.AddRect(800, 60, 900, 100);
-                o.AddPoint(99, 60);
+                o.AddRect({ 700, 60, 900, 100 });
+                o.AddRect({ 600, 450, 700, 500 });
+                o.AddSegment(99, 60, 99, 450, kEverywhere);
             },
-            topRight },
+            CPoint(590, 60) },
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.what);
@@ -60,12 +83,11 @@ TEST(LegendPlaces, AreTheFirstThatCoverNothing)
         c.draw(occupancy);
         auto const place = FindFreePlace(occupancy, kBox, kGap);
         ASSERT_EQ(place.has_value(), c.place.has_value());
-        if (place) {
-            EXPECT_EQ(place->x, c.place->x);
-            EXPECT_EQ(place->y, c.place->y);
-        }
+        EXPECT_TRUE(!place || *place == *c.place) << place->x << ", " << place->y;
     }
-    EXPECT_FALSE(FindFreePlace(Occupancy(area), CSize(500, 20), kGap)) << "would fill the area";
+    EXPECT_FALSE(FindFreePlace(Occupancy(area), CSize(341, 20), kGap)) << "wider than 0.6 of the area";
+    EXPECT_TRUE(FindFreePlace(Occupancy(area), CSize(340, 260), kGap));
+    EXPECT_FALSE(FindFreePlace(Occupancy(area), CSize(20, 261), kGap)) << "higher than 0.7 of it";
     EXPECT_FALSE(FindFreePlace(Occupancy(CRect(5, 5, 5, 5)), kBox, kGap));
 }
 
@@ -79,7 +101,7 @@ TEST(LegendPlaces, KeepClearOfEveryPointOfALine)
         double const x1 = i * 53 % 900 - 100;
         double const y1 = i * 29 % 600 - 100;
         Occupancy occupancy(area);
-        occupancy.AddSegment(x0, y0, x1, y1);
+        occupancy.AddSegment(x0, y0, x1, y1, kEverywhere);
         for (int t = 0; t <= 1000; ++t) {
             double const x = x0 + (x1 - x0) * t / 1000.0;
             double const y = y0 + (y1 - y0) * t / 1000.0;
@@ -89,6 +111,121 @@ TEST(LegendPlaces, KeepClearOfEveryPointOfALine)
             bool const isInside = area.PtInRect(CPoint(left, top));
             ASSERT_FALSE(isInside && occupancy.IsFree(dot)) << x << ", " << y << " in line " << i;
         }
+    }
+}
+
+TEST(OccupancySurfaces, TakeInAllThatIsDrawn)
+{
+    // Cells of 3 pixels: what is 4 pixels away from all that is drawn is free.
+    CRect const area(0, 0, 300, 150);
+    std::vector<CPoint> const corner { { 60, 30 }, { 90, 60 }, { 60, 90 } };
+    std::size_t const starts[] { 0, 2 };
+    struct {
+        char const* what;
+        std::function<void(CDC&, Surface&)> draw;
+        std::vector<CPoint> covered;
+        std::vector<CPoint> free;
+    } const cases[] {
+        { "a polyline", [&](CDC&, Surface& s) { s.Polyline(corner, {}, {}); }, { { 75, 45 }, { 75, 75 } },
+            { { 60, 60 }, { 80, 42 }, { 60, 97 } } },
+        { "one without a pen",
+            [&](CDC&, Surface& s) {
+                s.Polyline(corner, { PS_NULL, 1, 0, {} }, {});
+            },
+            {}, { { 75, 45 } } },
+        { "a line 30 pixels wide",
+            [&](CDC&, Surface& s) {
+                s.Polyline(std::vector<CPoint> { { 50, 75 }, { 200, 75 } }, { PS_SOLID, 30, 0, {} }, {});
+            },
+            { { 100, 61 }, { 101, 66 }, { 100, 75 }, { 100, 89 } }, { { 100, 55 }, { 100, 95 }, { 40, 75 } } },
+        { "one stroke of two figures",
+            [&](CDC&, Surface& s) {
+                std::vector<CPoint> const points { { 10, 10 }, { 10, 50 }, { 100, 10 }, { 100, 50 } };
+                s.Stroke({ points, starts }, { { 0, 255 }, 1.0, {} }, true, {});
+            },
+            { { 10, 30 }, { 100, 30 } }, { { 55, 30 } } },
+        { "a stroke that cannot be seen",
+            [&](CDC&, Surface& s) {
+                s.Stroke({ corner, {} }, { { 0, 0 }, 1.0, {} }, true, {});
+            },
+            {}, { { 75, 45 } } },
+        { "the inside of a shape",
+            [&](CDC&, Surface& s) { s.Fill(Region::FromPolygon(corner, ALTERNATE), VectorBrush::Solid(0xFFFFFF), {}); },
+            { { 70, 60 }, { 64, 40 } }, { { 85, 40 }, { 85, 80 } } },
+        { "a hatched box, clipped",
+            [](CDC&, Surface& s) {
+                Clip clip;
+                clip.box = CRect(0, 0, 50, 150);
+                s.Fill(Region::FromRect({ 20, 20, 80, 80 }), VectorBrush::Hatch(3, { 0, 255 }, { 0, 0 }), clip);
+            },
+            { { 21, 21 }, { 48, 78 } }, { { 16, 30 }, { 55, 30 }, { 30, 85 } } },
+        { "a text",
+            [](CDC& dc, Surface&) {
+                dc.SetBkMode(TRANSPARENT);
+                dc.TextOut(100, 50, "MMMMMMMM");
+            },
+            { { 101, 54 }, { 140, 60 } }, { { 95, 54 }, { 120, 45 }, { 120, 80 } } },
+        { "a text that runs upwards",
+            [](CDC& dc, Surface&) {
+                LOGFONT font;
+                font.lfHeight = 16;
+                font.lfEscapement = font.lfOrientation = 900;
+                CFont turned;
+                turned.CreateFontIndirect(font);
+                dc.SelectObject(&turned);
+                dc.TextOut(100, 120, "MMMMMMMM");
+            },
+            { { 104, 115 }, { 110, 80 } }, { { 95, 100 }, { 130, 110 }, { 110, 126 } } },
+        { "a picture",
+            [](CDC&, Surface& s) {
+                s.Image({ nullptr, {}, { 10, 20, 40, 50 } }, {});
+            },
+            { { 11, 21 }, { 38, 48 } }, { { 45, 30 } } },
+        { "marks",
+            [](CDC& dc, Surface&) {
+                std::vector<CPoint> const points { { 50, 50 }, { 200, 100 } };
+                dc.Repeat([](CDC& mark) { mark.FillSolidRect({ -5, -8, 6, 9 }, 0); }, points);
+            },
+            { { 46, 43 }, { 54, 57 }, { 196, 93 } }, { { 40, 50 }, { 50, 63 }, { 125, 75 } } },
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.what);
+        auto const surface = std::make_shared<OccupancySurface>(area);
+        CDC dc(surface);
+        c.draw(dc, *surface);
+        for (CPoint const& p : c.covered)
+            EXPECT_FALSE(surface->GetOccupancy().IsFree({ p.x, p.y, p.x + 1, p.y + 1 })) << p.x << ", " << p.y;
+        for (CPoint const& p : c.free)
+            EXPECT_TRUE(surface->GetOccupancy().IsFree({ p.x, p.y, p.x + 1, p.y + 1 })) << p.x << ", " << p.y;
+    }
+}
+
+TEST(OccupancySurfaces, SeeTheCurvesOfAGraphAndNothingElse)
+{
+    C2DGraph graph(1);
+    auto& line = static_cast<C2DLine&>(*graph.AddPlot(it2DLinePlot)->AddCurve("ring", CPlotComponent::dsTable));
+    line.Initialise(5);
+    for (int i = 0; i < 5; ++i)
+        line.SetAt(i, { i == 1 || i == 2 ? 8.0 : 2.0, i == 2 || i == 3 ? 8.0 : 2.0 });
+    graph.GetAxes()->SetXAxisRangeMode(CAxes::rmFixed);
+    graph.GetAxes()->SetYAxisRangeMode(CAxes::rmFixed);
+    graph.GetAxes()->SetXAxisRange(0.0, 10.0);
+    graph.GetAxes()->SetYAxisRange(0.0, 10.0);
+    for (bool const shaded : { false, true }) {
+        line.SetFillOn(shaded);
+        line.SetFillPattern(kSolidFillPattern);
+        line.SetShadeMode(C2DLine::shClosed);
+        graph.UpdatePlots();
+        CDC dc;
+        graph.LayOut(&dc, CRect(0, 0, 600, 400));
+        Occupancy const occupancy = OccupancyOf(graph);
+        auto const isFree = [&](double x, double y) {
+            CPoint const p = graph.UnitsToWindow({ x, y });
+            return occupancy.IsFree({ p.x - 2, p.y - 2, p.x + 3, p.y + 3 });
+        };
+        EXPECT_TRUE(isFree(1.0, 1.0) && isFree(9.0, 9.0) && isFree(0.1, 5.0) && isFree(5.0, 9.9)) << "axes and grid";
+        EXPECT_FALSE(isFree(2.0, 5.0) || isFree(5.0, 2.0) || isFree(8.0, 5.0) || isFree(5.0, 8.0));
+        EXPECT_EQ(isFree(5.0, 5.0), !shaded);
     }
 }
 

@@ -12,8 +12,8 @@ class CDC;
 
 namespace ombrel::host {
 
-/// Where the graph's curves lie in the plotting area that it was laid out with. Curves of kinds that are not points,
-/// lines, bars or bands count as being everywhere.
+/// Where the graph's curves are drawn in the plotting area that it was laid out with, the inside of closed shapes
+/// included.
 Occupancy OccupancyOf(C2DGraph& graph);
 
 /// Gives a box text as high as the axes' labels, however small the picture is. The graph must have been laid out.

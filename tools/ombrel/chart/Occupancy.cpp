@@ -10,11 +10,10 @@ namespace ombrel::host {
 namespace {
 
 constexpr int kMostCells = 160;
-constexpr int kSmallestCell = 3;
 constexpr int kRowsPerWord = 64;
 constexpr std::size_t kWordsPerColumn = (kMostCells + kRowsPerWord - 1) / kRowsPerWord;
 
-int CellsOf(int pixels) { return std::clamp(pixels / kSmallestCell, 1, kMostCells); }
+int CellsOf(int pixels) { return std::clamp(pixels / Occupancy::kSmallestCell, 1, kMostCells); }
 
 /// The part of a segment that lies in the area, as fractions of its length; false when there is none.
 bool ClipSegment(CRect const& area, double x0, double y0, double dx, double dy, double& from, double& to)
@@ -74,13 +73,14 @@ void Occupancy::MarkRows(int column, int first, int last)
     ForRows(column, first, last, [this](std::size_t word, std::uint64_t mask) { m_cells[word] |= mask; });
 }
 
-void Occupancy::AddSegment(double x0, double y0, double x1, double y1)
+void Occupancy::AddSegment(double x0, double y0, double x1, double y1, CRect const& within)
 {
     double const dx = x1 - x0;
     double const dy = y1 - y0;
     double from = 0.0;
     double to = 1.0;
-    if (!std::isfinite(x0 + y0 + dx + dy) || !ClipSegment(m_area, x0, y0, dx, dy, from, to))
+    CRect shown;
+    if (!shown.IntersectRect(m_area, within) || !ClipSegment(shown, x0, y0, dx, dy, from, to))
         return;
     Cell const first = CellAt(x0 + from * dx, y0 + from * dy);
     Cell const last = CellAt(x0 + to * dx, y0 + to * dy);
@@ -97,16 +97,13 @@ void Occupancy::AddSegment(double x0, double y0, double x1, double y1)
     }
 }
 
-void Occupancy::AddRect(double x0, double y0, double x1, double y1)
+void Occupancy::AddRect(CRect const& rect)
 {
-    double const left = std::min(x0, x1);
-    double const right = std::max(x0, x1);
-    double const top = std::min(y0, y1);
-    double const bottom = std::max(y0, y1);
-    if (!(right >= m_area.left && left <= m_area.right && bottom >= m_area.top && top <= m_area.bottom))
+    CRect shown;
+    if (!shown.IntersectRect(m_area, rect))
         return;
-    Cell const first = CellAt(left, top);
-    Cell const last = CellAt(right, bottom);
+    Cell const first = CellAt(shown.left, shown.top);
+    Cell const last = CellAt(shown.right - 1, shown.bottom - 1);
     for (int column = first.column; column <= last.column; ++column)
         MarkRows(column, first.row, last.row);
 }

@@ -12,13 +12,14 @@ namespace ombrel::host {
 /// Coordinates are device pixels, y down. What lies outside the area is left out.
 class Occupancy {
 public:
+    /// No cell is smaller than that.
+    static constexpr int kSmallestCell = 3;
     explicit Occupancy(CRect const& area);
     CRect const& GetArea() const { return m_area; }
-    void AddPoint(double x, double y) { AddSegment(x, y, x, y); }
-    void AddSegment(double x0, double y0, double x1, double y1);
-    /// The corners may be given in any order.
-    void AddRect(double x0, double y0, double x1, double y1);
-    void AddRect(CRect const& rect) { AddRect(rect.left, rect.top, rect.right, rect.bottom); }
+    /// The part of the segment that lies within a rectangle.
+    void AddSegment(double x0, double y0, double x1, double y1, CRect const& within);
+    /// The pixels of a rectangle, without its right and bottom edges.
+    void AddRect(CRect const& rect);
     /// Whether nothing is drawn in the rectangle, as far as it lies in the area.
     bool IsFree(CRect const& rect) const;
 
