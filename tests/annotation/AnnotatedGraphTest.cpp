@@ -1,8 +1,12 @@
 #include "ombrel/annotation/AnnotatedGraph.h"
+#include "ombrel/platform/gdi/DC.h"
+#include "ombrel/platform/gdi/RecordingSurface.h"
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
+#include <string>
 
 namespace ombrel {
 namespace {
@@ -194,6 +198,148 @@ TEST(AnnotatedGraph, ForgetsAnnotationThatIsTakenOut)
     EXPECT_NE(graph.GetCaptionArray(), nullptr);
     graph.ClearComponents();
     EXPECT_EQ(graph.GetCaptionArray(), nullptr);
+}
+
+/// A graph whose body is a filled graph rectangle.
+class DrawnGraph : public CAnnotatedGraph {
+public:
+    DrawnGraph() { CreateCaptionArray(); }
+    void SetInitialSize() override
+    {
+        SetGraphSize({ 11, 21, 110, 70 });
+        UpdateNormalisedRect();
+    }
+    void DrawBody(CDC& dc) override
+    {
+        ++bodies;
+        dc.FillSolidRect(m_graphRect, RGB(255, 0, 0));
+        if (whileDrawing)
+            whileDrawing();
+    }
+    int bodies = 0;
+    std::function<void()> whileDrawing;
+};
+
+TEST(AnnotatedGraphDrawing, FillsAWindowOrATargetFromItsCorner)
+{
+    std::string const frame
+        = "polyline 30,50 229,50 pen=#000000/1/solid\npolyline 229,50 229,149 pen=#000000/1/solid\n"
+          "polyline 229,149 30,149 pen=#000000/1/solid\npolyline 30,149 30,50 pen=#000000/1/solid\n";
+    DrawnGraph graph;
+    auto const surface = std::make_shared<RecordingSurface>(CSize(300, 200));
+    CDC dc(surface);
+    graph.Draw(&dc, { 30, 50, 230, 150 }, pmDirect);
+    EXPECT_EQ(surface->Dump(), "fillrect [41,71 140,120] fill=#ff0000\n" + frame);
+    graph.SetGraphFrameOn(0);
+    // Half the size: halves are rounded up, and the width is kept rather than the right edge.
+    surface->Clear();
+    graph.DrawEmbedded(&dc, { 0, 0, 300, 200 }, { 0, 40, 100, 90 });
+    EXPECT_EQ(surface->Dump(), "fillrect [6,51 56,75] fill=#ff0000\n");
+    EXPECT_EQ(graph.GetGraphRect(), CRect(11, 21, 110, 70));
+    EXPECT_EQ(graph.GetWindowRect(), CRect(30, 50, 230, 150));
+    // Twice the size, laid out alone and then drawn.
+    graph.LayOut(&dc, { 0, 0, 400, 200 });
+    EXPECT_EQ(graph.GetGraphRect(), CRect(22, 42, 220, 140));
+    EXPECT_EQ(graph.GetDC(), nullptr);
+    surface->Clear();
+    graph.AddCaption({ 5, 6 });
+    graph.Draw(&dc, { 1, 2, 401, 202 }, pmDirect);
+    EXPECT_EQ(surface->Primitives()[0].rect, CRect(23, 44, 221, 142));
+    EXPECT_EQ(surface->Primitives()[1].rect.TopLeft(), CPoint(6, 8)) << "the caption's box";
+    EXPECT_EQ(dc.GetViewportOrg(), CPoint()) << "as it was";
+}
+
+TEST(AnnotatedGraphDrawing, DrawsABodyOffScreenOnlyWhenItMust)
+{
+    DrawnGraph graph;
+    CDIB target(300, 200, 24);
+    CRect window(30, 50, 230, 150);
+    auto const draw = [&](CDC& dc) {
+        int const before = graph.bodies;
+        graph.Draw(&dc, window, pmOffScreen);
+        return graph.bodies - before;
+    };
+    CDC& dc = *target.GetDC();
+    EXPECT_EQ(draw(dc), 1);
+    EXPECT_EQ(dc.GetPixel(41, 71), RGB(255, 0, 0));
+    EXPECT_EQ(dc.GetPixel(40, 71), 0u);
+    EXPECT_EQ(draw(dc), 0);
+    CCaption& caption = *graph.AddCaption({ 20, 30 });
+    caption.SetBkgndColour(RGB(0, 0, 255));
+    EXPECT_EQ(draw(dc), 0) << "annotation is drawn over the picture";
+    EXPECT_EQ(dc.GetPixel(51, 81), RGB(0, 0, 255));
+    EXPECT_EQ(graph.GetDisplayDIB().GetDC()->GetPixel(21, 31), RGB(0, 0, 255));
+    caption.SetRect({ 60, 30, 0, 0 });
+    EXPECT_EQ(draw(dc), 0);
+    EXPECT_EQ(dc.GetPixel(51, 81), RGB(255, 0, 0)) << "and leaves no trace";
+    window.OffsetRect(-30, -50);
+    EXPECT_EQ(draw(dc), 0) << "a picture may be copied elsewhere";
+    std::function<void()> const changes[] = {
+        [&] { graph.SetTitle("new"); },
+        [&] {
+            graph.SetGraphRect({ 30, 30, 60, 60 });
+        },
+        [&] { graph.GetComponent(graph.GetNumComponents() - 1)->SetColour(1); },
+        [&] { window.right += 10; },
+        [&] { graph.Draw(&dc, window, pmDirect); },
+        [&] { graph.DrawEmbedded(&dc, window, window); },
+        [&] {
+            graph.LayOut(&dc, { 0, 0, 50, 50 });
+        },
+    };
+    graph.AddComponent(new CGraphComponent(&graph));
+    EXPECT_EQ(draw(dc), 1);
+    for (int i = 0; auto const& change : changes) {
+        change();
+        EXPECT_EQ(draw(dc), 1) << i;
+        EXPECT_EQ(draw(dc), 0) << i;
+        ++i;
+    }
+    CDC page(std::make_shared<RecordingSurface>(CSize(300, 200), DeviceCapabilities(), true));
+    EXPECT_EQ(draw(page), 1);
+    EXPECT_EQ(draw(dc), 1) << "a page asks for a complete next draw";
+    window = CRect();
+    EXPECT_EQ(draw(dc), 0);
+}
+
+TEST(AnnotatedGraphDrawing, StartsNoDrawWithinADraw)
+{
+    DrawnGraph graph;
+    CDIB target(300, 200, 24);
+    CRect const window(0, 0, 300, 200);
+    graph.whileDrawing = [&] {
+        graph.Draw(target.GetDC(), window, pmOffScreen);
+        graph.DrawEmbedded(target.GetDC(), window, window);
+        graph.LayOut(target.GetDC(), { 0, 0, 1, 1 });
+    };
+    graph.Draw(target.GetDC(), window, pmDirect);
+    EXPECT_EQ(graph.bodies, 1);
+    EXPECT_EQ(graph.GetWindowRect(), window);
+    graph.whileDrawing = [] { throw 1; };
+    EXPECT_THROW(graph.DrawEmbedded(target.GetDC(), window, { 0, 0, 30, 20 }), int);
+    EXPECT_EQ(graph.GetWindowRect(), window) << "put back however it ended";
+    EXPECT_EQ(graph.GetGraphRect(), CRect(11, 21, 110, 70));
+}
+
+TEST(AnnotatedGraphDrawing, PrintsTheFinishedPictureAtItsPlaceInMillimetres)
+{
+    DrawnGraph graph;
+    CDIB target(200, 100, 24);
+    graph.Draw(target.GetDC(), { 0, 0, 200, 100 }, pmOffScreen);
+    DeviceCapabilities page;
+    page.horzRes = 4000;
+    page.vertRes = 3000;
+    page.horzSize = 169;
+    page.vertSize = 64;
+    auto const surface = std::make_shared<RecordingSurface>(CSize(4000, 3000), page, true);
+    CDC dc(surface);
+    // What is drawn straight elsewhere leaves the picture alone.
+    graph.Draw(target.GetDC(), { 0, 0, 50, 50 }, pmDirect);
+    graph.DrawToPrinter(&dc);
+    // 10 mm from the corner, 170 × 90 mm.
+    ASSERT_EQ(surface->Primitives().size(), 1u);
+    EXPECT_EQ(surface->Primitives()[0].rect, CRect(CPoint(236, 468), CSize(4024, 4219)));
+    EXPECT_EQ(surface->Primitives()[0].from.Size(), CSize(200, 100));
 }
 
 } // namespace

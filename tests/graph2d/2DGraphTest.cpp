@@ -304,48 +304,6 @@ TEST(Graph2D, OffScreenPicturesFollowSettingsThatRaiseNoFlagOfTheirOwn)
     }
 }
 
-TEST(Graph2D, KeepsItsOffScreenPictureUntilSomethingChangesOrAnotherDrawClearsTheFlags)
-{
-    C2DGraph graph(1);
-    C2DLine& line = AddLine(graph, { { 0, 5 }, { 10, 5 } });
-    line.SetColour(RGB(255, 0, 0));
-    graph.GetAxes()->SetYAxisRangeMode(CAxes::rmFixed);
-    CDIB target(400, 300, 24);
-    auto const isOnLine = [&] {
-        target.GetDC()->FillSolidRect(kWindow, 0);
-        graph.Draw(target.GetDC(), kWindow, pmOffScreen);
-        return PixelAt(target, graph.UnitsToWindow({ 2, 5 })) == RGB(255, 0, 0);
-    };
-    EXPECT_TRUE(isOnLine());
-    graph.SetGraphRect({ 40, 30, 360, 271 });
-    EXPECT_TRUE(isOnLine());
-    // Points that change in place wait for UpdatePlots.
-    line.SetYAt(0, 0);
-    EXPECT_TRUE(isOnLine());
-    graph.UpdatePlots();
-    EXPECT_FALSE(isOnLine());
-    for (bool const embedded : { false, true }) {
-        line.SetYAt(0, 5);
-        graph.UpdatePlots();
-        EXPECT_TRUE(isOnLine());
-        line.SetYAt(0, 0);
-        graph.UpdatePlots();
-        CDIB elsewhere(400, 300, 24);
-        if (embedded)
-            graph.DrawEmbedded(elsewhere.GetDC(), kWindow, kWindow);
-        else
-            graph.Draw(elsewhere.GetDC(), kWindow, pmDirect);
-        EXPECT_EQ(PixelAt(graph.GetDisplayDIB(), graph.UnitsToWindow({ 2, 5 })), RGB(255, 0, 0)) << "the last picture";
-        EXPECT_FALSE(isOnLine()) << embedded;
-    }
-    EXPECT_EQ(Differences(graph.GetDisplayDIB(), target), 0);
-    CDC page(std::make_shared<RecordingSurface>(kWindow.Size(), DeviceCapabilities(), true));
-    graph.SetModifiedFlag(0);
-    line.SetYAt(0, 5);
-    graph.Draw(&page, kWindow, pmOffScreen);
-    EXPECT_GT(Differences(graph.GetDisplayDIB(), target), 0) << "pages are drawn completely";
-}
-
 /// Two labelled ticks an axis, a line from corner to corner, a legend and a caption; every length can be worked out.
 std::unique_ptr<C2DGraph> MakePlainGraph()
 {
@@ -575,11 +533,6 @@ TEST(Graph2D, APrintedPageAsksForACompleteNextDraw)
     graph.Draw(&dc, { 0, 0, 4000, 3000 }, pmDirect);
     EXPECT_TRUE(graph.GetModifiedFlag());
     EXPECT_EQ(OfKind(surface->Primitives(), Kind::Stroke)[0].pen.width, 6.0) << "one nominal pixel at 600 to the inch";
-    surface->Clear();
-    graph.DrawToPrinter(&dc);
-    auto const images = OfKind(surface->Primitives(), Kind::Image);
-    ASSERT_EQ(images.size(), 1u);
-    EXPECT_EQ(images[0].rect, CRect(236, 468, 236 + 4024, 468 + 4219));
 }
 
 } // namespace
