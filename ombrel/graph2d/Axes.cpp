@@ -23,7 +23,6 @@ CAxes::CAxes(CGraph* graph)
     CPreferences::GetMajorLabelsColour2D(m_texts.labels.colour);
     CPreferences::GetMinorLabelsColour2D(m_texts.minorLabels.colour);
     CPreferences::GetTitlesColour2D(m_texts.titlesColour);
-    SetModified(1);
 }
 
 CAxes::~CAxes() = default;

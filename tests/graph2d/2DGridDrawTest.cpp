@@ -82,16 +82,6 @@ TEST(GridPositions, DivisionsAndStepsLieInTheRange)
         << "a step that is off the maximum by rounding needs no closing line";
 }
 
-TEST(GridPositions, DecadesHaveNineMinorLinesEach)
-{
-    EXPECT_THAT(DecadeLines({ 0, 2 }, ttMajor), ElementsAre(0, 1, 2));
-    EXPECT_THAT(DecadeLines({ -0.5, 1.5 }, ttMajor), ElementsAre(0, 1));
-    Values const minors = DecadeLines({ 0, 2 }, ttMinor);
-    ASSERT_THAT(minors, SizeIs(18));
-    EXPECT_EQ(minors[8], 1.0);
-    EXPECT_NEAR(minors[16], 1.95424250943932, 1e-12);
-}
-
 TEST(GridPositions, DatesStepBackAcrossTheYear)
 {
     auto const day = [](int y, int m, int d) { return COleDateTime(y, m, d, 0, 0, 0).GetValue(); };
@@ -110,6 +100,7 @@ TEST(GridPositions, DatesStepBackAcrossTheYear)
 TEST(GridPositions, SettingsOfADamagedDocumentMakeNoLines)
 {
     EXPECT_THAT(DecadeLines({ 0, 1e9 }, ttMajor), IsEmpty());
+    EXPECT_THAT(DecadeLines({ -0.5, 1.5 }, ttMajor), ElementsAre(0, 1));
     for (GridTickType const type : { ttMinor, ttMajor }) {
         for (int const n : { 0, -1, kMaxTicks, kHuge, -kHuge - 1 })
             EXPECT_THAT(DivisionLines(Divisions(n, 4), { 0, 10 }, type), IsEmpty()) << n;
@@ -402,6 +393,15 @@ TEST_F(GridDraw, MeasuringAPolarGridDrawsNothingAndKeepsRoomForTheScale)
     m_polar.SetDrawMode(dmMeasure);
     EXPECT_THAT(Draw(m_graph, m_polar), IsEmpty());
     EXPECT_EQ(test::Figure(m_polar.GetExtentRect()), "29,12-350,220") << "angles take no room";
+    m_polar.BeginLayout();
+    Draw(m_graph, m_polar);
+    m_axes.SetXAxisRange(-400, 400);
+    m_axes.SetYAxisRange(-400, 400);
+    Draw(m_graph, m_polar);
+    EXPECT_EQ(m_polar.GetExtentRect().left, 29) << "texts are measured once in a layout";
+    m_polar.EndLayout();
+    Draw(m_graph, m_polar);
+    EXPECT_EQ(m_polar.GetExtentRect().left, 21) << "1.25 times 21 pixels beside the ticks";
 
     // In a graph without labels of axes, no label of the scale is cut.
     m_axes.SetXAxisOn(0);

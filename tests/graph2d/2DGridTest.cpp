@@ -2,18 +2,18 @@
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/prefs/Preferences.h"
-#include "tests/model/ArchiveBytes.h"
+#include "tests/graph2d/TakeOver.h"
 
 #include <gtest/gtest.h>
-
-#include <functional>
 
 namespace ombrel {
 namespace {
 
 using test::Bytes;
 using test::Load;
+using test::OwnFields;
 using test::Stored;
+using test::TakeOver;
 
 Bytes GridBytes()
 {
@@ -30,33 +30,36 @@ Bytes GridBytes()
         .Int(31, 3, 32, 4); // major and minor date step and unit
 }
 
-TEST(Grid2DArchive, KeepsEveryFieldInItsPlace)
+TEST(Grid2DArchive, KeepsEveryFieldInItsPlaceWhichItsNameReadsAndSets)
 {
-    C2DGrid grid;
-    ASSERT_TRUE(Load(grid, GridBytes()));
-    EXPECT_EQ(Stored(grid), GridBytes());
-    EXPECT_EQ(grid.IsOn(), 1);
-    EXPECT_EQ(grid.GetNumMajorXDivs(), 11);
-    EXPECT_EQ(grid.GetNumMajorYDivs(), 12);
-    EXPECT_EQ(grid.GetNumMinorXDivs(), 13);
-    EXPECT_EQ(grid.GetNumMinorYDivs(), 14);
-    EXPECT_EQ(grid.GetMajorColour(), RGB(255, 0, 0));
-    EXPECT_EQ(grid.GetMinorColour(), RGB(0, 255, 0));
-    EXPECT_EQ(grid.GetMinorLineStyle(), 3);
-    EXPECT_EQ(grid.GetXLineMode(), 4);
-    EXPECT_EQ(grid.GetYLineMode(), 5);
-    EXPECT_EQ(grid.GetArbYLinesOn(), 7);
-    EXPECT_EQ(grid.GetAlignArbXLinesWithTicks(), 8);
-    EXPECT_EQ(grid.GetXLineDel(), 1.5);
-    EXPECT_EQ(grid.GetYLineMin(), 2.5);
-    EXPECT_EQ(grid.GetHorzLinesOn(), 21);
-    EXPECT_EQ(grid.GetVertLinesOn(), 22);
-    EXPECT_EQ(grid.GetSynch(), 0);
-    EXPECT_EQ(grid.GetXMinTime().GetValue(), 40000.5);
-    EXPECT_EQ(grid.GetXDelTime(), 31);
-    EXPECT_EQ(grid.GetXDelTimeUnitMinor(), CAxes::TimeUnit::Hour);
+    using G = C2DGrid;
+    G from;
+    ASSERT_TRUE(Load(from, GridBytes()));
+    EXPECT_EQ(Stored(from), GridBytes());
+    G to(nullptr);
+    TakeOver<int, int>(to, from, true,
+        { { &G::SetOn, &G::IsOn }, { &G::SetHorzLinesOn, &G::GetHorzLinesOn },
+            { &G::SetVertLinesOn, &G::GetVertLinesOn }, { &G::SetMajorLineStyle, &G::GetMajorLineStyle },
+            { &G::SetMinorLineStyle, &G::GetMinorLineStyle }, { &G::SetNumMajorXDivs, &G::GetNumMajorXDivs },
+            { &G::SetNumMajorYDivs, &G::GetNumMajorYDivs }, { &G::SetNumMinorXDivs, &G::GetNumMinorXDivs },
+            { &G::SetNumMinorYDivs, &G::GetNumMinorYDivs }, { &G::SetXLineMode, &G::GetXLineMode },
+            { &G::SetYLineMode, &G::GetYLineMode }, { &G::SetArbXLinesOn, &G::GetArbXLinesOn },
+            { &G::SetArbYLinesOn, &G::GetArbYLinesOn },
+            { &G::SetAlignArbXLinesWithTicks, &G::GetAlignArbXLinesWithTicks },
+            { &G::SetAlignArbYLinesWithTicks, &G::GetAlignArbYLinesWithTicks }, { &G::SetXDelTime, &G::GetXDelTime },
+            { &G::SetXDelTimeMinor, &G::GetXDelTimeMinor } });
+    TakeOver<int, int>(to, from, false, { { &G::SetSynch, &G::GetSynch } });
+    TakeOver<COLORREF, COLORREF>(
+        to, from, true, { { &G::SetMajorColour, &G::GetMajorColour }, { &G::SetMinorColour, &G::GetMinorColour } });
+    TakeOver<double, double>(to, from, true,
+        { { &G::SetXLineMin, &G::GetXLineMin }, { &G::SetYLineMin, &G::GetYLineMin },
+            { &G::SetXLineDel, &G::GetXLineDel }, { &G::SetYLineDel, &G::GetYLineDel } });
+    TakeOver<COleDateTime const&, COleDateTime>(to, from, true, { { &G::SetXMinTime, &G::GetXMinTime } });
+    TakeOver<TimeUnit, TimeUnit>(to, from, true,
+        { { &G::SetXDelTimeUnit, &G::GetXDelTimeUnit }, { &G::SetXDelTimeUnitMinor, &G::GetXDelTimeUnitMinor } });
+    EXPECT_EQ(OwnFields(Stored(to)), OwnFields(GridBytes()));
     for (std::size_t length = 0; length < GridBytes().Get().size(); ++length)
-        EXPECT_FALSE(Load(grid, Bytes::Of(std::span(GridBytes().Get()).first(length)))) << length;
+        EXPECT_FALSE(Load(from, Bytes::Of(std::span(GridBytes().Get()).first(length)))) << length;
 }
 
 TEST(Grid2DArchive, HoldsTheDefaultsOfANewGrid)
@@ -80,51 +83,38 @@ TEST(Grid2DArchive, HoldsTheDefaultsOfANewGrid)
             .Int(1, 0, 1, 1));
 }
 
-TEST(PolarGrid2DArchive, KeepsEveryFieldInItsPlace)
+TEST(PolarGrid2DArchive, KeepsEveryFieldInItsPlaceWhichItsNameReadsAndSets)
 {
+    using G = C2DPolarGrid;
     Bytes const bytes = Bytes().Component(0x332211, 1, 1, 3).Int(1, 9, 11, 12, 13, 14).Int(0x0000FF, 0x00FF00, 2, 3);
-    C2DPolarGrid grid;
-    ASSERT_TRUE(Load(grid, bytes));
-    EXPECT_EQ(Stored(grid), bytes);
-    EXPECT_EQ(grid.IsOn(), 9);
-    EXPECT_EQ(grid.GetNumMajorRDivs(), 11);
-    EXPECT_EQ(grid.GetNumMajorPhiDivs(), 12);
-    EXPECT_EQ(grid.GetNumMinorRDivs(), 13);
-    EXPECT_EQ(grid.GetNumMinorPhiDivs(), 14);
-    EXPECT_EQ(grid.GetMajorColour(), RGB(255, 0, 0));
-    EXPECT_EQ(grid.GetMinorLineStyle(), 3);
-
-    C2DPolarGrid fresh(nullptr);
-    EXPECT_FALSE(fresh.IsOn());
-    EXPECT_EQ(fresh.GetNumMajorRDivs(), 5);
-    EXPECT_EQ(fresh.GetNumMajorPhiDivs(), 8);
-    EXPECT_EQ(fresh.GetNumMinorRDivs(), 4);
-    EXPECT_EQ(fresh.GetNumMinorPhiDivs(), 2);
+    G from;
+    ASSERT_TRUE(Load(from, bytes));
+    EXPECT_EQ(Stored(from), bytes);
+    G to(nullptr);
+    EXPECT_EQ(OwnFields(Stored(to)), Bytes().Int(1, 0, 5, 8, 4, 2).Int(to.GetMajorColour(), to.GetMinorColour(), 0, 0))
+        << "at first";
+    TakeOver<int, int>(to, from, true,
+        { { &G::SetOn, &G::IsOn }, { &G::SetNumMajorRDivs, &G::GetNumMajorRDivs },
+            { &G::SetNumMinorRDivs, &G::GetNumMinorRDivs }, { &G::SetNumMajorPhiDivs, &G::GetNumMajorPhiDivs },
+            { &G::SetNumMinorPhiDivs, &G::GetNumMinorPhiDivs }, { &G::SetMajorLineStyle, &G::GetMajorLineStyle },
+            { &G::SetMinorLineStyle, &G::GetMinorLineStyle } });
+    TakeOver<COLORREF, COLORREF>(
+        to, from, true, { { &G::SetMajorColour, &G::GetMajorColour }, { &G::SetMinorColour, &G::GetMinorColour } });
+    EXPECT_EQ(OwnFields(Stored(to)), OwnFields(bytes));
 }
 
-TEST(Grid2D, EverySetterButTheOneForSynchronisingRaisesTheModifiedFlag)
+TEST(Grid2D, FreeLinesAreReadAndSetByTheirNamesWhichRaisesTheModifiedFlag)
 {
     C2DGrid grid(nullptr);
-    std::function<void()> const setters[] = {
-        [&] { grid.SetOn(1); },
-        [&] { grid.SetVertLinesOn(0); },
-        [&] { grid.SetXMinTime(COleDateTime(1.0)); },
-        [&] { grid.SetXDelTimeUnit(CAxes::TimeUnit::Day); },
-        [&] { grid.SetArbLineColour(1); },
-        [&] {
-            grid.SetArbXLinePosns({ 1.0, 2.0 });
-        },
-        [&] { grid.SetArbYLinePosns({}); },
-        [&] { grid.SetSynch(0); },
-    };
-    for (auto const& set : setters) {
-        grid.ResetModifiedFlags();
-        set();
-        EXPECT_EQ(grid.Modified() != 0, grid.GetSynch() != 0);
-    }
+    grid.SetArbXLinePosns({ 1.0, 2.0 });
+    grid.SetModified(0);
+    grid.SetArbYLinePosns({ 3.0 });
+    EXPECT_TRUE(grid.Modified());
     CDoubleArray positions { 7.0 };
     grid.GetArbXLinePosns(positions);
     EXPECT_EQ(positions, (CDoubleArray { 1.0, 2.0 }));
+    grid.GetArbYLinePosns(positions);
+    EXPECT_EQ(positions, (CDoubleArray { 3.0 }));
 }
 
 /// Settings of both axes that differ in everything.

@@ -1,7 +1,7 @@
 #include "ombrel/graph2d/Axes.h"
 
 #include "ombrel/prefs/Preferences.h"
-#include "tests/model/ArchiveBytes.h"
+#include "tests/graph2d/TakeOver.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,9 @@ namespace {
 
 using test::Bytes;
 using test::Load;
+using test::OwnFields;
 using test::Stored;
+using test::TakeOver;
 
 /// Every field with a value of its own, in stream order.
 Bytes DistinctAxes()
@@ -71,18 +73,6 @@ TEST(AxesArchive, KeepsEveryFieldInItsPlace)
     for (std::size_t length = 0; length < DistinctAxes().Get().size(); ++length) {
         CAxes cut;
         EXPECT_FALSE(Load(cut, Bytes::Of(std::span(DistinctAxes().Get()).first(length)))) << length;
-    }
-}
-
-/// Takes settings over by their names, which raises the modified flag or not.
-template <typename Set, typename Get> void TakeOver(CAxes& to, CAxes const& from, bool raises,
-    std::initializer_list<std::pair<void (CAxes::*)(Set), Get (CAxes::*)() const>> settings)
-{
-    for (int index = 0; auto const& [set, get] : settings) {
-        to.SetModified(0);
-        (to.*set)((from.*get)());
-        EXPECT_EQ(to.Modified() != 0, raises) << __PRETTY_FUNCTION__ << ' ' << index;
-        ++index;
     }
 }
 
@@ -159,10 +149,7 @@ TEST(AxesSettings, EachNameReadsAndSetsItsFieldAndRaisesTheModifiedFlagWhereItSh
     CDoubleArray positions;
     from.GetXArbTickPosns(positions), to.SetXArbTickPosns(positions);
     from.GetYArbTickPosns(positions), to.SetYArbTickPosns(positions);
-    std::size_t const base = Bytes().Component(0, 0, 0, 0).Get().size();
-    Bytes const stored = Stored(to);
-    Bytes const expected = DistinctAxes();
-    EXPECT_EQ(Bytes::Of(std::span(stored.Get()).subspan(base)), Bytes::Of(std::span(expected.Get()).subspan(base)));
+    EXPECT_EQ(OwnFields(Stored(to)), OwnFields(DistinctAxes()));
 }
 
 TEST(AxesSettings, AreReadAndSetAllAtOnce)

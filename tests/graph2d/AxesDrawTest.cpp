@@ -268,6 +268,7 @@ TEST_F(AxesDraw, CheckingTheDateRangeDrawsWhatIsWrongAndKeepsTheLabels)
     CStringArray labels;
     m_axes.GetXLabels(labels);
     EXPECT_EQ(labels, CStringArray({ "mine" }));
+    EXPECT_EQ(test::Figure(m_axes.GetExtentRect()), "0,0-0,0") << "extents stay";
     EXPECT_EQ(m_axes.CheckDateRange(nullptr), 0);
     m_axes.SetXAxisRange(0, 40000);
     EXPECT_EQ(m_axes.CheckDateRange(&port), 1);
@@ -333,6 +334,18 @@ TEST_F(AxesDraw, LabelsAreAFifteenthOfTheShorterSideHighButFourMillimetresAtMost
     for (Case const& c : { Case { { 10, 0, 160, 400 }, 10 }, Case { { 0, 10, 400, 163 }, 10 },
              Case { { 0, 0, 225, 400 }, 15 }, Case { { 0, 0, 500, 400 }, 15 }, Case { { 400, 0, 0, 400 }, 0 } })
         EXPECT_EQ(LabelFontHeight(m_dc, c.graph), c.height) << c.graph.right;
+}
+
+TEST_F(AxesDraw, CurvesLearnTheScaleModesHoweverTheyAreSet)
+{
+    C2DLine const& line = test::AddLine(m_graph, { { 1, 2 } });
+    AxisSettings y = m_axes.GetAxis(CAxes::atY);
+    y.scaleMode = 1;
+    m_axes.SetAxis(CAxes::atY, y);
+    EXPECT_EQ(line.GetYScaleMode(), 1);
+    EXPECT_EQ(line.GetXScaleMode(), 0);
+    m_axes.SetXAxisScaleMode(1);
+    EXPECT_EQ(line.GetXScaleMode(), 1);
 }
 
 TEST_F(AxesDraw, RangesFollowTheDataAsTheRangeModeSays)
