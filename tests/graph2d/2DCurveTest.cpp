@@ -151,6 +151,7 @@ TEST(SeriesPlot, GivesItsCurvesTheSharedXValues)
     C2DGraph graph(1);
     auto& plot = static_cast<C2DSeriesPlot&>(*graph.AddPlot(it2DLineSeriesPlot));
     plot.SetNumPts(11);
+    plot.SetXMin(-10);
     plot.SetXValMode(C2DCurve::xvDates);
     auto& first = static_cast<C2DCurve&>(*plot.CreateCurve());
     first.SetDataSourceType(CPlotComponent::dsTable);
@@ -163,8 +164,8 @@ TEST(SeriesPlot, GivesItsCurvesTheSharedXValues)
     EXPECT_EQ(std::as_const(first).GetAt(3).y, 10.0) << "own y values stay";
     EXPECT_EQ(std::as_const(first).GetAt(4).y, 0.0);
     EXPECT_EQ(first.GetXValueKind(), C2DCurve::xvDates);
-    EXPECT_EQ(first.GetXMax() - first.GetXMin(), 10.0);
-    EXPECT_EQ(plot.GetAt(3), CRealPoint(3, 10)) << "the plot takes over the first curve's points";
+    EXPECT_EQ(first.GetXMax() - first.GetXMin(), 20.0);
+    EXPECT_EQ(plot.GetAt(3), CRealPoint(-4, 10)) << "the plot takes over the first curve's points";
 
     CDoubleArray xs;
     for (double const v : { 1.0, 4.0, 9.0 })

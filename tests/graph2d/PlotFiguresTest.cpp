@@ -288,6 +288,18 @@ TEST(LineFigures, MarkPointsInsideAndOnTheEdges)
     }
 }
 
+TEST(LineFigures, OfOnePointAreItsSymbolAndOfGapsAloneNothing)
+{
+    Plotting graph;
+    test::AddLine(graph, { { 4, 5 } }).SetSymbolType(C2DSymbol::Square);
+    test::AddLine(graph, { { kGap, kGap } }).SetSymbolType(C2DSymbol::Square);
+    EXPECT_EQ(Drawn(graph), Outline({ 43, 43, 47, 47 }));
+    double min = 0;
+    double max = 0;
+    graph.GetXRange(min, max);
+    EXPECT_EQ(std::make_pair(min, max), std::make_pair(4.0, 4.0));
+}
+
 TEST(SymbolFigures, ArePixelsAsLargeOnPagesAsOnScreens)
 {
     DeviceCapabilities capabilities;
@@ -460,7 +472,11 @@ TEST(AreaFigures, AreMadeInStepsThatHostsCanTake)
     Plotting graph(kTiny);
     auto& plot = graph.Add<C2DAreaPlot>(it2DAreaPlot);
     EXPECT_TRUE(plot.ClippingRequired(CAxes::atX)) << "nothing is known to lie inside";
-    AddCurve(plot, { 0, 9 }, { 2, 8 });
+    double min = 3;
+    double max = 4;
+    plot.GetYRange(min, max);
+    EXPECT_EQ(std::make_pair(min, max), std::make_pair(3.0, 4.0)) << "without columns";
+    EXPECT_EQ(AddCurve(plot, { 0, 9 }, { 2, 8 }).GetSeries(), 1);
     Drawn(graph);
     EXPECT_FALSE(plot.ClippingRequired(CAxes::atX) || plot.ClippingRequired(CAxes::atY));
     POINT const in[] { { 3, -2 }, { 3, 10 }, { 5, 4 } };
