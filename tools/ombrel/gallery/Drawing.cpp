@@ -1,9 +1,11 @@
 #include "tools/ombrel/gallery/Drawing.h"
+#include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DErrorBarPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/2DStackedBarPlot.h"
 #include "ombrel/graph2d/2DTextPlot.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/platform/gdi/DC.h"
@@ -79,6 +81,14 @@ void GetRanges(C2DGraph const& graph, PlotAxisSettings& x, PlotAxisSettings& y)
         if (margin == kMarkMargin && curve.IsKindOf(C2DLine::kClass))
             x.margin = kMarkMargin;
     });
+    for (CPlot const* plot : graph.GetPlotArray()->GetPlots()) {
+        auto const* const stacked = DynamicDowncast<C2DStackedBarPlot>(plot);
+        if (stacked && stacked->GetPlotStyle() == C2DStackedBarPlot::psPercent)
+            y.limit = 100.0;
+        auto const* const area = DynamicDowncast<C2DAreaPlot>(plot);
+        if (area && area->GetNormalised())
+            y.limit = 1.0;
+    }
     if (graph.HasPlotType(it2DClusteredBarPlot))
         y.data = { std::min(y.data.min, 0.0), std::max(y.data.max, 0.0) };
 }
