@@ -1,6 +1,7 @@
 #include "tools/ombrel/chart/Occupancy.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "tools/ombrel/chart/LegendPlacement.h"
@@ -226,6 +227,64 @@ TEST(OccupancySurfaces, SeeTheCurvesOfAGraphAndNothingElse)
         EXPECT_TRUE(isFree(1.0, 1.0) && isFree(9.0, 9.0) && isFree(0.1, 5.0) && isFree(5.0, 9.9)) << "axes and grid";
         EXPECT_FALSE(isFree(2.0, 5.0) || isFree(5.0, 2.0) || isFree(8.0, 5.0) || isFree(5.0, 8.0));
         EXPECT_EQ(isFree(5.0, 5.0), !shaded);
+    }
+}
+
+TEST(Legends, StandInACornerWhereThereIsRoomOrBesideTheCurves)
+{
+    struct {
+        LegendPlace place;
+        bool polar;
+        CSize window;
+        /// t, b, l, r: sides of the plotting area that it is next to; > beside the area, v below it, 0 off.
+        char const* where;
+    } const cases[] {
+        { LegendPlace::Off, false, { 600, 400 }, "0" },
+        { LegendPlace::TopLeft, false, { 600, 400 }, "tl" },
+        { LegendPlace::TopRight, false, { 600, 400 }, "tr" },
+        { LegendPlace::BottomLeft, false, { 600, 400 }, "bl" },
+        { LegendPlace::BottomRight, true, { 600, 400 }, "br" },
+        // The line runs from the lower left to the upper right.
+        { LegendPlace::Auto, false, { 600, 400 }, "tl" },
+        { LegendPlace::Auto, true, { 600, 400 }, ">" },
+        { LegendPlace::Auto, true, { 300, 400 }, "v" },
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.where);
+        C2DGraph graph(1);
+        auto& line = static_cast<C2DLine&>(*graph.AddPlot(it2DLinePlot)->AddCurve("a", CPlotComponent::dsTable));
+        line.Initialise(2);
+        line.SetAt(1, { 1.0, 1.0 });
+        graph.GetPolarGrid()->SetOn(c.polar);
+        CDC dc;
+        CRect const window({ 0, 0 }, c.window);
+        CRect laidOut;
+        auto const layOut = [&](CRect const& rect) {
+            laidOut = rect;
+            graph.SetGraphAndWindowRect(rect, window);
+            graph.LayOut(&dc, window);
+        };
+        graph.UpdatePlots();
+        layOut(window);
+        PlaceLegend(graph, c.place, window, dc, layOut);
+        CLegend const& legend = *graph.GetLegend();
+        std::string const where = c.where;
+        ASSERT_EQ(legend.IsOn() != 0, where != "0");
+        CSize const size = graph.GetLegend()->Measure(&dc);
+        CPoint const at = legend.GetRect().TopLeft();
+        CRect const area = graph.GetAxesRect();
+        int const gap = graph.GetAxes()->GetFontHeight() / 2;
+        EXPECT_EQ(where.find('t') != std::string::npos, at.y == area.top + gap);
+        EXPECT_EQ(where.find('b') != std::string::npos, at.y + size.cy == area.bottom - gap);
+        EXPECT_EQ(where.find('l') != std::string::npos, at.x == area.left + gap);
+        EXPECT_EQ(where.find('r') != std::string::npos, at.x + size.cx == area.right - gap);
+        if (where == ">")
+            EXPECT_TRUE(at == CPoint(600 - size.cx, area.top) && laidOut == CRect(0, 0, 600 - size.cx - gap, 400));
+        else if (where == "v")
+            EXPECT_TRUE(at.y == 400 - size.cy && laidOut == CRect(0, 0, 300, 400 - size.cy - gap)
+                && std::abs(2 * at.x + size.cx - area.left - area.right) <= 1);
+        else
+            EXPECT_EQ(laidOut, window);
     }
 }
 
