@@ -38,31 +38,61 @@ void CAnnotation::SerializeRect(ArchiveFields& fields)
         m_rect = ClampRect(m_rect);
 }
 
-CAnnotation::Frame CAnnotation::GetFrame(AnnotationKind kind, CRect const& window) const
+void CAnnotation::AskForFrame(AnnotationKind kind, CRect const& window)
 {
-    return GetGraph() ? GetGraph()->GetAnnotationFrame(kind, window) : std::nullopt;
+    m_frame = GetGraph() ? GetGraph()->GetAnnotationFrame(kind, window) : std::nullopt;
 }
 
-void CAnnotation::UpdateRect(Frame const& frame)
+void CAnnotation::UpdateRect()
 {
-    if (!frame)
+    if (m_frame)
+        IsOnPicture() ? UpdateRect3D() : UpdateRect2D();
+}
+
+void CAnnotation::CornerFromFractions()
+{
+    if (!m_frame)
         return;
-    CRect const& r = frame->reference;
+    CRect const& r = m_frame->reference;
     CPoint const corner(
         VUNearest(r.Width() * m_normalisedPosition.x + r.left), VUNearest(r.Height() * m_normalisedPosition.y + r.top));
     m_rect = CRect(ClampPoint(corner), CSize());
 }
 
-void CAnnotation::UpdateNormalisedPosition(Frame const& frame)
+void CAnnotation::UpdateNormalisedPos()
 {
-    if (!frame)
+    if (m_frame)
+        IsOnPicture() ? UpdateNormalisedPos3D() : UpdateNormalisedPos2D();
+}
+
+void CAnnotation::FractionsFromCorner()
+{
+    if (!m_frame || m_frame->reference.Width() == 0 || m_frame->reference.Height() == 0)
         return;
-    CRect const& r = frame->reference;
+    CRect const& r = m_frame->reference;
     m_normalisedPosition.Set((static_cast<double>(m_rect.left) - r.left) / r.Width(),
         (static_cast<double>(m_rect.top) - r.top) / r.Height());
 }
 
-CAnnotation::Leader CAnnotation::Place(Frame const& frame)
+void CAnnotation::UpdateFontHeight(CDC* dc)
+{
+    if (m_frame)
+        IsOnPicture() ? UpdateFontHeight3D(dc) : UpdateFontHeight2D(dc);
+}
+
+void CAnnotation::UpdateFontHeight2D(CDC* dc)
+{
+    if (m_frame)
+        m_fontHeight = GetAnnotationTextHeight(*dc, *m_frame).pixels;
+}
+
+void CAnnotation::UpdateFontHeight3D(CDC* dc)
+{
+    if (m_frame)
+        m_fontHeight = ReduceForPrinter(GetAnnotationTextHeight(*dc, *m_frame).pixels, *m_frame);
+}
+
+CAnnotation::Leader CAnnotation::Place()
 {
     Leader leader = Leader::Fractions;
     if (!m_positioned)
@@ -72,15 +102,15 @@ CAnnotation::Leader CAnnotation::Place(Frame const& frame)
     else if (GetGraph() && GetGraph()->GetHint() == ghKeepRects)
         leader = Leader::KeptRect;
     if (leader == Leader::Fractions) {
-        UpdateRect(frame);
+        UpdateRect();
         return leader;
     }
     // There are no fractions of a reference without a size: the rectangle goes on leading until it has one.
-    if (frame && (frame->reference.Width() == 0 || frame->reference.Height() == 0))
+    if (m_frame && (m_frame->reference.Width() == 0 || m_frame->reference.Height() == 0))
         return leader;
     m_positioned = 1;
     m_rectSet = 0;
-    UpdateNormalisedPosition(frame);
+    UpdateNormalisedPos();
     return leader;
 }
 

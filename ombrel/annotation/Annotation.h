@@ -62,16 +62,30 @@ protected:
     /// The rectangle as an archive field; on loading it is limited to where pixels can be.
     void SerializeRect(ArchiveFields& fields);
 
+    /// The steps of a draw that a host's own class may override. Each calls its form for a box on a plotting area (2D)
+    /// or on a finished picture (3D), by what the graph says; outside a graph nothing happens.
+
+    /// The corner from the fractions.
+    virtual void UpdateRect();
+    virtual void UpdateRect2D() { CornerFromFractions(); }
+    virtual void UpdateRect3D() { CornerFromFractions(); }
+    /// The fractions from the corner; of a reference rectangle without a size there are none, and they stay.
+    virtual void UpdateNormalisedPos();
+    virtual void UpdateNormalisedPos2D() { FractionsFromCorner(); }
+    virtual void UpdateNormalisedPos3D() { FractionsFromCorner(); }
+    /// The font's height from the size of the graph on that context.
+    virtual void UpdateFontHeight(CDC* dc);
+    virtual void UpdateFontHeight2D(CDC* dc);
+    virtual void UpdateFontHeight3D(CDC* dc);
+
     using Frame = std::optional<AnnotationFrame>;
-    /// The graph's answer; none outside a graph.
-    Frame GetFrame(AnnotationKind kind, CRect const& window) const;
-    /// The corner from the fractions, and the fractions from the corner; without a frame both stay.
-    void UpdateRect(Frame const& frame);
-    void UpdateNormalisedPosition(Frame const& frame);
+    /// Keeps the graph's answer for the draw or measurement that begins; none outside a graph.
+    void AskForFrame(AnnotationKind kind, CRect const& window);
+    Frame const& GetFrame() const { return m_frame; }
     /// What led when the rectangle and the fractions were brought into step.
     enum class Leader { FirstRect, MovedRect, KeptRect, Fractions };
     /// Brings both into step at the start of a draw.
-    Leader Place(Frame const& frame);
+    Leader Place();
     /// Keeps the corner where pixels can be and gives the box its size.
     void SetSize(long long width, long long height);
     CFont MakeFont() const;
@@ -98,6 +112,14 @@ protected:
     int m_boundingRectOn = 1;
     /// Pixels; 0 until a draw has worked it out.
     int m_fontHeight = 0;
+
+private:
+    bool IsOnPicture() const { return m_frame->textRule == AnnotationFrame::TextRule::Picture; }
+    void CornerFromFractions();
+    void FractionsFromCorner();
+
+    /// Of the draw or measurement in progress, or of the last one.
+    Frame m_frame;
 };
 
 /// The height of annotation's text, at least 1 pixel.

@@ -13,6 +13,22 @@ constinit CRuntimeClass const CCaption::kClass = PersistentClass<CCaption, CGrap
 
 namespace {
 
+/// Holds the context of a draw or a measurement while that lasts, however it ends.
+class ContextScope {
+public:
+    ContextScope(CDC*& held, CDC* dc)
+        : m_held(held)
+    {
+        m_held = dc;
+    }
+    ~ContextScope() { m_held = nullptr; }
+    ContextScope(ContextScope const&) = delete;
+    ContextScope& operator=(ContextScope const&) = delete;
+
+private:
+    CDC*& m_held;
+};
+
 /// Far outside every graph: says that the caption has no fractions yet.
 constexpr double kNoPosition = -100.0;
 constexpr double kFarthestPosition = -99.0;
@@ -103,38 +119,57 @@ int CCaption::MakeLines()
     return m_lines.GetSize();
 }
 
-void CCaption::UpdateFontHeight(CDC& dc, Frame const& frame)
+int CCaption::GetLongestLine(CDC* dc)
 {
-    if (frame)
-        m_fontHeight = ReduceForPrinter(GetAnnotationTextHeight(dc, *frame).pixels, *frame);
+    int longest = -1;
+    int width = -1;
+    for (int i = 0; i < m_lines.GetSize(); ++i) {
+        int const extent = dc->GetTextExtent(m_lines[i]).cx;
+        if (extent > width) {
+            width = extent;
+            longest = i;
+        }
+    }
+    return longest;
 }
 
-CCaption::TextBlock CCaption::MeasureLines(CDC const& dc)
+void CCaption::SetTextRect()
 {
+    if (!m_dc)
+        return;
     long long const count = MakeLines();
-    CSize longest;
-    for (CString const& line : m_lines) {
-        CSize const extent = dc.GetTextExtent(line);
-        if (extent.cx > longest.cx)
-            longest = extent;
-    }
-    TextBlock block;
-    block.lineHeight = longest.cy;
-    block.size = CSize(longest.cx, ClampCoordinate(count * longest.cy));
-    block.margin = block.size.cy / 6;
-    return block;
+    SavedDC const saved(*m_dc);
+    CFont font = MakeFont();
+    m_dc->SelectObject(&font);
+    int const longest = GetLongestLine(m_dc);
+    CSize const extent = longest < 0 ? CSize() : m_dc->GetTextExtent(m_lines[longest]);
+    m_block.lineHeight = extent.cy;
+    m_block.size = CSize(extent.cx, ClampCoordinate(count * extent.cy));
+    m_block.margin = m_block.size.cy / 6;
+}
+
+void CCaption::SetSizeOfText()
+{
+    SetSize(m_block.size.cx + 2LL * m_block.margin, m_block.size.cy + 2LL * m_block.margin);
+}
+
+void CCaption::SetInitialSize(CDC* dc)
+{
+    UpdateFontHeight(dc);
+    SetTextRect();
+    SetSizeOfText();
+    UpdateNormalisedPos();
 }
 
 CSize CCaption::Measure(CDC* dc)
 {
     if (!GetGraph())
         return CAnnotation::Measure(dc);
-    UpdateFontHeight(*dc, GetFrame(AnnotationKind::Caption, GetGraph()->GetWindowRect()));
-    SavedDC const saved(*dc);
-    CFont font = MakeFont();
-    dc->SelectObject(&font);
-    TextBlock const text = MeasureLines(*dc);
-    return { text.size.cx + 2 * text.margin, text.size.cy + 2 * text.margin };
+    AskForFrame(AnnotationKind::Caption, GetGraph()->GetWindowRect());
+    ContextScope const scope(m_dc, dc);
+    UpdateFontHeight(dc);
+    SetTextRect();
+    return { m_block.size.cx + 2 * m_block.margin, m_block.size.cy + 2 * m_block.margin };
 }
 
 void CCaption::Draw(CPort* port)
@@ -142,31 +177,42 @@ void CCaption::Draw(CPort* port)
     if (!m_on || m_text.IsEmpty())
         return;
     CDC& dc = *port->GetDC();
-    Frame const frame = GetFrame(AnnotationKind::Caption, port->GetWindowRect());
+    ContextScope const scope(m_dc, &dc);
+    AskForFrame(AnnotationKind::Caption, port->GetWindowRect());
     if (!m_positioned && m_normalisedPosition.x > kFarthestPosition)
-        UpdateRect(frame);
-    Leader const leader = Place(frame);
-    // A caption that was moved keeps its size until the graph's is looked at again.
-    if (leader == Leader::FirstRect || leader == Leader::Fractions || m_fontHeight == 0)
-        UpdateFontHeight(dc, frame);
+        UpdateRect();
+    Leader const leader = Place();
+    if (leader == Leader::FirstRect) {
+        SetInitialSize(&dc);
+    } else {
+        // A caption that was moved keeps its font until the graph's size is looked at again.
+        if (leader == Leader::Fractions || m_fontHeight == 0)
+            UpdateFontHeight(&dc);
+        SetTextRect();
+    }
+    SetSizeOfText();
     SavedDC const saved(dc);
     CFont font = MakeFont();
     dc.SelectObject(&font);
-    TextBlock const text = MeasureLines(dc);
-    SetSize(text.size.cx + 2LL * text.margin, text.size.cy + 2LL * text.margin);
     if (!m_transparentBackground)
         FillBackground(dc);
     SelectTextStyle(dc);
+    DrawLines(dc);
+    DrawBorder(dc);
+}
+
+void CCaption::DrawLines(CDC& dc) const
+{
     CRect const visible = dc.GetClipBox();
-    long long top = static_cast<long long>(m_rect.top) + text.margin;
+    int const lineHeight = m_block.lineHeight;
+    long long top = static_cast<long long>(m_rect.top) + m_block.margin;
     for (CString const& line : m_lines) {
         int const y = ClampCoordinate(top);
-        top += text.lineHeight;
+        top += lineHeight;
         // Glyphs may reach a little over their line.
-        if (y - text.lineHeight <= visible.bottom && y + 2 * text.lineHeight >= visible.top)
-            dc.TextOut(m_rect.left + text.margin, y, line);
+        if (y - lineHeight <= visible.bottom && y + 2 * lineHeight >= visible.top)
+            dc.TextOut(m_rect.left + m_block.margin, y, line);
     }
-    DrawBorder(dc);
 }
 
 } // namespace ombrel

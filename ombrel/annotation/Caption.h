@@ -40,8 +40,16 @@ public:
     void SetTransparentBkgnd(int transparent) { Change(m_transparentBackground, transparent); }
 
 protected:
+    /// The steps of a draw that a host's own class may override, besides those of CAnnotation.
+
     /// Splits the text into the lines to be drawn; returns their number.
-    int MakeLines();
+    virtual int MakeLines();
+    /// The index of the widest line in the context's font, the first of equals; −1 without lines.
+    virtual int GetLongestLine(CDC* dc);
+    /// Makes the lines and measures them with the caption's font, on the context of the draw in progress.
+    virtual void SetTextRect();
+    /// Font height, lines, the rectangle's size and the fractions of a caption that is drawn for the first time.
+    virtual void SetInitialSize(CDC* dc);
 
 private:
     /// The lines as they come out in the caption's font; pixels.
@@ -51,14 +59,17 @@ private:
         /// On all sides.
         int margin = 0;
     };
-    void UpdateFontHeight(CDC& dc, Frame const& frame);
-    /// Makes the lines and measures them in the context's font.
-    TextBlock MeasureLines(CDC const& dc);
+    /// To the size that the lines have by now.
+    void SetSizeOfText();
+    void DrawLines(CDC& dc) const;
 
     int m_transparentBackground = 0;
     CString m_text;
     TitleType m_titleType = ctNone;
     CStringArray m_lines;
+    TextBlock m_block;
+    /// Of the draw or measurement in progress; null otherwise. Not owned.
+    CDC* m_dc = nullptr;
 };
 
 /// The lines of a caption's text: cut at line feeds, without carriage returns and without empty lines at the end.

@@ -42,53 +42,78 @@ void CLegend::UpdateGraphParameters()
     m_entries.clear();
     CPlotArray const* const plots = GetGraph() ? GetGraph()->GetPlotArray() : nullptr;
     for (int i = 0; plots && i < plots->GetSize(); ++i) {
-        for (CPlotComponent const* curve : plots->GetAt(i)->GetComponents()) {
-            if (std::optional<LegendEntry> entry = curve->GetLegendEntry())
-                m_entries.push_back(std::move(*entry));
+        for (CPlotComponent* const curve : plots->GetAt(i)->GetComponents()) {
+            std::optional<LegendEntry> entry = curve->GetLegendEntry();
+            if (!entry)
+                continue;
+            entry->fillPattern = IsFillPatternCurve(curve) ? GetFillPattern(curve) : LegendEntry::kNoPattern;
+            m_entries.push_back(std::move(*entry));
         }
     }
 }
 
-void CLegend::UpdateFontHeight(CDC& dc, Frame const& frame)
+int CLegend::IsFillPatternCurve(CPlotComponent* curve) { return GetFillPattern(curve) != LegendEntry::kNoPattern; }
+
+int CLegend::GetFillPattern(CPlotComponent* curve)
 {
+    std::optional<LegendEntry> const entry = curve ? curve->GetLegendEntry() : std::nullopt;
+    return entry ? entry->fillPattern : LegendEntry::kNoPattern;
+}
+
+void CLegend::UpdateFontHeight3D(CDC* dc)
+{
+    Frame const& frame = GetFrame();
     if (!frame)
         return;
-    auto const [height, isLimited] = GetAnnotationTextHeight(dc, *frame);
+    auto const [height, isLimited] = GetAnnotationTextHeight(*dc, *frame);
     m_fontHeight = height;
-    if (!isLimited || frame->textRule != AnnotationFrame::TextRule::Picture)
+    if (!isLimited)
         return;
     m_fontHeight = ReduceForPrinter(height, *frame);
     m_lineSpacing = frame->printer ? kPrintedLineSpacing : kLineSpacing;
 }
 
-CLegend::Layout CLegend::LayOut(CDC const& dc) const
+CSize CLegend::GetMaxTextSize(CDC* dc)
 {
     CSize widest;
     for (LegendEntry const& entry : m_entries) {
-        CSize const extent = dc.GetTextExtent(entry.title);
+        CSize const extent = dc->GetTextExtent(entry.title);
         if (extent.cx > widest.cx)
             widest = extent;
     }
-    Layout layout;
-    int const height = widest.cy;
-    layout.sampleWidth = m_style == lsLine ? 5 * height : 3 * height / 2;
-    layout.cell = CSize(ClampCoordinate(height / 3LL + layout.sampleWidth + widest.cx), height);
-    layout.step = VUNearest(height * m_lineSpacing);
+    return widest;
+}
+
+CSize CLegend::GetCellSize(CDC* dc)
+{
+    CSize const widest = GetMaxTextSize(dc);
+    return { ClampCoordinate(widest.cy / 3LL + SampleWidth(widest.cy) + widest.cx), widest.cy };
+}
+
+int CLegend::Step(int height) const { return VUNearest(height * m_lineSpacing); }
+
+CSize CLegend::SizeOf(CSize cell) const
+{
     long long const gaps = static_cast<long long>(m_entries.size()) - 1;
-    layout.size = CSize(layout.cell.cx, ClampCoordinate(gaps * layout.step + 3LL * height / 2));
-    return layout;
+    return { cell.cx, ClampCoordinate(gaps * Step(cell.cy) + 3LL * cell.cy / 2) };
+}
+
+CSize CLegend::GetDefaultSize(CDC* dc, int)
+{
+    UpdateGraphParameters();
+    SavedDC const saved(*dc);
+    CFont font = MakeFont();
+    dc->SelectObject(&font);
+    return SizeOf(GetCellSize(dc));
 }
 
 CSize CLegend::Measure(CDC* dc)
 {
     if (!GetGraph())
         return CAnnotation::Measure(dc);
-    UpdateGraphParameters();
-    UpdateFontHeight(*dc, GetFrame(AnnotationKind::Legend, GetGraph()->GetWindowRect()));
-    SavedDC const saved(*dc);
-    CFont font = MakeFont();
-    dc->SelectObject(&font);
-    return LayOut(*dc).size;
+    AskForFrame(AnnotationKind::Legend, GetGraph()->GetWindowRect());
+    UpdateFontHeight(dc);
+    return GetDefaultSize(dc, 0);
 }
 
 void CLegend::Draw(CPort* port)
@@ -96,18 +121,19 @@ void CLegend::Draw(CPort* port)
     if (!m_on)
         return;
     CDC& dc = *port->GetDC();
-    Frame const frame = GetFrame(AnnotationKind::Legend, port->GetWindowRect());
+    AskForFrame(AnnotationKind::Legend, port->GetWindowRect());
     UpdateGraphParameters();
-    if (Place(frame) != Leader::KeptRect || m_fontHeight == 0)
-        UpdateFontHeight(dc, frame);
+    if (Place() != Leader::KeptRect || m_fontHeight == 0)
+        UpdateFontHeight(&dc);
     SavedDC const saved(dc);
     CFont font = MakeFont();
     dc.SelectObject(&font);
-    Layout const layout = LayOut(dc);
-    SetSize(layout.size.cx, layout.size.cy);
+    CSize const cell = GetCellSize(&dc);
+    CSize const size = SizeOf(cell);
+    SetSize(size.cx, size.cy);
     FillBackground(dc);
     SelectTextStyle(dc);
-    DrawEntries(*port, layout);
+    DrawEntries(*port, cell);
     DrawBorder(dc);
 }
 
@@ -120,64 +146,76 @@ void DrawPatch(CDC& dc, CRect const& patch, LegendEntry const& entry)
     CVUtils::DrawRect(&dc, patch);
 }
 
-/// Along the middle of the sample, half its height away from its ends. A line that is wider than the sample is cut, so
-/// that it leaves the neighbouring ones alone.
-void DrawStretch(CDC& dc, CRect const& sample, LegendEntry const& entry)
+} // namespace
+
+void CLegend::DrawLine(CPort* port, CPoint from, CPoint to, int index)
 {
-    int const half = sample.Height() / 2;
-    int const y = sample.top + half;
+    LegendEntry const& entry = m_entries[CheckedIndex(index, m_entries.size())];
+    CDC& dc = *port->GetDC();
     int const width = DeviceLineWidth(dc, entry.lineWidth);
     VectorPen const pen { { entry.colour, 255 }, static_cast<double>(width), entry.dashes };
     VectorGraphics graphics(dc);
     graphics.SetSmoothing(true);
-    if (width > sample.Height())
-        graphics.SetClipRect(sample);
-    graphics.DrawLine(pen, { sample.left + half, y }, { sample.right - half, y });
+    // A line that is wider than the sample is cut, so that it leaves the neighbouring ones alone.
+    int const height = m_cellHeight;
+    if (width > height)
+        graphics.SetClipRect(
+            { from.x - height / 2, from.y - height / 2, to.x + height / 2, from.y - height / 2 + height });
+    graphics.DrawLine(pen, from, to);
 }
 
-void DrawSymbol(CPort& port, CRect const& square, LegendEntry const& entry)
+void CLegend::DrawSymbol(CPort* port, CRect square, int index)
 {
-    CDC& dc = *port.GetDC();
+    LegendEntry const& entry = m_entries[CheckedIndex(index, m_entries.size())];
+    CDC& dc = *port->GetDC();
     SavedDC const saved(dc);
     CPen pen(PS_SOLID, 1, entry.symbolColour);
     CBrush brush(entry.symbolFillColour);
     dc.SelectObject(&pen);
     if (entry.fillSymbol)
         dc.SelectObject(&brush);
-    C2DSymbol::DrawSymbol(
-        entry.symbolType, &port, square, entry.symbolColour, entry.fillSymbol, entry.symbolFillColour);
+    C2DSymbol::DrawSymbol(entry.symbolType, port, square, entry.symbolColour, entry.fillSymbol, entry.symbolFillColour);
 }
 
-/// The square in the middle of a sample, a sixth of its height away from top and bottom.
-CRect SquareIn(CRect const& sample)
+void CLegend::GetLegendCellRects(CRect cell, CRect& sample, CRect& text, CDC*)
 {
-    int const inset = sample.Height() / 6;
-    int const side = sample.Height() - 2 * inset;
-    return { CPoint(sample.left + (sample.Width() - side) / 2, sample.top + inset), CSize(side, side) };
+    int const height = cell.Height();
+    int const width = SampleWidth(height);
+    text = CRect(cell.left + width, cell.top, cell.right, cell.bottom);
+    if (m_style == lsLine) {
+        int const half = height / 2;
+        sample = CRect(cell.left + half, cell.top + half, cell.left + width - half, cell.top + half);
+        return;
+    }
+    // A sixth of the height away from top and bottom.
+    int const inset = height / 6;
+    int const side = height - 2 * inset;
+    sample = CRect(CPoint(cell.left + (width - side) / 2, cell.top + inset), CSize(side, side));
 }
 
-} // namespace
-
-void CLegend::DrawEntries(CPort& port, Layout const& layout) const
+void CLegend::DrawEntries(CPort& port, CSize cell)
 {
     CDC& dc = *port.GetDC();
     CRect const visible = dc.GetClipBox();
-    int const height = layout.cell.cy;
-    long long top = static_cast<long long>(m_rect.top) + height / 4;
-    for (LegendEntry const& entry : m_entries) {
+    m_cellHeight = cell.cy;
+    long long top = static_cast<long long>(m_rect.top) + cell.cy / 4;
+    for (int i = 0, n = static_cast<int>(m_entries.size()); i < n; ++i) {
         CPoint const at(m_rect.left, ClampCoordinate(top));
-        top += layout.step;
+        top += Step(cell.cy);
         // Glyphs may reach a little over their cell.
-        if (at.y - height > visible.bottom || at.y + 2 * height < visible.top)
+        if (at.y - cell.cy > visible.bottom || at.y + 2 * cell.cy < visible.top)
             continue;
-        CRect const sample(at, CSize(layout.sampleWidth, height));
+        LegendEntry const& entry = m_entries[static_cast<std::size_t>(i)];
+        CRect sample;
+        CRect text;
+        GetLegendCellRects(CRect(at, cell), sample, text, &dc);
         if (m_style == lsLine)
-            DrawStretch(dc, sample, entry);
+            DrawLine(&port, sample.TopLeft(), sample.BottomRight(), i);
         else if (m_style == lsSymbol)
-            DrawSymbol(port, SquareIn(sample), entry);
+            DrawSymbol(&port, sample, i);
         else
-            DrawPatch(dc, SquareIn(sample), entry);
-        dc.TextOut(sample.right, sample.top, entry.title);
+            DrawPatch(dc, sample, entry);
+        dc.TextOut(text.left, text.top, entry.title);
     }
 }
 

@@ -7,6 +7,8 @@
 
 namespace ombrel {
 
+class CPlotComponent;
+
 /// The legend of a graph: lists its curves, each with a sample and its title.
 ///
 /// Off, and not created, until Create. Titles are not broken into lines. In an entry without a line or a symbol of its
@@ -43,27 +45,43 @@ public:
     /// Pixels; holds until the next draw, which follows the graph's size.
     void SetFontHeight(int height) { m_fontHeight = height; }
 
+protected:
+    /// The steps of a draw that a host's own class may override, besides those of CAnnotation. Entries are counted from
+    /// 0 in the order of the list; one that is not there throws CInvalidArgException* (newly allocated).
+
+    void UpdateFontHeight3D(CDC* dc) override;
+    /// The extent of the widest title in the context's font, the first of equals; (0, 0) without entries.
+    virtual CSize GetMaxTextSize(CDC* dc);
+    /// An entry's size: a third of its height, the sample and the widest title.
+    virtual CSize GetCellSize(CDC* dc);
+    /// Where sample and title stand in an entry's cell. The sample is a square, or with lines the horizontal stretch
+    /// from its left to its right end.
+    virtual void GetLegendCellRects(CRect cell, CRect& sample, CRect& text, CDC* dc);
+    /// The size of the whole with the legend's font; the number means nothing.
+    virtual CSize GetDefaultSize(CDC* dc, int);
+    /// Whether the curve's patch has a fill pattern, and which; −1 for none.
+    virtual int IsFillPatternCurve(CPlotComponent* curve);
+    virtual int GetFillPattern(CPlotComponent* curve);
+    virtual void DrawLine(CPort* port, CPoint from, CPoint to, int entry);
+    virtual void DrawSymbol(CPort* port, CRect square, int entry);
+
 private:
     /// From one entry's top to the next, as a multiple of an entry's height; printed 3D graphs widen it.
     static constexpr double kLineSpacing = 1.1;
     static constexpr double kPrintedLineSpacing = 1.463;
 
-    /// Sizes in pixels that follow from the font and the titles.
-    struct Layout {
-        int sampleWidth = 0;
-        CSize cell;
-        /// From one entry's top to the next.
-        int step = 0;
-        CSize size;
-    };
-    void UpdateFontHeight(CDC& dc, Frame const& frame);
-    /// With the legend's font selected.
-    Layout LayOut(CDC const& dc) const;
-    void DrawEntries(CPort& port, Layout const& layout) const;
+    /// From an entry's height.
+    int SampleWidth(int height) const { return m_style == lsLine ? 5 * height : 3 * height / 2; }
+    /// From one entry's top to the next.
+    int Step(int height) const;
+    CSize SizeOf(CSize cell) const;
+    void DrawEntries(CPort& port, CSize cell);
 
     /// One of Style, unless an archive or a host brought another value, which draws as patches do.
     int m_style = lsFill;
     double m_lineSpacing = kLineSpacing;
+    /// Of the draw in progress.
+    int m_cellHeight = 0;
     std::vector<LegendEntry> m_entries;
 };
 

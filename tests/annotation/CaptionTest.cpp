@@ -50,6 +50,60 @@ TEST(CaptionLines, LoseNothingOfALineThatIsTooLong)
     EXPECT_EQ(SplitCaptionLines(CString(std::u16string_view(std::u16string(255, u'y')))).GetSize(), 1);
 }
 
+/// A host's caption that wraps its text at every blank.
+class HostCaption : public CCaption {
+public:
+    using CCaption::CCaption;
+    using CCaption::GetLongestLine;
+    std::string steps;
+
+protected:
+    int MakeLines() override
+    {
+        steps += 'l';
+        CString wrapped = GetText();
+        wrapped.Replace(" ", "\n");
+        CString const text = GetText();
+        SetText(wrapped);
+        int const count = CCaption::MakeLines();
+        SetText(text);
+        return count;
+    }
+    void SetInitialSize(CDC* dc) override
+    {
+        steps += 'i';
+        CCaption::SetInitialSize(dc);
+    }
+    void UpdateRect2D() override
+    {
+        steps += 'r';
+        CCaption::UpdateRect2D();
+    }
+    void UpdateNormalisedPos3D() override
+    {
+        steps += 'n';
+        CCaption::UpdateNormalisedPos3D();
+    }
+};
+
+TEST(Caption, StepsBelongToTheHostThatOverridesThem)
+{
+    FramedGraph graph;
+    graph.SetFrame({ 0, 0, 900, 900 });
+    HostCaption caption(&graph, "a longest b", CCaption::ctGeneral);
+    caption.Create(CRealPoint(0.5, 0.5));
+    Recorder recorder;
+    EXPECT_EQ(recorder.Draw(caption, Kind::Text).size(), 3u);
+    EXPECT_EQ(caption.GetLongestLine(&recorder.Dc()), 1);
+    EXPECT_EQ(caption.GetRect().TopLeft(), CPoint(450, 450));
+    recorder.Draw(caption);
+    EXPECT_EQ(caption.steps, "rilrl") << "the corner leads at first, then the fractions";
+    caption.SetRect({ 10, 20, 0, 0 });
+    graph.frame->textRule = AnnotationFrame::TextRule::Picture;
+    recorder.Draw(caption);
+    EXPECT_EQ(caption.steps, "rilrlnl");
+}
+
 TEST(Caption, FrameItsLinesWithASixthOfTheirHeightAround)
 {
     FramedGraph graph;

@@ -7,6 +7,9 @@
 
 #include <array>
 #include <limits>
+#include <string>
+#include <tuple>
+#include <vector>
 
 namespace ombrel {
 namespace {
@@ -43,6 +46,74 @@ TEST(Legend, StacksSamplesAndTitlesByTheHeightOfTheWidestTitle)
         EXPECT_EQ(recorder.Draw(legend, Kind::FillRect)[0].rect, legend.GetRect());
         EXPECT_EQ(legend.Measure(&recorder.Dc()), size);
     }
+}
+
+/// A host's legend that draws its samples itself.
+class HostLegend : public CLegend {
+public:
+    using CLegend::CLegend;
+    using CLegend::GetCellSize;
+    using CLegend::GetDefaultSize;
+    using CLegend::GetLegendCellRects;
+    using CLegend::GetMaxTextSize;
+    std::vector<std::tuple<CPoint, CPoint, int>> lines;
+    std::vector<std::pair<CRect, int>> symbols;
+    std::string heights;
+
+protected:
+    void UpdateFontHeight2D(CDC*) override
+    {
+        heights += '2';
+        m_fontHeight = 20;
+    }
+    void UpdateFontHeight3D(CDC*) override
+    {
+        heights += '3';
+        m_fontHeight = 30;
+    }
+    int GetFillPattern(CPlotComponent* curve) override { return curve->GetTitle() == CString("odd") ? 5 : -1; }
+    void DrawLine(CPort*, CPoint from, CPoint to, int entry) override { lines.emplace_back(from, to, entry); }
+    void DrawSymbol(CPort*, CRect square, int entry) override { symbols.emplace_back(square, entry); }
+};
+
+TEST(Legend, StepsBelongToTheHostThatOverridesThem)
+{
+    FramedGraph graph;
+    graph.SetFrame({ 0, 0, 900, 900 });
+    graph.List("a");
+    graph.List("b");
+    graph.GetPlotArray()->GetAt(0)->GetComponent(1)->SetTitle("odd");
+    HostLegend legend(&graph);
+    legend.Create({ 100, 50 });
+    Recorder recorder;
+    // Lines of 20 pixels: entries from 50 + 20 / 4 on, 22 apart.
+    auto const patches = recorder.Draw(legend, Kind::Fill);
+    ASSERT_EQ(patches.size(), 2u);
+    EXPECT_EQ(patches[0].brush.hatchStyle, std::nullopt);
+    EXPECT_EQ(patches[1].brush.hatchStyle, 5);
+    EXPECT_EQ(patches[1].region.Box(), CRect(108, 80, 122, 94));
+    legend.SetStyle(CLegend::lsLine);
+    recorder.Draw(legend);
+    EXPECT_EQ(legend.lines,
+        (std::vector<std::tuple<CPoint, CPoint, int>> {
+            { { 110, 65 }, { 190, 65 }, 0 }, { { 110, 87 }, { 190, 87 }, 1 } }));
+    legend.SetStyle(CLegend::lsSymbol);
+    recorder.Draw(legend);
+    EXPECT_EQ(legend.symbols,
+        (std::vector<std::pair<CRect, int>> { { { 108, 58, 122, 72 }, 0 }, { { 108, 80, 122, 94 }, 1 } }));
+    CRect sample;
+    CRect text;
+    legend.GetLegendCellRects({ 0, 10, 99, 40 }, sample, text, nullptr);
+    EXPECT_EQ(sample, CRect(12, 15, 32, 35));
+    EXPECT_EQ(text, CRect(45, 10, 99, 40));
+    graph.frame->textRule = AnnotationFrame::TextRule::Picture;
+    recorder.Draw(legend);
+    graph.frame.reset();
+    recorder.Draw(legend);
+    EXPECT_EQ(legend.heights, "2223") << "by the kind of graph; outside one, none";
+    CSize const widest = legend.GetMaxTextSize(&recorder.Dc());
+    EXPECT_EQ(legend.GetCellSize(&recorder.Dc()), CSize(widest.cy / 3 + 3 * widest.cy / 2 + widest.cx, widest.cy));
+    EXPECT_EQ(legend.GetDefaultSize(&recorder.Dc(), 0), legend.GetRect().Size());
 }
 
 LegendEntry Striking()
