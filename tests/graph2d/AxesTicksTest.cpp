@@ -332,10 +332,13 @@ TEST(AxesTicks, DateStepsFollowTheCalendarFromTheLastDateNotAfterTheRange)
     }
     DateTickSettings halfDays;
     halfDays.tickMin = Day(1899, 12, 31);
-    halfDays.del = 12;
-    halfDays.delUnit = TimeUnit::Hour;
-    EXPECT_THAT(DateStepPositions(halfDays, -2, 0.5), ElementsAre(-2, -2.5, -1, -1.5, 0, 0.5))
-        << "the time of a date before the zero date counts away from zero";
+    for (auto const& [del, unit] :
+        { std::pair(12, TimeUnit::Hour), { 720, TimeUnit::Minute }, { 43200, TimeUnit::Second } }) {
+        halfDays.del = del;
+        halfDays.delUnit = unit;
+        EXPECT_THAT(DateStepPositions(halfDays, -2, 0.5), ElementsAre(-2, -2.5, -1, -1.5, 0, 0.5))
+            << "the time of a date before the zero date counts away from zero";
+    }
 }
 
 TEST(AxesTicks, HoursOfALongAxisDoNotDriftOffItsEnd)
