@@ -91,16 +91,16 @@ TEST(SeriesBars, WidenTheXRangeForTheBarsOfPointsThatAreNoGaps)
         C2DGraph graph(1);
         auto& plot = AddPlot<SeriesBarPlot>(graph, type);
         plot.SetBarWidthFactor(0.5);
-        AddCurve(plot, { 3, -1, kGap }, { 10, 12, 14 });
+        AddCurve(plot, { 3, -1, kGap }, { -14, -12, -10 });
         graph.UpdatePlots();
         double min = 0;
         double max = 0;
         plot.GetXRange(min, max);
-        EXPECT_EQ(std::make_pair(min, max), std::make_pair(9.5, 12.5));
+        EXPECT_EQ(std::make_pair(min, max), std::make_pair(-14.5, -11.5));
         if (auto* const stacked = DynamicDowncast<C2DStackedBarPlot>(&plot)) {
             stacked->SetNoRangeMargin(1);
             plot.GetXRange(min, max);
-            EXPECT_EQ(std::make_pair(min, max), std::make_pair(10.0, 12.0));
+            EXPECT_EQ(std::make_pair(min, max), std::make_pair(-14.0, -12.0));
         }
     }
 }

@@ -79,6 +79,9 @@ TEST(PointSummary, FollowsTheTable)
     table.SetAt(1, 50, 1e9);
     summary.Update(table);
     EXPECT_EQ(summary.YRange().max, 1e9);
+    std::fill_n(table.GetRow(1), 100, -5.0);
+    summary.Update(table);
+    EXPECT_EQ(summary.YRange().max, -5.0);
     table.Clear();
     summary.Update(table);
     EXPECT_TRUE(summary.XRange().IsEmpty());
