@@ -124,6 +124,9 @@ TEST(DateFormats, ReadWhatTheyDescribe)
     auto const german = std::get<DateFormat>(DateFormat::Compile("%d.%m.%Y"));
     for (char const* const text : { "31.04.2020", "31.03.2020x", "31-03-2020", "31.03.", "", "0.3.2020", "1.13.2020" })
         EXPECT_FALSE(german.Parse(text)) << text;
+    for (auto const& [format, text] : { std::pair { "%H:%M", "24:00" }, { "%H:%M", "12:60" }, { "%T", "12:00:60" },
+             { "%Y%b", "999Mar" }, { "%j %Y", "366 2019" }, { "%y%m", "1" }, { "%d%%", "1" } })
+        EXPECT_FALSE(std::get<DateFormat>(DateFormat::Compile(format)).Parse(text)) << text;
     for (char const* const bad : { "", "date", "%Q", "%Y-%", "%%" })
         EXPECT_TRUE(std::holds_alternative<std::string>(DateFormat::Compile(bad))) << bad;
 }
