@@ -2,7 +2,7 @@
 
 #include "ombrel/platform/gdi/Coordinates.h"
 #include "ombrel/platform/gdi/geometry/PolygonScan.h"
-#include "ombrel/platform/gdi/raster/HatchPatterns.h"
+#include "ombrel/platform/gdi/geometry/HatchPatterns.h"
 #include "ombrel/platform/gdi/raster/PolygonMask.h"
 #include "ombrel/platform/gdi/text/TextEngine.h"
 

@@ -1,4 +1,4 @@
-#include "ombrel/platform/gdi/raster/HatchPatterns.h"
+#include "ombrel/platform/gdi/geometry/HatchPatterns.h"
 
 #include <array>
 

@@ -1,7 +1,7 @@
 #include "ombrel/platform/gdi/Coordinates.h"
 #include "ombrel/platform/gdi/geometry/PathSimplify.h"
 #include "ombrel/platform/gdi/page/PageCanvas.h"
-#include "ombrel/platform/gdi/raster/HatchPatterns.h"
+#include "ombrel/platform/gdi/geometry/HatchPatterns.h"
 
 #include <algorithm>
 #include <array>
