@@ -1,6 +1,7 @@
 #include "ombrel/drawing/Port.h"
 
 #include "ombrel/platform/gdi/DC.h"
+#include "ombrel/platform/gdi/LineDDA.h"
 
 #include <algorithm>
 #include <cmath>

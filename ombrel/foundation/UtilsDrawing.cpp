@@ -1,6 +1,7 @@
 #include "ombrel/foundation/Utils.h"
 
 #include "ombrel/platform/gdi/DC.h"
+#include "ombrel/platform/gdi/LineDDA.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "ombrel/annotation/AnnotatedGraph.h"
 #include "ombrel/platform/gdi/DC.h"
-#include "ombrel/platform/gdi/RecordingSurface.h"
+#include "tests/platform/gdi/Recorded.h"
 
 #include <gtest/gtest.h>
 
@@ -229,12 +229,12 @@ TEST(AnnotatedGraphDrawing, FillsAWindowOrATargetFromItsCorner)
     auto const surface = std::make_shared<RecordingSurface>(CSize(300, 200));
     CDC dc(surface);
     graph.Draw(&dc, { 30, 50, 230, 150 }, pmDirect);
-    EXPECT_EQ(surface->Dump(), "fillrect [41,71 140,120] fill=#ff0000\n" + frame);
+    EXPECT_EQ(test::Dump(surface->Primitives()), "fill [41,71 140,120] #ff0000\n" + frame);
     graph.SetGraphFrameOn(0);
     // Half the size: halves are rounded up, and the width is kept rather than the right edge.
     surface->Clear();
     graph.DrawEmbedded(&dc, { 0, 0, 300, 200 }, { 0, 40, 100, 90 });
-    EXPECT_EQ(surface->Dump(), "fillrect [6,51 56,75] fill=#ff0000\n");
+    EXPECT_EQ(test::Dump(surface->Primitives()), "fill [6,51 56,75] #ff0000\n");
     EXPECT_EQ(graph.GetGraphRect(), CRect(11, 21, 110, 70));
     EXPECT_EQ(graph.GetWindowRect(), CRect(30, 50, 230, 150));
     // Twice the size, laid out alone and then drawn.
@@ -244,8 +244,9 @@ TEST(AnnotatedGraphDrawing, FillsAWindowOrATargetFromItsCorner)
     surface->Clear();
     graph.AddCaption({ 5, 6 });
     graph.Draw(&dc, { 1, 2, 401, 202 }, pmDirect);
-    EXPECT_EQ(surface->Primitives()[0].rect, CRect(23, 44, 221, 142));
-    EXPECT_EQ(surface->Primitives()[1].rect.TopLeft(), CPoint(6, 8)) << "the caption's box";
+    EXPECT_EQ(std::get<primitive::Fill>(surface->Primitives()[0].what).region.Box(), CRect(23, 44, 221, 142));
+    EXPECT_EQ(std::get<primitive::Fill>(surface->Primitives()[1].what).region.Box().TopLeft(), CPoint(6, 8))
+        << "the caption's box";
     EXPECT_EQ(dc.GetViewportOrg(), CPoint()) << "as it was";
 }
 
@@ -338,8 +339,9 @@ TEST(AnnotatedGraphDrawing, PrintsTheFinishedPictureAtItsPlaceInMillimetres)
     graph.DrawToPrinter(&dc);
     // 10 mm from the corner, 170 × 90 mm.
     ASSERT_EQ(surface->Primitives().size(), 1u);
-    EXPECT_EQ(surface->Primitives()[0].rect, CRect(CPoint(236, 468), CSize(4024, 4219)));
-    EXPECT_EQ(surface->Primitives()[0].from.Size(), CSize(200, 100));
+    auto const& image = std::get<primitive::Image>(surface->Primitives()[0].what);
+    EXPECT_EQ(image.to, CRect(CPoint(236, 468), CSize(4024, 4219)));
+    EXPECT_EQ(image.from.Size(), CSize(200, 100));
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 #include "ombrel/annotation/AnnotatedGraph.h"
 #include "ombrel/drawing/Port.h"
 #include "ombrel/platform/gdi/DC.h"
-#include "ombrel/platform/gdi/RecordingSurface.h"
+#include "tests/platform/gdi/Recorded.h"
 
 #include <memory>
 #include <vector>
@@ -67,14 +67,16 @@ public:
     {
     }
     CDC& Dc() { return m_dc; }
-    /// What the component draws: the primitives of one kind, or all of them.
-    std::vector<RecordedPrimitive> Draw(CGraphComponent& component, std::optional<RecordedPrimitive::Kind> kind = {})
+    /// What the component draws: all primitives, or those of one kind.
+    std::vector<RecordedPrimitive> Draw(CGraphComponent& component)
     {
         m_surface->Clear();
         component.Draw(&m_port);
-        std::vector<RecordedPrimitive> found = m_surface->Primitives();
-        std::erase_if(found, [kind](RecordedPrimitive const& p) { return kind && p.kind != *kind; });
-        return found;
+        return m_surface->Primitives();
+    }
+    template <typename Kind> std::vector<Kind> Draw(CGraphComponent& component)
+    {
+        return OfKind<Kind>(Draw(component));
     }
 
 private:

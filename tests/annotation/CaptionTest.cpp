@@ -8,7 +8,6 @@ namespace {
 
 using test::FramedGraph;
 using test::Recorder;
-using Kind = RecordedPrimitive::Kind;
 
 TEST(CaptionLines, AreCutAtLineFeedsWithoutEmptyOnesAtTheEnd)
 {
@@ -93,7 +92,7 @@ TEST(Caption, StepsBelongToTheHostThatOverridesThem)
     HostCaption caption(&graph, "a longest b", CCaption::ctGeneral);
     caption.Create(CRealPoint(0.5, 0.5));
     Recorder recorder;
-    EXPECT_EQ(recorder.Draw(caption, Kind::Text).size(), 3u);
+    EXPECT_EQ(recorder.Draw<primitive::Text>(caption).size(), 3u);
     EXPECT_EQ(caption.GetLongestLine(&recorder.Dc()), 1);
     EXPECT_EQ(caption.GetRect().TopLeft(), CPoint(450, 450));
     recorder.Draw(caption);
@@ -111,15 +110,15 @@ TEST(Caption, FrameItsLinesWithASixthOfTheirHeightAround)
     CCaption& caption = *graph.AddCaption({ 100, 50 });
     caption.SetText("short\r\n\nthe longest of all\n\n");
     Recorder recorder;
-    auto const texts = recorder.Draw(caption, Kind::Text);
+    auto const texts = recorder.Draw<primitive::Text>(caption);
     ASSERT_EQ(texts.size(), 2u) << "the empty line draws nothing";
     // Cells of 15 pixels, three lines, a margin of 45 / 6.
-    EXPECT_EQ(texts[0].points[0], CPoint(107, 57));
-    EXPECT_EQ(texts[1].points[0], CPoint(107, 57 + 2 * 15));
+    EXPECT_EQ(texts[0].at, CPoint(107, 57));
+    EXPECT_EQ(texts[1].at, CPoint(107, 57 + 2 * 15));
     EXPECT_EQ(caption.GetRect().Size(), caption.Measure(&recorder.Dc()));
     EXPECT_EQ(caption.GetRect().Height(), 45 + 2 * 7);
-    EXPECT_EQ(recorder.Draw(caption, Kind::FillRect)[0].rect, caption.GetRect());
-    EXPECT_FALSE(recorder.Draw(caption, Kind::Polyline).empty());
+    EXPECT_EQ(recorder.Draw<primitive::Fill>(caption)[0].region.Box(), caption.GetRect());
+    EXPECT_FALSE(recorder.Draw<primitive::Polyline>(caption).empty());
     caption.SetTransparentBkgnd(1);
     caption.SetBoundingRectOn(0);
     EXPECT_EQ(recorder.Draw(caption).size(), 2u) << "just the texts";
@@ -155,7 +154,7 @@ TEST(Caption, DrawsOnlyLinesThatCanBeSeen)
     // 1000 pixels of lines of 15, and those that reach in from above and below.
     for (int const top : { -5000, -15000 }) {
         caption.SetRect({ 0, top, 0, 0 });
-        EXPECT_NEAR(static_cast<double>(recorder.Draw(caption, Kind::Text).size()), 1000 / 15 + 3, 1);
+        EXPECT_NEAR(static_cast<double>(recorder.Draw<primitive::Text>(caption).size()), 1000 / 15 + 3, 1);
     }
 }
 

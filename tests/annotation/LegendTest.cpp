@@ -16,7 +16,6 @@ namespace {
 
 using test::FramedGraph;
 using test::Recorder;
-using Kind = RecordedPrimitive::Kind;
 
 TEST(Legend, StacksSamplesAndTitlesByTheHeightOfTheWidestTitle)
 {
@@ -31,11 +30,11 @@ TEST(Legend, StacksSamplesAndTitlesByTheHeightOfTheWidestTitle)
         legend.Create({ 100, 50 });
         legend.SetStyle(style);
         legend.SetFontHeight(16);
-        auto const texts = recorder.Draw(legend, Kind::Text);
+        auto const texts = recorder.Draw<primitive::Text>(legend);
         ASSERT_EQ(texts.size(), 2u) << "the empty title draws nothing";
         EXPECT_EQ(texts[0].font.lfHeight, 16);
-        EXPECT_EQ(texts[0].points[0], CPoint(100 + sampleWidth, 50 + 4));
-        EXPECT_EQ(texts[1].points[0], CPoint(100 + sampleWidth, 50 + 4 + 18));
+        EXPECT_EQ(texts[0].at, CPoint(100 + sampleWidth, 50 + 4));
+        EXPECT_EQ(texts[1].at, CPoint(100 + sampleWidth, 50 + 4 + 18));
         CFont font;
         CVUtils::ConfigureFont(&font, legend.GetFont(), 16, 0);
         CFont* const before = recorder.Dc().SelectObject(&font);
@@ -43,7 +42,7 @@ TEST(Legend, StacksSamplesAndTitlesByTheHeightOfTheWidestTitle)
         recorder.Dc().SelectObject(before);
         CSize const size(5 + sampleWidth + widest, 2 * 18 + 24);
         EXPECT_EQ(legend.GetRect(), CRect(CPoint(100, 50), size)) << style;
-        EXPECT_EQ(recorder.Draw(legend, Kind::FillRect)[0].rect, legend.GetRect());
+        EXPECT_EQ(recorder.Draw<primitive::Fill>(legend)[0].region.Box(), legend.GetRect());
         EXPECT_EQ(legend.Measure(&recorder.Dc()), size);
     }
 }
@@ -87,8 +86,9 @@ TEST(Legend, StepsBelongToTheHostThatOverridesThem)
     legend.Create({ 100, 50 });
     Recorder recorder;
     // Lines of 20 pixels: entries from 50 + 20 / 4 on, 22 apart.
-    auto const patches = recorder.Draw(legend, Kind::Fill);
-    ASSERT_EQ(patches.size(), 2u);
+    auto patches = recorder.Draw<primitive::Fill>(legend);
+    ASSERT_EQ(patches.size(), 3u);
+    patches.erase(patches.begin()); // The background.
     EXPECT_EQ(patches[0].brush.hatchStyle, std::nullopt);
     EXPECT_EQ(patches[1].brush.hatchStyle, 5);
     EXPECT_EQ(patches[1].region.Box(), CRect(108, 80, 122, 94));
@@ -142,7 +142,8 @@ TEST(Legend, FillsPatchesWithTheCurvesPatternOnWhite)
     }
     graph.GetLegend()->Create({ 0, 0 });
     graph.GetLegend()->SetFontHeight(16);
-    auto const patches = Recorder().Draw(*graph.GetLegend(), Kind::Fill);
+    auto patches = Recorder().Draw<primitive::Fill>(*graph.GetLegend());
+    patches.erase(patches.begin()); // The background.
     ASSERT_EQ(patches.size(), std::size(expected));
     for (std::size_t i = 0; i < patches.size(); ++i) {
         VectorBrush const& brush = patches[i].brush;
@@ -163,7 +164,7 @@ TEST(Legend, DrawsLinesAndSymbolsAsTheCurveHasThem)
     for (bool const page : { false, true }) {
         Recorder recorder(page);
         legend.SetStyle(CLegend::lsLine);
-        auto const strokes = recorder.Draw(legend, Kind::Stroke);
+        auto const strokes = recorder.Draw<primitive::Stroke>(legend);
         ASSERT_EQ(strokes.size(), 1u);
         EXPECT_EQ(strokes[0].points, (std::vector { CPoint(8, 4 + 8), CPoint(80 - 8, 4 + 8) }));
         EXPECT_EQ(strokes[0].pen.width, page ? 6.0 : 2.0) << "two at 96 to the inch";
@@ -177,13 +178,17 @@ TEST(Legend, DrawsLinesAndSymbolsAsTheCurveHasThem)
     wide.GetLegend()->Create({ 0, 0 });
     wide.GetLegend()->SetStyle(CLegend::lsLine);
     wide.GetLegend()->SetFontHeight(16);
-    EXPECT_EQ(Recorder().Draw(*wide.GetLegend(), Kind::Stroke)[0].clip.Box(), CRect(0, 4, 80, 20)) << "cut";
+    for (RecordedPrimitive const& p : Recorder().Draw(*wide.GetLegend())) {
+        if (p.As<primitive::Stroke>()) {
+            EXPECT_EQ(p.clip.Box(), CRect(0, 4, 80, 20)) << "cut";
+        }
+    }
     Recorder recorder;
     legend.SetStyle(CLegend::lsSymbol);
-    auto const fills = recorder.Draw(legend, Kind::FillRegion);
-    ASSERT_EQ(fills.size(), 1u);
-    EXPECT_EQ(fills[0].colour, RGB(7, 8, 9));
-    EXPECT_EQ(recorder.Draw(legend, Kind::Polyline)[0].line.colour, RGB(4, 5, 6));
+    auto const fills = recorder.Draw<primitive::Fill>(legend);
+    ASSERT_EQ(fills.size(), 2u) << "the background and the symbol";
+    EXPECT_EQ(fills[1].brush, VectorBrush::Solid(RGB(7, 8, 9)));
+    EXPECT_EQ(recorder.Draw<primitive::Polyline>(legend)[0].line.colour, RGB(4, 5, 6));
 }
 
 TEST(Legend, TextFollowsTheGraphUpToFourMillimetresOfTheDevice)
@@ -217,10 +222,10 @@ TEST(Legend, TextFollowsTheGraphUpToFourMillimetresOfTheDevice)
         graph.List("another");
         graph.frame = AnnotationFrame { {}, CRect({}, c.area), c.rule, c.printer, c.scale };
         graph.GetLegend()->Create({ 0, 0 });
-        auto const texts = c.recorder.Draw(*graph.GetLegend(), Kind::Text);
+        auto const texts = c.recorder.Draw<primitive::Text>(*graph.GetLegend());
         EXPECT_EQ(texts[0].font.lfHeight, c.legend) << c.area.cx;
-        EXPECT_NEAR(texts[1].points[0].y - texts[0].points[0].y, c.step, 1) << c.area.cx;
-        auto const captionTexts = c.recorder.Draw(*graph.AddCaption({ 0, 0 }), Kind::Text);
+        EXPECT_NEAR(texts[1].at.y - texts[0].at.y, c.step, 1) << c.area.cx;
+        auto const captionTexts = c.recorder.Draw<primitive::Text>(*graph.AddCaption({ 0, 0 }));
         EXPECT_EQ(captionTexts[0].font.lfHeight, c.caption) << c.area.cx;
     }
 }
@@ -268,12 +273,12 @@ TEST(Legend, DrawsOnlyWhatCanBeSeen)
     for (int i = 0; i < 10000; ++i)
         graph.List("curve");
     legend.SetFontHeight(16);
-    auto const texts = recorder.Draw(legend, Kind::Text);
+    auto const texts = recorder.Draw<primitive::Text>(legend);
     EXPECT_EQ(legend.GetRect().Height(), 9999 * 18 + 24);
     EXPECT_GE(texts.size(), 1000u / 18);
     EXPECT_LE(texts.size(), 1000u / 18 + 4);
     legend.SetRect({ 10, -90000, 0, 0 });
-    EXPECT_NEAR(static_cast<double>(recorder.Draw(legend, Kind::Text).size()), 1000 / 18 + 2, 2);
+    EXPECT_NEAR(static_cast<double>(recorder.Draw<primitive::Text>(legend).size()), 1000 / 18 + 2, 2);
     legend.SetOn(0);
     EXPECT_TRUE(recorder.Draw(legend).empty());
 }

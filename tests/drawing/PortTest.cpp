@@ -1,7 +1,7 @@
 #include "ombrel/drawing/Port.h"
 
 #include "ombrel/platform/gdi/DC.h"
-#include "ombrel/platform/gdi/RecordingSurface.h"
+#include "tests/platform/gdi/Recorded.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -27,10 +27,9 @@ struct Recorded {
     std::vector<std::pair<CPoint, CPoint>> TakeLines()
     {
         std::vector<std::pair<CPoint, CPoint>> lines;
-        for (RecordedPrimitive const& p : surface->Primitives()) {
-            EXPECT_EQ(p.kind, RecordedPrimitive::Kind::Polyline);
+        for (auto const& p : test::OfKind<primitive::Polyline>(surface->Primitives()))
             lines.emplace_back(p.points.front(), p.points.back());
-        }
+        EXPECT_EQ(lines.size(), surface->Primitives().size());
         surface->Clear();
         return lines;
     }
@@ -38,10 +37,11 @@ struct Recorded {
     std::vector<CPoint> TakePixels()
     {
         std::vector<CPoint> pixels;
-        for (RecordedPrimitive const& p : surface->Primitives()) {
-            EXPECT_EQ(p.kind, RecordedPrimitive::Kind::SetPixel);
-            pixels.push_back(p.points.front());
+        for (auto const& p : test::OfKind<primitive::Fill>(surface->Primitives())) {
+            EXPECT_EQ(p.region.Box().Size(), CSize(1, 1));
+            pixels.push_back(p.region.Box().TopLeft());
         }
+        EXPECT_EQ(pixels.size(), surface->Primitives().size());
         surface->Clear();
         return pixels;
     }
@@ -246,9 +246,10 @@ TEST(Port, TextExtentsAreRealAndTurnWithTheText)
     EXPECT_DOUBLE_EQ(upright.cx, pixels.cy / 40.0);
     EXPECT_DOUBLE_EQ(upright.cy, pixels.cx / 30.0);
     recorded.port.TextOutW("Label", CRealPoint(5, 5));
-    ASSERT_EQ(recorded.surface->Primitives().size(), 1U);
-    EXPECT_EQ(recorded.surface->Primitives()[0].text, "Label");
-    EXPECT_EQ(recorded.surface->Primitives()[0].points.front(), CPoint(300, 200));
+    auto const texts = test::OfKind<primitive::Text>(recorded.surface->Primitives());
+    ASSERT_EQ(texts.size(), 1U);
+    EXPECT_EQ(texts[0].text, "Label");
+    EXPECT_EQ(texts[0].at, CPoint(300, 200));
 }
 
 } // namespace

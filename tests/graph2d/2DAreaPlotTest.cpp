@@ -15,8 +15,7 @@
 namespace ombrel {
 namespace {
 
-using Kind = RecordedPrimitive::Kind;
-using test::OfKind;
+using test::FillsOver;
 using test::Record;
 using Row = std::vector<double>;
 
@@ -299,7 +298,7 @@ TEST(AreaPlot, OddDataAndTinyAreasDrawNothingOutside)
                 // Counts of curves may differ in a damaged document.
                 if (rows.size() > 1)
                     static_cast<C2DAreaCurve&>(*plot.GetComponent(1)).Initialise(1);
-                for (RecordedPrimitive const& p : OfKind(Record(graph, size), Kind::Fill))
+                for (auto const& p : FillsOver(Record(graph, size)))
                     EXPECT_TRUE(CRect(-1, -1, size.cx + 1, size.cy + 1).PtInRect(p.region.Box().TopLeft()));
             }
         }

@@ -17,8 +17,7 @@
 namespace ombrel {
 namespace {
 
-using Kind = RecordedPrimitive::Kind;
-using test::OfKind;
+using test::FillsOver;
 using test::Record;
 
 constexpr CSize kSize(600, 450);
@@ -76,7 +75,7 @@ TEST(BarCurve, WidensItsRangesForTheBars)
     plot.GetYRange(min, max);
     EXPECT_EQ(std::make_pair(min, max), std::make_pair(-5.0, 8.0));
     curve.SetFillPattern(25);
-    auto const fills = OfKind(Record(graph, kSize), Kind::Fill);
+    auto const fills = FillsOver(Record(graph, kSize));
     ASSERT_EQ(fills.size(), 3u);
     EXPECT_EQ(fills[0].brush.hatchStyle, 25);
     EXPECT_EQ(fills[0].brush.background, (VectorColour { RGB(255, 255, 255), 255 }));
@@ -197,9 +196,9 @@ TEST(Bars, OfAnyDataStayInsideTheAxes)
                 static_cast<C2DCurve&>(*plot.GetComponent(1)).Initialise(1);
                 auto const primitives = Record(graph, kSize);
                 CRect const axes = graph.GetAxesRect();
-                for (RecordedPrimitive const& p : OfKind(primitives, Kind::Fill)) {
+                for (auto const& p : FillsOver(primitives)) {
                     CRect common;
-                    EXPECT_TRUE(common.IntersectRect(p.rect, axes) && common == p.rect);
+                    EXPECT_TRUE(common.IntersectRect(p.region.Box(), axes) && common == p.region.Box());
                 }
             }
         }

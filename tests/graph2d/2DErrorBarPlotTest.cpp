@@ -11,7 +11,6 @@
 namespace ombrel {
 namespace {
 
-using Kind = RecordedPrimitive::Kind;
 using test::OfKind;
 using test::Record;
 
@@ -35,14 +34,11 @@ C2DErrorBarCurve& AddBars(C2DGraph& graph, CDoubleArray const& xs, CDoubleArray 
 }
 
 /// What the bars drew: an upright line and two caps each.
-std::vector<RecordedPrimitive> Bars(C2DGraph& graph)
+std::vector<primitive::Polyline> Bars(C2DGraph& graph)
 {
-    std::vector<RecordedPrimitive> found;
-    for (RecordedPrimitive const& p : Record(graph, kSize)) {
-        if (p.kind == Kind::Polyline && p.line.colour == kColour)
-            found.push_back(p);
-    }
-    return found;
+    auto lines = OfKind<primitive::Polyline>(Record(graph, kSize));
+    std::erase_if(lines, [](primitive::Polyline const& p) { return p.line.colour != kColour; });
+    return lines;
 }
 
 TEST(ErrorBars, LeaveOutWhatIsMissing)
@@ -150,9 +146,9 @@ TEST(Texts, AreWrittenAtPointsInsideInTheSizeOfLabels)
     curve.SetText({ "#edge", "#middle", "#gap", "", "#outside" });
     curve.SetColour(kColour);
     curve.SetVertAlignment(C2DTextCurve::alTop);
-    std::vector<RecordedPrimitive> texts;
+    std::vector<primitive::Text> texts;
     int labelHeight = 0;
-    for (RecordedPrimitive const& p : OfKind(Record(graph, kSize), Kind::Text)) {
+    for (auto const& p : OfKind<primitive::Text>(Record(graph, kSize))) {
         if (p.text.GetLength() > 0 && p.text.GetAt(0) == u'#')
             texts.push_back(p);
         else
@@ -160,9 +156,9 @@ TEST(Texts, AreWrittenAtPointsInsideInTheSizeOfLabels)
     }
     ASSERT_EQ(texts.size(), 2u);
     EXPECT_EQ(texts[0].text, CString("#edge"));
-    EXPECT_EQ(texts[1].points[0], graph.UnitsToWindow({ 5, 5 }));
+    EXPECT_EQ(texts[1].at, graph.UnitsToWindow({ 5, 5 }));
     EXPECT_EQ(texts[1].colour, kColour);
-    EXPECT_FALSE(texts[1].filled) << "what lies behind a text shows";
+    EXPECT_FALSE(texts[1].cellColour) << "what lies behind a text shows";
     EXPECT_EQ(texts[1].font.lfHeight, labelHeight);
 }
 

@@ -18,7 +18,6 @@
 namespace ombrel {
 namespace {
 
-using Kind = RecordedPrimitive::Kind;
 using test::AddLine;
 using test::OfKind;
 using test::Record;
@@ -126,7 +125,7 @@ TEST(Graph2D, DrawsGridAxesAndCurvesInTheDefaultOrTheUsersOrder)
     graph.SetDrawOrderTags(tags);
     auto const strokeColours = [&] {
         std::vector<COLORREF> colours;
-        for (RecordedPrimitive const& p : OfKind(Record(graph, kWindow.Size()), Kind::Stroke))
+        for (auto const& p : OfKind<primitive::Stroke>(Record(graph, kWindow.Size())))
             colours.push_back(p.pen.colour.colour);
         return colours;
     };
@@ -160,7 +159,10 @@ TEST(Graph2D, DrawsThePolarGridAfterTheAxesOrWhereTheUsersOrderHasIt)
     graph.SetDrawOrderTags({ 9, 3 });
     auto const gridLast = Record(graph, kWindow.Size());
     EXPECT_EQ(gridLast.size(), inOrder.size());
-    auto const isCurve = [](RecordedPrimitive const& p) { return p.pen.colour.colour == RGB(255, 0, 0); };
+    auto const isCurve = [](RecordedPrimitive const& p) {
+        auto const* const stroke = p.As<primitive::Stroke>();
+        return stroke && stroke->pen.colour.colour == RGB(255, 0, 0);
+    };
     EXPECT_EQ(std::find_if(gridLast.begin(), gridLast.end(), isCurve) - gridLast.begin(), 2) << "the backgrounds first";
 }
 
@@ -169,7 +171,7 @@ TEST(Graph2D, ComparesOrdersWithTheDefaultOneWhereCurvesShareATag)
     C2DGraph graph(1);
     C2DLine& first = AddLine(graph, { { 0, 0 }, { 1, 1 } });
     AddLine(graph, { { 0, 1 }, { 1, 0 } }).SetTag(first.GetTag());
-    auto const strokes = [&] { return OfKind(Record(graph, kWindow.Size()), Kind::Stroke).size(); };
+    auto const strokes = [&] { return OfKind<primitive::Stroke>(Record(graph, kWindow.Size())).size(); };
     CDWordArray tags;
     for (CDWordArray const& order : { CDWordArray { 1, 2, 9, 9 }, CDWordArray { 1, 2, 9 } }) {
         graph.SetDrawOrderTags(order);
@@ -193,13 +195,14 @@ TEST(Graph2D, OrdersSeriesPlotsAsAWholeAndDrawsWhatAnOrderLacksLast)
     }
     graph.UpdatePlots();
     graph.SetDrawOrderTags({ 11, 12, 10, 9 });
-    EXPECT_EQ(OfKind(Record(graph, kWindow.Size()), Kind::Stroke).size(), 3u) << "tags of its curves stand for nothing";
+    EXPECT_EQ(OfKind<primitive::Stroke>(Record(graph, kWindow.Size())).size(), 3u)
+        << "tags of its curves stand for nothing";
     auto const surface = std::make_shared<RecordingSurface>(kWindow.Size());
     CDC dc(surface);
     CPort port(&dc, kWindow, kWindow, { 0, 10, 10, 0 });
     graph.SetDrawOrderTags({ 10 });
     graph.DrawComponentsUserOrder(port);
-    auto const strokes = OfKind(surface->Primitives(), Kind::Stroke);
+    auto const strokes = OfKind<primitive::Stroke>(surface->Primitives());
     ASSERT_EQ(strokes.size(), 3u);
     EXPECT_EQ(strokes[2].points[0], CPoint(0, 300));
 }
@@ -323,8 +326,8 @@ std::unique_ptr<C2DGraph> MakePlainGraph()
 // 1/80 of 270 long, a label one pixel below it: the axes lie 14 + 3 from the left, half a "10" (7) from the right, half
 // a label (7) from the top, and 15 + 1 + 3 from the bottom. Annotation is 1/25 of the axes' 244 high; a box of text has
 // a margin of a sixth of its height.
-std::string const kPlainGraph = R"(fillrect [30,50 431,351] fill=#ffffff
-fillrect [67,72 403,316] fill=#ffffff
+std::string const kPlainGraph = R"(fill [30,50 431,351] #ffffff
+fill [67,72 403,316] #ffffff
 polyline 67,316 403,316 pen=#000000/1/solid
 polyline 67,316 67,72 pen=#000000/1/solid
 polyline 67,316 67,319 pen=#000000/1/solid
@@ -340,15 +343,15 @@ polyline 30,50 429,50 pen=#000000/1/solid
 polyline 429,50 429,349 pen=#000000/1/solid
 polyline 429,349 30,349 pen=#000000/1/solid
 polyline 30,349 30,50 pen=#000000/1/solid
-fillrect [80,70 105,96] fill=#ffffff
+fill [80,70 105,96] #ffffff
 text 83,73 "Two" #000000 font=Arial/10/w400
 text 83,83 "lines" #000000 font=Arial/10/w400
 polyline 80,70 105,70 pen=#000000/1/solid
 polyline 105,70 105,96 pen=#000000/1/solid
 polyline 105,96 80,96 pen=#000000/1/solid
 polyline 80,96 80,70 pen=#000000/1/solid
-fillrect [330,150 373,165] fill=#ffffff
-fill [333,153 341,161] brush=#ff0000
+fill [330,150 373,165] #ffffff
+fill [333,153 341,161] #ff0000
 polyline 333,153 341,153 pen=#000000/1/solid
 polyline 341,153 341,161 pen=#000000/1/solid
 polyline 341,161 333,161 pen=#000000/1/solid
@@ -369,7 +372,7 @@ TEST(Graph2D, PutsEveryPrimitiveWhereItBelongsInAWindowThatIsNotAtTheOrigin)
     auto const embed = [&](C2DGraph& embedded, CRect const& target) {
         surface->Clear();
         embedded.DrawEmbedded(&dc, { 0, 0, 500, 400 }, target);
-        return surface->Dump();
+        return test::Dump(surface->Primitives());
     };
     EXPECT_EQ(embed(*graph, kPlace), kPlainGraph) << "never drawn in a window";
     EXPECT_EQ(graph->GetWindowRect(), CRect());
@@ -377,7 +380,7 @@ TEST(Graph2D, PutsEveryPrimitiveWhereItBelongsInAWindowThatIsNotAtTheOrigin)
     EXPECT_EQ(graph->GetAxesRect(), CRect(37, 22, 373, 266));
     surface->Clear();
     graph->Draw(&dc, kPlace, pmDirect);
-    EXPECT_EQ(surface->Dump(), kPlainGraph);
+    EXPECT_EQ(test::Dump(surface->Primitives()), kPlainGraph);
     for (CRect const& window : { CRect(0, 40, 400, 340), kPlace }) {
         graph->Draw(&dc, window, pmDirect);
         EXPECT_EQ(embed(*graph, kPlace), kPlainGraph);
@@ -385,8 +388,8 @@ TEST(Graph2D, PutsEveryPrimitiveWhereItBelongsInAWindowThatIsNotAtTheOrigin)
     // In half the size halves are rounded up, labels are 135 / 15 high with digits of 4, ticks end 2 from the axes.
     std::string const half = embed(*graph, { 100, 40, 300, 190 });
     for (char const* const line :
-        { "fillrect [100,40 301,191]", "fillrect [120,52 286,171]", "polyline 120,171 286,171", "text 282,174 \"10\"",
-            "text 110,48 \"10\"", "stroke 120,171 286,52", "polyline 299,40 299,189", "fillrect [250,90 268,97]" })
+        { "fill [100,40 301,191]", "fill [120,52 286,171]", "polyline 120,171 286,171", "text 282,174 \"10\"",
+            "text 110,48 \"10\"", "stroke 120,171 286,52", "polyline 299,40 299,189", "fill [250,90 268,97]" })
         EXPECT_NE(half.find(line), std::string::npos) << line << "\n" << half;
     EXPECT_EQ(graph->GetWindowRect(), kPlace);
     EXPECT_EQ(graph->GetGraphRect(), CRect(20, 15, 380, 285));
@@ -532,7 +535,8 @@ TEST(Graph2D, APrintedPageAsksForACompleteNextDraw)
     CDC dc(surface);
     graph.Draw(&dc, { 0, 0, 4000, 3000 }, pmDirect);
     EXPECT_TRUE(graph.GetModifiedFlag());
-    EXPECT_EQ(OfKind(surface->Primitives(), Kind::Stroke)[0].pen.width, 6.0) << "one nominal pixel at 600 to the inch";
+    EXPECT_EQ(OfKind<primitive::Stroke>(surface->Primitives())[0].pen.width, 6.0)
+        << "one nominal pixel at 600 to the inch";
 }
 
 } // namespace

@@ -26,7 +26,6 @@ using testing::ElementsAreArray;
 using testing::IsEmpty;
 using testing::Pointwise;
 using testing::SizeIs;
-using Kind = RecordedPrimitive::Kind;
 using Values = std::vector<double>;
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -300,13 +299,14 @@ TEST_F(GridDraw, LinesHaveTheColoursAndOnPaperTheThicknessThatTheUserPrefers)
     graph.GetPolarGrid()->SetOn(1);
     for (CGraphComponent* const grid :
         std::initializer_list<CGraphComponent*> { graph.GetGrid(), graph.GetPolarGrid() }) {
-        auto const drawn = Draw(graph, *grid, printer);
+        auto const drawn = test::OfKind<primitive::Stroke>(Draw(graph, *grid, printer));
+        ASSERT_GE(drawn.size(), 2u);
         EXPECT_EQ(drawn[0].pen.width, VUNearest(6.25 * 3));
         EXPECT_EQ(drawn[0].pen.colour.colour, 6u);
         EXPECT_EQ(drawn[1].pen.colour.colour, 5u);
     }
     graph.GetPolarGrid()->SetOn(0);
-    LineStyle const line = Draw(graph, *graph.GetAxes(), printer)[0].line;
+    LineStyle const line = test::OfKind<primitive::Polyline>(Draw(graph, *graph.GetAxes(), printer)).at(0).line;
     EXPECT_EQ(line.width, VUNearest(6.25 * 2));
     EXPECT_EQ(line.colour, 1u);
     AxesTextSettings const& texts = graph.GetAxes()->GetTexts();
@@ -406,10 +406,10 @@ TEST_F(GridDraw, MeasuringAPolarGridDrawsNothingAndKeepsRoomForTheScale)
     // In a graph without labels of axes, no label of the scale is cut.
     m_axes.SetXAxisOn(0);
     m_axes.SetYAxisOn(0);
-    auto const texts = test::OfKind(test::Record(m_graph, CSize(400, 400)), Kind::Text);
+    auto const texts = test::OfKind<primitive::Text>(test::Record(m_graph, CSize(400, 400)));
     ASSERT_THAT(texts, SizeIs(8 + 5));
     for (std::size_t i = 8; i < texts.size(); ++i)
-        EXPECT_GE(texts[i].points[0].x, m_graph.GetGraphRect().left);
+        EXPECT_GE(texts[i].at.x, m_graph.GetGraphRect().left);
     EXPECT_EQ(m_polar.GetDrawMode(), dmDraw);
 }
 

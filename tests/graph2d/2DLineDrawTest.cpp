@@ -9,14 +9,16 @@
 namespace ombrel {
 namespace {
 
-using Kind = RecordedPrimitive::Kind;
 using test::AddLine;
 using test::OfKind;
 using test::Record;
 
 constexpr CSize kSize(600, 450);
 
-std::vector<RecordedPrimitive> Lines(std::vector<RecordedPrimitive> const& all) { return OfKind(all, Kind::Stroke); }
+std::vector<primitive::Stroke> Lines(std::vector<RecordedPrimitive> const& all)
+{
+    return OfKind<primitive::Stroke>(all);
+}
 
 TEST(Line2D, DrawsNothingUnlessValid)
 {
@@ -38,16 +40,21 @@ TEST(Line2D, StrokesWithItsColourWidthAndDashesInsideTheAxes)
     line.SetLineWidth(3);
     line.SetLineType(3);
     line.SetAntialiasingOn(1);
-    auto const strokes = Lines(Record(graph, kSize));
+    auto const primitives = Record(graph, kSize);
+    auto const strokes = Lines(primitives);
     ASSERT_EQ(strokes.size(), 1u);
     EXPECT_EQ(strokes[0].pen.colour.colour, RGB(10, 20, 30));
     EXPECT_EQ(strokes[0].pen.width, 3.0);
     EXPECT_EQ(strokes[0].pen.dashes, (std::vector<double> { 8, 2, 2, 2 }));
     EXPECT_TRUE(strokes[0].smooth);
     CRect const clip = graph.GetClipRect();
-    EXPECT_EQ(strokes[0].clip.box, CRect(clip.left, clip.top, clip.right + 1, clip.bottom + 1));
+    for (RecordedPrimitive const& p : primitives) {
+        if (p.As<primitive::Stroke>()) {
+            EXPECT_EQ(p.clip.box, CRect(clip.left, clip.top, clip.right + 1, clip.bottom + 1));
+        }
+    }
     line.SetFillOn(1);
-    auto const fills = OfKind(Record(graph, kSize), Kind::Fill);
+    auto const fills = test::FillsOver(Record(graph, kSize));
     ASSERT_EQ(fills.size(), 1u);
     EXPECT_EQ(fills[0].brush.hatchStyle, 3);
     EXPECT_EQ(fills[0].brush.background.alpha, 1) << "all but transparent";

@@ -19,7 +19,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
 using testing::Not;
-using Kind = RecordedPrimitive::Kind;
 
 /// Axes over [0, 10] × [0, 10] in a graph of 400 × 300 pixels, mapped onto (50, 20) – (350, 220).
 class AxesDraw : public testing::Test {
@@ -48,11 +47,10 @@ protected:
         m_axes.Draw(&port);
         m_axes.SetDrawMode(dmDraw);
     }
-    std::vector<RecordedPrimitive> Drawn(Kind kind) const { return test::OfKind(m_surface->Primitives(), kind); }
     std::vector<CString> Texts() const
     {
         std::vector<CString> texts;
-        for (RecordedPrimitive const& p : Drawn(Kind::Text))
+        for (auto const& p : test::OfKind<primitive::Text>(m_surface->Primitives()))
             texts.push_back(p.text);
         return texts;
     }

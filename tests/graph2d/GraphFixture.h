@@ -3,7 +3,7 @@
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/platform/gdi/RecordingSurface.h"
+#include "tests/platform/gdi/Recorded.h"
 
 #include <algorithm>
 #include <memory>
@@ -36,16 +36,12 @@ inline std::vector<RecordedPrimitive> Record(C2DGraph& graph, CSize size)
     return surface->Primitives();
 }
 
-/// The recorded primitives of a kind.
-inline std::vector<RecordedPrimitive> OfKind(
-    std::vector<RecordedPrimitive> const& primitives, RecordedPrimitive::Kind kind)
+/// What is filled after the background, which comes before everything else.
+inline std::vector<primitive::Fill> FillsOver(std::vector<RecordedPrimitive> const& primitives)
 {
-    std::vector<RecordedPrimitive> found;
-    for (RecordedPrimitive const& p : primitives) {
-        if (p.kind == kind)
-            found.push_back(p);
-    }
-    return found;
+    auto const isFill = [](RecordedPrimitive const& p) { return p.As<primitive::Fill>() != nullptr; };
+    return OfKind<primitive::Fill>(
+        { std::find_if_not(primitives.begin(), primitives.end(), isFill), primitives.end() });
 }
 
 inline std::string Numbers(CPoint p) { return std::to_string(p.x) + "," + std::to_string(p.y); }
@@ -57,7 +53,6 @@ inline std::string Figure(CRect const& box) { return Numbers(box.TopLeft()) + "-
 /// follow.
 inline std::string Figures(std::vector<RecordedPrimitive> const& primitives)
 {
-    using Kind = RecordedPrimitive::Kind;
     std::string all;
     auto const add = [&all](std::string const& item) { all += all.empty() ? item : "  " + item; };
     auto const colour = [](COLORREF value) { return value ? "#" + std::to_string(value) : std::string(); };
@@ -73,20 +68,21 @@ inline std::string Figures(std::vector<RecordedPrimitive> const& primitives)
         add("o" + Figure(box) + suffix);
     };
     for (RecordedPrimitive const& p : primitives) {
-        if (p.kind == Kind::Polyline)
-            figure(p.points, colour(p.line.colour));
-        if (p.kind == Kind::Text)
-            add((p.font.lfEscapement ? "^" : "") + p.text.ToUtf8() + " " + std::to_string(p.font.lfHeight) + " "
-                + Numbers(p.points[0]) + colour(p.colour));
-        if (p.kind != Kind::Stroke)
+        if (auto const* const line = p.As<primitive::Polyline>())
+            figure(line->points, colour(line->line.colour));
+        if (auto const* const text = p.As<primitive::Text>())
+            add((text->font.lfEscapement ? "^" : "") + text->text.ToUtf8() + " " + std::to_string(text->font.lfHeight)
+                + " " + Numbers(text->at) + colour(text->colour));
+        auto const* const stroke = p.As<primitive::Stroke>();
+        if (!stroke)
             continue;
-        if (!p.pen.dashes.empty())
-            add("[" + std::to_string(static_cast<int>(p.pen.dashes[0])) + ","
-                + std::to_string(static_cast<int>(p.pen.dashes[1])) + "]");
-        for (std::size_t i = 0; i < p.starts.size(); ++i) {
-            std::size_t const end = i + 1 < p.starts.size() ? p.starts[i + 1] : p.points.size();
-            figure(std::span(p.points).subspan(p.starts[i], end - p.starts[i]), colour(p.pen.colour.colour));
-        }
+        std::vector<double> const& dashes = stroke->pen.dashes;
+        if (!dashes.empty())
+            add("[" + std::to_string(static_cast<int>(dashes[0])) + "," + std::to_string(static_cast<int>(dashes[1]))
+                + "]");
+        ombrel::Figures const figures { stroke->points, stroke->starts };
+        for (std::size_t i = 0; i < stroke->starts.size(); ++i)
+            figure(figures.PointsOf(i), colour(stroke->pen.colour.colour));
     }
     return all;
 }

@@ -104,29 +104,31 @@ std::string Write(Region const& region)
     return text;
 }
 
+std::string Write(std::span<CPoint const> points)
+{
+    std::string text;
+    for (CPoint const& p : points)
+        text += Write(p);
+    return text;
+}
+
 std::string Write(RecordedPrimitive const& p)
 {
-    using Kind = RecordedPrimitive::Kind;
-    std::string points;
-    for (std::size_t i = 0; i < p.points.size(); ++i) {
-        if (p.kind == Kind::Stroke && i > 0 && std::count(p.starts.begin(), p.starts.end(), i) > 0)
-            points += " |";
-        points += Write(p.points[i]);
-    }
-    switch (p.kind) {
-    case Kind::Polyline:
-        return "line" + points + Write(p.line.colour);
-    case Kind::Stroke:
-        return (p.pen.dashes.empty() ? "stroke" : "dashes") + points;
-    case Kind::FillRect:
-        return "fill" + Write(p.rect) + Write(p.colour);
-    case Kind::Fill:
-        return "fill" + Write(p.region) + Write(p.brush.foreground.colour);
-    case Kind::Text:
-        return "text" + points + " " + p.text.ToUtf8();
-    default:
+    if (auto const* const line = p.As<primitive::Polyline>())
+        return "line" + Write(line->points) + Write(line->line.colour);
+    if (auto const* const fill = p.As<primitive::Fill>())
+        return "fill" + Write(fill->region) + Write(fill->brush.foreground.colour);
+    if (auto const* const text = p.As<primitive::Text>())
+        return "text" + Write(text->at) + " " + text->text.ToUtf8();
+    auto const* const stroke = p.As<primitive::Stroke>();
+    if (!stroke)
         return "something else";
-    }
+    std::string text = stroke->pen.dashes.empty() ? "stroke" : "dashes";
+    Figures const figures { stroke->points, stroke->starts };
+    for (std::size_t i = 0; i < figures.Count(); ++i)
+        if (!figures.PointsOf(i).empty())
+            text += (i > 0 ? " |" : "") + Write(figures.PointsOf(i));
+    return text;
 }
 
 /// One after the other, but for a white background.

@@ -231,7 +231,7 @@ void CDC::FillRect(CRect const& rect, CBrush const* brush)
 
 void CDC::FillSolidRect(CRect const& rect, COLORREF colour)
 {
-    m_surface->FillRect(ToDevice(rect), colour, m_state.clip);
+    m_surface->Fill(Region::FromRect(ToDevice(rect)), VectorBrush::Solid(colour), m_state.clip);
 }
 
 void CDC::FillRgn(CRgn const* region, CBrush const* brush)
@@ -239,15 +239,18 @@ void CDC::FillRgn(CRgn const* region, CBrush const* brush)
     if (!region || !region->GetRegion() || !brush || brush->IsNull())
         return;
     if (m_state.origin == CPoint()) {
-        m_surface->FillRegion(*region->GetRegion(), brush->GetColour(), m_state.clip);
+        m_surface->Fill(*region->GetRegion(), VectorBrush::Solid(brush->GetColour()), m_state.clip);
         return;
     }
     Region moved = *region->GetRegion();
     moved.Offset(m_state.origin.x, m_state.origin.y);
-    m_surface->FillRegion(moved, brush->GetColour(), m_state.clip);
+    m_surface->Fill(moved, VectorBrush::Solid(brush->GetColour()), m_state.clip);
 }
 
-void CDC::SetPixel(int x, int y, COLORREF colour) { m_surface->SetPixel(ToDevice({ x, y }), colour, m_state.clip); }
+void CDC::SetPixel(int x, int y, COLORREF colour)
+{
+    m_surface->Fill(Region::FromRect({ ToDevice({ x, y }), CSize(1, 1) }), VectorBrush::Solid(colour), m_state.clip);
+}
 
 void CDC::Repeat(std::function<void(CDC&)> const& draw, std::span<CPoint const> points)
 {
@@ -266,7 +269,12 @@ void CDC::Repeat(std::function<void(CDC&)> const& draw, std::span<CPoint const> 
     m_surface->Repeat(recording->Primitives(), moved, m_state.clip);
 }
 
-COLORREF CDC::GetPixel(int x, int y) const { return m_surface->GetPixel(ToDevice({ x, y })).value_or(CLR_INVALID); }
+COLORREF CDC::GetPixel(int x, int y) const
+{
+    Raster const* const raster = m_surface->GetRaster();
+    CPoint const at = ToDevice({ x, y });
+    return raster && raster->Bounds().PtInRect(at) ? Raster::ToColour(raster->Row(at.y)[at.x]) : CLR_INVALID;
+}
 
 void CDC::TextOut(int x, int y, CString const& text)
 {

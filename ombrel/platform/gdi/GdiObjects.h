@@ -82,6 +82,7 @@ struct LOGFONT {
     BYTE lfPitchAndFamily = 0;
     /// At most LF_FACESIZE − 1 units.
     CString lfFaceName;
+    friend bool operator==(LOGFONT const&, LOGFONT const&) = default;
 };
 
 class CFont {

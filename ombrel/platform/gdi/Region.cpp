@@ -144,8 +144,24 @@ void Region::Offset(int dx, int dy)
     m_spanRows = { m_spanRows.top + dy, m_spanRows.bottom + dy };
 }
 
+bool operator==(Region const& a, Region const& b)
+{
+    if (!(a.m_box == b.m_box) || a.m_isRect != b.m_isRect)
+        return false;
+    if (!a.m_outline.empty() && a.m_outline == b.m_outline && a.m_outlineMode == b.m_outlineMode)
+        return true;
+    auto const spansOfA = a.Spans(a.m_box.top, a.m_box.bottom);
+    auto const spansOfB = b.Spans(b.m_box.top, b.m_box.bottom);
+    return std::equal(spansOfA.begin(), spansOfA.end(), spansOfB.begin(), spansOfB.end());
+}
+
 CRect Clip::Box() const { return region ? Common(box, region->Box()) : box; }
 
 bool Clip::Contains(CPoint p) const { return box.PtInRect(p) && (!region || region->Contains(p)); }
+
+bool operator==(Clip const& a, Clip const& b)
+{
+    return a.box == b.box && (a.region == b.region || (a.region && b.region && *a.region == *b.region));
+}
 
 } // namespace ombrel

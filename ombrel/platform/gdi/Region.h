@@ -22,6 +22,7 @@ public:
         int y;
         int left;
         int right;
+        friend bool operator==(Span const&, Span const&) = default;
     };
     Region() = default;
     static Region FromRect(CRect const& rect);
@@ -39,6 +40,8 @@ public:
     std::vector<CPoint> const& Outline() const { return m_outline; }
     PolyFillMode OutlineMode() const { return m_outlineMode; }
     void Offset(int dx, int dy);
+    /// Whether both have the same pixels.
+    OMBREL_EXPORT friend bool operator==(Region const& a, Region const& b);
 
 private:
     struct Rows {
@@ -61,6 +64,8 @@ struct OMBREL_EXPORT Clip {
     /// The smallest rectangle outside which nothing is drawn.
     CRect Box() const;
     bool Contains(CPoint p) const;
+    /// Whether both have the same box and let the same pixels of it through.
+    OMBREL_EXPORT friend bool operator==(Clip const& a, Clip const& b);
 };
 
 } // namespace ombrel

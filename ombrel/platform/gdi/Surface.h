@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/String.h"
+#include "ombrel/platform/gdi/Figures.h"
 #include "ombrel/platform/gdi/GdiObjects.h"
 #include "ombrel/platform/gdi/Raster.h"
 #include "ombrel/platform/gdi/Region.h"
@@ -64,12 +65,6 @@ struct OMBREL_EXPORT VectorBrush {
     friend bool operator==(VectorBrush const&, VectorBrush const&) = default;
 };
 
-/// Open figures of straight segments: figure i runs from starts[i] to the next start; no starts is one figure of all.
-struct Figures {
-    std::span<CPoint const> points;
-    std::span<std::size_t const> starts;
-};
-
 /// One text output.
 struct TextRun {
     CString text;
@@ -104,11 +99,16 @@ struct ImageCopy {
 
 struct RecordedPrimitive;
 
-/// Where a device context's primitives go, in device pixels, y down. Coordinates lie within ±32768 or so.
+/// Where a device context's primitives go, in device pixels, y down; coordinates as Coordinates.h limits them.
+///
+/// A new surface answers what is pure here: its bounds, lines, strokes, fills, texts and pictures. Ellipses and arcs
+/// come to it as lines and fills, marks one by one, and rectangles and single pixels as fills, unless it has a better
+/// way.
 class OMBREL_EXPORT Surface {
 public:
     virtual ~Surface() = default;
-    virtual DeviceCapabilities const& Capabilities() const = 0;
+    /// Those of the screen, unless the surface is something else.
+    virtual DeviceCapabilities const& Capabilities() const;
     /// The pixels that can be drawn on.
     virtual CRect Bounds() const = 0;
     /// A page of a printer rather than a screen.
@@ -116,22 +116,16 @@ public:
 
     /// Lines one after the other with the last point left out; a start equal to its end draws nothing (width 1).
     virtual void Polyline(std::span<CPoint const> points, LineStyle const& line, Clip const& clip) = 0;
-    /// The outline by outline (when given), filled (when given) with a colour; right and bottom edges excluded.
-    virtual void Ellipse(CRect const& box, LineStyle const* outline, COLORREF const* fill, Clip const& clip) = 0;
-    /// The outline counter-clockwise from the radial through start to that through end.
-    virtual void Arc(CRect const& box, CPoint start, CPoint end, LineStyle const& line, Clip const& clip) = 0;
-    virtual void FillRect(CRect const& rect, COLORREF colour, Clip const& clip) = 0;
-    virtual void FillRegion(Region const& region, COLORREF colour, Clip const& clip) = 0;
-    virtual void SetPixel(CPoint p, COLORREF colour, Clip const& clip) = 0;
-    /// Nothing where the surface keeps no pixels or p lies outside it.
-    virtual std::optional<COLORREF> GetPixel(CPoint) const { return {}; }
-    virtual void Text(TextRun const& run, Clip const& clip) = 0;
-    virtual void Image(ImageCopy const& copy, Clip const& clip) = 0;
-
     /// Lines of the vector interface: both ends included at width 1.
     virtual void Stroke(Figures const& figures, VectorPen const& pen, bool smooth, Clip const& clip) = 0;
     virtual void Fill(Region const& region, VectorBrush const& brush, Clip const& clip) = 0;
+    virtual void Text(TextRun const& run, Clip const& clip) = 0;
+    virtual void Image(ImageCopy const& copy, Clip const& clip) = 0;
 
+    /// The outline by outline (when given), filled (when given) with a colour; right and bottom edges excluded.
+    virtual void Ellipse(CRect const& box, LineStyle const* outline, COLORREF const* fill, Clip const& clip);
+    /// The outline counter-clockwise from the radial through start to that through end.
+    virtual void Arc(CRect const& box, CPoint start, CPoint end, LineStyle const& line, Clip const& clip);
     /// Draws a mark, made of primitives round (0, 0), at each of the points, one point after the other. The primitives'
     /// own clips do not count, and pictures are left out.
     virtual void Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip);

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace ombrel {
 
@@ -50,86 +49,17 @@ std::vector<CPoint> PixelCurve(std::vector<CPoint> outline, CRect const& box)
     return outline;
 }
 
-/// A quarter of an ellipse round (width / 2, height / 2): whole points from its rightmost to its lowest one.
-///
-/// A straight line between two neighbours leaves the ellipse by about a tenth of a pixel. Points are those near equal
-/// angles that lie closest to the ellipse, since rounding any other would shake the curve more than it bends.
-std::vector<CPoint> LowerRightQuarter(int width, int height)
-{
-    constexpr double kRightAngle = std::numbers::pi / 2;
-    constexpr double kFlatness = 0.1;
-    constexpr double kMostSteps = 1024.0;
-    constexpr double kMostCandidates = 8.0;
-    double const a = width / 2.0;
-    double const b = height / 2.0;
-    double const chord = 2.0 * std::acos(1.0 - std::min(kFlatness / std::max(a, b), 1.0));
-    int const steps = static_cast<int>(std::clamp(std::ceil(kRightAngle / chord), 2.0, kMostSteps));
-    std::vector<CPoint> quarter;
-    quarter.push_back({ width, static_cast<int>(std::lround(b)) });
-    for (int k = 1; k < steps; ++k) {
-        double const angle = kRightAngle * k / steps;
-        double const across = a * std::sin(angle);
-        double const down = b * std::cos(angle);
-        // Candidates are a pixel apart along the axis that the ellipse runs along here, a quarter of a step at most.
-        bool const alongX = across > down;
-        double const centre = alongX ? a : b;
-        double const otherCentre = alongX ? b : a;
-        long const middle = std::lround(centre + (alongX ? a * std::cos(angle) : b * std::sin(angle)));
-        long const reach = std::lround(std::min(kMostCandidates, std::max(across, down) * kRightAngle / steps / 4));
-        CPoint best;
-        double least = 1.0;
-        for (long along = middle - reach; along <= middle + reach; ++along) {
-            double const cosine = std::clamp((static_cast<double>(along) - centre) / centre, -1.0, 1.0);
-            double const other = otherCentre + otherCentre * std::sqrt(1.0 - cosine * cosine);
-            long const nearest = std::lround(other);
-            double const error = std::fabs(static_cast<double>(nearest) - other);
-            if (error < least) {
-                least = error;
-                best = alongX ? CPoint(static_cast<int>(along), static_cast<int>(nearest))
-                              : CPoint(static_cast<int>(nearest), static_cast<int>(along));
-            }
-        }
-        quarter.push_back(best);
-    }
-    quarter.push_back({ static_cast<int>(std::lround(a)), height });
-    return quarter;
-}
-
-/// The whole ellipse in the box, clockwise from its rightmost point and back.
-std::vector<CPoint> FlattenedEllipse(CRect const& box)
-{
-    std::vector<CPoint> const quarter = LowerRightQuarter(box.Width(), box.Height());
-    std::vector<CPoint> curve;
-    curve.reserve(4 * quarter.size() + 1);
-    auto const addQuarter = [&](bool mirrorX, bool mirrorY) {
-        for (std::size_t i = 0; i < quarter.size(); ++i) {
-            // The direction turns round with each mirroring.
-            CPoint const p = mirrorX == mirrorY ? quarter[i] : quarter[quarter.size() - 1 - i];
-            CPoint const at(mirrorX ? box.right - p.x : box.left + p.x, mirrorY ? box.bottom - p.y : box.top + p.y);
-            if (curve.empty() || !(curve.back() == at))
-                curve.push_back(at);
-        }
-    };
-    addQuarter(false, false);
-    addQuarter(true, false);
-    addQuarter(true, true);
-    addQuarter(false, true);
-    if (!(curve.back() == curve.front()))
-        curve.push_back(curve.front());
-    return curve;
-}
-
 } // namespace
 
 VectorGraphics::VectorGraphics(CDC& dc)
     : m_dc(dc)
-    , m_clip(dc.m_state.clip)
+    , m_clip(dc.GetClip())
 {
 }
 
 void VectorGraphics::SetClipRect(CRect const& rect)
 {
-    CRect const moved = MoveRect(rect, m_dc.m_state.origin);
+    CRect const moved = MoveRect(rect, m_dc.GetViewportOrg());
     m_clip.box = moved.IsRectEmpty() ? CRect() : moved;
 }
 
@@ -145,8 +75,8 @@ void VectorGraphics::DrawPath(VectorPen const& pen, Figures const& figures)
 {
     if (figures.points.size() < 2 || pen.colour.alpha == 0)
         return;
-    MovedPoints const moved(figures.points, m_dc.m_state.origin);
-    m_dc.m_surface->Stroke({ moved.Points(), figures.starts }, pen, m_smooth, m_clip);
+    MovedPoints const moved(figures.points, m_dc.GetViewportOrg());
+    m_dc.GetSurface().Stroke({ moved.Points(), figures.starts }, pen, m_smooth, m_clip);
 }
 
 std::vector<CPoint> VectorGraphics::EllipsePoints(VectorPen const& pen, CRect const& box) const
@@ -167,14 +97,14 @@ void VectorGraphics::FillRegion(VectorBrush const& brush, Region const& region)
 {
     if (region.IsEmpty())
         return;
-    CPoint const origin = m_dc.m_state.origin;
+    CPoint const origin = m_dc.GetViewportOrg();
     if (origin == CPoint()) {
-        m_dc.m_surface->Fill(region, brush, m_clip);
+        m_dc.GetSurface().Fill(region, brush, m_clip);
         return;
     }
     Region moved = region;
     moved.Offset(origin.x, origin.y);
-    m_dc.m_surface->Fill(moved, brush, m_clip);
+    m_dc.GetSurface().Fill(moved, brush, m_clip);
 }
 
 void VectorGraphics::FillPolygon(VectorBrush const& brush, std::span<CPoint const> points)

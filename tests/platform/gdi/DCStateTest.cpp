@@ -1,7 +1,7 @@
 #include "tests/platform/gdi/Picture.h"
 
-#include "ombrel/platform/gdi/RecordingSurface.h"
 #include "ombrel/platform/gdi/TextMetrics.h"
+#include "tests/platform/gdi/Recorded.h"
 
 #include <gtest/gtest.h>
 
@@ -155,7 +155,8 @@ TEST(DeviceContext, AlignmentMovesTheCell)
             int const across = c.across == 2 ? size.cy : c.across == 1 ? dc.GetTextMetrics().tmAscent : 0;
             CPoint const at = escapement == 0 ? CPoint(100 - along, 150 - across) : CPoint(100 - across, 150 + along);
             ASSERT_EQ(surface->Primitives().size(), 1U);
-            EXPECT_EQ(surface->Primitives()[0].points.at(0), at) << c.align << " at " << escapement;
+            EXPECT_EQ(test::OfKind<primitive::Text>(surface->Primitives()).at(0).at, at)
+                << c.align << " at " << escapement;
         }
     }
 }

@@ -79,6 +79,11 @@ std::vector<CPoint> RandomWalk(int columns)
     return points;
 }
 
+void FillRect(Surface& page, CRect const& rect, COLORREF colour, Clip const& clip)
+{
+    page.Fill(Region::FromRect(rect), VectorBrush::Solid(colour), clip);
+}
+
 /// Something of every primitive.
 void DrawEverything(Surface& page)
 {
@@ -92,13 +97,13 @@ void DrawEverything(Surface& page)
     Clip clip;
     clip.box = { 200, 200, 1500, 1500 };
     clip.region = std::make_shared<Region>(Region::FromPolygon(points, ALTERNATE));
-    page.FillRect({ 0, 0, 2000, 2000 }, RGB(240, 240, 255), {});
+    FillRect(page, { 0, 0, 2000, 2000 }, RGB(240, 240, 255), {});
     page.Polyline(points, line, clip);
     page.Ellipse({ 100, 100, 600, 400 }, &line, &yellow, {});
     page.Arc({ 100, 100, 600, 600 }, { 100, 100 }, { 600, 600 }, line, {});
     page.Fill(Region::FromPolygon(points, WINDING), VectorBrush::Hatch(5, { RGB(1, 2, 3), 255 }, { 0, 0 }), clip);
     page.Fill(Region::FromPolygon(points, WINDING), { { yellow, 99 }, {}, { 0, 0 } }, {});
-    page.SetPixel({ 5, 5 }, 0, {});
+    FillRect(page, { CPoint(5, 5), CSize(1, 1) }, 0, {});
     page.Stroke({ points, {} }, { { 0, 128 }, 4.0, dashes }, true, {});
     page.Image({ &raster, { 0, 0, 8, 8 }, { 1000, 1000, 1400, 1400 }, SRCAND, 0, 0, 0 }, {});
     DrawText(page, u"Höhe \u05D0\u05D1 a\u0301", font);
@@ -211,7 +216,7 @@ TEST(PageSurface, NeighboursOfOneLookAreOneShape)
 
     std::string const dots = MakeSvg([](Surface& page) {
         for (int x = 0; x < 500; ++x)
-            page.SetPixel({ 4 * x, x }, 0, {});
+            FillRect(page, { CPoint(4 * x, x), CSize(1, 1) }, 0, {});
     });
     EXPECT_EQ(Count(dots, "<path"), 1U);
     EXPECT_EQ(Count(dots, "z"), 500U + Count(MakeSvg([](Surface&) {}), "z"));
@@ -228,9 +233,9 @@ TEST(PageSurface, NeighboursOfOneLookAreOneShape)
 TEST(PageSurface, RectanglesReachUnderTheNeighbourDrawnNext)
 {
     std::string const svg = MakeSvg([](Surface& page) {
-        page.FillRect({ 10, 10, 20, 30 }, RGB(255, 0, 0), {});
-        page.FillRect({ 20, 10, 30, 30 }, RGB(0, 255, 0), {});
-        page.FillRect({ 30, 15, 40, 25 }, RGB(0, 0, 255), {});
+        FillRect(page, { 10, 10, 20, 30 }, RGB(255, 0, 0), {});
+        FillRect(page, { 20, 10, 30, 30 }, RGB(0, 255, 0), {});
+        FillRect(page, { 30, 15, 40, 25 }, RGB(0, 0, 255), {});
     });
     EXPECT_THAT(svg, HasSubstr("fill=\"#f00\" class=\"f\" d=\"m10 10h14v20h-14z\""));
     // The third covers only part of the common edge.
@@ -263,11 +268,11 @@ TEST(PageSurface, WhatLiesOutsideIsLeftOut)
         LOGFONT const font = MakeFont(20);
         COLORREF const black = 0;
         CPoint const points[] = { { 300, 300 }, { 400, 350 } };
-        page.FillRect({ 0, 0, 90, 90 }, 0, clip);
+        FillRect(page, { 0, 0, 90, 90 }, 0, clip);
         page.Polyline(points, {}, clip);
         page.Ellipse({ 300, 300, 400, 400 }, nullptr, &black, clip);
         page.Text({ "far", { 500, 500 }, &font, 0, {} }, clip);
-        page.FillRect({ -90, -90, -5, -5 }, 0, {});
+        FillRect(page, { -90, -90, -5, -5 }, 0, {});
     });
     EXPECT_EQ(svg, MakeSvg([](Surface&) {}));
 }
@@ -351,7 +356,7 @@ TEST(PageSurface, AbsurdInputIsDrawnWithoutHarm)
             page.Ellipse({ least, least, most, most }, &wide, &black, {});
             page.Ellipse({ 5, 5, 6, 6 }, &wide, &black, {});
             page.Arc({ least, 5, most, 9 }, { 0, 0 }, { 0, 0 }, wide, {});
-            page.FillRect({ most, least, least, most }, 0, {});
+            FillRect(page, { most, least, least, most }, 0, {});
             page.Fill(Region::FromPolygon(points, ALTERNATE), VectorBrush::Hatch(52, {}, {}), {});
             page.Text({ "X", { most, least }, &font, 0, black }, {});
             page.Text({ "no font", { 100, 100 }, nullptr, 0, {} }, {});

@@ -1,3 +1,4 @@
+#include "ombrel/platform/gdi/LineDDA.h"
 #include "tests/platform/gdi/Picture.h"
 
 #include <gtest/gtest.h>

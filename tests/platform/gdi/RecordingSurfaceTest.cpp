@@ -1,4 +1,4 @@
-#include "ombrel/platform/gdi/RecordingSurface.h"
+#include "tests/platform/gdi/Recorded.h"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -68,12 +68,6 @@ TEST(RecordingSurface, EqualityIsThatOfWhatIsDrawn)
         [&](Surface& s) { image(s, black); },
         [&](Surface& s) { image(s, dotted); },
         [](Surface& s) {
-            s.FillRect({ 0, 0, 5, 5 }, 0, {});
-        },
-        [](Surface& s) {
-            s.FillRegion(Region::FromRect({ 0, 0, 5, 5 }), 0, {});
-        },
-        [](Surface& s) {
             s.Fill(Region::FromRect({ 0, 0, 5, 5 }), VectorBrush::Solid(0), {});
         },
         [](Surface& s) {
@@ -98,7 +92,7 @@ TEST(RecordingSurface, DashesOutliveThePenThatDrewThem)
     }
     std::vector<RecordedPrimitive> const copies = surface.Primitives();
     surface.Clear();
-    EXPECT_EQ(copies.at(0).pen.dashes, (std::vector<double> { 3, 1 }));
+    EXPECT_EQ(test::OfKind<primitive::Stroke>(copies).at(0).pen.dashes, (std::vector<double> { 3, 1 }));
 }
 
 TEST(RecordingSurface, DumpNamesEachPrimitiveOnALineOfItsOwn)
@@ -112,7 +106,7 @@ TEST(RecordingSurface, DumpNamesEachPrimitiveOnALineOfItsOwn)
     clip.box = { 0, 0, 50, 50 };
     surface.Polyline(kLine, { PS_DASH, 1, RGB(255, 0, 0), {} }, clip);
     surface.Text({ "X Axis", { 7, 8 }, &font, RGB(0, 0, 255), {} }, {});
-    EXPECT_EQ(surface.Dump(),
+    EXPECT_EQ(test::Dump(surface.Primitives()),
         "polyline 1,2 3,4 pen=#ff0000/1/dash clip=[0,0 50,50]\n"
         "text 7,8 \"X Axis\" #0000ff font=Arial/15/turned900\n");
 }

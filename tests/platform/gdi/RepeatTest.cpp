@@ -1,5 +1,5 @@
-#include "ombrel/platform/gdi/RecordingSurface.h"
 #include "tests/platform/gdi/Picture.h"
+#include "tests/platform/gdi/Recorded.h"
 
 #include <gtest/gtest.h>
 #include <random>
@@ -114,9 +114,11 @@ TEST(Repeat, RecordsEveryPrimitiveAtEveryPoint)
             once.TextOut(1, 1, "a");
         },
         std::vector<CPoint> { { 10, 20 }, { 30, 40 } });
-    ASSERT_EQ(surface->Primitives().size(), 4U);
-    EXPECT_EQ(surface->Primitives()[2].rect, CRect(28, 38, 32, 42));
-    EXPECT_EQ(surface->Primitives()[3].points, (std::vector<CPoint> { { 31, 41 } }));
+    EXPECT_EQ(test::Dump(surface->Primitives()),
+        "ellipse [8,18 12,22] pen=#000000/1/solid fill=#ffffff\n"
+        "text 11,21 \"a\" #000000 font=System/16/w700 cell=#ffffff\n"
+        "ellipse [28,38 32,42] pen=#000000/1/solid fill=#ffffff\n"
+        "text 31,41 \"a\" #000000 font=System/16/w700 cell=#ffffff\n");
 }
 
 } // namespace

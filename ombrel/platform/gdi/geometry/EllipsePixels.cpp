@@ -3,6 +3,8 @@
 #include "ombrel/platform/gdi/Coordinates.h"
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 
 namespace ombrel {
 
@@ -78,6 +80,51 @@ bool ComesAfter(Direction b, Direction a)
     return Turn(a, b) > 0;
 }
 
+/// A quarter of an ellipse round (width / 2, height / 2): whole points from its rightmost to its lowest one.
+///
+/// A straight line between two neighbours leaves the ellipse by about a tenth of a pixel. Points are those near equal
+/// angles that lie closest to the ellipse, since rounding any other would shake the curve more than it bends.
+std::vector<CPoint> LowerRightCurve(int width, int height)
+{
+    constexpr double kRightAngle = std::numbers::pi / 2;
+    constexpr double kFlatness = 0.1;
+    constexpr double kMostSteps = 8192.0;
+    constexpr double kMostCandidates = 8.0;
+    double const a = width / 2.0;
+    double const b = height / 2.0;
+    double const chord = 2.0 * std::acos(1.0 - std::min(kFlatness / std::max(a, b), 1.0));
+    int const steps = static_cast<int>(std::clamp(std::ceil(kRightAngle / chord), 2.0, kMostSteps));
+    std::vector<CPoint> quarter;
+    quarter.push_back({ width, static_cast<int>(std::lround(b)) });
+    for (int k = 1; k < steps; ++k) {
+        double const angle = kRightAngle * k / steps;
+        double const across = a * std::sin(angle);
+        double const down = b * std::cos(angle);
+        // Candidates are a pixel apart along the axis that the ellipse runs along here, a quarter of a step at most.
+        bool const alongX = across > down;
+        double const centre = alongX ? a : b;
+        double const otherCentre = alongX ? b : a;
+        long const middle = std::lround(centre + (alongX ? a * std::cos(angle) : b * std::sin(angle)));
+        long const reach = std::lround(std::min(kMostCandidates, std::max(across, down) * kRightAngle / steps / 4));
+        CPoint best;
+        double least = 1.0;
+        for (long along = middle - reach; along <= middle + reach; ++along) {
+            double const cosine = std::clamp((static_cast<double>(along) - centre) / centre, -1.0, 1.0);
+            double const other = otherCentre + otherCentre * std::sqrt(1.0 - cosine * cosine);
+            long const nearest = std::lround(other);
+            double const error = std::fabs(static_cast<double>(nearest) - other);
+            if (error < least) {
+                least = error;
+                best = alongX ? CPoint(static_cast<int>(along), static_cast<int>(nearest))
+                              : CPoint(static_cast<int>(nearest), static_cast<int>(along));
+            }
+        }
+        quarter.push_back(best);
+    }
+    quarter.push_back({ static_cast<int>(std::lround(a)), height });
+    return quarter;
+}
+
 } // namespace
 
 std::vector<CPoint> EllipseOutline(CRect const& box)
@@ -150,6 +197,57 @@ std::vector<CPoint> ArcPixels(CRect const& box, CPoint start, CPoint end)
     std::rotate(outline.begin(), outline.begin() + static_cast<std::ptrdiff_t>(begin), outline.end());
     outline.resize(length == 0 ? count - 1 : length - 1);
     return outline;
+}
+
+std::vector<CPoint> FlattenedEllipse(CRect const& box)
+{
+    if (box.Width() < 1 || box.Height() < 1)
+        return { { box.right, box.bottom }, { box.left, box.top }, { box.right, box.bottom } };
+    std::vector<CPoint> const quarter = LowerRightCurve(box.Width(), box.Height());
+    std::vector<CPoint> curve;
+    curve.reserve(4 * quarter.size() + 1);
+    auto const addQuarter = [&](bool mirrorX, bool mirrorY) {
+        for (std::size_t i = 0; i < quarter.size(); ++i) {
+            // The direction turns round with each mirroring.
+            CPoint const p = mirrorX == mirrorY ? quarter[i] : quarter[quarter.size() - 1 - i];
+            CPoint const at(mirrorX ? box.right - p.x : box.left + p.x, mirrorY ? box.bottom - p.y : box.top + p.y);
+            if (curve.empty() || !(curve.back() == at))
+                curve.push_back(at);
+        }
+    };
+    addQuarter(false, false);
+    addQuarter(true, false);
+    addQuarter(true, true);
+    addQuarter(false, true);
+    if (!(curve.back() == curve.front()))
+        curve.push_back(curve.front());
+    return curve;
+}
+
+std::vector<CPoint> FlattenedArc(CRect const& box, CPoint start, CPoint end)
+{
+    constexpr double kWholeTurn = 2.0 * std::numbers::pi;
+    std::vector<CPoint> curve = FlattenedEllipse(box);
+    curve.pop_back();
+    if (box.Width() < 1 || box.Height() < 1)
+        return curve;
+    double const a = box.Width() / 2.0;
+    double const b = box.Height() / 2.0;
+    // Angles of the circle that the ellipse is stretched from, counter-clockwise on the screen.
+    auto const angle = [&](CPoint p) { return std::atan2((box.top + b - p.y) / b, (p.x - box.left - a) / a); };
+    auto const at = [&](double t) {
+        return CPoint(static_cast<int>(std::lround(box.left + a + a * std::cos(t))),
+            static_cast<int>(std::lround(box.top + b - b * std::sin(t))));
+    };
+    double const first = angle(start);
+    double const last = angle(end);
+    auto const turn = [first](double t) { return t < first ? t - first + kWholeTurn : t - first; };
+    double const sweep = turn(last) > 0.0 ? turn(last) : kWholeTurn;
+    std::erase_if(curve, [&](CPoint p) { return turn(angle(p)) >= sweep; });
+    std::sort(curve.begin(), curve.end(), [&](CPoint p, CPoint q) { return turn(angle(p)) < turn(angle(q)); });
+    curve.insert(curve.begin(), at(first));
+    curve.push_back(at(last));
+    return curve;
 }
 
 } // namespace ombrel

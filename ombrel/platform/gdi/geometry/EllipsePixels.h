@@ -24,4 +24,12 @@ std::vector<EllipseRow> EllipseRows(CRect const& box, std::span<CPoint const> ou
 /// last pixel is left out, as a line leaves out its end.
 std::vector<CPoint> ArcPixels(CRect const& box, CPoint start, CPoint end);
 
+/// The ellipse that spans the columns left … right and the rows top … bottom as a closed curve, clockwise from its
+/// rightmost point and back; within half a pixel of the ellipse. A box without width or height is a line there and
+/// back.
+std::vector<CPoint> FlattenedEllipse(CRect const& box);
+/// The part of that curve counter-clockwise from the radial through start to that through end; all of it when they are
+/// the same.
+std::vector<CPoint> FlattenedArc(CRect const& box, CPoint start, CPoint end);
+
 } // namespace ombrel

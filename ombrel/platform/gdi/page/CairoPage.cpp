@@ -184,7 +184,7 @@ void CairoPage::SetColour(cairo_t* context, VectorColour const& colour) const
 
 void CairoPage::SetClip(Clip const& clip)
 {
-    if (clip.box == m_clip.box && clip.region == m_clip.region)
+    if (clip == m_clip)
         return;
     m_clip = clip;
     cairo_t* const context = m_context.get();

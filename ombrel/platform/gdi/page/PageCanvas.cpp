@@ -48,8 +48,6 @@ DeviceCapabilities PrinterCapabilities(PageSetup const& setup)
     return capabilities;
 }
 
-bool Same(Clip const& a, Clip const& b) { return a.box == b.box && a.region == b.region; }
-
 /// The lengths of a dash pattern, or none for a solid line.
 std::vector<double> DashLengths(std::span<double const> lengths, double scale)
 {
@@ -237,26 +235,10 @@ void PageCanvas::AddRect(CRect const& rect, VectorBrush const& brush, Clip const
     shape.AddRect(visible);
     bool const plain = !brush.hatchStyle && brush.foreground.alpha == 255;
     bool const afterRect = m_pending && m_pending->paint.edges == PagePaint::Edges::Upright;
-    if (plain && afterRect && Same(m_pending->clip, clip))
+    if (plain && afterRect && m_pending->clip == clip)
         ExtendUnder(std::span(m_pending->shape.points).last<4>(), visible);
     Add(std::move(shape), PagePaint { brush, {}, true, PagePaint::Edges::Upright }, plain ? Merging::Yes : Merging::No,
         clip);
-}
-
-void PageCanvas::FillRect(CRect const& rect, COLORREF colour, Clip const& clip)
-{
-    AddRect(rect, VectorBrush::Solid(colour), clip);
-}
-
-void PageCanvas::SetPixel(CPoint p, COLORREF colour, Clip const& clip)
-{
-    if (m_bounds.PtInRect(p))
-        AddRect({ p, CSize(1, 1) }, VectorBrush::Solid(colour), clip);
-}
-
-void PageCanvas::FillRegion(Region const& region, COLORREF colour, Clip const& clip)
-{
-    Fill(region, VectorBrush::Solid(colour), clip);
 }
 
 void PageCanvas::Fill(Region const& region, VectorBrush const& brush, Clip const& clip)
@@ -276,12 +258,8 @@ void PageCanvas::Stroke(Figures const& figures, VectorPen const& vectorPen, bool
     PagePen pen { vectorPen.colour, width, false, DashLengths(vectorPen.dashes, width) };
     PageShape shape;
     shape.offset = MiddleOffset(width);
-    std::size_t const count = std::max<std::size_t>(figures.starts.size(), 1);
-    for (std::size_t i = 0; i < count; ++i) {
-        std::size_t const size = figures.points.size();
-        std::size_t const first = i < figures.starts.size() ? std::min(figures.starts[i], size) : 0;
-        std::size_t const end = i + 1 < figures.starts.size() ? std::clamp(figures.starts[i + 1], first, size) : size;
-        auto const points = figures.points.subspan(first, end - first);
+    for (std::size_t i = 0; i < figures.Count(); ++i) {
+        auto const points = figures.PointsOf(i);
         if (points.size() >= 2 && !IsDot(points))
             shape.Add(SimplifyPath(Limited(points), pen.dashes.empty() ? kTolerance : 0.0), false);
     }
@@ -369,7 +347,7 @@ void PageCanvas::Add(PageShape&& shape, PagePaint&& paint, Merging merging, Clip
         return;
     bool const joins = merging == Merging::Yes && m_pending && m_pending->shape.points.size() < kLargest
         && (!paint.pen || m_pending->shape.figures.size() + m_pending->shape.arcs.size() < kMostStroked)
-        && m_pending->shape.offset == shape.offset && m_pending->paint == paint && Same(m_pending->clip, clip);
+        && m_pending->shape.offset == shape.offset && m_pending->paint == paint && m_pending->clip == clip;
     if (!joins) {
         Flush();
         if (merging == Merging::Yes)

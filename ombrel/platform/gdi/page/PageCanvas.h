@@ -1,6 +1,6 @@
 #pragma once
 #include "ombrel/platform/gdi/PageSurface.h"
-#include "ombrel/platform/gdi/RecordingSurface.h"
+#include "ombrel/platform/gdi/Primitive.h"
 
 #include <optional>
 #include <string>
@@ -102,9 +102,6 @@ public:
     void Polyline(std::span<CPoint const> points, LineStyle const& line, Clip const& clip) override;
     void Ellipse(CRect const& box, LineStyle const* outline, COLORREF const* fill, Clip const& clip) override;
     void Arc(CRect const& box, CPoint start, CPoint end, LineStyle const& line, Clip const& clip) override;
-    void FillRect(CRect const& rect, COLORREF colour, Clip const& clip) override;
-    void FillRegion(Region const& region, COLORREF colour, Clip const& clip) override;
-    void SetPixel(CPoint p, COLORREF colour, Clip const& clip) override;
     void Text(TextRun const& run, Clip const& clip) override;
     void Image(ImageCopy const& copy, Clip const& clip) override;
     void Stroke(Figures const& figures, VectorPen const& pen, bool smooth, Clip const& clip) override;

@@ -1,7 +1,7 @@
 #include "ombrel/platform/gdi/Coordinates.h"
+#include "ombrel/platform/gdi/geometry/HatchPatterns.h"
 #include "ombrel/platform/gdi/geometry/PathSimplify.h"
 #include "ombrel/platform/gdi/page/PageCanvas.h"
-#include "ombrel/platform/gdi/geometry/HatchPatterns.h"
 
 #include <algorithm>
 #include <array>
@@ -205,12 +205,11 @@ bool LimitToSource(ImageCopy const& copy, CRect& from, CRect& to)
 
 std::vector<RecordedPrimitive> WithoutRedrawn(std::span<RecordedPrimitive const> mark)
 {
-    using Kind = RecordedPrimitive::Kind;
     std::vector<RecordedPrimitive> kept;
     for (RecordedPrimitive const& p : mark) {
-        bool const isRedrawn = p.kind == Kind::Arc && !kept.empty() && kept.back().kind == Kind::Ellipse
-            && kept.back().rect == p.rect && kept.back().line == p.line;
-        if (!isRedrawn)
+        auto const* const arc = p.As<primitive::Arc>();
+        auto const* const ellipse = kept.empty() ? nullptr : kept.back().As<primitive::Ellipse>();
+        if (!arc || !ellipse || !(ellipse->box == arc->box) || ellipse->line != arc->line)
             kept.push_back(p);
     }
     return kept;

@@ -149,7 +149,7 @@ std::string SvgPage::Define(std::string_view prefix, std::string const& content)
 
 void SvgPage::SetClip(Clip const& clip)
 {
-    if (clip.box == m_clip.box && clip.region == m_clip.region)
+    if (clip == m_clip)
         return;
     m_clip = clip;
     // One group for each of the shapes that limit drawing.
@@ -278,7 +278,9 @@ bool SvgPage::BeginMark(std::span<RecordedPrimitive const> mark)
 {
     // Lines and dots of all marks make one path, which is shorter than references.
     auto const joins = [](RecordedPrimitive const& p) {
-        return p.kind == RecordedPrimitive::Kind::Polyline || p.kind == RecordedPrimitive::Kind::SetPixel;
+        auto const* const fill = p.As<primitive::Fill>();
+        bool const isDot = fill && fill->region.IsRect() && fill->region.Box().Size() == CSize(1, 1);
+        return isDot || p.As<primitive::Polyline>();
     };
     if (std::all_of(mark.begin(), mark.end(), joins))
         return false;

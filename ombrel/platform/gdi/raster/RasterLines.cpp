@@ -116,8 +116,8 @@ void DrawThroughMask(CoverageMask& mask, Figures const& figures, ThinPen const& 
         for (int u = uFrom; u <= uTo; ++u)
             mask.Touch(u, vFrom, vTo + 1);
     };
-    for (std::size_t i = 0; i < FigureCount(figures); ++i)
-        drawer.Draw(FigurePoints(figures, i), touch);
+    for (std::size_t i = 0; i < figures.Count(); ++i)
+        drawer.Draw(figures.PointsOf(i), touch);
 }
 
 } // namespace
@@ -182,8 +182,8 @@ FiguresExtent MeasureFigures(RasterCanvas const& canvas, Figures const& figures,
     long long across = 0;
     long long down = 0;
     long long upright = 0;
-    for (std::size_t f = 0; f < FigureCount(figures); ++f) {
-        auto const points = FigurePoints(figures, f);
+    for (std::size_t f = 0; f < figures.Count(); ++f) {
+        auto const points = figures.PointsOf(f);
         for (std::size_t i = 0; i < points.size(); ++i) {
             CPoint const p = ClampPoint(points[i]);
             bounds = { std::min(bounds.left, p.x), std::min(bounds.top, p.y), std::max(bounds.right, p.x),
@@ -237,8 +237,8 @@ void DrawThinLines(RasterCanvas const& canvas, CoverageMask& mask, Figures const
         gap = pen.gap->pixel;
     Plane<std::uint32_t> const plane { canvas.Row(0), 0, 0, 1, canvas.Stride() };
     ThinLineDrawer<std::uint32_t> const drawer(plane, canvas.Box(), pen, pen.ink.pixel, gap);
-    for (std::size_t i = 0; i < FigureCount(figures); ++i)
-        drawer.Draw(FigurePoints(figures, i), [](LinePixels const&, long long, long long) {});
+    for (std::size_t i = 0; i < figures.Count(); ++i)
+        drawer.Draw(figures.PointsOf(i), [](LinePixels const&, long long, long long) {});
 }
 
 void RasterSurface::Polyline(std::span<CPoint const> points, LineStyle const& line, Clip const& clip)

@@ -33,18 +33,6 @@ void DrawPixels(RasterCanvas const& canvas, CoverageMask& mask, std::span<CPoint
 void DrawWideLines(
     RasterCanvas const& canvas, CoverageMask& mask, std::span<CPoint const> points, LineStyle const& line);
 
-/// The points of figure i.
-inline std::span<CPoint const> FigurePoints(Figures const& figures, std::size_t i)
-{
-    if (figures.starts.empty())
-        return figures.points;
-    std::size_t const size = figures.points.size();
-    std::size_t const begin = std::min(figures.starts[i], size);
-    std::size_t const end = i + 1 < figures.starts.size() ? std::min(figures.starts[i + 1], size) : size;
-    return figures.points.subspan(begin, end > begin ? end - begin : 0);
-}
-inline std::size_t FigureCount(Figures const& figures) { return figures.starts.empty() ? 1 : figures.starts.size(); }
-
 /// What figures cover of the canvas, margin pixels more on every side than their points.
 struct FiguresExtent {
     CRect box;

@@ -1,5 +1,5 @@
 #include "ombrel/platform/gdi/Coordinates.h"
-#include "ombrel/platform/gdi/RecordingSurface.h"
+#include "ombrel/platform/gdi/Primitive.h"
 #include "ombrel/platform/gdi/raster/RasterCanvas.h"
 #include "ombrel/platform/gdi/raster/RasterSurface.h"
 
@@ -46,7 +46,8 @@ std::optional<MarkPicture> DrawMark(std::span<RecordedPrimitive const> mark, int
     bool const isSmall = !box.IsRectEmpty() && box.Width() <= kLargestSide && box.Height() <= kLargestSide;
     // Edges of wide slanted lines are rounded where they lie: such lines may differ by a pixel from place to place.
     auto const isAlike = [](RecordedPrimitive const& p) {
-        return IsPlain(p) && (p.kind != RecordedPrimitive::Kind::Polyline || p.line.width <= 1);
+        auto const* const polyline = p.As<primitive::Polyline>();
+        return IsPlain(p) && (!polyline || polyline->line.width <= 1);
     };
     if (!isSmall || !std::all_of(mark.begin(), mark.end(), isAlike))
         return {};

@@ -8,7 +8,6 @@
 
 #include <array>
 #include <cmath>
-#include <numbers>
 
 namespace ombrel {
 
@@ -74,21 +73,6 @@ void StampLine(CoverageMask& mask, PenDot const& dot, CPoint from, CPoint to)
     CoverBand(mask, band, dot.Width() / 2.0, DashPattern(), unused);
 }
 
-/// Points round an ellipse too large to be followed pixel by pixel, a chord at most half a pixel inside.
-std::vector<CPoint> EllipsePolygon(CRect const& box)
-{
-    double const a = 0.5 * (static_cast<double>(box.right) - box.left - 1.0);
-    double const b = 0.5 * (static_cast<double>(box.bottom) - box.top - 1.0);
-    int const count = static_cast<int>(std::min(20000.0, 4.0 + std::numbers::pi * std::sqrt(std::max(a, b))));
-    std::vector<CPoint> points;
-    for (int i = 0; i <= count; ++i) {
-        double const angle = 2.0 * std::numbers::pi * (i % count) / count;
-        points.push_back({ static_cast<int>(std::lround(box.left + a - a * std::cos(angle))),
-            static_cast<int>(std::lround(box.top + b + b * std::sin(angle))) });
-    }
-    return points;
-}
-
 bool IsTooLarge(CRect const& box) { return box.Width() > kLargestEllipse || box.Height() > kLargestEllipse; }
 
 CRect NormalBox(CRect const& box)
@@ -147,11 +131,7 @@ void RasterSurface::Ellipse(CRect const& box, LineStyle const* outline, COLORREF
     if (canvas.IsEmpty() || !reached.IntersectRect(reached, canvas.Box()))
         return;
     if (IsTooLarge(normal)) {
-        std::vector<CPoint> const polygon = EllipsePolygon(normal);
-        if (fill)
-            FillRegion(Region::FromPolygon(polygon, ALTERNATE), *fill, clip);
-        if (outline)
-            Polyline(polygon, *outline, clip);
+        Surface::Ellipse(normal, outline, fill, clip);
         return;
     }
     std::vector<CPoint> const pixels = EllipseOutline(normal);
@@ -171,30 +151,10 @@ void RasterSurface::Arc(CRect const& box, CPoint start, CPoint end, LineStyle co
     CRect const normal = NormalBox(box);
     if (canvas.IsEmpty() || line.style == PS_NULL)
         return;
-    if (!IsTooLarge(normal)) {
+    if (IsTooLarge(normal))
+        Surface::Arc(normal, ClampPoint(start), ClampPoint(end), line, clip);
+    else
         DrawPixels(canvas, m_mask, ArcPixels(normal, ClampPoint(start), ClampPoint(end)), line);
-        return;
-    }
-    // The chords of the large ellipse that lie between the radials.
-    auto const angle = [&normal](CPoint p) {
-        double const x = p.x - 0.5 * (static_cast<double>(normal.left) + normal.right);
-        double const y = p.y - 0.5 * (static_cast<double>(normal.top) + normal.bottom);
-        return std::atan2(-y, x);
-    };
-    auto const turnFrom = [](double from, double to) {
-        double const turn = to - from;
-        return turn < 0.0 ? turn + 2.0 * std::numbers::pi : turn;
-    };
-    std::vector<CPoint> points = EllipsePolygon(normal);
-    points.pop_back();
-    double const from = angle(start);
-    double sweep = turnFrom(from, angle(end));
-    if (sweep == 0.0)
-        sweep = 2.0 * std::numbers::pi;
-    auto const before = [&](CPoint a, CPoint b) { return turnFrom(from, angle(a)) < turnFrom(from, angle(b)); };
-    std::stable_sort(points.begin(), points.end(), before);
-    std::erase_if(points, [&](CPoint p) { return turnFrom(from, angle(p)) > sweep; });
-    Polyline(points, line, clip);
 }
 
 } // namespace ombrel

@@ -102,8 +102,8 @@ void DrawBands(RasterCanvas const& canvas, CoverageMask& mask, Figures const& fi
         return;
     mask.Begin(extent.box, extent.isUpright ? CoverageMask::Lines::Columns : CoverageMask::Lines::Rows);
     BandDrawer drawer(mask, width, pattern, smooth);
-    for (std::size_t i = 0; i < FigureCount(figures); ++i)
-        drawer.Draw(FigurePoints(figures, i));
+    for (std::size_t i = 0; i < figures.Count(); ++i)
+        drawer.Draw(figures.PointsOf(i));
     mask.Flush(canvas, ink);
 }
 

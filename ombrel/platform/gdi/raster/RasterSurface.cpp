@@ -1,8 +1,8 @@
 #include "ombrel/platform/gdi/raster/RasterSurface.h"
 
 #include "ombrel/platform/gdi/Coordinates.h"
-#include "ombrel/platform/gdi/geometry/PolygonScan.h"
 #include "ombrel/platform/gdi/geometry/HatchPatterns.h"
+#include "ombrel/platform/gdi/geometry/PolygonScan.h"
 #include "ombrel/platform/gdi/raster/PolygonMask.h"
 #include "ombrel/platform/gdi/text/TextEngine.h"
 
@@ -40,33 +40,6 @@ std::unique_ptr<Surface> MakeRasterSurface(std::shared_ptr<Raster> raster)
     return std::make_unique<RasterSurface>(std::move(raster));
 }
 
-DeviceCapabilities const& RasterSurface::Capabilities() const
-{
-    static constexpr DeviceCapabilities kScreen;
-    return kScreen;
-}
-
-void RasterSurface::FillRect(CRect const& rect, COLORREF colour, Clip const& clip)
-{
-    RasterCanvas const canvas(m_raster.get(), clip);
-    CRect normal = rect;
-    normal.NormalizeRect();
-    canvas.FillBox(normal, canvas.Pixel(colour));
-}
-
-void RasterSurface::FillRegion(Region const& region, COLORREF colour, Clip const& clip)
-{
-    if (region.IsRect()) {
-        FillRect(region.Box(), colour, clip);
-        return;
-    }
-    RasterCanvas const canvas(m_raster.get(), clip);
-    if (FillCrowded(region, canvas, canvas.InkOf({ colour, 255 })))
-        return;
-    std::uint32_t const pixel = canvas.Pixel(colour);
-    ForSpans(region, canvas, [&](int y, int left, int right) { canvas.FillSpan(y, left, right, pixel); });
-}
-
 bool RasterSurface::FillCrowded(Region const& region, RasterCanvas const& canvas, Ink const& ink)
 {
     CRect box;
@@ -76,20 +49,6 @@ bool RasterSurface::FillCrowded(Region const& region, RasterCanvas const& canvas
     CoverPolygon(m_mask, region.Outline(), box);
     m_mask.Flush(canvas, ink);
     return true;
-}
-
-void RasterSurface::SetPixel(CPoint p, COLORREF colour, Clip const& clip)
-{
-    RasterCanvas const canvas(m_raster.get(), clip);
-    if (canvas.Contains(p))
-        canvas.Row(p.y)[p.x] = canvas.Pixel(colour);
-}
-
-std::optional<COLORREF> RasterSurface::GetPixel(CPoint p) const
-{
-    if (!Bounds().PtInRect(p))
-        return {};
-    return Raster::ToColour(m_raster->Row(p.y)[p.x]);
 }
 
 void RasterSurface::Text(TextRun const& run, Clip const& clip)
@@ -127,13 +86,21 @@ void RasterSurface::Fill(Region const& region, VectorBrush const& brush, Clip co
         });
         return;
     }
-    Ink const ink = canvas.InkOf(brush.foreground);
-    if (ink.alpha == 255 || (ink.mono && ink.alpha >= 128)) {
-        FillRegion(region, brush.foreground.colour, clip);
+    Ink ink = canvas.InkOf(brush.foreground);
+    if (ink.mono)
+        ink.alpha = ink.alpha >= 128 ? 255 : 0;
+    if (ink.alpha == 0)
+        return;
+    if (ink.alpha == 255 && region.IsRect()) {
+        canvas.FillBox(region.Box(), ink.pixel);
         return;
     }
-    if (ink.mono || FillCrowded(region, canvas, ink))
+    if (FillCrowded(region, canvas, ink))
         return;
+    if (ink.alpha == 255) {
+        ForSpans(region, canvas, [&](int y, int left, int right) { canvas.FillSpan(y, left, right, ink.pixel); });
+        return;
+    }
     PixelBlend const blend(ink.pixel, ink.alpha);
     ForSpans(region, canvas, [&](int y, int left, int right) {
         canvas.ForVisible(y, left, right,

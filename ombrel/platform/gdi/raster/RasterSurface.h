@@ -12,19 +12,14 @@ namespace ombrel {
 class RasterSurface : public Surface {
 public:
     explicit RasterSurface(std::shared_ptr<Raster> raster);
-    DeviceCapabilities const& Capabilities() const override;
     CRect Bounds() const override { return m_raster ? m_raster->Bounds() : CRect(); }
     void Polyline(std::span<CPoint const> points, LineStyle const& line, Clip const& clip) override;
-    void Ellipse(CRect const& box, LineStyle const* outline, COLORREF const* fill, Clip const& clip) override;
-    void Arc(CRect const& box, CPoint start, CPoint end, LineStyle const& line, Clip const& clip) override;
-    void FillRect(CRect const& rect, COLORREF colour, Clip const& clip) override;
-    void FillRegion(Region const& region, COLORREF colour, Clip const& clip) override;
-    void SetPixel(CPoint p, COLORREF colour, Clip const& clip) override;
-    std::optional<COLORREF> GetPixel(CPoint p) const override;
-    void Text(TextRun const& run, Clip const& clip) override;
-    void Image(ImageCopy const& copy, Clip const& clip) override;
     void Stroke(Figures const& figures, VectorPen const& pen, bool smooth, Clip const& clip) override;
     void Fill(Region const& region, VectorBrush const& brush, Clip const& clip) override;
+    void Text(TextRun const& run, Clip const& clip) override;
+    void Image(ImageCopy const& copy, Clip const& clip) override;
+    void Ellipse(CRect const& box, LineStyle const* outline, COLORREF const* fill, Clip const& clip) override;
+    void Arc(CRect const& box, CPoint start, CPoint end, LineStyle const& line, Clip const& clip) override;
     void Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip) override;
     Raster const* GetRaster() const override { return m_raster.get(); }
 
