@@ -29,7 +29,7 @@ struct BITMAPINFOHEADER {
 class OMBREL_EXPORT CDIB : public CObject {
 public:
     /// The largest width and height.
-    static constexpr int kMaxSide = 32767;
+    static constexpr int kMaxSide = kLongestBitmapSide;
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
     CDIB() = default;

@@ -3,6 +3,7 @@
 #include "ombrel/foundation/Utils.h"
 #include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
+#include "ombrel/platform/gdi/Coordinates.h"
 #include "ombrel/platform/gdi/GdiObjects.h"
 
 #include <cstdint>
@@ -14,7 +15,7 @@ namespace ombrel {
 /// X and Y give exactly what CPort::UnitsToWindow gives. Results lie in −32000 … 32000; what is not a number maps to 0
 /// (plus the window's top).
 struct OMBREL_EXPORT PortMapping {
-    static constexpr int kDeviceLimit = 32000;
+    static constexpr int kDeviceLimit = kMappedLimit;
     double realLeft = 0.0;
     double realTop = 0.0;
     /// Pixels per real unit.

@@ -52,7 +52,7 @@ std::vector<RoomRule> const& RoomRules()
         { "platform/gdi", "geometry", {} },
         { "platform/gdi", "text", { "geometry" } },
         { "platform/gdi", "raster", { "geometry", "text" } },
-        { "platform/gdi", "page", { "geometry", "text", "raster" } },
+        { "platform/gdi", "page", { "geometry", "text" } },
     };
     return rules;
 }

@@ -5,8 +5,20 @@
 
 namespace ombrel {
 
-/// Coordinates beyond this are drawn as if they lay at it: products of two of them still fit in 64 bits.
+// How far coordinates reach to both sides of 0, from the widest limit to the narrowest, in device pixels.
+
+/// Everything that is drawn: coordinates beyond this are drawn as if they lay at it. Products of two of them still fit
+/// in 64 bits. A clip without a box of its own reaches as far.
 inline constexpr int kCoordinateLimit = 1 << 29;
+/// What pages write into documents: readers of their formats compute in single precision or in 24 bits and a fraction.
+inline constexpr int kDocumentLimit = 1 << 20;
+/// Ellipses of longer sides are not followed pixel by pixel, since their figures would not fit in 64 bits.
+inline constexpr int kLargestEllipse = 1 << 15;
+/// Sides of bitmaps: what the headers of their files, and programs that read them, expect.
+inline constexpr int kLongestBitmapSide = 32767;
+/// What real coordinates are mapped to. A device that graphs are drawn on is no wider nor higher: what lay beyond would
+/// stay empty. Pages are made so.
+inline constexpr int kMappedLimit = 32000;
 
 inline int ClampCoordinate(long long c)
 {

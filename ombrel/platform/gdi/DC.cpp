@@ -74,7 +74,7 @@ void CDC::Reset()
 
 bool CDC::CreateCompatibleDC(CDC*)
 {
-    m_surface = MakeRasterSurface(nullptr);
+    OwnSurface() = MakeRasterSurface(nullptr);
     m_isMemory = true;
     Reset();
     return true;
@@ -137,8 +137,8 @@ CBitmap* CDC::SelectObject(CBitmap* bitmap)
         return nullptr;
     if (!bitmap)
         bitmap = &m_noBitmap;
-    if (bitmap->GetRaster().get() != m_surface->GetRaster())
-        m_surface = MakeRasterSurface(bitmap->GetRaster());
+    if (bitmap->GetRaster().get() != OwnSurface()->GetRaster())
+        OwnSurface() = MakeRasterSurface(bitmap->GetRaster());
     return std::exchange(m_bitmap, bitmap);
 }
 
@@ -326,6 +326,25 @@ bool CDC::StretchBlt(int x, int y, int w, int h, CDC* source, int sx, int sy, in
     copy.maskColour = source->m_state.backColour;
     m_surface->Image(copy, m_state.clip);
     return true;
+}
+
+LentSurface::LentSurface(CDC& dc, std::shared_ptr<Surface> surface)
+    : m_dc(dc)
+{
+    assert(surface);
+    if (dc.m_own)
+        m_outer = std::move(dc.m_surface);
+    else
+        dc.m_own = std::move(dc.m_surface);
+    dc.m_surface = std::move(surface);
+}
+
+LentSurface::~LentSurface()
+{
+    if (m_outer)
+        m_dc.m_surface = std::move(m_outer);
+    else
+        m_dc.m_surface = std::exchange(m_dc.m_own, nullptr);
 }
 
 } // namespace ombrel

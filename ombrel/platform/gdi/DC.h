@@ -46,6 +46,7 @@ public:
     CDC& operator=(CDC const&) = delete;
 
     bool CreateCompatibleDC(CDC* reference);
+    /// Where primitives go to.
     Surface& GetSurface() const { return *m_surface; }
     bool IsPrinting() const { return m_surface->IsPrinting(); }
     int GetDeviceCaps(int capability) const;
@@ -120,6 +121,7 @@ public:
     bool StretchBlt(int x, int y, int w, int h, CDC* source, int sx, int sy, int sw, int sh, DWORD operation);
 
 private:
+    friend class LentSurface;
     struct State {
         CPen* penObject = nullptr;
         CBrush* brushObject = nullptr;
@@ -142,7 +144,12 @@ private:
     CPoint ToDevice(CPoint p) const;
     CRect ToDevice(CRect const& r) const;
 
+    /// The context's own surface, whichever is lent to it.
+    std::shared_ptr<Surface>& OwnSurface() { return m_own ? m_own : m_surface; }
+
     std::shared_ptr<Surface> m_surface;
+    /// While another is lent.
+    std::shared_ptr<Surface> m_own;
     bool m_isMemory = true;
     CBitmap* m_bitmap = nullptr;
     // What a new context has selected, and can be selected back.
@@ -169,6 +176,22 @@ public:
 private:
     CDC& m_dc;
     int m_level;
+};
+
+/// Lends a device context another surface for the life of a scope: primitives go there, and pictures are copied from
+/// there. Then the context has its own surface back, with the bitmap that was selected last, before or meanwhile.
+/// Scopes may be nested.
+class OMBREL_EXPORT LentSurface {
+public:
+    LentSurface(CDC& dc, std::shared_ptr<Surface> surface);
+    ~LentSurface();
+    LentSurface(LentSurface const&) = delete;
+    LentSurface& operator=(LentSurface const&) = delete;
+
+private:
+    CDC& m_dc;
+    /// Lent by an outer scope, if any.
+    std::shared_ptr<Surface> m_outer;
 };
 
 } // namespace ombrel

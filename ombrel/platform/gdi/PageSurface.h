@@ -21,6 +21,7 @@ struct PageSetup {
 };
 
 /// A printer with one page: device pixels at 600 to the inch, real millimetres. Lines stay lines, text stays text.
+/// Pages longer than 1354 mm have 300 or 150 pixels to the inch, so that no side is beyond kMappedLimit.
 class PageSurface : public Surface {
 public:
     /// The bytes of the finished document; the surface takes no more drawing after it.
@@ -29,6 +30,7 @@ public:
     bool IsPrinting() const override { return true; }
 };
 
+/// Of pages that are not very large.
 inline constexpr int kPageDotsPerInch = 600;
 
 /// Sides of 1 … 5080 mm (beyond, they are limited).

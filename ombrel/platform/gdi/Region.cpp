@@ -1,6 +1,5 @@
 #include "ombrel/platform/gdi/Region.h"
 
-#include "ombrel/platform/gdi/Coordinates.h"
 #include "ombrel/platform/gdi/geometry/PolygonScan.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
+#include "ombrel/platform/gdi/Coordinates.h"
 
 #include <memory>
 #include <span>
@@ -59,7 +60,7 @@ private:
 
 /// Where drawing is let through: a box and, when there is one, a region as well.
 struct OMBREL_EXPORT Clip {
-    CRect box { -0x8000, -0x8000, 0x7FFFFFF, 0x7FFFFFF };
+    CRect box { -kCoordinateLimit, -kCoordinateLimit, kCoordinateLimit, kCoordinateLimit };
     std::shared_ptr<Region const> region;
     /// The smallest rectangle outside which nothing is drawn.
     CRect Box() const;

@@ -101,6 +101,40 @@ TEST(DeviceContext, DrawsOnTheBitmapThatIsSelected)
     EXPECT_EQ(dc.GetPixel(2, 2), CLR_INVALID);
 }
 
+TEST(DeviceContext, HasItsOwnSurfaceBackAfterALoan)
+{
+    CDC dc;
+    CBitmap own;
+    CBitmap next;
+    own.CreateBitmap(3, 3, 24);
+    next.CreateBitmap(3, 3, 24);
+    dc.SelectObject(&own);
+    auto const outer = std::make_shared<Raster>(5, 5, 24);
+    auto const inner = std::make_shared<Raster>(5, 5, 24);
+    {
+        LentSurface const lent(dc, MakeRasterSurface(outer));
+        dc.FillSolidRect({ 0, 0, 9, 9 }, 1);
+        {
+            LentSurface const lentAgain(dc, MakeRasterSurface(inner));
+            dc.FillSolidRect({ 0, 0, 9, 9 }, 2);
+        }
+        EXPECT_EQ(dc.GetPixel(4, 4), 1u);
+        CDC target(MakeRasterSurface(inner));
+        target.BitBlt(0, 0, 1, 1, &dc, 0, 0, SRCCOPY);
+        EXPECT_EQ(target.GetPixel(0, 0), 1u) << "copied from where the picture is";
+        EXPECT_EQ(target.GetPixel(1, 0), 2u);
+        // Selected meanwhile, a bitmap waits for the end of the loan.
+        EXPECT_EQ(dc.SelectObject(&next), &own);
+        dc.FillSolidRect({ 0, 0, 9, 9 }, 3);
+    }
+    EXPECT_EQ(dc.GetPixel(4, 4), CLR_INVALID);
+    EXPECT_EQ(dc.GetPixel(0, 0), 0u) << "nothing was drawn there";
+    dc.FillSolidRect({ 0, 0, 9, 9 }, 4);
+    EXPECT_EQ(Raster::ToColour(next.GetRaster()->Row(2)[2]), 4u);
+    EXPECT_EQ(Raster::ToColour(own.GetRaster()->Row(2)[2]), 0u);
+    EXPECT_EQ(Raster::ToColour(outer->Row(0)[0]), 3u);
+}
+
 TEST(DeviceContext, CapabilitiesAreTheScreensWhateverIsSelected)
 {
     struct {

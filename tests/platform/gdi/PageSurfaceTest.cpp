@@ -293,9 +293,12 @@ TEST(PageSurface, SvgRefersToMarksThatAreRepeated)
     };
     // The last of equal points is kept, what lies off the page is not.
     std::string const svg = marks({ { 10, 20 }, { 30, 40 }, { 10, 20 }, { -90, 7 }, { -7, 0 } }, true);
-    EXPECT_THAT(svg, HasSubstr("<g id=\"m1\">\n<path fill=\"#f00\" class=\"f\" d=\"m-8-8h16v16h-16z\"/>"));
     EXPECT_THAT(svg,
-        HasSubstr("<use xlink:href=\"#m1\" x=\"30\" y=\"40\"/>\n<use xlink:href=\"#m1\" x=\"10\" y=\"20\"/>\n"
+        HasSubstr("<g id=\"m1\">\n<path fill=\"#f00\" class=\"f\" "
+                  "d=\"m-8-8h16v16h-16z\"/>"));
+    EXPECT_THAT(svg,
+        HasSubstr("<use xlink:href=\"#m1\" x=\"30\" y=\"40\"/>\n<use "
+                  "xlink:href=\"#m1\" x=\"10\" y=\"20\"/>\n"
                   "<use xlink:href=\"#m1\" x=\"-7\" y=\"0\"/>\n</g>"));
     EXPECT_EQ(Count(svg, "<use"), 3U);
     // Lines alone make one path, but not an endless one.
@@ -306,21 +309,116 @@ TEST(PageSurface, SvgRefersToMarksThatAreRepeated)
     EXPECT_EQ(Count(marks(many, false), "<path"), 4U);
 }
 
-TEST(PageSurface, MaskedPicturesLeaveOutWhatChangesNothing)
+/// What a document has between its frame.
+std::string Body(std::string const& svg)
 {
-    Raster raster(2, 1, 24);
-    raster.Row(0)[0] = 0xFFFFFF;
-    auto const svg = [&raster](DWORD operation) {
-        return MakeSvg([&](Surface& page) {
-            page.Image({ &raster, { 0, 0, 2, 1 }, { 0, 0, 200, 100 }, operation, 0, 0, 0 }, {});
-        });
+    std::size_t const begin = svg.find("sans-serif\">\n") + 13;
+    return svg.substr(begin, svg.rfind("\n</g>\n</svg>") - begin);
+}
+
+TEST(PageSurface, SvgHasEveryPrimitiveWhereItIsDrawn)
+{
+    static CPoint const points[] = { { 0, 0 }, { 90, 0 }, { 90, 60 }, { 30, 60 } };
+    static std::size_t const starts[] = { 0, 2 };
+    static double const dashes[] = { 3, 1 };
+    static Raster const raster(2, 1, 24);
+    static LineStyle const thin { PS_SOLID, 1, 0, {} };
+    static LineStyle const wide { PS_DASH, 4, RGB(0, 0, 255), {} };
+    static COLORREF const red = RGB(255, 0, 0);
+    struct {
+        Draw draw;
+        char const* body;
+    } const cases[] = {
+        // Middles of the outermost pixels: 10.5 to 50.5 and 20.5 to 40.5.
+        { [](Surface& s) {
+             s.Ellipse({ 10, 20, 51, 41 }, &thin, &red, {});
+         },
+            R"(<path fill="#f00" stroke="#000" stroke-width="3.125" class="r" d="M50.5 30.5A20 10 0 0 1 10.5 30.5 20 10 0 0 1 50.5 30.5z"/>)" },
+        // Without an outline it fills its box.
+        { [](Surface& s) {
+             s.Ellipse({ 10, 20, 50, 40 }, nullptr, &red, {});
+         },
+            R"(<path fill="#f00" d="M50 30A20 10 0 0 1 10 30 20 10 0 0 1 50 30z"/>)" },
+        { [](Surface& s) {
+             s.Ellipse({ 10, 20, 51, 41 }, &wide, nullptr, {});
+         },
+            R"(<path stroke="#00f" stroke-width="4" class="r" d="M50.5 30.5A20 10 0 0 1 10.5 30.5 20 10 0 0 1 50.5 30.5z"/>)" },
+        // A quarter from the right up to the top, and the other three.
+        { [](Surface& s) {
+             s.Arc({ 0, 0, 100, 100 }, { 200, 50 }, { 50, -9 }, thin, {});
+         },
+            R"(<path stroke="#000" stroke-width="3.125" d="M99.5 50A49.5 49.5 0 0 0 85.002 14.998 49.5 49.5 0 0 0 50 .5"/>)" },
+        { [](Surface& s) {
+             s.Arc({ 0, 0, 100, 100 }, { 50, -9 }, { 200, 50 }, thin, {});
+         },
+            R"(<path stroke="#000" stroke-width="3.125" d="M50 .5A49.5 49.5 0 0 0 14.998 85.002 49.5 49.5 0 0 0 99.5 50"/>)" },
+        // Dashes as long as on the screen, over a line of the background's
+        // colour.
+        { [](Surface& s) {
+             s.Polyline(points, { PS_DASH, 1, red, RGB(0, 255, 0) }, {});
+         },
+            "<path stroke=\"#0f0\" stroke-width=\"3.125\" d=\"m.5 .5h90v60h-60\"/>\n"
+            "<path stroke=\"#f00\" stroke-width=\"3.125\" stroke-dasharray=\"112.5 "
+            "37.5\" d=\"m.5 .5h90v60h-60\"/>" },
+        { [](Surface& s) {
+             s.Polyline(points, { PS_NULL, 1, red, {} }, {});
+         },
+            "" },
+        { [](Surface& s) {
+             s.Stroke({ points, starts }, { { red, 128 }, 6.0, dashes }, true, {});
+         },
+            R"(<path stroke="#f00" stroke-opacity=".502" stroke-width="6" stroke-dasharray="18 6" d="m0 0h90m0 60h-60"/>)" },
+        { [](Surface& s) { s.Fill(Region::FromPolygon(points, ALTERNATE), VectorBrush::Solid(red), {}); },
+            R"(<path fill="#f00" fill-rule="evenodd" class="f" d="m0 0h90v60h-60z"/>)" },
+        { [](Surface& s) {
+             s.Fill(Region::FromPolygon(points, WINDING), { { red, 51 }, {}, {} }, {});
+         },
+            R"(<path fill="#f00" fill-opacity=".2" class="f" d="m0 0h90v60h-60z"/>)" },
+        // A rectangle that goes beyond the page is cut.
+        { [](Surface& s) {
+             FillRect(s, { 20, -9, -5, 30 }, red, {});
+         },
+            R"(<path fill="#f00" class="f" d="m0 0h20v30h-20z"/>)" },
     };
-    EXPECT_THAT(svg(SRCCOPY), HasSubstr("width=\"200\" height=\"100\" preserveAspectRatio=\"none\""));
-    EXPECT_THAT(svg(SRCCOPY), HasSubstr("data:image/png;base64,iVBORw0KGgo"));
-    EXPECT_NE(svg(SRCAND), svg(SRCCOPY));
-    EXPECT_NE(svg(SRCPAINT), svg(SRCAND));
-    EXPECT_EQ(svg(SRCPAINT), svg(SRCINVERT));
-    EXPECT_NE(svg(NOTSRCCOPY), svg(SRCCOPY));
+    std::string const empty = Body(MakeSvg([](Surface&) {}));
+    for (auto const& c : cases) {
+        std::string const body = Body(MakeSvg(c.draw));
+        EXPECT_EQ(body, *c.body ? c.body : empty);
+    }
+    EXPECT_THAT(MakeSvg([](Surface& s) {
+        s.Image({ &raster, { 0, 0, 2, 1 }, { 5, 6, 205, 106 }, SRCCOPY, 0, 0, 0 }, {});
+    }),
+        HasSubstr("<image x=\"5\" y=\"6\" width=\"200\" height=\"100\" "
+                  "preserveAspectRatio=\"none\" "
+                  "xlink:href=\"data:image/png;base64,iVBORw0KGgo"));
+}
+
+TEST(PageSurface, VeryLargePagesHaveFewerDotsButAllOfTheirArea)
+{
+    struct {
+        double widthMm;
+        double heightMm;
+        int dotsPerInch;
+        CSize pixels;
+        char const* hairline;
+    } const cases[] = {
+        { 1354, 500, 600, { 31984, 11811 }, "3.125" },
+        { 1355, 500, 300, { 16004, 5906 }, "1.563" },
+        { 500, 2000, 300, { 5906, 23622 }, "1.563" },
+        { 5080, 5080, 150, { 30000, 30000 }, ".781" },
+    };
+    for (auto const& c : cases) {
+        auto const page = MakePageSurface({ PageFormat::Svg, c.widthMm, c.heightMm, "", "", 0 });
+        DeviceCapabilities const& device = page->Capabilities();
+        EXPECT_EQ(device.logPixelsX, c.dotsPerInch);
+        EXPECT_EQ(device.logPixelsY, c.dotsPerInch);
+        EXPECT_EQ(CSize(device.horzRes, device.vertRes), c.pixels);
+        CPoint const across[] = { { 0, 0 }, { c.pixels.cx - 1, c.pixels.cy - 1 } };
+        page->Polyline(across, {}, {});
+        std::string const svg = page->Finish();
+        EXPECT_THAT(svg, HasSubstr("viewBox=\"0 0 " + std::to_string(c.pixels.cx) + " " + std::to_string(c.pixels.cy)));
+        EXPECT_THAT(svg, HasSubstr(std::string("stroke-width=\"") + c.hairline));
+    }
 }
 
 TEST(PageSurface, DenseCurvesMakeSmallDocuments)

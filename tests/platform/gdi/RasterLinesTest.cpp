@@ -113,6 +113,48 @@ TEST(Lines, WidePensStampARoundDot)
     EXPECT_EQ(drawn(5, { 3, 3 }, { 3, 3 }), ".........\n..###....\n.#####...\n.#####...\n.#####...\n..###....\n");
 }
 
+/// The part of a picture that begins at a point.
+std::vector<std::uint32_t> Part(Picture const& picture, CPoint from, CSize size)
+{
+    std::vector<std::uint32_t> pixels;
+    for (int y = 0; y < size.cy; ++y)
+        for (int x = 0; x < size.cx; ++x)
+            pixels.push_back(picture.Pixel(from.x + x, from.y + y));
+    return pixels;
+}
+
+TEST(Lines, WideOnesHaveTheSamePixelsWhereverTheyLie)
+{
+    constexpr CSize kSize(48, 40);
+    constexpr CPoint kMoves[] { { 1, 0 }, { 257, 2 }, { 601, 423 } };
+    std::mt19937 random(29);
+    double const dashes[] { 2, 1.5 };
+    for (int round = 0; round < 60; ++round) {
+        Points points;
+        for (int i = 0; i < 3; ++i)
+            points.push_back({ 8 + static_cast<int>(random() % 32), 8 + static_cast<int>(random() % 24) });
+        int const width = 2 + round % 6;
+        auto const draw = [&](CDC& dc) {
+            dc.Polyline(points);
+            VectorGraphics graphics(dc);
+            graphics.SetSmoothing(round % 3 == 2);
+            std::span<double const> const pattern
+                = round % 2 ? std::span<double const>(dashes) : std::span<double const>();
+            graphics.DrawCurve({ { kBrushColour, 255 }, width - 0.5, pattern }, points);
+        };
+        Picture first(kSize.cx, kSize.cy);
+        first.UsePen(PS_SOLID, width);
+        draw(first.DC());
+        for (CPoint const by : kMoves) {
+            Picture moved(by.x + kSize.cx, by.y + kSize.cy);
+            moved.UsePen(PS_SOLID, width);
+            moved.DC().SetViewportOrg(by.x, by.y);
+            draw(moved.DC());
+            ASSERT_EQ(Part(moved, by, kSize), Part(first, {}, kSize)) << "round " << round << " by " << by.x;
+        }
+    }
+}
+
 TEST(Lines, ClippingNeverMovesALine)
 {
     std::mt19937 random(3);

@@ -38,9 +38,11 @@ public:
     void operator()(primitive::Stroke const& p)
     {
         *this << "stroke";
-        for (std::size_t i = 0; Figures { p.points, p.starts }.Count() > i; ++i) {
-            auto const figure = Figures { p.points, p.starts }.PointsOf(i);
-            *this << (i > 0 ? " |" : "") << std::vector<CPoint>(figure.begin(), figure.end());
+        Figures const figures { p.points, p.starts };
+        for (std::size_t i = 0; i < figures.Count(); ++i) {
+            auto const figure = figures.PointsOf(i);
+            if (!figure.empty())
+                *this << (i > 0 ? " |" : "") << std::vector<CPoint>(figure.begin(), figure.end());
         }
         *this << " pen=" << p.pen.colour << "/" << p.pen.width;
         for (std::size_t i = 0; i < p.pen.dashes.size(); ++i)

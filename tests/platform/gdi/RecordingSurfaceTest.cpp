@@ -95,21 +95,5 @@ TEST(RecordingSurface, DashesOutliveThePenThatDrewThem)
     EXPECT_EQ(test::OfKind<primitive::Stroke>(copies).at(0).pen.dashes, (std::vector<double> { 3, 1 }));
 }
 
-TEST(RecordingSurface, DumpNamesEachPrimitiveOnALineOfItsOwn)
-{
-    RecordingSurface surface({ 100, 100 });
-    LOGFONT font;
-    font.lfFaceName = "Arial";
-    font.lfHeight = 15;
-    font.lfEscapement = 900;
-    Clip clip;
-    clip.box = { 0, 0, 50, 50 };
-    surface.Polyline(kLine, { PS_DASH, 1, RGB(255, 0, 0), {} }, clip);
-    surface.Text({ "X Axis", { 7, 8 }, &font, RGB(0, 0, 255), {} }, {});
-    EXPECT_EQ(test::Dump(surface.Primitives()),
-        "polyline 1,2 3,4 pen=#ff0000/1/dash clip=[0,0 50,50]\n"
-        "text 7,8 \"X Axis\" #0000ff font=Arial/15/turned900\n");
-}
-
 } // namespace
 } // namespace ombrel

@@ -63,9 +63,21 @@ TEST(VectorLine, WideLinesHaveFlatEnds)
     EXPECT_EQ(Drawn(8, 5, Pen(3), { { 6, 2 }, { 1, 2 } }), "........\n.#####..\n.#####..\n.#####..\n........\n");
     EXPECT_EQ(Drawn(5, 6, Pen(4), { { 2, 1 }, { 2, 4 } }), ".....\n####.\n####.\n####.\n.....\n.....\n");
     EXPECT_EQ(Drawn(10, 7, Pen(3), { { 2, 2 }, { 8, 2 }, { 8, 6 } }),
-        "..........\n..########\n..########\n..########\n.......###\n.......###\n..........\n");
+        "..........\n..########\n..########\n..########\n.......###\n......"
+        ".###\n..........\n");
     EXPECT_EQ(Drawn(10, 7, Pen(2), { { 8, 6 }, { 8, 2 }, { 2, 2 } }),
-        "..........\n..#######.\n..#######.\n.......##.\n.......##.\n.......##.\n..........\n");
+        "..........\n..#######.\n..#######.\n.......##.\n.......##.\n......"
+        ".##.\n..........\n");
+}
+
+TEST(VectorLine, SlantedBandsTakeInTheirLeftAndTopEdges)
+{
+    // Pixels between the lines x + y = 4 and x + y = 16 that lie less than √2
+    // beside the diagonal.
+    std::string const band = "..........\n..........\n..##......\n..###.....\n...###....\n....###...\n"
+                             ".....###..\n......###.\n.......#..\n..........\n";
+    EXPECT_EQ(Drawn(10, 10, Pen(2), { { 2, 2 }, { 8, 8 } }), band);
+    EXPECT_EQ(Drawn(9, 3, Pen(3), { { 4, -20 }, { 4, 20 } }), "...###...\n...###...\n...###...\n");
 }
 
 TEST(VectorEllipse, StaysOnTheEllipseAndSpansItsBox)
@@ -266,6 +278,38 @@ TEST(SmoothLine, LevelLineLiesWhollyOnItsRow)
                 bool const isOff = across != 4 || along < 2 || along > 12;
                 bool const isEnd = along == 2 || along == 12;
                 EXPECT_NEAR(value, isOff ? 0 : isEnd ? 128 : 255, isEnd ? 2 : 0) << x << ',' << y;
+            }
+        }
+    }
+}
+
+TEST(SmoothLine, PixelsAreCoveredByTheQuarter)
+{
+    struct {
+        double width;
+        std::vector<std::string> rows;
+    } const cases[] = {
+        { 2, { ".......", ".......", ".......", ".12221.", ".24442.", ".12221.", "......." } },
+        { 3, { ".......", ".......", ".24442.", ".24442.", ".24442.", ".......", "......." } },
+        { 1, { ".......", ".......", ".......", ".......", ".24442.", ".......", "......." } },
+    };
+    for (auto const& c : cases) {
+        // Level and upright, and both ways round.
+        for (int turn = 0; turn < 4; ++turn) {
+            bool const upright = turn % 2 != 0;
+            int const row = c.width == 3 ? 3 : 4;
+            Points points { { 1, row }, { 5, row } };
+            if (turn / 2)
+                std::swap(points[0], points[1]);
+            for (CPoint& p : points)
+                p = upright ? CPoint(p.y, p.x) : p;
+            auto const rows = Coverage(7, 7, Pen(c.width), points);
+            for (std::size_t y = 0; y < 7; ++y) {
+                for (std::size_t x = 0; x < 7; ++x) {
+                    char const letter = upright ? c.rows[x][y] : c.rows[y][x];
+                    EXPECT_NEAR(rows[y][x], letter == '.' ? 0 : (letter - '0') * 63.75, 2.0)
+                        << c.width << " turned " << turn << " at " << x << ',' << y;
+                }
             }
         }
     }

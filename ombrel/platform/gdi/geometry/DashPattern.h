@@ -1,4 +1,6 @@
 #pragma once
+#include "ombrel/platform/gdi/GdiObjects.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -6,6 +8,27 @@
 #include <vector>
 
 namespace ombrel {
+
+/// The lengths "on", "off", … of a device context's thin pen, in pixels of a screen; none for a style that is solid.
+inline std::span<double const> PenDashes(int style)
+{
+    static constexpr double kDash[] { 18, 6 };
+    static constexpr double kDot[] { 3, 3 };
+    static constexpr double kDashDot[] { 9, 6, 3, 6 };
+    static constexpr double kDashDotDot[] { 9, 3, 3, 3, 3, 3 };
+    switch (style) {
+    case PS_DASH:
+        return kDash;
+    case PS_DOT:
+        return kDot;
+    case PS_DASHDOT:
+        return kDashDot;
+    case PS_DASHDOTDOT:
+        return kDashDotDot;
+    default:
+        return {};
+    }
+}
 
 /// Lengths "on", "off", "on", … that repeat along a line, in pixels.
 class DashPattern {

@@ -11,8 +11,6 @@ namespace ombrel {
 /// Sides up to kLargestEllipse.
 std::vector<CPoint> EllipseOutline(CRect const& box);
 
-inline constexpr int kLargestEllipse = 1 << 15;
-
 /// The outermost outline pixels of each row of the box, from its top.
 struct EllipseRow {
     int left;

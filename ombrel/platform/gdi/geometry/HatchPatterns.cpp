@@ -1,12 +1,12 @@
 #include "ombrel/platform/gdi/geometry/HatchPatterns.h"
 
-#include <array>
+#include "ombrel/platform/gdi/Surface.h"
 
 namespace ombrel {
 
 namespace {
 
-using Pattern = std::array<std::uint8_t, 8>;
+using Pattern = std::array<std::uint8_t, kHatchSide>;
 
 /// Rows from the top; the highest bit is column 0.
 constexpr std::array<Pattern, kHatchStyles> kPatterns { {
@@ -77,7 +77,13 @@ bool IsSet(Pattern const& pattern, int x, int y)
     return (pattern[static_cast<std::size_t>(y)] >> (7 - (x & 7)) & 1) != 0;
 }
 
-/// How much of the background the foreground covers, 0 … 255.
+} // namespace
+
+std::array<std::uint8_t, kHatchSide> const& HatchPattern(int style)
+{
+    return kPatterns[static_cast<std::size_t>(style)];
+}
+
 std::uint32_t ForegroundWeight(int style, int x, int y)
 {
     Pattern const& pattern = kPatterns[static_cast<std::size_t>(style)];
@@ -85,54 +91,6 @@ std::uint32_t ForegroundWeight(int style, int x, int y)
         return IsSmoothed(style) ? kSmoothLine : 255;
     bool const isNeighbour = IsSet(pattern, x + 7, y) || IsSet(pattern, x + 1, y);
     return IsSmoothed(style) && isNeighbour ? kSmoothNeighbour : 0;
-}
-
-/// Repeats eight pixels; the first painted is that of column left.
-void PaintOpaque(std::uint32_t* pixels, std::uint32_t const* row, int left, int count)
-{
-    std::array<std::uint32_t, 8> turned;
-    for (int i = 0; i < 8; ++i)
-        turned[static_cast<std::size_t>(i)] = row[(left + i) & 7];
-    int i = 0;
-    for (; i + 8 <= count; i += 8)
-        std::copy_n(turned.begin(), 8, pixels + i);
-    std::copy_n(turned.begin(), count - i, pixels + i);
-}
-
-} // namespace
-
-std::array<std::uint8_t, 8> const& HatchPattern(int style) { return kPatterns[static_cast<std::size_t>(style)]; }
-
-HatchPainter::HatchPainter(VectorBrush const& brush, bool mono)
-    : m_mono(mono)
-{
-    std::uint32_t const foreground = Raster::FromColour(brush.foreground.colour);
-    PixelBlend const background(Raster::FromColour(brush.background.colour), brush.background.alpha);
-    for (int y = 0; y < 8; ++y) {
-        for (int x = 0; x < 8; ++x) {
-            std::uint32_t const weight = ForegroundWeight(*brush.hatchStyle, x, y);
-            PixelBlend cell = background;
-            if (weight > 0)
-                cell = PixelBlend::Layers(background, { foreground, (weight * brush.foreground.alpha + 127) / 255 });
-            auto const index = static_cast<std::size_t>(8 * y + x);
-            m_cells[index] = cell;
-            m_pixels[index] = cell(0);
-            m_opaque = m_opaque && cell.IsOpaque() && !mono;
-        }
-    }
-}
-
-void HatchPainter::Paint(std::uint32_t* pixels, int y, int left, int right) const
-{
-    if (m_opaque) {
-        PaintOpaque(pixels, m_pixels.data() + 8 * (y & 7), left, right - left);
-        return;
-    }
-    PixelBlend const* const row = m_cells.data() + 8 * (y & 7);
-    for (int x = left; x < right; ++x, ++pixels) {
-        std::uint32_t const mixed = row[x & 7](*pixels);
-        *pixels = m_mono ? ((mixed >> 8 & 0xFF) >= 128 ? 0xFFFFFF : 0) : mixed;
-    }
 }
 
 } // namespace ombrel

@@ -1,30 +1,16 @@
 #pragma once
-#include "ombrel/platform/gdi/raster/RasterCanvas.h"
-
 #include <array>
 #include <cstdint>
 
 namespace ombrel {
 
+/// Patterns repeat after as many columns and rows.
+inline constexpr int kHatchSide = 8;
+
 /// The rows of a hatch style (0 … 52) from the top; the highest bit is column 0.
-std::array<std::uint8_t, 8> const& HatchPattern(int style);
+std::array<std::uint8_t, kHatchSide> const& HatchPattern(int style);
 
-/// A hatch brush ready to paint: what each of the 8 × 8 pixels of its pattern mixes into the bitmap.
-///
-/// The pattern lies fixed on the bitmap: its column is x mod 8, its row y mod 8, whatever shape is filled.
-class HatchPainter {
-public:
-    /// The brush must have a hatch style within 0 … 52. mono: the bitmap takes black and white only.
-    HatchPainter(VectorBrush const& brush, bool mono);
-    /// Paints the pixels left ≤ x < right of row y; the first is at *pixels.
-    void Paint(std::uint32_t* pixels, int y, int left, int right) const;
-
-private:
-    std::array<PixelBlend, 64> m_cells;
-    /// The pattern's pixels where it leaves nothing of the bitmap below.
-    std::array<std::uint32_t, 64> m_pixels {};
-    bool m_opaque = true;
-    bool m_mono;
-};
+/// How much of the background the foreground covers at a pixel of the pattern, 0 … 255.
+std::uint32_t ForegroundWeight(int style, int x, int y);
 
 } // namespace ombrel

@@ -1,5 +1,9 @@
+#include "ombrel/platform/gdi/page/CairoPage.h"
+
 #include "ombrel/platform/framework/Exception.h"
+#include "ombrel/platform/gdi/geometry/HatchPatterns.h"
 #include "ombrel/platform/gdi/page/PageCanvas.h"
+#include "ombrel/platform/gdi/page/PageHatch.h"
 #include "ombrel/platform/gdi/text/TextEngine.h"
 
 #include <algorithm>
@@ -19,10 +23,6 @@ namespace ombrel {
 namespace {
 
 constexpr double kPointsPerInch = 72.0;
-constexpr double kPointsPerPixel = kPointsPerInch / kPageDotsPerInch;
-
-/// Units of a hatch cell: the pixels of its pattern.
-constexpr double kCellSide = 8.0;
 
 struct CairoDeleter {
     void operator()(cairo_t* context) const { cairo_destroy(context); }
@@ -80,10 +80,10 @@ public:
             m_surface.reset(cairo_pdf_surface_create_for_stream(AppendBytes, &m_bytes, width, height));
         else
             m_surface.reset(cairo_ps_surface_create_for_stream(AppendBytes, &m_bytes, width, height));
-        cairo_surface_set_fallback_resolution(m_surface.get(), kPageDotsPerInch, kPageDotsPerInch);
+        cairo_surface_set_fallback_resolution(m_surface.get(), DotsPerInch(), DotsPerInch());
         Describe();
         m_context.reset(cairo_create(m_surface.get()));
-        cairo_scale(m_context.get(), kPointsPerPixel, kPointsPerPixel);
+        cairo_scale(m_context.get(), kPointsPerInch / DotsPerInch(), kPointsPerInch / DotsPerInch());
         cairo_set_miter_limit(m_context.get(), 10.0);
         CairoOwned<cairo_font_options_t> const options(cairo_font_options_create());
         cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
@@ -264,7 +264,7 @@ void CairoPage::SetHatch(VectorBrush const& brush)
 {
     CairoOwned<cairo_pattern_t> const pattern(cairo_pattern_create_for_surface(TileOf(brush)));
     cairo_matrix_t toCell;
-    cairo_matrix_init_scale(&toCell, kCellSide / kHatchCell, kCellSide / kHatchCell);
+    cairo_matrix_init_scale(&toCell, 1.0 / ScreenScale(), 1.0 / ScreenScale());
     cairo_pattern_set_matrix(pattern.get(), &toCell);
     cairo_pattern_set_extend(pattern.get(), CAIRO_EXTEND_REPEAT);
     cairo_set_source(m_context.get(), pattern.get());
@@ -276,7 +276,7 @@ int CairoPage::CellsOfTile(int style) const
     // parts have half an inch in one, so that gaps are few.
     static constexpr int kFewest = 6;
     static constexpr std::size_t kMostParts = 2000;
-    double const pageCells = std::max(Bounds().Width(), Bounds().Height()) / kHatchCell;
+    double const pageCells = std::max(Bounds().Width(), Bounds().Height()) / (kHatchSide * ScreenScale());
     int cells = kFewest;
     while (cells < pageCells && HatchLines(style, 2 * cells).size() <= kMostParts)
         cells *= 2;
@@ -289,7 +289,7 @@ cairo_surface_t* CairoPage::TileOf(VectorBrush const& brush)
         if (known.brush == brush)
             return known.surface.get();
     int const cells = CellsOfTile(*brush.hatchStyle);
-    double const side = kCellSide * cells;
+    double const side = static_cast<double>(kHatchSide) * cells;
     cairo_rectangle_t const extents { 0.0, 0.0, side, side };
     CairoOwned<cairo_surface_t> tile(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, &extents));
     CairoOwned<cairo_t> const painter(cairo_create(tile.get()));

@@ -1,9 +1,9 @@
-#include "ombrel/platform/gdi/PageSurface.h"
+#include "ombrel/platform/gdi/page/PageCanvas.h"
 
 #include "ombrel/platform/gdi/Coordinates.h"
 #include "ombrel/platform/gdi/geometry/DashPattern.h"
 #include "ombrel/platform/gdi/geometry/PathSimplify.h"
-#include "ombrel/platform/gdi/page/PageCanvas.h"
+#include "ombrel/platform/gdi/page/PageMarks.h"
 #include "ombrel/platform/gdi/text/TextEngine.h"
 
 #include <algorithm>
@@ -15,8 +15,7 @@ namespace ombrel {
 
 namespace {
 
-/// Screen pixels in page pixels, for what must look as on the screen: dots, dashes.
-constexpr double kScreenScale = kPageDotsPerInch / 96.0;
+constexpr double kMmPerInch = 25.4;
 /// Half a device pixel: below what a printer of twice the resolution shows.
 constexpr double kTolerance = 0.5;
 
@@ -33,18 +32,28 @@ PageSetup Limited(PageSetup setup)
     return setup;
 }
 
+/// The finest resolution at which everything on the page can be drawn on.
+int DotsPerInchOf(PageSetup const& setup)
+{
+    int dots = kPageDotsPerInch;
+    while (std::max(setup.widthMm, setup.heightMm) * dots / kMmPerInch > kMappedLimit)
+        dots /= 2;
+    return dots;
+}
+
 DeviceCapabilities PrinterCapabilities(PageSetup const& setup)
 {
     static constexpr int kRasterPrinter = 2;
-    auto const pixels = [](double mm) { return static_cast<int>(std::lround(mm * kPageDotsPerInch / 25.4)); };
+    int const dots = DotsPerInchOf(setup);
+    auto const pixels = [dots](double mm) { return static_cast<int>(std::lround(mm * dots / kMmPerInch)); };
     DeviceCapabilities capabilities;
     capabilities.technology = kRasterPrinter;
     capabilities.horzSize = static_cast<int>(std::lround(setup.widthMm));
     capabilities.vertSize = static_cast<int>(std::lround(setup.heightMm));
     capabilities.horzRes = pixels(setup.widthMm);
     capabilities.vertRes = pixels(setup.heightMm);
-    capabilities.logPixelsX = kPageDotsPerInch;
-    capabilities.logPixelsY = kPageDotsPerInch;
+    capabilities.logPixelsX = dots;
+    capabilities.logPixelsY = dots;
     return capabilities;
 }
 
@@ -59,37 +68,11 @@ std::vector<double> DashLengths(std::span<double const> lengths, double scale)
     return result;
 }
 
-std::vector<double> StyleDashes(LineStyle const& line)
-{
-    static constexpr double kDash[] = { 18, 6 };
-    static constexpr double kDot[] = { 3, 3 };
-    static constexpr double kDashDot[] = { 9, 6, 3, 6 };
-    static constexpr double kDashDotDot[] = { 9, 3, 3, 3, 3, 3 };
-    if (line.width > 1)
-        return {};
-    switch (line.style) {
-    case PS_DASH:
-        return DashLengths(kDash, kScreenScale);
-    case PS_DOT:
-        return DashLengths(kDot, kScreenScale);
-    case PS_DASHDOT:
-        return DashLengths(kDashDot, kScreenScale);
-    case PS_DASHDOTDOT:
-        return DashLengths(kDashDotDot, kScreenScale);
-    default:
-        return {};
-    }
-}
-
 /// Where the middle of a line lies within pixels: odd widths have a middle row.
 double MiddleOffset(double width) { return std::lround(width) % 2 != 0 ? 0.5 : 0.0; }
 
 /// Coordinates are limited to what formats can express.
-int Limited(int coordinate)
-{
-    static constexpr int kLimit = 1 << 20;
-    return std::clamp(coordinate, -kLimit, kLimit);
-}
+int Limited(int coordinate) { return std::clamp(coordinate, -kDocumentLimit, kDocumentLimit); }
 
 std::vector<CPoint> Limited(std::span<CPoint const> points)
 {
@@ -111,16 +94,6 @@ int PenWidth(LineStyle const& line)
 {
     static constexpr int kWidest = 100000;
     return std::clamp(line.width, 1, kWidest);
-}
-
-/// The thinnest line, which a pen of one pixel asks for: one dot of the printer would vanish on a screen, half a pixel
-/// of a screen reads well.
-constexpr double kHairline = kScreenScale / 2.0;
-
-double StrokeWidth(LineStyle const& line)
-{
-    int const width = PenWidth(line);
-    return width > 1 ? width : kHairline;
 }
 
 /// Lengthens a rectangle under one that is drawn over it next, where they share an edge: then no paper shines through
@@ -158,6 +131,19 @@ PageCanvas::PageCanvas(PageSetup const& setup)
     , m_capabilities(PrinterCapabilities(m_setup))
     , m_bounds(0, 0, m_capabilities.horzRes, m_capabilities.vertRes)
 {
+}
+
+double PageCanvas::StrokeWidth(LineStyle const& line) const
+{
+    // A pen of one pixel asks for the thinnest line: one dot of the printer would vanish on a screen, half a pixel of a
+    // screen reads well.
+    int const width = PenWidth(line);
+    return width > 1 ? width : ScreenScale() / 2.0;
+}
+
+std::vector<double> PageCanvas::StyleDashes(LineStyle const& line) const
+{
+    return line.width > 1 ? std::vector<double>() : DashLengths(PenDashes(line.style), ScreenScale());
 }
 
 void PageCanvas::Polyline(std::span<CPoint const> points, LineStyle const& line, Clip const& clip)
@@ -308,8 +294,6 @@ void PageCanvas::Image(ImageCopy const& copy, Clip const& clip)
 
 void PageCanvas::Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip)
 {
-    // Round (0, 0), as if the paper went on there.
-    static constexpr CRect kAround { -0x8000, -0x8000, 0x8000, 0x8000 };
     if (m_finished || !std::all_of(mark.begin(), mark.end(), IsPlain))
         return Surface::Repeat(mark, points, clip);
     std::vector<RecordedPrimitive> const shown = WithoutRedrawn(mark);
@@ -320,7 +304,8 @@ void PageCanvas::Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoin
     Flush();
     if (!BeginMark(shown))
         return Surface::Repeat(shown, visible, clip);
-    CRect const page = std::exchange(m_bounds, kAround);
+    // Round (0, 0), as if the paper went on there.
+    CRect const page = std::exchange(m_bounds, Clip().box);
     Surface::Repeat(shown, std::array { CPoint() }, {});
     Flush();
     m_bounds = page;
@@ -362,7 +347,7 @@ void PageCanvas::Add(PageShape&& shape, PagePaint&& paint, Merging merging, Clip
         auto points = shape.PointsOf(i);
         // A line that starts where the last one ended goes on with it.
         bool const goesOn = paint.pen && paint.pen->dashes.empty()
-            && (paint.pen->round || paint.pen->width <= kHairline) && !shape.figures[i].closed
+            && (paint.pen->round || paint.pen->width <= ScreenScale() / 2.0) && !shape.figures[i].closed
             && !target.figures.empty() && !target.figures.back().closed && target.points.back() == points.front();
         if (goesOn)
             target.points.insert(target.points.end(), points.begin() + 1, points.end());
@@ -387,11 +372,6 @@ std::string PageCanvas::Finish()
     Flush();
     m_finished = true;
     return FinishDocument();
-}
-
-std::unique_ptr<PageSurface> MakePageSurface(PageSetup const& setup)
-{
-    return setup.format == PageFormat::Svg ? MakeSvgPage(setup) : MakeCairoPage(setup);
 }
 
 } // namespace ombrel

@@ -1,6 +1,10 @@
+#include "ombrel/platform/gdi/page/SvgPage.h"
+
 #include "ombrel/platform/framework/Text.h"
 #include "ombrel/platform/gdi/PngEncoder.h"
+#include "ombrel/platform/gdi/geometry/HatchPatterns.h"
 #include "ombrel/platform/gdi/page/PageCanvas.h"
+#include "ombrel/platform/gdi/page/PageHatch.h"
 #include "ombrel/platform/gdi/page/SvgPath.h"
 #include "ombrel/platform/gdi/text/TextEngine.h"
 
@@ -179,7 +183,6 @@ void SvgPage::SetClip(Clip const& clip)
 
 std::string SvgPage::HatchFill(VectorBrush const& brush)
 {
-    static constexpr double kSide = 8.0;
     static constexpr int kInvisible = 1;
     std::string path;
     for (auto const& line : HatchLines(*brush.hatchStyle, 1)) {
@@ -191,9 +194,9 @@ std::string SvgPage::HatchFill(VectorBrush const& brush)
         ? Join({ "<path", Paint("fill", brush.background), " d=\"M0 0h8v8h-8z\"/>" })
         : std::string();
     return Reference(Define("h",
-        Join({ "<pattern id=\"@\"", Attribute("width", kSide), Attribute("height", kSide),
-            " patternUnits=\"userSpaceOnUse\" patternTransform=\"scale(", SvgNumber(kHatchCell / kSide), ")\">",
-            background, "<path", Paint("fill", brush.foreground), Attribute("d", path), "/></pattern>" })));
+        Join({ "<pattern id=\"@\"", Attribute("width", kHatchSide), Attribute("height", kHatchSide),
+            " patternUnits=\"userSpaceOnUse\" patternTransform=\"scale(", SvgNumber(ScreenScale()), ")\">", background,
+            "<path", Paint("fill", brush.foreground), Attribute("d", path), "/></pattern>" })));
 }
 
 std::string SvgPage::PenAttributes(PagePen const& pen) const

@@ -1,5 +1,5 @@
 #pragma once
-#include "ombrel/platform/gdi/page/PageCanvas.h"
+#include "ombrel/platform/gdi/page/PageShape.h"
 
 #include <string>
 

@@ -35,6 +35,7 @@ void Transpose(std::uint64_t (&w)[8])
 void CoverageMask::Begin(CRect const& box, Lines lines)
 {
     m_lines = lines;
+    SetOrigin({});
     bool const rows = lines == Lines::Rows;
     m_uBegin = rows ? box.top : box.left;
     m_uEnd = rows ? box.bottom : box.right;
@@ -50,6 +51,7 @@ void CoverageMask::Begin(CRect const& box, Lines lines)
 
 void CoverageMask::Flush(RasterCanvas const& canvas, Ink const& ink)
 {
+    SetOrigin({});
     if (m_lines == Lines::Rows)
         FlushRows(canvas, ink);
     else

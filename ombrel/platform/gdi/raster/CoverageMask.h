@@ -37,10 +37,17 @@ public:
     /// Makes an empty mask over the box.
     void Begin(CRect const& box, Lines lines);
     bool HasColumns() const { return m_lines == Lines::Columns; }
-    int UBegin() const { return m_uBegin; }
-    int UEnd() const { return m_uEnd; }
-    int VBegin() const { return m_vBegin; }
-    int VEnd() const { return m_vEnd; }
+    /// From here on u and v count from this point of the bitmap, (0, 0) after Begin: what is worked out in fractions
+    /// from where a figure begins comes out the same wherever the figure lies.
+    void SetOrigin(CPoint origin)
+    {
+        m_uOrigin = HasColumns() ? origin.x : origin.y;
+        m_vOrigin = HasColumns() ? origin.y : origin.x;
+    }
+    int UBegin() const { return m_uBegin - m_uOrigin; }
+    int UEnd() const { return m_uEnd - m_uOrigin; }
+    int VBegin() const { return m_vBegin - m_vOrigin; }
+    int VEnd() const { return m_vEnd - m_vOrigin; }
     /// The whole mask by pixel; what is written there must be told to Touch.
     Plane<std::uint8_t> Pixels()
     {
@@ -53,18 +60,18 @@ public:
     /// The coverage at (u, v), both inside; positions v0 ≤ v < v1 of the line count as drawn on.
     std::uint8_t* Touch(int u, int v0, int v1)
     {
-        Extent& extent = m_extents[static_cast<std::size_t>(u - m_uBegin)];
-        extent.begin = std::min(extent.begin, v0);
-        extent.end = std::max(extent.end, v1);
-        return m_coverage.data() + static_cast<std::size_t>(u - m_uBegin) * m_stride
-            + static_cast<std::size_t>(v0 - m_vBegin);
+        int const line = u - UBegin();
+        Extent& extent = m_extents[static_cast<std::size_t>(line)];
+        extent.begin = std::min(extent.begin, v0 + m_vOrigin);
+        extent.end = std::max(extent.end, v1 + m_vOrigin);
+        return m_coverage.data() + static_cast<std::size_t>(line) * m_stride + static_cast<std::size_t>(v0 - VBegin());
     }
     /// Covers v0 ≤ v < v1 of a line wholly; what lies outside the mask is left out.
     void FillRun(int u, int v0, int v1)
     {
-        v0 = std::max(v0, m_vBegin);
-        v1 = std::min(v1, m_vEnd);
-        if (u >= m_uBegin && u < m_uEnd && v0 < v1)
+        v0 = std::max(v0, VBegin());
+        v1 = std::min(v1, VEnd());
+        if (u >= UBegin() && u < UEnd() && v0 < v1)
             CoverBytes(Touch(u, v0, v1), v1 - v0);
     }
     /// Paints what was gathered and empties the mask.
@@ -86,6 +93,8 @@ private:
     int m_uEnd = 0;
     int m_vBegin = 0;
     int m_vEnd = 0;
+    int m_uOrigin = 0;
+    int m_vOrigin = 0;
     std::size_t m_stride = 0;
     /// All zero between Flush and the next drawing.
     std::vector<std::uint8_t> m_coverage;

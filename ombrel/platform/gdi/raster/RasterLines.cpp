@@ -2,8 +2,8 @@
 
 #include "ombrel/platform/gdi/raster/DashStrip.h"
 #include "ombrel/platform/gdi/raster/RasterSurface.h"
-
-#include <array>
+#include "ombrel/platform/gdi/raster/StrokeBands.h"
+#include "ombrel/platform/gdi/raster/WideLines.h"
 
 namespace ombrel {
 
@@ -122,55 +122,6 @@ void DrawThroughMask(CoverageMask& mask, Figures const& figures, ThinPen const& 
 
 } // namespace
 
-void LinePixels::Clip(CRect const& box, long long& first, long long& last) const
-{
-    long long const majorLow = steep ? box.top : box.left;
-    long long const majorHigh = steep ? box.bottom : box.right;
-    long long const low = static_cast<long long>(steep ? box.left : box.top) - minorStart;
-    long long const high = static_cast<long long>(steep ? box.right : box.bottom) - minorStart;
-    if (majorStep > 0) {
-        first = std::max(first, majorLow - majorStart);
-        last = std::min(last, majorHigh - majorStart);
-    } else {
-        first = std::max(first, majorStart - majorHigh + 1);
-        last = std::min(last, majorStart - majorLow + 1);
-    }
-    if (minorDelta == 0) {
-        if (low > 0 || high <= 0)
-            last = first;
-        return;
-    }
-    // Pixel i lies at floor((2·i·d + offset) / 2n): solved for the first i inside and the first beyond.
-    long long const d = 2 * (minorDelta < 0 ? -minorDelta : minorDelta);
-    if (minorDelta > 0) {
-        first = std::max(first, -FloorDivide(offset - 2 * n * low, d));
-        last = std::min(last, -FloorDivide(offset - 2 * n * high, d));
-    } else {
-        first = std::max(first, FloorDivide(offset - 2 * n * high, d) + 1);
-        last = std::min(last, FloorDivide(offset - 2 * n * low, d) + 1);
-    }
-}
-
-DashPattern PatternOfStyle(int style)
-{
-    static constexpr std::array<double, 2> kDash { 18, 6 };
-    static constexpr std::array<double, 2> kDot { 3, 3 };
-    static constexpr std::array<double, 4> kDashDot { 9, 6, 3, 6 };
-    static constexpr std::array<double, 6> kDashDotDot { 9, 3, 3, 3, 3, 3 };
-    switch (style) {
-    case PS_DASH:
-        return DashPattern(kDash, 1.0);
-    case PS_DOT:
-        return DashPattern(kDot, 1.0);
-    case PS_DASHDOT:
-        return DashPattern(kDashDot, 1.0);
-    case PS_DASHDOTDOT:
-        return DashPattern(kDashDotDot, 1.0);
-    default:
-        return {};
-    }
-}
-
 FiguresExtent MeasureFigures(RasterCanvas const& canvas, Figures const& figures, int margin)
 {
     CRect const& clip = canvas.Box();
@@ -252,7 +203,7 @@ void RasterSurface::Polyline(std::span<CPoint const> points, LineStyle const& li
     }
     ThinPen pen;
     pen.ink = canvas.InkOf({ line.colour, 255 });
-    pen.dashes = PatternOfStyle(line.style);
+    pen.dashes = DashPattern(PenDashes(line.style), 1.0);
     if (line.gapColour)
         pen.gap = canvas.InkOf({ *line.gapColour, 255 });
     DrawThinLines(canvas, m_mask, { points, {} }, pen);

@@ -23,16 +23,6 @@ struct ThinPen {
 /// The mask is used where pixels must not be painted twice, or where it is faster.
 void DrawThinLines(RasterCanvas const& canvas, CoverageMask& mask, Figures const& figures, ThinPen const& pen);
 
-/// The pattern of a device context's pen style; solid for the others.
-DashPattern PatternOfStyle(int style);
-
-/// Draws pixels, in order, with a device context's pen: its dot stamped on each of them, the pattern when it is thin.
-void DrawPixels(RasterCanvas const& canvas, CoverageMask& mask, std::span<CPoint const> pixels, LineStyle const& line);
-
-/// Draws lines with a device context's pen of width 2 and more: its round dot moved along them, both ends included.
-void DrawWideLines(
-    RasterCanvas const& canvas, CoverageMask& mask, std::span<CPoint const> points, LineStyle const& line);
-
 /// What figures cover of the canvas, margin pixels more on every side than their points.
 struct FiguresExtent {
     CRect box;

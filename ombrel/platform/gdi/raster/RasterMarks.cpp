@@ -44,12 +44,7 @@ std::optional<MarkPicture> DrawMark(std::span<RecordedPrimitive const> mark, int
 {
     CRect const box = ReachOf(mark);
     bool const isSmall = !box.IsRectEmpty() && box.Width() <= kLargestSide && box.Height() <= kLargestSide;
-    // Edges of wide slanted lines are rounded where they lie: such lines may differ by a pixel from place to place.
-    auto const isAlike = [](RecordedPrimitive const& p) {
-        auto const* const polyline = p.As<primitive::Polyline>();
-        return IsPlain(p) && (!polyline || polyline->line.width <= 1);
-    };
-    if (!isSmall || !std::all_of(mark.begin(), mark.end(), isAlike))
+    if (!isSmall || !std::all_of(mark.begin(), mark.end(), IsPlain))
         return {};
     auto const raster = std::make_shared<Raster>(box.Width(), box.Height(), bitsPerPixel);
     for (int y = 0; y < box.Height(); ++y)

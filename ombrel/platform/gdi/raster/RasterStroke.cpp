@@ -26,6 +26,7 @@ public:
     void Draw(std::span<CPoint const> points)
     {
         StrokeSegment segment;
+        CPoint start;
         bool pending = false;
         double distance = 0.0;
         for (std::size_t i = 1; i < points.size(); ++i) {
@@ -36,15 +37,16 @@ public:
             if (pending) {
                 // A dash that runs over the vertex has a corner there.
                 if (m_pattern.IsOn(distance - kNear) && m_pattern.IsOn(distance + kNear))
-                    Join(segment, next);
-                DrawSegment(segment);
+                    Join(segment, next, ClampPoint(points[i - 1]));
+                DrawSegment(segment, start);
             }
             distance += next.length;
             segment = next;
+            start = ClampPoint(points[i - 1]);
             pending = true;
         }
         if (pending)
-            DrawSegment(segment);
+            DrawSegment(segment, start);
     }
 
 private:
@@ -52,11 +54,9 @@ private:
 
     StrokeSegment Between(CPoint from, CPoint to) const
     {
-        MaskPoint const a = ToMask(ClampPoint(from));
-        MaskPoint const b = ToMask(ClampPoint(to));
         StrokeSegment segment;
-        segment.start = a;
-        segment.delta = { b.u - a.u, b.v - a.v };
+        segment.start = ToMask(ClampPoint(from) - OriginFor(ClampPoint(from)));
+        segment.delta = ToMask(ClampPoint(to) - ClampPoint(from));
         segment.length = std::sqrt(segment.delta.u * segment.delta.u + segment.delta.v * segment.delta.v);
         return segment;
     }
@@ -65,8 +65,9 @@ private:
         return m_mask.HasColumns() ? MaskPoint { static_cast<double>(p.x), static_cast<double>(p.y) }
                                    : MaskPoint { static_cast<double>(p.y), static_cast<double>(p.x) };
     }
-    void Join(StrokeSegment& before, StrokeSegment& after)
+    void Join(StrokeSegment& before, StrokeSegment& after, CPoint corner)
     {
+        m_mask.SetOrigin(OriginFor(corner));
         MaskPoint const a = before.Direction();
         MaskPoint const b = after.Direction();
         if (!m_smooth) {
@@ -78,8 +79,9 @@ private:
         if (m_half > 0.5)
             SmoothCorner(m_mask, after.start, a, b, m_half);
     }
-    void DrawSegment(StrokeSegment const& segment)
+    void DrawSegment(StrokeSegment const& segment, CPoint start)
     {
+        m_mask.SetOrigin(OriginFor(start));
         if (m_smooth)
             SmoothBand(m_mask, segment, m_half, m_pattern, m_strip);
         else

@@ -1,8 +1,8 @@
 #include "ombrel/platform/gdi/raster/RasterSurface.h"
 
 #include "ombrel/platform/gdi/Coordinates.h"
-#include "ombrel/platform/gdi/geometry/HatchPatterns.h"
 #include "ombrel/platform/gdi/geometry/PolygonScan.h"
+#include "ombrel/platform/gdi/raster/HatchPainter.h"
 #include "ombrel/platform/gdi/raster/PolygonMask.h"
 #include "ombrel/platform/gdi/text/TextEngine.h"
 

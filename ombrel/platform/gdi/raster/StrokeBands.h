@@ -12,6 +12,14 @@ struct MaskPoint {
     double v = 0.0;
 };
 
+/// The origin of a mask that something beginning at this point is drawn on: the point itself, unless it is so far away
+/// that pixels counted from there on would lie beyond the limit of coordinates.
+inline CPoint OriginFor(CPoint begin)
+{
+    constexpr int kFar = kCoordinateLimit / 2;
+    return std::abs(begin.x) < kFar && std::abs(begin.y) < kFar ? begin : CPoint();
+}
+
 /// One straight piece of a figure.
 struct StrokeSegment {
     MaskPoint start;
