@@ -279,7 +279,7 @@ CArchive& CArchive::operator>>(CString& v)
     if (wide) {
         std::u16string text(static_cast<std::size_t>(length), u'\0');
         Read(text.data(), text.size() * sizeof(char16_t));
-        v = CString(std::move(text));
+        v = CString(text);
     } else {
         std::string text(static_cast<std::size_t>(length), '\0');
         Read(text.data(), text.size());
