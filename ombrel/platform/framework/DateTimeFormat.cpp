@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 namespace ombrel {
 
@@ -266,7 +265,7 @@ CString COleDateTime::Format(CString const& pattern) const
     std::u16string text;
     text.reserve(32);
     AppendFormatted(text, fields, pattern.View());
-    return CString(std::move(text));
+    return CString(text);
 }
 
 CString COleDateTime::FormatDefault(CString const& datePicture, CString const& timePicture) const
@@ -283,7 +282,7 @@ CString COleDateTime::FormatDefault(CString const& datePicture, CString const& t
         text += u' ';
     if (dayZero || !midnight)
         AppendPicture(text, fields, timePicture.View());
-    return CString(std::move(text));
+    return CString(text);
 }
 
 } // namespace ombrel
