@@ -7,12 +7,6 @@
 
 namespace ombrel::host {
 
-DeviceCapabilities const& OccupancySurface::Capabilities() const
-{
-    static constexpr DeviceCapabilities kScreen;
-    return kScreen;
-}
-
 CRect OccupancySurface::Bounds() const
 {
     CRect bounds = m_occupancy.GetArea();
@@ -61,12 +55,8 @@ void OccupancySurface::Stroke(Figures const& figures, VectorPen const& pen, bool
 {
     if (pen.colour.alpha == 0)
         return;
-    std::size_t const count = std::max<std::size_t>(figures.starts.size(), 1);
-    for (std::size_t i = 0; i < count; ++i) {
-        std::size_t const first = figures.starts.empty() ? 0 : figures.starts[i];
-        std::size_t const last = i + 1 < count ? figures.starts[i + 1] : figures.points.size();
-        AddLines(figures.points.subspan(first, last - first), pen.width, clip);
-    }
+    for (std::size_t i = 0; i < figures.Count(); ++i)
+        AddLines(figures.PointsOf(i), pen.width, clip);
 }
 
 void OccupancySurface::Fill(Region const& region, VectorBrush const& brush, Clip const& clip)
@@ -83,15 +73,6 @@ void OccupancySurface::Fill(Region const& region, VectorBrush const& brush, Clip
     for (Region::Span const& span : region.Spans(shown.top, shown.bottom))
         AddPixels({ span.left, span.y, span.right, span.y + 1 }, clip);
 }
-
-void OccupancySurface::FillRegion(Region const& region, COLORREF colour, Clip const& clip)
-{
-    Fill(region, VectorBrush::Solid(colour), clip);
-}
-
-void OccupancySurface::FillRect(CRect const& rect, COLORREF, Clip const& clip) { AddPixels(rect, clip); }
-
-void OccupancySurface::SetPixel(CPoint p, COLORREF, Clip const& clip) { AddPixels({ p, CSize(1, 1) }, clip); }
 
 void OccupancySurface::Ellipse(CRect const& box, LineStyle const*, COLORREF const*, Clip const& clip)
 {

@@ -15,18 +15,12 @@ public:
     }
     Occupancy const& GetOccupancy() const { return m_occupancy; }
 
-    DeviceCapabilities const& Capabilities() const override;
     CRect Bounds() const override;
     void Polyline(std::span<CPoint const> points, LineStyle const& line, Clip const& clip) override;
     void Stroke(Figures const& figures, VectorPen const& pen, bool smooth, Clip const& clip) override;
     void Fill(Region const& region, VectorBrush const& brush, Clip const& clip) override;
     void Ellipse(CRect const& box, LineStyle const* outline, COLORREF const* fill, Clip const& clip) override;
     void Arc(CRect const& box, CPoint start, CPoint end, LineStyle const& line, Clip const& clip) override;
-    // NOLINTBEGIN(modernize-use-override): surfaces need not have these once all of them come as regions to fill.
-    void FillRect(CRect const& rect, COLORREF colour, Clip const& clip);
-    void FillRegion(Region const& region, COLORREF colour, Clip const& clip);
-    void SetPixel(CPoint p, COLORREF colour, Clip const& clip);
-    // NOLINTEND(modernize-use-override)
     void Text(TextRun const& run, Clip const& clip) override;
     void Image(ImageCopy const& copy, Clip const& clip) override;
     void Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip) override;
