@@ -1,4 +1,5 @@
 #include "tools/ombrel/options/OptionValues.h"
+#include "ombrel/platform/gdi/Coordinates.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/options/Options.h"
 #include "tools/ombrel/table/Utf8.h"
@@ -106,14 +107,15 @@ CaptionSettings ParseCaption(OptionEntry const& option, std::string const& value
 
 PictureSize ParseSize(OptionEntry const& option, std::string const& value)
 {
-    // Larger ones would need more than 400 MB, and no one could look at them.
+    // More pixels would need more than 400 MB, and no one could look at them; what lay beyond the sides would stay
+    // empty.
     constexpr double kSmallest = 16;
-    constexpr double kLargest = 32767;
+    constexpr double kLargest = kMappedLimit;
     constexpr double kMostPixels = 1e8;
     auto const sides = ParseSides(value);
     auto const fits = [](double side) { return side >= kSmallest && side <= kLargest && side == std::floor(side); };
     if (!sides || !fits(sides->first) || !fits(sides->second) || sides->first * sides->second > kMostPixels)
-        FailValue(option, value, "a width and height such as 1000x640, of 16 to 32767 and together 100 million pixels");
+        FailValue(option, value, "a width and height such as 1000x640, of 16 to 32000 and together 100 million pixels");
     return { static_cast<int>(sides->first), static_cast<int>(sides->second) };
 }
 
