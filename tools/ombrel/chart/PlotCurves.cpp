@@ -68,7 +68,10 @@ std::vector<std::string> CurveTitles(std::vector<PlotSource> const& sources)
             std::string title = name.empty() ? "column " + std::to_string(column + 1) : name;
             if (source.group) {
                 std::string const group = source.group->empty() ? "(none)" : *source.group;
-                title = source.yColumns.size() > 1 ? group + ", " + title : group;
+                if (source.yColumns.size() > 1)
+                    title.insert(0, group + ", ");
+                else
+                    title = group;
             }
             titles.push_back(std::move(title));
             files.push_back(std::filesystem::path(source.name).stem().string());
