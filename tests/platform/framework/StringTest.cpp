@@ -121,7 +121,8 @@ TEST(String, CopiesShareTheirTextUntilOneChanges)
     CString fourth = std::move(third);
     EXPECT_EQ(fourth.GetString(), kept);
     third = "new";
-    fourth = fourth;
+    CString const& same = fourth;
+    fourth = same;
     EXPECT_EQ(fourth.Left(2), "Ab");
     EXPECT_EQ((CString() + CString()).GetLength(), 0);
     EXPECT_EQ(first[3], u'\0') << "the terminator may be read";
