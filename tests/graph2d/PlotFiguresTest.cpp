@@ -462,7 +462,7 @@ TEST(AreaFigures, HaveOutlinesInTheirOwnColoursFromTheTopDown)
 {
     Plotting graph(kTiny);
     auto& plot = graph.Add<C2DAreaPlot>(it2DAreaPlot);
-    for (COLORREF const colour : { 1, 2 })
+    for (COLORREF const colour : { 1u, 2u })
         AddCurve(plot, { 0, 9 }, { 2, 2 }).SetColour(colour);
     plot.SetBorderColour(kOwnColour);
     EXPECT_EQ(Drawn(graph),

@@ -112,9 +112,9 @@ TEST(TableData, RowsAndColumnsOutsideAreRefused)
     struct {
         int row, col;
     } const outside[] = { { -1, 0 }, { 2, 0 }, { 0, -1 }, { 0, 3 }, { 1, 3 }, { 1, -1 } };
-    for (auto const [row, col] : outside) {
-        EXPECT_TRUE(test::Refused([&] { return table.GetAt(row, col); })) << row << ' ' << col;
-        EXPECT_TRUE(test::Refused([&] { table.SetAt(row, col, 1.0); })) << row << ' ' << col;
+    for (auto const& at : outside) {
+        EXPECT_TRUE(test::Refused([&] { return table.GetAt(at.row, at.col); })) << at.row << ' ' << at.col;
+        EXPECT_TRUE(test::Refused([&] { table.SetAt(at.row, at.col, 1.0); })) << at.row << ' ' << at.col;
     }
     for (int const row : { -1, 2 }) {
         EXPECT_TRUE(test::Refused([&] { return table.GetRow(row); }));

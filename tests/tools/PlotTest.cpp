@@ -436,7 +436,7 @@ TEST_F(Plots, OutlineBarsAndBandsSoThatTheyCanBeSeen)
     // A flat bar among others would vanish under an outline in the colour of the paper.
     for (auto const& [kind, column, x] :
         { std::tuple("bar -y a", 0, 2.0), std::tuple("clustered", 0, 1.733), std::tuple("stacked", 1, 2.0) }) {
-        Plot(Rows(20, 3, [column](int i, int k) { return i == 2 && k == column ? 0.03 : 10.0; }),
+        Plot(Rows(20, 3, [flat = column](int i, int k) { return i == 2 && k == flat ? 0.03 : 10.0; }),
             std::string("--kind ") + kind);
         Draw();
         CPoint at = At(x, 0);
