@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace ombrel {
 
@@ -33,8 +34,6 @@ void AppendNumber(std::u16string& text, int number, int digits, char16_t fill = 
     while (length > 0)
         text += reversed[--length];
 }
-
-void AppendFormatted(std::u16string& text, Fields const& f, std::u16string_view pattern);
 
 /// Monday 1 … Sunday 7.
 int IsoWeekday(Fields const& f) { return f.weekday == 0 ? 7 : f.weekday; }
@@ -124,13 +123,6 @@ bool AppendDateCode(std::u16string& text, Fields const& f, char16_t code)
     case u'Y':
         AppendNumber(text, f.year, 1);
         return true;
-    case u'D':
-    case u'x':
-        AppendFormatted(text, f, u"%m/%d/%y");
-        return true;
-    case u'F':
-        AppendFormatted(text, f, u"%Y-%m-%d");
-        return true;
     default:
         return false;
     }
@@ -154,33 +146,31 @@ bool AppendTimeCode(std::u16string& text, Fields const& f, char16_t code)
     case u'S':
         AppendNumber(text, f.second, 2);
         return true;
-    case u'T':
-    case u'X':
-        AppendFormatted(text, f, u"%H:%M:%S");
-        return true;
-    case u'c':
-        AppendFormatted(text, f, u"%a %b %e %H:%M:%S %Y");
-        return true;
-    case u'R':
-        AppendFormatted(text, f, u"%H:%M");
-        return true;
-    case u'r':
-        AppendFormatted(text, f, u"%I:%M:%S %p");
-        return true;
-    case u'n':
-        text += u'\n';
-        return true;
-    case u't':
-        text += u'\t';
-        return true;
-    case u'Z':
-        return true;
-    case u'%':
-        text += u'%';
-        return true;
     default:
         return false;
     }
+}
+
+/// A code that stands for others, or for a text.
+struct ShortCode {
+    char16_t code;
+    std::u16string_view pattern;
+};
+
+constexpr ShortCode kShortCodes[] { { u'c', u"%a %b %e %H:%M:%S %Y" }, { u'D', u"%m/%d/%y" }, { u'x', u"%m/%d/%y" },
+    { u'F', u"%Y-%m-%d" }, { u'R', u"%H:%M" }, { u'r', u"%I:%M:%S %p" }, { u'T', u"%H:%M:%S" }, { u'X', u"%H:%M:%S" },
+    { u'n', u"\n" }, { u't', u"\t" }, { u'Z', u"" }, { u'%', u"%" } };
+
+void AppendFormatted(std::u16string& text, Fields const& f, std::u16string_view pattern);
+
+bool AppendShortCode(std::u16string& text, Fields const& f, char16_t code)
+{
+    auto const* const found = std::find_if(std::begin(kShortCodes), std::end(kShortCodes),
+        [code](ShortCode const& shortCode) { return shortCode.code == code; });
+    if (found == std::end(kShortCodes))
+        return false;
+    AppendFormatted(text, f, found->pattern);
+    return true;
 }
 
 void AppendFormatted(std::u16string& text, Fields const& f, std::u16string_view pattern)
@@ -188,7 +178,7 @@ void AppendFormatted(std::u16string& text, Fields const& f, std::u16string_view 
     for (std::size_t i = 0; i < pattern.size(); ++i) {
         if (pattern[i] == u'%' && i + 1 < pattern.size()
             && (AppendDateCode(text, f, pattern[i + 1]) || AppendWeekCode(text, f, pattern[i + 1])
-                || AppendTimeCode(text, f, pattern[i + 1])))
+                || AppendTimeCode(text, f, pattern[i + 1]) || AppendShortCode(text, f, pattern[i + 1])))
             ++i;
         else
             text += pattern[i];
