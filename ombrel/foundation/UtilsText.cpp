@@ -6,33 +6,35 @@
 
 namespace ombrel {
 
+namespace {
+
+/// The line's fields between any of the delimiters, without blanks at their ends.
+template <typename Take> void ForEachField(CString line, std::u16string_view delimiters, Take const& take)
+{
+    std::u16string_view rest = line.Trim().View();
+    while (!rest.empty()) {
+        std::size_t const length = std::min(rest.find_first_of(delimiters), rest.size());
+        CString field(rest.substr(0, length));
+        take(field.Trim());
+        rest.remove_prefix(std::min(length + 1, rest.size()));
+    }
+}
+
+} // namespace
+
 void CVUtils::SplitSpaceDelimitedString(CString const& line, CStringArray& fields)
 {
     fields.RemoveAll();
-    CString trimmed = line;
-    trimmed.Trim();
-    std::u16string_view rest = trimmed.View();
-    while (!rest.empty()) {
-        std::size_t const length = std::min(rest.find_first_of(u" \t"), rest.size());
-        CString field(rest.substr(0, length));
-        if (!field.Trim().IsEmpty())
+    ForEachField(line, u" \t", [&](CString const& field) {
+        if (!field.IsEmpty())
             fields.Add(field);
-        rest.remove_prefix(std::min(length + 1, rest.size()));
-    }
+    });
 }
 
 void CVUtils::SplitDelimitedString(CString const& line, CStringArray& fields, char16_t delimiter)
 {
     fields.RemoveAll();
-    CString trimmed = line;
-    trimmed.Trim();
-    std::u16string_view rest = trimmed.View();
-    while (!rest.empty()) {
-        std::size_t const length = std::min(rest.find(delimiter), rest.size());
-        CString field(rest.substr(0, length));
-        fields.Add(field.Trim());
-        rest.remove_prefix(std::min(length + 1, rest.size()));
-    }
+    ForEachField(line, { &delimiter, 1 }, [&](CString const& field) { fields.Add(field); });
 }
 
 void CVUtils::SplitCSVString(CString const& line, CStringArray& fields) { SplitDelimitedString(line, fields, u','); }
