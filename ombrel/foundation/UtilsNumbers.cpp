@@ -66,7 +66,9 @@ double CVUtils::NiceNum(double x, int round)
         nice = fraction < 1.5 ? 1.0 : fraction < 3.0 ? 2.0 : fraction < 7.0 ? 5.0 : 10.0;
     else
         nice = fraction <= 1.0 ? 1.0 : fraction <= 2.0 ? 2.0 : fraction <= 5.0 ? 5.0 : 10.0;
-    return nice * power;
+    // Divided by a whole power, 0.000005 and the like are as exact as a double can be.
+    double const inverse = std::pow(10.0, -exponent);
+    return exponent < 0.0 && std::isfinite(inverse) ? nice / inverse : nice * power;
 }
 
 namespace {

@@ -3,27 +3,19 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 namespace ombrel::host {
 
 namespace {
 
-/// The power of ten and the digit 1, 2 or 5 that make a tidy step.
-struct TidyStep {
-    int digit = 1;
-    int exponent = 0;
-    double Value() const
-    {
-        // Division keeps 0.1 and the like as exact as a double can be.
-        double const power = std::pow(10.0, std::abs(exponent));
-        return exponent < 0 ? digit / power : digit * power;
-    }
-    void Enlarge()
-    {
-        exponent += digit == 5;
-        digit = digit == 1 ? 2 : digit == 2 ? 5 : 1;
-    }
-};
+/// The next larger step of 1, 2 or 5 times a power of ten.
+double NextStep(double step) { return CVUtils::NiceNum(1.5 * step, 0); }
+
+/// What the 1, 2 or 5 of such a step is multiplied by is ten to this power.
+double ExponentOf(double step) { return std::floor(std::log10(step) + 1e-9); }
+
+double DigitOf(double step) { return std::round(step / std::pow(10.0, ExponentOf(step))); }
 
 /// The multiple of the step at or outside of a value; what is a hair's breadth off counts as on it.
 double FloorTo(double value, double step) { return std::floor(value / step + 1e-9) * step; }
@@ -43,12 +35,12 @@ AxisRange MoveEnds(AxisRange data, RangeFreedom const& freedom, double low, doub
 }
 
 /// How many minor ticks a step has room for when they are not to be closer than smallestStep.
-int MinorTicks(TidyStep const& step, double smallestStep)
+int MinorTicks(double step, double smallestStep)
 {
-    int const usual = step.digit == 2 ? 3 : 4;
+    int const usual = DigitOf(step) == 2 ? 3 : 4;
     if (smallestStep <= 0.0)
         return usual;
-    return static_cast<int>(std::clamp(std::floor(step.Value() / smallestStep + 1e-9) - 1.0, 0.0, usual * 1.0));
+    return static_cast<int>(std::clamp(std::floor(step / smallestStep + 1e-9) - 1.0, 0.0, usual * 1.0));
 }
 
 /// The range with its free ends moved outwards to minor ticks, or to major ones where only one of those would be left.
@@ -64,13 +56,14 @@ AxisRange EndOnTicks(AxisRange data, RangeFreedom const& freedom, double step, i
     return hasTwo ? range : to(step);
 }
 
-void ChooseFormat(NumberTicks& ticks, int exponent)
+void ChooseFormat(NumberTicks& ticks)
 {
     double const largest = std::max(std::abs(ticks.range.min), std::abs(ticks.range.max));
-    int const decimals = std::max(0, -exponent);
-    if (largest < 1e7 && decimals <= 6) {
+    double const exponent = ExponentOf(ticks.step);
+    double const decimals = std::max(0.0, -exponent);
+    if (largest < 1e7 && decimals <= 6.0) {
         ticks.format = kFixedFormat;
-        ticks.precision = decimals;
+        ticks.precision = static_cast<int>(decimals);
     } else {
         // So many significant digits that neighbouring labels differ.
         double const digits = std::floor(std::log10(largest)) - exponent + 1.0;
@@ -126,15 +119,15 @@ constexpr std::array kCalendarSteps {
 };
 
 /// Beyond months: years by 1, 2 or 5 times a power of ten.
-CalendarStep YearStep(TidyStep const& tidy)
+CalendarStep YearStep(int years)
 {
-    int const years = static_cast<int>(tidy.Value());
     CalendarStep step { TimeUnit::Year, years, 365.2425 * years, "%Y", "%Y", "", TimeUnit::Year, 0 };
     if (years == 1) {
         step.minorUnit = TimeUnit::Month;
         step.minorCount = 3;
     } else {
-        step.minorCount = tidy.digit == 1 ? years / 5 : years / tidy.digit;
+        int const digit = static_cast<int>(DigitOf(years));
+        step.minorCount = years / (digit == 1 ? 5 : digit);
     }
     return step;
 }
@@ -228,33 +221,28 @@ NumberTicks MakeNumberTicks(AxisRange data, RangeFreedom freedom, int mostSteps,
     NumberTicks ticks;
     double const length = data.max - data.min;
     double const wanted = std::max(length / std::max(mostSteps, 1), smallestStep);
-    TidyStep const finest { 1, static_cast<int>(std::floor(std::log10(wanted))) - 1 };
-    auto const isStep = [smallestStep](double step) { return step > 0.0 && step >= smallestStep * (1.0 - 1e-9); };
-    TidyStep tidy = finest;
-    for (;; tidy.Enlarge()) {
-        double const step = tidy.Value();
-        ticks.range = EndOnTicks(data, freedom, step, MinorTicks(tidy, smallestStep));
+    // Half of it: more steps than wanted are allowed below.
+    double const finest = CVUtils::NiceNum(std::max(wanted / 2, std::numeric_limits<double>::min()), 0);
+    auto const isStep = [smallestStep](double step) { return step >= smallestStep * (1.0 - 1e-9); };
+    for (double step = finest;; step = NextStep(step)) {
+        ticks.step = step;
+        ticks.range = EndOnTicks(data, freedom, step, MinorTicks(step, smallestStep));
         if (isStep(step) && (ticks.range.max - ticks.range.min) / step <= mostSteps + 1e-6)
             break;
     }
     // Fixed ends should have ticks of their own, for which there may be a few more of them or about half as many.
     if (freedom.minFixed && freedom.maxFixed) {
         int const most = mostSteps + mostSteps / 4;
-        TidyStep other = finest;
-        for (int i = 0; i < 12; ++i, other.Enlarge()) {
-            double const step = other.Value();
-            double const steps = length / step;
-            if (isStep(step) && steps <= most + 1e-6 && steps * 2 >= std::min(mostSteps, 4) && IsOn(data.min, step)
-                && IsOn(data.max, step)) {
-                tidy = other;
+        for (double step = finest; length / step * 2 >= std::min(mostSteps, 4); step = NextStep(step)) {
+            if (isStep(step) && length / step <= most + 1e-6 && IsOn(data.min, step) && IsOn(data.max, step)) {
+                ticks.step = step;
                 break;
             }
         }
     }
-    ticks.step = tidy.Value();
     ticks.first = CeilTo(ticks.range.min, ticks.step);
-    ticks.minor = MinorTicks(tidy, smallestStep);
-    ChooseFormat(ticks, tidy.exponent);
+    ticks.minor = MinorTicks(ticks.step, smallestStep);
+    ChooseFormat(ticks);
     return ticks;
 }
 
@@ -283,13 +271,11 @@ NumberTicks FitNumberTicks(AxisRange data, RangeFreedom freedom, double smallest
 int TidyCircles(double radius)
 {
     constexpr int kUsual = 5;
+    auto const isNice = [](double step) { return std::abs(CVUtils::NiceNum(step, 1) - step) < 1e-9 * step; };
     for (int const circles : { kUsual, 4, 6, 3 }) {
-        double const step = radius / circles;
-        double const digits = step / std::pow(10.0, std::floor(std::log10(step)));
-        for (double const tidy : { 1.0, 2.0, 2.5, 5.0, 10.0 }) {
-            if (std::abs(digits - tidy) < 1e-9)
-                return circles;
-        }
+        // Half of a nice step will do as well: of so few circles 2.5, 5, 7.5 and 10 are read at a glance.
+        if (isNice(radius / circles) || isNice(2 * radius / circles))
+            return circles;
     }
     return kUsual;
 }
@@ -317,8 +303,8 @@ DateTicks FitDateTicks(
             break;
         }
     }
-    for (TidyStep tidy; !format; tidy.Enlarge()) {
-        step = YearStep(tidy);
+    for (double years = 1.0; !format; years = NextStep(years)) {
+        step = YearStep(static_cast<int>(years));
         if (fits(step, step.format) || step.count >= 5000)
             format = step.format;
     }

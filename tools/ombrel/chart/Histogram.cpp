@@ -1,7 +1,9 @@
 #include "tools/ombrel/chart/Histogram.h"
+#include "ombrel/foundation/Utils.h"
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace ombrel::host {
 
@@ -17,18 +19,6 @@ double QuantileOf(std::vector<double> const& sorted, double share)
     return sorted[low] + (sorted[high] - sorted[low]) * (at - static_cast<double>(low));
 }
 
-/// The tidy width whose ratio to the given one is nearest to 1.
-double TidyWidth(double width)
-{
-    double const power = std::pow(10.0, std::floor(std::log10(width)));
-    double const digit = width / power;
-    double const tidy = digit < std::sqrt(2.0) ? 1.0
-        : digit < std::sqrt(10.0)              ? 2.0
-        : digit < std::sqrt(50.0)              ? 5.0
-                                               : 10.0;
-    return tidy * power;
-}
-
 double AutomaticWidth(std::vector<double> const& sorted)
 {
     auto const count = static_cast<double>(sorted.size());
@@ -39,7 +29,8 @@ double AutomaticWidth(std::vector<double> const& sorted)
     double const quartileWidth = 2.0 * quartiles / std::cbrt(count);
     if (quartileWidth > range * 1e-12)
         width = std::min(width, quartileWidth);
-    return std::max(width, range / (kMostBins / 2.5));
+    // A width of 0 would make bins without end.
+    return std::max({ width, range / (kMostBins / 2.5), std::numeric_limits<double>::min() });
 }
 
 std::vector<double> EvenEdges(double first, double width, std::size_t bins)
@@ -74,7 +65,7 @@ std::vector<double> HistogramEdges(std::span<double const> values, int bins)
         edges.back() = most;
         return edges;
     }
-    double width = TidyWidth(AutomaticWidth(sorted));
+    double width = CVUtils::NiceNum(AutomaticWidth(sorted), 1);
     if (whole)
         width = std::max(width, 1.0);
     double const shift = whole && width == 1.0 ? 0.5 : 0.0;
