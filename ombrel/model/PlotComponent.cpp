@@ -32,6 +32,15 @@ CPlotComponent::CPlotComponent(CPlot* plot, int useGraphColour)
         m_colour = m_originalColour = static_cast<COLORREF>(plot->GetGraph()->GetColour());
 }
 
+ColourKeySource CPlotComponent::GetColourKeySource() const
+{
+    ColourKeySource source;
+    GetZRange(source.dataLow, source.dataHigh);
+    source.low = source.dataLow;
+    source.high = source.dataHigh;
+    return source;
+}
+
 void CPlotComponent::Serialize(CArchive& ar)
 {
     ArchiveFields f(ar);

@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/foundation/CoordTransform.h"
+#include "ombrel/model/ColourKeySource.h"
 #include "ombrel/model/ItemType.h"
 #include "ombrel/model/LegendEntry.h"
 #include "ombrel/platform/framework/Export.h"
@@ -75,6 +76,13 @@ public:
     virtual int GetXValueKind() const { return 0; }
     /// How the curve is shown in a legend; nothing for curves that legends do not list.
     virtual std::optional<LegendEntry> GetLegendEntry() const { return {}; }
+    /// How the curve is shown in a colour key: here by a bar from its smallest to its largest z.
+    virtual ColourKeySource GetColourKeySource() const;
+    /// The colour that such a bar has at a value, from low to high of the source; here the curve's own colour.
+    virtual COLORREF GetColourOfValue(double /*value*/, double /*low*/, double /*high*/) const
+    {
+        return static_cast<COLORREF>(GetColour());
+    }
     /// Whether each axis of a 2D graph is logarithmic (1) or not (0), told when that changes.
     virtual void TakeOverScaleModes(int, int) { }
 
