@@ -19,6 +19,7 @@
 #include "ombrel/graph2d/2DStackedBarPlot.h"
 #include "ombrel/graph2d/2DTextPlot.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/io/ScanTestHeader.h"
 
 namespace ombrel {
 namespace {
@@ -43,6 +44,7 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &CColourKey::kClass,
     &CColourKeyArray::kClass,
     &CColourMap::kClass,
+    &CScanTestHeader::kClass,
     &C2DGraph::kClass,
     &CAxes::kClass,
     &C2DGrid::kClass,

@@ -3,6 +3,7 @@
 #include "ombrel/foundation/FontData.h"
 #include "ombrel/foundation/PathName.h"
 #include "ombrel/foundation/RealTypes.h"
+#include "ombrel/foundation/VException.h"
 #include "ombrel/foundation/Vertex.h"
 #include "tests/model/ArchiveBytes.h"
 #include "tests/platform/framework/Refused.h"
@@ -231,6 +232,30 @@ TEST(ValueTypes, PathsSplitAtBothSeparators)
         EXPECT_EQ(path.GetExtension(), CString(c.extension)) << c.path;
         EXPECT_EQ(path.GetDirectory(), CString(c.directory)) << c.path;
         EXPECT_EQ(path.GetFilePath(), path.GetDirectoryPath() + path.GetFileName());
+    }
+}
+
+TEST(VException, TellsWhereADataFileIsAtFault)
+{
+    struct Case {
+        DataFileFault fault;
+        char const* what;
+    };
+    Case const cases[] = {
+        { { "a.tvl", 7, 120, "3 numbers", "2" }, "a.tvl, line 7: No more than that; expected 3 numbers, found 2." },
+        { { "a.dem", 0, 1024, "a profile", {} }, "a.dem, byte 1024: No more than that; expected a profile." },
+    };
+    for (Case const& c : cases) {
+        try {
+            WithErrors([&] { throw new CVFileException("No more\nthan that\n", c.fault); });
+            FAIL();
+        } catch (Error const& error) {
+            EXPECT_STREQ(error.what(), c.what);
+            EXPECT_EQ(error.GetKind(), Error::Kind::Data);
+            EXPECT_EQ(error.GetPath(), c.fault.path.ToUtf8());
+            EXPECT_EQ(error.GetOffset(), c.fault.offset);
+            EXPECT_EQ(error.GetLine().value_or(0), c.fault.line);
+        }
     }
 }
 

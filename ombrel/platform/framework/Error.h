@@ -12,10 +12,12 @@ namespace ombrel {
 struct OMBREL_EXPORT ErrorPlace {
     /// The file, in UTF-8.
     std::string path {};
-    /// Bytes from the start of the archive.
+    /// Bytes from the start of the archive or file.
     std::optional<std::uint64_t> offset {};
     /// The errno value behind it, 0 for none.
     int systemError = 0;
+    /// Of a text file, counted from 1.
+    std::optional<std::uint64_t> line {};
 };
 
 /// What went wrong in a call of the library, as an exception like any other: thrown by value, owned by nobody.
@@ -49,6 +51,7 @@ public:
     std::string const& GetPath() const { return m_place.path; }
     std::optional<std::uint64_t> GetOffset() const { return m_place.offset; }
     int GetSystemError() const { return m_place.systemError; }
+    std::optional<std::uint64_t> GetLine() const { return m_place.line; }
 
 private:
     Kind m_kind;

@@ -9,6 +9,7 @@ namespace ombrel {
 constinit CRuntimeClass const CException::kClass = DynamicClass<CObject>("CException");
 constinit CRuntimeClass const CResourceException::kClass = DynamicClass<CException>("CResourceException");
 constinit CRuntimeClass const CInvalidArgException::kClass = DynamicClass<CException>("CInvalidArgException");
+constinit CRuntimeClass const CUserException::kClass = DynamicClass<CException>("CUserException");
 constinit CRuntimeClass const CFileException::kClass = DynamicClass<CException>("CFileException");
 constinit CRuntimeClass const CArchiveException::kClass = DynamicClass<CException>("CArchiveException");
 constinit CRuntimeClass const COleDispatchException::kClass = DynamicClass<CException>("COleDispatchException");
@@ -38,6 +39,8 @@ Error CException::AsError() const { return { Error::Kind::Other, GetErrorMessage
 Error CResourceException::AsError() const { return { Error::Kind::Resource, GetErrorMessage().ToUtf8() }; }
 
 Error CInvalidArgException::AsError() const { return { Error::Kind::Argument, GetErrorMessage().ToUtf8() }; }
+
+Error CUserException::AsError() const { return { Error::Kind::Data, GetErrorMessage().ToUtf8() }; }
 
 Error COleDispatchException::AsError() const { return { Error::Kind::Data, GetErrorMessage().ToUtf8() }; }
 

@@ -47,6 +47,24 @@ private:
     CString m_message;
 };
 
+/// What was asked for was not done, and the user has been told why: whoever catches it says nothing more.
+class OMBREL_EXPORT CUserException : public CException {
+public:
+    /// told: what the user has read.
+    explicit CUserException(CString const& told)
+        : m_told(told)
+    {
+    }
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    CString GetErrorMessage() const override { return m_told; }
+    /// Of kind Data.
+    Error AsError() const override;
+
+private:
+    CString m_told;
+};
+
 class OMBREL_EXPORT CFileException : public CException {
 public:
     enum Cause { none, genericException, fileNotFound, badPath, accessDenied, diskFull, endOfFile, hardIO };
