@@ -37,6 +37,9 @@ std::string FindRoom(std::string const& path);
 /// True for a file in a folder's room: its headers are not installed, and only the folder itself includes them.
 bool IsInternal(std::string const& path);
 
+/// True for a folder whose own headers are not installed either: higher folders include them in sources and rooms.
+bool IsPrivate(std::string const& folder);
+
 // Each check returns one line per fault, "path:line: what is wrong"; empty when all is well.
 
 /// Includes between the library's folders against the order of the table in SourceTree.cpp, and files in no folder of
@@ -46,7 +49,8 @@ std::vector<std::string> CheckDirection(std::vector<SourceFile> const& files);
 /// Installed headers that include something which an installed tree does not have.
 std::vector<std::string> CheckInstalledHeaders(std::vector<SourceFile> const& files);
 
-/// Includes of internal headers by files outside the library.
+/// Includes of internal headers, or of private folders' headers, by files outside the library; tests and benchmarks
+/// may have those of private folders.
 std::vector<std::string> CheckPublicOnly(std::vector<SourceFile> const& files);
 
 /// Headers without #pragma once, and sources whose own header is not their first include.

@@ -97,17 +97,22 @@ TEST(StructureCheck, FindsWhatAnInstalledHeaderCannotReach)
     std::vector<SourceFile> const files {
         { "ombrel/model/Graph.h",
             { "#include \"ombrel/model/parts/Graph.h\"", "#include <cairo.h>", "#include <vector>",
-                "#include <unistd.h>", "#include \"ombrel/model/Gone.h\"" } },
+                "#include <unistd.h>", "#include \"ombrel/model/Gone.h\"",
+                "#include \"ombrel/platform/opengl/OpenGL.h\"" } },
+        { "ombrel/platform/opengl/OpenGL.h", { "#include <GL/gl.h>" } },
         { "ombrel/model/parts/Graph.h", { "#include <cairo.h>" } },
         { "ombrel/model/Graph.cpp", { "#include <cairo.h>" } },
     };
     EXPECT_THAT(CheckInstalledHeaders(files),
-        ElementsAre(
-            HasSubstr("Graph.h:1: "), HasSubstr("Graph.h:2: "), HasSubstr("Graph.h:4: "), HasSubstr("Graph.h:5: ")));
+        ElementsAre(HasSubstr("Graph.h:1: "), HasSubstr("Graph.h:2: "), HasSubstr("Graph.h:4: "),
+            HasSubstr("Graph.h:5: "), HasSubstr("Graph.h:6: ")));
     EXPECT_THAT(CheckPublicOnly({ { "tools/ombrel/Main.cpp", { "#include \"ombrel/model/parts/Graph.h\"" } } }),
         ElementsAre(HasSubstr("Main.cpp:1: ")));
     EXPECT_THAT(
         CheckPublicOnly({ { "tests/model/GraphTest.cpp", { "#include \"ombrel/model/parts/Graph.h\"" } } }), IsEmpty());
+    char const opengl[] = "#include \"ombrel/platform/opengl/OpenGL.h\"";
+    EXPECT_THAT(CheckPublicOnly({ { "tools/ombrel/Main.cpp", { opengl } } }), ElementsAre(HasSubstr("Main.cpp:1: ")));
+    EXPECT_THAT(CheckPublicOnly({ { "tests/graph3d/DrawTest.cpp", { opengl } } }), IsEmpty());
 }
 
 TEST(StructureCheck, FindsAnUnguardedHeaderAndAnOwnHeaderThatIsNotFirst)
