@@ -51,6 +51,8 @@ public:
 protected:
     /// Draws everything but frame and annotation, laid out already; the window's corner is the context's origin.
     virtual void DrawBody(CDC&) { }
+    /// Draws what lies over the body: here captions, colour keys, legend.
+    virtual void DrawAnnotation(CPort& port);
     /// The real rectangle that lies on the graph rectangle in the port that annotation is drawn through.
     virtual CRealRect GetRealRect() const { return { 0.0, 1.0, 1.0, 0.0 }; }
     /// Exchanges what layout has worked out besides the graph rectangle with what was put aside: called before and
@@ -76,7 +78,7 @@ private:
     template <typename LayOutStep> void DrawDirect(CDC& dc, CPoint corner, LayOutStep layOut);
     void DrawBodyAndFrame(CDC& dc);
     bool HasAnnotation() const;
-    void DrawAnnotation(CDC& dc);
+    void DrawAnnotationOn(CDC& dc);
     void Present(CDC& target);
 
     CCaptionArray* m_captionArray = nullptr;

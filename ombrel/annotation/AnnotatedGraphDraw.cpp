@@ -165,7 +165,7 @@ template <typename LayOutStep> void CAnnotatedGraph::DrawDirect(CDC& dc, CPoint 
     UpdateComponentParameters();
     layOut();
     DrawBodyAndFrame(dc);
-    DrawAnnotation(dc);
+    DrawAnnotationOn(dc);
 }
 
 void CAnnotatedGraph::DrawBodyAndFrame(CDC& dc)
@@ -181,9 +181,14 @@ bool CAnnotatedGraph::HasAnnotation() const
         || (m_colourKeyArray && m_colourKeyArray->GetSize() > 0);
 }
 
-void CAnnotatedGraph::DrawAnnotation(CDC& dc)
+void CAnnotatedGraph::DrawAnnotationOn(CDC& dc)
 {
     CPort port(&dc, CRect({ 0, 0 }, m_windowRect.Size()), m_graphRect, GetRealRect());
+    DrawAnnotation(port);
+}
+
+void CAnnotatedGraph::DrawAnnotation(CPort& port)
+{
     DrawCaptions(&port);
     DrawColourKeys(&port);
     DrawLegend(&port);
@@ -200,7 +205,7 @@ void CAnnotatedGraph::Present(CDC& target)
     CDIB& display = GetDisplayDIB();
     {
         SavedDC const saved(*display.GetDC());
-        DrawAnnotation(*display.GetDC());
+        DrawAnnotationOn(*display.GetDC());
     }
     display.Draw(&target, m_windowRect.left, m_windowRect.top);
 }

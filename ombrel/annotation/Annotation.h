@@ -95,6 +95,24 @@ protected:
     /// When the frame is on.
     void DrawBorder(CDC& dc) const;
 
+    /// Holds the context of a draw or a measurement while that lasts, however it ends.
+    class ContextScope {
+    public:
+        ContextScope(CAnnotation& annotation, CDC* dc)
+            : m_annotation(annotation)
+        {
+            m_annotation.m_dc = dc;
+        }
+        ~ContextScope() { m_annotation.m_dc = nullptr; }
+        ContextScope(ContextScope const&) = delete;
+        ContextScope& operator=(ContextScope const&) = delete;
+
+    private:
+        CAnnotation& m_annotation;
+    };
+
+    /// Of the draw or measurement in progress; null otherwise. Not owned.
+    CDC* m_dc = nullptr;
     int m_created = 0;
     int m_on = 0;
     /// 0 until the first draw after Create has worked out the fractions.

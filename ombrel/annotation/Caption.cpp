@@ -13,22 +13,6 @@ constinit CRuntimeClass const CCaption::kClass = PersistentClass<CCaption, CGrap
 
 namespace {
 
-/// Holds the context of a draw or a measurement while that lasts, however it ends.
-class ContextScope {
-public:
-    ContextScope(CDC*& held, CDC* dc)
-        : m_held(held)
-    {
-        m_held = dc;
-    }
-    ~ContextScope() { m_held = nullptr; }
-    ContextScope(ContextScope const&) = delete;
-    ContextScope& operator=(ContextScope const&) = delete;
-
-private:
-    CDC*& m_held;
-};
-
 /// Far outside every graph: says that the caption has no fractions yet.
 constexpr double kNoPosition = -100.0;
 constexpr double kFarthestPosition = -99.0;
@@ -166,7 +150,7 @@ CSize CCaption::Measure(CDC* dc)
     if (!GetGraph())
         return CAnnotation::Measure(dc);
     AskForFrame(AnnotationKind::Caption, GetGraph()->GetWindowRect());
-    ContextScope const scope(m_dc, dc);
+    ContextScope const scope(*this, dc);
     UpdateFontHeight(dc);
     SetTextRect();
     return { m_block.size.cx + 2 * m_block.margin, m_block.size.cy + 2 * m_block.margin };
@@ -177,7 +161,7 @@ void CCaption::Draw(CPort* port)
     if (!m_on || m_text.IsEmpty())
         return;
     CDC& dc = *port->GetDC();
-    ContextScope const scope(m_dc, &dc);
+    ContextScope const scope(*this, &dc);
     AskForFrame(AnnotationKind::Caption, port->GetWindowRect());
     if (!m_positioned && m_normalisedPosition.x > kFarthestPosition)
         UpdateRect();

@@ -68,8 +68,6 @@ private:
     TitleType m_titleType = ctNone;
     CStringArray m_lines;
     TextBlock m_block;
-    /// Of the draw or measurement in progress; null otherwise. Not owned.
-    CDC* m_dc = nullptr;
 };
 
 /// The lines of a caption's text: cut at line feeds, without carriage returns and without empty lines at the end.

@@ -1,5 +1,6 @@
 #include "ombrel/annotation/ColourKey.h"
-#include "ombrel/model/PlotComponent.h"
+#include "ombrel/annotation/keys/ColourKeyLook.h"
+#include "ombrel/model/Graph.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 namespace ombrel {
@@ -7,6 +8,7 @@ namespace ombrel {
 constinit CRuntimeClass const CColourKey::kClass = PersistentClass<CColourKey, CGraphComponent>("CColourKey");
 
 CColourKey::CColourKey()
+    : m_look(std::make_unique<Look>())
 {
     m_textColour = kWhite;
     m_backgroundColour = kBlack;
@@ -16,8 +18,11 @@ CColourKey::CColourKey()
 CColourKey::CColourKey(CGraph* graph, CPlotComponent const* curve)
     : CAnnotation(graph)
     , m_curveTag(curve ? static_cast<DWORD>(curve->GetTag()) : 0)
+    , m_look(std::make_unique<Look>())
 {
 }
+
+CColourKey::~CColourKey() = default;
 
 void CColourKey::Serialize(CArchive& ar)
 {
@@ -74,6 +79,57 @@ void CColourKey::SetArbData(CDWordArray const& colours, CStringArray const& labe
 {
     m_arbitraryColours.Copy(colours);
     m_arbitraryLabels.Copy(labels);
+}
+
+CPlotComponent* CColourKey::GetCurve() const
+{
+    return GetGraph() ? DynamicDowncast<CPlotComponent>(GetGraph()->GetObjectByTag(m_curveTag)) : nullptr;
+}
+
+void CColourKey::GetDataAndLUTRange(double& dataMin, double& dataMax, double& lutMin, double& lutMax)
+{
+    CPlotComponent const* const curve = GetCurve();
+    if (!curve)
+        return;
+    ColourKeySource const source = curve->GetColourKeySource();
+    dataMin = source.dataLow;
+    dataMax = source.dataHigh;
+    lutMin = source.low;
+    lutMax = source.high;
+}
+
+void CColourKey::UpdateGraphParameters()
+{
+    CPlotComponent const* const curve = m_on ? GetCurve() : nullptr;
+    if (!curve)
+        return;
+    bool const hasBands = curve->GetColourKeySource().style == ColourKeySource::Style::Bands;
+    m_style = hasBands ? ksDiscrete : ksContinuous;
+    m_keyMode = kmCurve;
+    BuildLabels();
+}
+
+void CColourKey::BuildLabels()
+{
+    CPlotComponent const* const curve = GetCurve();
+    if (!curve)
+        return;
+    Look& look = *m_look;
+    double dataMin = 0.0;
+    double dataMax = 0.0;
+    GetDataAndLUTRange(dataMin, dataMax, look.range.low, look.range.high);
+    look.swatchColours.RemoveAll();
+    look.isEven = m_labelMode == 0 || !(m_labelDel > 0.0);
+    if (m_style == ksDiscrete) {
+        ColourKeySource const source = curve->GetColourKeySource();
+        look.swatchColours.Copy(source.bandColours);
+        look.values = source.bandValues.GetArray().Values();
+    } else if (look.isEven) {
+        look.values = EvenKeyValues(look.range, m_numTicks);
+    } else {
+        look.values = SteppedKeyValues(look.range, m_labelMin, m_labelDel);
+    }
+    look.labels = FormatKeyValues(look.values);
 }
 
 } // namespace ombrel

@@ -305,17 +305,9 @@ void FillBands(CDC& dc, CRect const& clip, std::vector<C2DAreaCurve*> const& cur
 /// Lets the context draw inside the rectangle only, within what limits it already.
 void LimitDrawing(CDC& dc, CRect const& rect)
 {
-    CPoint const origin = dc.GetViewportOrg();
-    CRect limits(rect.left + origin.x, rect.top + origin.y, rect.right + origin.x, rect.bottom + origin.y);
-    if (auto const& region = dc.GetClip().region) {
-        // What is no rectangle lets nothing more out than an outline's half width.
-        if (!region->IsRect())
-            return;
-        limits.IntersectRect(limits, region->Box());
-    }
-    CRgn region;
-    region.CreateRectRgn(limits.left, limits.top, limits.right, limits.bottom);
-    dc.SelectClipRgn(&region);
+    // What is no rectangle lets nothing more out than an outline's half width.
+    if (auto const& region = dc.GetClip().region; !region || region->IsRect())
+        dc.IntersectClipRect(rect);
 }
 
 void DrawOutlines(

@@ -162,6 +162,14 @@ bool CDC::RestoreDC(int level)
 
 void CDC::SelectClipRgn(CRgn const* region) { m_state.clip.region = region ? region->GetRegion() : nullptr; }
 
+void CDC::IntersectClipRect(CRect const& rect)
+{
+    Region inside = Region::FromRect(ToDevice(rect));
+    if (auto const& before = m_state.clip.region)
+        inside = Region::Intersection(*before, inside);
+    m_state.clip.region = std::make_shared<Region const>(std::move(inside));
+}
+
 CRect CDC::GetClipBox() const
 {
     CRect box;

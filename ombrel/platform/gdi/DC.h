@@ -81,6 +81,8 @@ public:
 
     /// Copies the region (device pixels, untouched by the viewport origin); null lifts the clip.
     void SelectClipRgn(CRgn const* region);
+    /// Limits drawing to the rectangle as well, within what limits it already.
+    void IntersectClipRect(CRect const& rect);
     /// The smallest rectangle that drawing is limited to, in the context's coordinates.
     CRect GetClipBox() const;
     /// Clip region of this context, with no box of its own.
