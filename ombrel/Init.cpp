@@ -19,6 +19,12 @@
 #include "ombrel/graph2d/2DStackedBarPlot.h"
 #include "ombrel/graph2d/2DTextPlot.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/graph3d/3DAxis.h"
+#include "ombrel/graph3d/3DCurve.h"
+#include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/3DGrid.h"
+#include "ombrel/graph3d/3DPlot.h"
+#include "ombrel/graph3d/Walls.h"
 #include "ombrel/io/ScanTestHeader.h"
 
 namespace ombrel {
@@ -68,6 +74,12 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &C2DErrorBarCurve::kClass,
     &C2DTextPlot::kClass,
     &C2DTextCurve::kClass,
+    &C3DGraph::kClass,
+    &C3DAxis::kClass,
+    &C3DGrid::kClass,
+    &CWalls::kClass,
+    &C3DPlot::kClass,
+    &C3DCurve::kClass,
 };
 
 } // namespace

@@ -148,6 +148,8 @@ public:
 protected:
     virtual void UpdateMeshZVals(double, double, double, double, double, double, double, double, double, int) { }
     void SetItemType(ItemType type) { m_itemType = type; }
+    /// The curve's own transforms, not copied.
+    CTransformArray const& Transforms() const { return m_transforms; }
     /// Stores a setting and raises the modified flag.
     template <typename T, typename V> void Change(T& setting, V const& value)
     {

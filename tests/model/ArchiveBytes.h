@@ -15,6 +15,8 @@ class Bytes {
 public:
     template <typename... T> Bytes& Int(T... values) { return (Append<std::int32_t>(values), ..., *this); }
     template <typename... T> Bytes& Short(T... values) { return (Append<std::int16_t>(values), ..., *this); }
+    template <typename... T> Bytes& Byte(T... values) { return (Append<std::uint8_t>(values), ..., *this); }
+    template <typename... T> Bytes& Float(T... values) { return (Append<float>(values), ..., *this); }
     template <typename... T> Bytes& Double(T... values) { return (Append<double>(values), ..., *this); }
     /// ASCII as a wide string of fewer than 255 units.
     Bytes& Text(std::string_view ascii)

@@ -41,6 +41,16 @@ public:
         (As<std::int16_t>(members), ...);
         return *this;
     }
+    template <typename... T> ArchiveFields& Byte(T&... members)
+    {
+        (As<BYTE>(members), ...);
+        return *this;
+    }
+    template <typename... T> ArchiveFields& Float(T&... members)
+    {
+        (As<float>(members), ...);
+        return *this;
+    }
     template <typename... T> ArchiveFields& Double(T&... members)
     {
         (As<double>(members), ...);

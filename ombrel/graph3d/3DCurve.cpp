@@ -1,0 +1,50 @@
+#include "ombrel/graph3d/3DCurve.h"
+#include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/model/Plot.h"
+#include "ombrel/platform/framework/ArchiveFields.h"
+
+namespace ombrel {
+
+constinit CRuntimeClass const C3DCurve::kClass = PersistentClass<C3DCurve, CPlotComponent>("C3DCurve");
+
+void C3DCurve::Serialize(CArchive& ar)
+{
+    CPlotComponent::Serialize(ar);
+    ArchiveFields f(ar);
+    int const version = f.Version(2);
+    f.Int(m_curveType);
+    m_legacy = version < 2;
+    if (m_legacy)
+        m_useDefaultRanges = 0;
+    else
+        f.Int(m_gradationOn).Nested(m_colourMap).Int(m_useDefaultRanges);
+}
+
+int C3DCurve::SetColourmap(CString const& name) { return m_colourMap.Load(name); }
+
+int C3DCurve::IsDefined() const { return GetDataSourceType() != dsFormula || CPlotComponent::IsDefined(); }
+
+std::optional<LegendEntry> C3DCurve::GetLegendEntry() const
+{
+    if (GetColourDescription() != 0)
+        return {};
+    LegendEntry entry;
+    entry.title = GetTitle();
+    entry.colour = static_cast<COLORREF>(GetColour());
+    return entry;
+}
+
+void C3DCurve::SetCurveType(CurveType type)
+{
+    Change(m_curveType, type);
+    SetPlotDataModified(1);
+}
+
+void C3DCurve::Transform(double* x, double* y, double* z) const { Transforms().Transform(*x, *y, *z); }
+
+C3DGraph* C3DCurve::Get3DGraph() const
+{
+    return GetPlot() ? DynamicDowncast<C3DGraph>(GetPlot()->GetGraph()) : nullptr;
+}
+
+} // namespace ombrel
