@@ -17,40 +17,25 @@
 namespace ombrel {
 namespace {
 
+using test::AddCurve;
+using test::AddPlot;
 using test::FillsOver;
 using test::Record;
+using test::Values;
+using test::XRange;
+using test::YRange;
 
 constexpr CSize kSize(600, 450);
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-/// A table curve of the plot's kind at x = 1, 2, … unless told otherwise.
-template <typename Curve = C2DCurve>
-Curve& AddCurve(CPlot& plot, std::vector<double> const& ys, std::vector<double> const& xs = {})
-{
-    auto& curve = static_cast<Curve&>(*plot.CreateCurve());
-    curve.SetDataSourceType(CPlotComponent::dsTable);
-    curve.Initialise(static_cast<int>(ys.size()));
-    for (std::size_t i = 0; i < ys.size(); ++i)
-        curve.SetAt(static_cast<int>(i), { i < xs.size() ? xs[i] : static_cast<double>(i + 1), ys[i] });
-    return curve;
-}
-
-template <typename Plot> Plot& AddPlot(C2DGraph& graph, ItemType type)
-{
-    auto& plot = static_cast<Plot&>(*graph.AddPlot(type));
-    if (auto* const series = DynamicDowncast<C2DSeriesPlot>(&plot))
-        series->SetXValueMode(1);
-    return plot;
-}
-
 TEST(BarWidth, IsTheSmallestDistanceBetweenNeighbours)
 {
     struct Case {
-        std::vector<double> xs;
+        Values xs;
         double width;
     };
     for (Case const& c : { Case { { 1, 2, 4 }, 1 }, Case { { 4, 2.5, 0.5 }, 1.5 }, Case { { 1, 1, 3 }, 0 },
-             Case { { 7 }, 1 }, Case { {}, 1 }, Case { { 1, kGap, 4, std::nan(""), kInfinity, 6 }, 2 } })
+             { { 7 }, 1 }, { {}, 1 }, Case { { 1, kGap, 4, std::nan(""), kInfinity, 6 }, 2 } })
         EXPECT_EQ(MaxBarWidthOfPoints(c.xs), c.width) << testing::PrintToString(c.xs);
     EXPECT_EQ(MaxBarWidthOfMesh(0, 1, 11), static_cast<double>(0.1f));
     EXPECT_EQ(MaxBarWidthOfMesh(0, 1, 1), 1.0);
@@ -61,19 +46,13 @@ TEST(BarCurve, WidensItsRangesForTheBars)
 {
     C2DGraph graph(1);
     auto& plot = AddPlot<C2DBarPlot>(graph, it2DBarPlot);
-    auto& curve = AddCurve<C2DBarCurve>(plot, { 2, 8, 5 }, { 1, 2, 4 });
-    graph.UpdatePlots();
-    double min = 0;
-    double max = 0;
-    plot.GetXRange(min, max);
-    EXPECT_EQ(std::make_pair(min, max), std::make_pair(0.75, 4.25));
+    auto& curve = AddCurve<C2DBarCurve>(plot, { 1, 2, 4 }, { 2, 8, 5 });
+    EXPECT_EQ(XRange(plot), std::make_pair(0.75, 4.25));
     EXPECT_EQ(curve.GetBarWidth(), 0.5);
-    plot.GetYRange(min, max);
-    EXPECT_EQ(std::make_pair(min, max), std::make_pair(2 - 0.06, 8.0)) << "room below a minimum that is not 0";
+    EXPECT_EQ(YRange(plot), std::make_pair(2 - 0.06, 8.0)) << "room below a minimum that is not 0";
     curve.SetAutoBaseline(0);
     curve.SetBaseline(-5);
-    plot.GetYRange(min, max);
-    EXPECT_EQ(std::make_pair(min, max), std::make_pair(-5.0, 8.0));
+    EXPECT_EQ(YRange(plot), std::make_pair(-5.0, 8.0));
     curve.SetFillPattern(25);
     auto const fills = FillsOver(Record(graph, kSize));
     ASSERT_EQ(fills.size(), 3u);
@@ -90,16 +69,11 @@ TEST(SeriesBars, WidenTheXRangeForTheBarsOfPointsThatAreNoGaps)
         C2DGraph graph(1);
         auto& plot = AddPlot<SeriesBarPlot>(graph, type);
         plot.SetBarWidthFactor(0.5);
-        AddCurve(plot, { 3, -1, kGap }, { -14, -12, -10 });
-        graph.UpdatePlots();
-        double min = 0;
-        double max = 0;
-        plot.GetXRange(min, max);
-        EXPECT_EQ(std::make_pair(min, max), std::make_pair(-14.5, -11.5));
+        AddCurve(plot, { -14, -12, -10 }, { 3, -1, kGap });
+        EXPECT_EQ(XRange(plot), std::make_pair(-14.5, -11.5));
         if (auto* const stacked = DynamicDowncast<C2DStackedBarPlot>(&plot)) {
             stacked->SetNoRangeMargin(1);
-            plot.GetXRange(min, max);
-            EXPECT_EQ(std::make_pair(min, max), std::make_pair(-14.0, -12.0));
+            EXPECT_EQ(XRange(plot), std::make_pair(-14.0, -12.0));
         }
     }
 }
@@ -111,22 +85,21 @@ TEST(StackedBars, ListTheirPiecesFromTheLowerEndOn)
         int scaled;
         std::array<double, 3> values;
         double base;
-        std::vector<double> heights;
+        Values heights;
         std::vector<COLORREF> curves;
-        double min;
-        double max;
+        std::pair<double, double> range;
     };
     for (Case const& c : {
-             Case { 0, 0, { 3, -2, 5 }, -2, { 2, 3, 5 }, { 1, 0, 2 }, -2, 8 },
-             Case { 0, 0, { -3, -2, 5 }, -5, { 2, 3, 5 }, { 1, 0, 2 }, -5, 5 },
-             Case { 1, 0, { 3, -2, 5 }, -20, { 20, 30, 50 }, { 1, 0, 2 }, -20, 80 },
-             Case { 1, 0, { -1, -2, -5 }, 0, { 62.5, 25, 12.5 }, { 2, 1, 0 }, 0, 100 },
-             Case { 1, 0, { 0, 0, 0 }, 0, { 0, 0, 0 }, { 0, 1, 2 }, 0, 100 },
-             Case { 0, 1, { 3, -2, 5 }, -0.8, { 0.8, 1.2, 2 }, { 1, 0, 2 }, -2, 8 },
-             Case { 0, 1, { 0, 0, 0 }, 0, { 0, 0, 0 }, { 0, 1, 2 }, 0, 0 },
-             Case { 1, 1, { 3, kGap, 1 }, 0, { 3, 1 }, { 0, 2 }, 0, 100 },
+             Case { 0, 0, { 3, -2, 5 }, -2, { 2, 3, 5 }, { 1, 0, 2 }, { -2, 8 } },
+             Case { 0, 0, { -3, -2, 5 }, -5, { 2, 3, 5 }, { 1, 0, 2 }, { -5, 5 } },
+             Case { 1, 0, { 3, -2, 5 }, -20, { 20, 30, 50 }, { 1, 0, 2 }, { -20, 80 } },
+             Case { 1, 0, { -1, -2, -5 }, 0, { 62.5, 25, 12.5 }, { 2, 1, 0 }, { 0, 100 } },
+             Case { 1, 0, { 0, 0, 0 }, 0, { 0, 0, 0 }, { 0, 1, 2 }, { 0, 100 } },
+             Case { 0, 1, { 3, -2, 5 }, -0.8, { 0.8, 1.2, 2 }, { 1, 0, 2 }, { -2, 8 } },
+             Case { 0, 1, { 0, 0, 0 }, 0, { 0, 0, 0 }, { 0, 1, 2 }, { 0, 0 } },
+             Case { 1, 1, { 3, kGap, 1 }, 0, { 3, 1 }, { 0, 2 }, { 0, 100 } },
              Case { 0, 0, { -kMostReal, kMostReal, kMostReal }, -kMostReal, { kMostReal, kMostReal, kMostReal },
-                 { 0, 1, 2 }, -kMostReal, kMostReal },
+                 { 0, 1, 2 }, { -kMostReal, kMostReal } },
          }) {
         C2DGraph graph(1);
         auto& plot = AddPlot<C2DStackedBarPlot>(graph, it2DStackedBarPlot);
@@ -134,7 +107,7 @@ TEST(StackedBars, ListTheirPiecesFromTheLowerEndOn)
         plot.SetScaleStacksOn(c.scaled);
         plot.SetStackTotal(4);
         for (COLORREF k = 0; k < 3; ++k) {
-            auto& curve = AddCurve<SeriesBarCurve>(plot, { c.values[k] });
+            auto& curve = AddCurve<SeriesBarCurve>(plot, {}, { c.values[k] });
             curve.SetColour(k);
             curve.SetFillPattern(static_cast<int>(k) + 20);
         }
@@ -154,22 +127,15 @@ TEST(StackedBars, ListTheirPiecesFromTheLowerEndOn)
             EXPECT_EQ(colours[k], c.curves[k]) << message;
             EXPECT_EQ(patterns[k], static_cast<int>(c.curves[k]) + 20) << message;
         }
-        double min = 1;
-        double max = 1;
-        plot.GetYRange(min, max);
-        EXPECT_DOUBLE_EQ(min, c.min) << message;
-        EXPECT_DOUBLE_EQ(max, c.max) << message;
+        EXPECT_DOUBLE_EQ(YRange(plot).first, c.range.first) << message;
+        EXPECT_DOUBLE_EQ(YRange(plot).second, c.range.second) << message;
         EXPECT_EQ(plot.GetStackedBars(1, base, heights, colours, patterns), 0) << "beyond the points";
     }
-    double min = 3;
-    double max = 4;
-    C2DStackedBarPlot().GetYRange(min, max);
-    EXPECT_EQ(std::make_pair(min, max), std::make_pair(3.0, 4.0)) << "without a curve";
 }
 
 TEST(Bars, OfAnyDataStayInsideTheAxes)
 {
-    std::vector<std::pair<std::vector<double>, std::vector<double>>> const data {
+    std::vector<std::pair<Values, Values>> const data {
         { {}, {} },
         { { 5 }, { 1 } },
         { { kGap, std::nan("") }, { 1, 2 } },
@@ -183,14 +149,12 @@ TEST(Bars, OfAnyDataStayInsideTheAxes)
             for (double const factor : { 0.5, 0.0, -3.0, 1e300, kInfinity, std::nan("") }) {
                 C2DGraph graph(1);
                 auto& plot = AddPlot<C2DPlot>(graph, type);
-                auto& first = AddCurve(plot, ys, xs);
-                AddCurve(plot, { -1, 4 });
+                auto& first = AddCurve(plot, xs, ys);
+                AddCurve(plot, {}, { -1, 4 });
                 if (auto* const bars = DynamicDowncast<C2DBarCurve>(&first))
                     bars->SetBarWidthFactor(factor);
-                if (auto* const clusters = DynamicDowncast<C2DClusteredBarPlot>(&plot))
-                    clusters->SetBarWidthFactor(factor);
-                if (auto* const stacks = DynamicDowncast<C2DStackedBarPlot>(&plot))
-                    stacks->SetBarWidthFactor(factor);
+                if (auto* const series = dynamic_cast<SeriesBarPlot*>(&plot))
+                    series->SetBarWidthFactor(factor);
                 graph.UpdatePlots();
                 // As in a damaged document: fewer points than the plot and the other curves have.
                 static_cast<C2DCurve&>(*plot.GetComponent(1)).Initialise(1);
@@ -208,21 +172,37 @@ TEST(Bars, OfAnyDataStayInsideTheAxes)
 TEST(PlotArchives, EndWithSettingsInTheirOrder)
 {
     auto const endsWith = [](CObject& object, test::Bytes const& expected) {
-        CMemFile file;
-        CArchive ar(&file, CArchive::store);
-        object.Serialize(ar);
-        ar.Close();
-        std::vector<std::byte> const all = file.GetBytes();
-        std::vector<std::byte> const& end = expected.Get();
-        return all.size() > end.size() && std::equal(end.rbegin(), end.rend(), all.rbegin());
+        return test::Stored(object).Hex().ends_with(expected.Hex());
     };
-    C2DBarCurve curve;
-    curve.SetBarWidthFactor(0.25);
-    curve.SetBaseline(-2);
-    curve.SetAutoBaseline(0);
-    curve.SetBorderColour(7);
-    curve.SetFillPattern(19);
-    EXPECT_TRUE(endsWith(curve, test::Bytes().Int(1).Double(1, 0.25, -2).Int(0, 7, 19)));
+    C2DCurve curve;
+    curve.SetNumPts(3);
+    curve.SetXMin(1.5);
+    curve.SetXMax(2.5);
+    curve.SetScriptXValueMode(1);
+    curve.SetLineType(4);
+    curve.SetLineWidth(5);
+    curve.SetLineMode(6);
+    curve.SetXScaleMode(7);
+    curve.SetYScaleMode(8);
+    curve.SetSeries(9);
+    curve.SetSymbolType(C2DSymbol::Plus);
+    curve.SetSymbolColour(10);
+    curve.SetSymbolFillColour(11);
+    curve.SetFillSymbol(12);
+    curve.SetSymbolScaleFac(3.5);
+    curve.SetXValMode(C2DCurve::xvDates);
+    curve.SetUseDefaultRanges(13);
+    curve.Initialise(1);
+    curve.SetAt(0, { 4.5, 5.5 });
+    test::Bytes common = test::Bytes().Int(2).Double(1.5, 2.5).Int(3, 1, 4, 5, 6, 7, 8, 9, 7, 10, 11, 12).Double(3.5);
+    EXPECT_TRUE(endsWith(curve, common.Int(1, 13, 2, 2, 1).Double(4.5, 5.5, 0, 1)));
+    C2DBarCurve bars;
+    bars.SetBarWidthFactor(0.25);
+    bars.SetBaseline(-2);
+    bars.SetAutoBaseline(0);
+    bars.SetBorderColour(7);
+    bars.SetFillPattern(19);
+    EXPECT_TRUE(endsWith(bars, test::Bytes().Int(1).Double(1, 0.25, -2).Int(0, 7, 19)));
     C2DErrorBarCurve errors;
     errors.SetScaleFac(0.25);
     EXPECT_TRUE(endsWith(errors, test::Bytes().Double(0.25)));

@@ -11,31 +11,22 @@ namespace {
 
 class TableCurve : public C2DCurve {
 public:
-    explicit TableCurve(std::vector<std::pair<double, double>> const& points)
-    {
-        SetDataSourceType(CPlotComponent::dsTable);
-        Initialise(static_cast<int>(points.size()));
-        for (int i = 0; auto const& [x, y] : points)
-            SetAt(i++, { x, y });
-    }
+    explicit TableCurve(test::Points const& points) { test::SetTable(*this, points); }
 };
 
 TEST(Curve2D, InterpolatesBetweenPointsAndStaysAtTheEnds)
 {
     TableCurve const curve({ { 0, 1 }, { 1, 3 }, { 1, 7 }, { 3, 9 } });
-    struct Case {
-        double x, y;
-    };
-    for (Case const& c : { Case { -5, 1 }, Case { 0, 1 }, Case { 0.5, 2 }, Case { 1, 3 }, Case { 2, 8 }, Case { 3, 9 },
-             Case { 99, 9 } }) {
-        EXPECT_DOUBLE_EQ(curve.GetAt(c.x).y, c.y) << c.x;
-        EXPECT_DOUBLE_EQ(curve.GetYVal(c.x), c.y) << c.x;
+    for (auto const& [x, y] :
+        test::Points { { -5, 1 }, { 0, 1 }, { 0.5, 2 }, { 1, 3 }, { 2, 8 }, { 3, 9 }, { 99, 9 } }) {
+        EXPECT_DOUBLE_EQ(curve.GetAt(x).y, y) << x;
+        EXPECT_DOUBLE_EQ(curve.GetYVal(x), y) << x;
     }
 }
 
 TEST(Curve2D, SlopeOfAParabolaIsExact)
 {
-    std::vector<std::pair<double, double>> points;
+    test::Points points;
     for (double const x : { -3.0, -1.0, 0.0, 0.5, 2.0, 7.0 })
         points.emplace_back(x, x * x);
     TableCurve const curve(points);
@@ -53,20 +44,10 @@ TEST(Curve2D, LogarithmicAxesSeeDecadesAndClampWhatHasNone)
     double small = 1e-99;
     C2DCurve::LogClamp(small);
     EXPECT_DOUBLE_EQ(small, -99.0);
-    double min = 0;
-    double max = 0;
-    curve.GetXRange(min, max);
-    EXPECT_EQ(min, 0.0);
-    EXPECT_EQ(max, 3.0);
-    curve.GetYRange(min, max);
-    EXPECT_EQ(min, -100.0);
-    EXPECT_EQ(max, 2.0);
+    EXPECT_EQ(test::XRange(curve), std::make_pair(0.0, 3.0));
+    EXPECT_EQ(test::YRange(curve), std::make_pair(-100.0, 2.0));
     EXPECT_EQ(curve.GetYVal(10), 100.0) << "stored values";
-    curve.SetYAt(0, kGap);
-    curve.SetYAt(1, kGap);
-    curve.SetYAt(2, kGap);
-    curve.GetXRange(min, max);
-    EXPECT_EQ(std::make_pair(min, max), std::make_pair(0.0, 0.0)) << "no point";
+    EXPECT_EQ(test::XRange(TableCurve({ { 1, kGap }, { kGap, 2 } })), std::make_pair(0.0, 0.0)) << "no point";
 }
 
 TEST(Curve2D, TakesRowsOfTablesAndSpreadsXOverItsInterval)
@@ -97,11 +78,8 @@ TEST(Curve2D, TakesRowsOfTablesAndSpreadsXOverItsInterval)
 TEST(Curve2D, TakesPointsFromArraysOnlyWhenTheyAreLongEnough)
 {
     TableCurve curve({ { 5, 6 } });
-    CDoubleArray xs;
-    CDoubleArray ys;
-    for (double const v : { 1.0, 2.0, 3.0 })
-        xs.Add(v);
-    ys.Add(9.0);
+    CDoubleArray const xs { 1, 2, 3 };
+    CDoubleArray const ys { 9 };
     curve.SetPoints(&xs, &ys, 2);
     EXPECT_EQ(curve.GetNumPoints(), 1) << "y is too short";
     curve.SetPoints(&xs, static_cast<CDoubleArray*>(nullptr), 3);
@@ -147,17 +125,13 @@ TEST(Curve2D, IsDefinedByItsDataSource)
 
 TEST(SeriesPlot, GivesItsCurvesTheSharedXValues)
 {
-    OmbrelInit();
     C2DGraph graph(1);
     auto& plot = static_cast<C2DSeriesPlot&>(*graph.AddPlot(it2DLineSeriesPlot));
     plot.SetNumPts(11);
     plot.SetXMin(-10);
     plot.SetXValMode(C2DCurve::xvDates);
     auto& first = static_cast<C2DCurve&>(*plot.CreateCurve());
-    first.SetDataSourceType(CPlotComponent::dsTable);
-    first.Initialise(4);
-    for (int i = 0; i < 4; ++i)
-        first.SetYAt(i, 7.0 + i);
+    test::SetTable(first, { { 0, 7 }, { 0, 8 }, { 0, 9 }, { 0, 10 } });
     graph.UpdatePlots();
     ASSERT_EQ(first.GetNumPoints(), 11);
     EXPECT_EQ(std::as_const(first).GetAt(10).x, 10.0);
@@ -167,9 +141,7 @@ TEST(SeriesPlot, GivesItsCurvesTheSharedXValues)
     EXPECT_EQ(first.GetXMax() - first.GetXMin(), 20.0);
     EXPECT_EQ(plot.GetAt(3), CRealPoint(-4, 10)) << "the plot takes over the first curve's points";
 
-    CDoubleArray xs;
-    for (double const v : { 1.0, 4.0, 9.0 })
-        xs.Add(v);
+    CDoubleArray const xs { 1, 4, 9 };
     plot.SetXValueMode(1);
     plot.SetPoints(&xs, 4);
     EXPECT_EQ(plot.GetNumActualPoints(), 11) << "too few values change nothing";

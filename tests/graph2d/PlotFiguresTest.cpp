@@ -14,15 +14,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <cmath>
 #include <memory>
 #include <string>
 
 namespace ombrel {
 namespace {
 
-using Points = std::vector<std::pair<double, double>>;
-using Values = std::vector<double>;
+using test::AddCurve;
+using test::Points;
+using test::Values;
+using test::XRange;
 
 /// A unit is ten pixels: (x, y) lies at (5 + 10 x, 95 − 10 y).
 constexpr CSize kLarge(100, 100);
@@ -36,125 +38,38 @@ struct Plotting : C2DGraph {
         : C2DGraph(1)
         , size(of)
     {
-        CAxes& axes = *GetAxes();
-        axes.SetXAxisOn(0);
-        axes.SetYAxisOn(0);
-        axes.SetXAxisRangeMode(CAxes::rmFixed);
-        axes.SetYAxisRangeMode(CAxes::rmFixed);
-        axes.SetXAxisRange(0, 9);
-        axes.SetYAxisRange(0, of == kTiny ? 8 : 9);
+        test::FixAxes(*GetAxes(), 9, of == kTiny ? 8 : 9);
+        GetAxes()->SetXAxisOn(0);
+        GetAxes()->SetYAxisOn(0);
         GetGrid()->SetOn(0);
         SetGraphFrameOn(0);
     }
-    template <typename Plot> Plot& Add(ItemType type)
-    {
-        auto& plot = static_cast<Plot&>(*AddPlot(type));
-        if (auto* const series = DynamicDowncast<C2DSeriesPlot>(&plot))
-            series->SetXValueMode(1);
-        return plot;
-    }
+    template <typename Plot> Plot& Add(ItemType type) { return test::AddPlot<Plot>(*this, type); }
 };
 
-/// A table curve in black; of a series plot the first one's x values count.
-template <typename Curve = C2DCurve> Curve& AddCurve(CPlot& plot, Values const& xs, Values const& ys)
+/// A line in black.
+C2DLine& AddLine(C2DGraph& graph, Points const& points)
 {
-    auto& curve = static_cast<Curve&>(*plot.CreateCurve());
-    curve.SetDataSourceType(CPlotComponent::dsTable);
-    curve.SetColour(0);
-    curve.Initialise(static_cast<int>(ys.size()));
-    for (std::size_t i = 0; i < ys.size(); ++i)
-        curve.SetAt(static_cast<int>(i), { xs[i], ys[i] });
-    if (auto* const series = DynamicDowncast<C2DSeriesPlot>(&plot); series && series->GetNumComponents() == 1) {
-        CDoubleArray shared;
-        for (double const x : xs)
-            shared.Add(x);
-        series->SetPoints(&shared, shared.GetSize());
-    }
-    plot.GetGraph()->UpdatePlots();
-    return curve;
-}
-
-std::string Write(CPoint p) { return " " + std::to_string(p.x) + "," + std::to_string(p.y); }
-
-std::string Write(CRect const& r) { return Write(r.TopLeft()) + Write(r.BottomRight()); }
-
-std::string Write(COLORREF colour) { return colour == 0 ? "" : " in " + std::to_string(colour); }
-
-/// The corners of a rectangle; of any other region its rows, those alike together, with the pixels from … to, the last
-/// left out.
-std::string Write(Region const& region)
-{
-    if (region.IsRect())
-        return Write(region.Box());
-    std::vector<std::pair<int, std::string>> rows;
-    for (Region::Span const& s : region.Spans(-100, 200)) {
-        bool const first = rows.empty() || rows.back().first != s.y;
-        if (first)
-            rows.emplace_back(s.y, "");
-        rows.back().second += (first ? ":" : "+") + std::to_string(s.left) + "-" + std::to_string(s.right);
-    }
-    std::string text;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        int const first = rows[i].first;
-        while (i + 1 < rows.size() && rows[i + 1].second == rows[i].second)
-            ++i;
-        text += " " + std::to_string(first) + (rows[i].first > first ? "-" + std::to_string(rows[i].first) : "")
-            + rows[i].second;
-    }
-    return text;
-}
-
-std::string Write(std::span<CPoint const> points)
-{
-    std::string text;
-    for (CPoint const& p : points)
-        text += Write(p);
-    return text;
-}
-
-std::string Write(RecordedPrimitive const& p)
-{
-    if (auto const* const line = p.As<primitive::Polyline>())
-        return "line" + Write(line->points) + Write(line->line.colour);
-    if (auto const* const fill = p.As<primitive::Fill>())
-        return "fill" + Write(fill->region) + Write(fill->brush.foreground.colour);
-    if (auto const* const text = p.As<primitive::Text>())
-        return "text" + Write(text->at) + " " + text->text.ToUtf8();
-    auto const* const stroke = p.As<primitive::Stroke>();
-    if (!stroke)
-        return "something else";
-    std::string text = stroke->pen.dashes.empty() ? "stroke" : "dashes";
-    Figures const figures { stroke->points, stroke->starts };
-    for (std::size_t i = 0; i < figures.Count(); ++i)
-        if (!figures.PointsOf(i).empty())
-            text += (i > 0 ? " |" : "") + Write(figures.PointsOf(i));
-    return text;
-}
-
-/// One after the other, but for a white background.
-std::string Write(RecordingSurface const& surface)
-{
-    std::string text;
-    for (RecordedPrimitive const& p : surface.Primitives()) {
-        if (std::string const one = Write(p); !one.ends_with(Write(COLORREF(0xFFFFFF))))
-            text += (text.empty() ? "" : "; ") + one;
-    }
-    return text;
+    C2DLine& line = test::AddLine(graph, points);
+    line.SetColour(0);
+    return line;
 }
 
 std::string Drawn(Plotting& graph, bool printing = false)
 {
-    auto const surface = std::make_shared<RecordingSurface>(graph.size, DeviceCapabilities(), printing);
-    CDC dc(surface);
-    graph.Draw(&dc, CRect({ 0, 0 }, graph.size), pmDirect);
-    return Write(*surface);
+    return test::Figures(test::Record(graph, graph.size, printing));
+}
+
+std::string Coloured(std::string const& what, COLORREF colour)
+{
+    return what + (colour ? "#" + std::to_string(colour) : "");
 }
 
 /// Round a rectangle from its top-left corner on.
 std::string Outline(CRect const& r, COLORREF colour = 0)
 {
-    return "line" + Write(r.TopLeft()) + Write(CPoint(r.right, r.top)) + Write(r.BottomRight())
-        + Write(CPoint(r.left, r.bottom)) + Write(r.TopLeft()) + Write(colour);
+    CPoint const corners[] = { r.TopLeft(), { r.right, r.top }, r.BottomRight(), { r.left, r.bottom }, r.TopLeft() };
+    return Coloured(test::Figure(corners), colour);
 }
 
 TEST(LineFigures, RunThroughTheirPointsBrokenAtGaps)
@@ -165,31 +80,30 @@ TEST(LineFigures, RunThroughTheirPointsBrokenAtGaps)
         char const* drawn;
     };
     Case const cases[] = {
-        { { { 0, 0 }, { 3, 6 }, { 9, 3 } }, 0, "stroke 5,95 35,35 95,65" },
-        { { { 9, 0 }, { 5, 4 }, { 0, 1 } }, 0, "stroke 95,95 55,55 5,85" },
-        { { { kGap, 0 }, { 1, 1 }, { 2, 2 }, { 3, kGap } }, 0, "stroke 15,85 25,75" },
+        { { { 0, 0 }, { 3, 6 }, { 9, 3 } }, 0, "5,95-35,35-95,65" },
+        { { { 9, 0 }, { 5, 4 }, { 0, 1 } }, 0, "95,95-55,55-5,85" },
+        { { { kGap, 0 }, { 1, 1 }, { 2, 2 }, { 3, kGap } }, 0, "15,85-25,75" },
         { { { 1, 1 }, { 2, 2 }, { 3, kGap }, { 4, 4 }, { kGap, 5 }, { 6, 6 }, { 7, 7 } }, 0,
-            "stroke 15,85 25,75 | 65,35 75,25" },
+            "15,85-25,75  65,35-75,25" },
         { { { 4, 4 } }, 0, "" },
         // Along a column all the way and to its last point: the nearer end first.
-        { { { 4, 1 }, { 4, 7 }, { 4, 3 }, { 4, 5 } }, 0, "stroke 45,85 45,25 45,45" },
-        { { { 4, 4 }, { 4, 7 }, { 4, 3 }, { 4, 5 } }, 0, "stroke 45,55 45,65 45,25 45,45" },
-        { { { 4, 5 }, { 4, 7 }, { 4, 3 }, { 4, 4 }, { 6, 4 } }, 0, "stroke 45,45 45,25 45,65 45,55 65,55" },
+        { { { 4, 1 }, { 4, 7 }, { 4, 3 }, { 4, 5 } }, 0, "45,85-45,25-45,45" },
+        { { { 4, 4 }, { 4, 7 }, { 4, 3 }, { 4, 5 } }, 0, "45,55-45,65-45,25-45,45" },
+        { { { 4, 5 }, { 4, 7 }, { 4, 3 }, { 4, 4 }, { 6, 4 } }, 0, "45,45-45,25-45,65-45,55-65,55" },
         { { { 4, 4 }, { 4, 4 } }, 0, "" },
         // Dashes go on in one direction, turn at a corner, and overlap into a solid line where they turn for long.
         { { { 0, 0 }, { 4, 1 }, { 4, 1.5 }, { 4, 2 }, { 4, 1.7 }, { 9, 1 } }, 1,
-            "dashes 5,95 45,85 45,75 45,78 95,85" },
-        { { { 4, 1 }, { 4, 5 }, { 4, 9 } }, 1, "dashes 45,85 45,5" },
-        { { { 0, 0 }, { 4, 1 }, { 4, 9 }, { 4, 7 }, { 9, 1 } }, 1,
-            "dashes 5,95 45,85 | 45,25 95,85; stroke 45,5 45,85" },
-        { { { 0, 0 }, { 4, 1 }, { 4, 9 }, { 4, 7 } }, 1, "dashes 5,95 45,85; stroke 45,5 45,85" },
-        { { { 0, 0 }, { 4, 1 }, { 4, 1.2 }, { 4, 1 } }, 5, "dashes 5,95 45,85 45,83 45,85" },
+            "[8,2]  5,95-45,85-45,75-45,78-95,85" },
+        { { { 4, 1 }, { 4, 5 }, { 4, 9 } }, 1, "[8,2]  45,85-45,5" },
+        { { { 0, 0 }, { 4, 1 }, { 4, 9 }, { 4, 7 }, { 9, 1 } }, 1, "[8,2]  5,95-45,85  45,25-95,85  []  45,5-45,85" },
+        { { { 0, 0 }, { 4, 1 }, { 4, 9 }, { 4, 7 } }, 1, "[8,2]  5,95-45,85  []  45,5-45,85" },
+        { { { 0, 0 }, { 4, 1 }, { 4, 1.2 }, { 4, 1 } }, 5, "[1,1]  5,95-45,85-45,83-45,85" },
         { { { 0, 0 }, { 4, 1 }, { 4, 1.3 }, { 4, 1 }, { kGap, 1 }, { 6, 1 }, { 8, 1 } }, 5,
-            "dashes 5,95 45,85 | 65,85 85,85; stroke 45,82 45,85" },
+            "[1,1]  5,95-45,85  65,85-85,85  []  45,82-45,85" },
     };
     for (Case const& c : cases) {
         Plotting graph;
-        test::AddLine(graph, c.points).SetLineType(c.type);
+        AddLine(graph, c.points).SetLineType(c.type);
         EXPECT_EQ(Drawn(graph), c.drawn) << testing::PrintToString(c.points);
     }
 }
@@ -203,18 +117,16 @@ TEST(LineFigures, StepAndPair)
         char const* drawn;
     };
     using L = C2DLine;
-    for (Case const& c : {
-             Case { L::cmStepped, L::smMiddle,
-                 "stroke 5,95 15,95 15,55 35,55 35,85 45,85 | 65,35 75,35 75,15 90,15 90,5 95,5" },
-             Case { L::cmStepped, L::smHorizontalFirst,
-                 "stroke 5,95 25,95 25,55 45,55 45,85 | 65,35 85,35 85,15 95,15 95,5" },
-             Case {
-                 L::cmStepped, L::smVerticalFirst, "stroke 5,95 5,55 25,55 25,85 45,85 | 65,35 65,15 85,15 85,5 95,5" },
-             Case { L::cmStepped, 7, "stroke 5,95 45,85 | 65,35 95,5" },
-             Case { L::cmPairs, 0, "stroke 5,95 25,55 | 85,15 95,5" },
-         }) {
+    for (Case const& c :
+        {
+            Case { L::cmStepped, L::smMiddle, "5,95-15,95-15,55-35,55-35,85-45,85  65,35-75,35-75,15-90,15-90,5-95,5" },
+            Case { L::cmStepped, L::smHorizontalFirst, "5,95-25,95-25,55-45,55-45,85  65,35-85,35-85,15-95,15-95,5" },
+            Case { L::cmStepped, L::smVerticalFirst, "5,95-5,55-25,55-25,85-45,85  65,35-65,15-85,15-85,5-95,5" },
+            Case { L::cmStepped, 7, "5,95-45,85  65,35-95,5" },
+            Case { L::cmPairs, 0, "5,95-25,55  85,15-95,5" },
+        }) {
         Plotting graph;
-        C2DLine& line = test::AddLine(graph, points);
+        C2DLine& line = AddLine(graph, points);
         line.SetPointConnectionMode(c.connection);
         line.SetStepMode(c.step);
         EXPECT_EQ(Drawn(graph), c.drawn) << c.connection << c.step;
@@ -224,18 +136,18 @@ TEST(LineFigures, StepAndPair)
 TEST(LineFigures, TakeDecadesOnLogarithmicAxes)
 {
     Plotting graph;
-    C2DLine& line = test::AddLine(graph, { { 1, 5 }, { 1e4, 7 }, { 1e9, 5 } });
+    C2DLine& line = AddLine(graph, { { 1, 5 }, { 1e4, 7 }, { 1e9, 5 } });
     graph.GetAxes()->SetXAxisScaleMode(1);
-    EXPECT_EQ(Drawn(graph), "stroke 5,45 45,25 95,45");
+    EXPECT_EQ(Drawn(graph), "5,45-45,25-95,45");
     line.SetPointConnectionMode(C2DLine::cmStepped);
-    EXPECT_EQ(Drawn(graph), "stroke 5,45 25,45 25,25 70,25 70,45 95,45");
+    EXPECT_EQ(Drawn(graph), "5,45-25,45-25,25-70,25-70,45-95,45");
     graph.GetAxes()->SetXAxisScaleMode(0);
     graph.GetAxes()->SetYAxisScaleMode(1);
     for (int i = 0; i < 3; ++i)
         line.SetAt(i, { 2.0 * i, i == 0 ? 1 : i == 1 ? 1e3 : 1e9 });
-    EXPECT_EQ(Drawn(graph), "stroke 5,95 15,95 15,65 35,65 35,5 45,5");
+    EXPECT_EQ(Drawn(graph), "5,95-15,95-15,65-35,65-35,5-45,5");
     line.SetPointConnectionMode(C2DLine::cmPairs);
-    EXPECT_EQ(Drawn(graph), "stroke 5,95 25,65");
+    EXPECT_EQ(Drawn(graph), "5,95-25,65");
 }
 
 TEST(LineFigures, KeepOnePointBeyondEachSideAndFourACrowdedColumn)
@@ -244,31 +156,46 @@ TEST(LineFigures, KeepOnePointBeyondEachSideAndFourACrowdedColumn)
     for (int i = 0; i < 10; ++i)
         points.emplace_back(i, i);
     Plotting graph;
-    test::AddLine(graph, points);
+    AddLine(graph, points);
     graph.GetAxes()->SetXAxisRange(3, 6);
-    EXPECT_EQ(Drawn(graph), "stroke -24,75 5,65 35,55 65,45 95,35 125,25");
+    EXPECT_EQ(Drawn(graph), "-24,75-5,65-35,55-65,45-95,35-125,25");
 
-    // Thirty points fall into each pixel column: from 4 up to 9, down to 1 and up to 6.
-    std::string expected = "stroke";
+    // Ninety points fall into each pixel column: from 4 up to 9, down to 1 and up to 6.
+    constexpr int kCrowd = 90;
+    std::string thin;
+    std::string wide = "5,55-5,85-5,5-5,35";
+    std::string dashes = "[8,2]";
+    std::string solid = "  []  5,5-5,85";
     points.clear();
     for (int column = 0; column <= 90; ++column) {
-        for (int i = 0; i < 30; ++i)
-            points.emplace_back((30 * column + i - 14.5) / 300.0,
+        for (int i = 0; i < kCrowd; ++i)
+            points.emplace_back((kCrowd * column + i - 44.5) / 900.0,
                 i == 0        ? 4
-                    : i == 10 ? 9
-                    : i == 20 ? 1
-                    : i == 29 ? 6
+                    : i == 30 ? 9
+                    : i == 60 ? 1
+                    : i == 89 ? 6
                               : 5);
-        std::string const x = " " + std::to_string(5 + column);
-        expected += x + ",55" + x + ",85" + x + ",5" + x + ",35";
+        std::string const x = std::to_string(5 + column);
+        std::string const whole = x + ",55-" + x + ",85-" + x + ",5-" + x + ",35";
+        thin += (column > 0 ? "-" : "") + whole;
+        if (column == 0)
+            continue;
+        wide += "-" + (column < 90 ? x + ",85-" + x + ",5" : whole);
+        dashes += "  " + std::to_string(4 + column) + ",35-" + x + ",55";
+        solid += "  " + x + ",5-" + x + ",85";
     }
     Plotting crowded;
-    C2DLine& line = test::AddLine(crowded, points);
-    EXPECT_EQ(Drawn(crowded), expected);
+    C2DLine& line = AddLine(crowded, points);
+    EXPECT_EQ(Drawn(crowded), thin);
+    line.SetLineWidth(9);
+    EXPECT_EQ(Drawn(crowded, true), wide) << "its width hides how columns are joined";
+    line.SetLineWidth(1);
+    line.SetLineType(1);
+    EXPECT_EQ(Drawn(crowded), dashes + solid) << "dashes that would overlap";
+    line.SetLineType(0);
     // A gap after five points of the first column.
     line.SetYAt(5, kGap);
-    expected.replace(0, std::string("stroke 5,55 5,85 5,5 5,35").size(), "stroke 5,55 5,45 | 5,45 5,85 5,5 5,35");
-    EXPECT_EQ(Drawn(crowded), expected);
+    EXPECT_EQ(Drawn(crowded), "5,55-5,45  5,45-5,85-5,5-5,35" + thin.substr(18));
 }
 
 TEST(LineFigures, MarkPointsInsideAndOnTheEdges)
@@ -279,27 +206,24 @@ TEST(LineFigures, MarkPointsInsideAndOnTheEdges)
     };
     for (Case const& c : { Case { 1, 2 }, Case { 3.4, 3 }, Case { 3.6, 4 }, Case { 20, 20 } }) {
         Plotting graph;
-        C2DLine& line = test::AddLine(graph,
+        C2DLine& line = AddLine(graph,
             { { 2, 3 }, { kGap, 1 }, { 0, 0 }, { 9, 9 }, { -0.2, 5 }, { 9.2, 5 }, { 5, 9.2 }, { 5, -0.2 },
                 { 1, kGap } });
         line.SetPointConnectionMode(C2DLine::cmNone);
         line.SetSymbolType(C2DSymbol::Square);
         line.SetSymbolScaleFac(c.factor);
         auto const square = [&c](int x, int y) { return Outline({ x - c.half, y - c.half, x + c.half, y + c.half }); };
-        EXPECT_EQ(Drawn(graph), square(25, 65) + "; " + square(5, 95) + "; " + square(95, 5)) << c.factor;
+        EXPECT_EQ(Drawn(graph), square(25, 65) + "  " + square(5, 95) + "  " + square(95, 5)) << c.factor;
     }
 }
 
 TEST(LineFigures, OfOnePointAreItsSymbolAndOfGapsAloneNothing)
 {
     Plotting graph;
-    test::AddLine(graph, { { 4, 5 } }).SetSymbolType(C2DSymbol::Square);
-    test::AddLine(graph, { { kGap, kGap } }).SetSymbolType(C2DSymbol::Square);
+    AddLine(graph, { { 4, 5 } }).SetSymbolType(C2DSymbol::Square);
+    AddLine(graph, { { kGap, kGap } }).SetSymbolType(C2DSymbol::Square);
     EXPECT_EQ(Drawn(graph), Outline({ 43, 43, 47, 47 }));
-    double min = 0;
-    double max = 0;
-    graph.GetXRange(min, max);
-    EXPECT_EQ(std::make_pair(min, max), std::make_pair(4.0, 4.0));
+    EXPECT_EQ(XRange(graph), std::make_pair(4.0, 4.0));
 }
 
 TEST(SymbolFigures, ArePixelsAsLargeOnPagesAsOnScreens)
@@ -310,12 +234,12 @@ TEST(SymbolFigures, ArePixelsAsLargeOnPagesAsOnScreens)
     CDC dc(page);
     CPort port(&dc, { 0, 0, 200, 200 }, { 0, 0, 200, 200 }, { 0, 200, 200, 0 });
     C2DSymbol::DrawPixel(&port, { 100, 100, 100, 100 }, 7);
-    EXPECT_EQ(Write(*page), "fill 97,97 103,103 in 7");
+    EXPECT_EQ(test::Figures(page->Primitives()), "fill 97,97-103,103#7");
 }
 
 C2DLine& AddShaded(Plotting& graph, Points const& points)
 {
-    C2DLine& line = test::AddLine(graph, points);
+    C2DLine& line = AddLine(graph, points);
     line.SetPointConnectionMode(C2DLine::cmNone);
     line.SetFillOn(1);
     return line;
@@ -339,9 +263,9 @@ TEST(ShadingFigures, LieBetweenTheLineAndItsBaseline)
         { "above", rising, 4, C2DLine::bsAbove, "fill 1:10-15 2:7-17 3:4-19" },
         { "below", rising, 4, C2DLine::bsBelow, "fill 4:1-13 5:1-7" },
         { "gaps", { { kGap, 1 }, { 0, 4 }, { 3, 4 }, { 4, kGap }, { 6, 2 }, { 9, 2 }, { kGap, 0 } }, 0, both,
-            "fill 1,4 7,8; fill 13,6 19,8" },
+            "fill 1,4-7,8  fill 13,6-19,8" },
         { "right to left: the ends have the height of the first point", { { 9, 2 }, { 3, 5 }, { 0, 3 } }, 0, both,
-            "fill 1,6 19,8" },
+            "fill 1,6-19,8" },
         { "one point", { { 3, 3 } }, 0, both, "" },
     };
     for (Case const& c : cases) {
@@ -362,7 +286,7 @@ TEST(ShadingFigures, HaveEndsARangeAndTheCrossingOfTheAxesAsBaseline)
     line.SetBorderColour(7);
     line.SetUseFillRange(1);
     line.SetFillRange(2, 5);
-    EXPECT_EQ(Drawn(graph), "line 5,8 5,4 in 7; line 11,4 11,8 in 7; fill 4-7:5-11");
+    EXPECT_EQ(Drawn(graph), "5,8-5,4#7  11,4-11,8#7  fill 4-7:5-11");
     graph.GetAxes()->SetIntersectMode(1);
     graph.GetAxes()->SetIntersect({ 0, 6 });
     line.SetFillBoundaryOn(0);
@@ -419,20 +343,19 @@ TEST(AreaFigures, StackBandsThenOutlineThem)
     };
     Case const cases[] = {
         { "two layers", { 0, 3, 9 }, { { 2, 4, 2 }, { 2, 1, 2 } }, 0, 8, 0,
-            "fill 5:4-13 6-7:1-19; fill 4:1-19 5:1-4+13-19; line 1,6 7,4 19,6 19,8 7,8 1,8 in 7; line 1,4 7,3 "
-            "19,4 19,6 7,4 1,6 in 7" },
-        { "right to left", { 9, 0 }, { { 2, 2 } }, 0, 8, 0, "fill 1,6 19,8; line 19,6 1,6 1,8 19,8 in 7" },
-        { "below 0", { 0, 9 }, { { -2, -2 } }, -4, 4, 0, "fill 1,4 19,6; line 1,6 19,6 19,4 1,4 in 7" },
+            "fill 5:4-13 6-7:1-19  fill 4:1-19 5:1-4+13-19  1,6-7,4-19,6-19,8-7,8-1,8#7  1,4-7,3-19,4-19,6-7,4-1,6#7" },
+        { "right to left", { 9, 0 }, { { 2, 2 } }, 0, 8, 0, "fill 1,6-19,8  19,6-1,6-1,8-19,8#7" },
+        { "below 0", { 0, 9 }, { { -2, -2 } }, -4, 4, 0, "fill 1,4-19,6  1,6-19,6-19,4-1,4#7" },
         { "missing values and places", { 0, 3, kGap, 9 }, { { 2, kGap, 5, 2 } }, 0, 8, 0,
-            "fill 7:1-4+13-19; line 1,6 7,8 19,6 19,8 7,8 1,8 in 7" },
+            "fill 7:1-4+13-19  1,6-7,8-19,6-19,8-7,8-1,8#7" },
         { "normalised", { 0, 9 }, { { 1, 30 }, { 3, 10 } }, 0, 1, 1,
-            "fill 3:15-19 4:10-19 5:6-19 6-7:1-19; fill 0-2:1-19 3:1-15 4:1-10 5:1-6; line 1,6 19,2 19,8 "
-            "1,8 in 7; line 1,0 19,0 19,2 1,6 in 7" },
-        { "normalised upside down", { 0, 9 }, { { 1, 3 } }, 1, 0, 1, "fill 1,0 19,8; line 1,8 19,8 19,0 1,0 in 7" },
+            "fill 3:15-19 4:10-19 5:6-19 6-7:1-19  fill 0-2:1-19 3:1-15 4:1-10 5:1-6  1,6-19,2-19,8-1,8#7  "
+            "1,0-19,0-19,2-1,6#7" },
+        { "normalised upside down", { 0, 9 }, { { 1, 3 } }, 1, 0, 1, "fill 1,0-19,8  1,8-19,8-19,0-1,0#7" },
         { "wider than the axis", { -3, 15 }, { { 2, 8 } }, 0, 8, 0,
-            "fill 3:13-19 4:7-19 5-7:1-19; line 1,5 19,2 19,8 1,8 in 7" },
+            "fill 3:13-19 4:7-19 5-7:1-19  1,5-19,2-19,8-1,8#7" },
         { "higher than the axis", { 0, 9 }, { { 2, 6 } }, 0, 4, 0,
-            "fill 0:11-19 1:9-19 2:6-19 3:4-19 4-7:1-19; line 1,4 11,0 19,0 19,0 19,8 19,8 1,8 in 7" },
+            "fill 0:11-19 1:9-19 2:6-19 3:4-19 4-7:1-19  1,4-11,0-19,0-19,0-19,8-19,8-1,8#7" },
     };
     for (Case const& c : cases) {
         Plotting graph(kTiny);
@@ -455,7 +378,7 @@ TEST(AreaFigures, ReachUnderTheNextSolidBandOnPages)
     for (int const pattern : { kSolidFillPattern, kSolidFillPattern, 4, kSolidFillPattern, kSolidFillPattern })
         AddCurve<C2DAreaCurve>(plot, { 0, 9 }, { 1, 1 }).SetFillPattern(pattern);
     plot.SetDrawBorders(0);
-    EXPECT_EQ(Drawn(graph, true), "fill 1,6 19,8; fill 1,6 19,7; fill 1,5 19,6; fill 1,3 19,5; fill 1,3 19,4");
+    EXPECT_EQ(Drawn(graph, true), "fill 1,6-19,8  fill 1,6-19,7  fill 1,5-19,6  fill 1,3-19,5  fill 1,3-19,4");
 }
 
 TEST(AreaFigures, HaveOutlinesInTheirOwnColoursFromTheTopDown)
@@ -465,8 +388,7 @@ TEST(AreaFigures, HaveOutlinesInTheirOwnColoursFromTheTopDown)
     for (COLORREF const colour : { 1u, 2u })
         AddCurve(plot, { 0, 9 }, { 2, 2 }).SetColour(colour);
     plot.SetBorderColour(kOwnColour);
-    EXPECT_EQ(Drawn(graph),
-        "fill 1,6 19,8 in 1; fill 1,4 19,6 in 2; line 1,4 19,4 19,6 1,6 in 2; line 1,6 19,6 19,8 1,8 in 1");
+    EXPECT_EQ(Drawn(graph), "fill 1,6-19,8#1  fill 1,4-19,6#2  1,4-19,4-19,6-1,6#2  1,6-19,6-19,8-1,8#1");
 }
 
 TEST(AreaFigures, AreMadeInStepsThatHostsCanTake)
@@ -474,10 +396,7 @@ TEST(AreaFigures, AreMadeInStepsThatHostsCanTake)
     Plotting graph(kTiny);
     auto& plot = graph.Add<C2DAreaPlot>(it2DAreaPlot);
     EXPECT_TRUE(plot.ClippingRequired(CAxes::atX)) << "nothing is known to lie inside";
-    double min = 3;
-    double max = 4;
-    plot.GetYRange(min, max);
-    EXPECT_EQ(std::make_pair(min, max), std::make_pair(3.0, 4.0)) << "without columns";
+    EXPECT_EQ(test::YRange(plot), std::make_pair(0.0, 0.0)) << "without columns";
     EXPECT_EQ(AddCurve(plot, { 0, 9 }, { 2, 8 }).GetSeries(), 1);
     Drawn(graph);
     EXPECT_FALSE(plot.ClippingRequired(CAxes::atX) || plot.ClippingRequired(CAxes::atY));
@@ -487,7 +406,7 @@ TEST(AreaFigures, AreMadeInStepsThatHostsCanTake)
     std::unique_ptr<POINT[]> const owned(out);
     std::string points;
     for (int i = 0; i < n; ++i)
-        points += Write(CPoint(out[i]));
+        points += " " + test::Figure(CPoint(out[i]));
     EXPECT_EQ(points, " 3,0 3,0 3,8 3,8 4,8 5,4") << "10 to 4 over two columns passes row 8 at the first";
     graph.GetAxes()->SetYAxisRange(0, 7);
     EXPECT_FALSE(plot.ClippingRequired(CAxes::atX));
@@ -497,7 +416,7 @@ TEST(AreaFigures, AreMadeInStepsThatHostsCanTake)
 /// A filled bar with an outline of one colour.
 std::string Bar(CRect const& r, COLORREF fill, COLORREF border)
 {
-    return "fill" + Write(r) + Write(fill) + "; " + Outline(r, border);
+    return Coloured("fill " + test::Figure(r), fill) + "  " + Outline(r, border);
 }
 
 TEST(BarFigures, StandOnTheirBaselineOrHangFromIt)
@@ -508,9 +427,9 @@ TEST(BarFigures, StandOnTheirBaselineOrHangFromIt)
     curve.SetAutoBaseline(0);
     curve.SetBaseline(2);
     EXPECT_EQ(Drawn(graph),
-        Bar({ 20, 65, 30, 75 }, 0, 7) + "; " + Bar({ 40, 75, 50, 85 }, 0, 7) + "; " + Bar({ 80, 5, 90, 75 }, 0, 7));
+        Bar({ 20, 65, 30, 75 }, 0, 7) + "  " + Bar({ 40, 75, 50, 85 }, 0, 7) + "  " + Bar({ 80, 5, 90, 75 }, 0, 7));
     curve.SetBarWidthFactor(0);
-    EXPECT_EQ(Drawn(graph), "line 25,65 25,76 in 7; line 45,75 45,86 in 7")
+    EXPECT_EQ(Drawn(graph), "25,65-25,76#7  45,75-45,86#7")
         << "of bars thinner than a pixel, those that begin outside are left out";
     curve.SetBarWidthFactor(0.5);
     curve.SetBaseline(3);
@@ -536,17 +455,15 @@ TEST(BarFigures, ThinnerThanAPixelAreGatheredColumnByColumn)
         char const* drawn;
     };
     Case const cases[] = {
-        { "overlapping, with both ends", 96, 7, { { 2, 0, 3, 1 }, { 2, 2, 5, 2 } }, "line 25,45 25,96 in 7" },
-        { "touching", 96, 7, { { 2, 1, 3, 1 }, { 2, 3, 5, 1 } }, "line 25,45 25,86 in 7" },
-        { "apart", 96, 7, { { 2, 1, 2, 1 }, { 2, 3, 5, 1 } }, "line 25,75 25,86 in 7; line 25,45 25,66 in 7" },
-        { "no height", 96, 7, { { 2, 1, 1, 1 } }, "line 25,85 25,85 in 7" },
-        { "on the y axis", 96, 7, { { 0, 1, 2, 1 } },
-            "line 5,75 5,75 in 7; line 5,75 5,85 in 9; line 5,85 5,85 in 7; line 5,85 5,75 in 9" },
+        { "overlapping, with both ends", 96, 7, { { 2, 0, 3, 1 }, { 2, 2, 5, 2 } }, "25,45-25,96#7" },
+        { "touching", 96, 7, { { 2, 1, 3, 1 }, { 2, 3, 5, 1 } }, "25,45-25,86#7" },
+        { "apart", 96, 7, { { 2, 1, 2, 1 }, { 2, 3, 5, 1 } }, "25,75-25,86#7  25,45-25,66#7" },
+        { "no height", 96, 7, { { 2, 1, 1, 1 } }, "25,85-25,85#7" },
+        { "on the y axis", 96, 7, { { 0, 1, 2, 1 } }, "5,75-5,75#7  5,75-5,85#9  5,85-5,85#7  5,85-5,75#9" },
         { "own colours", 96, kOwnColour, { { 2, 0, 3, 1 }, { 2, 2, 5, 1 }, { 2, 1, 3, 2 }, { 4, 1, 2, 1 } },
-            "line 25,45 25,96 in 1; line 25,65 25,86 in 2; line 45,75 45,86 in 1" },
+            "25,45-25,96#1  25,65-25,86#2  45,75-45,86#1" },
         { "on pages bars reach into others' columns", 288, kOwnColour,
-            { { 2, 0, 3, 1 }, { 2.1, 0, 3, 2 }, { 2, 0, 5, 1 } },
-            "line 25,65 25,95 in 1; line 26,65 26,95 in 2; line 25,45 25,95 in 1" },
+            { { 2, 0, 3, 1 }, { 2.1, 0, 3, 2 }, { 2, 0, 5, 1 } }, "25,65-25,95#1  26,65-26,95#2  25,45-25,95#1" },
     };
     for (Case const& c : cases) {
         Plotting graph;
@@ -562,7 +479,7 @@ TEST(BarFigures, ThinnerThanAPixelAreGatheredColumnByColumn)
             for (Thin const& bar : c.bars)
                 painter.Paint(bar.x, 0.001, bar.from, bar.to, VectorBrush::Solid(bar.colour));
         }
-        EXPECT_EQ(Write(*surface), c.drawn) << c.what;
+        EXPECT_EQ(test::Figures(surface->Primitives()), c.drawn) << c.what;
     }
 }
 
@@ -576,8 +493,8 @@ TEST(BarFigures, HaveTheLookOfTheAxesOnTheirLines)
     graph.GetAxes()->SetIntersectMode(1);
     graph.GetAxes()->SetIntersect({ 0, 0 });
     EXPECT_EQ(Drawn(graph),
-        "fill 5,25 10,55; line 5,25 10,25 10,55 in 7; line 10,55 5,55 5,25 in 9; fill 20,55 30,95; line 20,55 30,55 in "
-        "9; line 30,55 30,95 20,95 20,55 in 7");
+        "fill 5,25-10,55  5,25-10,25-10,55#7  10,55-5,55-5,25#9  fill 20,55-30,95  20,55-30,55#9  "
+        "30,55-30,95-20,95-20,55#7");
 }
 
 TEST(BarFigures, StackValuesOfBothSignsFromTheLowerEnd)
@@ -591,11 +508,11 @@ TEST(BarFigures, StackValuesOfBothSignsFromTheLowerEnd)
         plot.SetPlotStyle(percent);
         // The second stack is higher than the first in percent: 3 parts of 7 below 0 instead of 1 of 6.
         graph.GetAxes()->SetYAxisRange(percent ? -400.0 / 7.0 : -4.0, percent ? 500.0 / 7.0 : 5.0);
-        std::string const first = Bar({ 15, 55, 35, percent ? 67 : 65 }, 3, 3) + "; "
-            + Bar({ 15, percent ? 20 : 25, 35, 55 }, 1, 1) + "; " + Bar({ 15, 5, 35, percent ? 20 : 25 }, 2, 2);
-        std::string const second = Bar({ 55, 75, 75, 85 }, 2, 2) + "; " + Bar({ 55, 55, 75, 75 }, 1, 1) + "; "
+        std::string const first = Bar({ 15, 55, 35, percent ? 67 : 65 }, 3, 3) + "  "
+            + Bar({ 15, percent ? 20 : 25, 35, 55 }, 1, 1) + "  " + Bar({ 15, 5, 35, percent ? 20 : 25 }, 2, 2);
+        std::string const second = Bar({ 55, 75, 75, 85 }, 2, 2) + "  " + Bar({ 55, 55, 75, 75 }, 1, 1) + "  "
             + Bar({ 55, 15, 75, 55 }, 3, 3);
-        EXPECT_EQ(Drawn(graph), first + "; " + second) << percent;
+        EXPECT_EQ(Drawn(graph), first + "  " + second) << percent;
     }
 }
 
@@ -609,14 +526,22 @@ TEST(BarFigures, StandSideBySideInClusters)
     plot.SetBorderColour(7);
     graph.GetAxes()->SetYAxisRange(-4, 5);
     EXPECT_EQ(Drawn(graph),
-        Bar({ 15, 25, 25, 55 }, 1, 7) + "; " + Bar({ 25, 55, 35, 65 }, 2, 7) + "; " + Bar({ 65, 35, 75, 55 }, 2, 7));
+        Bar({ 15, 25, 25, 55 }, 1, 7) + "  " + Bar({ 25, 55, 35, 65 }, 2, 7) + "  " + Bar({ 65, 35, 75, 55 }, 2, 7));
     // On evenly spread places 0, 4 and 8 bars are as wide.
     plot.SetXValueMode(0);
     plot.SetNumPts(3);
     plot.SetXMin(0);
     plot.SetXMax(8);
     graph.UpdatePlots();
-    EXPECT_THAT(Drawn(graph), testing::StartsWith("fill 5,55 15,65 in 2")) << "the first bar lies left of the axes";
+    EXPECT_THAT(Drawn(graph), testing::StartsWith("fill 5,55-15,65#2")) << "the first bar lies left of the axes";
+}
+
+C2DErrorBarCurve& AddErrorBars(Plotting& graph, CDoubleArray const& xs, CDoubleArray const& heights)
+{
+    auto& curve = AddCurve<C2DErrorBarCurve>(graph.Add<CPlot>(it2DErrorBarPlot), {}, {});
+    CDoubleArray const ys { 5, 5, 5 };
+    curve.SetPoints(&xs, &ys, &heights, xs.GetSize());
+    return curve;
 }
 
 TEST(ErrorBarFigures, HaveCapsThatNeighboursNarrowButNeverHide)
@@ -628,42 +553,88 @@ TEST(ErrorBarFigures, HaveCapsThatNeighboursNarrowButNeverHide)
         double factor;
         char const* drawn;
     };
+    double const nan = std::nan("");
     Case const cases[] = {
         { "five pixels for the tallest", { 3, 6 }, { 4, 2 }, 1,
-            "line 35,65 35,25; line 33,65 38,65; line 33,25 38,25; line 65,55 65,35; line 64,55 66,55; line 64,35 "
-            "66,35" },
+            "35,65-35,25  33,65-38,65  33,25-38,25  65,55-65,35  64,55-66,55  64,35-66,35" },
         { "0.8 of the distance, cut at the edge", { 9, 6, 3 }, { 4, 4, 4 }, 100,
-            "line 95,65 95,25; line 83,65 95,65; line 83,25 95,25; line 65,65 65,25; line 53,65 77,65; line 53,25 "
-            "77,25; "
-            "line 35,65 35,25; line 23,65 47,65; line 23,25 47,25" },
+            "95,65-95,25  83,65-95,65  83,25-95,25  65,65-65,25  53,65-77,65  53,25-77,25  35,65-35,25  23,65-47,65  "
+            "23,25-47,25" },
         { "close together", { 5, 8, 5.02 }, { 2, 4, 2 }, 100,
-            "line 55,55 55,35; line 53,55 58,55; line 53,35 58,35; line 85,65 85,25; line 80,65 90,65; line 80,25 "
-            "90,25; "
-            "line 55,55 55,35; line 53,55 58,55; line 53,35 58,35" },
+            "55,55-55,35  53,55-58,55  53,35-58,35  85,65-85,25  80,65-90,65  80,25-90,25  55,55-55,35  53,55-58,55  "
+            "53,35-58,35" },
+        { "missing", { 3, kGap, 6 }, { 4, 4, nan }, 1, "35,65-35,25  33,65-38,65  33,25-38,25" },
+        { "no height", { 3, nan }, { 0, 4 }, 1, "35,45-35,45  35,45-35,45  35,45-35,45" },
+        { "out of all bounds", { 3 }, { 1e308 }, nan, "35,5-35,95" },
     };
     for (Case const& c : cases) {
         Plotting graph;
-        auto& curve = static_cast<C2DErrorBarCurve&>(*graph.AddPlot(it2DErrorBarPlot)->CreateCurve());
-        curve.SetColour(0);
-        CDoubleArray const ys { 5, 5, 5 };
-        curve.SetPoints(&c.xs, &ys, &c.heights, c.xs.GetSize());
-        curve.SetScaleFac(c.factor);
+        AddErrorBars(graph, c.xs, c.heights).SetScaleFac(c.factor);
         EXPECT_EQ(Drawn(graph), c.drawn) << c.what;
     }
+    Plotting decades;
+    AddLine(decades, { { 0, 1 }, { 9, 1e9 } }).SetPointConnectionMode(C2DLine::cmNone);
+    AddErrorBars(decades, { 3 }, { 2 }).SetYAt(0, 1e4);
+    decades.GetAxes()->SetYAxisScaleMode(1);
+    EXPECT_EQ(Drawn(decades), "35,65-35,45  33,65-38,65  33,45-38,45") << "half the height in decades";
 }
 
 TEST(TextFigures, HangFromTheirPointsOrStandOnThem)
 {
     Plotting graph;
-    auto& curve = static_cast<C2DTextCurve&>(*graph.AddPlot(it2DTextPlot)->CreateCurve());
-    CDoubleArray const xs { 3, 6, 3, 9.5 };
-    curve.C2DCurve::SetPoints(&xs, &xs, 4);
-    curve.SetText({ "a", "b" });
+    auto& curve = AddCurve<C2DTextCurve>(graph.Add<CPlot>(it2DTextPlot), { 3, 6, 3, kGap, 9.5 }, { 3, 6, 3, 3, 9.5 });
+    curve.SetText({ "a", "b", "", "gap", "outside" });
     curve.SetVertAlignment(C2DTextCurve::alTop);
-    EXPECT_EQ(Drawn(graph), "text 35,65 a; text 65,35 b");
+    EXPECT_EQ(Drawn(graph), "a 6 35,65  b 6 65,35");
     // Six pixels high: a fifteenth of the graph.
     curve.SetVertAlignment(C2DTextCurve::alBottom);
-    EXPECT_EQ(Drawn(graph), "text 35,59 a; text 65,29 b");
+    curve.SetColour(7);
+    EXPECT_EQ(Drawn(graph), "a 6 35,59#7  b 6 65,29#7");
+}
+
+TEST(TextFigures, AreAlignedAtTheirPoints)
+{
+    using A = C2DTextCurve;
+    struct Case {
+        A::Alignment vertical;
+        A::Alignment horizontal;
+        CPoint plain;
+        CPoint turned;
+    };
+    // Of a text 31 wide and 15 high at (100, 100).
+    Case const cases[] = {
+        { A::alBottom, A::alLeft, { 100, 85 }, { 100, 100 } },
+        { A::alBottom, A::alRight, { 69, 85 }, { 85, 100 } },
+        { A::alTop, A::alCentre, { 85, 100 }, { 93, 131 } },
+        { A::alCentre, A::alLeft, { 100, 93 }, { 100, 115 } },
+    };
+    C2DTextCurve curve;
+    for (Case const& c : cases) {
+        curve.SetVertAlignment(c.vertical);
+        curve.SetHorzAlignment(c.horizontal);
+        curve.SetRotate(0);
+        EXPECT_EQ(curve.GetTextPosParams({ 100, 100 }, { 31, 15 }), c.plain);
+        curve.SetRotate(1);
+        EXPECT_EQ(curve.GetTextPosParams({ 100, 100 }, { 31, 15 }), c.turned);
+    }
+}
+
+TEST(ErrorBarsAndTexts, ChangeNothingWhenAnArrayIsTooShort)
+{
+    CDoubleArray const three { 1, 2, 3 };
+    CDoubleArray const two { 1, 2 };
+    CGStringArray texts;
+    texts.SetSize(2);
+    C2DErrorBarCurve bars;
+    C2DTextCurve text;
+    bars.SetPoints(&three, &three, &two, 3);
+    text.SetPoints(&three, &three, &texts, 3);
+    EXPECT_EQ(bars.GetNumPoints() + bars.GetHeights().GetSize() + text.GetNumPoints() + text.GetText().GetSize(), 0);
+    bars.SetPoints(&three, &three, &two, 2);
+    text.SetPoints(&three, &three, &texts, 2);
+    EXPECT_EQ(bars.GetHeights(), two);
+    EXPECT_EQ(bars.GetNumPoints() + text.GetNumPoints() + text.GetText().GetSize(), 6);
+    EXPECT_FALSE(bars.GetLegendEntry() || text.GetLegendEntry());
 }
 
 } // namespace

@@ -126,17 +126,6 @@ TEST(GraphColours, BeyondTheTableAreTheSameEveryTime)
     }
 }
 
-TEST(GraphHints, KeepThePreviousOneUnlessItWasNone)
-{
-    CGraph graph;
-    graph.SetHint(5);
-    graph.SetHint(0);
-    EXPECT_EQ(graph.GetPrevHint(), 5);
-    graph.SetHint(7);
-    EXPECT_EQ(graph.GetHint(), 7);
-    EXPECT_EQ(graph.GetPrevHint(), 5);
-}
-
 TEST(GraphRectangles, ScaleWithTheWindow)
 {
     CGraph graph;
@@ -289,17 +278,22 @@ TEST(CurveFlags, RiseOnlyWithWhatIsDrawn)
         set(curve);
         EXPECT_TRUE(curve.Modified());
     }
+    EXPECT_FALSE(curve.PlotDataModified());
+    curve.SetPlotDataModified(1);
+    EXPECT_TRUE(curve.ZValPropertyModified());
+    curve.ResetModifiedFlags();
+    EXPECT_FALSE(curve.Modified() || curve.PlotDataModified() || curve.ZValPropertyModified());
     CGraphComponent component(nullptr);
     component.SetColour(0);
     EXPECT_TRUE(component.Modified());
     component.SetZValPropertyModified(1);
     component.ResetModifiedFlags();
     EXPECT_FALSE(component.Modified() || component.ZValPropertyModified());
-    EXPECT_FALSE(curve.PlotDataModified());
-    curve.SetPlotDataModified(1);
-    EXPECT_TRUE(curve.ZValPropertyModified());
-    curve.ResetModifiedFlags();
-    EXPECT_FALSE(curve.Modified() || curve.PlotDataModified() || curve.ZValPropertyModified());
+}
+
+TEST(CurveData, IsDefinedByTheFormulaOrTheFullScriptThatCounts)
+{
+    CPlotComponent curve;
     curve.SetColourDescription(0x12345);
     EXPECT_EQ(curve.GetColourDescription(), 0x2345);
     EXPECT_FALSE(curve.IsDefined());
@@ -347,7 +341,6 @@ TEST(GraphDrawing, TellsTheListenerOnceFlagsAreDownAndStartsNoDrawWithinADraw)
 TEST(GraphDrawing, SurvivesAListenerThatDestroysTheGraph)
 {
     auto graph = std::make_unique<TestGraph>();
-    graph->AddPlotWithCurves(2);
     graph->printing = true;
     bool survived = true;
     graph->survivedDraw = &survived;

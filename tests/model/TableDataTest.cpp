@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <limits>
 
 namespace ombrel {
@@ -32,15 +33,11 @@ TEST(TableData, ArchiveHoldsRowsOneAfterTheOther)
     EXPECT_EQ(table[0][2], 3.0);
     EXPECT_EQ(table.GetOffset(), 7.0);
     EXPECT_EQ(table.GetGain(), 8.0);
-}
-
-TEST(TableData, TheFirstLayoutHasNeitherOffsetNorGain)
-{
-    CTableData table;
-    ASSERT_TRUE(Load(table, Bytes().Int(1, 2, 3).Double(1, 2, 3, 4, 5, 6)));
-    EXPECT_EQ(table.GetAt(1, 2), 6.0);
-    EXPECT_EQ(table.GetOffset(), 0.0);
-    EXPECT_EQ(table.GetGain(), 1.0);
+    CTableData first;
+    ASSERT_TRUE(Load(first, Bytes().Int(1, 2, 3).Double(1, 2, 3, 4, 5, 6)));
+    EXPECT_EQ(first.GetAt(1, 2), 6.0);
+    EXPECT_EQ(first.GetOffset(), 0.0);
+    EXPECT_EQ(first.GetGain(), 1.0);
 }
 
 TEST(TableData, SizesThatCannotBeDoNotLoad)
@@ -68,17 +65,14 @@ TEST(TableData, SizesBelowOneGiveAnEmptyTable)
 
 TEST(TableData, RangeIsSmallestAndLargestValue)
 {
-    double min = 5.0;
-    double max = 6.0;
-    CTableData().GetRange(min, max);
-    EXPECT_EQ(min, 5.0);
-    EXPECT_EQ(max, 6.0);
-    Row({ 3, -1, 7, 7 }).GetRange(min, max);
-    EXPECT_EQ(min, -1.0);
-    EXPECT_EQ(max, 7.0);
-    Row({ 2, 1, 0 }).GetRange(min, max);
-    EXPECT_EQ(min, 0.0);
-    EXPECT_EQ(max, 2.0);
+    auto const range = [](CTableData const& table) {
+        std::pair range(5.0, 6.0);
+        table.GetRange(range.first, range.second);
+        return range;
+    };
+    EXPECT_EQ(range({}), std::pair(5.0, 6.0));
+    EXPECT_EQ(range(Row({ 3, -1, 7, 7 })), std::pair(-1.0, 7.0));
+    EXPECT_EQ(range(Row({ 2, 1, 0 })), std::pair(0.0, 2.0));
 }
 
 TEST(TableData, OffsetAndGainReExpressValuesWithoutChangingWhatTheyMean)
@@ -109,12 +103,10 @@ TEST(TableData, AssignmentCopiesValuesAndKeepsTheTargetsUnits)
 TEST(TableData, RowsAndColumnsOutsideAreRefused)
 {
     CTableData table(2, 3);
-    struct {
-        int row, col;
-    } const outside[] = { { -1, 0 }, { 2, 0 }, { 0, -1 }, { 0, 3 }, { 1, 3 }, { 1, -1 } };
-    for (auto const& at : outside) {
-        EXPECT_TRUE(test::Refused([&] { return table.GetAt(at.row, at.col); })) << at.row << ' ' << at.col;
-        EXPECT_TRUE(test::Refused([&] { table.SetAt(at.row, at.col, 1.0); })) << at.row << ' ' << at.col;
+    for (auto const& [row, col] :
+        { std::pair(-1, 0), std::pair(2, 0), std::pair(0, -1), std::pair(0, 3), std::pair(1, 3), std::pair(1, -1) }) {
+        EXPECT_TRUE(test::Refused([&, r = row, c = col] { return table.GetAt(r, c); })) << row << ' ' << col;
+        EXPECT_TRUE(test::Refused([&, r = row, c = col] { table.SetAt(r, c, 1.0); })) << row << ' ' << col;
     }
     for (int const row : { -1, 2 }) {
         EXPECT_TRUE(test::Refused([&] { return table.GetRow(row); }));
@@ -130,25 +122,20 @@ TEST(TableData, RevisionGoesUpWithEveryChange)
 {
     CTableData table(2, 2);
     auto revision = table.GetRevision();
-    auto const expectChange = [&](char const* what) {
+    std::pair<char const*, std::function<void()>> const changes[] = {
+        { "value", [&] { table.SetAt(0, 0, 1.0); } },
+        { "row", [&] { table[1][1] = 2.0; } },
+        { "units", [&] { table.Offset(1, 2); } },
+        { "assignment", [&] { table = Row({ 1 }); } },
+        { "copy", [&, other = Row({ 1 })] { table = other; } },
+        { "clear", [&] { table.Clear(); } },
+    };
+    for (auto const& [what, change] : changes) {
+        change();
         EXPECT_GT(table.GetRevision(), revision) << what;
         revision = table.GetRevision();
-    };
-    table.SetAt(0, 0, 1.0);
-    expectChange("value");
-    table[1][1] = 2.0;
-    expectChange("row");
-    table.Offset(1, 2);
-    expectChange("units");
-    CTableData const other(1, 1);
-    table = other;
-    expectChange("assignment");
-    table = CTableData(2, 1);
-    expectChange("move");
-    table.Clear();
-    expectChange("clear");
-    EXPECT_EQ(static_cast<CTableData const&>(table).HasData(), false);
-    (void)table.GetNumRows();
+    }
+    EXPECT_FALSE(std::as_const(table).HasData());
     EXPECT_EQ(table.GetRevision(), revision);
 }
 

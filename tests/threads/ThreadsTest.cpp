@@ -45,14 +45,8 @@ std::unique_ptr<C2DGraph> MakeGraph(int look)
         for (int i = 0; i < 40; ++i)
             curve.SetAt(i, { i + 0.5 * look, 2.0 + std::sin(0.3 * i + c) });
         if (auto* const bars = DynamicDowncast<C2DErrorBarCurve>(&curve)) {
-            CDoubleArray xs, ys, heights;
-            for (int i = 0; i < 40; ++i) {
-                CRealPoint const p = curve.GetAt(i);
-                xs.Add(p.x);
-                ys.Add(p.y);
-                heights.Add(0.02 * i);
-            }
-            bars->SetPoints(&xs, &ys, &heights, 40);
+            for (int i = 0; i < 40; ++i)
+                bars->GetHeights().Add(0.02 * i);
         }
         if (auto* const line = DynamicDowncast<C2DLine>(&curve)) {
             line->SetLineType(c);
@@ -113,9 +107,6 @@ std::map<std::string, std::string> MakeAll(int look)
     CArchive ar(std::as_bytes(std::span(made["document"])));
     auto const loaded = ar.ReadObject(CGraph::kClass);
     made["stored again"] = Stored(*loaded);
-    auto& copy = static_cast<C2DGraph&>(*loaded);
-    copy.UpdatePlots();
-    made["loaded"] = Picture(copy, pmOffScreen);
     return made;
 }
 
