@@ -171,6 +171,22 @@ public:
     /// Draws the bitmap with its pixels of the transparent colour left out.
     static void DrawTransparentBitmap(HDC dc, HBITMAP bitmap, int x, int y, COLORREF transparent);
 
+    // Drawing in a 3D graph, in the middle of its draw: with OpenGL's current matrices, material and settings. What
+    // they do to the model-view matrix, they undo. At any other time nothing happens.
+
+    /// The colour of both sides in ambient and diffuse light: red, green, blue.
+    static void Material(BYTE const* rgb);
+    static void DrawLine(CVertex const& p1, CVertex const& p2);
+    /// From one colour to the other: red, green, blue each.
+    static void DrawLine(CVertex const& p1, CVertex const& p2, BYTE const* c1, BYTE const* c2);
+    static void DrawSphere(CVertex const& centre, double radius);
+    /// Closed at the base.
+    static void DrawCone(CVertex const& base, CVertex const& apex, double radius);
+    /// Radius r1 at p1 and r2 at p2; a negative r2 means r1. Caps not 0: discs of radius r1 close both ends.
+    static void DrawCylinderLine(CVertex const& p1, CVertex const& p2, double r1, double r2, int caps);
+    /// The box from the centre minus to the centre plus (dx, dy, dz), with normals outwards.
+    static void DrawCuboid(CVertex const& centre, double dx, double dy, double dz);
+
     // The system
 
     /// Whether the user wants windows drawn while they are dragged.

@@ -12,6 +12,24 @@ namespace ombrel {
 
 constinit CRuntimeClass const CPolygon::kClass = DynamicClass<CObject>("CPolygon");
 
+CPolygon::CPolygon(CPolygon const& other)
+    : CObject(other)
+    , m_vertices(other.m_vertices)
+    , m_normals(other.m_normals)
+    , m_textureCoords(other.m_textureCoords)
+    , m_texture(other.m_texture)
+    , m_1DTexture(other.m_1DTexture)
+    , m_1DTextureCoords(other.m_1DTextureCoords)
+{
+}
+
+CPolygon& CPolygon::operator=(CPolygon const& other)
+{
+    if (this != &other)
+        *this = CPolygon(other);
+    return *this;
+}
+
 void CPolygon::AddVertex(CVertex const& v, int addColour, COLORREF colour, double transparency)
 {
     if (VertexExists(v))

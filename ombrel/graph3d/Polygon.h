@@ -14,11 +14,18 @@ namespace ombrel {
 /// A flat polygon with colours, transparencies, normals and texture coordinates at its vertices: what curves hand to a
 /// 3D graph, which draws it after everything opaque.
 ///
-/// Each array has an entry a vertex or is empty. Copies are whole, but share the index array.
+/// Each array has an entry a vertex or is empty. Copies have the shape and what textures need; colours and
+/// transparencies are the original's own, and so is the index array.
 class OMBREL_EXPORT CPolygon : public CObject {
 public:
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    CPolygon() = default;
+    ~CPolygon() override = default;
+    CPolygon(CPolygon const& other);
+    CPolygon& operator=(CPolygon const& other);
+    CPolygon(CPolygon&&) = default;
+    CPolygon& operator=(CPolygon&&) = default;
 
     /// Adds a copy of the vertex, unless VertexExists. A colour is added when addColour is not 0, a transparency when
     /// it is above −1 (which means none).

@@ -36,9 +36,12 @@ TEST(Polygon, RefusesAVertexThatStandsBeforeTheLastOne)
     EXPECT_EQ(polygon.GetTransparencies(), (CDoubleArray { 0.25, 0.5 }));
     EXPECT_EQ(polygon.GetUniqueVertices(), (std::vector { a, b }));
 
-    // A copy keeps what the first one loses.
+    // A copy keeps what the first one loses, but has no colours.
     polygon.AddTextureCoord({ 0.5, 0.25 });
     polygon.AddNormal({ 0.0, 0.0, 1.0 });
+    polygon.SetTexture(3);
+    CDWordArray indices;
+    polygon.SetIndexArray(&indices);
     CPolygon const copy(polygon);
     polygon.Clear();
     EXPECT_EQ(polygon.GetSize(), 0);
@@ -46,6 +49,14 @@ TEST(Polygon, RefusesAVertexThatStandsBeforeTheLastOne)
     ASSERT_EQ(copy.GetSize(), 3);
     EXPECT_EQ(*copy[0], a);
     EXPECT_EQ(copy.GetTextureCoords().size(), 1U);
+    EXPECT_EQ(copy.GetNormals().size(), 1U);
+    EXPECT_EQ(copy.GetTexture(), 3U);
+    EXPECT_TRUE(copy.GetColours().IsEmpty());
+    EXPECT_EQ(copy.GetTransparencies().GetSize(), 0);
+    EXPECT_EQ(copy.GetIndexArray(), nullptr);
+    polygon = copy;
+    EXPECT_EQ(polygon.GetSize(), 3);
+    EXPECT_EQ(polygon.GetIndexArray(), nullptr);
 }
 
 TEST(Polygon, HasTheNormalOfItsFirstCorner)
@@ -124,7 +135,8 @@ TEST(Polygon, HasNoTrianglesWhereThereAreNone)
         Flat({ { 0, 0 }, { 2, 2 }, { 2, 0 }, { 0, 2 } }),
         Flat({ { 0, 0 }, { 1, 0 }, { 0, std::nan("") } }),
     };
-    for (CPolygon polygon : polygons) {
+    for (CPolygon const& each : polygons) {
+        CPolygon polygon(each);
         polygon.SetIndexArray(&indices);
         polygon.Tessellate();
         EXPECT_TRUE(indices.IsEmpty());
