@@ -224,6 +224,8 @@ void GLCanvas::ReturnAccumulation(float factor)
         return static_cast<unsigned char>(static_cast<int>(std::max(0.0F, std::min(255.0F, sum * factor)) + 0.5F));
     });
     WriteRows(all);
+    // Four times as much as the picture.
+    m_sum = {};
 }
 
 } // namespace ombrel

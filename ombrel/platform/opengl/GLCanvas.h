@@ -68,7 +68,8 @@ public:
     void ClearAccumulation();
     /// Adds the picture's colours times a weight to the sum.
     void Accumulate(float weight);
-    /// The sum times a factor becomes the picture, rounded to the nearest and limited; depth and stencil stay.
+    /// The sum times a factor becomes the picture, rounded to the nearest and limited; depth and stencil stay. The sum
+    /// is black afterwards.
     void ReturnAccumulation(float factor);
 
 private:
