@@ -34,8 +34,10 @@ public:
         gl::PushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
         gl::BindBuffer(GL_PIXEL_PACK_BUFFER, 0);
         gl::BindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
-        for (GLenum const setting : { GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS, GL_PACK_SWAP_BYTES,
-                 GL_UNPACK_ROW_LENGTH, GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS, GL_UNPACK_SWAP_BYTES })
+        static constexpr GLenum kSettings[]
+            = { GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS, GL_PACK_SWAP_BYTES, GL_UNPACK_ROW_LENGTH,
+                  GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS, GL_UNPACK_SWAP_BYTES };
+        for (GLenum const setting : kSettings)
             gl::PixelStorei(setting, 0);
     }
     ~PlainRows() { gl::PopClientAttrib(); }
