@@ -60,21 +60,17 @@ TEST(DIB, SavesABitmapFile)
 
 TEST(DIB, ABitmapThatCannotBeIsToldAndThrown)
 {
-    struct Case {
-        int width, height, depth;
-    };
     std::vector<std::string> shown;
     SetMessageBoxFunction([&shown](CString const& text, CString const&, UINT) { shown.push_back(text.ToUtf8()); });
     CDIB dib(4, 4, 24);
-    for (Case const& c : { Case { 0, 5, 24 }, { 5, -1, 24 }, { 32768, 1, 24 }, { 1, 32768, 32 }, { 5, 5, 8 } }) {
-        bool thrown = false;
+    for (auto const& [width, height, depth] : { std::tuple(0, 5, 24), std::tuple(5, -1, 24), std::tuple(32768, 1, 24),
+             std::tuple(1, 32768, 32), std::tuple(5, 5, 8) }) {
         try {
-            dib.Create(c.width, c.height, c.depth);
+            dib.Create(width, height, depth);
+            ADD_FAILURE() << width << ' ' << height << ' ' << depth;
         } catch (CResourceException* e) {
-            thrown = true;
             e->Delete();
         }
-        EXPECT_TRUE(thrown) << c.width << ' ' << c.height << ' ' << c.depth;
         EXPECT_EQ(dib.GetHandle(), nullptr);
         EXPECT_EQ(dib.GetSize(), CSize(0, 0));
     }
@@ -116,25 +112,18 @@ TEST(DIB, IsCopiedWholeOrStretched)
 
 TEST(DIB, AlphaLeavesOutWhiteOrBlack)
 {
-    struct Case {
-        int mode;
-        std::uint32_t black, white, other;
-    };
     // 200 · 100 / 255 = 78.4, 100 · 100 / 255 = 39.2, 3 · 100 / 255 = 1.2
-    Case const cases[] = {
-        { 0, 0x64000000, 0x64646464, 0x644E2701 },
-        { 2, 0x64000000, 0x00646464, 0x644E2701 },
-        { 3, 0x00000000, 0x64646464, 0x644E2701 },
-    };
-    for (Case const& c : cases) {
+    using Case = std::tuple<int, std::uint32_t, std::uint32_t, std::uint32_t>;
+    for (auto const& [mode, black, white, other] : { Case { 0, 0x64000000, 0x64646464, 0x644E2701 },
+             { 2, 0x64000000, 0x00646464, 0x644E2701 }, { 3, 0x00000000, 0x64646464, 0x644E2701 } }) {
         CDIB dib(3, 1, 32);
         dib.GetDC()->SetPixel(1, 0, 0xFFFFFF);
         dib.GetDC()->SetPixel(2, 0, RGB(200, 100, 3));
-        dib.SetAlpha(100, c.mode);
+        dib.SetAlpha(100, mode);
         std::uint32_t const* const row = dib.GetBitmap().GetRaster()->Row(0);
-        EXPECT_EQ(row[0], c.black) << c.mode;
-        EXPECT_EQ(row[1], c.white) << c.mode;
-        EXPECT_EQ(row[2], c.other) << c.mode;
+        EXPECT_EQ(row[0], black) << mode;
+        EXPECT_EQ(row[1], white) << mode;
+        EXPECT_EQ(row[2], other) << mode;
     }
     CDIB opaque(1, 1, 24);
     opaque.GetDC()->SetPixel(0, 0, RGB(200, 100, 3));

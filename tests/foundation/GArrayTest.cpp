@@ -25,25 +25,14 @@ TEST(GArray, WhatIsNoFiniteNumberCountsAsAGap)
 
 TEST(GArray, MarkersInsideAreGapsAndMarkersAtTheEndAreSpareRoom)
 {
-    struct Case {
-        CDoubleArray values;
-        int validSize;
-        int hasGaps;
-        int validSizeReverse;
-    };
-    Case const cases[] = {
-        { {}, 0, 0, 0 },
-        { { 1, kGap, 3 }, 1, 1, 3 },
-        { { 1, 3, kGap, kGap }, 2, 0, 2 },
-        { { kGap, kGap }, 0, 0, 0 },
-        { { kGap, 2 }, 0, 1, 2 },
-        { { 1, kNaN, kInfinity }, 3, 0, 3 },
-    };
-    for (Case const& c : cases) {
-        SCOPED_TRACE(c.values.GetSize());
-        EXPECT_EQ(c.values.GetValidSize(), c.validSize);
-        EXPECT_EQ(c.values.HasGaps(), c.hasGaps);
-        EXPECT_EQ(c.values.GetValidSizeReverse(), c.validSizeReverse);
+    using Case = std::tuple<CDoubleArray, int, int, int>;
+    for (auto const& [values, validSize, hasGaps, validSizeReverse] :
+        { Case { {}, 0, 0, 0 }, { { 1, kGap, 3 }, 1, 1, 3 }, { { 1, 3, kGap, kGap }, 2, 0, 2 },
+            { { kGap, kGap }, 0, 0, 0 }, { { kGap, 2 }, 0, 1, 2 }, { { 1, kNaN, kInfinity }, 3, 0, 3 } }) {
+        SCOPED_TRACE(values.GetSize());
+        EXPECT_EQ(values.GetValidSize(), validSize);
+        EXPECT_EQ(values.HasGaps(), hasGaps);
+        EXPECT_EQ(values.GetValidSizeReverse(), validSizeReverse);
     }
 }
 
@@ -86,26 +75,15 @@ TEST(GArray, TheMedianLeavesTheArraySorted)
 
 TEST(GArray, UpperIndexIsExactInSinglePrecision)
 {
-    struct Case {
-        CDoubleArray values;
-        double x;
-        int index;
-        int exact;
-    };
-    Case const cases[] = {
-        { { 1, 2, 3 }, 2.5, 2, 0 },
-        { { 1, 2, 3 }, 2, 1, 1 },
-        { { 1, 2, 3 }, 2.00000001, 1, 1 },
-        { { 1, 2, 3 }, 1, 0, 1 },
-        { { 1, 2, 3 }, 3, 2, 1 },
-        { { 1, 2, 3 }, 5, -1, 0 },
-        { { 1, 2, 3 }, kNaN, -1, 0 },
-        { { 1 }, 1, -1, 0 },
-    };
-    for (Case const& c : cases) {
-        int exact = 7;
-        EXPECT_EQ(c.values.GetUpperIndex(c.x, exact), c.index) << c.x;
-        EXPECT_EQ(exact, c.exact) << c.x;
+    CDoubleArray const values { 1, 2, 3 };
+    int exact = 7;
+    EXPECT_EQ(CDoubleArray { 1 }.GetUpperIndex(1, exact), -1);
+    EXPECT_EQ(exact, 0);
+    using Case = std::tuple<double, int, int>;
+    for (auto const& [x, index, isExact] : { Case { 2.5, 2, 0 }, { 2, 1, 1 }, { 2.00000001, 1, 1 }, { 1, 0, 1 },
+             { 3, 2, 1 }, { 5, -1, 0 }, { kNaN, -1, 0 } }) {
+        EXPECT_EQ(values.GetUpperIndex(x, exact), index) << x;
+        EXPECT_EQ(exact, isExact) << x;
     }
 }
 
@@ -123,16 +101,6 @@ TEST(GArray, DoublesAreStoredAsACountAndRawValues)
     EXPECT_FALSE(test::Load(loaded, Bytes().Short(3).Double(1.0, 2.0)));
 }
 
-TEST(GArray, EmptyStringsAtTheEndAreSpareRoom)
-{
-    CGStringArray strings;
-    for (char const* const text : { "a", "", "b", "", "" })
-        strings.Add(text);
-    EXPECT_EQ(strings.GetSize(), 5);
-    EXPECT_EQ(strings.GetValidSize(), 3);
-    EXPECT_EQ(strings.HasGaps(), 0);
-}
-
 void Fill(CGCharArray& strings, std::initializer_list<char const*> texts)
 {
     for (char const* const text : texts)
@@ -141,25 +109,23 @@ void Fill(CGCharArray& strings, std::initializer_list<char const*> texts)
 
 TEST(GArray, OwnedStringsSkipBlankOnesWhenLookingForGaps)
 {
-    struct Case {
-        std::initializer_list<char const*> texts;
-        int validSize;
-        int hasGaps;
-    };
-    Case const cases[] = {
-        { {}, 0, 0 },
-        { { "a", "b", nullptr }, 2, 0 },
-        { { "a", nullptr, "b" }, 1, 1 },
-        { { "a", " \t", "b" }, 3, 1 },
-        { { "a", "", "  " }, 3, 0 },
-    };
-    for (Case const& c : cases) {
+    auto const expect = [](std::initializer_list<char const*> texts, int validSize, int hasGaps) {
         CGCharArray strings;
-        Fill(strings, c.texts);
-        SCOPED_TRACE(c.texts.size());
-        EXPECT_EQ(strings.GetValidSize(), c.validSize);
-        EXPECT_EQ(strings.HasGaps(), c.hasGaps);
-    }
+        Fill(strings, texts);
+        SCOPED_TRACE(texts.size());
+        EXPECT_EQ(strings.GetValidSize(), validSize);
+        EXPECT_EQ(strings.HasGaps(), hasGaps);
+    };
+    CGStringArray values;
+    for (char const* const text : { "a", "", "b", "", "" })
+        values.Add(text);
+    EXPECT_EQ(values.GetValidSize(), 3) << "empty ones at the end are spare room";
+    EXPECT_EQ(values.HasGaps(), 0);
+    expect({}, 0, 0);
+    expect({ "a", "b", nullptr }, 2, 0);
+    expect({ "a", nullptr, "b" }, 1, 1);
+    expect({ "a", " \t", "b" }, 3, 1);
+    expect({ "a", "", "  " }, 3, 0);
 }
 
 TEST(GArray, OwnedStringsSurviveEveryChangeOfTheArray)

@@ -1,4 +1,6 @@
 #include "ombrel/foundation/Utils.h"
+#include "ombrel/platform/gdi/DC.h"
+#include "ombrel/platform/gdi/RecordingSurface.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -10,12 +12,11 @@ constexpr int kFar = 2147483647;
 
 TEST(UtilsGeometry, SegmentsIntersectInWholePixels)
 {
-    struct Case {
+    struct {
         CPoint a1, a2, b1, b2;
         int result;
         CPoint p;
-    };
-    Case const cases[] = {
+    } const cases[] = {
         { { 0, 0 }, { 10, 10 }, { 0, 10 }, { 10, 0 }, 1, { 5, 5 } },
         { { 0, 0 }, { 10, 0 }, { 0, 5 }, { 10, 5 }, 2, {} },
         { { 0, 0 }, { 10, 0 }, { 5, 0 }, { 20, 0 }, 2, {} },
@@ -26,7 +27,7 @@ TEST(UtilsGeometry, SegmentsIntersectInWholePixels)
         { { 0, 0 }, { 10, 0 }, { 10, 0 }, { 10, 9 }, 1, { 10, 0 } },
         { { -kFar, -kFar }, { kFar, kFar }, { -kFar, kFar }, { kFar, -kFar }, 1, { 0, 0 } },
     };
-    for (Case const& c : cases) {
+    for (auto const& c : cases) {
         CPoint p;
         EXPECT_EQ(CVUtils::LinesIntersect(c.a1, c.a2, c.b1, c.b2, p), c.result) << c.a2.x << ' ' << c.a2.y;
         if (c.result == 1) {
@@ -39,11 +40,7 @@ TEST(UtilsGeometry, SegmentsIntersectInWholePixels)
 TEST(UtilsGeometry, SegmentsCrossARectanglesEdgesInOrder)
 {
     CRect const rect(10, 20, 110, 70);
-    struct Case {
-        CPoint from, to;
-        int count;
-        CPoint i1, i2;
-    };
+    using Case = std::tuple<CPoint, CPoint, int, CPoint, CPoint>;
     Case const cases[] = {
         { { 0, 45 }, { 120, 45 }, 2, { 110, 45 }, { 10, 45 } },
         { { 60, 0 }, { 60, 100 }, 2, { 60, 20 }, { 60, 70 } },
@@ -53,12 +50,12 @@ TEST(UtilsGeometry, SegmentsCrossARectanglesEdgesInOrder)
         // Along an edge: that one is parallel, its neighbours are crossed at the corners.
         { { 0, 20 }, { 120, 20 }, 2, { 110, 20 }, { 10, 20 } },
     };
-    for (Case const& c : cases) {
+    for (auto const& [from, to, count, first, second] : cases) {
         CPoint i1;
         CPoint i2;
-        EXPECT_EQ(CVUtils::LineRectIntersect(rect, c.from, c.to, i1, i2), c.count) << c.from.x << ' ' << c.from.y;
-        EXPECT_EQ(i1, c.i1) << c.from.x << ' ' << c.from.y;
-        EXPECT_EQ(i2, c.i2) << c.from.x << ' ' << c.from.y;
+        EXPECT_EQ(CVUtils::LineRectIntersect(rect, from, to, i1, i2), count) << from.x << ' ' << from.y;
+        EXPECT_EQ(i1, first) << from.x << ' ' << from.y;
+        EXPECT_EQ(i2, second) << from.x << ' ' << from.y;
     }
 }
 
@@ -70,7 +67,7 @@ TEST(UtilsGeometry, NormalsHaveUnitLengthAndFollowTheOrderOfTheCorners)
     CVUtils::NormalVector({ 0, 5, 0 }, { 0, 0, 0 }, { 3, 0, 0 }, n);
     EXPECT_EQ(n.Z(), 1.0);
     CVUtils::NormalVector({ 1, 2, 3 }, { -4, 5, 6 }, { 7, -8, 10 }, n);
-    EXPECT_NEAR(n.X() * n.X() + n.Y() * n.Y() + n.Z() * n.Z(), 1.0, 1e-15);
+    EXPECT_NEAR(std::hypot(n.X(), n.Y(), n.Z()), 1.0, 1e-15);
     CVUtils::NormalVector({ 1, 1, 1 }, { 2, 2, 2 }, { 3, 3, 3 }, n);
     EXPECT_EQ(n.X(), 0.0);
     CVUtils::NormalVector({ std::nan(""), 1, 1 }, { 2, 2, 2 }, { 3, 3, 4 }, n);
@@ -99,6 +96,104 @@ TEST(UtilsGeometry, NormalisedPositionsTurnBack)
     CVUtils::GetUnnormalisedRect(empty, device);
     EXPECT_FALSE(CVUtils::CheckSize(CRect(1, 2, 1, 5)));
     EXPECT_TRUE(CVUtils::CheckSize(CRect(5, 5, 1, 1)));
+}
+
+constexpr COLORREF kWhite = 0xFFFFFF;
+
+/// A white bitmap with a device context that draws on it.
+struct Canvas {
+    Canvas(int width, int height)
+    {
+        bitmap.CreateBitmap(width, height, 32);
+        dc.SelectObject(&bitmap);
+        dc.FillSolidRect(CRect(0, 0, width, height), kWhite);
+    }
+    auto Count(COLORREF colour) const
+    {
+        Raster const& raster = *bitmap.GetRaster();
+        return std::count(raster.Row(0), raster.Row(raster.Height()), Raster::FromColour(colour));
+    }
+    CBitmap bitmap;
+    CDC dc;
+};
+
+TEST(UtilsDrawing, MillimetresFollowTheDeviceOrItsLogicalInches)
+{
+    DeviceCapabilities printer;
+    printer.horzSize = 200;
+    printer.vertSize = 100;
+    printer.horzRes = 4800;
+    printer.vertRes = 1250;
+    printer.logPixelsX = 600;
+    printer.logPixelsY = 300;
+    CDC dc(std::make_shared<RecordingSurface>(CSize(100, 100), printer, true));
+    EXPECT_EQ(CVUtils::MMToPixels(&dc, CSize(10, 10)), CSize(240, 125));
+    EXPECT_EQ(CVUtils::MMToPixels2(&dc, CSize(10, 10)), CSize(236, 118));
+    EXPECT_EQ(CVUtils::PixelsToMM(&dc, CSize(240, 125)), CRealSize(10.0, 10.0));
+    CRealSize const logical = CVUtils::PixelsToMM2(&dc, CSize(600, 300));
+    EXPECT_DOUBLE_EQ(logical.cx, 25.4);
+    EXPECT_DOUBLE_EQ(logical.cy, 25.4);
+}
+
+TEST(UtilsDrawing, FontsComeFromTheirDescription)
+{
+    CFont font;
+    CVUtils::ConfigureFont(&font, CFontData("A face name of more than thirty-one letters", 700, 1, 0.85), 20, 1);
+    LOGFONT expected;
+    expected.lfHeight = 17;
+    expected.lfWeight = 700;
+    expected.lfItalic = 1;
+    expected.lfEscapement = 900;
+    expected.lfOutPrecision = 7;
+    expected.lfQuality = 2;
+    expected.lfPitchAndFamily = 0x32;
+    expected.lfFaceName = "A face name of more than thirty";
+    EXPECT_TRUE(*font.GetLogFont() == expected);
+
+    LOGFONT chosen;
+    chosen.lfUnderline = 1;
+    CHOOSEFONT dialog;
+    CVUtils::InitCHOOSEFONT(dialog, chosen, "Arial", 400, 0);
+    EXPECT_EQ(dialog.lpLogFont, &chosen);
+    EXPECT_EQ(chosen.lfHeight, 13);
+    EXPECT_EQ(chosen.lfUnderline, 0);
+}
+
+TEST(UtilsDrawing, FramesAreClosedOnePixelWideOutlines)
+{
+    Canvas canvas(20, 20);
+    CVUtils::DrawRect(&canvas.dc, CRect(3, 4, 12, 14));
+    // Unlike a filled rectangle's, the right and bottom edges are drawn on.
+    for (CPoint const p : { CPoint(3, 4), CPoint(12, 4), CPoint(12, 14), CPoint(3, 14), CPoint(7, 14), CPoint(12, 9) })
+        EXPECT_EQ(canvas.dc.GetPixel(p.x, p.y), 0U) << p.x << ' ' << p.y;
+    EXPECT_EQ(canvas.Count(0), 2 * (9 + 10));
+}
+
+TEST(UtilsDrawing, DottedLinesSetEveryOtherPixelFromTheFirst)
+{
+    Canvas canvas(20, 5);
+    CVUtils::LineDDA(2, 1, 9, 1, 99, &canvas.dc, RGB(255, 0, 0));
+    for (int x = 0; x < 20; ++x)
+        EXPECT_EQ(canvas.dc.GetPixel(x, 1), x == 2 || x == 4 || x == 6 || x == 8 ? RGB(255, 0, 0) : kWhite) << x;
+    EXPECT_EQ(canvas.Count(RGB(255, 0, 0)), 4);
+}
+
+TEST(UtilsDrawing, TransparentPixelsShowTheBackground)
+{
+    constexpr COLORREF kKey = RGB(255, 0, 255);
+    Canvas picture(4, 3);
+    picture.dc.FillSolidRect(CRect(0, 0, 4, 3), kKey);
+    picture.dc.SetPixel(1, 0, RGB(10, 20, 30));
+    picture.dc.SetPixel(3, 1, 0);
+    picture.dc.SetPixel(0, 2, RGB(254, 0, 255));
+    Canvas canvas(10, 10);
+    canvas.dc.FillSolidRect(CRect(0, 0, 10, 10), RGB(0, 128, 0));
+    CVUtils::DrawTransparentBitmap(&canvas.dc, &picture.bitmap, 5, 6, kKey);
+    EXPECT_EQ(canvas.dc.GetPixel(6, 6), RGB(10, 20, 30));
+    EXPECT_EQ(canvas.dc.GetPixel(8, 7), 0U);
+    EXPECT_EQ(canvas.dc.GetPixel(5, 8), RGB(254, 0, 255));
+    EXPECT_EQ(canvas.Count(RGB(0, 128, 0)), 97);
+    EXPECT_EQ(picture.Count(kKey), 9);
 }
 
 } // namespace

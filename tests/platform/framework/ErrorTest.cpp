@@ -19,6 +19,13 @@ public:
     inline static int s_alive = 0;
 };
 
+void ReadFromAnEmptyFile()
+{
+    CFile file("/dev/null", CFile::modeRead);
+    LONG value = 0;
+    CArchive(&file, CArchive::load) >> value;
+}
+
 CArchiveException* Unknown()
 {
     auto* const exception = new CArchiveException(CArchiveException::badClass, 7, "");
@@ -29,12 +36,7 @@ CArchiveException* Unknown()
 
 TEST(Error, HoldsWhatThePointerHeld)
 {
-    struct Case {
-        std::function<void()> work;
-        Error::Kind kind;
-        char const* message;
-        ErrorPlace place;
-    };
+    using Case = std::tuple<std::function<void()>, Error::Kind, char const*, ErrorPlace>;
     Case const cases[] = {
         { [] { throw new CFileException(CFileException::fileNotFound, "a", ENOENT); }, Error::Kind::FileNotFound,
             "a was not found.", { "a", {}, ENOENT } },
@@ -44,21 +46,23 @@ TEST(Error, HoldsWhatThePointerHeld)
             "Archive, byte 12: a value is not valid; expected a date.", { "", 12, 0 } },
         { [] { throw Unknown(); }, Error::Kind::UnknownClass, "Archive, byte 7: unknown class CFoo.",
             { "a.doc", 7, 0 } },
+        { ReadFromAnEmptyFile, Error::Kind::Archive, "Archive, byte 0: the data end too early; expected more data.",
+            { "/dev/null", 0, 0 } },
         { [] { throw new COleDispatchException("No."); }, Error::Kind::Data, "No.", {} },
         { [] { throw new CResourceException; }, Error::Kind::Resource, "A required resource was unavailable.", {} },
         { [] { ThrowBadIndex(4, 3); }, Error::Kind::Argument, "The index 4 is not one of 3 elements.", {} },
         { [] { throw new CountedException; }, Error::Kind::Other, "grüß", {} },
     };
-    for (Case const& c : cases) {
+    for (auto const& [work, kind, message, place] : cases) {
         try {
-            WithErrors(c.work);
-            ADD_FAILURE() << c.message;
+            WithErrors(work);
+            ADD_FAILURE() << message;
         } catch (Error const& error) {
-            EXPECT_EQ(error.GetKind(), c.kind) << c.message;
-            EXPECT_STREQ(error.what(), c.message);
-            EXPECT_EQ(error.GetPath(), c.place.path);
-            EXPECT_EQ(error.GetOffset(), c.place.offset) << c.message;
-            EXPECT_EQ(error.GetSystemError(), c.place.systemError) << c.message;
+            EXPECT_EQ(error.GetKind(), kind) << message;
+            EXPECT_STREQ(error.what(), message);
+            EXPECT_EQ(error.GetPath(), place.path);
+            EXPECT_EQ(error.GetOffset(), place.offset) << message;
+            EXPECT_EQ(error.GetSystemError(), place.systemError) << message;
         }
     }
     EXPECT_EQ(CountedException::s_alive, 0);
@@ -72,21 +76,6 @@ TEST(Error, ResultsAndOtherExceptionsPassAsTheyAre)
     EXPECT_TRUE(Succeeds([] {}));
     EXPECT_FALSE(Succeeds([] { throw new CountedException; }));
     EXPECT_THROW((void)Succeeds([] { throw 5; }), int);
-}
-
-TEST(Error, AnArchiveNamesItsFile)
-{
-    try {
-        WithErrors([] {
-            CFile file("/dev/null", CFile::modeRead);
-            LONG value = 0;
-            CArchive(&file, CArchive::load) >> value;
-        });
-        ADD_FAILURE();
-    } catch (Error const& error) {
-        EXPECT_EQ(error.GetPath(), "/dev/null");
-        EXPECT_EQ(error.GetOffset(), 0u);
-    }
 }
 
 TEST(Arrays, AnIndexOutsideIsRefusedAndChangesNothing)

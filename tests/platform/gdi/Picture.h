@@ -42,6 +42,17 @@ public:
         m_dc.SelectClipRgn(&region);
     }
     std::uint32_t Pixel(int x, int y) const { return m_bitmap.GetRaster()->Row(y)[x]; }
+    /// The pixels of a part, or of the whole, row by row.
+    std::vector<std::uint32_t> Pixels(CRect const& part) const
+    {
+        std::vector<std::uint32_t> pixels;
+        for (int y = part.top; y < part.bottom; ++y) {
+            for (int x = part.left; x < part.right; ++x)
+                pixels.push_back(Pixel(x, y));
+        }
+        return pixels;
+    }
+    std::vector<std::uint32_t> Pixels() const { return Pixels({ CPoint(), m_bitmap.GetSize() }); }
     /// One line a row: '#' pen, 'o' brush, '.' untouched, '?' anything else.
     std::string Rows() const
     {
@@ -75,5 +86,17 @@ private:
     CBrush m_brush { kBrushColour };
     CDC m_dc;
 };
+
+/// One line a row of the region's pixels: 'o' inside, '.' outside.
+inline std::string Rows(Region const& region, int width, int height)
+{
+    std::string rows;
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x)
+            rows += region.Contains({ x, y }) ? 'o' : '.';
+        rows += '\n';
+    }
+    return rows;
+}
 
 } // namespace ombrel

@@ -1,8 +1,11 @@
 #include "ombrel/platform/gdi/DC.h"
-#include "ombrel/platform/gdi/Primitive.h"
+#include "ombrel/platform/gdi/RecordingSurface.h"
+#include "tests/platform/gdi/Picture.h"
+#include "tests/platform/gdi/Recorded.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <random>
 
 namespace ombrel {
 namespace {
@@ -49,13 +52,8 @@ TEST(Surface, RoundShapesComeAsLinesAndFills)
 TEST(Surface, ArcsRunCounterClockwiseBetweenTheirRadials)
 {
     struct {
-        CPoint start;
-        CPoint end;
-        CPoint first;
-        CPoint last;
-        /// One that the arc passes, and one that it does not.
-        CPoint on;
-        CPoint off;
+        /// Ends with a point that the arc passes, and one that it does not.
+        CPoint start, end, first, last, on, off;
     } const cases[] = {
         { { 99, 40 }, { 40, 0 }, { 60, 40 }, { 40, 20 }, { 54, 26 }, { 54, 54 } },
         { { 40, 0 }, { 99, 40 }, { 40, 20 }, { 60, 40 }, { 26, 26 }, { 54, 26 } },
@@ -76,13 +74,142 @@ TEST(Surface, ArcsRunCounterClockwiseBetweenTheirRadials)
         EXPECT_EQ(curve.back(), c.last);
         EXPECT_LT(nearest(c.on), 4.0);
         EXPECT_GT(nearest(c.off), 10.0);
-        // Each step goes on in the sense of the arc.
-        for (std::size_t i = 1; i < curve.size(); ++i) {
-            CPoint const a = curve[i - 1] - CPoint(40, 40);
-            CPoint const b = curve[i] - CPoint(40, 40);
-            EXPECT_GE(a.y * b.x - a.x * b.y, -20) << i;
+    }
+}
+
+TEST(RecordingSurface, HoldsByValueWhatIsDrawn)
+{
+    RecordingSurface surface({ 100, 100 });
+    CPoint const points[] = { { 1, 2 }, { 3, 4 }, { 9, 2 } };
+    CRect const all(0, 0, 4, 4);
+    // Of every three the outer ones are equal.
+    for (std::uint32_t const pixel : { 0, 1, 0 }) {
+        Raster raster(4, 4, 24);
+        raster.Row(1)[2] = pixel;
+        surface.Image({ &raster, all, all, SRCCOPY, 0, 0xFFFFFF, 0xFFFFFF }, {});
+    }
+    for (double const length : { 3.0, 8.0, 3.0 }) {
+        double const dashes[] = { length, 1.0 };
+        surface.Stroke({ points, {} }, { { 0, 255 }, 2.0, dashes }, false, {});
+    }
+    for (int const width : { 9, 8, 9 }) {
+        Clip clip;
+        clip.region = std::make_shared<Region>(Region::FromRect({ 0, 0, width, 9 }));
+        surface.Polyline(points, {}, clip);
+    }
+    for (int const y : { 9, 8, 9 }) {
+        CPoint const corners[] = { { 1, 2 }, { 3, y }, { 9, 2 } };
+        surface.Fill(Region::FromPolygon(corners, WINDING), VectorBrush::Solid(0), {});
+    }
+    auto const primitives = surface.Primitives();
+    surface.Clear();
+    for (std::size_t i = 0; i < primitives.size(); i += 3) {
+        EXPECT_TRUE(primitives[i] == primitives[i + 2]) << i;
+        EXPECT_FALSE(primitives[i] == primitives[i + 1]) << i;
+    }
+}
+
+using Draw = std::function<void(CDC&)>;
+
+/// Marks as symbols have them, filled and open, small and wide, and some that cannot be drawn ahead.
+std::vector<Draw> Marks()
+{
+    auto const circle = [](int half) {
+        return [half](CDC& dc) {
+            CRect const box(1 - half, 1 - half, half, half);
+            dc.Ellipse(box);
+            dc.Arc(box, box.TopLeft(), box.BottomRight());
+            dc.Arc(box, box.BottomRight(), box.TopLeft());
+        };
+    };
+    auto const polygon = [](std::vector<CPoint> corners) {
+        return [corners](CDC& dc) {
+            CRgn region;
+            region.CreatePolygonRgn(corners, ALTERNATE);
+            dc.PaintRgn(&region);
+            dc.Polyline(corners);
+        };
+    };
+    return { circle(2), circle(5), circle(31), circle(33), circle(70),
+        polygon({ { -4, -4 }, { 4, -4 }, { 4, 4 }, { -4, 4 }, { -4, -4 } }),
+        polygon({ { -9, -9 }, { 0, 9 }, { 9, -9 }, { -9, -9 } }),
+        polygon({ { 40, 20 }, { 60, 40 }, { 47, 30 }, { 40, 20 } }), [](CDC& dc) { dc.SetPixel(0, 0, kPenColour); },
+        [](CDC& dc) { dc.LineTo(-6, 3); },
+        [](CDC& dc) {
+            dc.FillSolidRect({ -3, -2, 2, 5 }, kPenColour);
+            dc.FillSolidRect({ 0, 0, 9, 1 }, kBrushColour);
+        },
+        [](CDC& dc) { dc.TextOut(0, 0, "m"); }, [](CDC&) {} };
+}
+
+/// Crowded, some twice and some beyond the edges.
+std::vector<CPoint> Points(unsigned count)
+{
+    std::mt19937 random(count);
+    std::vector<CPoint> points;
+    while (points.size() < count) {
+        CPoint const p(static_cast<int>(random() % 260) - 30, static_cast<int>(random() % 190) - 30);
+        points.insert(points.end(), 1 + random() % 2, p);
+    }
+    points.push_back({ 1 << 30, -(1 << 30) });
+    return points;
+}
+
+TEST(Repeat, DrawsThePixelsOfMarksDrawnOneAfterTheOther)
+{
+    struct {
+        int bitsPerPixel, penWidth, penStyle;
+        unsigned points;
+        std::vector<CPoint> clip;
+    } const settings[] = {
+        { 32, 1, PS_SOLID, 400, {} },
+        { 24, 3, PS_SOLID, 150, {} },
+        { 1, 1, PS_SOLID, 100, {} },
+        { 24, 1, PS_DOT, 3000, {} },
+        { 24, 1, PS_NULL, 5, {} },
+        { 24, 1, PS_SOLID, 300, { { 20, 30 }, { 130, 30 }, { 130, 90 }, { 20, 90 } } },
+        { 24, 1, PS_SOLID, 300, { { 100, 4 }, { 190, 60 }, { 100, 120 }, { 4, 60 } } },
+    };
+    for (auto const& s : settings) {
+        std::vector<CPoint> const points = Points(s.points);
+        std::size_t index = 0;
+        for (Draw const& draw : Marks()) {
+            Picture fast(200, 130, s.bitsPerPixel);
+            Picture plain(200, 130, s.bitsPerPixel);
+            CRgn region;
+            region.CreatePolygonRgn(s.clip, WINDING);
+            for (Picture* const picture : { &fast, &plain }) {
+                picture->UsePen(s.penStyle, s.penWidth);
+                picture->DC().SelectClipRgn(s.clip.empty() ? nullptr : &region);
+                picture->DC().SetViewportOrg(2, -1);
+            }
+            fast.DC().Repeat(draw, points);
+            for (CPoint const& p : points) {
+                plain.DC().SetViewportOrg(2 + p.x, p.y - 1);
+                plain.DC().MoveTo(0, 0);
+                draw(plain.DC());
+            }
+            EXPECT_TRUE(fast.Pixels() == plain.Pixels())
+                << "mark " << index << ", " << s.bitsPerPixel << " bits, pen " << s.penStyle << '/' << s.penWidth
+                << ", clip " << s.clip.size();
+            ++index;
         }
     }
+}
+
+TEST(Repeat, RecordsEveryPrimitiveAtEveryPoint)
+{
+    auto const surface = std::make_shared<RecordingSurface>(CSize(100, 100));
+    auto const mark = [](CDC& dc) {
+        dc.Ellipse({ -2, -2, 2, 2 });
+        dc.TextOut(1, 1, "a");
+    };
+    CDC(surface).Repeat(mark, std::vector<CPoint> { { 10, 20 }, { 30, 40 } });
+    EXPECT_EQ(test::Dump(surface->Primitives()),
+        "ellipse [8,18 12,22] pen=#000000/1/solid fill=#ffffff\n"
+        "text 11,21 \"a\" #000000 font=System/16/w700 cell=#ffffff\n"
+        "ellipse [28,38 32,42] pen=#000000/1/solid fill=#ffffff\n"
+        "text 31,41 \"a\" #000000 font=System/16/w700 cell=#ffffff\n");
 }
 
 } // namespace

@@ -29,28 +29,17 @@ TEST(RegistryDocument, FindsValuesAsAPersonWouldWriteThem)
                                         "[\\Software\\\\Ombrel\\Gr\xC3\xA4"
                                         "fe]\n"
                                         "N\xC3\x84ME = caf\xC3\xA9\\tbar");
-    struct Case {
-        char const* path;
-        char const* name;
-        char const* value;
-    };
-    Case const cases[] = {
-        { "Software\\Ombrel", "Plain", "1" },
-        { "SOFTWARE\\ombrel\\", "PLAIN", "1" },
-        { "Software\\Ombrel", "Tabs", "2" },
-        { "Software\\Ombrel", "Axes Colour", "12 = 0xC" },
-        { "Software\\Ombrel", "", "the default value" },
-        { "Software\\Ombrel", "@", "(none)" },
-        { "Software\\Ombrel", "Empty", "" },
-        { "Software\\Ombrel", "Twice", "second" },
-        { "Software\\Ombrel\\GR\xC3\x84"
-          "FE",
-            "n\xC3\xA4me", "caf\xC3\xA9\tbar" },
-        { "Software", "Plain", "(none)" },
-        { "", "Plain", "(none)" },
-    };
-    for (Case const& c : cases)
-        EXPECT_EQ(Found(document, c.path, c.name), c.value) << c.path << " / " << c.name;
+    using Case = std::tuple<char const*, char const*, char const*>;
+    for (auto const& [path, name, value] :
+        { Case { "Software\\Ombrel", "Plain", "1" }, { "SOFTWARE\\ombrel\\", "PLAIN", "1" },
+            { "Software\\Ombrel", "Tabs", "2" }, { "Software\\Ombrel", "Axes Colour", "12 = 0xC" },
+            { "Software\\Ombrel", "", "the default value" }, { "Software\\Ombrel", "@", "(none)" },
+            { "Software\\Ombrel", "Empty", "" }, { "Software\\Ombrel", "Twice", "second" },
+            { "Software\\Ombrel\\GR\xC3\x84"
+              "FE",
+                "n\xC3\xA4me", "caf\xC3\xA9\tbar" },
+            { "Software", "Plain", "(none)" }, { "", "Plain", "(none)" } })
+        EXPECT_EQ(Found(document, path, name), value) << path << " / " << name;
     EXPECT_EQ(document.GetDamagedLines(), 0);
 }
 
@@ -80,7 +69,6 @@ TEST(RegistryDocument, SkipsDamagedLinesAndKeepsThemInPlace)
     EXPECT_EQ(document.ToText(), text);
 
     ASSERT_TRUE(document.Set("good", "OK", "2"));
-    EXPECT_EQ(Found(document, "Good", "ok"), "2");
     ASSERT_TRUE(document.Set("Good", "a#;b", ""));
     ASSERT_TRUE(document.Set("Other", "", "y"));
     std::string expected = text;
@@ -118,21 +106,6 @@ TEST(RegistryDocument, RefusesKeysThatNoLineCanHold)
     for (char const* const path : { "", " blanks ", "a]b", "[a]", "a=b", "#a", "\xEF\xBF\xBD" }) {
         EXPECT_TRUE(document.Set(path, "name", path));
         EXPECT_EQ(ParseRegistry(document.ToText()).Find(path, "name"), CString(path)) << path;
-    }
-}
-
-TEST(RegistryDocument, TextCutAnywhereKeepsItsWholeLines)
-{
-    RegistryDocument document;
-    document.Set("Software\\A", "One = ", "\\first\n");
-    document.Set("Software\\B", CString(u"\u00E4\U0001F600"), CString(u"\xD800 second"));
-    std::string const text = document.ToText();
-    for (std::size_t length = 0; length <= text.size(); ++length) {
-        auto cut = ParseRegistry(std::string_view(text).substr(0, length));
-        std::string const kept = cut.ToText();
-        EXPECT_EQ(kept.substr(0, length), text.substr(0, length));
-        ASSERT_TRUE(cut.Set("New", "name", "value"));
-        EXPECT_EQ(ParseRegistry(cut.ToText()).Find("new", "NAME"), CString("value"));
     }
 }
 
