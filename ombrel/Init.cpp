@@ -26,6 +26,7 @@
 #include "ombrel/graph3d/3DPlot.h"
 #include "ombrel/graph3d/Walls.h"
 #include "ombrel/io/ScanTestHeader.h"
+#include "ombrel/io/ZValsFile.h"
 
 namespace ombrel {
 namespace {
@@ -51,6 +52,7 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &CColourKeyArray::kClass,
     &CColourMap::kClass,
     &CScanTestHeader::kClass,
+    &CZValsFile::kClass,
     &C2DGraph::kClass,
     &CAxes::kClass,
     &C2DGrid::kClass,
