@@ -77,9 +77,9 @@ void CColourKey::Enclose()
     UpdateRectBottom();
     // The frame is drawn on the right and bottom edges themselves.
     CRect const& picture = m_look->window;
-    CSize const room(picture.Width() - 1, picture.Height() - 1);
-    if (room.cx < 1 || room.cy < 1)
+    if (picture.IsRectEmpty())
         return;
+    CSize const room(std::max(picture.Width() - 1, 1), std::max(picture.Height() - 1, 1));
     CSize const size(m_rect.Width(), std::min(m_rect.Height(), room.cy));
     m_rect = CRect(CPoint(std::max(std::min(m_rect.left, picture.left + room.cx - size.cx), picture.left),
                        std::max(std::min(m_rect.top, picture.top + room.cy - size.cy), picture.top)),
@@ -193,32 +193,33 @@ void CColourKey::DrawBar(CRect const& bar)
 {
     CPlotComponent const* const curve = GetCurve();
     KeyRange const& range = m_look->range;
-    int const height = bar.Height();
-    int const width = std::min(bar.Width(), kLongestBitmapSide);
-    if (!curve || !range.IsFinite() || width < 1 || height < 1)
+    CRect visible;
+    if (!curve || !range.IsFinite() || !visible.IntersectRect(bar, m_dc->GetClipBox()))
         return;
     auto const colourOf = [&](int row) {
-        return curve->GetColourOfValue(
-            range.ValueAt(static_cast<double>(height - row) / height), range.low, range.high);
+        double const part = static_cast<double>(bar.bottom - row) / bar.Height();
+        return curve->GetColourOfValue(range.ValueAt(part), range.low, range.high);
     };
-    auto const drawRows = [&](CDC& dc, CPoint at) {
-        COLORREF colour = colourOf(0);
-        for (int first = 0, row = 1; row <= height; ++row) {
-            COLORREF const next = row < height ? colourOf(row) : colour;
-            if (row < height && next == colour)
+    auto const drawRows = [&](CDC& dc) {
+        COLORREF colour = colourOf(visible.top);
+        for (int first = visible.top, row = first + 1; row <= visible.bottom; ++row) {
+            COLORREF const next = row < visible.bottom ? colourOf(row) : colour;
+            if (row < visible.bottom && next == colour)
                 continue;
             CBrush const brush(colour);
-            dc.FillRect(CRect(at.x, at.y + first, at.x + width, at.y + row), &brush);
+            dc.FillRect(CRect(visible.left, first, visible.right, row), &brush);
             colour = next;
             first = row;
         }
     };
-    if (!m_dc->IsPrinting() || height > kLongestBitmapSide)
-        return drawRows(*m_dc, bar.TopLeft());
+    if (!m_dc->IsPrinting())
+        return drawRows(*m_dc);
     // On a page, one picture: between rectangles, programs that show pages leave seams.
-    CDIB picture(width, height, 24);
-    drawRows(*picture.GetDC(), { 0, 0 });
-    m_dc->BitBlt(bar.left, bar.top, width, height, picture.GetDC(), 0, 0, SRCCOPY);
+    CDIB picture(visible.Width(), visible.Height(), 24);
+    picture.GetDC()->SetViewportOrg(-visible.left, -visible.top);
+    drawRows(*picture.GetDC());
+    picture.GetDC()->SetViewportOrg(0, 0);
+    picture.Draw(m_dc, visible.left, visible.top);
 }
 
 void CColourKey::DrawContinuousColourKey()

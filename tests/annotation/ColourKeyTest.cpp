@@ -85,8 +85,10 @@ std::string Content(std::vector<RecordedPrimitive> primitives)
 std::string Labels(CColourKey& key)
 {
     std::string labels;
-    for (primitive::Text const& text : Recorder().Draw<primitive::Text>(key))
-        labels += (labels.empty() ? "" : " ") + text.text.ToUtf8();
+    for (primitive::Text const& text : Recorder().Draw<primitive::Text>(key)) {
+        labels += labels.empty() ? "" : " ";
+        labels += text.text.ToUtf8();
+    }
     return labels;
 }
 
@@ -177,7 +179,8 @@ TEST(ColourKey, CellsOfPrintedPicturesAreAThirdHigher)
     // Text of three quarters of 15: 11 pixels in cells of 24 + 8.
     CRect const bounds(CPoint(100 + 10, 50 + 10 + 4), CSize(10, 5 * 32));
     EXPECT_EQ(images[0].to, bounds);
-    EXPECT_EQ(images[0].from.Size(), bounds.Size());
+    EXPECT_EQ(images[0].from, CRect({}, bounds.Size()));
+    EXPECT_NE(images[0].pixelSum, 0u) << "not all of it is black";
     for (RecordedPrimitive const& p : drawn)
         EXPECT_FALSE(p.clip.region) << "nothing is clipped on a page";
 }
@@ -309,6 +312,10 @@ TEST(ColourKey, KeepsItsPlaceInThePictureOrItsRectangle)
     EXPECT_EQ(fontOf(), 10) << "one that was moved";
     EXPECT_EQ(fontOf(), 15);
     EXPECT_EQ(key.GetRect().TopLeft(), CPoint(60, 250));
+    // Whatever the font, a bar has only the rows that can be seen.
+    key.SetFont(CFontData("Arial", 400, 0, 1e6));
+    EXPECT_LE(recorder.Draw(key).size(), 30u);
+    EXPECT_EQ(key.GetRect().TopLeft(), CPoint(0, 0));
     key.SetOn(0);
     EXPECT_TRUE(recorder.Draw(key).empty());
 }
