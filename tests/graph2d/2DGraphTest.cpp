@@ -1,12 +1,8 @@
 #include "ombrel/annotation/Caption.h"
 #include "ombrel/annotation/CaptionArray.h"
 #include "ombrel/annotation/Legend.h"
-#include "ombrel/graph2d/2DAreaPlot.h"
-#include "ombrel/graph2d/2DBarPlot.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
-#include "ombrel/graph2d/2DStackedBarPlot.h"
-#include "ombrel/graph2d/2DTextPlot.h"
 #include "tests/graph2d/GraphFixture.h"
 
 #include <gtest/gtest.h>
@@ -23,19 +19,6 @@ using test::Record;
 
 constexpr CRect kWindow(0, 0, 400, 300);
 
-COLORREF PixelAt(CDIB& bitmap, CPoint p) { return bitmap.GetDC()->GetPixel(p.x, p.y); }
-
-/// How many pixels two bitmaps of one size differ in.
-int Differences(CDIB& a, CDIB& b)
-{
-    int different = 0;
-    for (int y = 0; y < a.GetSize().cy; ++y) {
-        for (int x = 0; x < a.GetSize().cx; ++x)
-            different += PixelAt(a, { x, y }) != PixelAt(b, { x, y });
-    }
-    return different;
-}
-
 TEST(Graph2D, HasItsStandardComponentsInOrder)
 {
     C2DGraph graph(1);
@@ -50,6 +33,12 @@ TEST(Graph2D, HasItsStandardComponentsInOrder)
     EXPECT_EQ(graph.AddPlot(it2DLine), nullptr);
     EXPECT_EQ(graph.AddPlot(itSurfacePlot), nullptr);
     EXPECT_TRUE(graph.CanHaveLogScale());
+
+    CAxes* const own = graph.GetAxes();
+    CAxes other(&graph);
+    other.SetXAxisTitle("Other");
+    graph.ReplaceAxes(&other);
+    EXPECT_TRUE(graph.GetAxes() == own && own->GetTag() == 2 && own->GetXAxisTitle() == "Other");
 }
 
 TEST(Graph2D, FitsTheAxesWithTheirLabelsIntoTheGraphRectangle)
@@ -66,14 +55,11 @@ TEST(Graph2D, FitsTheAxesWithTheirLabelsIntoTheGraphRectangle)
         EXPECT_TRUE(common.IntersectRect(graphRect, extent) && common == extent);
         EXPECT_EQ(graph.GetAxes()->GetExtentRect(), extent) << "measuring and drawing agree";
     }
-    for (CSize const size : { CSize(300, 12), CSize(12, 300), CSize(2, 2) }) {
-        C2DGraph graph(1);
-        graph.GetAxes()->SetYAxisTitle("too large");
-        graph.GetAxes()->SetXAxisTitle("too large");
-        Record(graph, size);
-        EXPECT_GE(graph.GetAxesRect().Width(), 1);
-        EXPECT_GE(graph.GetAxesRect().Height(), 1);
-    }
+    C2DGraph tiny(1);
+    tiny.GetAxes()->SetYAxisTitle("too large");
+    tiny.GetAxes()->SetXAxisTitle("too large");
+    Record(tiny, { 2, 2 });
+    EXPECT_GE(std::min(tiny.GetAxesRect().Width(), tiny.GetAxesRect().Height()), 1);
     C2DGraph placed(1);
     placed.SetInitialNormalisedRect({ 0.1, 0.2 }, { 0.5, 0.6 });
     Record(placed, { 400, 300 });
@@ -98,6 +84,14 @@ TEST(Graph2D, TakesTheRangeOfThePlotsThatReportOne)
     EXPECT_EQ(test::YRange(graph), std::make_pair(-9.0, -7.0));
 }
 
+std::vector<COLORREF> StrokeColours(C2DGraph& graph)
+{
+    std::vector<COLORREF> colours;
+    for (auto const& p : OfKind<primitive::Stroke>(Record(graph, kWindow.Size())))
+        colours.push_back(p.pen.colour.colour);
+    return colours;
+}
+
 TEST(Graph2D, DrawsGridAxesAndCurvesInTheDefaultOrTheUsersOrder)
 {
     C2DGraph graph(1);
@@ -109,23 +103,17 @@ TEST(Graph2D, DrawsGridAxesAndCurvesInTheDefaultOrTheUsersOrder)
     graph.GetDefaultDrawOrderTags(tags);
     EXPECT_EQ(tags, (CDWordArray { 1, 2, 9, 10 }));
     graph.SetDrawOrderTags(tags);
-    auto const strokeColours = [&] {
-        std::vector<COLORREF> colours;
-        for (auto const& p : OfKind<primitive::Stroke>(Record(graph, kWindow.Size())))
-            colours.push_back(p.pen.colour.colour);
-        return colours;
-    };
-    EXPECT_EQ(strokeColours(), (std::vector<COLORREF> { RGB(1, 0, 0), RGB(2, 0, 0) }));
+    EXPECT_EQ(StrokeColours(graph), (std::vector<COLORREF> { RGB(1, 0, 0), RGB(2, 0, 0) }));
     graph.SetDrawOrderTags({ 10, 77, 9, 10, 9 });
-    EXPECT_EQ(strokeColours(), (std::vector<COLORREF> { RGB(2, 0, 0), RGB(1, 0, 0) }));
+    EXPECT_EQ(StrokeColours(graph), (std::vector<COLORREF> { RGB(2, 0, 0), RGB(1, 0, 0) }));
     graph.GetDrawOrderTags(tags);
     EXPECT_EQ(tags, (CDWordArray { 10, 9, 1, 2 })) << "unknown tags and repeated ones go, new ones come last";
     ASSERT_TRUE(graph.RemovePlotComponent(&second));
     delete &second;
-    EXPECT_EQ(strokeColours().size(), 1u);
+    EXPECT_EQ(StrokeColours(graph).size(), 1u);
     AddLine(graph, { { 0, 1 }, { 1, 0 } }).SetTag(5);
     graph.ResetDrawOrderTags();
-    EXPECT_EQ(strokeColours(), (std::vector<COLORREF> { RGB(255, 0, 0), RGB(1, 0, 0) })) << "by tag";
+    EXPECT_EQ(StrokeColours(graph), (std::vector<COLORREF> { RGB(255, 0, 0), RGB(1, 0, 0) })) << "by tag";
     EXPECT_EQ(graph.GetPlotArray()->GetAt(0)->GetComponent(1), &first);
     graph.ResetDrawOrderTags();
     graph.GetDrawOrderTags(tags);
@@ -157,16 +145,15 @@ TEST(Graph2D, ComparesOrdersWithTheDefaultOneWhereCurvesShareATag)
     C2DGraph graph(1);
     AddLine(graph, { { 0, 0 }, { 1, 1 } });
     AddLine(graph, { { 0, 1 }, { 1, 0 } }).SetTag(9);
-    auto const strokes = [&] { return OfKind<primitive::Stroke>(Record(graph, kWindow.Size())).size(); };
     CDWordArray tags;
     for (CDWordArray const& order : { CDWordArray { 1, 2, 9, 9 }, CDWordArray { 1, 2, 9 } }) {
         graph.SetDrawOrderTags(order);
         graph.GetDrawOrderTags(tags);
         EXPECT_EQ(tags, (CDWordArray { 1, 2, 9, 9 })) << "the default one";
-        EXPECT_EQ(strokes(), 2u);
+        EXPECT_EQ(StrokeColours(graph).size(), 2u);
     }
     graph.SetDrawOrderTags({ 9, 1 });
-    EXPECT_EQ(strokes(), 2u) << "both at the place of their tag, once";
+    EXPECT_EQ(StrokeColours(graph).size(), 2u) << "both at the place of their tag, once";
 }
 
 TEST(Graph2D, OrdersSeriesPlotsAsAWholeAndDrawsWhatAnOrderLacksLast)
@@ -177,8 +164,7 @@ TEST(Graph2D, OrdersSeriesPlotsAsAWholeAndDrawsWhatAnOrderLacksLast)
     for (int i = 0; i < 2; ++i)
         test::AddCurve(series, {}, { 0, 0, 0 });
     graph.SetDrawOrderTags({ 11, 12, 10, 9 });
-    EXPECT_EQ(OfKind<primitive::Stroke>(Record(graph, kWindow.Size())).size(), 3u)
-        << "tags of its curves stand for nothing";
+    EXPECT_EQ(StrokeColours(graph).size(), 3u) << "tags of its curves stand for nothing";
     auto const surface = std::make_shared<RecordingSurface>(kWindow.Size());
     CDC dc(surface);
     CPort port(&dc, kWindow, kWindow, { 0, 10, 10, 0 });
@@ -189,22 +175,6 @@ TEST(Graph2D, OrdersSeriesPlotsAsAWholeAndDrawsWhatAnOrderLacksLast)
     EXPECT_EQ(strokes[2].points[0], CPoint(0, 300));
 }
 
-using Changes = std::vector<std::pair<char const*, std::function<void()>>>;
-
-void ExpectNewPictures(C2DGraph& graph, Changes const& changes)
-{
-    CDIB before(400, 300, 24);
-    CDIB after(400, 300, 24);
-    graph.Draw(after.GetDC(), kWindow, pmOffScreen);
-    for (auto const& [what, change] : changes) {
-        after.Draw(before.GetDC(), 0, 0);
-        change();
-        graph.Draw(after.GetDC(), kWindow, pmOffScreen);
-        EXPECT_GT(Differences(before, after), 0) << what;
-        EXPECT_FALSE(graph.GetModifiedFlag()) << what;
-    }
-}
-
 TEST(Graph2D, OffScreenPicturesFollowEveryChange)
 {
     C2DGraph graph(1);
@@ -213,69 +183,36 @@ TEST(Graph2D, OffScreenPicturesFollowEveryChange)
     std::unique_ptr<CPlotComponent> removedCurve;
     std::unique_ptr<CPlot> removedPlot;
     std::unique_ptr<CGraphComponent> removedAxes;
-    ExpectNewPictures(graph,
-        {
-            { "colour of a curve", [&] { line.SetColour(RGB(0, 0, 255)); } },
-            { "colour of a component", [&] { graph.GetAxes()->SetColour(RGB(9, 200, 9)); } },
-            { "line type", [&] { line.SetLineType(2); } },
-            { "background of the graph", [&] { graph.SetBkndColour(RGB(200, 200, 200)); } },
-            { "background of the window", [&] { graph.SetWindowBkndColour(RGB(250, 200, 200)); } },
-            { "frame", [&] { graph.SetGraphFrameOn(0); } },
-            { "place",
-                [&] {
-                    graph.SetGraphRect({ 50, 60, 300, 250 });
-                } },
-            { "order",
-                [&] {
-                    graph.SetDrawOrderTags({ 10, 9, 1, 2 });
-                } },
-            { "curve out", [&] { graph.RemovePlotComponent((removedCurve.reset(&line), &line)); } },
-            { "curve in", [&] { other.GetPlot()->AddComponent(removedCurve.release()); } },
-            { "plot out", [&] { graph.RemovePlot((removedPlot.reset(other.GetPlot()), removedPlot.get())); } },
-            { "plot in", [&] { graph.GetPlotArray()->Add(removedPlot.release()); } },
-            { "component out",
-                [&] { graph.RemoveComponent((removedAxes.reset(graph.GetAxes()), removedAxes.get())); } },
-        });
-}
-
-TEST(Graph2D, OffScreenPicturesFollowSettingsThatRaiseNoFlagOfTheirOwn)
-{
-    C2DGraph graph(1);
-    auto const add = [&graph](ItemType type) -> CPlotComponent& {
-        return test::AddCurve(*graph.AddPlot(type), { 1, 2, 3 }, { 2, 5, 4 });
+    std::pair<char const*, std::function<void()>> const changes[] = {
+        { "colour of a curve", [&] { line.SetColour(RGB(0, 0, 255)); } },
+        { "colour of a component", [&] { graph.GetAxes()->SetColour(RGB(9, 200, 9)); } },
+        { "line type", [&] { line.SetLineType(2); } },
+        { "filling", [&] { line.SetFillOn(1); } },
+        { "background of the graph", [&] { graph.SetBkndColour(RGB(200, 200, 200)); } },
+        { "background of the window", [&] { graph.SetWindowBkndColour(RGB(250, 200, 200)); } },
+        { "frame", [&] { graph.SetGraphFrameOn(0); } },
+        { "turned labels", [&] { graph.GetAxes()->SetLabelsHorizontal(0); } },
+        { "place", [&] { graph.SetGraphRect(CRect(50, 60, 300, 250)); } },
+        { "order",
+            [&] {
+                graph.SetDrawOrderTags(CDWordArray { 10, 9, 1, 2 });
+            } },
+        { "curve out", [&] { graph.RemovePlotComponent((removedCurve.reset(&line), &line)); } },
+        { "curve in", [&] { other.GetPlot()->AddComponent(removedCurve.release()); } },
+        { "plot out", [&] { graph.RemovePlot((removedPlot.reset(other.GetPlot()), removedPlot.get())); } },
+        { "plot in", [&] { graph.GetPlotArray()->Add(removedPlot.release()); } },
+        { "component out", [&] { graph.RemoveComponent((removedAxes.reset(graph.GetAxes()), removedAxes.get())); } },
     };
-    auto& line = static_cast<C2DLine&>(add(it2DLinePlot));
-    line.SetFillColour(RGB(100, 200, 100));
-    line.SetBorderColour(RGB(200, 0, 200));
-    line.SetUseFillRange(1);
-    line.SetFillRange(1.5, 2.5);
-    auto& text = static_cast<C2DTextCurve&>(add(it2DTextPlot));
-    text.SetText({ "one", "two", "three" });
-    auto& bar = static_cast<C2DBarCurve&>(add(it2DBarPlot));
-    auto& stacked = static_cast<C2DStackedBarCurve&>(add(it2DStackedBarPlot));
-    add(it2DAreaPlot).SetColour(RGB(1, 100, 1));
-    auto& area = static_cast<C2DAreaPlot&>(*graph.GetPlotArray()->GetAt(4));
-    graph.GetGrid()->SetOn(1);
-    ExpectNewPictures(graph,
-        { { "fill", [&] { line.SetFillOn(1); } }, { "fill pattern", [&] { line.SetFillPattern(kSolidFillPattern); } },
-            { "boundary", [&] { line.SetFillBoundaryOn(1); } },
-            { "side", [&] { line.SetBaselineShadeMode(C2DLine::bsBelow); } },
-            { "polygon", [&] { line.SetShadeMode(C2DLine::shClosed); } }, { "scale", [&] { line.SetYScaleMode(1); } },
-            { "texts",
-                [&] {
-                    text.SetText({ "four", "", "five" });
-                } },
-            { "vertical", [&] { text.SetVertAlignment(C2DTextCurve::alTop); } },
-            { "horizontal", [&] { text.SetHorzAlignment(C2DTextCurve::alRight); } },
-            { "font", [&] { text.SetFont(CFontData("Serif", 700, 0, 2.0)); } },
-            { "turned", [&] { text.SetRotate(1); } }, { "bar pattern", [&] { bar.SetFillPattern(4); } },
-            { "stack pattern", [&] { stacked.SetFillPattern(5); } },
-            { "percent",
-                [&] {
-                    static_cast<C2DStackedBarPlot&>(*stacked.GetPlot()).SetPlotStyle(C2DStackedBarPlot::psPercent);
-                } },
-            { "borders", [&] { area.SetDrawBorders(0); } },
-            { "turned labels", [&] { graph.GetAxes()->SetLabelsHorizontal(0); } } });
+    CDIB before(400, 300, 24);
+    CDIB after(400, 300, 24);
+    graph.Draw(after.GetDC(), kWindow, pmOffScreen);
+    for (auto const& [what, change] : changes) {
+        after.Draw(before.GetDC(), 0, 0);
+        change();
+        graph.Draw(after.GetDC(), kWindow, pmOffScreen);
+        EXPECT_NE(before.EncodeBmp(), after.EncodeBmp()) << what;
+        EXPECT_FALSE(graph.GetModifiedFlag()) << what;
+    }
 }
 
 /// Two labelled ticks an axis, a line from corner to corner, a legend and a caption; every length can be worked out.
@@ -348,77 +285,6 @@ TEST(Graph2D, PutsEveryPrimitiveWhereItBelongsInAWindowThatIsNotAtTheOrigin)
     graph->SetGraphRect({ 100, 100, 300, 200 });
     graph->Draw(&dc, kPlace, pmDirect);
     EXPECT_EQ(graph->GetAxesExtent(), CRect(100, 100, 300, 200)) << "counts from the window's corner, too";
-}
-
-TEST(Graph2D, MeasuresALegendBeforeItsFirstDrawAndLeavesNoTraceWhereItWas)
-{
-    CDIB moved(400, 300, 24);
-    CDIB fresh(400, 300, 24);
-    CPoint const elsewhere(60, 200);
-    C2DGraph graph(1);
-    AddLine(graph, { { 0, 0 }, { 10, 10 } });
-    graph.LayOut(moved.GetDC(), kWindow);
-    EXPECT_EQ(graph.GetDC(), nullptr);
-    CRect const axes = graph.GetAxesRect();
-    CSize const size = graph.GetLegend()->Measure(moved.GetDC());
-    graph.GetLegend()->Create({ axes.right - size.cx, axes.top });
-    graph.Draw(moved.GetDC(), kWindow, pmOffScreen);
-    EXPECT_EQ(graph.GetAxesRect(), axes);
-    EXPECT_EQ(graph.GetLegend()->GetRect(), CRect(axes.right - size.cx, axes.top, axes.right, axes.top + size.cy));
-    graph.GetLegend()->SetRect({ elsewhere, CSize() });
-    graph.Draw(moved.GetDC(), kWindow, pmOffScreen);
-
-    C2DGraph other(1);
-    AddLine(other, { { 0, 0 }, { 10, 10 } });
-    other.GetLegend()->Create(elsewhere);
-    other.Draw(fresh.GetDC(), kWindow, pmOffScreen);
-    EXPECT_EQ(Differences(moved, fresh), 0);
-    // A layout for another window is not taken for that of the picture that is kept.
-    graph.LayOut(moved.GetDC(), { 0, 0, 900, 900 });
-    graph.Draw(moved.GetDC(), kWindow, pmOffScreen);
-    EXPECT_EQ(Differences(moved, fresh), 0);
-}
-
-TEST(Graph2D, TakesOverTheSettingsOfOtherAxesButKeepsItsOwnObject)
-{
-    C2DGraph graph(1);
-    CAxes* const own = graph.GetAxes();
-    CAxes other(&graph);
-    other.SetXAxisTitle("Other");
-    other.SetNumYMajorTicks(9);
-    graph.ReplaceAxes(&other);
-    EXPECT_EQ(graph.GetAxes(), own);
-    EXPECT_EQ(own->GetTag(), 2u);
-    EXPECT_EQ(own->GetXAxisTitle(), CString("Other"));
-    EXPECT_EQ(own->GetNumYMajorTicks(), 9);
-}
-
-struct Listener : CObject {
-    void Drawn() { ++calls; }
-    void DestroyGraph() { graph.reset(); }
-    void Listen(void (Listener::*method)())
-    {
-        graph->SetGraphDrawnCallback(this, static_cast<void (CObject::*)()>(method));
-    }
-    int calls = 0;
-    std::unique_ptr<C2DGraph> graph = std::make_unique<C2DGraph>(1);
-};
-
-TEST(Graph2D, CallsBackAfterEveryDrawEvenWhenTheCallDestroysTheGraph)
-{
-    Listener listener;
-    CDIB target(400, 300, 24);
-    listener.Listen(&Listener::Drawn);
-    listener.graph->Draw(target.GetDC(), kWindow, pmOffScreen);
-    listener.graph->Draw(target.GetDC(), kWindow, pmDirect);
-    listener.graph->Draw(target.GetDC(), CRect(), pmDirect);
-    listener.graph->DrawEmbedded(target.GetDC(), kWindow, kWindow);
-    listener.graph->DrawEmbedded(target.GetDC(), CRect(), kWindow);
-    listener.graph->DrawEmbedded(target.GetDC(), kWindow, CRect());
-    EXPECT_EQ(listener.calls, 3);
-    listener.Listen(&Listener::DestroyGraph);
-    listener.graph->Draw(target.GetDC(), kWindow, pmOffScreen);
-    EXPECT_FALSE(listener.graph);
 }
 
 } // namespace

@@ -90,14 +90,6 @@ Variant const kVariants[] = {
         "290,120-286,120  0 15 279,113  290,70-287,70  290,20-286,20  5 15 279,13  across 15 151,220#3  "
         "^up 15 35,107#3",
         "35,13-357,235" },
-    { "titles over the other parts of the axes",
-        [](CAxes& a) {
-            a.SetXAxisTitle("across"), a.SetYAxisTitle("up"), a.SetIntersectMode(1), a.SetIntersect({ 2, 3 });
-        },
-        "50,60-350,60  110,220-110,20  50,60-50,64  0 15 47,65  125,60-125,63  200,60-200,64  5 15 197,65  "
-        "275,60-275,63  350,60-350,64  10 15 343,65  110,220-106,220  -5 15 95,213  110,170-107,170  "
-        "110,120-106,120  0 15 99,113  110,70-107,70  110,20-106,20  5 15 99,13  across 15 211,220  ^up 15 35,147",
-        "35,13-357,235" },
     { "minor labels",
         [](CAxes& a) {
             a.SetXMinorLabelsOn(1), a.SetYMinorLabelsOn(1), a.SetNumYMajorTicks(2);
@@ -116,14 +108,6 @@ Variant const kVariants[] = {
         "50,220-46,220  -5 15 35,213  50,170-47,170  50,120-46,120  0 15 39,113  50,70-47,70  50,20-46,20  "
         "5 15 39,13  x 15 197,241",
         "35,13-357,256" },
-    { "turned above",
-        [](CAxes& a) {
-            a.SetXLabelPlacement(CAxes::lpAbove), a.SetLabelsHorizontal(0), a.SetMinorLabelsHorizontal(0);
-            a.SetXMinorLabelsOn(1), a.SetYAxisOn(0), a.SetIntersectMode(1), a.SetIntersect({ 0, 5 });
-        },
-        "50,20-350,20  50,20-50,16  ^0 15 43,17  125,20-125,17  ^2.5 13 118,18  200,20-200,16  ^5 15 193,17  "
-        "275,20-275,17  ^7.5 13 268,18  350,20-350,16  ^10 15 343,17",
-        "47,-1-357,220" },
     { "other sides",
         [](CAxes& a) {
             a.SetXLabelPlacement(CAxes::lpAbove), a.SetYLabelPlacement(CAxes::lpRight);
@@ -179,19 +163,6 @@ Variant const kVariants[] = {
         "250,220-250,223  08 13 243,224  300,220-300,223  16 13 293,224  50,220-46,220  -5 15 35,213  50,170-47,170  "
         "50,120-46,120  0 15 39,113  50,70-47,70  50,20-46,20  5 15 39,13",
         "35,13-359,240" },
-    { "divisions of dates",
-        [](CAxes& a) {
-            a.SetXTimeUnitsOn(1), a.SetXAxisRange(2, 4), a.SetXMinorLabelsOn(1), a.SetXLabelDateFormat("%d.");
-            a.SetXLabelTimeFormat(""), a.SetXMinorLabelDateFormat("%H"), a.SetXMinorLabelTimeFormat("%M");
-        },
-        "50,220-350,220  50,220-50,20  50,220-50,224  01. 15 41,225  125,220-125,223  12 00 13 110,224  "
-        "200,220-200,224  02. 15 191,225  275,220-275,223  12 00 13 260,224  350,220-350,224  03. 15 341,225  "
-        "50,220-46,220  -5 15 35,213  50,170-47,170  50,120-46,120  0 15 39,113  50,70-47,70  50,20-46,20  5 15 39,13",
-        "35,13-359,240" },
-    { "no dates", [](CAxes& a) { a.SetXTimeUnitsOn(1), a.SetXAxisRange(-1e7, 3e7), a.SetXLabels({ "mine" }); },
-        "50,220-350,220  50,220-50,20  200,220-200,224  Invalid Date Range 15 145,225  50,220-46,220  -5 15 35,213  "
-        "50,170-47,170  50,120-46,120  0 15 39,113  50,70-47,70  50,20-46,20  5 15 39,13",
-        "35,13-350,240" },
     { "no axis lines",
         [](CAxes& a) {
             a.SetXAxisOn(0), a.SetYAxisOn(0), a.SetYLabelsOn(1), a.SetXAxisTitle("x"), a.SetYAxisTitle("y");
@@ -267,13 +238,11 @@ TEST_F(AxesDraw, CheckingTheDateRangeDrawsWhatIsWrongAndKeepsTheLabels)
     m_axes.GetXLabels(labels);
     EXPECT_EQ(labels, CStringArray({ "mine" }));
     EXPECT_EQ(test::Figure(m_axes.GetExtentRect()), "0,0-0,0") << "extents stay";
-    EXPECT_EQ(m_axes.CheckDateRange(nullptr), 0);
-    m_axes.SetXAxisRange(0, 40000);
-    EXPECT_EQ(m_axes.CheckDateRange(&port), 1);
-    m_axes.SetXAxisRange(-1e7, 40000);
-    EXPECT_EQ(m_axes.CheckDateRange(&port), 0);
-    m_axes.SetXAxisRange(0, 1e7);
-    EXPECT_EQ(m_axes.CheckDateRange(&port), 0);
+    for (auto const& [min, max, valid] :
+        { std::tuple(0.0, 40000.0, 1), { -1e7, 40000.0, 0 }, { 0.0, 1e7, 0 }, { -1e7, 3e7, 0 } }) {
+        m_axes.SetXAxisRange(min, max);
+        EXPECT_EQ(m_axes.CheckDateRange(nullptr), valid);
+    }
 }
 
 TEST_F(AxesDraw, PolarGraphsHaveNoRectangularAxes)
@@ -297,15 +266,11 @@ TEST_F(AxesDraw, RangeOperationsReadAndSetTheAxisThatTheyName)
     double x[2], y[2];
     CRealPoint crossing;
     m_axes.Get(x[0], x[1], y[0], y[1], crossing);
-    EXPECT_THAT(x, ElementsAre(1, 3));
-    EXPECT_THAT(y, ElementsAre(5, 9));
-    EXPECT_EQ(crossing, CRealPoint(2, 6));
+    EXPECT_THAT((std::vector { x[0], x[1], y[0], y[1], crossing.x, crossing.y }), ElementsAre(1, 3, 5, 9, 2, 6));
     EXPECT_EQ(m_axes.GetRange(CAxes::atX), 2);
     EXPECT_EQ(m_axes.GetRange(CAxes::atY), 4);
     EXPECT_EQ(m_axes.GetRange(kNone), 0);
-    m_axes.SetModified(0);
     m_axes.SetTickRange(CAxes::atY, 6, 7);
-    EXPECT_TRUE(m_axes.Modified());
     m_axes.GetTickRange(CAxes::atY, 0, y[0], y[1]);
     EXPECT_THAT(y, ElementsAre(6, 7));
     for (auto const& [v, within] : { std::pair(5.9, 0), { 6.0, 1 }, { 7.0, 1 }, { 7.1, 0 } })
@@ -316,8 +281,7 @@ TEST_F(AxesDraw, RangeOperationsReadAndSetTheAxisThatTheyName)
     EXPECT_THAT(y, ElementsAre(4, 8));
     for (CRealPoint const& outside : { CRealPoint(0.9, 6), { 3.1, 6 }, { 2, 4.9 }, { 2, 9.1 } })
         EXPECT_EQ(m_axes.IsClipped(outside), 1) << outside.x;
-    for (CRealPoint const& inside : { CRealPoint(1, 5), { 3, 9 } })
-        EXPECT_EQ(m_axes.IsClipped(inside), 0);
+    EXPECT_EQ(m_axes.IsClipped({ 1, 5 }) + m_axes.IsClipped({ 3, 9 }), 0);
     m_axes.SetXAxisRange(1.7e308, 1.79e308);
     m_axes.GetRange(CAxes::atX, CAxes::rmTidy, x[0], x[1]);
     EXPECT_THAT(x, ElementsAre(1.7e308, 1.79e308)) << "too large to be widened";
@@ -390,11 +354,9 @@ TEST_F(AxesDraw, LogarithmicRangesAreWholeDecadesAndAtLeastOne)
     };
     for (Case const& c : { Case { 0.3, 7.2, 0, 8 }, Case { 2, 2, 2, 3 }, Case { -1.5, -1.2, -2, -1 } }) {
         m_axes.SetXAxisRange(c.min, c.max);
-        double min = 0;
-        double max = 0;
-        m_axes.GetLogRange(CAxes::atX, min, max);
-        EXPECT_EQ(min, c.decadeMin);
-        EXPECT_EQ(max, c.decadeMax);
+        std::pair<double, double> decades;
+        m_axes.GetLogRange(CAxes::atX, decades.first, decades.second);
+        EXPECT_EQ(decades, std::make_pair(c.decadeMin, c.decadeMax));
     }
 }
 
@@ -417,32 +379,6 @@ TEST_F(AxesDraw, AUserPointOutsideTheRangesGivesWayToTheAutomaticOne)
         EXPECT_EQ(m_axes.GetXAxisEnd(), CRealPoint(10, crossing.y));
         EXPECT_EQ(m_axes.GetYAxisStart(), CRealPoint(crossing.x, -5));
         EXPECT_EQ(m_axes.GetYAxisEnd(), CRealPoint(crossing.x, 5));
-    }
-}
-
-TEST_F(AxesDraw, UnreasonableRangesAndSizesDrawWithoutFaults)
-{
-    double const largest = std::numeric_limits<double>::max();
-    double const nan = std::numeric_limits<double>::quiet_NaN();
-    double const infinity = std::numeric_limits<double>::infinity();
-    std::pair<double, double> const ranges[] = { { -largest, largest }, { nan, nan }, { 0, infinity }, { 5, -5 },
-        { 1e300, 1e300 }, { 5e-324, 1e-323 }, { largest, largest } };
-    for (auto const& [min, max] : ranges) {
-        for (int const flags : { 0, 1, 2, 3, 4, 5, 6, 7 }) {
-            m_axes.SetXAxisRange(min, max);
-            m_axes.SetYAxisRange(min, max);
-            m_axes.SetXAxisRangeMode(flags & 2);
-            m_axes.SetXAxisScaleMode(flags & 1);
-            m_axes.SetYAxisScaleMode(flags & 1);
-            m_axes.SetXTimeUnitsOn(flags & 4);
-            m_axes.SetXMajorTickScaleFac(max);
-            m_axes.SetLabelsFont({ "Arial", 400, 0, flags & 4 ? nan : 0.0 });
-            Draw();
-            double low = 0;
-            double high = 0;
-            m_axes.GetRange(CAxes::atX, 0, low, high);
-            EXPECT_FALSE(low == high) << min;
-        }
     }
 }
 

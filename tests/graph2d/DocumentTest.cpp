@@ -52,9 +52,8 @@ std::unique_ptr<C2DGraph> MakeFullGraph()
     line.SetTitle("Höhe");
     line.SetLineType(2);
     line.SetFillOn(1);
-    auto& series = static_cast<C2DSeriesPlot&>(*graph->AddPlot(it2DLineSeriesPlot));
-    series.SetNumPts(4);
-    series.CreateCurve()->SetDataSourceType(CPlotComponent::dsTable);
+    for (ItemType const type : { it2DLineSeriesPlot, it2DAreaPlot, it2DStackedBarPlot, it2DErrorBarPlot })
+        test::AddCurve(*graph->AddPlot(type), { 0, 1, 2 }, { 3, -1, 2 });
     graph->UpdatePlots();
     graph->AddCaption({ 10, 10 });
     graph->GetLegend()->Create({ 20, 20 });
@@ -132,42 +131,6 @@ TEST(Document, DamagedBytesNeverCrashAndWhatLoadsCanBeDrawn)
             e->Delete();
         }
     }
-}
-
-TEST(Document, RepeatedTagsOfADrawOrderCountOnce)
-{
-    C2DGraph graph(1);
-    graph.SetDrawOrderTags({ 2, 1, 3 });
-    Bytes bytes = Store(graph);
-    // The order ends the document: 16 bits of count and 32 bits a tag.
-    bytes[bytes.size() - 4] = std::byte { 2 };
-    auto const loaded = Load(bytes, CGraph::kClass);
-    CDWordArray tags;
-    static_cast<C2DGraph&>(*loaded).GetDrawOrderTags(tags);
-    EXPECT_EQ(tags, (CDWordArray { 2, 1 }));
-}
-
-TEST(Document, EdgesOfARectangleThatAreFarAwayAreLimited)
-{
-    C2DGraph graph(1);
-    graph.SetGraphRect({ 0x1234567, -0x1234567, 0x7FFFFFFF, 5 });
-    auto const loaded = Load(Store(graph), CGraph::kClass);
-    EXPECT_EQ(static_cast<CGraph&>(*loaded).GetGraphRect(), CRect(32000, -32000, 32000, 5));
-}
-
-TEST(Document, PlotArraysHoldPlotsOnly)
-{
-    CPlotArray plots;
-    plots.Add(new CPlot);
-    Bytes bytes = Store(plots);
-    // The class name of the one element is of the same length as another registered class's.
-    std::string text(reinterpret_cast<char const*>(bytes.data()), bytes.size());
-    std::size_t const at = text.find("CPlot", text.find("CPlotArray") + 10);
-    ASSERT_NE(at, std::string::npos);
-    std::string const axes = "CAxes";
-    for (std::size_t i = 0; i < axes.size(); ++i)
-        bytes[at + i] = static_cast<std::byte>(axes[i]);
-    EXPECT_TRUE(LoadFails(bytes));
 }
 
 } // namespace

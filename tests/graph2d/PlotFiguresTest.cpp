@@ -595,28 +595,20 @@ TEST(TextFigures, HangFromTheirPointsOrStandOnThem)
 TEST(TextFigures, AreAlignedAtTheirPoints)
 {
     using A = C2DTextCurve;
-    struct Case {
-        A::Alignment vertical;
-        A::Alignment horizontal;
-        CPoint plain;
-        CPoint turned;
-    };
-    // Of a text 31 wide and 15 high at (100, 100).
-    Case const cases[] = {
-        { A::alBottom, A::alLeft, { 100, 85 }, { 100, 100 } },
-        { A::alBottom, A::alRight, { 69, 85 }, { 85, 100 } },
-        { A::alTop, A::alCentre, { 85, 100 }, { 93, 131 } },
-        { A::alCentre, A::alLeft, { 100, 93 }, { 100, 115 } },
-    };
     C2DTextCurve curve;
-    for (Case const& c : cases) {
-        curve.SetVertAlignment(c.vertical);
-        curve.SetHorzAlignment(c.horizontal);
+    // Of a text 31 wide and 15 high at (100, 100), as it is and turned.
+    auto const places = [&curve](A::Alignment vertical, A::Alignment horizontal) {
+        curve.SetVertAlignment(vertical);
+        curve.SetHorzAlignment(horizontal);
         curve.SetRotate(0);
-        EXPECT_EQ(curve.GetTextPosParams({ 100, 100 }, { 31, 15 }), c.plain);
+        CPoint const plain = curve.GetTextPosParams({ 100, 100 }, { 31, 15 });
         curve.SetRotate(1);
-        EXPECT_EQ(curve.GetTextPosParams({ 100, 100 }, { 31, 15 }), c.turned);
-    }
+        return test::Figure(plain) + " " + test::Figure(curve.GetTextPosParams({ 100, 100 }, { 31, 15 }));
+    };
+    EXPECT_EQ(places(A::alBottom, A::alLeft), "100,85 100,100");
+    EXPECT_EQ(places(A::alBottom, A::alRight), "69,85 85,100");
+    EXPECT_EQ(places(A::alTop, A::alCentre), "85,100 93,131");
+    EXPECT_EQ(places(A::alCentre, A::alLeft), "100,93 100,115");
 }
 
 TEST(ErrorBarsAndTexts, ChangeNothingWhenAnArrayIsTooShort)

@@ -175,17 +175,5 @@ TEST(PlotComponentArchive, BothFormsOfTheFourthLayoutAreToldApartWithoutAScriptT
     EXPECT_EQ(curve.GetTag(), 6u);
 }
 
-TEST(PlotComponentArchive, TruncatedBytesFailAtEveryLength)
-{
-    RegisterClasses();
-    for (int const version : { 1, 4, 5 }) {
-        Bytes const bytes = CurveBytes(version, version < 4);
-        for (std::size_t length = 0; length < bytes.Get().size(); ++length) {
-            CPlotComponent curve;
-            EXPECT_FALSE(Load(curve, Bytes::Of(std::span(bytes.Get()).first(length)))) << version << ' ' << length;
-        }
-    }
-}
-
 } // namespace
 } // namespace ombrel

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace ombrel {
 namespace {
@@ -15,15 +16,13 @@ class LineWidth : public testing::Test {
 protected:
     LineWidth()
     {
-        std::string pattern = testing::TempDir() + "ombrel-lines-XXXXXX";
-        m_directory = mkdtemp(pattern.data());
-        SetRegistryFile((m_directory / "registry").string());
+        SetRegistryFile(m_file.string());
         CPreferences::SetGridThicknessScaleFac(2.0F);
     }
     ~LineWidth() override
     {
         SetRegistryFile("");
-        std::filesystem::remove_all(m_directory);
+        std::filesystem::remove(m_file);
     }
     static CDC MakeDC(int across, int down, bool printing)
     {
@@ -33,7 +32,7 @@ protected:
         return CDC(std::make_shared<RecordingSurface>(CSize(100, 100), capabilities, printing));
     }
 
-    std::filesystem::path m_directory;
+    std::filesystem::path m_file = testing::TempDir() + "/ombrel-lines-" + std::to_string(getpid());
 };
 
 TEST_F(LineWidth, FollowsTheCoarserResolutionAndIsAPixelAtLeast)

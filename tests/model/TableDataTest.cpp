@@ -50,17 +50,7 @@ TEST(TableData, SizesThatCannotBeDoNotLoad)
     EXPECT_FALSE(table.HasData());
     EXPECT_EQ(table.GetNumCols(), 0);
     EXPECT_EQ(table.GetOffset(), 3.0);
-}
-
-TEST(TableData, SizesBelowOneGiveAnEmptyTable)
-{
-    CTableData table(2, 2);
-    table.Initialise(0, 5, 1);
-    EXPECT_FALSE(table.HasData());
-    EXPECT_EQ(table.GetNumCols(), 0);
-    EXPECT_EQ(table.GetDataSize(), 0u);
     EXPECT_EQ(CTableData(10, 20).GetDataSize(), 1600u);
-    EXPECT_EQ(CTableData(10, 20).GetAt(9, 19), 0.0);
 }
 
 TEST(TableData, RangeIsSmallestAndLargestValue)

@@ -6,11 +6,11 @@
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DSeriesPlot.h"
 #include "ombrel/graph2d/Axes.h"
-#include "ombrel/platform/framework/Archive.h"
 #include "ombrel/platform/gdi/PageSurface.h"
 #include "ombrel/platform/host/Host.h"
 #include "ombrel/platform/registry/Registry.h"
 #include "ombrel/prefs/Preferences.h"
+#include "tests/model/ArchiveBytes.h"
 
 #include <atomic>
 #include <barrier>
@@ -20,6 +20,7 @@
 #include <map>
 #include <string>
 #include <thread>
+#include <unistd.h>
 
 namespace ombrel {
 namespace {
@@ -83,16 +84,6 @@ std::string Page(C2DGraph& graph, PageFormat format)
     return page->Finish();
 }
 
-std::string Stored(CObject& object)
-{
-    CMemFile file;
-    CArchive ar(&file, CArchive::store);
-    ar.WriteObject(&object);
-    ar.Close();
-    auto const& bytes = file.GetBytes();
-    return { reinterpret_cast<char const*>(bytes.data()), bytes.size() };
-}
-
 /// All that can be made of a graph, by name.
 std::map<std::string, std::string> MakeAll(int look)
 {
@@ -103,10 +94,11 @@ std::map<std::string, std::string> MakeAll(int look)
     made["PDF"] = Page(*graph, PageFormat::Pdf);
     made["PostScript"] = Page(*graph, PageFormat::PostScript);
     made["SVG"] = Page(*graph, PageFormat::Svg);
-    made["document"] = Stored(*graph);
-    CArchive ar(std::as_bytes(std::span(made["document"])));
-    auto const loaded = ar.ReadObject(CGraph::kClass);
-    made["stored again"] = Stored(*loaded);
+    test::Bytes const document = test::Stored(*graph);
+    made["document"] = document.Hex();
+    C2DGraph loaded(1);
+    EXPECT_TRUE(test::Load(loaded, document));
+    made["stored again"] = test::Stored(loaded).Hex();
     return made;
 }
 
@@ -114,16 +106,14 @@ class Threads : public testing::Test {
 protected:
     Threads()
     {
-        std::string pattern = testing::TempDir() + "ombrel-threads-XXXXXX";
-        m_directory = mkdtemp(pattern.data());
-        SetRegistryFile((m_directory / "registry").string());
+        SetRegistryFile(m_file.string());
         CPreferences::SetAxesColour2D(RGB(200, 0, 0));
         CPreferences::SetCurveThicknessScaleFac(3.0F);
     }
     ~Threads() override
     {
         SetRegistryFile("");
-        std::filesystem::remove_all(m_directory);
+        std::filesystem::remove(m_file);
     }
     /// Runs work(thread) in all threads, which start at once.
     template <typename Work> static void RunAtOnce(Work const& work)
@@ -139,7 +129,7 @@ protected:
             thread.join();
     }
 
-    std::filesystem::path m_directory;
+    std::filesystem::path m_file = testing::TempDir() + "/ombrel-threads-" + std::to_string(getpid());
 };
 
 TEST_F(Threads, DrawTheirGraphsAsTheyAreDrawnAlone)

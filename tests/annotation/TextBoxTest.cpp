@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <limits>
+#include <optional>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -16,6 +16,132 @@ namespace {
 
 using test::FramedGraph;
 using test::Recorder;
+
+TEST(CaptionLines, AreCutAtLineFeedsWithoutEmptyOnesAtTheEnd)
+{
+    struct {
+        char const* text;
+        CStringArray lines;
+    } const cases[] = {
+        { "", {} },
+        { "one", { "one" } },
+        { "Hello\r\nWorld\n\n", { "Hello", "World" } },
+        { "\n\nlow", { "", "", "low" } },
+        { "a\n\nb", { "a", "", "b" } },
+        { "\r\n\n\r", {} },
+        { "a\rb", { "ab" } },
+    };
+    for (auto const& c : cases)
+        EXPECT_EQ(SplitCaptionLines(c.text), c.lines) << c.text;
+}
+
+TEST(CaptionLines, LoseNothingOfALineThatIsTooLong)
+{
+    std::u16string const words = std::u16string(250, u'w') + u" next " + std::u16string(400, u'x');
+    std::u16string pairs = u"a";
+    for (int i = 0; i < 200; ++i)
+        pairs += u"\U0001F600";
+    for (std::u16string const& text : { words, pairs, std::u16string(255, u'y'), std::u16string(511, u'z') }) {
+        std::u16string joined;
+        for (CString const& line : SplitCaptionLines(CString(std::u16string_view(text)))) {
+            EXPECT_LE(line.GetLength(), 255);
+            EXPECT_FALSE(line[0] >= 0xDC00 && line[0] <= 0xDFFF) << "a line begins inside a pair";
+            joined += line.View();
+        }
+        EXPECT_EQ(joined, text);
+    }
+    EXPECT_EQ(SplitCaptionLines(CString(std::u16string_view(words)))[0].GetLength(), 251) << "cut after the blank";
+    EXPECT_EQ(SplitCaptionLines(CString(std::u16string_view(std::u16string(255, u'y')))).GetSize(), 1);
+}
+
+TEST(Caption, FrameItsLinesWithASixthOfTheirHeightAround)
+{
+    FramedGraph graph;
+    graph.SetFrame({ 0, 0, 900, 900 });
+    CCaption& caption = *graph.AddCaption({ 100, 50 });
+    caption.SetText("short\r\n\nthe longest of all\n\n");
+    Recorder recorder;
+    auto const texts = recorder.Draw<primitive::Text>(caption);
+    ASSERT_EQ(texts.size(), 2u) << "the empty line draws nothing";
+    // Cells of 15 pixels, three lines, a margin of 45 / 6.
+    EXPECT_EQ(texts[0].at, CPoint(107, 57));
+    EXPECT_EQ(texts[1].at, CPoint(107, 57 + 2 * 15));
+    EXPECT_EQ(caption.GetRect().Size(), caption.Measure(&recorder.Dc()));
+    EXPECT_EQ(caption.GetRect().Height(), 45 + 2 * 7);
+    EXPECT_EQ(recorder.Draw<primitive::Fill>(caption)[0].region.Box(), caption.GetRect());
+    EXPECT_FALSE(recorder.Draw<primitive::Polyline>(caption).empty());
+    caption.SetTransparentBkgnd(1);
+    caption.SetBoundingRectOn(0);
+    EXPECT_EQ(recorder.Draw(caption).size(), 2u) << "just the texts";
+    CRect const rect = caption.GetRect();
+    for (char const* const none : { "", "\n\n" }) {
+        caption.SetText(none);
+        EXPECT_TRUE(recorder.Draw(caption).empty());
+        EXPECT_EQ(caption.GetRect().TopLeft(), rect.TopLeft());
+    }
+    caption.SetText("off");
+    caption.SetOn(0);
+    EXPECT_TRUE(recorder.Draw(caption).empty());
+}
+
+/// The legend or a caption: both keep their place in the same way.
+class AnnotationPlace : public testing::TestWithParam<bool> {
+protected:
+    AnnotationPlace()
+        : m_box(GetParam() ? static_cast<CAnnotation&>(*m_graph.GetLegend()) : *m_graph.AddCaption({ 0, 0 }))
+    {
+        m_graph.List("curve");
+    }
+    CRect DrawIn(CRect const& frame)
+    {
+        m_graph.SetFrame(frame);
+        m_recorder.Draw(m_box);
+        return m_box.GetRect();
+    }
+
+    FramedGraph m_graph;
+    Recorder m_recorder;
+    CAnnotation& m_box;
+};
+
+INSTANTIATE_TEST_SUITE_P(OfBoth, AnnotationPlace, testing::Bool());
+
+TEST_P(AnnotationPlace, FollowsTheGraphUntilItIsMovedOrTheHintKeepsIt)
+{
+    CRect const small(100, 100, 300, 200);
+    CRect const large(0, 0, 400, 400);
+    m_box.Create(CPoint(150, 125));
+    CRect const drawn = DrawIn(small);
+    EXPECT_EQ(drawn.TopLeft(), CPoint(150, 125));
+    CRect const grown = DrawIn(large);
+    EXPECT_EQ(grown.TopLeft(), CPoint(100, 100)) << "a quarter of either side";
+    EXPECT_GT(grown.Height(), drawn.Height()) << "the text grows too";
+    EXPECT_EQ(DrawIn(small), drawn);
+
+    m_box.SetRect({ 200, 150, 999, 999 });
+    EXPECT_EQ(DrawIn(small), CRect(CPoint(200, 150), drawn.Size())) << "the size is the content's";
+    EXPECT_EQ(DrawIn(large).TopLeft(), CPoint(200, 200));
+
+    m_graph.SetHint(ghKeepRects);
+    CRect const kept = DrawIn(small);
+    EXPECT_EQ(kept.TopLeft(), CPoint(200, 200));
+    EXPECT_EQ(kept.Size(), grown.Size()) << "so is the text";
+    m_graph.SetHint(ghResized);
+    EXPECT_EQ(DrawIn(large).TopLeft(), CPoint(200, 400)) << "the fractions have followed the kept rectangle";
+
+    DrawIn(small);
+    m_box.Create(CPoint(150, 125));
+    EXPECT_EQ(DrawIn(large), CRect(CPoint(150, 125), grown.Size())) << "text begins anew, too";
+    // A document that was kept at its place says nothing about the height of text.
+    CLegend loadedLegend;
+    CCaption loadedCaption;
+    CAnnotation& loaded = GetParam() ? static_cast<CAnnotation&>(loadedLegend) : loadedCaption;
+    ASSERT_TRUE(test::Load(loaded, test::Stored(m_box)));
+    loaded.SetGraph(&m_graph);
+    m_graph.SetHint(ghKeepRects);
+    m_recorder.Draw(loaded);
+    EXPECT_EQ(loaded.GetRect(), m_box.GetRect());
+}
 
 TEST(Legend, StacksSamplesAndTitlesByTheHeightOfTheWidestTitle)
 {
@@ -230,39 +356,7 @@ TEST(Legend, TextFollowsTheGraphUpToFourMillimetresOfTheDevice)
     }
 }
 
-TEST(Legend, StandsWhateverADocumentHolds)
-{
-    constexpr int kMax = std::numeric_limits<int>::max();
-    FramedGraph graph;
-    graph.List("");
-    graph.List("two\nlines");
-    graph.List(CString(std::u16string(10000, u'W')));
-    Recorder recorder;
-    for (double const v : { 0.0, std::numeric_limits<double>::quiet_NaN(), -1e300, 1e300 }) {
-        for (CRect const& frame : { CRect(), CRect(0, 0, 900, 900), CRect(kMax, kMax, -kMax, -kMax) }) {
-            graph.SetFrame(frame);
-            test::Bytes const bytes = test::Bytes()
-                                          .Component(0, 1, 1, 7)
-                                          .Int(1, 1, 1, 1)
-                                          .Int(kMax, -kMax, kMax, kMax)
-                                          .Int(0, 0xFFFFFF, 0, 1, 99)
-                                          .Font("", -5, 1, v)
-                                          .Double(v)
-                                          .Point(v, -v)
-                                          .Double(v);
-            CLegend& legend = *graph.GetLegend();
-            ASSERT_TRUE(test::Load(legend, bytes));
-            legend.SetGraph(&graph);
-            recorder.Draw(legend);
-            EXPECT_GE(legend.GetRect().Width(), 0) << "no edge has wrapped round";
-            legend.SetRect({ -kMax, kMax, 0, 0 });
-            recorder.Draw(legend);
-            EXPECT_GT(legend.GetRect().Width(), 0);
-        }
-    }
-}
-
-TEST(Legend, DrawsOnlyWhatCanBeSeen)
+TEST(LegendAndCaption, DrawOnlyWhatCanBeSeen)
 {
     FramedGraph graph;
     CLegend& legend = *graph.GetLegend();
@@ -281,6 +375,15 @@ TEST(Legend, DrawsOnlyWhatCanBeSeen)
     EXPECT_NEAR(static_cast<double>(recorder.Draw<primitive::Text>(legend).size()), 1000 / 18 + 2, 2);
     legend.SetOn(0);
     EXPECT_TRUE(recorder.Draw(legend).empty());
+
+    graph.SetFrame({ 0, 0, 900, 900 });
+    CCaption& caption = *graph.AddCaption({ 0, -5000 });
+    std::u16string lines;
+    for (int i = 0; i < 2000; ++i)
+        lines += u"x\n";
+    caption.SetText(CString(std::u16string_view(lines)));
+    // 1000 pixels of lines of 15, and those that reach in from above and below.
+    EXPECT_NEAR(static_cast<double>(recorder.Draw<primitive::Text>(caption).size()), 1000 / 15 + 3, 1);
 }
 
 } // namespace
