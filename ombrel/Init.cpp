@@ -3,6 +3,7 @@
 #include "ombrel/annotation/ColourKeyArray.h"
 #include "ombrel/annotation/Legend.h"
 #include "ombrel/colour/ColourMap.h"
+#include "ombrel/colour/TextureMap.h"
 #include "ombrel/foundation/CoordTransform.h"
 #include "ombrel/foundation/FontData.h"
 #include "ombrel/foundation/RealTypes.h"
@@ -26,6 +27,7 @@
 #include "ombrel/graph3d/3DPlot.h"
 #include "ombrel/graph3d/Walls.h"
 #include "ombrel/io/ScanTestHeader.h"
+#include "ombrel/io/USGSDEM.h"
 #include "ombrel/io/ZValsFile.h"
 
 namespace ombrel {
@@ -51,7 +53,9 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &CColourKey::kClass,
     &CColourKeyArray::kClass,
     &CColourMap::kClass,
+    &CTextureMap::kClass,
     &CScanTestHeader::kClass,
+    &CUSGSDEM::kClass,
     &CZValsFile::kClass,
     &C2DGraph::kClass,
     &CAxes::kClass,

@@ -40,7 +40,12 @@ Error CResourceException::AsError() const { return { Error::Kind::Resource, GetE
 
 Error CInvalidArgException::AsError() const { return { Error::Kind::Argument, GetErrorMessage().ToUtf8() }; }
 
-Error CUserException::AsError() const { return { Error::Kind::Data, GetErrorMessage().ToUtf8() }; }
+Error CUserException::AsError() const
+{
+    CString text = m_told;
+    text.Replace("\n", " ");
+    return { Error::Kind::Data, text.ToUtf8() };
+}
 
 Error COleDispatchException::AsError() const { return { Error::Kind::Data, GetErrorMessage().ToUtf8() }; }
 

@@ -43,6 +43,12 @@ Installed<StringResourceFunction>& TheStringResources()
     return function;
 }
 
+Installed<OutputFunction>& TheOutput()
+{
+    static Installed<OutputFunction> function;
+    return function;
+}
+
 /// The texts without which settings could not be kept; null for other numbers.
 char const* BuiltInText(UINT id)
 {
@@ -86,6 +92,16 @@ void MessageBox(CString const& text, CString const& title, UINT style)
         function(text, title, style);
     else
         std::fprintf(stderr, "%s: %s\n", title.ToUtf8().c_str(), text.ToUtf8().c_str());
+}
+
+void SetOutputFunction(OutputFunction function) { TheOutput().Set(std::move(function)); }
+
+void WriteOutput(CString const& text)
+{
+    if (auto const function = TheOutput().Get())
+        function(text);
+    else
+        std::fputs(text.ToUtf8().c_str(), stdout);
 }
 
 bool LoadStringResource(UINT id, CString& text)

@@ -20,6 +20,12 @@ OMBREL_EXPORT void SetStringResourceFunction(StringResourceFunction function);
 
 OMBREL_EXPORT void MessageBox(CString const& text, CString const& title, UINT style);
 
+/// Takes what a call tells beside its work, a text with its line break at the end.
+using OutputFunction = std::function<void(CString const& text)>;
+/// As above; the built-in one writes to standard output.
+OMBREL_EXPORT void SetOutputFunction(OutputFunction function);
+OMBREL_EXPORT void WriteOutput(CString const& text);
+
 /// The text of a string resource: the host's, else the library's built-in text for 1003, 1005, 1006 and 1007.
 /// False, and text untouched, when there is neither.
 OMBREL_EXPORT bool LoadStringResource(UINT id, CString& text);
