@@ -71,11 +71,8 @@ TEST(Port, MapsRealPointsOntoThePixelsOfTheMapRectangle)
         EXPECT_EQ(CPoint(port.UnitsToWindow(p)), device) << p.x;
         EXPECT_EQ(CPoint(CPort::UnitsToWindow(p, CRect(), kMap, kReal)), device) << p.x;
     }
-    EXPECT_EQ(port.UnitsToWindowLength(2.5), 100);
-    EXPECT_EQ(port.UnitsToWindowHeight(-1.0), 30);
-    EXPECT_EQ(port.UnitsToWindow(CRealSize(2.5, 1.0)), CSize(100, 30));
-    EXPECT_DOUBLE_EQ(port.WindowToUnitsLength(-80), 2.0);
-    EXPECT_DOUBLE_EQ(port.WindowToUnitsHeight(30), 1.0);
+    EXPECT_EQ(port.UnitsToWindow(CRealSize(2.5, -1.0)), CSize(100, 30));
+    EXPECT_EQ(port.WindowToUnits(CSize(-80, 30)), CRealSize(2.0, 1.0));
     EXPECT_GT(port.WindowToUnitsHeight(std::numeric_limits<int>::min()), 7e7);
 }
 
@@ -141,7 +138,6 @@ TEST(Port, APolylineGoesOnBehindTheClipRectangle)
     recorded.port.LineTo(CRealPoint(7, 8));
     EXPECT_EQ(recorded.TakeLines(),
         (Lines { { { 100, 110 }, { 300, 110 } }, { { 300, 110 }, { 300, 50 } }, { { 380, 50 }, { 380, 110 } } }));
-
     // The position is known when clipping starts in the middle, and without clipping lines are whole.
     CRect clip;
     recorded.port.SetClipRect(nullptr);
@@ -164,10 +160,6 @@ TEST(Port, PixelsOnTheRightAndBottomEdgesAreClipped)
     for (CPoint const p : corners)
         recorded.port.SetPixel(p.x, p.y, 0);
     EXPECT_EQ(recorded.TakePixels(), (std::vector<CPoint> { { 100, 50 }, { 499, 349 } }));
-    recorded.port.SetClipRect(nullptr);
-    for (CPoint const p : corners)
-        recorded.port.SetPixel(p.x, p.y, 0);
-    EXPECT_EQ(recorded.TakePixels().size(), 5U);
 }
 
 TEST(Port, DottedLinesSetEverySecondOrThirdPixelAndAreNotClipped)
@@ -196,8 +188,7 @@ TEST(Port, TextExtentsAreRealAndTurnWithTheText)
     EXPECT_DOUBLE_EQ(upright.cy, pixels.cx / 30.0);
     recorded.port.TextOutW("Label", CRealPoint(5, 5));
     auto const texts = test::OfKind<primitive::Text>(recorded.surface->Primitives());
-    ASSERT_EQ(texts.size(), 1U);
-    EXPECT_EQ(texts[0].text, "Label");
+    EXPECT_EQ(texts.at(0).text, "Label");
     EXPECT_EQ(texts[0].at, CPoint(300, 200));
 }
 

@@ -1,6 +1,6 @@
 #include "ombrel/foundation/Utils.h"
-#include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/RecordingSurface.h"
+#include "tests/platform/gdi/Picture.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -12,11 +12,8 @@ constexpr int kFar = 2147483647;
 
 TEST(UtilsGeometry, SegmentsIntersectInWholePixels)
 {
-    struct {
-        CPoint a1, a2, b1, b2;
-        int result;
-        CPoint p;
-    } const cases[] = {
+    using Case = std::tuple<CPoint, CPoint, CPoint, CPoint, int, CPoint>;
+    Case const cases[] = {
         { { 0, 0 }, { 10, 10 }, { 0, 10 }, { 10, 0 }, 1, { 5, 5 } },
         { { 0, 0 }, { 10, 0 }, { 0, 5 }, { 10, 5 }, 2, {} },
         { { 0, 0 }, { 10, 0 }, { 5, 0 }, { 20, 0 }, 2, {} },
@@ -27,13 +24,11 @@ TEST(UtilsGeometry, SegmentsIntersectInWholePixels)
         { { 0, 0 }, { 10, 0 }, { 10, 0 }, { 10, 9 }, 1, { 10, 0 } },
         { { -kFar, -kFar }, { kFar, kFar }, { -kFar, kFar }, { kFar, -kFar }, 1, { 0, 0 } },
     };
-    for (auto const& c : cases) {
+    for (auto const& [a1, a2, b1, b2, result, crossing] : cases) {
         CPoint p;
-        EXPECT_EQ(CVUtils::LinesIntersect(c.a1, c.a2, c.b1, c.b2, p), c.result) << c.a2.x << ' ' << c.a2.y;
-        if (c.result == 1) {
-            EXPECT_EQ(p.x, c.p.x);
-            EXPECT_EQ(p.y, c.p.y);
-        }
+        EXPECT_EQ(CVUtils::LinesIntersect(a1, a2, b1, b2, p), result) << a2.x << ' ' << a2.y;
+        if (result == 1)
+            EXPECT_EQ(p, crossing) << p.x << ' ' << p.y;
     }
 }
 
@@ -76,8 +71,7 @@ TEST(UtilsGeometry, NormalsHaveUnitLengthAndFollowTheOrderOfTheCorners)
 
 TEST(UtilsGeometry, BilinearInterpolationMeetsTheCorners)
 {
-    double const corners[][3] = { { 0, 0, 1 }, { 1, 0, 2 }, { 1, 1, 4 }, { 0, 1, 8 } };
-    for (auto const& [x, y, z] : corners)
+    for (auto const& [x, y, z] : { std::tuple(0, 0, 1), std::tuple(1, 0, 2), std::tuple(1, 1, 4), std::tuple(0, 1, 8) })
         EXPECT_EQ(CVUtils::InterpolateBilinear(1, 2, 4, 8, x, y), z);
     EXPECT_EQ(CVUtils::InterpolateBilinear(1, 2, 4, 8, 0.5, 0.5), 3.75);
 }
@@ -97,25 +91,6 @@ TEST(UtilsGeometry, NormalisedPositionsTurnBack)
     EXPECT_FALSE(CVUtils::CheckSize(CRect(1, 2, 1, 5)));
     EXPECT_TRUE(CVUtils::CheckSize(CRect(5, 5, 1, 1)));
 }
-
-constexpr COLORREF kWhite = 0xFFFFFF;
-
-/// A white bitmap with a device context that draws on it.
-struct Canvas {
-    Canvas(int width, int height)
-    {
-        bitmap.CreateBitmap(width, height, 32);
-        dc.SelectObject(&bitmap);
-        dc.FillSolidRect(CRect(0, 0, width, height), kWhite);
-    }
-    auto Count(COLORREF colour) const
-    {
-        Raster const& raster = *bitmap.GetRaster();
-        return std::count(raster.Row(0), raster.Row(raster.Height()), Raster::FromColour(colour));
-    }
-    CBitmap bitmap;
-    CDC dc;
-};
 
 TEST(UtilsDrawing, MillimetresFollowTheDeviceOrItsLogicalInches)
 {
@@ -155,45 +130,35 @@ TEST(UtilsDrawing, FontsComeFromTheirDescription)
     CHOOSEFONT dialog;
     CVUtils::InitCHOOSEFONT(dialog, chosen, "Arial", 400, 0);
     EXPECT_EQ(dialog.lpLogFont, &chosen);
-    EXPECT_EQ(chosen.lfHeight, 13);
-    EXPECT_EQ(chosen.lfUnderline, 0);
+    EXPECT_EQ(chosen.lfHeight + chosen.lfUnderline, 13);
 }
 
 TEST(UtilsDrawing, FramesAreClosedOnePixelWideOutlines)
 {
-    Canvas canvas(20, 20);
-    CVUtils::DrawRect(&canvas.dc, CRect(3, 4, 12, 14));
+    Picture picture(7, 5);
+    CVUtils::DrawRect(&picture.DC(), CRect(1, 1, 5, 3));
     // Unlike a filled rectangle's, the right and bottom edges are drawn on.
-    for (CPoint const p : { CPoint(3, 4), CPoint(12, 4), CPoint(12, 14), CPoint(3, 14), CPoint(7, 14), CPoint(12, 9) })
-        EXPECT_EQ(canvas.dc.GetPixel(p.x, p.y), 0U) << p.x << ' ' << p.y;
-    EXPECT_EQ(canvas.Count(0), 2 * (9 + 10));
+    EXPECT_EQ(picture.Rows(), ".......\n.#####.\n.#...#.\n.#####.\n.......\n");
 }
 
 TEST(UtilsDrawing, DottedLinesSetEveryOtherPixelFromTheFirst)
 {
-    Canvas canvas(20, 5);
-    CVUtils::LineDDA(2, 1, 9, 1, 99, &canvas.dc, RGB(255, 0, 0));
-    for (int x = 0; x < 20; ++x)
-        EXPECT_EQ(canvas.dc.GetPixel(x, 1), x == 2 || x == 4 || x == 6 || x == 8 ? RGB(255, 0, 0) : kWhite) << x;
-    EXPECT_EQ(canvas.Count(RGB(255, 0, 0)), 4);
+    Picture picture(12, 2);
+    CVUtils::LineDDA(2, 1, 9, 1, 99, &picture.DC(), kPenColour);
+    EXPECT_EQ(picture.Rows(), "............\n..#.#.#.#...\n");
 }
 
 TEST(UtilsDrawing, TransparentPixelsShowTheBackground)
 {
     constexpr COLORREF kKey = RGB(255, 0, 255);
-    Canvas picture(4, 3);
-    picture.dc.FillSolidRect(CRect(0, 0, 4, 3), kKey);
-    picture.dc.SetPixel(1, 0, RGB(10, 20, 30));
-    picture.dc.SetPixel(3, 1, 0);
-    picture.dc.SetPixel(0, 2, RGB(254, 0, 255));
-    Canvas canvas(10, 10);
-    canvas.dc.FillSolidRect(CRect(0, 0, 10, 10), RGB(0, 128, 0));
-    CVUtils::DrawTransparentBitmap(&canvas.dc, &picture.bitmap, 5, 6, kKey);
-    EXPECT_EQ(canvas.dc.GetPixel(6, 6), RGB(10, 20, 30));
-    EXPECT_EQ(canvas.dc.GetPixel(8, 7), 0U);
-    EXPECT_EQ(canvas.dc.GetPixel(5, 8), RGB(254, 0, 255));
-    EXPECT_EQ(canvas.Count(RGB(0, 128, 0)), 97);
-    EXPECT_EQ(picture.Count(kKey), 9);
+    Picture source(4, 3);
+    source.DC().FillSolidRect({ 0, 0, 4, 3 }, kKey);
+    source.DC().SetPixel(1, 0, kPenColour);
+    source.DC().SetPixel(3, 1, kBrushColour);
+    source.DC().SetPixel(0, 2, RGB(254, 0, 255));
+    Picture picture(7, 5);
+    CVUtils::DrawTransparentBitmap(&picture.DC(), &source.Bitmap(), 2, 1, kKey);
+    EXPECT_EQ(picture.Rows(), ".......\n...#...\n.....o.\n..?....\n.......\n");
 }
 
 } // namespace

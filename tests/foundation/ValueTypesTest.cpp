@@ -26,10 +26,8 @@ TEST(ValueTypes, HaveTheirBytesInArchives)
     CNormal normal(0.0, 0.0, 1.0);
     CCoordTransform transform(CCoordTransform::ctRotate, 90.0, 0.0, 45.0);
     CFontData font("Times", 700, 1, 0.85);
-    struct {
-        CObject* object;
-        Bytes bytes;
-    } const cases[] = {
+    using Case = std::pair<CObject*, Bytes>;
+    Case const cases[] = {
         { &point, Bytes().Int(1).Double(1.5, -2.0) },
         { &rect, Bytes().Int(1).Int(1).Double(0.0, 10.0).Int(1).Double(20.0, 5.0) },
         { &vertex, Bytes().Int(1).Double(1.0, 2.0, 3.0) },
@@ -37,13 +35,13 @@ TEST(ValueTypes, HaveTheirBytesInArchives)
         { &transform, Bytes().Int(1).Int(1).Double(90.0, 0.0, 45.0) },
         { &font, Bytes().Int(1).Text("Times").Int(700, 1).Double(0.85) },
     };
-    for (auto const& c : cases) {
-        CRuntimeClass const& runtimeClass = c.object->GetRuntimeClass();
-        EXPECT_EQ(Stored(*c.object), c.bytes) << runtimeClass.name;
+    for (auto const& [object, bytes] : cases) {
+        CRuntimeClass const& runtimeClass = object->GetRuntimeClass();
+        EXPECT_EQ(Stored(*object), bytes) << runtimeClass.name;
         ASSERT_TRUE(runtimeClass.create) << runtimeClass.name;
         std::unique_ptr<CObject> const copy = runtimeClass.create();
-        EXPECT_TRUE(Load(*copy, c.bytes)) << runtimeClass.name;
-        EXPECT_EQ(Stored(*copy), c.bytes) << runtimeClass.name;
+        EXPECT_TRUE(Load(*copy, bytes)) << runtimeClass.name;
+        EXPECT_EQ(Stored(*copy), bytes) << runtimeClass.name;
     }
 }
 
@@ -149,7 +147,6 @@ TEST(ValueTypes, TransformArraysAreStoredAsObjectsOfTheirClass)
     CTransformArray loaded;
     ASSERT_TRUE(Load(loaded, all));
     EXPECT_EQ(Stored(loaded), all);
-
     // Another class, a null entry, and a count that the bytes do not bear out.
     EXPECT_FALSE(Load(loaded, Bytes().Int(1).Short(1).NewClass("CRealPoint").Int(1).Double(1.0, 2.0)));
     EXPECT_FALSE(Load(loaded, Bytes().Int(1).Short(1).Short(0)));
@@ -192,24 +189,22 @@ TEST(ValueTypes, PathsSplitAtBothSeparators)
 
 TEST(VException, TellsWhereADataFileIsAtFault)
 {
-    struct Case {
-        DataFileFault fault;
-        char const* what;
-    };
+    using Case = std::pair<DataFileFault, char const*>;
     Case const cases[] = {
         { { "a.tvl", 7, 120, "3 numbers", "2" }, "a.tvl, line 7: No more than that; expected 3 numbers, found 2." },
         { { "a.dem", 0, 1024, "a profile", {} }, "a.dem, byte 1024: No more than that; expected a profile." },
     };
     for (Case const& c : cases) {
+        DataFileFault const& fault = c.first;
         try {
-            WithErrors([&] { throw new CVFileException("No more\nthan that\n", c.fault); });
+            WithErrors([&] { throw new CVFileException("No more\nthan that\n", fault); });
             FAIL();
         } catch (Error const& error) {
-            EXPECT_STREQ(error.what(), c.what);
+            EXPECT_STREQ(error.what(), c.second);
             EXPECT_EQ(error.GetKind(), Error::Kind::Data);
-            EXPECT_EQ(error.GetPath(), c.fault.path.ToUtf8());
-            EXPECT_EQ(error.GetOffset(), c.fault.offset);
-            EXPECT_EQ(error.GetLine().value_or(0), c.fault.line);
+            EXPECT_EQ(error.GetPath(), fault.path.ToUtf8());
+            EXPECT_EQ(error.GetOffset(), fault.offset);
+            EXPECT_EQ(error.GetLine().value_or(0), fault.line);
         }
     }
 }

@@ -132,11 +132,6 @@ TEST_F(Preferences, GiveTheirDefaultsWhenNothingIsStored)
         s.expect({});
     EXPECT_EQ(P::GetMinorGridLineColour2DDefault(), RGB(192, 192, 192));
     EXPECT_EQ(P::GetGridCellMixedPrecisionDefault(), 10);
-    for (auto const& c : kSwitches) {
-        int on = 7;
-        EXPECT_EQ(c.get(on), 0) << c.name;
-        EXPECT_EQ(on, 0) << c.name;
-    }
     CSize size;
     EXPECT_EQ(P::GetAnimRowsCols(size), 1);
     EXPECT_EQ(size, CSize(50, 50));
@@ -158,7 +153,9 @@ TEST_F(Preferences, AreStoredUnderTheirOwnKeysAndNames)
         EXPECT_EQ(Stored(s.key, s.name), std::to_string(n) + (isFactor ? ".00" : ""));
     }
     for (auto const& c : kSwitches) {
-        int on = 0;
+        int on = 7;
+        EXPECT_EQ(c.get(on), 0) << "nothing stored";
+        EXPECT_EQ(on, 0);
         EXPECT_EQ(c.set(5), 1);
         EXPECT_EQ(Stored(kGeneral, c.name), "on");
         EXPECT_EQ(c.get(on), 1);
@@ -235,26 +232,21 @@ TEST_F(Preferences, ThicknessKindsChooseTheirFactors)
         if (s.name.ends_with("Factor"))
             s.set(++n);
     }
-    float const expected2D[] = { 1, 2, 3, 4, 5 };
-    // Axes, grid, contour, wireframe, border.
-    float const expected3D[] = { 6, 7, 9, 8, 10 };
-    for (int kind = 0; kind < 5; ++kind) {
-        EXPECT_EQ(P::GetThicknessScaleFac(kind), expected2D[kind]);
-        EXPECT_EQ(P::GetThicknessScaleFac3D(kind), expected3D[kind]);
-    }
-    for (int const kind : { -1, 5 }) {
-        EXPECT_EQ(P::GetThicknessScaleFac(kind), 1.0F);
-        EXPECT_EQ(P::GetThicknessScaleFac3D(kind), 1.0F);
+    // From −1 to 5; in 3D axes, grid, contour, wireframe and border.
+    float const expected2D[] = { 1, 1, 2, 3, 4, 5, 1 };
+    float const expected3D[] = { 1, 6, 7, 9, 8, 10, 1 };
+    for (int kind = -1; kind <= 5; ++kind) {
+        EXPECT_EQ(P::GetThicknessScaleFac(kind), expected2D[kind + 1]);
+        EXPECT_EQ(P::GetThicknessScaleFac3D(kind), expected3D[kind + 1]);
     }
 }
 
 TEST_F(Preferences, BuildFormatsForGridCells)
 {
+    int mode = 0;
     for (char const* const expected : { "%-1.10g", "%1.4f", "%1.4e", "" }) {
+        P::SetGridCellFloatFormat(mode++);
         EXPECT_EQ(P::GetGridCellFloatFormatString(), expected);
-        int mode = 0;
-        P::GetGridCellFloatFormat(mode);
-        P::SetGridCellFloatFormat(mode + 1);
     }
     P::SetGridCellFloatFormat(1);
     P::SetGridCellPrecision(6);
@@ -304,8 +296,6 @@ TEST_F(Preferences, EntriesReadAtMost1023UnitsAndGoDownToSubkeys)
     CRegEntry entry(HKEY_CURRENT_USER);
     ASSERT_TRUE(entry.LoadString(1005));
     CString value("untouched");
-    EXPECT_EQ(entry.GetValue("Name", value), 0);
-    EXPECT_EQ(value, "untouched");
     EXPECT_EQ(entry.SetValue("Name", CString(u'x', 1023)), 1);
     EXPECT_EQ(entry.GetValue("name", value), 1);
     EXPECT_EQ(entry.SetValue("Name", CString(u'y', 1024)), 1);

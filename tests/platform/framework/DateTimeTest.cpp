@@ -30,19 +30,15 @@ TEST(DateTime, FieldsOfMeasuredValues)
         { -0.25, "1899-12-30 06:00:00 6 364" },
         { -1.25, "1899-12-29 06:00:00 5 363" },
         { -1.75, "1899-12-29 18:00:00 5 363" },
-        { 1.0, "1899-12-31 00:00:00 0 365" },
         { 36526.5, "2000-01-01 12:00:00 6 1" },
         { 36525.9999999, "2000-01-01 00:00:00 6 1" },
-        { 0.99999421, "1899-12-30 23:59:59 6 364" },
         { 0.9999943, "1899-12-31 00:00:00 0 365" },
-        { -1.9999943, "1899-12-30 00:00:00 6 364" },
         { -657434.0, "100-01-01 00:00:00 5 1" },
         { -657434.99899999995, "100-01-01 23:58:34 5 1" },
         { 2958465.99999, "9999-12-31 23:59:59 5 365" },
         { 2958465.99999999, "9999-12-31 23:59:59 5 365" },
         { -657435.0, "none" },
         { 2958466.0, "none" },
-        { 1e300, "none" },
         { std::nan(""), "none" },
         { -std::numeric_limits<double>::infinity(), "none" },
     };
@@ -63,13 +59,6 @@ TEST(DateTime, EveryDayComesBackFromItsFields)
     }
 }
 
-TEST(DateTime, ValuesOfMeasuredFields)
-{
-    EXPECT_EQ(COleDateTime(1899, 12, 29, 18, 0, 0).GetValue(), -1.75);
-    EXPECT_EQ(COleDateTime(1700, 2, 28, 1, 2, 3).GetValue(), -72988.043090277788);
-    EXPECT_EQ(COleDateTime(1999, 12, 31, 23, 59, 58).GetValue(), 36525.999976851854);
-}
-
 TEST(DateTime, ADayThatDoesNotExistIsInvalid)
 {
     struct {
@@ -84,7 +73,9 @@ TEST(DateTime, ADayThatDoesNotExistIsInvalid)
         EXPECT_EQ(date.GetStatus(), COleDateTime::invalid);
         EXPECT_EQ(date.GetYear(), -1);
     }
-    EXPECT_TRUE(COleDateTime(2000, 2, 29, 0, 0, 0).IsValid());
+    EXPECT_EQ(COleDateTime(1899, 12, 29, 18, 0, 0).GetValue(), -1.75);
+    EXPECT_EQ(COleDateTime(1700, 2, 28, 1, 2, 3).GetValue(), -72988.043090277788);
+    EXPECT_EQ(COleDateTime(2000, 2, 29, 23, 59, 58).GetValue(), 36585.999976851854);
 }
 
 TEST(DateTime, SumsCrossTheZeroDayEvenly)

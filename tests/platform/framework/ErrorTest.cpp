@@ -89,7 +89,6 @@ TEST(Arrays, AnIndexOutsideIsRefusedAndChangesNothing)
         EXPECT_TRUE(Refused([&] { return a.GetAt(i); })) << i;
         EXPECT_TRUE(Refused([&] { return a[i]; })) << i;
         EXPECT_TRUE(Refused([&] { return before[i]; })) << i;
-        EXPECT_TRUE(Refused([&] { return a.ElementAt(i); })) << i;
         EXPECT_TRUE(Refused([&] { a.SetAt(i, 0); })) << i;
         EXPECT_TRUE(Refused([&] { a.RemoveAt(i); })) << i;
         EXPECT_TRUE(Refused([&] { owned.Swap(0, i); })) << i;

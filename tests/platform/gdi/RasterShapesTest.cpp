@@ -38,44 +38,8 @@ TEST(Ellipse, BeyondTheDirectSizeLooksLikeTheShape)
     int const size = 200000;
     picture.DC().Ellipse({ 10, 20 - size / 2, 10 + size, 20 + size / 2 });
     EXPECT_EQ(picture.Count('#'), 40);
-    EXPECT_EQ(picture.Pixel(10, 20), Raster::FromColour(kPenColour));
     EXPECT_EQ(picture.Pixel(30, 3), Raster::FromColour(kBrushColour));
     EXPECT_EQ(picture.Pixel(5, 3), Raster::FromColour(kPaper));
-}
-
-TEST(Arc, TwoHalvesLackOnePixelEach)
-{
-    auto const halves = [](int size, CPoint from, CPoint to) {
-        Picture picture(size, size);
-        picture.DC().Arc({ 0, 0, size, size }, from, to);
-        picture.DC().Arc({ 0, 0, size, size }, to, from);
-        return picture.Rows();
-    };
-    EXPECT_EQ(halves(7, { 0, 0 }, { 7, 7 }), "...##..\n.#...#.\n#.....#\n#.....#\n#.....#\n.#.....\n..###..\n");
-    EXPECT_EQ(halves(3, { 0, 3 }, { 3, 0 }), ".#.\n...\n.#.\n");
-    EXPECT_EQ(halves(4, { 0, 0 }, { 4, 4 }), "..#.\n#..#\n#..#\n.#..\n");
-}
-
-TEST(Shapes, RegionAndOutlineMakeASymbol)
-{
-    using Case = std::tuple<Points, std::string>;
-    Case const cases[] = {
-        { { { 0, 0 }, { 6, 0 }, { 3, 6 } }, "#######\n#oooo#.\n.#ooo#.\n.#oo#..\n..#o#..\n..##...\n...#...\n" },
-        { { { 0, 6 }, { 6, 6 }, { 3, 0 } }, "...#...\n..##...\n..#o#..\n.#oo#..\n.#ooo#.\n#oooo#.\n#######\n" },
-        { { { 3, 0 }, { 6, 3 }, { 3, 6 }, { 0, 3 } },
-            "...#...\n..#o#..\n.#ooo#.\n#ooooo#\n.#ooo#.\n..#o#..\n...#...\n" },
-    };
-    for (auto const& [corners, rows] : cases) {
-        Picture picture(7, 7);
-        CRgn region;
-        region.CreatePolygonRgn(corners, ALTERNATE);
-        CBrush const brush(kBrushColour);
-        picture.DC().FillRgn(&region, &brush);
-        Points outline = corners;
-        outline.push_back(outline.front());
-        picture.DC().Polyline(outline);
-        EXPECT_EQ(picture.Rows(), rows);
-    }
 }
 
 TEST(Shapes, CrowdedPolygonHasThePixelsOfItsRegion)
@@ -280,19 +244,6 @@ TEST(Region, OffsetMovesPixelsAndOutline)
     EXPECT_EQ(region.Outline().front(), CPoint(1, 0));
     EXPECT_EQ(Rows(region, 6, 4), ".oooo.\n..ooo.\n..oo..\n...o..\n");
     EXPECT_EQ(Rows(cut, 6, 4), ".oo...\n..o...\n......\n......\n");
-}
-
-TEST(Region, ExtremeCoordinatesAreLimited)
-{
-    int const low = std::numeric_limits<int>::min();
-    int const high = std::numeric_limits<int>::max();
-    Region region = Polygon({ { low, low }, { high, low }, { 0, high } });
-    EXPECT_TRUE(region.Contains({ 0, 0 }));
-    EXPECT_EQ(region.Spans(10, 12).size(), 2U);
-    region.Offset(high, low);
-    Region rect = Region::FromRect({ low, low, high, high });
-    rect.Offset(high, high);
-    EXPECT_FALSE(rect.IsEmpty());
 }
 
 } // namespace

