@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <tuple>
 
 namespace ombrel {
 namespace {
@@ -277,7 +278,8 @@ TEST(ColourMap, StoresItsFieldsInOrder)
     CColourMap map;
     ASSERT_TRUE(test::Load(map, MapBytes({})));
     EXPECT_EQ(test::Stored(map), MapBytes({}));
-    EXPECT_EQ(map.settings.value6, 6);
+    auto const& [v1, v2, v3, v4, v5, v6, v7, v8, v9, v10] = map.settings;
+    EXPECT_EQ(std::tuple(v1, v2, v3, v4, v5, v6, v7, v8, v9, v10), std::tuple(1, 2, 3.0, 4.0, 5, 6, 7, 8.0, 9.0, 10));
     EXPECT_EQ(map.GetChannel(0).values, (CByteArray { 9, 9 }));
     EXPECT_EQ(map.GetColour(7, 0, 1), 321U);
     ASSERT_TRUE(test::Load(map, MapBytes({ .version = 1, .scale = { 2, 1 } })));

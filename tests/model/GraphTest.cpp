@@ -252,8 +252,9 @@ TEST(GraphFlags, RiseWithEveryLevelAndFallAfterADraw)
     EXPECT_FALSE(graph.GetModifiedFlag());
     EXPECT_FALSE(graph.GraphComponentModified());
 
+    curve.SetColour(1);
+    EXPECT_TRUE(graph.PlotComponentModified() && !graph.PlotComponentDataModified()) << "its look, not its data";
     curve.SetFormulaString("x");
-    EXPECT_TRUE(graph.PlotComponentModified());
     EXPECT_TRUE(graph.PlotComponentDataModified());
     EXPECT_TRUE(graph.GetPlotArray()->ZValPropertyModified());
     EXPECT_FALSE(graph.GraphComponentModified()) << "a curve is no component";
