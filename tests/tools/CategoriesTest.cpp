@@ -23,34 +23,6 @@ std::vector<std::string> Words(std::size_t count, std::string const& stem)
     return words;
 }
 
-TEST(WordLabels, NeverOverlapAndAreNeverTooLong)
-{
-    constexpr int kHeight = 15;
-    for (std::size_t const count : { 1u, 2u, 7u, 30u, 200u, 10000u }) {
-        for (char const* const stem :
-            { "", "Länge", "a word of some length ", "äöüäöüäöüäöüäöüäöüäöüäöüäöüäöüäöüäöüäöü" }) {
-            for (int const length : { 40, 300, 1000 }) {
-                SCOPED_TRACE(testing::Message() << count << " times " << stem << " in " << length);
-                WordLabels const labels = FitWords(Words(count, stem), length, length / 3, kHeight, Width);
-                ASSERT_EQ(labels.shown.size(), labels.texts.size());
-                ASSERT_FALSE(labels.shown.empty());
-                EXPECT_LE(labels.shown.size() * 8, static_cast<std::size_t>(std::max(length, 8)));
-                double const part = length / static_cast<double>(count);
-                double end = -1e9;
-                std::size_t const step = labels.shown.size() > 1 ? labels.shown[1] : 1;
-                for (std::size_t i = 0; i < labels.shown.size(); ++i) {
-                    EXPECT_EQ(labels.shown[i], i * step) << "not even";
-                    double const middle = part * (static_cast<double>(labels.shown[i]) + 0.5);
-                    int const size = labels.upright ? kHeight : Width(labels.texts[i]);
-                    EXPECT_GE(middle - size / 2.0, end);
-                    end = middle + size / 2.0;
-                    EXPECT_LE(Width(labels.texts[i]), labels.upright ? length / 3 : length);
-                }
-            }
-        }
-    }
-}
-
 TEST(WordLabels, AreLevelThenUprightThenFewer)
 {
     auto const fit

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
+#include <sstream>
+
 namespace ombrel::host {
 namespace {
 
@@ -26,63 +29,55 @@ template <typename Action> std::string FaultOf(Action const& action)
 TEST(Options, AreReadFromAnyPlaceOfTheCommandLine)
 {
     Options const options = ParseOptions({ "plot", "-x", "time", "a.csv", "-y", "2,3", "--kind=steps", "-y", "last",
-        "--x-range", "-5:5", "--log", "y", "--antialias", "-vo", "out.png", "-", "--symbols", "--legend", "br",
-        "--error", "e1,e2", "--by", "town", "--x-title", "", "--save", "a.doc", "--kind", "points", "--caption",
-        "a@0,0", "--caption", "b@0,1", "--bins", "7", "--size", "99x98", "--page", "A5", "--line-width", "3",
-        "--date-format", "%Y", "--grid", "both", "--theme", "print" });
+        "--x-range", "-5:5", "--log", "y", "-vo", "out.png", "-", "--legend", "br", "--error", "e1,e2", "--x-title", "",
+        "--save", "a.doc", "--kind", "points", "--caption", "a@0,0", "--caption", "b@0,1", "--", "--help" });
     EXPECT_EQ(options.command, Command::Plot);
-    EXPECT_EQ(options.files, (Words { "a.csv", "-" }));
+    EXPECT_EQ(options.files, (Words { "a.csv", "-", "--help" }));
     EXPECT_EQ(options.xColumn, "time");
     EXPECT_EQ(options.yColumns, (Words { "2", "3", "last" }));
-    EXPECT_EQ(options.groupColumn, "town");
+    EXPECT_EQ(options.errorColumns, (Words { "e1", "e2" }));
     EXPECT_EQ(options.kind, PlotKind::Points) << "the last one counts";
     EXPECT_EQ(options.xRange, "-5:5");
     EXPECT_EQ(options.xTitle, "");
     EXPECT_FALSE(options.yTitle);
-    EXPECT_FALSE(options.xLog);
-    EXPECT_TRUE(options.yLog);
-    EXPECT_TRUE(options.antialias && options.verbose && options.symbols);
-    EXPECT_FALSE(options.polar || options.percent || options.normalised);
+    EXPECT_TRUE(options.yLog && !options.xLog && options.verbose && !options.antialias);
     ASSERT_EQ(options.captions.size(), 2U);
     EXPECT_EQ(options.captions[1].y, 1.0);
-    EXPECT_EQ(options.bins, 7);
-    EXPECT_EQ(options.size->height, 98);
-    EXPECT_EQ(options.page->height, 148.0);
-    EXPECT_EQ(options.lineWidth, 3);
-    EXPECT_EQ(options.dateFormat->GetText(), "%Y");
-    EXPECT_EQ(options.grid, GridChoice::Both);
-    EXPECT_EQ(options.theme, Theme::Print);
     EXPECT_EQ(options.output, "out.png");
     EXPECT_EQ(options.save, "a.doc");
     EXPECT_EQ(options.legend, LegendPlace::BottomRight);
-    EXPECT_EQ(options.errorColumns, (Words { "e1", "e2" }));
     EXPECT_TRUE(options.IsGiven(OptionId::Log));
     EXPECT_FALSE(options.IsGiven(OptionId::Palette));
-
     EXPECT_EQ(ParseOptions({ "a.doc", "-o", "-", "--format", "SVG" }).format, PictureFormat::Svg);
     EXPECT_EQ(ParseOptions({ "a.doc" }).command, Command::None);
-    EXPECT_TRUE(ParseOptions({ "a", "--log", "xy" }).xLog && ParseOptions({ "a", "--log", "xy" }).yLog);
     EXPECT_EQ(ParseOptions({ "a", "--header", "no" }).header, HeaderChoice::Absent);
-    EXPECT_EQ(ParseOptions({ "a", "--header", "yes" }).header, HeaderChoice::Present);
-    EXPECT_EQ(ParseOptions({ "--", "--help" }).files, (Words { "--help" }));
-    EXPECT_EQ(FaultOf([] {
-        ParseOptions({ "plot", "--bogus" });
-    }),
-        "The following argument was not expected: --bogus (ombrel --help lists the options)");
-    EXPECT_NE(FaultOf([] { ParseOptions({ "draw", "a.doc", "--kind", "line" }); }).find("--kind"), std::string::npos);
-    EXPECT_NE(FaultOf([] { ParseOptions({ "plot", "-o" }); }).find("-o"), std::string::npos);
-    for (Words const& other : { Words { "a.doc", "--kind", "line" }, Words { "a.doc", "-y", "2" } }) {
-        std::string const fault = FaultOf([&] { CheckOptionsFor(ParseOptions(other), Command::Draw); });
-        EXPECT_EQ(fault, other[1] + " is for tables, and the file is a graph document");
-    }
-    EXPECT_EQ(FaultOf([] {
-        CheckOptionsFor(ParseOptions({ "a", "--in-place", "C" }), Command::Plot);
-    }),
-        "--in-place is for graph documents, and the file is a table");
-    EXPECT_EQ(FaultOf([] {
-        CheckOptionsFor(ParseOptions({ "a", "-o", "x", "--size", "99x99" }), Command::Draw);
-    }),
-        "none");
+}
+
+TEST(Options, ThatDoNothingAreRefused)
+{
+    std::pair<Words, char const*> const parsed[] {
+        { { "plot", "--bogus" }, "The following argument was not expected: --bogus (ombrel --help lists the options)" },
+        { { "draw", "a.doc", "--kind", "line" },
+            "The following argument was not expected: --kind (ombrel --help lists the options)" },
+        { { "plot", "-o" }, "--output: 1 required TEXT missing (ombrel --help lists the options)" },
+        { { "a", "--x-range", "5" }, "--x-range: expected A:B, found \"5\"" },
+        { { "a", "--date-format", "%Q" },
+            "--date-format \"%Q\": %Q is not known; the codes are %Y %y %m %b %B %d %j %H %M %S %F %T" },
+    };
+    for (auto const& [words, fault] : parsed)
+        EXPECT_EQ(FaultOf([&words = words] { ParseOptions(words); }), fault);
+    struct {
+        Words words;
+        Command command;
+        char const* fault;
+    } const checked[] {
+        { { "a.doc", "--kind", "line" }, Command::Draw, "--kind is for tables, and the file is a graph document" },
+        { { "a.doc", "-y", "2" }, Command::Draw, "-y is for tables, and the file is a graph document" },
+        { { "a", "--in-place", "C" }, Command::Plot, "--in-place is for graph documents, and the file is a table" },
+        { { "a", "-o", "x", "--size", "99x99" }, Command::Draw, "none" },
+    };
+    for (auto const& c : checked)
+        EXPECT_EQ(FaultOf([&] { CheckOptionsFor(ParseOptions(c.words), c.command); }), c.fault);
 }
 
 /// What a value is read as, or what was expected instead.
@@ -157,11 +152,6 @@ TEST(OptionValues, AreReadAsTheyWereMeantOrRefused)
             EXPECT_EQ(Read(c.id, value, c.parse), expected) << EntryOf(c.id).longName << " " << value;
     }
     EXPECT_EQ(FaultOf([] { ParseWord(EntryOf(OptionId::Log), "z"); }), "--log: expected x, y or xy, found \"z\"");
-    EXPECT_EQ(FaultOf([] { ParseOptions({ "a", "--x-range", "5" }); }), "--x-range: expected A:B, found \"5\"");
-    EXPECT_EQ(FaultOf([] {
-        ParseOptions({ "a", "--date-format", "%Q" });
-    }),
-        "--date-format \"%Q\": %Q is not known; the codes are %Y %y %m %b %B %d %j %H %M %S %F %T");
     for (char const* const path : { "x", "a.png/x", "x.", "x.gif", "" })
         EXPECT_FALSE(FormatOfPath(path)) << path;
     EXPECT_EQ(FormatOfPath("a/b.c/x.PNG"), PictureFormat::Png);
@@ -171,59 +161,43 @@ TEST(OptionValues, AreReadAsTheyWereMeantOrRefused)
 TEST(OptionValues, OfRangesAreTwoEndsInOrder)
 {
     auto const german = std::get<DateFormat>(DateFormat::Compile("%d.%m.%Y %H:%M"));
-    auto const show = [](std::optional<double> const& end) { return end ? std::to_string(*end) : "open"s; };
+    constexpr std::nullopt_t kOpen = std::nullopt;
     struct {
         char const* text;
-        bool dates;
-        bool german;
+        bool dates, german;
         std::optional<AxisEnds> ends;
     } const cases[] {
         { "-1.5:2e3", false, false, AxisEnds { -1.5, 2000.0 } },
-        { "3:", false, false, AxisEnds { 3.0, {} } },
-        { ":3", false, false, AxisEnds { {}, 3.0 } },
+        { "3:", false, false, AxisEnds { 3.0, kOpen } },
+        { ":3", false, false, AxisEnds { kOpen, 3.0 } },
         { ":", false, false, AxisEnds {} },
         { "2:1", false, false, {} },
-        { "1:1", false, false, {} },
         { "1:2:3", false, false, {} },
         { "-1e300:1e300", false, false, AxisEnds { -1e300, 1e300 } },
-        { "-2e300:0", false, false, {} },
-        { "0:2e300", false, false, {} },
         { "2020:2021", false, false, AxisEnds { 2020.0, 2021.0 } },
         { "2020:2021-03", true, false, AxisEnds { 43831.0, 44256.0 } },
         { "0100:1000", true, false, AxisEnds { -657434.0, -328716.0 } },
-        { "99:2020", true, false, {} },
         { "1e99:2020", true, false, {} },
         { "2020-01-01T06:00:2020-01-01T18:00", true, false, AxisEnds { 43831.25, 43831.75 } },
-        { "2020-01-01T18:00:2020-01-01T06:00", true, false, {} },
         { "01.01.2020 12:00:2.1.2020 0:00", true, true, AxisEnds { 43831.5, 43832.0 } },
-        { "2020:2.1.2020 0:00", true, true, AxisEnds { 43831.0, 43832.0 } },
         { "1.1.2020:", true, false, {} },
     };
     for (auto const& c : cases) {
         auto const ends = ParseRange(c.text, c.dates, c.german ? &german : nullptr);
         ASSERT_EQ(ends.has_value(), c.ends.has_value()) << c.text;
-        EXPECT_TRUE(!ends || (show(ends->min) == show(c.ends->min) && show(ends->max) == show(c.ends->max)))
-            << c.text << ": " << show(ends->min) << " " << show(ends->max);
+        EXPECT_TRUE(!ends || (ends->min == c.ends->min && ends->max == c.ends->max)) << c.text;
     }
 }
 
 TEST(PlotOptions, ThatDoNothingWithTheKindAreRefused)
 {
-    struct {
-        char const* options;
-        char const* fault;
-    } const cases[] {
+    std::pair<char const*, char const*> const cases[] {
         { "--bins 4", "--bins is for --kind histogram, not for line" },
-        { "--bins 4 --kind histogram", "none" },
         { "--percent --kind area", "--percent is for --kind stacked, not for area" },
-        { "--percent --kind stacked", "none" },
         { "--normalised --kind stacked", "--normalised is for --kind area, not for stacked" },
         { "--error 2 --kind area",
             "--error is for --kind line, steps, pairs, points, bar, clustered and error, not for area" },
-        { "--error 2 --kind clustered", "none" },
-        { "--label 1", "--label is for --kind text, not for line" },
         { "--line-width 2 --kind points", "--line-width is for --kind line, steps, pairs and filled, not for points" },
-        { "--antialias --kind bar", "--antialias is for --kind line, steps, pairs and filled, not for bar" },
         { "--symbols --kind area",
             "--symbols is for --kind line, steps, pairs, points, filled, error and text, not for area" },
         { "--kind error", "--kind error needs --error, the columns of the errors" },
@@ -231,28 +205,17 @@ TEST(PlotOptions, ThatDoNothingWithTheKindAreRefused)
         { "--kind histogram -x 1", "-x does nothing with --kind histogram, which counts the values of -y" },
         { "--kind histogram --date-format %Y",
             "--date-format does nothing with --kind histogram, which counts the values of -y" },
-        { "--kind stacked --log y", "--log: stacked values add up, and logarithms do not" },
-        { "--kind area --log y", "--log: area values add up, and logarithms do not" },
         { "--kind histogram --log x", "--log x: the bins of a histogram are equally wide" },
-        { "--kind histogram --log y", "none" },
         { "--kind clustered --log xy", "--log x: bars are equally wide" },
-        { "--kind bar --log y", "none" },
         { "--radians", "--radians is for --polar" },
         { "--polar --kind steps", "--polar is for --kind line, points and filled, not for steps" },
-        { "--polar --radians --kind filled", "none" },
         { "--polar --x-range 1:2", "--x-range does nothing with --polar, which has no axes of x and y" },
-        { "--polar --error 2", "--error does nothing with --polar, which has no axes of x and y" },
-        { "--polar --y-title r", "--y-title does nothing with --polar, which has no axes of x and y" },
     };
-    for (auto const& c : cases) {
-        Words words { "plot" };
-        std::string_view rest = c.options;
-        while (!rest.empty()) {
-            words.emplace_back(rest.substr(0, rest.find(' ')));
-            rest.remove_prefix(std::min(words.back().size() + 1, rest.size()));
-        }
+    for (auto const& [options, expected] : cases) {
+        std::istringstream stream(std::string("plot ") + options);
+        Words const words(std::istream_iterator<std::string>(stream), {});
         std::string const fault = FaultOf([&] { CheckPlotOptions(ParseOptions(words)); });
-        EXPECT_TRUE(fault.starts_with(c.fault)) << c.options << ": " << fault;
+        EXPECT_TRUE(fault.starts_with(expected)) << options << ": " << fault;
     }
 }
 

