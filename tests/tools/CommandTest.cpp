@@ -241,11 +241,12 @@ TEST_F(Command, InfoDescribesTables)
     EXPECT_THAT(RunWell("info bad.csv"), HasSubstr("line 4 holds \"oops\""));
 }
 
-TEST_F(Command, PrintsHelpAndVersionOnStandardOutput)
+TEST_F(Command, PrintsHelpVersionAndColourMapsOnStandardOutput)
 {
     for (char const* const arguments : { "--help", "-h", "plot --help", "draw --help", "info -h" })
         EXPECT_THAT(Run(arguments).output, HasSubstr("Usage:")) << arguments;
     EXPECT_THAT(RunWell("--version"), StartsWith("ombrel "));
+    EXPECT_THAT(RunWell("colours"), HasSubstr("\nviridis            installed  256     S. van der Walt"));
     EXPECT_EQ(Run("").status, 2);
 }
 

@@ -373,6 +373,7 @@ TEST_F(Plots, OutlineBarsAndBandsSoThatTheyCanBeSeen)
         { Rows(20, 3, high), "--kind area", 1.0, kPaper },
         { Rows(400, 3, high), "--kind area", 1.0, kOwnColour },
         { Rows(20, 2, [](int, int k) { return k ? 1000.0 : 1.0; }), "--kind area", 1.0, kOwnColour },
+        { Rows(20, 2, [](int, int k) { return k ? 1000.0 : 1.0; }), "--kind area --normalised", 1.0, kOwnColour },
         { Rows(20, 2, [](int, int k) { return k ? 1000.0 : 0.0; }), "--kind area", 1.0, kPaper },
     };
     for (auto const& c : cases) {
