@@ -1,3 +1,4 @@
+#include "ombrel/platform/gdi/Palette.h"
 #include "ombrel/platform/gdi/PngEncoder.h"
 #include "tests/platform/gdi/Picture.h"
 
@@ -133,6 +134,14 @@ TEST(MonoBitmap, MaskGoesToOneBitAndBack)
     target.DC().SetBkColor(kBrushColour);
     target.DC().BitBlt(0, 0, 4, 1, &mask.DC(), 0, 0, SRCCOPY);
     EXPECT_EQ(target.Rows(), "o###\n");
+}
+
+TEST(Palette, GivesItsEntriesFromAnIndexOn)
+{
+    PALETTEENTRY const entries[] = { { 1, 2, 3, 0 }, { 4, 5, 6, 0 } };
+    PALETTEENTRY copy[2] = {};
+    EXPECT_EQ(CPalette(entries).GetPaletteEntries(1, 2, copy), 1U);
+    EXPECT_EQ(copy[0].peGreen, 5);
 }
 
 TEST(Bitmap, BadSizesAreRefused)
