@@ -51,7 +51,7 @@ struct EGLFunctions {
         return reinterpret_cast<Pointer>(GetProcAddress(name));
     }
 
-#define OMBREL_DECLARE(name) decltype(&::egl##name) name = nullptr;
+#define OMBREL_DECLARE(name) decltype (&::egl##name)(name) = nullptr;
     OMBREL_EGL_FUNCTIONS(OMBREL_DECLARE)
 #undef OMBREL_DECLARE
 };
@@ -164,6 +164,12 @@ EGLContext CreateOn(EGLFunctions const& egl, EGLDisplay display)
 } // namespace
 
 struct GLContext::Display {
+    explicit Display(Libraries const& libraries)
+        : egl(GLLibrary({ libraries.egl }))
+        , openGL({ libraries.openGL, "libGL.so.1" })
+    {
+    }
+
     EGLFunctions egl;
     GLLibrary openGL;
     EGLDisplay display = EGL_NO_DISPLAY;
@@ -318,11 +324,8 @@ void GLContext::MakeCurrent()
 void GLContext::Create()
 {
     try {
-        if (!m_display) {
-            GLLibrary const egl({ m_libraries.egl });
-            m_display = std::unique_ptr<Display>(
-                new Display { EGLFunctions(egl), GLLibrary({ m_libraries.openGL, "libGL.so.1" }) });
-        }
+        if (!m_display)
+            m_display = std::make_unique<Display>(m_libraries);
         LoadGLU();
         auto& [egl, openGL, display, context, host] = *m_display;
         host = GetHostState(egl);

@@ -5,13 +5,13 @@
 namespace ombrel {
 
 namespace gl {
-#define OMBREL_DEFINE(name) decltype(&::gl##name) name = nullptr;
+#define OMBREL_DEFINE(name) decltype (&::gl##name)(name) = nullptr;
 OMBREL_GL_FUNCTIONS(OMBREL_DEFINE)
 #undef OMBREL_DEFINE
 } // namespace gl
 
 namespace glu {
-#define OMBREL_DEFINE(name) decltype(&::glu##name) name = nullptr;
+#define OMBREL_DEFINE(name) decltype (&::glu##name)(name) = nullptr;
 OMBREL_GLU_FUNCTIONS(OMBREL_DEFINE)
 #undef OMBREL_DEFINE
 } // namespace glu

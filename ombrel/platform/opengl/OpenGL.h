@@ -172,13 +172,13 @@ namespace ombrel {
 // Null until the libraries are loaded: call the functions of gl within a GLCanvas::Scope, those of glu there or after
 // LoadGLU.
 namespace gl {
-#define OMBREL_DECLARE(name) extern decltype(&::gl##name) name;
+#define OMBREL_DECLARE(name) extern decltype (&::gl##name)(name);
 OMBREL_GL_FUNCTIONS(OMBREL_DECLARE)
 #undef OMBREL_DECLARE
 } // namespace gl
 
 namespace glu {
-#define OMBREL_DECLARE(name) extern decltype(&::glu##name) name;
+#define OMBREL_DECLARE(name) extern decltype (&::glu##name)(name);
 OMBREL_GLU_FUNCTIONS(OMBREL_DECLARE)
 #undef OMBREL_DECLARE
 } // namespace glu
