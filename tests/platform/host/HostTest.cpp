@@ -55,7 +55,7 @@ TEST(Host, PicturesFollowStrftimeFormats)
              { "%-d.%-m.%Y", "d.M.yyyy" }, { "%e/%_m/%Ey", "d/M/yy" }, { "%D %T", "MM/dd/yy HH:mm:ss" },
              { "%F", "yyyy-MM-dd" }, { "%r", "hh:mm:ss tt" }, { "%k:%M:%OS %Z", "H:mm:ss" },
              { "%-dd de %b", "d'd' 'de' MMM" }, { "%Y\xE5\xB9\xB4%m\xE6\x9C\x88", "yyyy\xE5\xB9\xB4MM\xE6\x9C\x88" },
-             { "%Q%d%", "dd" }, { "%-H:%-I:%-d%%", "H:h:d%" }, { "%d a.b %m", "dd 'a.b' MM" },
+             { "%Q%d%", "dd" }, { "%I %p", "hh tt" }, { "%-H:%-I:%-d%%", "H:h:d%" }, { "%d a.b %m", "dd 'a.b' MM" },
              { "%H o'clock", "HH 'o''clock'" }, { "%y. gada", "yy. 'gada'" } })
         EXPECT_EQ(MakePicture(format), CString(picture)) << format;
 }
