@@ -51,7 +51,8 @@ struct EGLFunctions {
         return reinterpret_cast<Pointer>(GetProcAddress(name));
     }
 
-#define OMBREL_DECLARE(name) decltype (&::egl##name)(name) = nullptr;
+// A declared name takes no parentheses.
+#define OMBREL_DECLARE(name) decltype(&::egl##name) name = nullptr; // NOLINT(bugprone-macro-parentheses)
     OMBREL_EGL_FUNCTIONS(OMBREL_DECLARE)
 #undef OMBREL_DECLARE
 };

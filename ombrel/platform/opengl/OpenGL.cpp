@@ -5,13 +5,15 @@
 namespace ombrel {
 
 namespace gl {
-#define OMBREL_DEFINE(name) decltype (&::gl##name)(name) = nullptr;
+// A declared name takes no parentheses.
+#define OMBREL_DEFINE(name) decltype(&::gl##name) name = nullptr; // NOLINT(bugprone-macro-parentheses)
 OMBREL_GL_FUNCTIONS(OMBREL_DEFINE)
 #undef OMBREL_DEFINE
 } // namespace gl
 
 namespace glu {
-#define OMBREL_DEFINE(name) decltype (&::glu##name)(name) = nullptr;
+// A declared name takes no parentheses.
+#define OMBREL_DEFINE(name) decltype(&::glu##name) name = nullptr; // NOLINT(bugprone-macro-parentheses)
 OMBREL_GLU_FUNCTIONS(OMBREL_DEFINE)
 #undef OMBREL_DEFINE
 } // namespace glu

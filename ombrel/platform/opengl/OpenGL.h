@@ -172,13 +172,15 @@ namespace ombrel {
 // Null until the libraries are loaded: call the functions of gl within a GLCanvas::Scope, those of glu there or after
 // LoadGLU.
 namespace gl {
-#define OMBREL_DECLARE(name) extern decltype (&::gl##name)(name);
+// A declared name takes no parentheses.
+#define OMBREL_DECLARE(name) extern decltype(&::gl##name) name; // NOLINT(bugprone-macro-parentheses)
 OMBREL_GL_FUNCTIONS(OMBREL_DECLARE)
 #undef OMBREL_DECLARE
 } // namespace gl
 
 namespace glu {
-#define OMBREL_DECLARE(name) extern decltype (&::glu##name)(name);
+// A declared name takes no parentheses.
+#define OMBREL_DECLARE(name) extern decltype(&::glu##name) name; // NOLINT(bugprone-macro-parentheses)
 OMBREL_GLU_FUNCTIONS(OMBREL_DECLARE)
 #undef OMBREL_DECLARE
 } // namespace glu
