@@ -1,27 +1,18 @@
 // Loads any bytes as a colour map file: what comes of it is sound and gives colours; what loads stores and loads again.
 
+#include "fuzz/MemoryFile.h"
 #include "ombrel/colour/ColourMap.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <limits>
-#include <string>
-
-#include <sys/mman.h>
-#include <unistd.h>
 
 namespace {
 
 using namespace ombrel;
-
-void Require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
+using namespace ombrel::fuzz;
 
 bool IsAscending(CDoubleArray const& values)
 {
@@ -60,9 +51,9 @@ void LookUp(CColourMap const& map)
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
-    static int const file = memfd_create("map", 0);
-    static CString const path("/proc/self/fd/" + std::to_string(file));
-    Require(ftruncate(file, 0) == 0 && pwrite(file, data, size, 0) == static_cast<ssize_t>(size));
+    static MemoryFile file;
+    file.Fill(data, size);
+    CString const& path = file.GetPath();
 
     CString name;
     int const isNamed = CColourMap::GetNameFromFile(path, name);
