@@ -4,8 +4,9 @@
 #include "ombrel/platform/host/Host.h"
 
 #include <algorithm>
-#include <array>
+#include <bit>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <string>
 
@@ -199,10 +200,33 @@ namespace {
 struct Profile {
     /// Of its southernmost elevation, counted from the south.
     int startRow = 0;
-    /// In the values of all profiles.
-    std::size_t first = 0;
-    std::size_t count = 0;
+    std::vector<std::int16_t> elevations {};
 };
+
+/// The number in the six characters at p, when they are nothing but blanks and digits behind them; −1 for any other.
+int ReadPlainField(char const* p)
+{
+    static_assert(std::endian::native == std::endian::little);
+    std::uint32_t low = 0;
+    std::uint16_t high = 0;
+    std::memcpy(&low, p, sizeof low);
+    std::memcpy(&high, p + sizeof low, sizeof high);
+    // All characters at once, the first one lowest: a digit becomes its value, a blank 16.
+    std::uint64_t const characters = (std::uint64_t { high } << 32 | low) ^ 0x303030303030;
+    std::uint64_t const blanks = characters & 0x101010101010;
+    std::uint64_t const blankBytes = (blanks >> 4) * 0xFF;
+    std::uint64_t v = characters & ~blankBytes;
+    bool const isPlain = (characters & blankBytes) == blanks && (blankBytes & (blankBytes + 1)) == 0
+        && blankBytes != 0xFFFFFFFFFFFF && (((v + 0x767676767676) | v) & 0x808080808080) == 0;
+    if (!isPlain)
+        return -1;
+    // Eight digits, the first two 0: pairs, fours, all.
+    v <<= 16;
+    v = (v * 10 + (v >> 8)) & 0x00FF00FF00FF00FF;
+    v = (v * 100 + (v >> 16)) & 0x0000FFFF0000FFFF;
+    v = (v * 10000 + (v >> 32)) & 0xFFFFFFFF;
+    return static_cast<int>(v);
+}
 
 class ProfileReader {
 public:
@@ -216,14 +240,13 @@ public:
 
 private:
     Profile ReadProfile(int number);
-    /// The elevations from column first on, as many as there are or the profile needs.
-    void ReadElevations(int number, std::size_t first, std::size_t count);
+    /// Appends count elevations of the record, from byte first on, to those of the profile.
+    void ReadElevations(int number, std::size_t first, std::size_t count, std::vector<std::int16_t>& into);
     std::int16_t ReadElevation(int number, std::string_view field);
     void Place(std::vector<Profile> const& profiles);
 
     DEMRecords& m_records;
     DEMHeader const& m_header;
-    std::vector<std::int16_t> m_values;
     DEMElevations m_elevations;
 };
 
@@ -265,33 +288,37 @@ Profile ProfileReader::ReadProfile(int number)
         start += 1e-6 * (start + 1.0);
     if (!(std::trunc(start) >= 0.0))
         Refuse(m_records, Formatted("Profile %d starts below image frame\n", number), "a northing within the corners");
-    Profile profile { .first = m_values.size(), .count = static_cast<std::size_t>(std::max(heads[2], 0)) };
-    profile.startRow = static_cast<int>(std::min<double>(start, m_header.gridRows));
+    Profile profile { .startRow = static_cast<int>(std::min<double>(start, m_header.gridRows)) };
+    auto const wanted = static_cast<std::size_t>(std::max(heads[2], 0));
 
     constexpr std::size_t kWithHeader = 146;
     constexpr std::size_t kOfRecord = 170;
-    std::size_t count = std::min(profile.count, kWithHeader);
-    ReadElevations(number, 144, count);
-    for (std::size_t done = count; done < profile.count; done += count) {
+    std::size_t count = std::min(wanted, kWithHeader);
+    ReadElevations(number, 144, count, profile.elevations);
+    while (profile.elevations.size() < wanted) {
         if (!m_records.NextFilled())
-            Refuse(m_records, kTooEarlyEnd, Formatted("%u elevations in profile %d", profile.count, number));
-        count = std::min(profile.count - done, kOfRecord);
-        ReadElevations(number, 0, count);
+            Refuse(m_records, kTooEarlyEnd, Formatted("%u elevations in profile %d", wanted, number));
+        count = std::min(wanted - profile.elevations.size(), kOfRecord);
+        ReadElevations(number, 0, count, profile.elevations);
     }
     return profile;
 }
 
-void ProfileReader::ReadElevations(int number, std::size_t first, std::size_t count)
+void ProfileReader::ReadElevations(int number, std::size_t first, std::size_t count, std::vector<std::int16_t>& into)
 {
     constexpr std::size_t kWidth = 6;
     std::string_view const record = m_records.GetText();
     if (m_records.IsCut() && record.size() < first + count * kWidth)
         Refuse(m_records, kTooEarlyEnd, Formatted("%u elevations in the record", count));
-    std::size_t const before = m_values.size();
-    m_values.resize(before + count);
+    std::size_t const before = into.size();
+    into.resize(before + count);
+    std::size_t const whole = std::min((record.size() - std::min(first, record.size())) / kWidth, count);
     for (std::size_t i = 0; i < count; ++i) {
         std::size_t const at = std::min(first + i * kWidth, record.size());
-        m_values[before + i] = ReadElevation(number, record.substr(at, kWidth));
+        int const plain = i < whole ? ReadPlainField(record.data() + at) : -1;
+        constexpr int kMost = std::numeric_limits<std::int16_t>::max();
+        into[before + i] = plain >= 0 && plain <= kMost ? static_cast<std::int16_t>(plain)
+                                                        : ReadElevation(number, record.substr(at, kWidth));
     }
 }
 
@@ -335,9 +362,9 @@ void ProfileReader::Place(std::vector<Profile> const& profiles)
         Profile const& profile = profiles[column];
         auto const start = static_cast<std::size_t>(profile.startRow);
         // What would lie above the grid is left out.
-        std::size_t const count = std::min(profile.count, rows - start);
+        std::size_t const count = std::min(profile.elevations.size(), rows - start);
         for (std::size_t k = 0; k < count; ++k)
-            m_elevations.cells[(rows - 1 - start - k) * cols + column] = m_values[profile.first + k];
+            m_elevations.cells[(rows - 1 - start - k) * cols + column] = profile.elevations[k];
     }
 }
 
