@@ -243,16 +243,6 @@ std::vector<std::size_t> VisibleColumns(
     return kept;
 }
 
-std::vector<std::size_t> AllColumns(AreaStack const& stack)
-{
-    std::vector<std::size_t> kept;
-    for (std::size_t i = 0; i < stack.count; ++i) {
-        if (!IsGap(stack.xs[i]))
-            kept.push_back(i);
-    }
-    return kept;
-}
-
 void RealPath::Add(CRealPoint const& p)
 {
     xs.push_back(p.x);

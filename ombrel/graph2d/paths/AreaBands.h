@@ -60,9 +60,6 @@ enum class Normalising { No, Yes };
 std::vector<std::size_t> VisibleColumns(
     AreaStack const& stack, PortMapping const& map, PixelStrip const& strip, Normalising normalising);
 
-/// Every column whose x is not missing: what the picture of the visible ones must look like.
-std::vector<std::size_t> AllColumns(AreaStack const& stack);
-
 /// Divides each column of rows of equal length by its divisor.
 void NormaliseColumns(std::span<double* const> rows, std::size_t count);
 

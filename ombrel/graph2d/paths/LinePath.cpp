@@ -200,23 +200,6 @@ void AddStraightLines(LinePath& path, StoredPoints const& points, PointMapping c
 
 namespace {
 
-struct PlainSink {
-    LinePath& path;
-    void Add(int x, int y) { path.Add({ x, y }); }
-    void Break() { path.Break(); }
-};
-
-} // namespace
-
-void AddUnmergedLines(LinePath& path, StoredPoints const& points, PointMapping const& map)
-{
-    PlainSink sink { path };
-    AddPoints(sink, points, map, 0, points.count);
-    sink.Break();
-}
-
-namespace {
-
 /// Turns moves along a column into single ones, or the whole column into a solid line when they overlap too much.
 class DashMerger {
 public:

@@ -67,9 +67,6 @@ enum class Merging {
 void AddStraightLines(LinePath& path, StoredPoints const& points, PointMapping const& map, int firstColumn,
     int lastColumn, Merging merging = Merging::Pixels);
 
-/// Every point as it is, broken at gaps: what AddStraightLines must look like.
-void AddUnmergedLines(LinePath& path, StoredPoints const& points, PointMapping const& map);
-
 /// As AddStraightLines for a dashed line. Moves along a column in one direction become one, which changes no dash;
 /// where a column's moves go up and down for longer than maxLength pixels their dashes would overlap into a solid
 /// line, and solid takes that line in place of the moves.
