@@ -44,7 +44,7 @@ struct Model {
     Model()
     {
         Put(1, "HILL");
-        for (std::size_t const one : { 145, 151, 157, 541 })
+        for (unsigned const one : { 145U, 151U, 157U, 541U })
             Number(one, 1);
         Number(529, 2);
         Number(535, 2);
