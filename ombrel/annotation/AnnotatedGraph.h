@@ -24,7 +24,7 @@ public:
     void DrawEmbedded(CDC* dc, CRect const& window, CRect const& target) override;
     /// Stretches the finished off-screen picture onto the printer, at the print rectangle of the user's preferences,
     /// in millimetres from the page's corner.
-    void DrawToPrinter(CDC* printer);
+    virtual void DrawToPrinter(CDC* printer);
     /// Works out where everything lies in a draw of that window on a context like this one, without drawing: for hosts
     /// that place annotation by CAnnotation::Measure. Does nothing where Draw does nothing.
     void LayOut(CDC* dc, CRect const& window);
@@ -49,6 +49,21 @@ public:
     void DrawLegend(CPort* port);
 
 protected:
+    /// Called before anything of a draw, and after all of it but the host's callback, however the draw ends.
+    virtual void BeginDraw(CDC& /*target*/) { }
+    virtual void EndDraw() { }
+    /// Brings up to date what the drawing depends on, before it is laid out: here all components.
+    virtual void UpdateForDraw() { UpdateComponentParameters(); }
+    /// Whether a draw in this mode goes through the graph's own bitmap, rather than straight to the target.
+    virtual bool IsDrawnOffScreen(CDC const& /*target*/, PaintMode mode) const { return mode == pmOffScreen; }
+    /// Copies the finished picture to the window's corner on the target.
+    virtual void CopyPicture(CDC& target, CDIB& picture);
+    /// A rectangle of a window of one size in the same place of one of another.
+    virtual CRect Embedded(CRect const& rect, CSize from, CSize to) const;
+    /// Whether this is the context of the graph's own bitmap.
+    bool IsOwnBitmap(CDC const& dc) const { return &dc == m_dib.GetDC(); }
+    /// Gives the bitmaps back; the next draw makes them again.
+    void ReleaseBitmaps();
     /// Draws everything but frame and annotation, laid out already; the window's corner is the context's origin.
     virtual void DrawBody(CDC&) { }
     /// Draws what lies over the body: here captions, colour keys, legend.
@@ -72,6 +87,7 @@ protected:
 
 private:
     class OwnPlace;
+    class DrawSteps;
     bool IsComplete(CDC const& target) const;
     void LayOutInWindow();
     void DrawOffScreen(CDC& target);

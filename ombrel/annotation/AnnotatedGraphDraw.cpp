@@ -43,10 +43,23 @@ private:
     int m_sized;
 };
 
-namespace {
+/// The steps before and after a draw, the latter also when an exception ends it.
+class CAnnotatedGraph::DrawSteps {
+public:
+    DrawSteps(CAnnotatedGraph& graph, CDC& target)
+        : m_graph(graph)
+    {
+        m_graph.BeginDraw(target);
+    }
+    ~DrawSteps() { m_graph.EndDraw(); }
+    DrawSteps(DrawSteps const&) = delete;
+    DrawSteps& operator=(DrawSteps const&) = delete;
 
-/// A rectangle of a window of one size in the same place of one of another.
-CRect Scaled(CRect const& rect, CSize from, CSize to)
+private:
+    CAnnotatedGraph& m_graph;
+};
+
+CRect CAnnotatedGraph::Embedded(CRect const& rect, CSize from, CSize to) const
 {
     auto const scaled = [](int length, int part, int whole) {
         float const ratio = static_cast<float>(part) / static_cast<float>(whole);
@@ -56,8 +69,6 @@ CRect Scaled(CRect const& rect, CSize from, CSize to)
     return { left, scaled(to.cy, rect.top, from.cy), left + scaled(to.cx, rect.Width(), from.cx),
         scaled(to.cy, rect.bottom, from.cy) };
 }
-
-} // namespace
 
 bool CAnnotatedGraph::GraphComponentModified() const
 {
@@ -76,11 +87,14 @@ void CAnnotatedGraph::Draw(CDC* dc, CRect const& rect, PaintMode mode)
     if (IsBusy() || rect.IsRectEmpty())
         return;
     DrawScope scope(*this);
-    m_windowRect = rect;
-    if (mode == pmOffScreen)
-        DrawOffScreen(*dc);
-    else
-        DrawDirect(*dc, rect.TopLeft(), [this] { LayOutInWindow(); });
+    {
+        DrawSteps const steps(*this, *dc);
+        m_windowRect = rect;
+        if (IsDrawnOffScreen(*dc, mode))
+            DrawOffScreen(*dc);
+        else
+            DrawDirect(*dc, rect.TopLeft(), [this] { LayOutInWindow(); });
+    }
     scope.Finish(dc->IsPrinting());
 }
 
@@ -91,6 +105,7 @@ void CAnnotatedGraph::DrawEmbedded(CDC* dc, CRect const& window, CRect const& ta
     DrawScope scope(*this);
     {
         OwnPlace const own(*this);
+        DrawSteps const steps(*this, *dc);
         if (m_windowRect.IsRectEmpty()) {
             // A graph that was never drawn in a window of its own is laid out as if the target were it.
             m_windowRect = target;
@@ -104,7 +119,7 @@ void CAnnotatedGraph::DrawEmbedded(CDC* dc, CRect const& window, CRect const& ta
                 m_sized = 1;
                 SetInitialSize();
             }
-            CRect const embedded = Scaled(m_graphRect, m_windowRect.Size(), target.Size());
+            CRect const embedded = Embedded(m_graphRect, m_windowRect.Size(), target.Size());
             m_windowRect = target;
             SetGraphSize(embedded);
         });
@@ -147,7 +162,7 @@ void CAnnotatedGraph::DrawOffScreen(CDC& target)
     m_dc = m_dib.GetDC();
     if (IsComplete(target)) {
         SavedDC const saved(*m_dc);
-        UpdateComponentParameters();
+        UpdateForDraw();
         LayOutInWindow();
         DrawBodyAndFrame(*m_dc);
         m_bodyIsDrawn = true;
@@ -162,7 +177,7 @@ template <typename LayOutStep> void CAnnotatedGraph::DrawDirect(CDC& dc, CPoint 
     SavedDC const saved(dc);
     CPoint const origin = dc.GetViewportOrg();
     dc.SetViewportOrg(origin.x + corner.x, origin.y + corner.y);
-    UpdateComponentParameters();
+    UpdateForDraw();
     layOut();
     DrawBodyAndFrame(dc);
     DrawAnnotationOn(dc);
@@ -199,7 +214,7 @@ void CAnnotatedGraph::Present(CDC& target)
     // Without annotation the finished picture is the body: it is copied once, straight to the target.
     m_displayIsBody = true;
     if (!HasAnnotation()) {
-        m_dib.Draw(&target, m_windowRect.left, m_windowRect.top);
+        CopyPicture(target, m_dib);
         return;
     }
     CDIB& display = GetDisplayDIB();
@@ -207,7 +222,21 @@ void CAnnotatedGraph::Present(CDC& target)
         SavedDC const saved(*display.GetDC());
         DrawAnnotationOn(*display.GetDC());
     }
-    display.Draw(&target, m_windowRect.left, m_windowRect.top);
+    CopyPicture(target, display);
+}
+
+void CAnnotatedGraph::CopyPicture(CDC& target, CDIB& picture)
+{
+    picture.Draw(&target, m_windowRect.left, m_windowRect.top);
+}
+
+void CAnnotatedGraph::ReleaseBitmaps()
+{
+    m_dib.Create(1, 1, 24);
+    m_displayDIB.Create(1, 1, 24);
+    m_displayIsBody = false;
+    m_bodyIsDrawn = false;
+    m_bitmapSize = {};
 }
 
 CDIB& CAnnotatedGraph::GetDisplayDIB()

@@ -11,7 +11,9 @@
 
 namespace ombrel {
 
+class AxisGeometry;
 class C3DGraph;
+struct Picture3D;
 
 /// Stored as ints; a document may hold any number.
 enum AxisType : int { atXAxis = 1, atYAxis = 2, atZAxis = 3 };
@@ -45,6 +47,10 @@ public:
     C3DAxis(C3DGraph* graph, AxisType type);
     ~C3DAxis() override;
     void Serialize(CArchive& ar) override;
+
+    using CGraphComponent::Draw;
+    /// Draws the axis into the graph's current 3D state, when it is on.
+    void Draw() override;
 
     /// Takes over the view from the graph, and in the automatic range modes the range of the data.
     void UpdateGraphParameters() override;
@@ -177,6 +183,11 @@ private:
         return width != 0.0 ? (value - m_min) / width - 0.5 : 0.0;
     }
     C3DGraph* Get3DGraph() const;
+    /// Fills the arrays of what the last draw worked out; returns the length of major ticks.
+    double MakeNotches(AxisGeometry const& geometry);
+    void MakeLabelTexts();
+    void DrawLines(C3DGraph& graph, AxisGeometry const& geometry, double tickLength) const;
+    void PlaceTexts(C3DGraph const& graph, Picture3D& picture, AxisGeometry const& geometry, double tickLength);
     Factors const& NotchFactors() const { return m_type == atZAxis ? m_zNotchFactors : m_xyNotchFactors; }
 
     AxisType m_type = atXAxis;

@@ -3,7 +3,9 @@
 #include "ombrel/graph3d/3DCurve.h"
 #include "ombrel/graph3d/3DGrid.h"
 #include "ombrel/graph3d/3DPlot.h"
+#include "ombrel/graph3d/Polygon.h"
 #include "ombrel/graph3d/Walls.h"
+#include "ombrel/graph3d/view/Picture3D.h"
 #include "ombrel/prefs/Preferences.h"
 
 #include <algorithm>
@@ -15,6 +17,7 @@ namespace ombrel {
 constinit CRuntimeClass const C3DGraph::kClass = PersistentClass<C3DGraph, CGraph>("C3DGraph");
 
 C3DGraph::C3DGraph(int createComponents)
+    : m_ownPicture(std::make_unique<Picture3D>())
 {
     m_dataDimension = gd3D;
     COLORREF background = CPreferences::GetBackgroundColour3DDefault();

@@ -6,13 +6,15 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace ombrel {
 
 class C3DAxis;
 class C3DGrid;
-class CRgn;
+class CPolygon;
 class CWalls;
+struct Picture3D;
 
 /// A light: where it stands, and whether it is on.
 struct Light3D {
@@ -48,6 +50,8 @@ public:
     void UpdateZVals() override;
     /// The graph rectangle becomes the whole window.
     void SetInitialSize() override;
+    /// Switches the planes that cut off what lies outside of the data box.
+    void SwitchClipping(bool on) override { EnableClip(on); }
     /// The legend follows the graph's rectangle, captions and colour keys the window.
     std::optional<AnnotationFrame> GetAnnotationFrame(AnnotationKind kind, CRect const& window) const override;
     using CAnnotatedGraph::AddCaption;
@@ -59,6 +63,13 @@ public:
     C3DAxis* const* GetAxes() const { return m_axes.data(); }
     C3DGrid* GetGrid() const { return m_grid; }
     CWalls* GetWalls() const { return m_walls; }
+    /// As CAnnotatedGraph; without a context, the picture is only kept. On a printer: off screen, the finished picture
+    /// is stretched to the print rectangle (DrawToPrinter); directly, what OpenGL draws becomes an image of 300 pixels
+    /// to the inch, and annotation is drawn over it as text and lines.
+    void Draw(CDC* dc, CRect const& rect, PaintMode mode) override;
+    /// Gives the bitmaps back afterwards.
+    void DrawToPrinter(CDC* printer) override;
+
     /// Takes over all settings of three axes X, Y and Z; the graph keeps its own axes objects. Not owned.
     void ReplaceAxes(C3DAxis** axes);
 
@@ -94,6 +105,13 @@ public:
     void GetWalls(WallType& x, WallType& y, WallType& z);
     /// Width by height of the data box in this view, without perspective.
     double GetGraphAspectRatio() const;
+    /// The data units of what is seen under a pixel of the window in the last picture: 1, or 0 with the units untouched
+    /// when only background is.
+    int WindowToUnits(int x, int y, double& unitsX, double& unitsY, double& unitsZ);
+    /// Where OpenGL draws: pixels of the window with y up, top being the lower edge.
+    CRect GetViewportRect() const;
+    /// A point with y up as one of the window.
+    CPoint ViewportToWindow(CPoint p) const;
 
     // Colours and lights
 
@@ -177,8 +195,20 @@ public:
     /// Whether some curve's objects must not be distorted: such a graph always has the proportions of the ranges.
     int HasObjectCurve() const;
 
-    // Steps of a draw, for components and curves while they draw themselves
+    // OpenGL. Nothing of it is loaded before the first draw: what draws in 2D alone stays as small and as quick to
+    // start as without it, and documents with 3D graphs can be worked on where there is no OpenGL. So the constructor
+    // makes no context, which InitializeOpenGL does.
 
+    /// Makes bitmap and context for pictures of that size: 1, or 0 when there is no OpenGL.
+    int InitializeOpenGL(int width, int height, CDC* reference);
+    /// Tell every component to release, and to make again, what belongs to the context.
+    void InvalidateDeviceObjects();
+    void RestoreDeviceObjects();
+
+    // Steps of a draw, for components and curves while they draw themselves; outside of a draw they do nothing
+
+    /// Gives OpenGL the graph's rectangle, or without one all of a window of that size. Returns 1.
+    int Resize(int width, int height);
     /// Clears the picture, and sets camera and lights for a pass whose picture is moved by fractions of a pixel.
     void SetState(double jitterX, double jitterY);
     /// Cuts off what lies outside of the data box.
@@ -192,14 +222,55 @@ public:
     /// Binds a texture of one or two dimensions, sampled without filtering, and modulates colours by it.
     void Set1DTextureState(int on, int texture);
     void SetTextureState(int on, int texture);
+    /// Takes over a polygon that is drawn, with the others from the farthest to the nearest, after everything opaque.
+    void AddTransparentPolygon(std::unique_ptr<CPolygon> polygon);
+    OwnedArray<CPolygon> const& GetTransparentPolygons() const { return m_polygons; }
+    void ClearPolygons();
+    /// The picture that is being drawn; null outside of a draw. For what is drawn in this folder.
+    Picture3D* GetPicture() const { return m_picture; }
+    /// The height in pixels of labels' and titles' font, before its size factor: 1/30 of the graph's shorter side, at
+    /// most 4 mm.
+    int GetTextHeight() const;
 
 protected:
     /// Adds each standard component that is missing.
     void CreateComponents();
     void ClearComponents() override;
     void FindComponents() override;
+    void BeginDraw(CDC& target) override;
+    void EndDraw() override;
+    /// Brings data, ranges and the proportions of the data box up to date, in this order: the first picture of new data
+    /// has the proportions of that data.
+    void UpdateForDraw() override;
+    bool IsDrawnOffScreen(CDC const& target, PaintMode mode) const override;
+    void DrawBody(CDC& dc) override;
+    void DrawAnnotation(CPort& port) override;
+    void CopyPicture(CDC& target, CDIB& picture) override;
+    CRect Embedded(CRect const& rect, CSize from, CSize to) const override;
+
+    /// Draw the picture that GetPicture is: in one pass, or in eight whose average it becomes. Return 1.
+    int Render();
+    int RenderAntialias();
+    /// Sorts the transparent polygons, the farthest first; and draws them.
+    void BuildPolygonDistances();
+    void RenderTransparentPolygons();
 
 private:
+    /// The mean depth of a polygon's vertices, and which polygon it is.
+    struct PolygonDistance {
+        double distance;
+        int index;
+    };
+    enum class PlotKind { Picture, Text };
+    void SetLights() const;
+    void MakeLabelSpace();
+    void BeginPass(double jitterX, double jitterY);
+    void DrawPlots(PlotKind kind);
+    void DrawTransparentPolygons();
+    void WriteTexts();
+    void RenderOn(Picture3D& picture, CDIB& bitmap);
+    void DrawElsewhere(CDC& dc);
+
     std::array<C3DAxis*, 3> m_axes {};
     C3DGrid* m_grid = nullptr;
     CWalls* m_walls = nullptr;
@@ -230,6 +301,10 @@ private:
     int m_axisLineAntialiasMode = 1;
     int m_autoscaleMode = 0;
     double m_lightDistance = 1.5;
+    OwnedArray<CPolygon> m_polygons;
+    std::vector<PolygonDistance> m_distances;
+    std::unique_ptr<Picture3D> m_ownPicture;
+    Picture3D* m_picture = nullptr;
     CDC* m_printerDC = nullptr;
     double m_printScale = 1.0;
     int m_printingSuppressed = 0;

@@ -1,8 +1,16 @@
 #include "ombrel/graph3d/3DGrid.h"
 #include "ombrel/graph3d/3DAxis.h"
 #include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/view/AxisTicks3D.h"
+#include "ombrel/graph3d/view/BoxFaces.h"
+#include "ombrel/graph3d/view/Picture3D.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
+#include "ombrel/platform/opengl/OpenGL.h"
 #include "ombrel/prefs/Preferences.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
 
 namespace ombrel {
 
@@ -41,9 +49,107 @@ void C3DGrid::GetColour(BYTE& r, BYTE& g, BYTE& b) const
 
 void C3DGrid::UpdateGraphParameters()
 {
+    for (GridLines3D* lines : { &m_x, &m_y, &m_z }) {
+        std::int64_t const total
+            = (std::int64_t { lines->lines } - 1) * std::max<std::int64_t>(lines->minorDivs, 1) + 1;
+        lines->total = static_cast<int>(std::clamp<std::int64_t>(total, 0, kMaxTicks3D));
+    }
     C3DGraph const* const graph = Get3DGraph();
     if (graph && graph->GetAxes()[0])
         graph->GetAxes()[0]->GetScaleFacs(m_scale[0], m_scale[1], m_scale[2]);
+}
+
+std::vector<double> C3DGrid::LinePlaces(C3DGraph const& graph, int axis) const
+{
+    GridLines3D const& lines = Lines(axis);
+    double const side = m_scale[static_cast<std::size_t>(axis)];
+    // With lines at a step, the even ones are only the borders of the wall.
+    int const n = lines.mode == GridLines3D::glStep ? 2 : lines.total;
+    std::vector<double> places;
+    for (int k = 0; n >= 2 && k < n; ++k)
+        places.push_back(-side / 2.0 + k * (side / (n - 1)));
+    C3DAxis const* const scale = graph.GetAxes()[axis];
+    if (lines.mode == GridLines3D::glStep && scale) {
+        double const step = std::fabs(scale->GetViewDel(lines.del / std::max(lines.minorDivs, 1)));
+        std::vector<double> const steps = lines.del > 0.0
+            ? StepValues(scale->GetViewVal(lines.min, 1), step, -side / 2.0, side / 2.0)
+            : std::vector<double>();
+        places.insert(places.end(), steps.begin(), steps.end());
+    }
+    return places;
+}
+
+void C3DGrid::RenderGrid(C3DGraph const& graph, WallType wall) const
+{
+    BoxFace const& face = kBoxFaces[wall];
+    std::size_t const across = wall / 2U;
+    double const depth = face.sign * m_scale[across] / 2.0;
+    std::vector<float> points;
+    auto const addPoint = [&](std::size_t axis, double v, std::size_t other, double w) {
+        std::array<double, 3> point {};
+        point[across] = depth;
+        point[axis] = v;
+        point[other] = w;
+        for (double const coordinate : point)
+            points.push_back(static_cast<float>(coordinate));
+    };
+    std::size_t const axes[2] = { across == 0 ? 1U : 0U, across == 2 ? 1U : 2U };
+    for (int i = 0; i < 2; ++i) {
+        std::size_t const axis = axes[i];
+        std::size_t const other = axes[1 - i];
+        for (double const place : LinePlaces(graph, static_cast<int>(axis))) {
+            addPoint(axis, place, other, -m_scale[other] / 2.0);
+            addPoint(axis, place, other, m_scale[other] / 2.0);
+        }
+    }
+    if (points.empty())
+        return;
+    gl::Color3ubv(m_colour.rgb);
+    float normal[3] = { 0.0F, 0.0F, 0.0F };
+    normal[across] = static_cast<float>(face.sign);
+    gl::Normal3fv(normal);
+    gl::PushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    gl::BindBuffer(GL_ARRAY_BUFFER, 0);
+    gl::EnableClientState(GL_VERTEX_ARRAY);
+    gl::VertexPointer(3, GL_FLOAT, 0, points.data());
+    gl::DrawArrays(GL_LINES, 0, static_cast<GLsizei>(points.size() / 3));
+    gl::PopClientAttrib();
+}
+
+void C3DGrid::Draw()
+{
+    C3DGraph* const graph = Get3DGraph();
+    if (!m_on || !graph || !graph->GetPicture())
+        return;
+    UpdateGraphParameters();
+    graph->EnableLighting(m_useLighting);
+    graph->Set1DTextureState(0, 0);
+    double width = graph->GetLineWidth(1);
+    bool const isSmooth = graph->GetGridLineAntialiasMode() != 0;
+    if (isSmooth) {
+        width = std::max(width, 1.5);
+        gl::Enable(GL_LINE_SMOOTH);
+        gl::Enable(GL_BLEND);
+        gl::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+        gl::Hint(GL_LINE_SMOOTH_HINT, GL_NICEST);
+        gl::PointSize(1.0F);
+    }
+    gl::LineWidth(static_cast<float>(width));
+    // Grid lines never hide data.
+    gl::DepthMask(GL_FALSE);
+    if (m_x.planeOn)
+        RenderGrid(*graph, m_wallTypes[0]);
+    if (m_y.planeOn)
+        RenderGrid(*graph, m_wallTypes[1]);
+    if (m_z.planeOn)
+        RenderGrid(*graph, m_wallTypes[2]);
+    gl::DepthMask(GL_TRUE);
+    if (isSmooth) {
+        gl::Disable(GL_LINE_SMOOTH);
+        gl::Disable(GL_BLEND);
+    }
+    gl::LineWidth(1.0F);
+    graph->EnableLighting(1);
 }
 
 } // namespace ombrel

@@ -5,6 +5,7 @@
 #include "ombrel/platform/framework/Export.h"
 
 #include <array>
+#include <vector>
 
 namespace ombrel {
 
@@ -37,6 +38,10 @@ public:
     C3DGrid();
     explicit C3DGrid(C3DGraph* graph);
     void Serialize(CArchive& ar) override;
+
+    using CGraphComponent::Draw;
+    /// Draws the lines into the graph's current 3D state, when the grid is on: data is drawn over them.
+    void Draw() override;
 
     /// Takes over the sides of the data box, and counts the lines.
     void UpdateGraphParameters() override;
@@ -95,6 +100,10 @@ public:
 
 private:
     C3DGraph* Get3DGraph() const;
+    GridLines3D const& Lines(int axis) const { return axis == 0 ? m_x : axis == 1 ? m_y : m_z; }
+    /// The coordinates along an axis that have lines, in box units.
+    std::vector<double> LinePlaces(C3DGraph const& graph, int axis) const;
+    void RenderGrid(C3DGraph const& graph, WallType wall) const;
 
     int m_on = 1;
     std::array<WallType, 3> m_wallTypes { wtXMin, wtYMin, wtZMin };

@@ -21,6 +21,10 @@ public:
     explicit CWalls(C3DGraph* graph);
     void Serialize(CArchive& ar) override;
 
+    using CGraphComponent::Draw;
+    /// Draws the walls into the graph's current 3D state, when they are on.
+    void Draw() override;
+
     /// Takes over the sides of the data box.
     void UpdateGraphParameters() override;
     /// The view that is drawn; see C3DGraph::GetQuadrant and GetLevel.
