@@ -25,6 +25,9 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DGrid.h"
 #include "ombrel/graph3d/3DPlot.h"
+#include "ombrel/graph3d/3DRowColCurve.h"
+#include "ombrel/graph3d/Surface.h"
+#include "ombrel/graph3d/SurfacePlot.h"
 #include "ombrel/graph3d/Walls.h"
 #include "ombrel/io/ScanTestHeader.h"
 #include "ombrel/io/USGSDEM.h"
@@ -86,6 +89,9 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &CWalls::kClass,
     &C3DPlot::kClass,
     &C3DCurve::kClass,
+    &C3DRowColCurve::kClass,
+    &CSurfacePlot::kClass,
+    &CSurface::kClass,
 };
 
 } // namespace

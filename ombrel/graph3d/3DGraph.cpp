@@ -4,6 +4,7 @@
 #include "ombrel/graph3d/3DGrid.h"
 #include "ombrel/graph3d/3DPlot.h"
 #include "ombrel/graph3d/Polygon.h"
+#include "ombrel/graph3d/SurfacePlot.h"
 #include "ombrel/graph3d/Walls.h"
 #include "ombrel/graph3d/view/Picture3D.h"
 #include "ombrel/prefs/Preferences.h"
@@ -78,7 +79,23 @@ void C3DGraph::FindComponents()
     }
 }
 
-CPlot* C3DGraph::AddPlot(ItemType) { return nullptr; }
+CPlot* C3DGraph::AddPlot(ItemType type)
+{
+    std::unique_ptr<CPlot> plot;
+    switch (type) {
+    case itSurfacePlot:
+        plot = std::make_unique<CSurfacePlot>(this);
+        break;
+    default:
+        return nullptr;
+    }
+    if (!GetPlotArray())
+        return nullptr;
+    plot->SetTag(GetNewTag());
+    CPlot* const added = plot.release();
+    GetPlotArray()->Add(added);
+    return added;
+}
 
 CCaption* C3DGraph::AddCaption(double x, double y)
 {

@@ -1,0 +1,193 @@
+#include "ombrel/graph3d/3DRowColCurve.h"
+#include "ombrel/graph3d/geometry/GridCoordinates.h"
+#include "ombrel/platform/framework/ArchiveFields.h"
+#include "ombrel/platform/framework/Exception.h"
+
+#include <utility>
+
+namespace ombrel {
+
+constinit CRuntimeClass const C3DRowColCurve::kClass = PersistentClass<C3DRowColCurve, C3DCurve>("C3DRowColCurve");
+
+namespace {
+
+// A document of a few bytes may ask for any number of cells. More than these are made only when the table has them.
+constexpr double kMostInterpolatedNodes = 1 << 24;
+
+// Steps are compared as the numbers that they are stored as in files of text.
+bool Same(double a, double b) { return a == b || CVUtils::FloatEq(a, b); }
+
+} // namespace
+
+C3DRowColCurve::C3DRowColCurve(CPlot* plot, int useGraphColour)
+    : C3DCurve(plot, useGraphColour)
+    , m_mesh(std::make_unique<CMesh>())
+{
+}
+
+C3DRowColCurve::~C3DRowColCurve() = default;
+
+void C3DRowColCurve::Serialize(CArchive& ar)
+{
+    C3DCurve::Serialize(ar);
+    ArchiveFields f(ar);
+    f.Version(1);
+    f.Int(m_grid.rows, m_grid.cols);
+    f.Double(m_grid.xMin, m_grid.xMax, m_grid.yMin, m_grid.yMax);
+    f.Double(m_placement.xMin, m_placement.yMin, m_placement.xStep, m_placement.yStep);
+    f.Int(m_alignMeshes);
+    if (GetDataSourceType() > dsFormula)
+        f.Nested(m_table);
+}
+
+void C3DRowColCurve::SetTableData(VARIANT const& values)
+{
+    SAFEARRAY const* const array = (values.vt & VT_ARRAY) != 0 ? values.parray.get() : nullptr;
+    if (!array || array->bounds.size() != 2)
+        throw new COleDispatchException("ZVals array needs to be two dimensional");
+    std::size_t const rows = array->bounds[0];
+    std::size_t const cols = array->bounds[1];
+    constexpr std::size_t kMost = std::numeric_limits<int>::max();
+    if (rows < 1 || cols < 1 || rows > kMost || cols > kMost || array->values.size() / rows < cols)
+        throw new COleDispatchException("Problem with ZVals array bounds");
+    CTableData table;
+    table.Initialise(static_cast<int>(rows), static_cast<int>(cols), 0);
+    for (std::size_t r = 0; r < rows; ++r) {
+        double* const row = table.GetRow(static_cast<int>(r));
+        for (std::size_t c = 0; c < cols; ++c)
+            row[c] = array->values[r + c * rows];
+    }
+    SetTableData(std::move(table));
+}
+
+void C3DRowColCurve::SetTableData(CTableData&& table)
+{
+    m_table = std::move(table);
+    SetModified(1);
+    SetPlotDataModified(1);
+}
+
+void C3DRowColCurve::OffsetTableData(double offset, double gain)
+{
+    m_table.Offset(offset, gain);
+    SetModified(1);
+}
+
+void C3DRowColCurve::AlignMeshes()
+{
+    int const rows = m_table.GetNumRows() - 1;
+    int const cols = m_table.GetNumCols() - 1;
+    if (rows < 1 || cols < 1)
+        return;
+    SetGrid({ rows, cols, m_placement.xMin, m_placement.xMin + cols * m_placement.xStep, m_placement.yMin,
+        m_placement.yMin + rows * m_placement.yStep });
+    m_rowsReplaced = false;
+    m_colsReplaced = false;
+}
+
+int C3DRowColCurve::DataMeshEqualsCurveMesh() const
+{
+    return m_table.GetNumRows() - 1 == m_grid.rows && m_table.GetNumCols() - 1 == m_grid.cols
+            && Same(m_placement.xMin, m_grid.xMin) && Same(m_placement.yMin, m_grid.yMin)
+            && Same(m_placement.xMin + m_grid.cols * m_placement.xStep, m_grid.xMax)
+            && Same(m_placement.yMin + m_grid.rows * m_placement.yStep, m_grid.yMax)
+        ? 1
+        : 0;
+}
+
+int C3DRowColCurve::SetCoarseMeshMode(int cols, int rows)
+{
+    int changed = 0;
+    auto const replace = [&](int& count, int& saved, bool& replaced, int most) {
+        if (most != 0 && count > most) {
+            saved = replaced ? saved : count;
+            ChangeData(count, most);
+            replaced = true;
+            changed = 1;
+        }
+    };
+    auto const restore = [&](int& count, int saved, bool& replaced) {
+        if (replaced) {
+            ChangeData(count, saved);
+            replaced = false;
+            changed = 1;
+        }
+    };
+    if (cols == 0 && rows == 0) {
+        restore(m_grid.rows, m_savedRows, m_rowsReplaced);
+        restore(m_grid.cols, m_savedCols, m_colsReplaced);
+    } else {
+        replace(m_grid.rows, m_savedRows, m_rowsReplaced, rows);
+        replace(m_grid.cols, m_savedCols, m_colsReplaced, cols);
+    }
+    return changed;
+}
+
+int C3DRowColCurve::Evaluate()
+{
+    SetValid(GetDataSourceType() == dsFormula ? 0 : EvaluateTableCurve());
+    return IsValid();
+}
+
+int C3DRowColCurve::EvaluateTableCurve()
+{
+    if (GetCurveType() == ctParametric || IsGeographical())
+        return 0;
+    return FillMesh({ GetCurveType(), false }) ? 1 : 0;
+}
+
+bool C3DRowColCurve::FillMesh(GridCoordinates const& coordinates)
+{
+    int const rows = m_grid.rows;
+    int const cols = m_grid.cols;
+    double const nodes = (rows + 1.0) * (cols + 1.0);
+    double const tableValues = static_cast<double>(m_table.GetNumRows()) * m_table.GetNumCols();
+    if (rows < 1 || cols < 1 || !m_table.HasData() || nodes > std::max(kMostInterpolatedNodes, tableValues)) {
+        m_mesh->Clear();
+        return false;
+    }
+    if (m_mesh->GetNumRows() == rows && m_mesh->GetNumCols() == cols)
+        m_mesh->SetExtent(m_grid.xMin, m_grid.xMax, m_grid.yMin, m_grid.yMax);
+    else
+        m_mesh->Init(rows, cols, m_grid.xMin, m_grid.xMax, m_grid.yMin, m_grid.yMax);
+
+    bool const isSame = DataMeshEqualsCurveMesh() != 0;
+    CTableData const& table = m_table;
+    std::vector<GridCoordinates::Parameter> xs;
+    std::vector<double> tableX;
+    for (int i = 0; i <= cols; ++i) {
+        xs.push_back(coordinates.AlongX(m_mesh->GetMeshX(i)));
+        tableX.push_back((xs.back().value - m_placement.xMin) / m_placement.xStep);
+    }
+    for (int j = 0; j <= rows; ++j) {
+        GridCoordinates::Parameter const y = coordinates.AlongY(m_mesh->GetMeshY(j));
+        double const tableY = (y.value - m_placement.yMin) / m_placement.yStep;
+        double const* const values = table.GetRow(isSame ? j : 0);
+        double* const xRow = m_mesh->GetXRow(j);
+        double* const yRow = m_mesh->GetYRow(j);
+        double* const zRow = m_mesh->GetZRow(j);
+        for (std::size_t i = 0; i < xs.size(); ++i) {
+            double const v = isSame
+                ? values[i]
+                : CMesh::InterpolateOn(values, m_table.GetNumRows() - 1, m_table.GetNumCols() - 1, tableX[i], tableY);
+            bool const missing = IsGridGap(v);
+            std::array<double, 3> const place = coordinates.At(xs[i], y, missing ? 0.0 : v);
+            xRow[i] = place[0];
+            yRow[i] = place[1];
+            zRow[i] = missing ? kGap : place[2];
+        }
+    }
+    return true;
+}
+
+COLORREF C3DRowColCurve::GetLUTColour(double value) const
+{
+    double min = 0.0;
+    double max = 0.0;
+    GetZRange(min, max);
+    if (GetUseLUTMinMax())
+        GetLUTMinMax(min, max);
+    return GetColourmap()->GetColour(value, min, max);
+}
+
+} // namespace ombrel

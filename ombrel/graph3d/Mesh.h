@@ -1,0 +1,132 @@
+#pragma once
+#include "ombrel/foundation/GArray.h"
+#include "ombrel/foundation/Utils.h"
+#include "ombrel/graph3d/ContourLines.h"
+#include "ombrel/platform/framework/Export.h"
+#include "ombrel/platform/framework/Object.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+namespace ombrel {
+
+/// The nodes of a regular grid of rows × columns cells: places in space over a rectangle of parameters.
+///
+/// Node (i, j) is the column i = 0 … columns and the row j = 0 … rows; its parameters are x = min + i · step, and so y.
+/// Nodes are stored row by row. A node whose z is missing (IsGridGap) is no part of the surface.
+class OMBREL_EXPORT CMesh : public CObject {
+public:
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    /// Without nodes.
+    CMesh() = default;
+    CMesh(int rows, int cols, double xMin, double xMax, double yMin, double yMax)
+    {
+        Init(rows, cols, xMin, xMax, yMin, yMax);
+    }
+    /// Makes (rows + 1) × (cols + 1) nodes in the origin; none when either number is below 1. Throws std::bad_alloc.
+    void Init(int rows, int cols, double xMin, double xMax, double yMin, double yMax);
+    /// Places the grid over other parameters; the nodes stay.
+    void SetExtent(double xMin, double xMax, double yMin, double yMax);
+    void Clear();
+
+    /// Cells along y and along x.
+    int GetNumRows() const { return m_rows; }
+    int GetNumCols() const { return m_cols; }
+    bool HasNodes() const { return !m_z.empty(); }
+    double GetXDel() const { return m_xDel; }
+    double GetYDel() const { return m_yDel; }
+    double GetXMin() const { return m_xMin; }
+    double GetYMin() const { return m_yMin; }
+    double GetXMax() const { return m_xMax; }
+    double GetYMax() const { return m_yMax; }
+    double GetMeshX(int i) const { return m_xMin + i * m_xDel; }
+    double GetMeshY(int j) const { return m_yMin + j * m_yDel; }
+
+    /// Where node (i, j) is in the arrays.
+    std::size_t GetIndex(int i, int j) const
+    {
+        return CheckedIndex(j, static_cast<std::size_t>(m_rows) + 1) * (static_cast<std::size_t>(m_cols) + 1)
+            + CheckedIndex(i, static_cast<std::size_t>(m_cols) + 1);
+    }
+    std::vector<double> const& GetXVals() const { return m_x; }
+    std::vector<double> const& GetYVals() const { return m_y; }
+    std::vector<double> const& GetZVals() const { return m_z; }
+    /// Changing z values tells nobody.
+    std::vector<double>& GetZVals() { return m_z; }
+    /// The coordinates of row j's nodes, to be filled; whoever does so has the ranges computed afterwards.
+    double* GetXRow(int j) { return m_x.data() + GetIndex(0, j); }
+    double* GetYRow(int j) { return m_y.data() + GetIndex(0, j); }
+    double* GetZRow(int j) { return m_z.data() + GetIndex(0, j); }
+    bool IsMissing(int i, int j) const { return IsGridGap(m_z[GetIndex(i, j)]); }
+
+    /// z at a parameter point, bilinear between the four nodes of its cell. kGap outside of the grid and where a node
+    /// that takes part is missing.
+    double Interpolate(double x, double y) const
+    {
+        return InterpolateOn(m_z.data(), m_rows, m_cols, (x - m_xMin) / m_xDel, (y - m_yMin) / m_yDel);
+    }
+    /// The same on any (rows + 1) × (cols + 1) values, at a place counted in cells.
+    static double InterpolateOn(double const* values, int rows, int cols, double x, double y);
+
+protected:
+    std::vector<double> m_x;
+    std::vector<double> m_y;
+    std::vector<double> m_z;
+
+private:
+    static bool FindCell(double at, int cells, int& cell, double& fraction);
+
+    int m_rows = 0;
+    int m_cols = 0;
+    double m_xMin = 0.0;
+    double m_yMin = 0.0;
+    double m_xMax = 0.0;
+    double m_yMax = 0.0;
+    double m_xDel = 0.0;
+    double m_yDel = 0.0;
+};
+
+/// The cell that a place, counted in cells, lies in, and the fraction of it that lies before the place.
+inline bool CMesh::FindCell(double at, int cells, int& cell, double& fraction)
+{
+    // Ends of ranges are often computed in another way than the grid's.
+    constexpr double kTolerance = 1e-9;
+    double const slack = kTolerance * (cells + 1.0);
+    if (cells < 1 || !(at >= -slack && at <= cells + slack))
+        return false;
+    cell = static_cast<int>(std::min(std::max(at, 0.0), cells - 1.0));
+    fraction = std::min(std::max(at - cell, 0.0), 1.0);
+    return true;
+}
+
+inline double CMesh::InterpolateOn(double const* values, int rows, int cols, double x, double y)
+{
+    int i = 0;
+    int j = 0;
+    double fx = 0.0;
+    double fy = 0.0;
+    if (!FindCell(x, cols, i, fx) || !FindCell(y, rows, j, fy))
+        return kGap;
+    double const* const low
+        = values + static_cast<std::size_t>(j) * (static_cast<std::size_t>(cols) + 1) + static_cast<std::size_t>(i);
+    double const* const high = low + cols + 1;
+    if (!IsGridGap(low[0]) && !IsGridGap(low[1]) && !IsGridGap(high[0]) && !IsGridGap(high[1]))
+        return CVUtils::InterpolateBilinear(low[0], low[1], high[1], high[0], fx, fy);
+    // On a side of the cell the nodes off it take no part.
+    double const weights[] = { (1 - fx) * (1 - fy), fx * (1 - fy), (1 - fx) * fy, fx * fy };
+    double const corners[] = { low[0], low[1], high[0], high[1] };
+    double z = 0.0;
+    for (std::size_t k = 0; k < 4; ++k) {
+        if (weights[k] == 0.0)
+            continue;
+        if (IsGridGap(corners[k]))
+            return kGap;
+        z += weights[k] * corners[k];
+    }
+    return z;
+}
+
+} // namespace ombrel

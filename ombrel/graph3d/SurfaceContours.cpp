@@ -1,0 +1,211 @@
+#include "ombrel/foundation/Utils.h"
+#include "ombrel/graph3d/Surface.h"
+
+namespace ombrel {
+namespace {
+
+bool SameInSinglePrecision(double a, double b) { return static_cast<float>(a) == static_cast<float>(b); }
+
+} // namespace
+
+// --- Colours
+
+COLORREF CSurface::GetLUTColour(double value) const
+{
+    double dataMin = 0.0;
+    double dataMax = 0.0;
+    double low = 0.0;
+    double high = 0.0;
+    GetUntransformedDataAndLUTRanges(dataMin, dataMax, low, high);
+    return GetColourOfValue(value, low, high);
+}
+
+COLORREF CSurface::GetColourOfValue(double value, double low, double high) const
+{
+    if (GetColourDescription() == 0)
+        return CColourMap::GetGradedColour(static_cast<COLORREF>(GetColour()), value, low, high);
+    return GetColourmap()->GetColour(value, low, high);
+}
+
+COLORREF CSurface::GetContourLineLUTColour(double value) const
+{
+    double dataMin = 0.0;
+    double dataMax = 0.0;
+    double low = 0.0;
+    double high = 0.0;
+    GetUntransformedDataAndLUTRanges(dataMin, dataMax, low, high);
+    return GetColourmap()->GetColour(value, low, high);
+}
+
+COLORREF CSurface::GetWireframeLUTColour(int i, int j) const
+{
+    Range const& range = HasRadius() ? m_untransformedR : m_untransformedZ;
+    return m_wireframeColourmap.GetColour(GetFVal(i, j), range.min, range.max);
+}
+
+double CSurface::Get1DTextureCoord(int i, int j) const
+{
+    double min = 0.0;
+    double max = 0.0;
+    GetUntransformedDataRange(min, max);
+    if (SameInSinglePrecision(min, max))
+        return 0.0;
+    return (ColourValues()[m_surfaceMesh->GetIndex(i, j)] - min) / (max - min);
+}
+
+std::vector<BYTE> CSurface::Make1DTexture() const
+{
+    constexpr int kTexels = 1024;
+    double min = 0.0;
+    double max = 0.0;
+    GetUntransformedDataRange(min, max);
+    bool const hasBands = m_contours.on && m_contours.mode != cmLines;
+    std::vector<BYTE> texture;
+    texture.reserve(3 * kTexels);
+    for (int k = 0; k < kTexels; ++k) {
+        double const value = min + k * (max - min) / (kTexels - 1);
+        COLORREF const colour = hasBands ? GetContourColour(value) : GetLUTColour(value);
+        for (int shift = 0; shift < 24; shift += 8)
+            texture.push_back(static_cast<BYTE>(colour >> shift));
+    }
+    return texture;
+}
+
+ColourKeySource CSurface::GetColourKeySource() const
+{
+    ColourKeySource source;
+    source.style = m_contours.on ? ColourKeySource::Style::Bands : ColourKeySource::Style::Range;
+    GetUntransformedDataAndLUTRanges(source.dataLow, source.dataHigh, source.low, source.high);
+    if (m_contours.on)
+        GetContourColourKeyEntries(source.bandColours, source.bandValues);
+    return source;
+}
+
+// --- Levels
+
+ContourLevels CSurface::MakeContourLevels() const
+{
+    double lo = 0.0;
+    double hi = 0.0;
+    GetUntransformedDataRange(lo, hi);
+    ContourLevels levels;
+    switch (m_contours.levelMode) {
+    case clSpacing:
+        levels = MakeSpacedLevels(lo, hi, m_contours.ref, m_contours.spacing);
+        break;
+    case clArbitrary:
+        levels = MakeArbitraryLevels(
+            { m_arbitraryLevels.GetData(), static_cast<std::size_t>(m_arbitraryLevels.GetSize()) });
+        break;
+    default:
+        levels = MakeEvenLevels(lo, hi, m_contours.numBands);
+        break;
+    }
+    DropEndLevels(levels.values, lo, hi);
+    return levels;
+}
+
+void CSurface::MakeContourColours(ContourLevels& levels, CDWordArray& bands, CDWordArray& lines) const
+{
+    levels = MakeContourLevels();
+    double lo = 0.0;
+    double hi = 0.0;
+    GetUntransformedDataRange(lo, hi);
+    auto const n = static_cast<int>(levels.values.size());
+    bands.RemoveAll();
+    lines.RemoveAll();
+    // Without levels one band covers everything.
+    for (int k = 0; k <= n; ++k)
+        bands.Add(GetLUTColour(n > 0 ? lo + k * (hi - lo) / n : lo));
+    double const step = n > 1 ? (hi - lo) / (n - 1) : 0.0;
+    for (int k = 0; k < n; ++k)
+        lines.Add(GetContourLineLUTColour(lo + k * step));
+}
+
+void CSurface::BuildContours()
+{
+    ContourLevels levels;
+    if (m_contours.on)
+        MakeContourColours(levels, m_bandColours, m_lineColours);
+    m_bands = ContourBands(levels.values);
+    if (levels.error == m_contourError)
+        return;
+    m_contourError = levels.error;
+    if (!m_contourError.IsEmpty())
+        CVUtils::PlotDialogErrMsg(this, m_contourError, "");
+}
+
+COLORREF CSurface::GetContourColour(double value) const
+{
+    int const band = m_bands.Find(value);
+    return band < m_bandColours.GetSize() ? m_bandColours.GetAt(band) : 0;
+}
+
+void CSurface::GetContourColourKeyEntries(CDWordArray& colours, CDoubleArray& values) const
+{
+    ContourLevels levels;
+    CDWordArray lines;
+    MakeContourColours(levels, colours, lines);
+    values.RemoveAll();
+    if (UseColourmap()) {
+        double lo = 0.0;
+        double hi = 0.0;
+        GetUntransformedDataRange(lo, hi);
+        values.Add(lo);
+    }
+    for (double const level : levels.values)
+        values.Add(level);
+}
+
+// --- Lines
+
+void CSurface::MakeContourFinder() const
+{
+    CSurfaceMesh const& mesh = *m_surfaceMesh;
+    ContourGrid grid { ColourValues(), mesh.GetNumCols(), mesh.GetNumRows(), mesh.GetXMin(), mesh.GetYMin(),
+        mesh.GetXDel(), mesh.GetYDel(), {} };
+    m_missing.clear();
+    // Values of their own may be there where the node is missing.
+    if (&ColourValues() != &mesh.GetZVals()) {
+        m_missing.resize(mesh.GetZVals().size());
+        for (std::size_t n = 0; n < m_missing.size(); ++n)
+            m_missing[n] = IsGridGap(mesh.GetZVals()[n]) ? 1 : 0;
+        grid.leftOut = m_missing;
+    }
+    m_contourFinder = std::make_unique<ContourFinder>(grid);
+}
+
+void CSurface::FindContourSegments(double level, std::vector<ContourSegment>& segments) const
+{
+    if (!m_surfaceMesh->HasRange())
+        return;
+    if (!m_contourFinder)
+        MakeContourFinder();
+    m_contourFinder->FindSegments(level, segments);
+}
+
+CVertex CSurface::GetContourPoint(ContourSegment const& segment, std::array<double, 2> const& point, double level) const
+{
+    double height = level;
+    if (!m_surfaceMesh->GetValues().empty()) {
+        int const i = segment.i;
+        int const j = segment.j;
+        CSurfaceMesh const& mesh = *m_surfaceMesh;
+        height
+            = CVUtils::InterpolateBilinear(GetFVal(i, j), GetFVal(i + 1, j), GetFVal(i + 1, j + 1), GetFVal(i, j + 1),
+                (point[0] - mesh.GetMeshX(i)) / mesh.GetXDel(), (point[1] - mesh.GetMeshY(j)) / mesh.GetYDel());
+    }
+    return GetCartesian(point[0], point[1], height);
+}
+
+int CSurface::cell(double z0, double z1, double z2, double z3, double level)
+{
+    return GetContourCase({ 0.0, 0.0, 1.0, 1.0, { z0, z1, z2, z3 } }, level);
+}
+
+int CSurface::lines(int contourCase, ContourCell const& cell, double level, std::span<ContourSegment, 2> segments)
+{
+    return GetContourSegments(contourCase, cell, level, segments);
+}
+
+} // namespace ombrel

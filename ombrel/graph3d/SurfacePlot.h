@@ -1,0 +1,20 @@
+#pragma once
+#include "ombrel/graph3d/3DPlot.h"
+#include "ombrel/platform/framework/Export.h"
+
+namespace ombrel {
+
+/// A plot of surfaces on regular grids.
+class OMBREL_EXPORT CSurfacePlot : public C3DPlot {
+public:
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    explicit CSurfacePlot(CGraph* graph = nullptr);
+    /// A CSurface. Owned by the plot.
+    CPlotComponent* CreateCurve() override;
+    void GetXRange(double& min, double& max) override;
+    void GetYRange(double& min, double& max) override;
+    void GetZRange(double& min, double& max) override;
+};
+
+} // namespace ombrel

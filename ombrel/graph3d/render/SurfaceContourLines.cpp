@@ -1,0 +1,200 @@
+#include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/Surface.h"
+#include "ombrel/graph3d/render/SurfaceRenderer.h"
+#include "ombrel/platform/opengl/OpenGL.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+namespace ombrel {
+namespace {
+
+using Place = std::array<double, 3>;
+
+// Towards the viewer, in box units, so that lines lie just in front of their surface.
+constexpr double kLineDistance = 0.005;
+
+double Distance(Place const& a, Place const& b) { return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]); }
+
+// A cell as it is drawn: two triangles.
+class CellFaces {
+public:
+    CellFaces(CSurfaceMesh const& mesh, int i, int j)
+        : m_mesh(mesh)
+        , m_i(i)
+        , m_j(j)
+    {
+        for (std::size_t c = 0; c < 4; ++c) {
+            CVertex const v = mesh.GetNormalisedVertex(i + (c == 1 || c == 2), j + (c >= 2));
+            m_corners[c] = { v.X(), v.Y(), v.Z() };
+        }
+    }
+    std::array<double, 2> FractionsOf(std::array<double, 2> const& point) const
+    {
+        return { (point[0] - m_mesh.GetMeshX(m_i)) / m_mesh.GetXDel(),
+            (point[1] - m_mesh.GetMeshY(m_j)) / m_mesh.GetYDel() };
+    }
+    Place At(double fx, double fy) const
+    {
+        Place place {};
+        for (std::size_t k = 0; k < 3; ++k) {
+            auto const [p00, p10, p11, p01]
+                = std::array { m_corners[0][k], m_corners[1][k], m_corners[2][k], m_corners[3][k] };
+            place[k] = fx > fy ? p00 + fx * (p10 - p00) + fy * (p11 - p10) : p00 + fx * (p11 - p01) + fy * (p01 - p00);
+        }
+        return place;
+    }
+
+private:
+    CSurfaceMesh const& m_mesh;
+    int m_i;
+    int m_j;
+    std::array<Place, 4> m_corners;
+};
+
+// How far a segment leaves the faces of its cell: at its ends, or where it crosses the edge between them.
+double Deviation(CellFaces const& faces, ContourSegment const& segment, Place const& from, Place const& to)
+{
+    auto const a = faces.FractionsOf(segment.from);
+    auto const b = faces.FractionsOf(segment.to);
+    double deviation = std::max(Distance(from, faces.At(a[0], a[1])), Distance(to, faces.At(b[0], b[1])));
+    double const sideA = a[0] - a[1];
+    double const sideB = b[0] - b[1];
+    if (sideA * sideB < 0.0) {
+        double const f = sideA / (sideA - sideB);
+        Place place {};
+        for (std::size_t k = 0; k < 3; ++k)
+            place[k] = from[k] + f * (to[k] - from[k]);
+        double const onEdge = a[0] + f * (b[0] - a[0]);
+        deviation = std::max(deviation, Distance(place, faces.At(onEdge, onEdge)));
+    }
+    return deviation;
+}
+
+// How much nearer, as the depth test sees it, lines come that leave the faces by so much. Steps: few groups are drawn.
+double ExtraDistance(double deviation)
+{
+    constexpr double kMostFree = 0.001;
+    if (!(deviation > kMostFree))
+        return 0.0;
+    // Faces may stand at a slant to the viewer.
+    for (double step = 0.01; step < 1.0; step *= 4.0) {
+        if (4.0 * deviation <= step)
+            return step;
+    }
+    return 1.0;
+}
+
+// While it lives, depths are those of points that are nearer to the eye; where they are seen does not change.
+class NearerDepth {
+public:
+    explicit NearerDepth(double distance)
+        : m_active(distance > 0.0)
+    {
+        if (!m_active)
+            return;
+        std::array<double, 16> projection {};
+        std::array<double, 16> modelView {};
+        gl::GetDoublev(GL_PROJECTION_MATRIX, projection.data());
+        gl::GetDoublev(GL_MODELVIEW_MATRIX, modelView.data());
+        // Depth grows fastest at the nearest part of the box.
+        double const near = projection[14] / (projection[10] - 1.0);
+        double const nearest = std::max(near, -modelView[14] - 0.9);
+        double const shift = -projection[14] / (nearest * nearest) * distance;
+        for (std::size_t column = 0; column < 16; column += 4)
+            projection[column + 2] -= shift * projection[column + 3];
+        gl::MatrixMode(GL_PROJECTION);
+        gl::PushMatrix();
+        gl::LoadMatrixd(projection.data());
+        gl::MatrixMode(GL_MODELVIEW);
+    }
+    ~NearerDepth()
+    {
+        if (!m_active)
+            return;
+        gl::MatrixMode(GL_PROJECTION);
+        gl::PopMatrix();
+        gl::MatrixMode(GL_MODELVIEW);
+    }
+    NearerDepth(NearerDepth const&) = delete;
+    NearerDepth& operator=(NearerDepth const&) = delete;
+
+private:
+    bool m_active;
+};
+
+} // namespace
+
+void SurfaceRenderer::MakeContourLines(CSurface const& surface)
+{
+    CSurfaceMesh const& mesh = *surface.GetSurfaceMesh();
+    std::vector<std::array<float, 3>> vertices;
+    std::vector<ContourSegment> segments;
+    m_lineGroups.clear();
+    for (std::size_t level = 0; level < m_linesKey.levels.size(); ++level) {
+        double const value = m_linesKey.levels[level];
+        segments.clear();
+        surface.FindContourSegments(value, segments);
+        std::map<double, std::vector<std::array<float, 3>>> groups;
+        for (ContourSegment const& segment : segments) {
+            auto const placeOf = [&](std::array<double, 2> const& point) {
+                CVertex const v = surface.GetContourPoint(segment, point, value);
+                return Place { mesh.GetViewVal(v.X(), atXAxis), mesh.GetViewVal(v.Y(), atYAxis),
+                    mesh.GetViewVal(v.Z(), atZAxis) };
+            };
+            Place const from = placeOf(segment.from);
+            Place const to = placeOf(segment.to);
+            CellFaces const faces(mesh, segment.i, segment.j);
+            auto& group = groups[ExtraDistance(Deviation(faces, segment, from, to))];
+            for (Place const& place : { from, to })
+                group.push_back(
+                    { static_cast<float>(place[0]), static_cast<float>(place[1]), static_cast<float>(place[2]) });
+        }
+        for (auto const& [distance, points] : groups) {
+            m_lineGroups.push_back({ level, distance, { vertices.size(), points.size() } });
+            vertices.insert(vertices.end(), points.begin(), points.end());
+        }
+    }
+    if (!m_lineBuffer.IsAlive())
+        m_lineBuffer = GLObject(GLObject::Kind::Buffer);
+    gl::BindBuffer(GL_ARRAY_BUFFER, m_lineBuffer.Name());
+    gl::BufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(vertices.size() * sizeof vertices[0]), vertices.data(),
+        GL_STATIC_DRAW);
+    gl::BindBuffer(GL_ARRAY_BUFFER, 0);
+}
+
+void SurfaceRenderer::DrawContourLines(CSurface const& surface, C3DGraph& graph)
+{
+    auto const levels = surface.GetContourLevels();
+    LinesKey key { surface.m_revision, surface.GetSurfaceMesh()->GetBoxAxes(), { levels.begin(), levels.end() } };
+    if (!(key == m_linesKey) || !m_lineBuffer.IsAlive()) {
+        m_linesKey = std::move(key);
+        MakeContourLines(surface);
+    }
+    graph.EnableLighting(0);
+    double const width = surface.GetContourScaleFac() * graph.GetLineWidth(2);
+    gl::LineWidth(width > 0.0 ? static_cast<float>(std::min(width, 1000.0)) : 1.0F);
+    gl::PushMatrix();
+    graph.SetView();
+    gl::Translated(0.0, 0.0, kLineDistance);
+    graph.UnsetView();
+    gl::EnableClientState(GL_VERTEX_ARRAY);
+    gl::BindBuffer(GL_ARRAY_BUFFER, m_lineBuffer.Name());
+    gl::VertexPointer(3, GL_FLOAT, 0, nullptr);
+    for (LineGroup const& group : m_lineGroups) {
+        auto const level = static_cast<int>(group.level);
+        Colour3 const colour(
+            surface.GetContourColourMode() ? surface.GetContourLineColours().GetAt(level) : surface.GetContourColour());
+        gl::Color3ubv(colour.rgb);
+        NearerDepth const depth(group.distance);
+        gl::DrawArrays(GL_LINES, static_cast<GLint>(group.vertices.first), static_cast<GLsizei>(group.vertices.count));
+    }
+    gl::BindBuffer(GL_ARRAY_BUFFER, 0);
+    gl::DisableClientState(GL_VERTEX_ARRAY);
+    gl::PopMatrix();
+    graph.EnableLighting(1);
+    gl::LineWidth(1.0F);
+}
+
+} // namespace ombrel

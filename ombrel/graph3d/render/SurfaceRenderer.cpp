@@ -1,0 +1,486 @@
+#include "ombrel/graph3d/render/SurfaceRenderer.h"
+#include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/Polygon.h"
+#include "ombrel/graph3d/Surface.h"
+#include "ombrel/platform/opengl/OpenGL.h"
+
+#include <algorithm>
+
+namespace ombrel {
+namespace {
+
+// A place in the buffer that is bound, as OpenGL's functions take it.
+void const* BufferOffset(std::size_t bytes) { return reinterpret_cast<void const*>(bytes); }
+
+template <typename T> void Fill(GLObject& buffer, unsigned int target, std::vector<T> const& content)
+{
+    if (!buffer.IsAlive())
+        buffer = GLObject(GLObject::Kind::Buffer);
+    gl::BindBuffer(target, buffer.Name());
+    gl::BufferData(target, static_cast<GLsizeiptr>(content.size() * sizeof(T)), content.data(), GL_STATIC_DRAW);
+    gl::BindBuffer(target, 0);
+}
+
+void Set(unsigned int capability, bool on) { (on ? gl::Enable : gl::Disable)(capability); }
+
+} // namespace
+
+void SurfaceRenderer::Render(CSurface& surface, C3DGraph& graph)
+{
+    surface.BuildContours();
+    if (surface.UseColourmap())
+        SetColourTexture(surface, graph, true);
+    if (surface.GetUseTextureMap())
+        SetImage(surface, true);
+    GeometryKey const key = KeyOf(surface);
+    if (!m_hasGeometry || !(key == m_key) || !m_vertexBuffer.IsAlive()) {
+        m_key = key;
+        MakeGeometry(surface);
+        Upload();
+        m_hasGeometry = true;
+    }
+    if (surface.GetWireframeOn())
+        DrawWireframe(surface, graph);
+    else if (m_key.isTransparent)
+        AddTransparentPolygons(surface, graph);
+    else
+        DrawPolygons(surface);
+    if (surface.GetUseTextureMap())
+        SetImage(surface, false);
+    if (surface.UseColourmap())
+        graph.Set1DTextureState(0, 0);
+    if (surface.NeedContourLines() && !graph.GetCoarseMeshMode())
+        DrawContourLines(surface, graph);
+}
+
+void SurfaceRenderer::InvalidateDeviceObjects()
+{
+    m_hasGeometry = false;
+    m_linesKey = {};
+    m_imageDirty = true;
+    for (GLObject* object : { &m_vertexBuffer, &m_indexBuffer, &m_imagePlaceBuffer, &m_wireframeColourBuffer,
+             &m_colourTexture, &m_image, &m_lineBuffer })
+        object->Reset();
+}
+
+// --- Geometry
+
+SurfaceRenderer::GeometryKey SurfaceRenderer::KeyOf(CSurface const& surface) const
+{
+    GeometryKey key;
+    key.revision = surface.m_revision;
+    key.axes = surface.GetSurfaceMesh()->GetBoxAxes();
+    key.isFlat = surface.GetForceNormalAveraging() == 0;
+    key.isTransparent = surface.GetTransparency() != 0.0 && !surface.GetWireframeOn();
+    key.hasColours = surface.UseColourmap() != 0;
+    if (surface.GetWireframeOn()) {
+        CSurfaceMesh const& mesh = *surface.GetSurfaceMesh();
+        key.blockCols = CVUtils::GetNearestDivisor(mesh.GetNumCols(), surface.GetNumWireframeCols());
+        key.blockRows = CVUtils::GetNearestDivisor(mesh.GetNumRows(), surface.GetNumWireframeRows());
+        key.outlineMode = surface.GetWireframeMode();
+    }
+    key.hasImage = surface.GetUseTextureMap() && m_image.Name() != 0;
+    if (key.hasImage) {
+        TextureMapParams const& image = surface.GetTextureMap()->GetParams();
+        key.isClamped = surface.GetClampTextureMap() != 0;
+        key.imagePlace = { image.xMin, image.xMax, image.yMin, image.yMax };
+    }
+    return key;
+}
+
+SurfaceValues SurfaceRenderer::ValuesOf(CSurface const& surface) const
+{
+    SurfaceValues values;
+    if (m_key.hasColours) {
+        values.values = surface.ColourValues();
+        surface.GetUntransformedDataRange(values.min, values.max);
+    }
+    return values;
+}
+
+void SurfaceRenderer::MakeGeometry(CSurface const& surface)
+{
+    CSurfaceMesh const& mesh = *surface.GetSurfaceMesh();
+    m_layout = StripLayout(mesh.GetNumRows(), mesh.GetNumCols());
+    m_vertices.clear();
+    m_indices.clear();
+    m_imagePlaces.clear();
+    m_blocks.clear();
+    m_plainFaces = {};
+    m_imageFaces = {};
+    if (m_key.isTransparent)
+        return;
+    // Separate triangles need the nodes for outlines only.
+    if (!m_key.isFlat || surface.GetWireframeOn())
+        MakeNodeVertices(mesh, ValuesOf(surface), m_layout, m_vertices);
+    if (m_key.isFlat && !surface.GetWireframeOn())
+        m_vertices.reserve(
+            6 * static_cast<std::size_t>(mesh.GetNumRows()) * static_cast<std::size_t>(mesh.GetNumCols()));
+    m_numNodeVertices = m_vertices.size();
+    CellRange const all { 0, mesh.GetNumCols(), 0, mesh.GetNumRows() };
+    if (surface.GetWireframeOn()) {
+        MakeBlocks(surface);
+    } else if (m_key.hasImage && m_key.isClamped) {
+        m_plainFaces
+            = AddFaces(surface, all, [](CSurface const& s, int i, int j) { return s.GetTextureFlag(i, j) == 0; });
+        m_imageFaces
+            = AddFaces(surface, all, [](CSurface const& s, int i, int j) { return s.GetTextureFlag(i, j) != 0; });
+    } else {
+        Span& faces = m_key.hasImage ? m_imageFaces : m_plainFaces;
+        faces = AddFaces(surface, all, [](CSurface const&, int, int) { return true; });
+    }
+    if (m_key.hasImage)
+        MakeImagePlaces(surface);
+}
+
+SurfaceRenderer::Span SurfaceRenderer::AddFaces(
+    CSurface const& surface, CellRange const& cells, bool (*isWanted)(CSurface const&, int, int))
+{
+    CSurfaceMesh const& mesh = *surface.GetSurfaceMesh();
+    auto const isDrawn = [&](int i, int j) { return !mesh.IsCellMissing(i, j) && isWanted(surface, i, j); };
+    if (m_key.isFlat) {
+        std::size_t const first = m_vertices.size();
+        AppendFlatTriangles(mesh, ValuesOf(surface), cells, isDrawn, m_vertices);
+        return { first, m_vertices.size() - first };
+    }
+    std::size_t const first = m_indices.size();
+    AppendStrip(m_layout, cells, isDrawn, m_indices);
+    return { first, m_indices.size() - first };
+}
+
+void SurfaceRenderer::MakeBlocks(CSurface const& surface)
+{
+    CSurfaceMesh const& mesh = *surface.GetSurfaceMesh();
+    int const width = mesh.GetNumCols() / m_key.blockCols;
+    int const height = mesh.GetNumRows() / m_key.blockRows;
+    for (int i = 0; i < mesh.GetNumCols(); i += width) {
+        for (int j = 0; j < mesh.GetNumRows(); j += height) {
+            if (mesh.IsMissing(i, j))
+                continue;
+            Block block { { i, i + width, j, j + height }, {}, {} };
+            block.faces = AddFaces(surface, block.cells, [](CSurface const&, int, int) { return true; });
+            AddOutline(mesh, block, surface.GetWireframeMode());
+            m_blocks.push_back(block);
+        }
+    }
+}
+
+void SurfaceRenderer::AddOutline(CSurfaceMesh const& mesh, Block& block, int mode)
+{
+    CellRange const& c = block.cells;
+    block.outline.first = m_indices.size();
+    auto const add = [&](int i0, int j0, int i1, int j1) {
+        if (!mesh.IsMissing(i0, j0) && !mesh.IsMissing(i1, j1))
+            m_indices.insert(m_indices.end(), { m_layout.GetIndex(i0, j0), m_layout.GetIndex(i1, j1) });
+    };
+    if (mode != CSurface::wmAcrossY) {
+        for (int j = c.firstRow; j < c.lastRow; ++j)
+            add(c.lastCol, j, c.lastCol, j + 1);
+        for (int j = c.lastRow; j > c.firstRow; --j)
+            add(c.firstCol, j, c.firstCol, j - 1);
+    }
+    if (mode != CSurface::wmAcrossX) {
+        for (int i = c.lastCol; i > c.firstCol; --i)
+            add(i, c.lastRow, i - 1, c.lastRow);
+        for (int i = c.firstCol; i < c.lastCol; ++i)
+            add(i, c.firstRow, i + 1, c.firstRow);
+    }
+    block.outline.count = m_indices.size() - block.outline.first;
+}
+
+// One place a vertex. Nodes beyond the image take the image's edge.
+void SurfaceRenderer::MakeImagePlaces(CSurface const& surface)
+{
+    auto const placeOf = [&](int i, int j) {
+        double s = 0.0;
+        double t = 0.0;
+        surface.GetTextureCoord(i, j, s, t);
+        return std::array { static_cast<float>(std::clamp(s, 0.0, 1.0)), static_cast<float>(std::clamp(t, 0.0, 1.0)) };
+    };
+    for (int s = 0; s < m_layout.GetNumStrips() && m_numNodeVertices != 0; ++s) {
+        for (int j = 0; j <= m_layout.GetRows(); ++j) {
+            for (int i = m_layout.GetFirstCol(s); i <= m_layout.GetLastCol(s); ++i)
+                m_imagePlaces.push_back(placeOf(i, j));
+        }
+    }
+    if (!m_key.isFlat)
+        return;
+    // As AddFaces has added them.
+    auto const addCell = [&](int i, int j) {
+        for (auto const& [di, dj] : { std::pair(1, 1), { 0, 1 }, { 0, 0 }, { 1, 0 }, { 1, 1 }, { 0, 0 } })
+            m_imagePlaces.push_back(placeOf(i + di, j + dj));
+    };
+    auto const addCells = [&](CellRange const& cells, auto const& isWanted) {
+        for (int j = cells.firstRow; j < cells.lastRow; ++j) {
+            for (int i = cells.firstCol; i < cells.lastCol; ++i) {
+                if (!surface.GetSurfaceMesh()->IsCellMissing(i, j) && isWanted(i, j))
+                    addCell(i, j);
+            }
+        }
+    };
+    CellRange const all { 0, m_layout.GetCols(), 0, m_layout.GetRows() };
+    auto const isPlain = [&](int i, int j) { return surface.GetTextureFlag(i, j) == 0; };
+    auto const isAny = [](int, int) { return true; };
+    if (surface.GetWireframeOn()) {
+        for (Block const& block : m_blocks)
+            addCells(block.cells, isAny);
+    } else if (m_key.isClamped) {
+        addCells(all, isPlain);
+        addCells(all, [&](int i, int j) { return !isPlain(i, j); });
+    } else {
+        addCells(all, isAny);
+    }
+}
+
+void SurfaceRenderer::Upload()
+{
+    Fill(m_vertexBuffer, GL_ARRAY_BUFFER, m_vertices);
+    Fill(m_indexBuffer, GL_ELEMENT_ARRAY_BUFFER, m_indices);
+    Fill(m_imagePlaceBuffer, GL_ARRAY_BUFFER, m_imagePlaces);
+    m_wireframeColourBuffer.Reset();
+    // The driver has them now.
+    m_vertices = {};
+    m_indices = {};
+    m_imagePlaces = {};
+}
+
+void SurfaceRenderer::UploadWireframeColours(CSurface const& surface)
+{
+    std::vector<std::array<BYTE, 4>> colours;
+    colours.reserve(m_layout.GetNumVertices());
+    for (int s = 0; s < m_layout.GetNumStrips(); ++s) {
+        for (int j = 0; j <= m_layout.GetRows(); ++j) {
+            for (int i = m_layout.GetFirstCol(s); i <= m_layout.GetLastCol(s); ++i) {
+                Colour3 const c(surface.GetWireframeLUTColour(i, j));
+                colours.push_back({ c.rgb[0], c.rgb[1], c.rgb[2], 255 });
+            }
+        }
+    }
+    Fill(m_wireframeColourBuffer, GL_ARRAY_BUFFER, colours);
+}
+
+// --- Arrays
+
+void SurfaceRenderer::BindArrays(bool withImagePlaces) const
+{
+    gl::EnableClientState(GL_VERTEX_ARRAY);
+    gl::EnableClientState(GL_NORMAL_ARRAY);
+    gl::EnableClientState(GL_TEXTURE_COORD_ARRAY);
+    gl::BindBuffer(GL_ARRAY_BUFFER, m_vertexBuffer.Name());
+    constexpr int kStride = sizeof(SurfaceVertex);
+    gl::VertexPointer(3, GL_FLOAT, kStride, BufferOffset(offsetof(SurfaceVertex, place)));
+    gl::NormalPointer(GL_FLOAT, kStride, BufferOffset(offsetof(SurfaceVertex, normal)));
+    if (withImagePlaces) {
+        gl::BindBuffer(GL_ARRAY_BUFFER, m_imagePlaceBuffer.Name());
+        gl::TexCoordPointer(2, GL_FLOAT, 0, BufferOffset(0));
+    } else {
+        gl::TexCoordPointer(1, GL_FLOAT, kStride, BufferOffset(offsetof(SurfaceVertex, colour)));
+    }
+    gl::BindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_indexBuffer.Name());
+}
+
+void SurfaceRenderer::UnbindArrays() const
+{
+    gl::BindBuffer(GL_ARRAY_BUFFER, 0);
+    gl::BindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+    gl::DisableClientState(GL_VERTEX_ARRAY);
+    gl::DisableClientState(GL_NORMAL_ARRAY);
+    gl::DisableClientState(GL_TEXTURE_COORD_ARRAY);
+}
+
+void SurfaceRenderer::DrawFaces(Span const& faces) const
+{
+    if (faces.count == 0)
+        return;
+    auto const count = static_cast<GLsizei>(faces.count);
+    if (m_key.isFlat)
+        gl::DrawArrays(GL_TRIANGLES, static_cast<GLint>(faces.first), count);
+    else
+        gl::DrawElements(GL_TRIANGLE_STRIP, count, GL_UNSIGNED_INT, BufferOffset(faces.first * sizeof(std::uint32_t)));
+}
+
+// --- Textures
+
+void SurfaceRenderer::SetColourTexture(CSurface const& surface, C3DGraph& graph, bool on)
+{
+    std::vector<BYTE> colours = surface.Make1DTexture();
+    if (!m_colourTexture.IsAlive() || colours != m_colours) {
+        m_colours = std::move(colours);
+        m_colourTexture = GLObject(GLObject::Kind::Texture);
+        gl::PixelStorei(GL_UNPACK_ALIGNMENT, 1);
+        gl::BindTexture(GL_TEXTURE_1D, m_colourTexture.Name());
+        gl::TexImage1D(GL_TEXTURE_1D, 0, GL_RGB, static_cast<GLsizei>(m_colours.size() / 3), 0, GL_RGB,
+            GL_UNSIGNED_BYTE, m_colours.data());
+    }
+    graph.Set1DTextureState(on ? 1 : 0, static_cast<int>(m_colourTexture.Name()));
+}
+
+void SurfaceRenderer::SetImage(CSurface& surface, bool on)
+{
+    if (!on) {
+        gl::Disable(GL_TEXTURE_2D);
+        return;
+    }
+    CTextureMap const& map = *surface.GetTextureMap();
+    if (m_imageDirty || !m_image.IsAlive()) {
+        m_imageDirty = false;
+        m_image.Reset();
+        GLint longest = 0;
+        gl::GetIntegerv(GL_MAX_TEXTURE_SIZE, &longest);
+        CSize const size = map.GetSize();
+        if (map.GetTexels().empty() || size.cx > longest || size.cy > longest)
+            return;
+        m_image = GLObject(GLObject::Kind::Texture);
+        gl::PixelStorei(GL_UNPACK_ALIGNMENT, 1);
+        gl::BindTexture(GL_TEXTURE_2D, m_image.Name());
+        gl::TexImage2D(
+            GL_TEXTURE_2D, 0, GL_RGBA, size.cx, size.cy, 0, GL_RGBA, GL_UNSIGNED_BYTE, map.GetTexels().data());
+    }
+    gl::Enable(GL_TEXTURE_2D);
+    gl::TexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    gl::BindTexture(GL_TEXTURE_2D, m_image.Name());
+    GLint const wrap = surface.GetClampTextureMap() ? GL_CLAMP : GL_REPEAT;
+    gl::TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, wrap);
+    gl::TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, wrap);
+    gl::TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    gl::TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+}
+
+// --- Faces
+
+void SurfaceRenderer::DrawPolygons(CSurface& surface)
+{
+    Colour3 const colour(surface.UseColourmap() ? 0xFFFFFF : surface.GetColour());
+    gl::Color3ubv(colour.rgb);
+    if (m_plainFaces.count != 0) {
+        BindArrays(false);
+        gl::Disable(GL_TEXTURE_2D);
+        DrawFaces(m_plainFaces);
+    }
+    if (m_imageFaces.count != 0) {
+        BindArrays(true);
+        gl::Enable(GL_TEXTURE_2D);
+        DrawFaces(m_imageFaces);
+    }
+    UnbindArrays();
+}
+
+// Outlines and faces of the blocks, one block behind the other: the outline marks its pixels in the stencil, the faces
+// leave them alone, and the second outline takes the marks back.
+void SurfaceRenderer::DrawWireframe(CSurface& surface, C3DGraph& graph)
+{
+    bool const hasColours = surface.UseColourmap() != 0;
+    Colour3 const faceColour(hasColours ? 0xFFFFFF : surface.GetColour());
+    Colour3 const lineColour(surface.GetWireframeColour());
+    bool const hasNodeColours = surface.GetWireframeColourDescription() > 0;
+    if (hasNodeColours && !m_wireframeColourBuffer.IsAlive())
+        UploadWireframeColours(surface);
+    bool const isLit = graph.GetLightingOn() != 0;
+    gl::Enable(GL_STENCIL_TEST);
+    gl::Clear(GL_STENCIL_BUFFER_BIT);
+    gl::PushAttrib(GL_LIGHTING_BIT);
+    gl::LineWidth(static_cast<float>(graph.GetLineWidth(3)));
+    if (hasNodeColours) {
+        gl::BindBuffer(GL_ARRAY_BUFFER, m_wireframeColourBuffer.Name());
+        gl::ColorPointer(4, GL_UNSIGNED_BYTE, 0, BufferOffset(0));
+    }
+    BindArrays(m_key.hasImage);
+
+    auto const drawOutline = [&](Block const& block) {
+        gl::Color3ubv(lineColour.rgb);
+        gl::Disable(GL_TEXTURE_2D);
+        if (isLit)
+            gl::Disable(GL_LIGHTING);
+        if (hasColours)
+            gl::Disable(GL_TEXTURE_1D);
+        gl::StencilFunc(GL_ALWAYS, 0, 1);
+        gl::StencilOp(GL_INVERT, GL_INVERT, GL_INVERT);
+        if (hasNodeColours)
+            gl::EnableClientState(GL_COLOR_ARRAY);
+        gl::DrawElements(GL_LINES, static_cast<GLsizei>(block.outline.count), GL_UNSIGNED_INT,
+            BufferOffset(block.outline.first * sizeof(std::uint32_t)));
+        if (hasNodeColours)
+            gl::DisableClientState(GL_COLOR_ARRAY);
+    };
+    for (Block const& block : m_blocks) {
+        drawOutline(block);
+        gl::Color3ubv(faceColour.rgb);
+        gl::StencilFunc(GL_EQUAL, 0, 1);
+        gl::StencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
+        bool const hasImage = m_key.hasImage
+            && (!m_key.isClamped || surface.GetTextureFlag(block.cells.firstCol, block.cells.firstRow));
+        if (m_key.hasImage) {
+            BindArrays(hasImage);
+            Set(GL_TEXTURE_2D, hasImage);
+        }
+        if (isLit)
+            gl::Enable(GL_LIGHTING);
+        if (hasColours)
+            gl::Enable(GL_TEXTURE_1D);
+        DrawFaces(block.faces);
+        drawOutline(block);
+    }
+    UnbindArrays();
+    gl::Flush();
+    gl::LineWidth(1.0F);
+    gl::Disable(GL_STENCIL_TEST);
+    gl::PopAttrib();
+}
+
+// --- Transparent faces
+
+void SurfaceRenderer::AddTransparentPolygons(CSurface const& surface, C3DGraph& graph) const
+{
+    CSurfaceMesh const& mesh = *surface.GetSurfaceMesh();
+    for (int i = 0; i < mesh.GetNumCols(); ++i) {
+        for (int j = 0; j < mesh.GetNumRows(); ++j) {
+            if (mesh.IsCellMissing(i, j))
+                continue;
+            for (int const triangle : { 0, 1 })
+                graph.AddTransparentPolygon(MakePolygon(surface, i, j, triangle));
+        }
+    }
+}
+
+std::unique_ptr<CPolygon> SurfaceRenderer::MakePolygon(CSurface const& surface, int i, int j, int triangle) const
+{
+    using Corner = std::array<int, 2>;
+    constexpr std::array<std::array<Corner, 3>, 2> kCorners { { { { { 1, 1 }, { 0, 1 }, { 0, 0 } } },
+        { { { 1, 0 }, { 1, 1 }, { 0, 0 } } } } };
+    CSurfaceMesh const& mesh = *surface.GetSurfaceMesh();
+    bool const hasColours = surface.UseColourmap() != 0;
+    bool const hasImage = m_key.hasImage;
+    bool const isWhite = hasColours || hasImage;
+    auto polygon = std::make_unique<CPolygon>();
+    if (hasImage)
+        polygon->SetTexture(m_image.Name());
+    if (hasColours)
+        polygon->Set1DTexture(static_cast<int>(m_colourTexture.Name()));
+    std::vector<CRealPoint> imagePlaces;
+    bool isOnImage = true;
+    for (auto const [di, dj] : kCorners[static_cast<std::size_t>(triangle)]) {
+        int const sizeBefore = polygon->GetSize();
+        polygon->AddVertex(mesh.GetNormalisedVertex(i + di, j + dj), 1,
+            isWhite ? 0xFFFFFF : static_cast<COLORREF>(surface.GetColour()), surface.GetTransparency());
+        // A corner that repeats the first one is none.
+        if (polygon->GetSize() == sizeBefore)
+            continue;
+        if (hasColours)
+            polygon->Add1DTextureCoord(surface.Get1DTextureCoord(i + di, j + dj));
+        if (hasImage) {
+            double s = 0.0;
+            double t = 0.0;
+            isOnImage = surface.GetTextureCoord(i + di, j + dj, s, t) && isOnImage;
+            imagePlaces.emplace_back(s, t);
+        }
+        if (surface.GetForceNormalAveraging())
+            polygon->AddNormal(mesh.GetNormal(i + di, j + dj));
+    }
+    if (hasImage && (!m_key.isClamped || isOnImage)) {
+        for (CRealPoint const& place : imagePlaces)
+            polygon->AddTextureCoord(place);
+    }
+    return polygon;
+}
+
+} // namespace ombrel

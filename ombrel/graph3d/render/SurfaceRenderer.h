@@ -1,0 +1,124 @@
+#pragma once
+#include "ombrel/graph3d/SurfaceMesh.h"
+#include "ombrel/graph3d/geometry/SurfaceGeometry.h"
+#include "ombrel/platform/framework/Types.h"
+#include "ombrel/platform/opengl/GLObject.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace ombrel {
+
+class C3DGraph;
+class CPolygon;
+class TextureScaler;
+
+/// Draws a surface: keeps its geometry in buffers of OpenGL, and makes these anew when data or settings have changed.
+///
+/// All functions but SetTextureDirty and InvalidateDeviceObjects belong within a draw of the graph.
+class SurfaceRenderer {
+public:
+    void Render(CSurface& surface, C3DGraph& graph);
+    /// Scales images as OpenGL does, in any place.
+    static TextureScaler& GetImageScaler();
+    /// The image has changed.
+    void SetTextureDirty(bool dirty) { m_imageDirty = dirty; }
+    /// Gives back buffers and textures; the next draw makes them again.
+    void InvalidateDeviceObjects();
+
+private:
+    /// Part of the vertices, or of their indices.
+    struct Span {
+        std::size_t first = 0;
+        std::size_t count = 0;
+    };
+    /// Cells that are drawn together, and the lines around them.
+    struct Block {
+        CellRange cells;
+        Span faces;
+        Span outline;
+    };
+    /// What the geometry was made from.
+    struct GeometryKey {
+        std::uint64_t revision = 0;
+        std::array<BoxAxis, 3> axes;
+        bool isFlat = false;
+        bool isTransparent = false;
+        bool hasColours = false;
+        /// 0 without a wireframe.
+        int blockCols = 0;
+        int blockRows = 0;
+        int outlineMode = 0;
+        /// Whether cells beyond the image are drawn apart; and the image's place.
+        bool isClamped = false;
+        bool hasImage = false;
+        std::array<double, 4> imagePlace {};
+        friend bool operator==(GeometryKey const& a, GeometryKey const& b) = default;
+    };
+    /// What the contour lines were made from.
+    struct LinesKey {
+        std::uint64_t revision = 0;
+        std::array<BoxAxis, 3> axes;
+        std::vector<double> levels;
+        friend bool operator==(LinesKey const& a, LinesKey const& b) = default;
+    };
+    /// Lines that are drawn with one colour and at one distance in front of the surface.
+    struct LineGroup {
+        std::size_t level = 0;
+        double distance = 0.0;
+        Span vertices;
+    };
+
+    GeometryKey KeyOf(CSurface const& surface) const;
+    SurfaceValues ValuesOf(CSurface const& surface) const;
+    void MakeGeometry(CSurface const& surface);
+    void MakeBlocks(CSurface const& surface);
+    void AddOutline(CSurfaceMesh const& mesh, Block& block, int mode);
+    Span AddFaces(CSurface const& surface, CellRange const& cells, bool (*isWanted)(CSurface const&, int, int));
+    void MakeImagePlaces(CSurface const& surface);
+    void Upload();
+    void UploadWireframeColours(CSurface const& surface);
+    void BindArrays(bool withImagePlaces) const;
+    void UnbindArrays() const;
+    void DrawFaces(Span const& faces) const;
+
+    void SetColourTexture(CSurface const& surface, C3DGraph& graph, bool on);
+    void SetImage(CSurface& surface, bool on);
+    void DrawPolygons(CSurface& surface);
+    void DrawWireframe(CSurface& surface, C3DGraph& graph);
+    void AddTransparentPolygons(CSurface const& surface, C3DGraph& graph) const;
+    std::unique_ptr<CPolygon> MakePolygon(CSurface const& surface, int i, int j, int triangle) const;
+
+    void MakeContourLines(CSurface const& surface);
+    void DrawContourLines(CSurface const& surface, C3DGraph& graph);
+
+    GeometryKey m_key;
+    bool m_hasGeometry = false;
+    StripLayout m_layout;
+    std::vector<SurfaceVertex> m_vertices;
+    std::vector<std::uint32_t> m_indices;
+    std::vector<std::array<float, 2>> m_imagePlaces;
+    /// Of the nodes, in front of the separate triangles of flat shading.
+    std::size_t m_numNodeVertices = 0;
+    Span m_plainFaces;
+    Span m_imageFaces;
+    std::vector<Block> m_blocks;
+    GLObject m_vertexBuffer;
+    GLObject m_indexBuffer;
+    GLObject m_imagePlaceBuffer;
+    GLObject m_wireframeColourBuffer;
+
+    std::vector<BYTE> m_colours;
+    GLObject m_colourTexture;
+    bool m_imageDirty = false;
+    GLObject m_image;
+
+    LinesKey m_linesKey;
+    std::vector<LineGroup> m_lineGroups;
+    GLObject m_lineBuffer;
+};
+
+} // namespace ombrel

@@ -1,0 +1,25 @@
+#pragma once
+#include "ombrel/graph3d/Surface.h"
+
+namespace ombrel::test {
+
+/// A table whose value in row r and column c is height(c, r).
+template <typename Height> CTableData MakeTable(int rows, int cols, Height const& height)
+{
+    CTableData table(rows, cols);
+    for (int r = 0; r < rows; ++r) {
+        for (int c = 0; c < cols; ++c)
+            table.SetAt(r, c, height(c, r));
+    }
+    return table;
+}
+
+/// Gives the surface such a table and its grid, which begins at (0, 0) and has steps of 1.
+template <typename Height> void Fill(CSurface& surface, int rows, int cols, Height const& height)
+{
+    surface.SetTableData(MakeTable(rows, cols, height));
+    surface.SetDataSourceType(CPlotComponent::dsTable);
+    surface.AlignMeshes();
+}
+
+} // namespace ombrel::test
