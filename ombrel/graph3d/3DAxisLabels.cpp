@@ -103,10 +103,12 @@ int GapOf(CSize extent) { return std::max(static_cast<int>(extent.cy) / 6, 1); }
 /// Leaves of labels in a row every second, third, … one, so many that no two meet.
 void ThinOut(std::vector<Label>& labels, bool horizontal)
 {
+    // Lines of text have air above and below: the labels of a slanted axis may be that much closer.
     auto const meet = [horizontal](CRect const& first, CRect const& second) {
         CRect const a = WithGap(first, horizontal);
         CRect const b = WithGap(second, horizontal);
-        return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+        int const air = horizontal ? static_cast<int>(a.Height()) / 5 : 0;
+        return a.left < b.right && b.left < a.right && a.top < b.bottom - air && b.top < a.bottom - air;
     };
     std::size_t stride = 1;
     auto const isCrowded = [&] {
@@ -230,14 +232,18 @@ void C3DAxis::PlaceTexts(C3DGraph const& graph, Picture3D& picture, AxisGeometry
         labels.push_back({ m_labelTexts[i], bounds });
     }
     ThinOut(labels, isHorizontal);
-    for (Label const& label : labels) {
-        std::optional<CPoint> const way = space.WayOut(Inflated(label.bounds, gap), outwards, LabelSpace::Clear::OfAll,
-            static_cast<int>(label.bounds.Height()) * 2);
-        // At a corner the labels of two axes may want the same room: who comes second goes away.
-        if (way || !space.MeetsTaken(label.bounds))
-            placer.Write(label.text, m_labelsFont, Moved(label.bounds, way.value_or(CPoint())), isHorizontal,
-                m_labelsColour.ToColour());
-    }
+    // At a corner the labels of two axes may want the same room: those of the second one go further out, or away.
+    std::erase_if(labels, [&](Label& label) {
+        int const limit = 2 * std::min(static_cast<int>(label.bounds.Height()), static_cast<int>(label.bounds.Width()));
+        std::optional<CPoint> const way
+            = space.WayOut(Inflated(label.bounds, gap), outwards, LabelSpace::Clear::OfAll, limit);
+        CRect const place = Moved(label.bounds, way.value_or(CPoint()));
+        bool const leaves = space.IsInPicture(label.bounds) && !space.IsInPicture(place);
+        label.bounds = place;
+        return leaves || (!way && space.MeetsTaken(place));
+    });
+    for (Label const& label : labels)
+        placer.Write(label.text, m_labelsFont, label.bounds, isHorizontal, m_labelsColour.ToColour());
 
     if (m_title.IsEmpty())
         return;

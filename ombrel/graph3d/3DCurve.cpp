@@ -20,7 +20,11 @@ void C3DCurve::Serialize(CArchive& ar)
         f.Int(m_gradationOn).Nested(m_colourMap).Int(m_useDefaultRanges);
 }
 
-int C3DCurve::SetColourmap(CString const& name) { return m_colourMap.Load(name); }
+int C3DCurve::SetColourmap(CString const& name)
+{
+    SetGraphModified();
+    return m_colourMap.Load(name);
+}
 
 int C3DCurve::IsDefined() const { return GetDataSourceType() != dsFormula || CPlotComponent::IsDefined(); }
 

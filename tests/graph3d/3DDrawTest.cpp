@@ -5,6 +5,7 @@
 #include "ombrel/graph3d/Polygon.h"
 #include "ombrel/graph3d/Walls.h"
 #include "ombrel/graph3d/view/Camera.h"
+#include "ombrel/platform/framework/Error.h"
 #include "ombrel/platform/gdi/PageSurface.h"
 #include "ombrel/platform/opengl/OpenGL.h"
 #include "tests/graph3d/DataPlot.h"
@@ -465,6 +466,8 @@ TEST_F(Draw3D, DrawsSomethingWhateverTheSettings)
         EXPECT_GE(m_graph.GetGraphAspectRatio(), 0.0);
     }
     Draw({ 0, 0, 0, 50 });
+    // A picture that no driver has room for tells so, and the next one is drawn.
+    EXPECT_THROW(Draw({ 0, 0, CDIB::kMaxSide, 1 }), Error);
     m_graph.Draw(nullptr, { 0, 0, 50, 40 }, pmOffScreen);
     EXPECT_EQ(m_graph.GetDisplayDIB().GetSize(), CSize(50, 40));
 }
