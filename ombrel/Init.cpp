@@ -11,6 +11,7 @@
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DBarPlot.h"
 #include "ombrel/graph2d/2DClusteredBarPlot.h"
+#include "ombrel/graph2d/2DContourPlot.h"
 #include "ombrel/graph2d/2DErrorBarPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DGrid.h"
@@ -92,6 +93,8 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &C3DRowColCurve::kClass,
     &CSurfacePlot::kClass,
     &CSurface::kClass,
+    &C2DContourPlot::kClass,
+    &C2DContourCurve::kClass,
 };
 
 } // namespace

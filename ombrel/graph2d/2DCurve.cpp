@@ -91,6 +91,8 @@ int C2DCurve::GetScriptXValueMode() const
     return series ? series->GetXValueMode() : m_scriptXValueMode;
 }
 
+bool C2DCurve::HasRange() const { return !GetSummary().XRange().IsEmpty(); }
+
 int C2DCurve::SetContributeToXRange(int contribute)
 {
     Store(m_contributeToXRange, contribute);

@@ -123,6 +123,8 @@ public:
     virtual void GetXRange(double& min, double& max) const;
     virtual void GetYRange(double& min, double& max) const;
     void GetZRange(double& min, double& max) const override { GetYRange(min, max); }
+    /// Whether the ranges are those of data: a curve of gaps alone has none of its own.
+    virtual bool HasRange() const;
     int IsDefined() const override;
     /// A table curve becomes valid; a formula curve, which nothing here computes, invalid.
     int Evaluate() override;

@@ -3,6 +3,7 @@
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DBarPlot.h"
 #include "ombrel/graph2d/2DClusteredBarPlot.h"
+#include "ombrel/graph2d/2DContourPlot.h"
 #include "ombrel/graph2d/2DErrorBarPlot.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DLinePlot.h"
@@ -117,6 +118,9 @@ CPlot* C2DGraph::AddPlot(ItemType type)
         break;
     case it2DClusteredBarPlot:
         plot = std::make_unique<C2DClusteredBarPlot>(this);
+        break;
+    case it2DContourPlot:
+        plot = std::make_unique<C2DContourPlot>(this);
         break;
     case it2DStackedBarPlot:
         plot = std::make_unique<C2DStackedBarPlot>(this);

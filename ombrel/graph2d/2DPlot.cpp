@@ -23,9 +23,7 @@ void RangeOfCurves(CPlot const& plot, Contributes contributes, AskRange ask, dou
     bool any = false;
     for (CPlotComponent* component : plot.GetComponents()) {
         auto* const curve = DynamicDowncast<C2DCurve>(component);
-        // A curve of gaps alone has no range of its own.
-        if (!curve || !curve->IsDefined() || !curve->IsValid() || !contributes(*curve)
-            || curve->GetSummary().XRange().IsEmpty())
+        if (!curve || !curve->IsDefined() || !curve->IsValid() || !contributes(*curve) || !curve->HasRange())
             continue;
         Extremes range { 0.0, 0.0 };
         ask(*curve, range);

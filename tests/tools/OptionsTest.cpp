@@ -1,4 +1,5 @@
 #include "tools/ombrel/options/Options.h"
+#include "ombrel/platform/framework/Number.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/options/OptionValues.h"
 #include "tools/ombrel/options/PlotChecks.h"
@@ -189,6 +190,76 @@ TEST(OptionValues, OfRangesAreTwoEndsInOrder)
     }
 }
 
+/// The numbers of levels or directions in few words, or what the option was refused with, cut short.
+std::string ReadSurface(std::vector<std::string> words)
+{
+    words.insert(words.begin(), "surface");
+    std::string text;
+    std::string const fault = FaultOf([&] {
+        SurfaceOptions const options = ParseOptions(words).surface;
+        auto const add = [&text](double value) { text += (text.empty() ? "" : " ") + FormatNumber(value, 'g', 6); };
+        if (LevelChoice const levels = options.levels.value_or(LevelChoice()); options.levels) {
+            text = levels.bands ? "bands " + std::to_string(*levels.bands) : levels.reference ? "series" : "levels";
+            if (levels.reference) {
+                add(*levels.reference);
+                add(levels.spacing);
+            }
+            for (double const value : levels.values)
+                add(value);
+        }
+        for (Direction const& d : options.lights) {
+            add(d.azimuth);
+            add(d.polar);
+        }
+        if (options.view) {
+            add(options.view->azimuth);
+            add(options.view->polar);
+        }
+        if (options.wireframe)
+            add(*options.wireframe);
+        if (!options.lit)
+            text += "unlit";
+    });
+    return fault == "none" ? text : "not " + fault.substr(fault.find("expected ") + 9, 8);
+}
+
+TEST(SurfaceOptions, AreReadAsTheyWereMeantOrRefused)
+{
+    std::pair<std::vector<std::string>, char const*> const cases[] {
+        { { "--levels", "8" }, "bands 8" },
+        { { "--levels", "1000" }, "bands 1000" },
+        { { "--levels", "0" }, "not a number" },
+        { { "--levels", "1001" }, "not a number" },
+        { { "--levels", "-1,2.5,1e3" }, "levels -1 2.5 1000" },
+        { { "--levels", "1,1" }, "not a number" },
+        { { "--levels", "1,x" }, "not a number" },
+        { { "--levels", "5:0.5" }, "series 5 0.5" },
+        { { "--levels", "5:0" }, "not a number" },
+        { { "--levels", ":2" }, "not a number" },
+        { { "--view", "-30,70" }, "330 70" },
+        { { "--view", "725,180" }, "5 180" },
+        { { "--view", "10,181" }, "not AZIMUTH," },
+        { { "--view", "10" }, "not AZIMUTH," },
+        { { "--view", "1,2,3,4" }, "not AZIMUTH," },
+        { { "--lights", "1,2,3,4" }, "1 2 3 4" },
+        { { "--lights", "1,2,3,4,5,6" }, "not off, or " },
+        { { "--lights", "off" }, "unlit" },
+        { { "--wireframe" }, "0" },
+        { { "--wireframe", "a.csv" }, "0" },
+        { { "--wireframe", "3", "a.csv" }, "3" },
+        { { "--z-range", "2:1" }, "not A:B with" },
+        { { "--perspective", "1.01" }, "not a number" },
+        { { "--transparency", "-0.1" }, "not a number" },
+    };
+    for (auto const& [words, expected] : cases)
+        EXPECT_EQ(ReadSurface(words), expected) << words.back();
+    EXPECT_EQ(ParseOptions({ "surface", "--wireframe", "a.csv" }).files, (Words { "a.csv" }));
+    EXPECT_EQ(ParseOptions({ "contour", "--z", "b", "a" }).surface.zColumn, "b");
+    EXPECT_EQ(ParseOptions({ "contour", "--matrix", "headed", "a" }).surface.matrix, MatrixChoice::Headed);
+    EXPECT_EQ(
+        ParseOptions({ "surface", "--coordinates", "radial", "a" }).surface.coordinates, CoordinateChoice::Radial);
+}
+
 TEST(PlotOptions, ThatDoNothingWithTheKindAreRefused)
 {
     std::pair<char const*, char const*> const cases[] {
@@ -221,7 +292,7 @@ TEST(PlotOptions, ThatDoNothingWithTheKindAreRefused)
 
 TEST(Options, AreAllInTheHelpOfTheirCommands)
 {
-    for (Command const command : { Command::Plot, Command::Draw, Command::Info }) {
+    for (Command const command : { Command::Plot, Command::Surface, Command::Draw, Command::Info }) {
         std::string const help = HelpText(command);
         for (OptionEntry const& option : AllOptions()) {
             std::string const name = option.longName.size() > 1 ? "--" + std::string(option.longName)

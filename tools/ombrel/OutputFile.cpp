@@ -1,6 +1,6 @@
 #include "tools/ombrel/OutputFile.h"
+#include "ombrel/annotation/AnnotatedGraph.h"
 #include "ombrel/drawing/DIB.h"
-#include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/platform/framework/Exception.h"
 #include "ombrel/platform/framework/File.h"
 #include "ombrel/platform/gdi/DC.h"
@@ -143,7 +143,19 @@ std::string Picture::Encode()
     return EncodePng(*m_bitmap->GetBitmap().GetRaster(), settings);
 }
 
-void DrawGraph(C2DGraph& graph, Picture& picture) { graph.Draw(&picture.GetDC(), picture.GetRect(), pmDirect); }
+void CheckPaths(Options const& options, Target const& target)
+{
+    for (std::string const& file : options.files) {
+        for (std::string const& path : { target.path, options.save }) {
+            if (file != "-" && !path.empty() && IsSameFile(file, path))
+                throw Failure(kUsageFault, path + ": would be written over the input");
+        }
+    }
+    if (!options.save.empty() && options.save == target.path)
+        throw Failure(kUsageFault, options.save + ": is to be the picture and the document");
+}
+
+void DrawGraph(CAnnotatedGraph& graph, Picture& picture) { graph.Draw(&picture.GetDC(), picture.GetRect(), pmDirect); }
 
 void WriteFile(std::string const& path, std::string const& bytes)
 {

@@ -6,7 +6,7 @@
 #include <string>
 
 namespace ombrel {
-class C2DGraph;
+class CAnnotatedGraph;
 class CDC;
 class CDIB;
 class PageSurface;
@@ -32,6 +32,9 @@ struct Target {
 /// kUsageFault.
 Target MakeTarget(Options const& options, std::string const& input);
 
+/// Throws Failure with kUsageFault when the picture or the document would be written over an input or each other.
+void CheckPaths(Options const& options, Target const& target);
+
 /// A bitmap or page of a target's size, to draw one graph on.
 class Picture {
 public:
@@ -53,7 +56,7 @@ private:
 };
 
 /// Draws the graph into the whole of the picture.
-void DrawGraph(C2DGraph& graph, Picture& picture);
+void DrawGraph(CAnnotatedGraph& graph, Picture& picture);
 
 /// Writes beside the target and renames, or to standard output. Throws Failure with kDataFault.
 void WriteTarget(Target const& target, std::string const& bytes, Messages const& messages);

@@ -8,8 +8,10 @@
 #include "tools/ombrel/commands/ColoursCommand.h"
 #include "tools/ombrel/commands/DrawCommand.h"
 #include "tools/ombrel/commands/GalleryCommand.h"
+#include "tools/ombrel/commands/HeightCommands.h"
 #include "tools/ombrel/commands/InfoCommand.h"
 #include "tools/ombrel/commands/PlotCommand.h"
+#include "tools/ombrel/grid/HeightFile.h"
 #include "tools/ombrel/options/Options.h"
 
 #include <algorithm>
@@ -33,7 +35,9 @@ Command CommandFor(Options const& options, InputFile& first)
     if (options.command != Command::None)
         return options.command;
     bool const isDocument = options.IsGiven(OptionId::InPlace) || LooksLikeDocument(first.Peek(kDocumentMarkLength));
-    Command const command = isDocument ? Command::Draw : Command::Plot;
+    Command const command = isDocument  ? Command::Draw
+        : IsHeightFile(first.GetName()) ? Command::Surface
+                                        : Command::Plot;
     CheckOptionsFor(options, command);
     return command;
 }
@@ -71,6 +75,12 @@ void Run(Options const& options)
         if (files.size() > 1)
             throw Failure(kUsageFault, "expected one document, found " + std::to_string(files.size()) + " files");
         RunDraw(options, *files.front(), messages);
+        break;
+    case Command::Surface:
+        RunSurface(options, files, messages);
+        break;
+    case Command::Contour:
+        RunContour(options, files, messages);
         break;
     case Command::Info:
         for (auto const& file : files)

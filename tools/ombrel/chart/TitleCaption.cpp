@@ -14,7 +14,7 @@ namespace {
 constexpr CCaption::TitleType kGraphTitle = CCaption::ctNone;
 constexpr char const* kEllipsis = "…";
 
-CCaption& AddCaption(C2DGraph& graph, CString const& text, CCaption::TitleType type, Look const& look)
+CCaption& AddCaption(CAnnotatedGraph& graph, CString const& text, CCaption::TitleType type, Look const& look)
 {
     auto* const caption = new CCaption(&graph, text, type);
     caption->SetTag(graph.GetNewTag());
@@ -42,9 +42,8 @@ void MoveTo(CCaption& caption, C2DGraph const& graph, CPoint at)
         (at.y - axes.top) / static_cast<double>(std::max<LONG>(axes.Height(), 1))));
 }
 
-/// Makes the caption fit into the room, between its usual height and half of that; false when it would have to be
-/// smaller.
-bool FitTitle(CCaption& caption, CDC& dc, double usualFactor, CSize room)
+/// Makes the text of the caption fit into the room, between its usual height and half of that.
+bool FitHeight(CCaption& caption, CDC& dc, double usualFactor, CSize room)
 {
     constexpr int kSteps = 10;
     for (int i = 0; i <= kSteps; ++i) {
@@ -56,9 +55,29 @@ bool FitTitle(CCaption& caption, CDC& dc, double usualFactor, CSize room)
     return false;
 }
 
+/// Likewise of a title, which is shortened where it would have to be smaller; false when that does not help.
+bool FitTitle(CCaption& caption, CDC& dc, CString title, double usualFactor, CSize room)
+{
+    caption.SetText(title);
+    bool fits = FitHeight(caption, dc, usualFactor, room);
+    while (!fits && title.GetLength() > 8) {
+        title = Shortened(title) + CString(kEllipsis);
+        caption.SetText(title);
+        fits = FitHeight(caption, dc, usualFactor, room);
+    }
+    return fits;
+}
+
 } // namespace
 
-void AddTitle(C2DGraph& graph, std::string const& title, Look const& look)
+std::string OneLine(std::string text)
+{
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+    return text;
+}
+
+void AddTitle(CAnnotatedGraph& graph, std::string const& title, Look const& look)
 {
     if (title.empty())
         return;
@@ -66,7 +85,7 @@ void AddTitle(C2DGraph& graph, std::string const& title, Look const& look)
     AddCaption(graph, CString(title), kGraphTitle, look).SetTransparentBkgnd(1);
 }
 
-CCaption* FindTitle(C2DGraph& graph)
+CCaption* FindTitle(CAnnotatedGraph& graph)
 {
     CCaptionArray const* const captions = graph.GetCaptionArray();
     for (int i = 0; captions && i < captions->GetSize(); ++i) {
@@ -93,16 +112,8 @@ void PlaceTitle(C2DGraph& graph, CDC& dc)
     // Letters do not touch the window's sides.
     CSize const room(window.Width() - graph.GetAxes()->GetFontHeight(), top - window.top);
     constexpr double kLargerThanLabels = 1.25;
-    CString title = graph.GetTitle();
-    caption->SetText(title);
     SetReadableFont(*caption, graph, dc);
-    double const usualFactor = caption->GetFont().sizeFactor * kLargerThanLabels;
-    bool fits = FitTitle(*caption, dc, usualFactor, room);
-    while (!fits && title.GetLength() > 8) {
-        title = Shortened(title) + CString(kEllipsis);
-        caption->SetText(title);
-        fits = FitTitle(*caption, dc, usualFactor, room);
-    }
+    bool const fits = FitTitle(*caption, dc, graph.GetTitle(), caption->GetFont().sizeFactor * kLargerThanLabels, room);
     CSize const size = caption->Measure(&dc);
     auto const centred = static_cast<int>(axes.left + (axes.Width() - size.cx) / 2);
     int const x
@@ -111,6 +122,19 @@ void PlaceTitle(C2DGraph& graph, CDC& dc)
     auto const above = std::min(static_cast<int>((room.cy - size.cy) / 2), graph.GetAxes()->GetFontHeight());
     MoveTo(*caption, graph, CPoint(x, static_cast<int>(window.top) + above));
     // A title that fits in no way is kept as the graph's own.
+    caption->SetOn(fits);
+}
+
+void PlaceTitleIn(CAnnotatedGraph& graph, CRect const& room, CDC& dc)
+{
+    CCaption* const caption = FindTitle(graph);
+    if (!caption)
+        return;
+    constexpr double kUsualFactor = 1.0;
+    bool const fits = FitTitle(*caption, dc, graph.GetTitle(), kUsualFactor, room.Size());
+    CSize const size = caption->Measure(&dc);
+    static_cast<CAnnotation&>(*caption).Create(CPoint(
+        std::max<int>(room.left, room.left + (room.Width() - size.cx) / 2), room.top + (room.Height() - size.cy) / 2));
     caption->SetOn(fits);
 }
 
@@ -142,7 +166,7 @@ void PlaceCaptions(C2DGraph& graph, std::vector<CaptionSettings> const& settings
     }
 }
 
-void KeepBoxesInside(C2DGraph& graph)
+void KeepBoxesInside(CAnnotatedGraph& graph)
 {
     CRect const window = graph.GetWindowRect();
     auto const keep = [&window](CAnnotation& box) {

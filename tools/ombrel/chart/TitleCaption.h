@@ -1,10 +1,12 @@
 #pragma once
+#include "ombrel/platform/framework/Geometry.h"
 #include "tools/ombrel/chart/Look.h"
 
 #include <string>
 #include <vector>
 
 namespace ombrel {
+class CAnnotatedGraph;
 class CCaption;
 class CDC;
 } // namespace ombrel
@@ -14,15 +16,21 @@ namespace ombrel::host {
 /// The name that a graph without a title has.
 inline constexpr char const* kUntitled = "untitled";
 
+/// Titles are one line.
+std::string OneLine(std::string text);
+
 /// Gives the graph the title, and a bold caption that shows it; an empty one does nothing. PlaceTitle places it.
-void AddTitle(C2DGraph& graph, std::string const& title, Look const& look);
+void AddTitle(CAnnotatedGraph& graph, std::string const& title, Look const& look);
 
 /// The caption that AddTitle made, in a document too; null when there is none.
-CCaption* FindTitle(C2DGraph& graph);
+CCaption* FindTitle(CAnnotatedGraph& graph);
 
 /// Centres the title over the plotting area, in the room between it and the top of the window: as large as fits, and
 /// shortened when it would be too small to read. The graph must have been laid out for a context like dc.
 void PlaceTitle(C2DGraph& graph, CDC& dc);
+
+/// Centres the title in the room at the top of a window without axes to go by, likewise.
+void PlaceTitleIn(CAnnotatedGraph& graph, CRect const& room, CDC& dc);
 
 /// Adds captions without frames, for PlaceCaptions.
 void AddCaptions(C2DGraph& graph, std::vector<CaptionSettings> const& settings, Look const& look);
@@ -33,6 +41,6 @@ void PlaceCaptions(C2DGraph& graph, std::vector<CaptionSettings> const& settings
 
 /// Moves the legend and captions that reach beyond the window they were last drawn in back into it, for a draw of the
 /// same size: in a picture of another shape they would be cut.
-void KeepBoxesInside(C2DGraph& graph);
+void KeepBoxesInside(CAnnotatedGraph& graph);
 
 } // namespace ombrel::host

@@ -10,7 +10,7 @@ namespace ombrel::host {
 
 namespace {
 
-bool HasBoxes(C2DGraph const& graph)
+bool HasBoxes(CAnnotatedGraph const& graph)
 {
     return (graph.GetLegend() && graph.GetLegend()->IsOn())
         || (graph.GetCaptionArray() && graph.GetCaptionArray()->GetSize() > 0);
@@ -18,13 +18,14 @@ bool HasBoxes(C2DGraph const& graph)
 
 /// The picture may have another shape than the one that the document was made for: puts the title in the middle again
 /// and what floats over the graph inside.
-void FitToPicture(C2DGraph& graph, Target const& target)
+void FitToPicture(CAnnotatedGraph& graph, Target const& target)
 {
     if (!HasBoxes(graph))
         return;
     Picture scratch(target);
     graph.LayOut(&scratch.GetDC(), scratch.GetRect());
-    PlaceTitle(graph, scratch.GetDC());
+    if (auto* const flat = DynamicDowncast<C2DGraph>(&graph))
+        PlaceTitle(*flat, scratch.GetDC());
     DrawGraph(graph, scratch);
     KeepBoxesInside(graph);
 }
@@ -37,10 +38,12 @@ void RunDraw(Options const& options, InputFile& file, Messages const& messages)
     if (IsSameFile(target.path, options.files.front()))
         throw Failure(kUsageFault, target.path + ": would be written over the document");
     std::unique_ptr<CGraph> const loaded = LoadDocument(file, options.inPlaceClass, messages);
-    auto* const graph = DynamicDowncast<C2DGraph>(loaded.get());
+    // Not by its run-time class: what 2D and 3D graphs share has none.
+    auto* const graph = dynamic_cast<CAnnotatedGraph*>(loaded.get());
     if (!graph)
         throw Failure(kDataFault,
-            file.GetName() + ": holds a " + loaded->GetRuntimeClass().name + ", and only C2DGraph can be drawn");
+            file.GetName() + ": holds a " + loaded->GetRuntimeClass().name
+                + ", and only C2DGraph and C3DGraph can be drawn");
     // As it was loaded: drawing lays the graph out anew for the picture's size.
     if (!options.save.empty())
         SaveDocument(options.save, *graph);

@@ -100,26 +100,6 @@ std::string YTitle(std::vector<PlotSource> const& sources)
     return title;
 }
 
-/// Titles are one line.
-std::string OneLine(std::string text)
-{
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
-    return text;
-}
-
-void CheckPaths(Options const& options, Target const& target)
-{
-    for (std::string const& file : options.files) {
-        for (std::string const& path : { target.path, options.save }) {
-            if (file != "-" && !path.empty() && IsSameFile(file, path))
-                FailUsage(path + ": would be written over the input");
-        }
-    }
-    if (!options.save.empty() && options.save == target.path)
-        FailUsage(options.save + ": is to be the picture and the document");
-}
-
 std::vector<PlotSource> ReadSources(
     Options const& options, std::vector<std::unique_ptr<InputFile>>& files, Messages const& messages)
 {

@@ -7,12 +7,17 @@ namespace ombrel::host {
 namespace {
 
 constexpr CommandSet kPlot = SetOf(Command::Plot);
+constexpr CommandSet kSurface = SetOf(Command::Surface);
+constexpr CommandSet kContour = SetOf(Command::Contour);
 constexpr CommandSet kDraw = SetOf(Command::Draw);
 constexpr CommandSet kInfo = SetOf(Command::Info);
 constexpr CommandSet kGallery = SetOf(Command::Gallery);
 constexpr CommandSet kColours = SetOf(Command::Colours);
-constexpr CommandSet kAll = kPlot | kDraw | kInfo | kGallery | kColours;
-constexpr CommandSet kPictures = kPlot | kDraw | kColours;
+/// What draws grids.
+constexpr CommandSet kHeights = kSurface | kContour;
+constexpr CommandSet kCharts = kPlot | kHeights;
+constexpr CommandSet kAll = kCharts | kDraw | kInfo | kGallery | kColours;
+constexpr CommandSet kPictures = kCharts | kDraw | kColours;
 
 using std::string_view;
 constexpr string_view kFormats[] { "png", "bmp", "pdf", "svg", "ps" };
@@ -22,6 +27,10 @@ constexpr string_view kLogAxes[] { "x", "y", "xy" };
 constexpr string_view kYesNo[] { "yes", "no" };
 constexpr string_view kGrids[] { "off", "major", "both" };
 constexpr string_view kLegends[] { "auto", "off", "tl", "tr", "bl", "br" };
+constexpr string_view kMatrices[] { "plain", "headed" };
+constexpr string_view kCoordinates[] { "cartesian", "polar", "cylindrical", "geographical", "radial" };
+constexpr string_view kContours[] { "off", "lines", "bands", "both" };
+constexpr string_view kKeys[] { "auto", "off" };
 constexpr string_view kThemes[] { "light", "dark", "print" };
 
 constexpr std::array kOptions {
@@ -36,9 +45,9 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::XColumn, "x", 'x', "COL",
         "Column of the x values: its name or its number from 1; 0 counts the rows. Without it, the first column, or "
         "the rows when there is only one.",
-        kPlot },
+        kCharts },
     OptionEntry { OptionId::YColumns, "y", 'y', "COL[,COL...]",
-        "Columns of the y values, by name or number. Without it, all other columns of numbers.", kPlot, {},
+        "Columns of the y values, by name or number. Without it, all other columns of numbers.", kCharts, {},
         ValueKind::Text, true },
     OptionEntry { OptionId::GroupColumn, "by", 0, "COL",
         "Make a curve of each group: of the rows that have the same word or number in this column.", kPlot },
@@ -58,15 +67,58 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::Polar, "polar", 0, "",
         "x is an angle in degrees, counter-clockwise from the right, and y the distance from the centre.", kPlot },
     OptionEntry { OptionId::Radians, "radians", 0, "", "Angles are in radians.", kPlot },
-    OptionEntry { OptionId::Title, "title", 0, "TEXT", "Title over the graph.", kPlot },
+    OptionEntry { OptionId::ZColumn, "z", 'z', "COL",
+        "Column of the heights of points, by name or number. Without it, the column called z or the third of numbers.",
+        kHeights },
+    OptionEntry { OptionId::Matrix, "matrix", 0, "plain|headed",
+        "The table is a matrix of heights, rows upwards: plain, or with x in the first row and y in the first column. "
+        "Without it, what the table looks like: a matrix or columns of points.",
+        kHeights, kMatrices },
+    OptionEntry { OptionId::Coordinates, "coordinates", 0, "SYSTEM",
+        "What x and y of the grid are: cartesian; polar (angles of a sphere), cylindrical (an angle and the height), "
+        "geographical (longitude and latitude), all with the value as radius; or radial (radius and angle).",
+        kSurface, kCoordinates },
+    OptionEntry { OptionId::ColourMap, "colour-map", 0, "NAME|FILE",
+        "Colours of the heights (ombrel colours lists the names); viridis without it.", kHeights },
+    OptionEntry { OptionId::Levels, "levels", 0, "LEVELS",
+        "Of lines and bands: how many bands, the levels themselves (10,20,50), or REFERENCE:STEP.", kHeights },
+    OptionEntry { OptionId::Contours, "contours", 0, "off|lines|bands|both",
+        "Lines along the levels, bands of one colour between them, or both, which contour draws by itself.", kHeights,
+        kContours },
+    OptionEntry { OptionId::LineColours, "line-colours", 0, "", "Each line in the colour of its level.", kHeights },
+    OptionEntry { OptionId::Key, "key", 0, "auto|off", "A key that explains the colours.", kHeights, kKeys },
+    OptionEntry { OptionId::View, "view", 0, "AZ,POLAR",
+        "Where the box is looked at from, in degrees: its turn, and the angle from the zenith (0 from above, 90 from "
+        "the "
+        "side); 330,65 without it.",
+        kSurface },
     OptionEntry {
-        OptionId::XTitle, "x-title", 0, "TEXT", "Title of the x axis. Without it, the column's name.", kPlot },
+        OptionId::Zoom, "zoom", 0, "FACTOR", "How large the box is drawn, 0.1 to 10; fitted without it.", kSurface },
+    OptionEntry { OptionId::Perspective, "perspective", 0, "P", "From 0, weak, to 1, strong.", kSurface },
+    OptionEntry { OptionId::VerticalScale, "vertical-scale", 0, "FACTOR",
+        "Height of the box against its longer side on the ground.", kSurface },
+    OptionEntry { OptionId::Wireframe, "wireframe", 0, "[N]",
+        "Draw the grid over the surface, every Nth line; a number that fits without N.", kSurface, {}, ValueKind::Text,
+        false, true },
+    OptionEntry { OptionId::Transparency, "transparency", 0, "T", "From 0, opaque, to 1, invisible.", kSurface },
+    OptionEntry { OptionId::Texture, "texture", 0, "IMAGE", "Drape a picture (.png or .bmp) over the surface.",
+        kSurface, {}, ValueKind::File },
+    OptionEntry { OptionId::Lights, "lights", 0, "off|AZ,POLAR[,AZ,POLAR]",
+        "Where one or two lights stand, in degrees like the view.", kSurface },
+    OptionEntry { OptionId::NoAntialias, "no-antialias", 0, "", "Do not smooth the edges of a 3D picture.", kSurface },
+    OptionEntry { OptionId::Title, "title", 0, "TEXT", "Title over the graph.", kCharts },
     OptionEntry {
-        OptionId::YTitle, "y-title", 0, "TEXT", "Title of the y axis. Without it, the columns' names.", kPlot },
+        OptionId::XTitle, "x-title", 0, "TEXT", "Title of the x axis. Without it, the column's name.", kCharts },
+    OptionEntry {
+        OptionId::YTitle, "y-title", 0, "TEXT", "Title of the y axis. Without it, the columns' names.", kCharts },
+    OptionEntry { OptionId::ZTitle, "z-title", 0, "TEXT",
+        "Title of the z axis or of the colour key. Without it, the column's name.", kHeights },
     OptionEntry { OptionId::XRange, "x-range", 0, "A:B",
-        "Ends of the x axis, numbers or dates; an empty one is taken from the data.", kPlot },
+        "Ends of the x axis, numbers or dates; an empty one is taken from the data.", kCharts },
     OptionEntry {
-        OptionId::YRange, "y-range", 0, "A:B", "Ends of the y axis; an empty one is taken from the data.", kPlot },
+        OptionId::YRange, "y-range", 0, "A:B", "Ends of the y axis; an empty one is taken from the data.", kCharts },
+    OptionEntry {
+        OptionId::ZRange, "z-range", 0, "A:B", "Heights that colours and the z axis reach from and to.", kHeights },
     OptionEntry { OptionId::Log, "log", 0, "x|y|xy", "Logarithmic axes.", kPlot, kLogAxes },
     OptionEntry { OptionId::Grid, "grid", 0, "off|major|both", "Grid lines; major without it.", kPlot, kGrids },
     OptionEntry { OptionId::Legend, "legend", 0, "WHERE",
@@ -78,14 +130,14 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::Palette, "palette", 0, "NAME",
         "Colours of the curves: distinct, grey, or colours from a colour map (ombrel colours lists them).", kPlot },
     OptionEntry { OptionId::Theme, "theme", 0, "light|dark|print", "Colours of the graph; light without it.",
-        kPlot | kGallery, kThemes },
+        kCharts | kGallery, kThemes },
     OptionEntry { OptionId::DateFormat, "date-format", 0, "FORMAT",
         "The x values are dates in this form, such as %d.%m.%Y (%Y %y %m %b %B %d %j %H %M %S). Without it, ISO dates "
         "are found by themselves.",
         kPlot | kInfo },
     OptionEntry { OptionId::Header, "header", 0, "yes|no",
-        "The first row names the columns, or not. Without it, it does when one of its cells is a text.", kPlot | kInfo,
-        kYesNo },
+        "The first row names the columns, or not. Without it, it does when one of its cells is a text.",
+        kCharts | kInfo, kYesNo },
     OptionEntry { OptionId::Size, "size", 0, "WxH", "Size of a picture in pixels; 1000x640 without it.", kPictures },
     OptionEntry { OptionId::Page, "page", 0, "PAGE",
         "Size of a page (.pdf .svg .ps): A5, A4, A3 or Letter, which lie on their long side, or WxH in millimetres; A4 "
@@ -96,7 +148,7 @@ constexpr std::array kOptions {
         "Width of the lines in pixels at 96 to the inch; 1 without it.", kPlot },
     OptionEntry { OptionId::Symbols, "symbols", 0, "", "Mark the points, each curve with a symbol of its own.", kPlot },
     OptionEntry {
-        OptionId::Save, "save", 0, "DOC", "Store the graph as a document.", kPlot | kDraw, {}, ValueKind::File },
+        OptionId::Save, "save", 0, "DOC", "Store the graph as a document.", kCharts | kDraw, {}, ValueKind::File },
     OptionEntry { OptionId::InPlace, "in-place", 0, "CLASS",
         "The document holds the contents of a graph of CLASS (C2DGraph) and not a reference to one.", kDraw | kInfo },
     OptionEntry {
@@ -108,6 +160,10 @@ constexpr std::array kOptions {
 constexpr std::array kCommands {
     CommandEntry { Command::Plot, "plot", "ombrel plot [options] FILE...",
         "Draw columns of text tables (CSV, TSV, blanks; - is standard input)." },
+    CommandEntry { Command::Surface, "surface", "ombrel surface FILE",
+        "Draw the heights of a grid as a lit surface: a text table (matrix or columns x, y, z), a .tvl or a .dem "
+        "file." },
+    CommandEntry { Command::Contour, "contour", "ombrel contour FILE", "Draw the same as a map with contours." },
     CommandEntry { Command::Draw, "draw", "ombrel draw DOCUMENT [options]", "Draw a stored graph document." },
     CommandEntry { Command::Info, "info", "ombrel info FILE...",
         "Print what is in a file: the object tree of a document; columns, types and gaps of a table." },

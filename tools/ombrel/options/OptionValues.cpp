@@ -13,12 +13,6 @@ namespace ombrel::host {
 
 namespace {
 
-[[noreturn]] void FailValue(OptionEntry const& option, std::string_view value, std::string const& expected)
-{
-    throw Failure(kUsageFault,
-        "--" + std::string(option.longName) + ": expected " + expected + ", found " + QuoteForMessage(value));
-}
-
 /// "a, b or c".
 std::string ListChoices(std::span<std::string_view const> choices)
 {
@@ -59,6 +53,12 @@ std::optional<double> ParseEnd(std::string_view text, bool dates, DateFormat con
 }
 
 } // namespace
+
+void FailValue(OptionEntry const& option, std::string_view value, std::string const& expected)
+{
+    throw Failure(kUsageFault,
+        "--" + std::string(option.longName) + ": expected " + expected + ", found " + QuoteForMessage(value));
+}
 
 std::string LowerCase(std::string_view text)
 {

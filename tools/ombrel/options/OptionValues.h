@@ -9,6 +9,9 @@
 
 namespace ombrel::host {
 
+/// Tells what was expected of the option's value and what was found.
+[[noreturn]] void FailValue(OptionEntry const& option, std::string_view value, std::string const& expected);
+
 // Values of options as they were typed. What cannot be read throws Failure with kUsageFault, which names the option,
 // what was expected and what was found.
 

@@ -103,6 +103,8 @@ void Apply(Options& options, OptionEntry const& option, std::string const& value
         *text = value;
         return;
     }
+    if (ApplySurfaceOption(options.surface, option, value))
+        return;
     switch (option.id) {
     case OptionId::Format:
         options.format = ParseChoice<PictureFormat>(option, LowerCase(value));
@@ -173,6 +175,30 @@ std::string NamesForParser(OptionEntry const& option)
     return names;
 }
 
+/// Stands for a number that was left out.
+constexpr char const* kLeftOut = "left out";
+
+/// The arguments as the parser takes them: options whose number may be left out get a word in its place, so that a file
+/// that follows is not taken for it, and two dashes before a single letter are as good as one.
+std::vector<std::string> ForParser(std::vector<std::string> const& arguments)
+{
+    std::vector<std::string> words;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        words.push_back(arguments[i]);
+        if (arguments[i].size() == 3 && arguments[i].starts_with("--"))
+            words.back().erase(0, 1);
+        auto const options = AllOptions();
+        bool const takesNumber = std::any_of(options.begin(), options.end(), [&](OptionEntry const& option) {
+            return option.optionalNumber && arguments[i] == "--" + std::string(option.longName);
+        });
+        bool const hasNumber = i + 1 < arguments.size() && !arguments[i + 1].empty()
+            && arguments[i + 1].find_first_not_of("0123456789") == std::string::npos;
+        if (takesNumber && !hasNumber)
+            words.emplace_back(kLeftOut);
+    }
+    return words;
+}
+
 /// Appends the text in lines of at most width columns, the first of which has got so far already.
 void AppendWrapped(std::string& to, std::string_view text, std::size_t indent, std::size_t width)
 {
@@ -232,7 +258,15 @@ Options ParseOptions(std::vector<std::string> const& arguments)
         if (!TakesOption(options.command, option))
             continue;
         std::string const names = NamesForParser(option);
-        if (option.argument.empty()) {
+        if (option.optionalNumber) {
+            auto const take = [&options, &option](std::vector<std::string> const& values) {
+                Apply(options, option, values.front() == kLeftOut ? "" : values.front());
+            };
+            app.add_option_function<std::vector<std::string>>(names, take)
+                ->expected(1)
+                ->allow_extra_args(false)
+                ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+        } else if (option.argument.empty()) {
             app.add_flag_function(names, [&](std::int64_t) { Apply(options, option, ""); });
         } else {
             auto const take = [&options, &option](std::vector<std::string> const& values) {
@@ -247,9 +281,10 @@ Options ParseOptions(std::vector<std::string> const& arguments)
     }
     app.add_option("FILE", options.files);
     try {
+        std::vector<std::string> words = ForParser(std::vector<std::string>(first, arguments.end()));
         // The parser takes its arguments from the back.
-        app.parse(
-            std::vector<std::string>(std::make_reverse_iterator(arguments.end()), std::make_reverse_iterator(first)));
+        std::reverse(words.begin(), words.end());
+        app.parse(std::move(words));
     } catch (CLI::ParseError const& error) {
         FailUsage(std::string(error.what()) + " (ombrel --help lists the options)");
     }
@@ -262,8 +297,9 @@ void CheckOptionsFor(Options const& options, Command command)
         if (!TakesOption(command, option) && options.IsGiven(option.id)) {
             std::string const name = option.longName.size() > 1 ? "--" : "-";
             FailUsage(name + std::string(option.longName)
-                + (command == Command::Draw ? " is for tables, and the file is a graph document"
-                                            : " is for graph documents, and the file is a table"));
+                + (command == Command::Draw           ? " is for tables, and the file is a graph document"
+                        : command == Command::Surface ? " is not for files of heights"
+                                                      : " is for graph documents, and the file is a table"));
         }
     }
 }

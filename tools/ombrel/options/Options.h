@@ -1,4 +1,5 @@
 #pragma once
+#include "tools/ombrel/options/SurfaceOptions.h"
 #include "tools/ombrel/table/TableCells.h"
 #include "tools/ombrel/table/TableDialect.h"
 
@@ -11,20 +12,39 @@
 namespace ombrel::host {
 
 /// None: the file decides what fits.
-enum class Command { None, Plot, Draw, Info, Gallery, Colours };
+enum class Command { None, Plot, Surface, Contour, Draw, Info, Gallery, Colours };
 
-enum class OptionId {
+enum class OptionId : int {
     Output,
     Format,
     XColumn,
     YColumns,
     GroupColumn,
     Kind,
+    ZColumn,
+    Matrix,
+    Coordinates,
+    ColourMap,
+    Levels,
+    Contours,
+    LineColours,
+    Key,
+    View,
+    Zoom,
+    Perspective,
+    VerticalScale,
+    Wireframe,
+    Transparency,
+    Texture,
+    Lights,
+    NoAntialias,
     Title,
     XTitle,
     YTitle,
+    ZTitle,
     XRange,
     YRange,
+    ZRange,
     Log,
     DateFormat,
     Header,
@@ -75,6 +95,8 @@ struct OptionEntry {
     ValueKind valueKind = ValueKind::Text;
     /// May be given several times.
     bool repeats = false;
+    /// The value is a number that may be left out.
+    bool optionalNumber = false;
 };
 
 struct CommandEntry {
@@ -160,6 +182,7 @@ struct Options {
     Theme theme = Theme::Light;
     std::string save;
     std::string inPlaceClass;
+    SurfaceOptions surface;
     bool verbose = false;
     bool help = false;
     bool version = false;

@@ -1,0 +1,145 @@
+#include "tools/ombrel/chart/ContourMap.h"
+#include "ombrel/graph2d/2DContourPlot.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/Axes.h"
+#include "ombrel/graph3d/Surface.h"
+#include "tools/ombrel/Messages.h"
+#include "tools/ombrel/OutputFile.h"
+#include "tools/ombrel/chart/HeightColours.h"
+#include "tools/ombrel/chart/Look.h"
+#include "tools/ombrel/chart/PlotAxes.h"
+#include "tools/ombrel/chart/TitleCaption.h"
+#include "tools/ombrel/options/Options.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace ombrel::host {
+
+namespace {
+
+/// Lines over bands are darker than all of them.
+constexpr COLORREF kLineColour = RGB(40, 40, 40);
+
+C2DContourCurve& AddCurve(C2DGraph& graph)
+{
+    CPlot* const plot = graph.AddPlot(it2DContourPlot);
+    return static_cast<C2DContourCurve&>(*plot->AddCurve("", CPlotComponent::dsTable));
+}
+
+void SetLevels(C2DContourCurve& curve, SurfaceOptions const& options, AxisRange range, Look const& look)
+{
+    HeightLevels const levels = LevelsOf(options, range);
+    CSurface& surface = *curve.GetSurface();
+    ContourChoice const contours = options.contours.value_or(ContourChoice::Both);
+    if (levels.values.empty()) {
+        curve.SetLevelMode(C2DContourCurve::lmSpaced);
+        curve.SetRef(levels.reference);
+        curve.SetSpacing(levels.spacing);
+    } else {
+        CDoubleArray values;
+        for (double const level : levels.values)
+            values.Add(level);
+        surface.SetArbContourLevels(values);
+        curve.SetLevelMode(C2DContourCurve::lmArbitrary);
+    }
+    // Colours without bands.
+    if (contours == ContourChoice::Off) {
+        curve.SetLevelMode(C2DContourCurve::lmEven);
+        curve.SetNumContours(0);
+    }
+    curve.SetDisplayMode(contours == ContourChoice::Lines ? C2DContourCurve::dmLines
+            : contours == ContourChoice::Both             ? C2DContourCurve::dmShadingAndLines
+                                                          : C2DContourCurve::dmShading);
+    curve.SetContourColourMode(options.lineColours ? C2DContourCurve::ccLevelColours : C2DContourCurve::ccOneColour);
+    surface.SetColour(contours == ContourChoice::Lines ? look.text : kLineColour);
+}
+
+PlotAxisSettings FixedAxis(AxisRange range, std::string const& title)
+{
+    PlotAxisSettings axis;
+    axis.data = range;
+    axis.min = range.min;
+    axis.max = range.max;
+    axis.title = title;
+    return axis;
+}
+
+/// The largest rectangle in which x and y have the same scale, for what lies round the axes in the one that was laid
+/// out; the same one when they may differ.
+CRect EqualScales(C2DGraph const& graph, CRect const& rect, PlotAxisSettings const& x, PlotAxisSettings const& y)
+{
+    CRect const axes = graph.GetAxesRect();
+    double const width = x.data.max - x.data.min;
+    double const height = y.data.max - y.data.min;
+    double const scale = std::min(axes.Width() / width, axes.Height() / height);
+    int const spareX = axes.Width() - static_cast<int>(std::lround(scale * width));
+    int const spareY = axes.Height() - static_cast<int>(std::lround(scale * height));
+    return { rect.left + spareX / 2, rect.top + spareY / 2, rect.right - (spareX - spareX / 2),
+        rect.bottom - (spareY - spareY / 2) };
+}
+
+/// To the right of the axes, in the middle of their height.
+void PlaceKey(C2DGraph& graph, CColourKey& key, CDC& dc)
+{
+    CRect const window = graph.GetWindowRect();
+    CRect const axes = graph.GetAxesRect();
+    CSize const size = key.Measure(&dc);
+    int const left = std::min<int>(axes.right + graph.GetAxes()->GetFontHeight(), window.right - size.cx);
+    key.Create(CPoint(left, std::max<int>(window.top, axes.top + (axes.Height() - size.cy) / 2)));
+}
+
+} // namespace
+
+std::unique_ptr<C2DGraph> MakeContourMap(
+    Options const& options, HeightFile&& file, Picture& picture, Messages const& messages)
+{
+    auto owner = std::make_unique<C2DGraph>(1);
+    C2DGraph& graph = *owner;
+    Look const look = LookOf(options.theme);
+    graph.SetGraphFrameOn(0);
+    graph.GetPolarGrid()->SetOn(0);
+    SetGrid(graph, GridChoice::Off, false);
+    AddTitle(graph, OneLine(options.title), look);
+    C2DContourCurve& curve = AddCurve(graph);
+    CSurface& surface = *curve.GetSurface();
+    HeightTitles const titles = GiveHeights(std::move(file), surface, messages);
+    LoadHeightMap(options.surface.colourMap, *surface.GetWireframeColourmap());
+    if (options.surface.zRange) {
+        surface.SetLUTMinMax(options.surface.zRange->first, options.surface.zRange->second);
+        surface.SetUseLUTMinMax(1);
+    }
+    curve.SetDataSourceType(CPlotComponent::dsTable);
+    graph.UpdatePlots();
+    AxisRange heights;
+    surface.GetZRange(heights.min, heights.max);
+    SetLevels(curve, options.surface, heights, look);
+    graph.UpdatePlots();
+    AxisRange x;
+    AxisRange y;
+    curve.GetXRange(x.min, x.max);
+    curve.GetYRange(y.min, y.max);
+
+    bool const hasKey = options.surface.key == KeyChoice::Auto && curve.NeedsColourKey();
+    CColourKey* const key = hasKey ? graph.AddColourKey(CPoint(0, 0), curve.GetTag()) : nullptr;
+    ApplyLook(graph, look);
+    graph.SetGraphAndWindowRect(picture.GetRect(), picture.GetRect());
+    PlotAxisSettings const xAxis = FixedAxis(x, options.xTitle.value_or(titles.x));
+    PlotAxisSettings const yAxis = FixedAxis(y, options.yTitle.value_or(titles.y));
+    CDC& dc = picture.GetDC();
+    CRect rect = GraphRectIn(graph, graph.GetWindowRect(), dc);
+    LayOutAxes(graph, xAxis, yAxis, rect, dc);
+    if (key) {
+        rect.right -= key->Measure(&dc).cx + graph.GetAxes()->GetFontHeight();
+        LayOutAxes(graph, xAxis, yAxis, rect, dc);
+    }
+    if (titles.sameUnits)
+        LayOutAxes(graph, xAxis, yAxis, EqualScales(graph, rect, xAxis, yAxis), dc);
+    if (key)
+        PlaceKey(graph, *key, dc);
+    PlaceTitle(graph, dc);
+    return owner;
+}
+
+} // namespace ombrel::host

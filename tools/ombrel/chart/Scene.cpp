@@ -1,0 +1,270 @@
+#include "tools/ombrel/chart/Scene.h"
+#include "ombrel/drawing/DIB.h"
+#include "ombrel/graph3d/3DAxis.h"
+#include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/3DGrid.h"
+#include "ombrel/graph3d/Walls.h"
+#include "tools/ombrel/OutputFile.h"
+#include "tools/ombrel/chart/Look.h"
+#include "tools/ombrel/options/Options.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+
+namespace ombrel::host {
+
+namespace {
+
+/// From the left in front of the box and well above it.
+constexpr Direction kUsualView { 330.0, 62.0 };
+/// Straight lines stay nearly parallel, and the far side is still smaller than the near one.
+constexpr double kUsualPerspective = 0.35;
+/// What the library can draw: beyond it, the near side of the box would lie behind the eye.
+constexpr double kStrongestPerspective = 0.85;
+
+/// Over the viewer's left shoulder: relief stands out, and no side that can be seen is dark.
+Direction LightBeside(Direction view)
+{
+    constexpr double kToTheLeft = 65.0;
+    constexpr double kFromZenith = 40.0;
+    return { std::fmod(view.azimuth + 360.0 - kToTheLeft, 360.0), kFromZenith };
+}
+
+void SetLights(C3DGraph& scene, SurfaceOptions const& options, Direction view)
+{
+    scene.SetLightingOn(options.lit ? 1 : 0);
+    std::vector<Direction> lights = options.lights;
+    if (lights.empty())
+        lights.push_back(LightBeside(view));
+    // Far away, light falls on all of the box from the same side.
+    constexpr double kFar = 6.0;
+    scene.SetLightDistance(kFar);
+    scene.SetLight1On(1);
+    scene.SetLight1Pos(lights.front().azimuth, lights.front().polar);
+    scene.SetLight2On(lights.size() > 1 ? 1 : 0);
+    if (lights.size() > 1)
+        scene.SetLight2Pos(lights[1].azimuth, lights[1].polar);
+    // Together with what the library adds, the brightest places have the very colours of the colour map, and those
+    // turned away keep half of them.
+    scene.SetAmbientLight(0.3);
+    scene.SetAttenuation(lights.size() > 1 ? 2.2 : 1.55);
+}
+
+/// Ticks inside of the range, which stays as it is.
+NumberTicks TicksIn(AxisRange range, int most) { return MakeNumberTicks(WidenEmptyRange(range), { true, true }, most); }
+
+void SetAxis(C3DAxis& axis, NumberTicks const& ticks, std::string const& title)
+{
+    axis.SetRangeMode(C3DAxis::rmFixed);
+    axis.SetRange(ticks.range.min, ticks.range.max);
+    axis.SetTickMode(C3DAxis::tmStep);
+    axis.SetTickMin(ticks.first);
+    axis.SetTickDel(ticks.step);
+    axis.SetNumMinorDivs(ticks.minor + 1);
+    axis.SetFormatType(ticks.format);
+    axis.SetLabelPrecision(ticks.precision);
+    axis.SetTitle(CString(title));
+}
+
+double WidthOf(AxisRange range)
+{
+    AxisRange const wide = WidenEmptyRange(range);
+    return wide.max - wide.min;
+}
+
+/// The sides of the box, the longest on the ground 1 long.
+std::array<double, 3> Proportions(SceneData const& data, SurfaceOptions const& options)
+{
+    // Ranges that differ more are hardly lengths of one kind.
+    constexpr double kMostAlike = 3.0;
+    constexpr double kUsualHeight = 0.5;
+    constexpr double kReliefHeight = 0.25;
+    double const width = WidthOf(data.x);
+    double const depth = WidthOf(data.y);
+    double const longer = std::max(width, depth);
+    double const height = WidthOf(data.z);
+    if (data.inSpace) {
+        double const longest = std::max(longer, height);
+        return { width / longest, depth / longest, height / longest * options.verticalScale.value_or(1.0) };
+    }
+    bool const isAlike = longer <= kMostAlike * std::min(width, depth);
+    double const sx = data.titles.sameUnits || isAlike ? width / longer : 1.0;
+    double const sy = data.titles.sameUnits || isAlike ? depth / longer : 1.0;
+    return { sx, sy, options.verticalScale.value_or(data.titles.sameUnits ? kReliefHeight : kUsualHeight) };
+}
+
+/// What is drawn of the scene, in a bitmap of a picture's proportions.
+class Sketch {
+public:
+    Sketch(C3DGraph& scene, CRect const& window, CRect const& graph)
+        : m_scene(scene)
+        , m_bitmap(window.Width(), window.Height(), 24)
+    {
+        scene.SetGraphAndWindowRect(graph, window);
+    }
+    /// The box round all that differs from the background; in the graph's rectangle.
+    CRect Extent()
+    {
+        CSize const size = m_bitmap.GetSize();
+        m_scene.Draw(m_bitmap.GetDC(), CRect(0, 0, size.cx, size.cy), pmDirect);
+        Raster const& pixels = *m_bitmap.GetBitmap().GetRaster();
+        std::uint32_t const ground = Raster::FromColour(static_cast<COLORREF>(m_scene.GetBackgroundColour()));
+        CRect extent(size.cx, size.cy, 0, 0);
+        for (int y = 0; y < size.cy; ++y) {
+            std::uint32_t const* const row = pixels.Row(y);
+            for (int x = 0; x < size.cx; ++x) {
+                if ((row[x] & 0xFFFFFFU) == ground)
+                    continue;
+                extent = { std::min<LONG>(extent.left, x), std::min<LONG>(extent.top, y),
+                    std::max<LONG>(extent.right, x + 1), std::max<LONG>(extent.bottom, y + 1) };
+            }
+        }
+        return extent;
+    }
+
+private:
+    C3DGraph& m_scene;
+    CDIB m_bitmap;
+};
+
+/// The titles of the x and y axes stand far from short axes, but never outside of the graph: fitted without them, the
+/// scene leaves them just the room at its edges.
+class WithoutTitles {
+public:
+    explicit WithoutTitles(C3DGraph& scene)
+        : m_scene(scene)
+    {
+        for (std::size_t i = 0; i < m_titles.size(); ++i) {
+            m_titles[i] = scene.GetAxes()[i]->GetTitle();
+            scene.GetAxes()[i]->SetTitle("");
+        }
+    }
+    ~WithoutTitles()
+    {
+        for (std::size_t i = 0; i < m_titles.size(); ++i)
+            m_scene.GetAxes()[i]->SetTitle(m_titles[i]);
+    }
+    WithoutTitles(WithoutTitles const&) = delete;
+    WithoutTitles& operator=(WithoutTitles const&) = delete;
+
+private:
+    C3DGraph& m_scene;
+    std::array<CString, 2> m_titles;
+};
+
+/// A rectangle of the picture at the resolution of a screen: pages have several times its pixels.
+CRect OnScreen(CRect const& rect, double scale)
+{
+    auto const scaled = [scale](LONG v) { return static_cast<int>(std::lround(static_cast<double>(v) * scale)); };
+    return { scaled(rect.left), scaled(rect.top), scaled(rect.right), scaled(rect.bottom) };
+}
+
+/// Pixels of the picture that one unit in the middle of the box covers: the camera's distance and angle.
+double PixelsPerUnit(C3DGraph const& scene, CRect const& graph)
+{
+    double const distance = 10.5 - 9.0 * scene.GetPerspective();
+    double const degrees = std::numbers::pi / 180.0;
+    double const aspect = static_cast<double>(graph.Width()) / graph.Height();
+    double angle = 2.6 * std::atan(0.7 / distance) / degrees / scene.GetZoomFactor();
+    if (aspect < 1.0)
+        angle /= aspect;
+    return graph.Height() / 2.0 / (distance * std::tan(angle / 2.0 * degrees));
+}
+
+} // namespace
+
+CRect TitleRoom(CRect const& window, Options const& options)
+{
+    int const height = options.title.empty() ? 0 : std::min(window.Width(), window.Height()) / 14;
+    return { window.left, window.top, window.right, window.top + height };
+}
+
+std::unique_ptr<C3DGraph> MakeScene(Options const& options, Look const& look)
+{
+    auto owner = std::make_unique<C3DGraph>(1);
+    C3DGraph& scene = *owner;
+    SurfaceOptions const& wanted = options.surface;
+    Direction const view = wanted.view.value_or(kUsualView);
+    scene.SetViewingAzimuth(view.azimuth);
+    scene.SetViewingElevation(view.polar);
+    scene.SetPerspective(std::min(wanted.perspective.value_or(kUsualPerspective), kStrongestPerspective));
+    scene.SetAntialiasMode(wanted.plainEdges ? 0 : 1);
+    scene.SetGraphFrameOn(0);
+    scene.SetBackgroundColour(look.window);
+    SetLights(scene, wanted, view);
+    for (int i = 0; i < 3; ++i) {
+        C3DAxis& axis = *scene.GetAxes()[i];
+        axis.SetColour(look.axes);
+        axis.SetLabelsColour(look.text);
+        axis.SetTitleColour(look.text);
+    }
+    scene.GetGrid()->SetColour(look.majorGrid);
+    scene.GetWalls()->SetOn(0);
+    return owner;
+}
+
+void SetSceneAxes(C3DGraph& scene, SceneData const& data, Options const& options)
+{
+    constexpr int kMostSteps = 6;
+    C3DAxis* const* const axes = scene.GetAxes();
+    NumberTicks const x = TicksIn(data.x, kMostSteps);
+    NumberTicks const y = TicksIn(data.y, kMostSteps);
+    NumberTicks const z = TicksIn(data.z, kMostSteps - 1);
+    SetAxis(*axes[0], x, options.xTitle.value_or(data.titles.x));
+    SetAxis(*axes[1], y, options.yTitle.value_or(data.titles.y));
+    SetAxis(*axes[2], z, options.surface.zTitle.value_or(data.titles.z));
+    auto const [sx, sy, sz] = Proportions(data, options.surface);
+    for (int i = 0; i < 3; ++i)
+        axes[i]->SetScaleFacs(sx, sy, sz);
+    C3DGrid& grid = *scene.GetGrid();
+    grid.SetXLineMode(GridLines3D::glStep);
+    grid.SetXLineMin(x.first);
+    grid.SetXLineDel(x.step);
+    grid.SetYLineMode(GridLines3D::glStep);
+    grid.SetYLineMin(y.first);
+    grid.SetYLineDel(y.step);
+    grid.SetZLineMode(GridLines3D::glStep);
+    grid.SetZLineMin(z.first);
+    grid.SetZLineDel(z.step);
+}
+
+void FitScene(C3DGraph& scene, Picture& picture, int stripAtRight, Options const& options)
+{
+    constexpr int kScreenDotsPerInch = 96;
+    constexpr int kPasses = 3;
+    double const scale = static_cast<double>(kScreenDotsPerInch) / picture.GetDC().GetDeviceCaps(LOGPIXELSX);
+    CRect const window = picture.GetRect();
+    int const margin = std::min(window.Width(), window.Height()) / 40;
+    int const titleRoom = 2 * margin;
+    CRect const room(window.left, TitleRoom(window, options).bottom, window.right - stripAtRight, window.bottom);
+    scene.SetZoomFactor(1.0);
+    CRect const graph = OnScreen(room, scale);
+    Sketch sketch(scene, OnScreen(window, scale), graph);
+    CRect const inside = OnScreen(
+        CRect(room.left + titleRoom, room.top + margin, room.right - titleRoom, room.bottom - margin - titleRoom),
+        scale);
+    int const antialiased = scene.GetAntialiasMode();
+    scene.SetAntialiasMode(0);
+    WithoutTitles const untitled(scene);
+    for (int pass = 0; pass < kPasses; ++pass) {
+        CRect const extent = sketch.Extent();
+        if (extent.IsRectEmpty())
+            break;
+        double const fit = std::min(static_cast<double>(inside.Width()) / extent.Width(),
+            static_cast<double>(inside.Height()) / extent.Height());
+        double const unit = PixelsPerUnit(scene, graph);
+        // The place where the middle of what is drawn lies, from the middle of the room.
+        double const right = (extent.left + extent.right - inside.left - inside.right) / 2.0;
+        double const down = (extent.top + extent.bottom - inside.top - inside.bottom) / 2.0;
+        scene.SetXPos(scene.GetXPos() - right / unit);
+        scene.SetYPos(scene.GetYPos() + down / unit);
+        scene.SetZoomFactor(scene.GetZoomFactor() * fit);
+    }
+    scene.SetZoomFactor(scene.GetZoomFactor() * options.surface.zoom);
+    scene.SetAntialiasMode(antialiased);
+    scene.SetGraphAndWindowRect(room, window);
+}
+
+} // namespace ombrel::host

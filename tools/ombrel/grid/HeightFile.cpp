@@ -1,0 +1,117 @@
+#include "tools/ombrel/grid/HeightFile.h"
+#include "ombrel/graph3d/Surface.h"
+#include "ombrel/platform/framework/Exception.h"
+#include "tools/ombrel/InputFile.h"
+#include "tools/ombrel/Messages.h"
+#include "tools/ombrel/chart/Document.h"
+#include "tools/ombrel/commands/TableFile.h"
+#include "tools/ombrel/grid/TableGrid.h"
+#include "tools/ombrel/options/OptionValues.h"
+#include "tools/ombrel/options/Options.h"
+
+#include <array>
+#include <climits>
+#include <cmath>
+#include <filesystem>
+
+namespace ombrel::host {
+
+namespace {
+
+/// Both ends of a range, which a matrix needs.
+std::optional<std::pair<double, double>> EndsOf(std::optional<std::string> const& text, char const* option)
+{
+    if (!text)
+        return std::nullopt;
+    auto const ends = ParseRange(*text, false, nullptr);
+    if (!ends || !ends->min || !ends->max)
+        throw Failure(kUsageFault, std::string(option) + ": expected A:B with numbers A below B, found " + *text);
+    return std::pair(*ends->min, *ends->max);
+}
+
+TableGridOptions GridOptionsOf(Options const& options)
+{
+    TableGridOptions grid;
+    grid.matrix = options.surface.matrix;
+    grid.xColumn = options.xColumn;
+    if (options.yColumns.size() > 1)
+        throw Failure(kUsageFault, "-y: expected one column, found " + std::to_string(options.yColumns.size()));
+    if (!options.yColumns.empty())
+        grid.yColumn = options.yColumns.front();
+    grid.zColumn = options.surface.zColumn;
+    grid.xEnds = EndsOf(options.xRange, "--x-range");
+    grid.yEnds = EndsOf(options.yRange, "--y-range");
+    return grid;
+}
+
+/// These say where a table's heights lie, and other files do so themselves.
+void RefuseTableOptions(Options const& options, std::string const& path)
+{
+    for (OptionId const id : { OptionId::Matrix, OptionId::XColumn, OptionId::YColumns, OptionId::ZColumn,
+             OptionId::XRange, OptionId::YRange, OptionId::Header }) {
+        if (options.IsGiven(id))
+            throw Failure(kUsageFault,
+                (EntryOf(id).longName.size() > 1 ? "--" : "-") + std::string(EntryOf(id).longName)
+                    + " is for tables, and " + path + " says itself where its heights lie");
+    }
+}
+
+HeightTitles TitlesOfDem(CUSGSDEM const& dem)
+{
+    constexpr std::array<char const*, 4> kGroundUnits { "rad", "ft", "m", "arcsec" };
+    auto const units = static_cast<std::size_t>(dem.GetHeader().groundUnits);
+    std::string const unit = units < kGroundUnits.size() ? std::string(" / ") + kGroundUnits[units] : "";
+    return { "east" + unit, "north" + unit,
+        std::string("elevation / ") + (dem.GetHeader().elevationUnits == 1 ? "ft" : "m"), true };
+}
+
+} // namespace
+
+bool IsHeightFile(std::string const& path)
+{
+    std::string const extension = LowerCase(std::filesystem::path(path).extension().string());
+    return path != "-" && (extension == ".tvl" || extension == ".dem");
+}
+
+HeightFile ReadHeightFile(Options const& options, InputFile& file, Messages const& messages)
+{
+    std::string const name = file.GetName();
+    if (LooksLikeDocument(file.Peek(kDocumentMarkLength)))
+        throw Failure(kDataFault, name + ": expected heights, found a graph document (ombrel draw draws it)");
+    if (IsHeightFile(name)) {
+        RefuseTableOptions(options, name);
+        return { name, std::nullopt };
+    }
+    TableOptions reading;
+    reading.header = options.header;
+    TableGridOptions const grid = GridOptionsOf(options);
+    Table table = ReadTableFile(file, reading, messages);
+    return { name, GridOfTable(table, name, grid, messages) };
+}
+
+HeightTitles GiveHeights(HeightFile&& file, CSurface& surface, Messages const& messages)
+{
+    if (!file.grid) {
+        if (!WithErrors([&] { return surface.SetPathname(CString(file.name)); }))
+            throw Failure(kDataFault, file.name + ": cannot be read");
+        surface.SetDataSourceType(CPlotComponent::dsTable);
+        return surface.GetFileType() == CSurface::ftDEM ? TitlesOfDem(surface.GetDEM())
+                                                        : HeightTitles { "x", "y", "z" };
+    }
+    Grid& grid = *file.grid;
+    CTableData table(static_cast<int>(grid.y.count), static_cast<int>(grid.x.count));
+    for (std::size_t j = 0; j < grid.y.count; ++j) {
+        for (std::size_t i = 0; i < grid.x.count; ++i) {
+            double const height = grid.heights[j * grid.x.count + i];
+            table.SetAt(static_cast<int>(j), static_cast<int>(i), std::isnan(height) ? kGap : height);
+        }
+    }
+    grid.heights = {};
+    surface.SetTableData(std::move(table));
+    surface.SetTablePlacement({ grid.x.first, grid.y.first, grid.x.Step(), grid.y.Step() });
+    surface.AlignMeshes();
+    surface.SetDataSourceType(CPlotComponent::dsTable);
+    return { grid.x.title, grid.y.title, grid.title, false };
+}
+
+} // namespace ombrel::host

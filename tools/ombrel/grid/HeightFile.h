@@ -1,0 +1,42 @@
+#pragma once
+#include "tools/ombrel/grid/Grid.h"
+
+#include <optional>
+#include <string>
+
+namespace ombrel {
+class CSurface;
+}
+
+namespace ombrel::host {
+
+class InputFile;
+class Messages;
+struct Options;
+
+/// Heights as a file holds them: a grid from a table, or a file that surfaces read by themselves (.tvl, .dem).
+struct HeightFile {
+    /// How messages call the file; its path when it is read by surfaces.
+    std::string name;
+    std::optional<Grid> grid;
+};
+
+/// What the axes and the colours are called.
+struct HeightTitles {
+    std::string x;
+    std::string y;
+    std::string z;
+    /// x and y are lengths of one unit: their axes should have the same scale.
+    bool sameUnits = false;
+};
+
+/// Whether surfaces read the file by themselves, by the ending of its name.
+bool IsHeightFile(std::string const& path);
+
+/// Reads the table, or leaves the file to the surface. Throws Failure.
+HeightFile ReadHeightFile(Options const& options, InputFile& file, Messages const& messages);
+
+/// Hands the heights over to the surface, which reads its file now, as data of a table. Throws Failure and Error.
+HeightTitles GiveHeights(HeightFile&& file, CSurface& surface, Messages const& messages);
+
+} // namespace ombrel::host
