@@ -53,11 +53,13 @@ public:
         CSize const extent = m_dc.GetTextExtent(text);
         return { VUNearest(extent.cx * data.sizeFactor), VUNearest(extent.cy * data.sizeFactor) };
     }
-    /// A point of the box in the picture, y down; nothing for one behind the eye.
+    /// A point of the box in the picture, y down; nothing for one behind the eye, or so far out that sums of pixels
+    /// would be no numbers.
     std::optional<CPoint> ToPicture(CVertex const& v) const
     {
         std::optional<CVertex> const window = m_picture.camera.Project(v);
-        if (!window)
+        constexpr double kFarthest = 1e6;
+        if (!window || !(std::fabs(window->X()) < kFarthest && std::fabs(window->Y()) < kFarthest))
             return {};
         return CPoint(VUNearest(window->X()), m_windowHeight - VUNearest(window->Y()));
     }

@@ -113,8 +113,8 @@ void C3DGraph::RenderTransparentPolygons()
     gl::DepthMask(GL_FALSE);
     gl::PushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     gl::BindBuffer(GL_ARRAY_BUFFER, 0);
-    for (GLenum const array : { GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_COLOR_ARRAY, GL_TEXTURE_COORD_ARRAY })
-        gl::EnableClientState(array);
+    for (int const array : { GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_COLOR_ARRAY, GL_TEXTURE_COORD_ARRAY })
+        gl::EnableClientState(static_cast<GLenum>(array));
 
     // Triangles in order, as many at once as have the same textures: a convex polygon is a fan of them.
     constexpr std::size_t kMostCorners = 3 << 16;

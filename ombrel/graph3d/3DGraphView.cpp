@@ -34,6 +34,8 @@ double C3DGraph::GetGraphAspectRatio() const
     double scale[3] = { 1.0, 1.0, 1.0 };
     if (m_axes[0])
         m_axes[0]->GetScaleFacs(scale[0], scale[1], scale[2]);
+    // Whole pixels; a box of any size has its corners in numbers that can be subtracted.
+    auto const pixel = [](double v) { return VUNearest(std::clamp(v, -1e9, 1e9)); };
     int left = 0;
     int right = 0;
     int bottom = 0;
@@ -43,8 +45,8 @@ double C3DGraph::GetGraphAspectRatio() const
             { (i & 1 ? 0.5 : -0.5) * scale[0], (i & 2 ? 0.5 : -0.5) * scale[1], (i & 4 ? 0.5 : -0.5) * scale[2] });
         if (!corner)
             return 1.0;
-        int const x = VUNearest(corner->X());
-        int const y = VUNearest(corner->Y());
+        int const x = pixel(corner->X());
+        int const y = pixel(corner->Y());
         left = i == 0 ? x : std::min(left, x);
         right = i == 0 ? x : std::max(right, x);
         bottom = i == 0 ? y : std::min(bottom, y);

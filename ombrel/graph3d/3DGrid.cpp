@@ -82,7 +82,7 @@ std::vector<double> C3DGrid::LinePlaces(C3DGraph const& graph, int axis) const
 void C3DGrid::RenderGrid(C3DGraph const& graph, WallType wall) const
 {
     BoxFace const& face = kBoxFaces[wall];
-    std::size_t const across = wall / 2U;
+    std::size_t const across = static_cast<std::size_t>(wall) / 2;
     double const depth = face.sign * m_scale[across] / 2.0;
     std::vector<float> points;
     auto const addPoint = [&](std::size_t axis, double v, std::size_t other, double w) {
