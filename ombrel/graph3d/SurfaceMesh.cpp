@@ -44,8 +44,11 @@ void CSurfaceMesh::ComputeRanges()
     bool const usesBoundary = UsesBoundary();
     bool const hasRadius = m_surface && m_surface->HasRadius();
     m_hasRange = false;
+    m_hasMissing = false;
     for (std::size_t n = 0; n < m_z.size(); ++n) {
-        if (IsGridGap(m_z[n]) || (usesBoundary && m_boundary[n] == 0))
+        bool const isMissing = IsGridGap(m_z[n]);
+        m_hasMissing = m_hasMissing || isMissing;
+        if (isMissing || (usesBoundary && m_boundary[n] == 0))
             continue;
         m_hasRange = true;
         ranges[0].Widen(m_x[n]);

@@ -45,6 +45,8 @@ public:
     void ComputeRanges();
     /// Whether some node is not missing, as ComputeRanges found.
     bool HasRange() const { return m_hasRange; }
+    /// Whether some node is.
+    bool HasMissing() const { return m_hasMissing; }
     double GetxMin() const { return m_ranges[0].min; }
     double GetxMax() const { return m_ranges[0].max; }
     double GetyMin() const { return m_ranges[1].min; }
@@ -113,6 +115,7 @@ private:
     CSurface* m_surface;
     std::array<Range, 4> m_ranges;
     bool m_hasRange = false;
+    bool m_hasMissing = false;
     std::array<BoxAxis, 3> m_axes;
     /// Empty while all nodes are inside.
     std::vector<std::uint8_t> m_boundary;

@@ -56,11 +56,12 @@ TEST(SurfaceGeometry, StripsDrawEachCellOnceWithItsFrontUp)
         for (CellRange const& cells : { CellRange { 0, cols, 0, rows }, inner }) {
             auto const all = [](int, int) { return true; };
             auto const some = [](int i, int j) { return (i * 7 + j * 3) % 5 != 0; };
-            for (std::function<bool(int, int)> const& isDrawn : { std::function<bool(int, int)>(all), { some } }) {
-                std::vector<std::uint32_t> indices;
-                AppendStrip(layout, cells, isDrawn, indices);
-                EXPECT_EQ(TrianglesOf(layout, indices), Expected(cells, isDrawn)) << rows << " x " << cols;
-            }
+            std::vector<std::uint32_t> indices;
+            AppendStrip(layout, cells, {}, indices);
+            EXPECT_EQ(TrianglesOf(layout, indices), Expected(cells, all)) << rows << " x " << cols;
+            indices.clear();
+            AppendStrip(layout, cells, some, indices);
+            EXPECT_EQ(TrianglesOf(layout, indices), Expected(cells, some)) << rows << " x " << cols;
         }
     }
 }

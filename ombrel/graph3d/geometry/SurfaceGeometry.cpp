@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cmath>
-#include <utility>
 
 namespace ombrel {
 namespace {
@@ -159,8 +158,10 @@ public:
     }
     float At(std::size_t node) const
     {
-        return m_isFlat ? 0.0F
-                        : static_cast<float>((m_values.values[node] - m_values.min) / (m_values.max - m_values.min));
+        // A second variable may be missing where the node is not.
+        if (m_isFlat || IsGridGap(m_values.values[node]))
+            return 0.0F;
+        return static_cast<float>((m_values.values[node] - m_values.min) / (m_values.max - m_values.min));
     }
 
 private:
@@ -215,8 +216,8 @@ void MakeNodeVertices(CSurfaceMesh const& mesh, SurfaceValues const& values, Str
     }
 }
 
-void AppendStrip(StripLayout const& layout, CellRange const& cells, std::function<bool(int i, int j)> const& isDrawn,
-    std::vector<std::uint32_t>& indices)
+void AppendStrip(
+    StripLayout const& layout, CellRange const& cells, CellFilter const& isDrawn, std::vector<std::uint32_t>& indices)
 {
     bool isFirst = true;
     for (int s = 0; s < layout.GetNumStrips(); ++s) {
@@ -225,7 +226,7 @@ void AppendStrip(StripLayout const& layout, CellRange const& cells, std::functio
         for (int j = cells.firstRow; firstCol < lastCol && j < cells.lastRow; ++j) {
             bool isOpen = false;
             for (int i = firstCol; i < lastCol; ++i) {
-                if (!isDrawn(i, j)) {
+                if (isDrawn && !isDrawn(i, j)) {
                     isOpen = false;
                     continue;
                 }
@@ -246,26 +247,31 @@ void AppendStrip(StripLayout const& layout, CellRange const& cells, std::functio
 }
 
 void AppendFlatTriangles(CSurfaceMesh const& mesh, SurfaceValues const& values, CellRange const& cells,
-    std::function<bool(int i, int j)> const& isDrawn, std::vector<SurfaceVertex>& vertices)
+    CellFilter const& isDrawn, std::vector<SurfaceVertex>& vertices)
 {
-    constexpr std::array<std::pair<int, int>, 6> kCorners { { { 1, 1 }, { 0, 1 }, { 0, 0 }, { 1, 0 }, { 1, 1 },
-        { 0, 0 } } };
+    // Corners 0 = (i, j), 1 = (i + 1, j), 2 = (i + 1, j + 1), 3 = (i, j + 1) in the order of the two triangles.
+    constexpr std::array<std::array<std::size_t, 3>, 2> kTriangles { { { 2, 3, 0 }, { 1, 2, 0 } } };
     ColourScale1D const scale(values);
     for (int j = cells.firstRow; j < cells.lastRow; ++j) {
         for (int i = cells.firstCol; i < cells.lastCol; ++i) {
-            if (!isDrawn(i, j))
+            if (isDrawn && !isDrawn(i, j))
                 continue;
-            for (std::size_t c = 0; c < kCorners.size(); ++c) {
-                CNormal const normal = mesh.GetFaceNormal(i, j, c < 3 ? 0 : 1);
-                auto const [di, dj] = kCorners[c];
-                CVertex const place = mesh.GetNormalisedVertex(i + di, j + dj);
-                SurfaceVertex vertex {};
-                for (int k = 0; k < 3; ++k) {
-                    vertex.place[k] = static_cast<float>(place[k]);
-                    vertex.normal[k] = static_cast<float>(normal[k]);
+            std::array<CVertex, 4> const places { mesh.GetNormalisedVertex(i, j), mesh.GetNormalisedVertex(i + 1, j),
+                mesh.GetNormalisedVertex(i + 1, j + 1), mesh.GetNormalisedVertex(i, j + 1) };
+            std::array<float, 4> const colours { scale.At(mesh.GetIndex(i, j)), scale.At(mesh.GetIndex(i + 1, j)),
+                scale.At(mesh.GetIndex(i + 1, j + 1)), scale.At(mesh.GetIndex(i, j + 1)) };
+            for (auto const& corners : kTriangles) {
+                CNormal normal;
+                CVUtils::NormalVector(places[corners[0]], places[corners[1]], places[corners[2]], normal);
+                for (std::size_t const corner : corners) {
+                    SurfaceVertex vertex { {}, {}, colours[corner] };
+                    for (std::size_t k = 0; k < 3; ++k) {
+                        vertex.place[k]
+                            = static_cast<float>(std::clamp(places[corner].GetData()[k], -kFarthest, kFarthest));
+                        vertex.normal[k] = static_cast<float>(normal.GetData()[k]);
+                    }
+                    vertices.push_back(vertex);
                 }
-                vertex.colour = scale.At(mesh.GetIndex(i + di, j + dj));
-                vertices.push_back(vertex);
             }
         }
     }

@@ -73,12 +73,14 @@ struct SurfaceValues {
 /// The nodes with their averaged normals, as the layout places them.
 void MakeNodeVertices(CSurfaceMesh const& mesh, SurfaceValues const& values, StripLayout const& layout,
     std::vector<SurfaceVertex>& vertices);
+/// Which cells are drawn; empty for all.
+using CellFilter = std::function<bool(int i, int j)>;
 /// Appends the triangles of the cells for which isDrawn holds, as one triangle strip; a part of it without area leads
 /// from run to run.
-void AppendStrip(StripLayout const& layout, CellRange const& cells, std::function<bool(int i, int j)> const& isDrawn,
-    std::vector<std::uint32_t>& indices);
+void AppendStrip(
+    StripLayout const& layout, CellRange const& cells, CellFilter const& isDrawn, std::vector<std::uint32_t>& indices);
 /// Appends the vertices of the same cells' separate triangles, each with the triangle's own normal.
 void AppendFlatTriangles(CSurfaceMesh const& mesh, SurfaceValues const& values, CellRange const& cells,
-    std::function<bool(int i, int j)> const& isDrawn, std::vector<SurfaceVertex>& vertices);
+    CellFilter const& isDrawn, std::vector<SurfaceVertex>& vertices);
 
 } // namespace ombrel

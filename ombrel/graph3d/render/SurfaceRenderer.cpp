@@ -56,6 +56,7 @@ void SurfaceRenderer::Render(CSurface& surface, C3DGraph& graph)
 void SurfaceRenderer::InvalidateDeviceObjects()
 {
     m_hasGeometry = false;
+    m_nodes = {};
     m_linesKey = {};
     m_imageDirty = true;
     for (GLObject* object : { &m_vertexBuffer, &m_indexBuffer, &m_imagePlaceBuffer, &m_wireframeColourBuffer,
@@ -108,8 +109,12 @@ void SurfaceRenderer::MakeGeometry(CSurface const& surface)
     m_blocks.clear();
     m_plainFaces = {};
     m_imageFaces = {};
-    if (m_key.isTransparent)
+    if (m_key.isTransparent) {
+        // Polygons are made of the nodes, once a picture; no buffer holds them.
+        MakeNodeVertices(mesh, ValuesOf(surface), m_layout, m_nodes);
         return;
+    }
+    m_nodes = {};
     // Separate triangles need the nodes for outlines only.
     if (!m_key.isFlat || surface.GetWireframeOn())
         MakeNodeVertices(mesh, ValuesOf(surface), m_layout, m_vertices);
@@ -127,7 +132,7 @@ void SurfaceRenderer::MakeGeometry(CSurface const& surface)
             = AddFaces(surface, all, [](CSurface const& s, int i, int j) { return s.GetTextureFlag(i, j) != 0; });
     } else {
         Span& faces = m_key.hasImage ? m_imageFaces : m_plainFaces;
-        faces = AddFaces(surface, all, [](CSurface const&, int, int) { return true; });
+        faces = AddFaces(surface, all, nullptr);
     }
     if (m_key.hasImage)
         MakeImagePlaces(surface);
@@ -137,7 +142,9 @@ SurfaceRenderer::Span SurfaceRenderer::AddFaces(
     CSurface const& surface, CellRange const& cells, bool (*isWanted)(CSurface const&, int, int))
 {
     CSurfaceMesh const& mesh = *surface.GetSurfaceMesh();
-    auto const isDrawn = [&](int i, int j) { return !mesh.IsCellMissing(i, j) && isWanted(surface, i, j); };
+    CellFilter isDrawn;
+    if (isWanted || mesh.HasMissing())
+        isDrawn = [&](int i, int j) { return !mesh.IsCellMissing(i, j) && (!isWanted || isWanted(surface, i, j)); };
     if (m_key.isFlat) {
         std::size_t const first = m_vertices.size();
         AppendFlatTriangles(mesh, ValuesOf(surface), cells, isDrawn, m_vertices);
@@ -158,11 +165,13 @@ void SurfaceRenderer::MakeBlocks(CSurface const& surface)
             if (mesh.IsMissing(i, j))
                 continue;
             Block block { { i, i + width, j, j + height }, {}, {} };
-            block.faces = AddFaces(surface, block.cells, [](CSurface const&, int, int) { return true; });
-            AddOutline(mesh, block, surface.GetWireframeMode());
+            block.faces = AddFaces(surface, block.cells, nullptr);
             m_blocks.push_back(block);
         }
     }
+    // One behind the other, since a block's second outline and the next one's first are drawn together.
+    for (Block& block : m_blocks)
+        AddOutline(mesh, block, surface.GetWireframeMode());
 }
 
 void SurfaceRenderer::AddOutline(CSurfaceMesh const& mesh, Block& block, int mode)
@@ -386,7 +395,7 @@ void SurfaceRenderer::DrawWireframe(CSurface& surface, C3DGraph& graph)
     }
     BindArrays(m_key.hasImage);
 
-    auto const drawOutline = [&](Block const& block) {
+    auto const drawOutlines = [&](Span const& lines) {
         gl::Color3ubv(lineColour.rgb);
         gl::Disable(GL_TEXTURE_2D);
         if (isLit)
@@ -397,28 +406,36 @@ void SurfaceRenderer::DrawWireframe(CSurface& surface, C3DGraph& graph)
         gl::StencilOp(GL_INVERT, GL_INVERT, GL_INVERT);
         if (hasNodeColours)
             gl::EnableClientState(GL_COLOR_ARRAY);
-        gl::DrawElements(GL_LINES, static_cast<GLsizei>(block.outline.count), GL_UNSIGNED_INT,
-            BufferOffset(block.outline.first * sizeof(std::uint32_t)));
+        gl::DrawElements(GL_LINES, static_cast<GLsizei>(lines.count), GL_UNSIGNED_INT,
+            BufferOffset(lines.first * sizeof(std::uint32_t)));
         if (hasNodeColours)
             gl::DisableClientState(GL_COLOR_ARRAY);
     };
-    for (Block const& block : m_blocks) {
-        drawOutline(block);
+    auto const drawFaces = [&](Block const& block) {
         gl::Color3ubv(faceColour.rgb);
         gl::StencilFunc(GL_EQUAL, 0, 1);
         gl::StencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
-        bool const hasImage = m_key.hasImage
-            && (!m_key.isClamped || surface.GetTextureFlag(block.cells.firstCol, block.cells.firstRow));
         if (m_key.hasImage) {
-            BindArrays(hasImage);
-            Set(GL_TEXTURE_2D, hasImage);
+            bool const isOnImage
+                = !m_key.isClamped || surface.GetTextureFlag(block.cells.firstCol, block.cells.firstRow) != 0;
+            BindArrays(isOnImage);
+            Set(GL_TEXTURE_2D, isOnImage);
         }
         if (isLit)
             gl::Enable(GL_LIGHTING);
         if (hasColours)
             gl::Enable(GL_TEXTURE_1D);
         DrawFaces(block.faces);
-        drawOutline(block);
+    };
+    for (std::size_t b = 0; b < m_blocks.size(); ++b) {
+        if (b == 0)
+            drawOutlines(m_blocks[b].outline);
+        drawFaces(m_blocks[b]);
+        // Its second one, and the first one of the next block.
+        Span lines = m_blocks[b].outline;
+        if (b + 1 < m_blocks.size())
+            lines.count += m_blocks[b + 1].outline.count;
+        drawOutlines(lines);
     }
     UnbindArrays();
     gl::Flush();
@@ -447,7 +464,6 @@ std::unique_ptr<CPolygon> SurfaceRenderer::MakePolygon(CSurface const& surface, 
     using Corner = std::array<int, 2>;
     constexpr std::array<std::array<Corner, 3>, 2> kCorners { { { { { 1, 1 }, { 0, 1 }, { 0, 0 } } },
         { { { 1, 0 }, { 1, 1 }, { 0, 0 } } } } };
-    CSurfaceMesh const& mesh = *surface.GetSurfaceMesh();
     bool const hasColours = surface.UseColourmap() != 0;
     bool const hasImage = m_key.hasImage;
     bool const isWhite = hasColours || hasImage;
@@ -460,13 +476,14 @@ std::unique_ptr<CPolygon> SurfaceRenderer::MakePolygon(CSurface const& surface, 
     bool isOnImage = true;
     for (auto const [di, dj] : kCorners[static_cast<std::size_t>(triangle)]) {
         int const sizeBefore = polygon->GetSize();
-        polygon->AddVertex(mesh.GetNormalisedVertex(i + di, j + dj), 1,
+        SurfaceVertex const& node = m_nodes[m_layout.GetIndex(i + di, j + dj)];
+        polygon->AddVertex(CVertex(node.place[0], node.place[1], node.place[2]), 1,
             isWhite ? 0xFFFFFF : static_cast<COLORREF>(surface.GetColour()), surface.GetTransparency());
         // A corner that repeats the first one is none.
         if (polygon->GetSize() == sizeBefore)
             continue;
         if (hasColours)
-            polygon->Add1DTextureCoord(surface.Get1DTextureCoord(i + di, j + dj));
+            polygon->Add1DTextureCoord(static_cast<double>(node.colour));
         if (hasImage) {
             double s = 0.0;
             double t = 0.0;
@@ -474,7 +491,7 @@ std::unique_ptr<CPolygon> SurfaceRenderer::MakePolygon(CSurface const& surface, 
             imagePlaces.emplace_back(s, t);
         }
         if (surface.GetForceNormalAveraging())
-            polygon->AddNormal(mesh.GetNormal(i + di, j + dj));
+            polygon->AddNormal(CNormal(node.normal[0], node.normal[1], node.normal[2]));
     }
     if (hasImage && (!m_key.isClamped || isOnImage)) {
         for (CRealPoint const& place : imagePlaces)

@@ -77,6 +77,7 @@ private:
     void MakeGeometry(CSurface const& surface);
     void MakeBlocks(CSurface const& surface);
     void AddOutline(CSurfaceMesh const& mesh, Block& block, int mode);
+    /// Without isWanted all cells.
     Span AddFaces(CSurface const& surface, CellRange const& cells, bool (*isWanted)(CSurface const&, int, int));
     void MakeImagePlaces(CSurface const& surface);
     void Upload();
@@ -98,6 +99,9 @@ private:
     GeometryKey m_key;
     bool m_hasGeometry = false;
     StripLayout m_layout;
+    /// Of a transparent surface.
+    std::vector<SurfaceVertex> m_nodes;
+    // Until the driver has them
     std::vector<SurfaceVertex> m_vertices;
     std::vector<std::uint32_t> m_indices;
     std::vector<std::array<float, 2>> m_imagePlaces;
