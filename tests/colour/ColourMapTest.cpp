@@ -51,6 +51,7 @@ struct Layout {
     std::vector<double> positions { 0.5, 2 };
     int values = 2;
     int table = 1000;
+    int firstColour = 0;
     std::vector<double> scale { 7 };
     std::vector<int> indices { 321 };
 };
@@ -70,7 +71,7 @@ Bytes MapBytes(Layout const& layout)
         bytes.Short(1).Double(4).Short(1).Add(Bytes::Of(std::vector(1, std::byte { 5 })));
     bytes.Short(layout.table);
     for (int i = 0; i < layout.table; ++i)
-        bytes.Int(i);
+        bytes.Int(i == 0 ? layout.firstColour : i);
     bytes.Short(static_cast<int>(layout.scale.size()));
     for (double const v : layout.scale)
         bytes.Double(v);
@@ -282,6 +283,8 @@ TEST(ColourMap, StoresItsFieldsInOrder)
     EXPECT_EQ(std::tuple(v1, v2, v3, v4, v5, v6, v7, v8, v9, v10), std::tuple(1, 2, 3.0, 4.0, 5, 6, 7, 8.0, 9.0, 10));
     EXPECT_EQ(map.GetChannel(0).values, (CByteArray { 9, 9 }));
     EXPECT_EQ(map.GetColour(7, 0, 1), 321U);
+    ASSERT_TRUE(test::Load(map, MapBytes({ .firstColour = 0x7F123456 })));
+    EXPECT_EQ(map.GetColourTable()[0], 0x123456U) << "colours have 24 bits";
     ASSERT_TRUE(test::Load(map, MapBytes({ .version = 1, .scale = { 2, 1 } })));
     EXPECT_EQ(map.GetScale().values.GetSize() + map.GetScale().indices.GetSize(), 0);
     ASSERT_TRUE(test::Load(map, MapBytes({ .indices = { 1000000 } })));

@@ -82,6 +82,13 @@ TEST(Graph2D, TakesTheRangeOfThePlotsThatReportOne)
     EXPECT_GT(graph.GetDataSize(), 0);
     EXPECT_EQ(test::XRange(graph), std::make_pair(2.0, 5.0));
     EXPECT_EQ(test::YRange(graph), std::make_pair(-9.0, -7.0));
+    // Where 1 is lost beside a value, the range is widened by a part of it.
+    C2DGraph huge(1);
+    AddLine(huge, { { 1e20, 0 }, { 1e20, 1 } });
+    double min = 0.0;
+    double max = 0.0;
+    huge.GetAxes()->GetRange(CAxes::atX, CAxes::rmExact, min, max);
+    EXPECT_EQ(CRealPoint(min, max), CRealPoint(1e20 - 1e14, 1e20 + 1e14));
 }
 
 std::vector<COLORREF> StrokeColours(C2DGraph& graph)

@@ -37,6 +37,10 @@ TEST(Curve2D, SlopeOfAParabolaIsExact)
     TableCurve const curve(points);
     for (double const x : { -3.0, -2.5, -0.2, 0.0, 0.3, 1.9, 6.0, 7.0 })
         EXPECT_NEAR(curve.GetDerivative(x), 2 * x, 1e-12) << x;
+    // Of a cube the three points round the nearest one tell: 0, 1, 2 or 1, 2, 3.
+    TableCurve const cube({ { 0, 0 }, { 1, 1 }, { 2, 8 }, { 3, 27 }, { 4, 64 } });
+    EXPECT_NEAR(cube.GetDerivative(1.2), 6 * 1.2 - 2, 1e-12);
+    EXPECT_NEAR(cube.GetDerivative(1.6), 12 * 1.6 - 11, 1e-12);
     EXPECT_EQ(TableCurve({ { 0, 1 }, { 1, 2 } }).GetDerivative(0.5), 0.0);
 }
 

@@ -464,6 +464,8 @@ TEST(BarFigures, ThinnerThanAPixelAreGatheredColumnByColumn)
             "25,45-25,96#1  25,65-25,86#2  45,75-45,86#1" },
         { "on pages bars reach into others' columns", 288, kOwnColour,
             { { 2, 0, 3, 1 }, { 2.1, 0, 3, 2 }, { 2, 0, 5, 1 } }, "25,65-25,95#1  26,65-26,95#2  25,45-25,95#1" },
+        { "and those half in them", 288, kOwnColour, { { 2, 0, 3, 1 }, { 2.3, 0, 3, 2 }, { 2, 0, 5, 1 } },
+            "25,65-25,95#1  28,65-28,95#2  25,45-25,95#1" },
     };
     for (Case const& c : cases) {
         Plotting graph;
