@@ -163,7 +163,7 @@ CDoubleArray C2DContourCurve::MakeLevels() const
         levels = MakeSpacedLevels(range.lo, range.hi, m_reference, m_spacing);
         break;
     default:
-        levels = MakeEvenLevels(range.lo, range.hi, m_numContours + 1);
+        levels = MakeEvenLevels(range.lo, range.hi, std::min(m_numContours, kMostContourLevels + 1) + 1);
         break;
     }
     CDoubleArray values;

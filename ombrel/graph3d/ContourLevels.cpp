@@ -19,7 +19,7 @@ ContourLevels TooMany()
 
 ContourLevels MakeEvenLevels(double lo, double hi, int parts)
 {
-    if (parts - 1 > kMostContourLevels)
+    if (parts > kMostContourLevels + 1)
         return TooMany();
     ContourLevels levels;
     if (!IsRange(lo, hi))

@@ -5,8 +5,8 @@
 #include "ombrel/platform/opengl/OpenGL.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
-#include <cstdint>
 
 namespace ombrel {
 
@@ -125,7 +125,7 @@ void CPolygon::Tessellate()
     glu::TessBeginPolygon(tessellator, this);
     glu::TessBeginContour(tessellator);
     for (std::size_t i = 0; i < m_vertices.size(); ++i)
-        glu::TessVertex(tessellator, m_vertices[i].GetData(), reinterpret_cast<void*>(static_cast<std::uintptr_t>(i)));
+        glu::TessVertex(tessellator, m_vertices[i].GetData(), std::bit_cast<void*>(i));
     glu::TessEndContour(tessellator);
     glu::TessEndPolygon(tessellator);
     if (m_failed)
@@ -136,7 +136,7 @@ void CPolygon::VertexCB(void* index, void* polygon) noexcept
 {
     auto& self = *static_cast<CPolygon*>(polygon);
     try {
-        self.AddIndex(static_cast<int>(reinterpret_cast<std::uintptr_t>(index)));
+        self.AddIndex(static_cast<int>(std::bit_cast<std::size_t>(index)));
     } catch (std::bad_alloc const&) {
         // The tessellator is not made for exceptions.
         self.m_failed = true;

@@ -55,6 +55,7 @@ TEST(ContourLevels, WhatCannotBeDoneIsRefusedWithWords)
     }
     EXPECT_TRUE(MakeSpacedLevels(0, 60, 5, 10).error.IsEmpty());
     EXPECT_EQ(MakeEvenLevels(0, 1, kMostContourLevels + 1).values.size(), 10000U);
+    EXPECT_THAT(MakeEvenLevels(0, 1, std::numeric_limits<int>::min()).values, IsEmpty());
 }
 
 TEST(ContourLevels, ThoseOnTheEndsOfTheRangeAreDropped)

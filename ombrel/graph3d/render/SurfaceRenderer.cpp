@@ -5,12 +5,13 @@
 #include "ombrel/platform/opengl/OpenGL.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace ombrel {
 namespace {
 
 // A place in the buffer that is bound, as OpenGL's functions take it.
-void const* BufferOffset(std::size_t bytes) { return reinterpret_cast<void const*>(bytes); }
+void const* BufferOffset(std::size_t bytes) { return std::bit_cast<void const*>(bytes); }
 
 template <typename T> void Fill(GLObject& buffer, unsigned int target, std::vector<T> const& content)
 {
