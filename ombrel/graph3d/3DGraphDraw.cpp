@@ -10,6 +10,7 @@
 #include "ombrel/prefs/Preferences.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace ombrel {
@@ -111,8 +112,14 @@ void C3DGraph::DrawElsewhere(CDC& dc)
     if (dc.IsPrinting()) {
         // A page has more pixels than a picture needs, and the picture its own: it is drawn a whole number smaller.
         constexpr double kLeastPixelsPerInch = 300.0;
+        // Of a poster it must be fewer: what drivers have, and memory for.
+        constexpr double kLongestSide = 16384.0;
+        constexpr double kMostPixels = 150e6;
         double const resolution = std::max(dc.GetDeviceCaps(LOGPIXELSX), 1);
-        double const factor = std::max(resolution / kLeastPixelsPerInch, 1.0);
+        double const width = size.cx;
+        double const height = size.cy;
+        double const factor = std::max({ resolution / kLeastPixelsPerInch, 1.0, std::max(width, height) / kLongestSide,
+            std::sqrt(width * height / kMostPixels) });
         size = { std::max(VUNearest(size.cx / factor), 1), std::max(VUNearest(size.cy / factor), 1) };
         picture.pixelsPerInch = resolution / factor;
     }
@@ -226,10 +233,10 @@ int C3DGraph::GetTextHeight() const
         CDC* const reference = m_printerDC ? m_printerDC : m_dc;
         if (CVUtils::PixelsToMM(reference, { 0, static_cast<int>(height) }).cy > kMostMillimetres)
             height = CVUtils::MMToPixels(reference, { 0, 4 }).cy / m_printScale;
-        // A printed picture is looked at from nearer.
-        if (m_printerDC)
-            height *= 0.75;
     }
+    // A printed picture is looked at from nearer.
+    if (m_printerDC)
+        height *= 0.75;
     return std::max(VUNearest(height), 1);
 }
 

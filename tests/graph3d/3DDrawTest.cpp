@@ -404,6 +404,28 @@ TEST_F(Draw3D, MakesTheFirstPictureOfNewDataInItsProportions)
     EXPECT_EQ(curve.rendered, 2);
 }
 
+/// Of the one that stands in the text of a page as PNG in base 64: from the first 24 bytes, 32 letters.
+CSize PictureSize(std::string const& svg)
+{
+    std::string_view const start = "data:image/png;base64,";
+    std::size_t const at = svg.find(start);
+    if (at == std::string::npos)
+        return {};
+    std::string_view const letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string bytes;
+    for (std::size_t i = at + start.size(); bytes.size() < 24; i += 4) {
+        unsigned bits = 0;
+        for (std::size_t k = 0; k < 4; ++k)
+            bits = bits << 6 | static_cast<unsigned>(letters.find(svg[i + k]));
+        for (int shift = 16; shift >= 0; shift -= 8)
+            bytes.push_back(static_cast<char>(bits >> shift & 255));
+    }
+    auto const number = [&bytes](std::size_t i) {
+        return static_cast<int>(static_cast<unsigned char>(bytes[i]) << 8 | static_cast<unsigned char>(bytes[i + 1]));
+    };
+    return { number(18), number(22) };
+}
+
 TEST_F(Draw3D, PrintsOffScreenInThePrintRectangleAndDirectlyAsAnImageUnderText)
 {
     m_graph.GetWalls()->SetOn(1);
@@ -422,6 +444,8 @@ TEST_F(Draw3D, PrintsOffScreenInThePrintRectangleAndDirectlyAsAnImageUnderText)
     };
     std::string const direct = print(pmDirect);
     EXPECT_NE(direct.find("<image"), std::string::npos);
+    // 2 × 1.5 inches of a page of 600 to the inch: an image of 300.
+    EXPECT_EQ(PictureSize(direct), CSize(600, 450));
     EXPECT_NE(direct.find("Caption Text"), std::string::npos);
     std::string const stretched = print(pmOffScreen);
     EXPECT_NE(stretched.find("<image"), std::string::npos);
