@@ -213,6 +213,46 @@ TEST_F(Draw3D, LeavesTheBoxToTheDataAndPutsTextOutsideInEveryView)
     }
 }
 
+TEST_F(Draw3D, LabelsTicksWithNumbersTextsOrBoth)
+{
+    C3DAxis& axis = *m_graph.GetAxes()[0];
+    axis.SetOn(1);
+    axis.SetTickMode(C3DAxis::tmDivisionsArbitrary);
+    axis.SetNumTicks(3);
+    axis.SetNumMinorDivs(2);
+    axis.SetArbTickPosns({ 5.0, -2.5 });
+    axis.SetLabels({ "a", "b", "c" });
+    struct Case {
+        int mode;
+        CStringArray texts;
+    };
+    Case const cases[] = {
+        { C3DAxis::lmNumbers, { "-10", "-2.5", "0", "5", "10" } },
+        // Labels that run out leave the other ticks without one.
+        { C3DAxis::lmTexts, { "a", "b", "c", "", "" } },
+        { C3DAxis::lmNumbersAndTexts, { "-10", "a", "0", "b", "10" } },
+    };
+    for (Case const& each : cases) {
+        axis.SetLabelMode(each.mode);
+        Draw();
+        EXPECT_EQ(axis.GetLabelTexts(), each.texts) << each.mode;
+    }
+    EXPECT_EQ(axis.GetNotchKinds(), (CDWordArray { 0, 1, 0, 1, 0 }));
+    EXPECT_EQ(axis.GetNotchValues(), (CDoubleArray { -10.0, -2.5, 0.0, 5.0, 10.0 }));
+    // In the first view of a graph the x axis runs along y = −1/2 on the floor.
+    ASSERT_EQ(axis.GetNotchPositions().GetSize(), 5);
+    EXPECT_EQ(*axis.GetNotchPositions()[1], CVertex(-0.125, -0.5, -0.5));
+    ASSERT_EQ(axis.GetMinorNotchPositions().GetSize(), 4);
+    EXPECT_EQ(*axis.GetMinorNotchPositions()[3], CVertex(0.25, -0.5, -0.5));
+    // Labels lie outside of the axis and below it: by a tick and half the text's height, at least.
+    for (int i = 0; i < 5; ++i) {
+        CVertex const offset = *axis.GetLabelPositions()[i] - *axis.GetNotchPositions()[i];
+        EXPECT_EQ(offset.X(), 0.0);
+        EXPECT_LT(offset.Y(), -0.03);
+        EXPECT_LT(offset.Z(), -0.02);
+    }
+}
+
 /// A curve of horizontal squares, opaque or to be drawn as transparent polygons.
 class Squares : public test::DataCurve {
 public:

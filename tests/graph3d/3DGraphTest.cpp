@@ -124,5 +124,26 @@ TEST(Graph3D, ReplacedAxesTakeOverEverythingButTheirTags)
     EXPECT_EQ(graph.GetModifiedFlag(), 1);
 }
 
+TEST(Graph3D, PlacesItsLegendByItsRectangleAndCaptionsByTheWindow)
+{
+    C3DGraph graph(1);
+    CRect const window(0, 0, 400, 300);
+    graph.SetGraphAndWindowRect({ 100, 50, 300, 250 }, window);
+    graph.SetPrintScale(2.5);
+    for (AnnotationKind const kind : { AnnotationKind::Legend, AnnotationKind::Caption, AnnotationKind::ColourKey }) {
+        std::optional<AnnotationFrame> const frame = graph.GetAnnotationFrame(kind, window);
+        ASSERT_TRUE(frame);
+        EXPECT_EQ(frame->reference, kind == AnnotationKind::Caption ? window : CRect(100, 50, 300, 250));
+        EXPECT_EQ(frame->textArea, window);
+        EXPECT_EQ(frame->textRule, AnnotationFrame::TextRule::Picture);
+        EXPECT_EQ(frame->printScale, 2.5);
+    }
+    CCaption* const caption = graph.AddCaption(0.25, 0.75);
+    ASSERT_TRUE(caption);
+    EXPECT_EQ(caption->GetText(), "Caption Text");
+    EXPECT_EQ(graph.GetCaptionArray()->GetSize(), 1);
+    EXPECT_EQ(graph.AddPlot(it2DLinePlot), nullptr);
+}
+
 } // namespace
 } // namespace ombrel
