@@ -3,6 +3,7 @@
 #include "ombrel/graph2d/2DBarPlot.h"
 #include "ombrel/graph2d/2DClusteredBarPlot.h"
 #include "ombrel/graph2d/2DErrorBarPlot.h"
+#include "ombrel/graph2d/2DLinePlot.h"
 #include "ombrel/graph2d/2DLineSeriesPlot.h"
 #include "ombrel/graph2d/2DStackedBarPlot.h"
 #include "ombrel/graph2d/paths/AreaBands.h"
@@ -338,6 +339,11 @@ TEST(PlotArchives, EndWithSettingsInTheirOrder)
     bars.SetBorderColour(7);
     bars.SetFillPattern(19);
     EXPECT_TRUE(endsWith(bars, test::Bytes().Int(1).Double(1, 0.25, -2).Int(0, 7, 19)));
+    C2DLinePlot linePlot;
+    C2DPlot plain;
+    plain.SetTitle(linePlot.GetTitle());
+    EXPECT_EQ(test::Stored(linePlot).Get().size(), test::Stored(plain).Get().size() + 4);
+    EXPECT_TRUE(endsWith(linePlot, test::Bytes().Int(1)));
     C2DErrorBarCurve errors;
     errors.SetScaleFac(0.25);
     EXPECT_TRUE(endsWith(errors, test::Bytes().Double(0.25)));

@@ -105,6 +105,26 @@ TEST(AxesArchive, EachNameReadsAndSetsItsFieldAndRaisesTheModifiedFlagWhereItSho
     using A = CAxes;
     A from;
     ASSERT_TRUE(Load(from, DistinctAxes()));
+    // In stream order.
+    EXPECT_EQ((std::vector<int> { from.GetNumXMajorTicks(), from.GetNumXMinorTicks(), from.GetNumYMajorTicks(),
+                  from.GetNumYMinorTicks(), from.GetXAxisRangeMode(), from.GetYAxisRangeMode(), from.GetIntersectMode(),
+                  from.GetXAxisScaleMode(), from.GetYAxisScaleMode(), from.XAxisOn(), from.YAxisOn(),
+                  from.GetXIntersectLabelOn(), from.GetYIntersectLabelOn(), from.GetLabelsHorizontal(),
+                  from.GetXAxisLabelMode(), from.GetYAxisLabelMode(), from.GetXLabelPrecision(),
+                  from.GetYLabelPrecision(), from.GetXMinorLabelPrecision(), from.GetYMinorLabelPrecision(),
+                  from.GetXLabelPlacement(), from.GetYLabelPlacement(), from.GetXLabelsOn(), from.GetYLabelsOn(),
+                  from.GetXTimeUnitsOn(), from.GetYTimeUnitsOn(), from.GetXTickRangeMode(), from.GetYTickRangeMode(),
+                  from.GetXDelTime(), from.GetXDelTimeMinor(), from.GetXMinorLabelsOn(), from.GetYMinorLabelsOn(),
+                  from.GetMinorLabelsHorizontal(), from.GetAlignRefDate() }),
+        (std::vector<int> { 11, 12, 13, 14, 31, 32, 33, 34, 35, 41, 42, 43, 44, 51, 71, 72, 111, 112, 113, 114, 121,
+            122, 123, 124, 141, 142, 151, 154, 161, 162, 171, 172, 173, 174 }));
+    EXPECT_EQ((std::vector<double> { from.GetXAxisMin(), from.GetXAxisMax(), from.GetYAxisMin(), from.GetYAxisMax(),
+                  from.GetXAxisScaleFac(), from.GetYAxisScaleFac(), from.GetXMajorTickScaleFac(),
+                  from.GetXMinorTickScaleFac(), from.GetYMajorTickScaleFac(), from.GetYMinorTickScaleFac(),
+                  from.GetXTickMin(), from.GetYTickMin(), from.GetXTickDel(), from.GetYTickDel(),
+                  from.GetXTickRangeMin(), from.GetXTickRangeMax(), from.GetYTickRangeMin(), from.GetYTickRangeMax() }),
+        (std::vector<double> { 1.5, 2.5, 3.5, 4.5, 7.5, 8.5, 9.5, 10.5, 11.5, 12.5, 115.5, 116.5, 117.5, 118.5, 152.5,
+            153.5, 155.5, 156.5 }));
     A to(nullptr);
     TakeOver<int, int>(to, from, true,
         { { &A::SetXAxisOn, &A::XAxisOn }, { &A::SetYAxisOn, &A::YAxisOn }, BOTH(A, XAxisScaleMode),
