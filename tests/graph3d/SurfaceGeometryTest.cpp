@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
 #include <set>
 
@@ -28,7 +29,7 @@ std::multiset<Triangle> TrianglesOf(StripLayout const& layout, std::vector<std::
             continue;
         if (k % 2 == 1)
             std::swap(t[1], t[2]);
-        std::ranges::rotate(t, std::ranges::min_element(t));
+        std::rotate(t.begin(), std::min_element(t.begin(), t.end()), t.end());
         triangles.insert(t);
     }
     return triangles;

@@ -15,8 +15,6 @@ using Place = std::array<double, 3>;
 // Towards the viewer, in box units, so that lines lie just in front of their surface.
 constexpr double kLineDistance = 0.005;
 
-double Distance(Place const& a, Place const& b) { return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]); }
-
 // A cell as it is drawn: two triangles.
 class CellFaces {
 public:
@@ -29,21 +27,31 @@ public:
             CVertex const v = mesh.GetNormalisedVertex(i + (c == 1 || c == 2), j + (c >= 2));
             m_corners[c] = { v.X(), v.Y(), v.Z() };
         }
+        for (std::size_t t = 0; t < 2; ++t) {
+            CNormal const normal = mesh.GetFaceNormal(i, j, static_cast<int>(t));
+            m_normals[t] = { normal.X(), normal.Y(), normal.Z() };
+        }
     }
     std::array<double, 2> FractionsOf(std::array<double, 2> const& point) const
     {
         return { (point[0] - m_mesh.GetMeshX(m_i)) / m_mesh.GetXDel(),
             (point[1] - m_mesh.GetMeshY(m_j)) / m_mesh.GetYDel() };
     }
-    Place At(double fx, double fy) const
+    /// How far a place that belongs to these fractions is off the faces there, square to them.
+    double Distance(Place const& place, double fx, double fy) const
     {
-        Place place {};
+        std::array<double, 2> across {};
         for (std::size_t k = 0; k < 3; ++k) {
             auto const [p00, p10, p11, p01]
                 = std::array { m_corners[0][k], m_corners[1][k], m_corners[2][k], m_corners[3][k] };
-            place[k] = fx > fy ? p00 + fx * (p10 - p00) + fy * (p11 - p10) : p00 + fx * (p11 - p01) + fy * (p01 - p00);
+            double const onFace
+                = fx > fy ? p00 + fx * (p10 - p00) + fy * (p11 - p10) : p00 + fx * (p11 - p01) + fy * (p01 - p00);
+            for (std::size_t t = 0; t < 2; ++t)
+                across[t] += (place[k] - onFace) * m_normals[t][k];
         }
-        return place;
+        if (fx == fy)
+            return std::max(std::abs(across[0]), std::abs(across[1]));
+        return std::abs(across[fx > fy ? 1 : 0]);
     }
 
 private:
@@ -51,6 +59,7 @@ private:
     int m_i;
     int m_j;
     std::array<Place, 4> m_corners;
+    std::array<Place, 2> m_normals;
 };
 
 // How far a segment leaves the faces of its cell: at its ends, or where it crosses the edge between them.
@@ -58,7 +67,7 @@ double Deviation(CellFaces const& faces, ContourSegment const& segment, Place co
 {
     auto const a = faces.FractionsOf(segment.from);
     auto const b = faces.FractionsOf(segment.to);
-    double deviation = std::max(Distance(from, faces.At(a[0], a[1])), Distance(to, faces.At(b[0], b[1])));
+    double deviation = std::max(faces.Distance(from, a[0], a[1]), faces.Distance(to, b[0], b[1]));
     double const sideA = a[0] - a[1];
     double const sideB = b[0] - b[1];
     if (sideA * sideB < 0.0) {
@@ -67,23 +76,21 @@ double Deviation(CellFaces const& faces, ContourSegment const& segment, Place co
         for (std::size_t k = 0; k < 3; ++k)
             place[k] = from[k] + f * (to[k] - from[k]);
         double const onEdge = a[0] + f * (b[0] - a[0]);
-        deviation = std::max(deviation, Distance(place, faces.At(onEdge, onEdge)));
+        deviation = std::max(deviation, faces.Distance(place, onEdge, onEdge));
     }
     return deviation;
 }
 
-// How much nearer, as the depth test sees it, lines come that leave the faces by so much. Steps: few groups are drawn.
+// How much nearer, as the depth test sees it, lines come that leave the faces by so much: twice, since faces stand at a
+// slant to the viewer. In steps, so that few groups are drawn.
 double ExtraDistance(double deviation)
 {
-    constexpr double kMostFree = 0.001;
-    if (!(deviation > kMostFree))
+    if (!(2.0 * deviation > kLineDistance))
         return 0.0;
-    // Faces may stand at a slant to the viewer.
-    for (double step = 0.01; step < 1.0; step *= 4.0) {
-        if (4.0 * deviation <= step)
-            return step;
-    }
-    return 1.0;
+    double step = 2.0 * kLineDistance;
+    while (step < 2.0 * deviation && step < 1.0)
+        step *= 2.0;
+    return step;
 }
 
 // While it lives, depths are those of points that are nearer to the eye; where they are seen does not change.
