@@ -176,6 +176,20 @@ TEST_F(DrawSurface, AWireframeHidesWhatLiesBehindIt)
     EXPECT_TRUE(AreNear(At(6, 2, 5), RGB(200, 100, 40)));
 }
 
+TEST_F(DrawSurface, AWireframeTakesItsNodesColoursFromItsMap)
+{
+    m_surface->SetWireframeOn(1);
+    m_surface->SetWireframeColourDescription(1);
+    Fill(*m_surface, 9, 9, [](int c, int) { return c; });
+    for (char const* const map : { "Spectrum", "Greyscale" }) {
+        m_surface->SetWireframeColourmap(map);
+        Draw();
+        EXPECT_TRUE(IsNear(0, 3, 0, m_surface->GetWireframeColourmap()->GetColour(0, 0, 8))) << map;
+        EXPECT_TRUE(IsNear(8, 3, 8, m_surface->GetWireframeColourmap()->GetColour(8, 0, 8))) << map;
+        EXPECT_TRUE(IsNear(4, 2, 4, m_surface->GetWireframeColourmap()->GetColour(4, 0, 8))) << map;
+    }
+}
+
 TEST_F(DrawSurface, ContourLinesLieOverTheirSurface)
 {
     // Twisted cells, which lines leave by far.

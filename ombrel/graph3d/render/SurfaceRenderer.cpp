@@ -256,6 +256,13 @@ void SurfaceRenderer::Upload()
 
 void SurfaceRenderer::UploadWireframeColours(CSurface const& surface)
 {
+    CColourMap const& map = *surface.GetWireframeColourmap();
+    ColourScale const& scale = map.GetScale();
+    // All that the colours follow from besides the data.
+    WireframeColoursKey key { map.GetColourTable(), scale.values, scale.indices };
+    if (m_wireframeColourBuffer.IsAlive() && key == m_wireframeColoursKey)
+        return;
+    m_wireframeColoursKey = std::move(key);
     std::vector<std::array<BYTE, 4>> colours;
     colours.reserve(m_layout.GetNumVertices());
     for (int s = 0; s < m_layout.GetNumStrips(); ++s) {
@@ -383,7 +390,7 @@ void SurfaceRenderer::DrawWireframe(CSurface& surface, C3DGraph& graph)
     Colour3 const faceColour(hasColours ? 0xFFFFFF : surface.GetColour());
     Colour3 const lineColour(surface.GetWireframeColour());
     bool const hasNodeColours = surface.GetWireframeColourDescription() > 0;
-    if (hasNodeColours && !m_wireframeColourBuffer.IsAlive())
+    if (hasNodeColours)
         UploadWireframeColours(surface);
     bool const isLit = graph.GetLightingOn() != 0;
     gl::Enable(GL_STENCIL_TEST);

@@ -65,6 +65,13 @@ private:
         std::vector<double> levels;
         friend bool operator==(LinesKey const& a, LinesKey const& b) = default;
     };
+    /// What the colours of the wireframe's nodes were made from.
+    struct WireframeColoursKey {
+        CDWordArray colours;
+        CDoubleArray scaleValues;
+        CDWordArray scaleIndices;
+        friend bool operator==(WireframeColoursKey const& a, WireframeColoursKey const& b) = default;
+    };
     /// Lines that are drawn with one colour and at one distance in front of the surface.
     struct LineGroup {
         std::size_t level = 0;
@@ -113,6 +120,7 @@ private:
     GLObject m_vertexBuffer;
     GLObject m_indexBuffer;
     GLObject m_imagePlaceBuffer;
+    WireframeColoursKey m_wireframeColoursKey;
     GLObject m_wireframeColourBuffer;
 
     std::vector<BYTE> m_colours;
