@@ -24,12 +24,15 @@ constexpr double kUsualPerspective = 0.35;
 /// What the library can draw: beyond it, the near side of the box would lie behind the eye.
 constexpr double kStrongestPerspective = 0.85;
 
-/// Over the viewer's left shoulder: relief stands out, and no side that can be seen is dark.
+/// Over the viewer's left shoulder, above or below as the viewer is: relief stands out, and no side that can be seen is
+/// dark.
 Direction LightBeside(Direction view)
 {
     constexpr double kToTheLeft = 65.0;
     constexpr double kFromZenith = 40.0;
-    return { std::fmod(view.azimuth + 360.0 - kToTheLeft, 360.0), kFromZenith };
+    constexpr double kLevel = 90.0;
+    return { std::fmod(view.azimuth + 360.0 - kToTheLeft, 360.0),
+        view.polar > kLevel ? 2.0 * kLevel - kFromZenith : kFromZenith };
 }
 
 void SetLights(C3DGraph& scene, SurfaceOptions const& options, Direction view)
@@ -102,6 +105,8 @@ public:
         : m_scene(scene)
         , m_bitmap(window.Width(), window.Height(), 24)
     {
+        // The first layout of all gives the graph the whole window.
+        scene.LayOut(m_bitmap.GetDC(), window);
         scene.SetGraphAndWindowRect(graph, window);
     }
     /// The box round all that differs from the background; in the graph's rectangle.
@@ -173,6 +178,22 @@ double PixelsPerUnit(C3DGraph const& scene, CRect const& graph)
     return graph.Height() / 2.0 / (distance * std::tan(angle / 2.0 * degrees));
 }
 
+/// What fitting changes of a view.
+struct View {
+    double x = 0.0;
+    double y = 0.0;
+    double zoom = 1.0;
+};
+
+View ViewOf(C3DGraph const& scene) { return { scene.GetXPos(), scene.GetYPos(), scene.GetZoomFactor() }; }
+
+void SetView(C3DGraph& scene, View const& view)
+{
+    scene.SetXPos(view.x);
+    scene.SetYPos(view.y);
+    scene.SetZoomFactor(view.zoom);
+}
+
 } // namespace
 
 CRect TitleRoom(CRect const& window, Options const& options)
@@ -233,7 +254,7 @@ void SetSceneAxes(C3DGraph& scene, SceneData const& data, Options const& options
 void FitScene(C3DGraph& scene, Picture& picture, int stripAtRight, Options const& options)
 {
     constexpr int kScreenDotsPerInch = 96;
-    constexpr int kPasses = 3;
+    constexpr int kPasses = 6;
     double const scale = static_cast<double>(kScreenDotsPerInch) / picture.GetDC().GetDeviceCaps(LOGPIXELSX);
     CRect const window = picture.GetRect();
     int const margin = std::min(window.Width(), window.Height()) / 40;
@@ -248,20 +269,35 @@ void FitScene(C3DGraph& scene, Picture& picture, int stripAtRight, Options const
     int const antialiased = scene.GetAntialiasMode();
     scene.SetAntialiasMode(0);
     WithoutTitles const untitled(scene);
+    // What reaches the edge of the room may reach beyond it, how far is not known: the largest view that is whole
+    // counts.
+    constexpr double kStepBack = 0.85;
+    constexpr double kTooLarge = 1e9;
+    CRect const all(graph.left + 1, graph.top + 1, graph.right - 1, graph.bottom - 1);
+    View whole = ViewOf(scene);
+    double cutZoom = kTooLarge;
     for (int pass = 0; pass < kPasses; ++pass) {
         CRect const extent = sketch.Extent();
         if (extent.IsRectEmpty())
             break;
+        bool const isCut
+            = extent.left < all.left || extent.top < all.top || extent.right > all.right || extent.bottom > all.bottom;
+        if (isCut)
+            cutZoom = std::min(cutZoom, scene.GetZoomFactor());
+        else
+            whole = ViewOf(scene);
         double const fit = std::min(static_cast<double>(inside.Width()) / extent.Width(),
             static_cast<double>(inside.Height()) / extent.Height());
         double const unit = PixelsPerUnit(scene, graph);
         // The place where the middle of what is drawn lies, from the middle of the room.
         double const right = (extent.left + extent.right - inside.left - inside.right) / 2.0;
         double const down = (extent.top + extent.bottom - inside.top - inside.bottom) / 2.0;
-        scene.SetXPos(scene.GetXPos() - right / unit);
-        scene.SetYPos(scene.GetYPos() + down / unit);
-        scene.SetZoomFactor(scene.GetZoomFactor() * fit);
+        double const zoom = scene.GetZoomFactor() * (isCut ? kStepBack : fit);
+        SetView(scene,
+            { scene.GetXPos() - right / unit, scene.GetYPos() + down / unit,
+                zoom < cutZoom ? zoom : (whole.zoom + cutZoom) / 2.0 });
     }
+    SetView(scene, whole);
     scene.SetZoomFactor(scene.GetZoomFactor() * options.surface.zoom);
     scene.SetAntialiasMode(antialiased);
     scene.SetGraphAndWindowRect(room, window);

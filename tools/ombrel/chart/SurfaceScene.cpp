@@ -199,12 +199,13 @@ std::unique_ptr<C3DGraph> MakeSurfaceScene(
         double dataHigh = 0.0;
         surface.GetUntransformedDataAndLUTRanges(dataLow, dataHigh, low, high);
         SetKeyLabels(*key, { low, high });
-        key->SetOn(0);
         strip = key->Measure(&picture.GetDC()).cx * 5 / 4;
+        key->SetOn(0);
     }
     FitScene(scene, picture, strip, options);
     if (key) {
         CRect const window = picture.GetRect();
+        key->SetOn(1);
         CSize const size = key->Measure(&picture.GetDC());
         key->Create(CPoint(window.right - (strip + size.cx) / 2, window.top + (window.Height() - size.cy) / 2));
     }
