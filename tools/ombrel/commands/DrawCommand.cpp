@@ -1,5 +1,6 @@
 #include "tools/ombrel/commands/DrawCommand.h"
 #include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph3d/3DGraph.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/OutputFile.h"
@@ -48,6 +49,9 @@ void RunDraw(Options const& options, InputFile& file, Messages const& messages)
     if (!options.save.empty())
         SaveDocument(options.save, *graph);
     graph->UpdatePlots();
+    // Documents do not say whether edges are smooth.
+    if (auto* const scene = DynamicDowncast<C3DGraph>(loaded.get()))
+        scene->SetAntialiasMode(options.surface.plainEdges ? 0 : 1);
     if (graph->GetTitle() != CString(kUntitled))
         target.title = graph->GetTitle().ToUtf8();
     FitToPicture(*graph, target);

@@ -105,7 +105,8 @@ constexpr std::array kOptions {
         kSurface, {}, ValueKind::File },
     OptionEntry { OptionId::Lights, "lights", 0, "off|AZ,POLAR[,AZ,POLAR]",
         "Where one or two lights stand, in degrees like the view.", kSurface },
-    OptionEntry { OptionId::NoAntialias, "no-antialias", 0, "", "Do not smooth the edges of a 3D picture.", kSurface },
+    OptionEntry {
+        OptionId::NoAntialias, "no-antialias", 0, "", "Do not smooth the edges of a 3D picture.", kSurface | kDraw },
     OptionEntry { OptionId::Title, "title", 0, "TEXT", "Title over the graph.", kCharts },
     OptionEntry {
         OptionId::XTitle, "x-title", 0, "TEXT", "Title of the x axis. Without it, the column's name.", kCharts },
