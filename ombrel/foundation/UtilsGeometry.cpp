@@ -1,3 +1,4 @@
+#include "ombrel/foundation/Bilinear.h"
 #include "ombrel/foundation/Utils.h"
 
 #include <algorithm>
@@ -7,7 +8,7 @@ namespace ombrel {
 
 double CVUtils::InterpolateBilinear(double z0, double z1, double z2, double z3, double fx, double fy)
 {
-    return (1.0 - fx) * (1.0 - fy) * z0 + fx * (1.0 - fy) * z1 + fx * fy * z2 + (1.0 - fx) * fy * z3;
+    return Bilinear(z0, z1, z2, z3, fx, fy);
 }
 
 namespace {

@@ -159,19 +159,31 @@ bool C3DRowColCurve::FillMesh(GridCoordinates const& coordinates)
         xs.push_back(coordinates.AlongX(m_mesh->GetMeshX(i)));
         tableX.push_back((xs.back().value - m_placement.xMin) / m_placement.xStep);
     }
+    bool const areParameters = coordinates.AreParameters();
+    if (areParameters)
+        m_mesh->PlaceOverParameters();
+    std::vector<double> interpolated(isSame ? 0 : xs.size());
     for (int j = 0; j <= rows; ++j) {
         GridCoordinates::Parameter const y = coordinates.AlongY(m_mesh->GetMeshY(j));
-        double const tableY = (y.value - m_placement.yMin) / m_placement.yStep;
-        double const* const values = table.GetRow(isSame ? j : 0);
+        double const* values = table.GetRow(isSame ? j : 0);
+        if (!isSame) {
+            double const tableY = (y.value - m_placement.yMin) / m_placement.yStep;
+            for (std::size_t i = 0; i < xs.size(); ++i)
+                interpolated[i]
+                    = CMesh::InterpolateOn(values, table.GetNumRows() - 1, table.GetNumCols() - 1, tableX[i], tableY);
+            values = interpolated.data();
+        }
+        double* const zRow = m_mesh->GetZRow(j);
+        if (areParameters) {
+            for (std::size_t i = 0; i < xs.size(); ++i)
+                zRow[i] = IsGridGap(values[i]) ? kGap : values[i];
+            continue;
+        }
         double* const xRow = m_mesh->GetXRow(j);
         double* const yRow = m_mesh->GetYRow(j);
-        double* const zRow = m_mesh->GetZRow(j);
         for (std::size_t i = 0; i < xs.size(); ++i) {
-            double const v = isSame
-                ? values[i]
-                : CMesh::InterpolateOn(values, m_table.GetNumRows() - 1, m_table.GetNumCols() - 1, tableX[i], tableY);
-            bool const missing = IsGridGap(v);
-            std::array<double, 3> const place = coordinates.At(xs[i], y, missing ? 0.0 : v);
+            bool const missing = IsGridGap(values[i]);
+            std::array<double, 3> const place = coordinates.At(xs[i], y, missing ? 0.0 : values[i]);
             xRow[i] = place[0];
             yRow[i] = place[1];
             zRow[i] = missing ? kGap : place[2];

@@ -1,5 +1,6 @@
 #include "ombrel/graph3d/ContourLines.h"
 #include "ombrel/graph3d/geometry/SegmentJoin.h"
+#include "ombrel/graph3d/geometry/ValueLanes.h"
 
 #include <algorithm>
 #include <bit>
@@ -62,16 +63,33 @@ std::array<double, 2> PointOn(Side side, ContourCell const& cell, double level)
     }
 }
 
-// Bits of the nodes above the level, the first node's lowest.
+std::size_t Size(int n) { return static_cast<std::size_t>(n); }
+
+constexpr int kBlockSize = ContourFinder::kBlockSize;
+
+// Bits of the nodes above the level, the first node's lowest; count is at most one more than the size of blocks.
 std::uint64_t AboveOfRow(double const* values, int count, double level)
 {
     std::uint64_t above = 0;
-    for (int k = 0; k < count; ++k)
-        above |= static_cast<std::uint64_t>(values[k] > level) << k;
-    return above;
+    if (count <= kBlockSize) {
+        for (int k = 0; k < count; ++k)
+            above |= static_cast<std::uint64_t>(values[k] > level) << k;
+        return above;
+    }
+    // Two at a time, as any processor with vectors can.
+    typedef double Pair __attribute__((vector_size(16)));
+    typedef std::int64_t PairBits __attribute__((vector_size(16)));
+    Pair const levels { level, level };
+    PairBits bits { 1, 2 };
+    PairBits found {};
+    for (int k = 0; k < kBlockSize; k += 2) {
+        Pair const pair { values[k], values[k + 1] };
+        found |= (pair > levels) & bits;
+        bits <<= 2;
+    }
+    above = static_cast<std::uint64_t>(found[0] | found[1]);
+    return above | static_cast<std::uint64_t>(values[kBlockSize] > level) << kBlockSize;
 }
-
-std::size_t Size(int n) { return static_cast<std::size_t>(n); }
 
 } // namespace
 
@@ -113,47 +131,17 @@ ContourFinder::ContourFinder(ContourGrid const& grid)
 // One row of blocks, whose nodes are those of the rows from firstRow to lastRow.
 void ContourFinder::Summarise(std::size_t firstBlock, int firstRow, int lastRow)
 {
-    // Independent lanes, which compilers turn into vectors.
-    constexpr std::size_t kLanes = 8;
-    struct Lanes {
-        std::array<double, kLanes> min;
-        std::array<double, kLanes> max;
-        // Becomes not a number where a value is infinite or not a number.
-        std::array<double, kLanes> spoilt;
-    };
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    std::vector<Lanes> all(Size(m_blockCols));
-    for (Lanes& lanes : all) {
-        lanes.min.fill(kInfinity);
-        lanes.max.fill(-kInfinity);
-        lanes.spoilt.fill(0.0);
-    }
+    std::vector<ValueLanes> all(Size(m_blockCols));
     for (int j = firstRow; j <= lastRow; ++j) {
         double const* const row = m_grid.values.data() + NodeAt(0, j);
-        for (int b = 0; b < m_blockCols; ++b) {
-            Lanes lanes = all[Size(b)];
-            auto const take = [&lanes](std::size_t lane, double v) {
-                lanes.min[lane] = v < lanes.min[lane] ? v : lanes.min[lane];
-                lanes.max[lane] = v > lanes.max[lane] ? v : lanes.max[lane];
-                lanes.spoilt[lane] += v * 0.0;
-            };
-            double const* v = row + Size(b) * kBlockSize;
-            double const* const end = row + std::min((b + 1) * kBlockSize, m_grid.cols) + 1;
-            for (; v + kLanes <= end; v += kLanes) {
-                for (std::size_t lane = 0; lane < kLanes; ++lane)
-                    take(lane, v[lane]);
-            }
-            for (; v != end; ++v)
-                take(0, *v);
-            all[Size(b)] = lanes;
-        }
+        for (int b = 0; b < m_blockCols; ++b)
+            all[Size(b)].Take(row + Size(b) * kBlockSize, row + std::min((b + 1) * kBlockSize, m_grid.cols) + 1);
     }
     for (int b = 0; b < m_blockCols; ++b) {
-        Lanes const& lanes = all[Size(b)];
+        ValueLanes const& lanes = all[Size(b)];
         Block& block = m_blocks[firstBlock + Size(b)];
-        block = { std::ranges::min(lanes.min), std::ranges::max(lanes.max), false };
-        bool const isPlain = std::ranges::all_of(lanes.spoilt, [](double s) { return s == 0.0; });
-        if (!isPlain || block.max > kGridGap || !m_grid.leftOut.empty())
+        block = { lanes.Min(), lanes.Max(), false };
+        if (!lanes.ArePlain() || !m_grid.leftOut.empty())
             block = SummariseWithGaps(b * kBlockSize, std::min((b + 1) * kBlockSize, m_grid.cols), firstRow, lastRow);
     }
 }

@@ -77,6 +77,8 @@ struct ContourPolylines {
 /// for both, so segments meet exactly.
 class OMBREL_EXPORT ContourFinder {
 public:
+    /// Cells of a block along x and along y: few enough that a row of nodes fits into one word.
+    static constexpr int kBlockSize = 32;
     /// With fewer values than the numbers of cells ask for, or a leftOut of another size, there are no lines.
     explicit ContourFinder(ContourGrid const& grid);
     /// Appends the segments of a level, cells with ascending i, and among these with ascending j.
@@ -95,8 +97,6 @@ private:
         std::uint8_t column;
         std::uint8_t contourCase;
     };
-    static constexpr int kBlockSize = 32;
-
     void Summarise(std::size_t firstBlock, int firstRow, int lastRow);
     Block SummariseWithGaps(int firstCol, int lastCol, int firstRow, int lastRow) const;
     bool IsLeftOut(std::size_t node) const;

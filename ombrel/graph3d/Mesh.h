@@ -15,7 +15,8 @@ namespace ombrel {
 /// The nodes of a regular grid of rows × columns cells: places in space over a rectangle of parameters.
 ///
 /// Node (i, j) is the column i = 0 … columns and the row j = 0 … rows; its parameters are x = min + i · step, and so y.
-/// Nodes are stored row by row. A node whose z is missing (IsGridGap) is no part of the surface.
+/// Nodes are stored row by row. A node whose z is missing (IsGridGap) is no part of the surface. Nodes stand over their
+/// parameters until they are placed elsewhere; while all do, their x and y take no memory.
 class OMBREL_EXPORT CMesh : public CObject {
 public:
     static CRuntimeClass const kClass;
@@ -26,9 +27,10 @@ public:
     {
         Init(rows, cols, xMin, xMax, yMin, yMax);
     }
-    /// Makes (rows + 1) × (cols + 1) nodes in the origin; none when either number is below 1. Throws std::bad_alloc.
+    /// Makes (rows + 1) × (cols + 1) nodes over their parameters, with z = 0; none when either number is below 1.
+    /// Throws std::bad_alloc.
     void Init(int rows, int cols, double xMin, double xMax, double yMin, double yMax);
-    /// Places the grid over other parameters; the nodes stay.
+    /// Places the grid over other parameters. Nodes that have been placed elsewhere stay there.
     void SetExtent(double xMin, double xMax, double yMin, double yMax);
     void Clear();
 
@@ -51,15 +53,31 @@ public:
         return CheckedIndex(j, static_cast<std::size_t>(m_rows) + 1) * (static_cast<std::size_t>(m_cols) + 1)
             + CheckedIndex(i, static_cast<std::size_t>(m_cols) + 1);
     }
-    std::vector<double> const& GetXVals() const { return m_x; }
-    std::vector<double> const& GetYVals() const { return m_y; }
+    double GetX(int i, int j) const { return IsOverParameters() ? GetMeshX(i) : m_x[GetIndex(i, j)]; }
+    double GetY(int i, int j) const { return IsOverParameters() ? GetMeshY(j) : m_y[GetIndex(i, j)]; }
+    double GetZ(int i, int j) const { return m_z[GetIndex(i, j)]; }
+    /// One coordinate (0 is x, 1 y, 2 z) of the nodes of row j, into columns + 1 places.
+    void ReadRow(int coordinate, int j, double* values) const;
     std::vector<double> const& GetZVals() const { return m_z; }
     /// Changing z values tells nobody.
     std::vector<double>& GetZVals() { return m_z; }
     /// The coordinates of row j's nodes, to be filled; whoever does so has the ranges computed afterwards.
-    double* GetXRow(int j) { return m_x.data() + GetIndex(0, j); }
-    double* GetYRow(int j) { return m_y.data() + GetIndex(0, j); }
+    double* GetXRow(int j)
+    {
+        MakePlaces();
+        return m_x.data() + GetIndex(0, j);
+    }
+    double* GetYRow(int j)
+    {
+        MakePlaces();
+        return m_y.data() + GetIndex(0, j);
+    }
     double* GetZRow(int j) { return m_z.data() + GetIndex(0, j); }
+    double const* GetZRow(int j) const { return m_z.data() + GetIndex(0, j); }
+    /// Puts all nodes back over their parameters.
+    void PlaceOverParameters();
+    /// Whether no node has been placed elsewhere.
+    bool IsOverParameters() const { return m_x.empty(); }
     bool IsMissing(int i, int j) const { return IsGridGap(m_z[GetIndex(i, j)]); }
 
     /// z at a parameter point, bilinear between the four nodes of its cell. kGap outside of the grid and where a node
@@ -72,6 +90,10 @@ public:
     static double InterpolateOn(double const* values, int rows, int cols, double x, double y);
 
 protected:
+    /// Gives every node an x and a y of its own.
+    void MakePlaces();
+
+    /// Both empty while the nodes stand over their parameters.
     std::vector<double> m_x;
     std::vector<double> m_y;
     std::vector<double> m_z;

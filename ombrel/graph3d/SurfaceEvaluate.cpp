@@ -61,9 +61,12 @@ void CSurface::BuildUntransformedFVals()
     m_functionValues = mesh.GetZVals();
     if (!HasRadius())
         return;
-    for (std::size_t n = 0; n < m_functionValues.size(); ++n) {
-        if (!IsGridGap(m_functionValues[n]))
-            m_functionValues[n] = mesh.GetRadius(mesh.GetXVals()[n], mesh.GetYVals()[n], mesh.GetZVals()[n]);
+    for (int j = 0; j <= mesh.GetNumRows(); ++j) {
+        for (int i = 0; i <= mesh.GetNumCols(); ++i) {
+            double& value = m_functionValues[mesh.GetIndex(i, j)];
+            if (!IsGridGap(value))
+                value = mesh.GetRadius(mesh.GetX(i, j), mesh.GetY(i, j), value);
+        }
     }
 }
 

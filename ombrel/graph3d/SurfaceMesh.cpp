@@ -1,6 +1,7 @@
 #include "ombrel/graph3d/SurfaceMesh.h"
 #include "ombrel/foundation/Utils.h"
 #include "ombrel/graph3d/Surface.h"
+#include "ombrel/graph3d/geometry/ValueLanes.h"
 
 #include <cmath>
 #include <limits>
@@ -24,6 +25,7 @@ bool CSurfaceMesh::UsesBoundary() const { return m_surface && m_surface->GetUseB
 
 void CSurfaceMesh::SetXYZVal(int i, int j, double x, double y, double z)
 {
+    MakePlaces();
     std::size_t const n = GetIndex(i, j);
     m_x[n] = x;
     m_y[n] = y;
@@ -45,17 +47,35 @@ void CSurfaceMesh::ComputeRanges()
     bool const hasRadius = m_surface && m_surface->HasRadius();
     m_hasRange = false;
     m_hasMissing = false;
-    for (std::size_t n = 0; n < m_z.size(); ++n) {
-        bool const isMissing = IsGridGap(m_z[n]);
-        m_hasMissing = m_hasMissing || isMissing;
-        if (isMissing || (usesBoundary && m_boundary[n] == 0))
-            continue;
-        m_hasRange = true;
-        ranges[0].Widen(m_x[n]);
-        ranges[1].Widen(m_y[n]);
-        ranges[2].Widen(m_z[n]);
-        if (hasRadius)
-            ranges[3].Widen(GetRadius(m_x[n], m_y[n], m_z[n]));
+    for (int j = 0; HasNodes() && j <= GetNumRows(); ++j) {
+        double const* const zs = GetZRow(j);
+        if (IsOverParameters() && !usesBoundary && !hasRadius) {
+            ValueLanes lanes;
+            lanes.Take(zs, zs + GetNumCols() + 1);
+            if (lanes.ArePlain()) {
+                m_hasRange = true;
+                for (int const i : { 0, GetNumCols() })
+                    ranges[0].Widen(GetMeshX(i));
+                ranges[1].Widen(GetMeshY(j));
+                ranges[2].Widen(lanes.Min());
+                ranges[2].Widen(lanes.Max());
+                continue;
+            }
+        }
+        for (int i = 0; i <= GetNumCols(); ++i) {
+            bool const isMissing = IsGridGap(zs[i]);
+            m_hasMissing = m_hasMissing || isMissing;
+            if (isMissing || (usesBoundary && m_boundary[GetIndex(i, j)] == 0))
+                continue;
+            m_hasRange = true;
+            double const x = GetX(i, j);
+            double const y = GetY(i, j);
+            ranges[0].Widen(x);
+            ranges[1].Widen(y);
+            ranges[2].Widen(zs[i]);
+            if (hasRadius)
+                ranges[3].Widen(GetRadius(x, y, zs[i]));
+        }
     }
     if (!m_hasRange)
         ranges.fill({});
@@ -81,8 +101,7 @@ double CSurfaceMesh::GetViewVal(double v, AxisType type) const
 
 CVertex CSurfaceMesh::GetNormalisedVertex(int i, int j) const
 {
-    std::size_t const n = GetIndex(i, j);
-    return { m_axes[0].GetViewVal(m_x[n]), m_axes[1].GetViewVal(m_y[n]), m_axes[2].GetViewVal(m_z[n]) };
+    return { m_axes[0].GetViewVal(GetX(i, j)), m_axes[1].GetViewVal(GetY(i, j)), m_axes[2].GetViewVal(GetZ(i, j)) };
 }
 
 int CSurfaceMesh::GetBoundaryFlag(int i, int j) const

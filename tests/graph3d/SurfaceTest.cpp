@@ -23,8 +23,7 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 std::array<double, 3> Node(CSurface const& surface, int i, int j)
 {
     CSurfaceMesh const& mesh = *surface.GetSurfaceMesh();
-    std::size_t const n = mesh.GetIndex(i, j);
-    return { mesh.GetXVals()[n], mesh.GetYVals()[n], mesh.GetZVals()[n] };
+    return { mesh.GetX(i, j), mesh.GetY(i, j), mesh.GetZ(i, j) };
 }
 
 auto Near(double x, double y, double z)

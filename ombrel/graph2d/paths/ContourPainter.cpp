@@ -41,18 +41,18 @@ void ContourPainter::DrawLevel(double level, COLORREF colour)
 
 void ContourPainter::DrawSegments(double level, COLORREF colour)
 {
-    std::vector<ContourSegment> segments;
-    m_finder.FindSegments(level, segments);
+    m_segments.clear();
+    m_pixels.clear();
+    m_finder.FindSegments(level, m_segments);
     CDC& dc = *m_port.GetDC();
     CRect clip;
     bool const clipped = m_port.GetClipRect(clip) != 0;
     // Most pieces of a fine grid cover one pixel or two: those are set all at once.
-    std::vector<CPoint> pixels;
-    auto const add = [&pixels](CPoint p) {
-        if (pixels.empty() || pixels.back() != p)
-            pixels.push_back(p);
+    auto const add = [this](CPoint p) {
+        if (m_pixels.empty() || m_pixels.back() != p)
+            m_pixels.push_back(p);
     };
-    for (ContourSegment const& segment : segments) {
+    for (ContourSegment const& segment : m_segments) {
         CPoint const from = m_port.UnitsToWindow(PointOf(segment.from));
         CPoint const to = m_port.UnitsToWindow(PointOf(segment.to));
         bool const isShort = m_width == 1 && std::abs(from.x - to.x) <= 1 && std::abs(from.y - to.y) <= 1;
@@ -65,7 +65,7 @@ void ContourPainter::DrawSegments(double level, COLORREF colour)
         dc.LineTo(to);
         m_port.SetPixel(to.x, to.y, colour);
     }
-    dc.Repeat([colour](CDC& mark) { mark.SetPixel(0, 0, colour); }, pixels);
+    dc.Repeat([colour](CDC& mark) { mark.SetPixel(0, 0, colour); }, m_pixels);
 }
 
 void ContourPainter::DrawJoined(double level, COLORREF)

@@ -1,11 +1,12 @@
 #pragma once
 #include "ombrel/drawing/Port.h"
+#include "ombrel/graph3d/ContourLines.h"
 #include "ombrel/platform/gdi/GdiObjects.h"
 #include "ombrel/platform/gdi/Surface.h"
 
-namespace ombrel {
+#include <vector>
 
-class ContourFinder;
+namespace ombrel {
 
 /// Draws the lines of a grid's levels with a pen of some width, cell by cell: each piece up to its last pixel, which is
 /// set besides. On pages the pieces are joined into long lines, which stay lines there.
@@ -21,6 +22,9 @@ private:
     CPort& m_port;
     ContourFinder const& m_finder;
     int m_width;
+    // Of one level; they keep their memory from level to level.
+    std::vector<ContourSegment> m_segments;
+    std::vector<CPoint> m_pixels;
 };
 
 } // namespace ombrel

@@ -1,7 +1,7 @@
 #include "ombrel/graph2d/paths/ContourShading.h"
 #include "ombrel/colour/ColourMap.h"
 #include "ombrel/drawing/Port.h"
-#include "ombrel/foundation/Utils.h"
+#include "ombrel/foundation/Bilinear.h"
 #include "ombrel/graph3d/Mesh.h"
 #include "ombrel/platform/framework/Exception.h"
 #include "ombrel/platform/gdi/DC.h"
@@ -104,7 +104,7 @@ void MeshSampler::ReadRow(std::size_t row, std::span<double> heights) const
         double const z3 = above[i];
         bool const isWhole
             = (z0 <= kGridGap) & (z1 <= kGridGap) & (z2 <= kGridGap) & (z3 <= kGridGap) & rowIsInside & columnIsInside;
-        double const height = CVUtils::InterpolateBilinear(z0, z1, z2, z3, fx, fy);
+        double const height = Bilinear(z0, z1, z2, z3, fx, fy);
         heights[k] = isWhole && !IsGridGap(height) ? height : m_mesh.Interpolate(m_xs[k], m_ys[row]);
     }
 }
@@ -167,7 +167,7 @@ void ShadeHeights(CPort& port, CRect const& rect, CMesh const& mesh, HeightColou
         sampler.ReadRow(row, heights);
         std::span const pixels(picture.Pixels().Row(static_cast<int>(row)), heights.size());
         colours.Colour(heights, pixels);
-        if (std::none_of(heights.begin(), heights.end(), IsGridGap))
+        if (std::none_of(heights.begin(), heights.end(), [](double height) { return IsGridGap(height); }))
             continue;
         if (!mask)
             mask.emplace(across.Count(), down.Count(), 24);

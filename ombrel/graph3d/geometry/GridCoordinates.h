@@ -17,6 +17,8 @@ public:
         , m_radialGrid(radialGrid)
     {
     }
+    /// Whether places have the parameters as their x and y, and the value as their z.
+    bool AreParameters() const { return m_type == C3DCurve::ctCartesian && !m_radialGrid; }
     /// One parameter with what is needed of it, so that a row or column of nodes shares it.
     struct Parameter {
         double value = 0.0;

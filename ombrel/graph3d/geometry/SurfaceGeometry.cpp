@@ -48,21 +48,20 @@ struct FaceRow {
 
 void TakeNodes(CSurfaceMesh const& mesh, int j, NodeRow& row)
 {
-    std::array<std::vector<double> const*, 3> const sources { &mesh.GetXVals(), &mesh.GetYVals(), &mesh.GetZVals() };
     std::size_t const first = mesh.GetIndex(0, j);
     std::size_t const count = Size(mesh.GetNumCols()) + 1;
     for (std::size_t k = 0; k < 3; ++k) {
         BoxAxis const& axis = mesh.GetBoxAxes()[k];
-        double const* const from = sources[k]->data() + first;
-        double* const to = row.places.c[k].data();
+        double* const values = row.places.c[k].data();
+        mesh.ReadRow(static_cast<int>(k), j, values);
         double const min = axis.min;
         double const width = axis.max - axis.min;
         double const scale = axis.scale;
         if (width != 0.0) {
             for (std::size_t i = 0; i < count; ++i)
-                to[i] = std::min(std::max(((from[i] - min) / width - 0.5) * scale, -kFarthest), kFarthest);
+                values[i] = std::min(std::max(((values[i] - min) / width - 0.5) * scale, -kFarthest), kFarthest);
         } else {
-            std::fill_n(to, count, 0.0);
+            std::fill_n(values, count, 0.0);
         }
     }
     row.hasMissing = false;
