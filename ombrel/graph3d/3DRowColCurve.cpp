@@ -38,6 +38,9 @@ void C3DRowColCurve::Serialize(CArchive& ar)
     f.Int(m_alignMeshes);
     if (GetDataSourceType() > dsFormula)
         f.Nested(m_table);
+    // Documents hold no nodes: the next draw makes them.
+    if (!ar.IsStoring())
+        SetPlotDataModified(1);
 }
 
 void C3DRowColCurve::SetTableData(VARIANT const& values)

@@ -1,3 +1,4 @@
+#include "ombrel/Init.h"
 #include "ombrel/drawing/DIB.h"
 #include "ombrel/graph3d/3DAxis.h"
 #include "ombrel/graph3d/3DGraph.h"
@@ -5,6 +6,7 @@
 #include "ombrel/graph3d/Surface.h"
 #include "ombrel/graph3d/view/Camera.h"
 #include "tests/graph3d/SurfaceData.h"
+#include "tests/model/ArchiveBytes.h"
 
 #include <gtest/gtest.h>
 
@@ -249,6 +251,24 @@ TEST_F(DrawSurface, AnImageCoversItsPlace)
         EXPECT_TRUE(AreNear(At(1, 1.2, 5), RGB(200, 100, 40)));
         EXPECT_TRUE(AreNear(At(3, 7.2, 5), RGB(200, 100, 40)));
     }
+}
+
+TEST_F(DrawSurface, ADocumentDrawsTheSamePicture)
+{
+    OmbrelInit();
+    m_graph.SetLightingOn(1);
+    m_surface->SetColourDescription(2);
+    m_surface->SetColourmap("Spectrum");
+    m_surface->SetContoursOn(1);
+    m_surface->SetContourMode(CSurface::cmBandsAndLines);
+    Fill(*m_surface, 9, 9, [](int c, int r) { return c == 3 && r == 5 ? kGap : c * r % 7; });
+    Draw();
+    C3DGraph loaded;
+    ASSERT_TRUE(test::Load(loaded, test::Stored(m_graph)));
+    CDIB target(kSize.cx, kSize.cy, 24);
+    loaded.Draw(target.GetDC(), { { 0, 0 }, kSize }, pmOffScreen);
+    EXPECT_EQ(target.EncodeBmp(), m_target.EncodeBmp());
+    EXPECT_NE(target.GetDC()->GetPixel(kSize.cx / 2, kSize.cy / 2), kBackground);
 }
 
 TEST_F(DrawSurface, HostileSettingsLeaveAGraphThatCanBeDrawn)
