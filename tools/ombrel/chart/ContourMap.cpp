@@ -8,12 +8,14 @@
 #include "tools/ombrel/OutputFile.h"
 #include "tools/ombrel/chart/HeightColours.h"
 #include "tools/ombrel/chart/Look.h"
+#include "tools/ombrel/chart/MapKey.h"
 #include "tools/ombrel/chart/PlotAxes.h"
 #include "tools/ombrel/chart/TitleCaption.h"
 #include "tools/ombrel/options/Options.h"
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace ombrel::host {
 
@@ -30,20 +32,15 @@ C2DContourCurve& AddCurve(C2DGraph& graph)
 
 void SetLevels(C2DContourCurve& curve, SurfaceOptions const& options, AxisRange range, Look const& look)
 {
-    HeightLevels const levels = LevelsOf(options, range);
     CSurface& surface = *curve.GetSurface();
-    ContourChoice const contours = options.contours.value_or(ContourChoice::Both);
-    if (levels.values.empty()) {
-        curve.SetLevelMode(C2DContourCurve::lmSpaced);
-        curve.SetRef(levels.reference);
-        curve.SetSpacing(levels.spacing);
-    } else {
-        CDoubleArray values;
-        for (double const level : levels.values)
-            values.Add(level);
-        surface.SetArbContourLevels(values);
-        curve.SetLevelMode(C2DContourCurve::lmArbitrary);
-    }
+    // Where all heights are one there is nothing between levels.
+    ContourChoice const contours
+        = range.max > range.min ? options.contours.value_or(ContourChoice::Both) : ContourChoice::Off;
+    CDoubleArray levels;
+    for (double const level : LevelsOf(options, range))
+        levels.Add(level);
+    surface.SetArbContourLevels(levels);
+    curve.SetLevelMode(C2DContourCurve::lmArbitrary);
     // Colours without bands.
     if (contours == ContourChoice::Off) {
         curve.SetLevelMode(C2DContourCurve::lmEven);
@@ -80,16 +77,6 @@ CRect EqualScales(C2DGraph const& graph, CRect const& rect, PlotAxisSettings con
         rect.bottom - (spareY - spareY / 2) };
 }
 
-/// To the right of the axes, in the middle of their height.
-void PlaceKey(C2DGraph& graph, CColourKey& key, CDC& dc)
-{
-    CRect const window = graph.GetWindowRect();
-    CRect const axes = graph.GetAxesRect();
-    CSize const size = key.Measure(&dc);
-    int const left = std::min<int>(axes.right + graph.GetAxes()->GetFontHeight(), window.right - size.cx);
-    key.Create(CPoint(left, std::max<int>(window.top, axes.top + (axes.Height() - size.cy) / 2)));
-}
-
 } // namespace
 
 std::unique_ptr<C2DGraph> MakeContourMap(
@@ -121,23 +108,24 @@ std::unique_ptr<C2DGraph> MakeContourMap(
     curve.GetXRange(x.min, x.max);
     curve.GetYRange(y.min, y.max);
 
-    bool const hasKey = options.surface.key == KeyChoice::Auto && curve.NeedsColourKey();
-    CColourKey* const key = hasKey ? graph.AddColourKey(CPoint(0, 0), curve.GetTag()) : nullptr;
-    ApplyLook(graph, look);
     graph.SetGraphAndWindowRect(picture.GetRect(), picture.GetRect());
     PlotAxisSettings const xAxis = FixedAxis(x, options.xTitle.value_or(titles.x));
     PlotAxisSettings const yAxis = FixedAxis(y, options.yTitle.value_or(titles.y));
     CDC& dc = picture.GetDC();
+    std::optional<MapKey> key;
+    if (options.surface.key == KeyChoice::Auto && curve.NeedsColourKey())
+        key.emplace(graph, curve, options.surface.zTitle.value_or(titles.z), look, dc);
+    ApplyLook(graph, look);
     CRect rect = GraphRectIn(graph, graph.GetWindowRect(), dc);
     LayOutAxes(graph, xAxis, yAxis, rect, dc);
     if (key) {
-        rect.right -= key->Measure(&dc).cx + graph.GetAxes()->GetFontHeight();
+        rect.right -= key->Width();
         LayOutAxes(graph, xAxis, yAxis, rect, dc);
     }
     if (titles.sameUnits)
         LayOutAxes(graph, xAxis, yAxis, EqualScales(graph, rect, xAxis, yAxis), dc);
     if (key)
-        PlaceKey(graph, *key, dc);
+        key->Place();
     PlaceTitle(graph, dc);
     return owner;
 }

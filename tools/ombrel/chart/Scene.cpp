@@ -1,11 +1,14 @@
 #include "tools/ombrel/chart/Scene.h"
 #include "ombrel/drawing/DIB.h"
 #include "ombrel/graph3d/3DAxis.h"
+#include "ombrel/graph3d/3DCurve.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DGrid.h"
 #include "ombrel/graph3d/Walls.h"
 #include "tools/ombrel/OutputFile.h"
+#include "tools/ombrel/chart/HeightColours.h"
 #include "tools/ombrel/chart/Look.h"
+#include "tools/ombrel/chart/TitleCaption.h"
 #include "tools/ombrel/options/Options.h"
 
 #include <algorithm>
@@ -194,12 +197,110 @@ void SetView(C3DGraph& scene, View const& view)
     scene.SetZoomFactor(view.zoom);
 }
 
+/// Where the title stands in a window; without height when there is none.
+CRect TitleRoom(CRect const& window, CAnnotatedGraph& graph)
+{
+    int const height = !FindTitle(graph) ? 0 : std::min(window.Width(), window.Height()) / 14;
+    return { window.left, window.top, window.right, window.top + height };
+}
+
+/// Gives the axes tidy ticks and titles, the grid the same lines, and the box its proportions.
+void SetSceneAxes(C3DGraph& scene, SceneData const& data, Options const& options)
+{
+    constexpr int kMostSteps = 6;
+    C3DAxis* const* const axes = scene.GetAxes();
+    NumberTicks const x = TicksIn(data.x, kMostSteps);
+    NumberTicks const y = TicksIn(data.y, kMostSteps);
+    NumberTicks const z = TicksIn(data.z, kMostSteps - 1);
+    SetAxis(*axes[0], x, options.xTitle.value_or(data.titles.x));
+    SetAxis(*axes[1], y, options.yTitle.value_or(data.titles.y));
+    SetAxis(*axes[2], z, options.surface.zTitle.value_or(data.titles.z));
+    auto const [sx, sy, sz] = Proportions(data, options.surface);
+    for (int i = 0; i < 3; ++i)
+        axes[i]->SetScaleFacs(sx, sy, sz);
+    C3DGrid& grid = *scene.GetGrid();
+    grid.SetXLineMode(GridLines3D::glStep);
+    grid.SetXLineMin(x.first);
+    grid.SetXLineDel(x.step);
+    grid.SetYLineMode(GridLines3D::glStep);
+    grid.SetYLineMin(y.first);
+    grid.SetYLineDel(y.step);
+    grid.SetZLineMode(GridLines3D::glStep);
+    grid.SetZLineMin(z.first);
+    grid.SetZLineDel(z.step);
+}
+
+/// Makes box, labels and titles as large as the picture has room for beside a strip of that many pixels at its right
+/// and under the graph's title. Only the view's size and place change. Returns where what is drawn ends at the right.
+int FitScene(C3DGraph& scene, Picture& picture, int stripAtRight, Options const& options)
+{
+    constexpr int kScreenDotsPerInch = 96;
+    constexpr int kPasses = 6;
+    double const scale = static_cast<double>(kScreenDotsPerInch) / picture.GetDC().GetDeviceCaps(LOGPIXELSX);
+    CRect const window = picture.GetRect();
+    int const margin = std::min(window.Width(), window.Height()) / 40;
+    int const titleRoom = 2 * margin;
+    CRect const room(window.left, TitleRoom(window, scene).bottom, window.right - stripAtRight, window.bottom);
+    scene.SetZoomFactor(1.0);
+    CRect const graph = OnScreen(room, scale);
+    Sketch sketch(scene, OnScreen(window, scale), graph);
+    CRect const inside = OnScreen(
+        CRect(room.left + titleRoom, room.top + margin, room.right - titleRoom, room.bottom - margin - titleRoom),
+        scale);
+    int const antialiased = scene.GetAntialiasMode();
+    scene.SetAntialiasMode(0);
+    auto untitled = std::make_unique<WithoutTitles>(scene);
+    CRect extent;
+    // What reaches the edge of the room may reach beyond it, how far is not known: the largest view that is whole
+    // counts.
+    constexpr double kStepBack = 0.85;
+    constexpr double kTooLarge = 1e9;
+    CRect const all(graph.left + 1, graph.top + 1, graph.right - 1, graph.bottom - 1);
+    View whole = ViewOf(scene);
+    double cutZoom = kTooLarge;
+    for (int pass = 0; pass < kPasses; ++pass) {
+        extent = sketch.Extent();
+        if (extent.IsRectEmpty())
+            break;
+        bool const isCut
+            = extent.left < all.left || extent.top < all.top || extent.right > all.right || extent.bottom > all.bottom;
+        if (isCut)
+            cutZoom = std::min(cutZoom, scene.GetZoomFactor());
+        else
+            whole = ViewOf(scene);
+        double const fit = std::min(static_cast<double>(inside.Width()) / extent.Width(),
+            static_cast<double>(inside.Height()) / extent.Height());
+        double const unit = PixelsPerUnit(scene, graph);
+        // The place where the middle of what is drawn lies, from the middle of the room.
+        double const right = (extent.left + extent.right - inside.left - inside.right) / 2.0;
+        double const down = (extent.top + extent.bottom - inside.top - inside.bottom) / 2.0;
+        double const zoom = scene.GetZoomFactor() * (isCut ? kStepBack : fit);
+        SetView(scene,
+            { scene.GetXPos() - right / unit, scene.GetYPos() + down / unit,
+                zoom < cutZoom ? zoom : (whole.zoom + cutZoom) / 2.0 });
+    }
+    SetView(scene, whole);
+    scene.SetZoomFactor(scene.GetZoomFactor() * options.surface.zoom);
+    untitled.reset();
+    // In a wide picture, what stands beside the scene should not stand far from it.
+    constexpr double kHalfEmpty = 0.75;
+    bool const isWide = stripAtRight > 0 && extent.right - inside.left < kHalfEmpty * inside.Width();
+    int const right = isWide ? static_cast<int>(std::lround(sketch.Extent().right / scale)) : room.right;
+    scene.SetAntialiasMode(antialiased);
+    scene.SetGraphAndWindowRect(room, window);
+    return right;
+}
+
 } // namespace
 
-CRect TitleRoom(CRect const& window, Options const& options)
+SceneData SceneDataOf(C3DCurve const& curve)
 {
-    int const height = options.title.empty() ? 0 : std::min(window.Width(), window.Height()) / 14;
-    return { window.left, window.top, window.right, window.top + height };
+    SceneData data;
+    curve.GetXRange(data.x.min, data.x.max);
+    curve.GetYRange(data.y.min, data.y.max);
+    curve.GetZRange(data.z.min, data.z.max);
+    data.inSpace = curve.GetCurveType() != C3DCurve::ctCartesian;
+    return data;
 }
 
 std::unique_ptr<C3DGraph> MakeScene(Options const& options, Look const& look)
@@ -226,81 +327,32 @@ std::unique_ptr<C3DGraph> MakeScene(Options const& options, Look const& look)
     return owner;
 }
 
-void SetSceneAxes(C3DGraph& scene, SceneData const& data, Options const& options)
+void LayOutScene(C3DGraph& scene, C3DCurve const& curve, SceneData const& data, Look const& look, Picture& picture,
+    Options const& options)
 {
-    constexpr int kMostSteps = 6;
-    C3DAxis* const* const axes = scene.GetAxes();
-    NumberTicks const x = TicksIn(data.x, kMostSteps);
-    NumberTicks const y = TicksIn(data.y, kMostSteps);
-    NumberTicks const z = TicksIn(data.z, kMostSteps - 1);
-    SetAxis(*axes[0], x, options.xTitle.value_or(data.titles.x));
-    SetAxis(*axes[1], y, options.yTitle.value_or(data.titles.y));
-    SetAxis(*axes[2], z, options.surface.zTitle.value_or(data.titles.z));
-    auto const [sx, sy, sz] = Proportions(data, options.surface);
-    for (int i = 0; i < 3; ++i)
-        axes[i]->SetScaleFacs(sx, sy, sz);
-    C3DGrid& grid = *scene.GetGrid();
-    grid.SetXLineMode(GridLines3D::glStep);
-    grid.SetXLineMin(x.first);
-    grid.SetXLineDel(x.step);
-    grid.SetYLineMode(GridLines3D::glStep);
-    grid.SetYLineMin(y.first);
-    grid.SetYLineDel(y.step);
-    grid.SetZLineMode(GridLines3D::glStep);
-    grid.SetZLineMin(z.first);
-    grid.SetZLineDel(z.step);
-}
-
-void FitScene(C3DGraph& scene, Picture& picture, int stripAtRight, Options const& options)
-{
-    constexpr int kScreenDotsPerInch = 96;
-    constexpr int kPasses = 6;
-    double const scale = static_cast<double>(kScreenDotsPerInch) / picture.GetDC().GetDeviceCaps(LOGPIXELSX);
     CRect const window = picture.GetRect();
-    int const margin = std::min(window.Width(), window.Height()) / 40;
-    int const titleRoom = 2 * margin;
-    CRect const room(window.left, TitleRoom(window, options).bottom, window.right - stripAtRight, window.bottom);
-    scene.SetZoomFactor(1.0);
-    CRect const graph = OnScreen(room, scale);
-    Sketch sketch(scene, OnScreen(window, scale), graph);
-    CRect const inside = OnScreen(
-        CRect(room.left + titleRoom, room.top + margin, room.right - titleRoom, room.bottom - margin - titleRoom),
-        scale);
-    int const antialiased = scene.GetAntialiasMode();
-    scene.SetAntialiasMode(0);
-    WithoutTitles const untitled(scene);
-    // What reaches the edge of the room may reach beyond it, how far is not known: the largest view that is whole
-    // counts.
-    constexpr double kStepBack = 0.85;
-    constexpr double kTooLarge = 1e9;
-    CRect const all(graph.left + 1, graph.top + 1, graph.right - 1, graph.bottom - 1);
-    View whole = ViewOf(scene);
-    double cutZoom = kTooLarge;
-    for (int pass = 0; pass < kPasses; ++pass) {
-        CRect const extent = sketch.Extent();
-        if (extent.IsRectEmpty())
-            break;
-        bool const isCut
-            = extent.left < all.left || extent.top < all.top || extent.right > all.right || extent.bottom > all.bottom;
-        if (isCut)
-            cutZoom = std::min(cutZoom, scene.GetZoomFactor());
-        else
-            whole = ViewOf(scene);
-        double const fit = std::min(static_cast<double>(inside.Width()) / extent.Width(),
-            static_cast<double>(inside.Height()) / extent.Height());
-        double const unit = PixelsPerUnit(scene, graph);
-        // The place where the middle of what is drawn lies, from the middle of the room.
-        double const right = (extent.left + extent.right - inside.left - inside.right) / 2.0;
-        double const down = (extent.top + extent.bottom - inside.top - inside.bottom) / 2.0;
-        double const zoom = scene.GetZoomFactor() * (isCut ? kStepBack : fit);
-        SetView(scene,
-            { scene.GetXPos() - right / unit, scene.GetYPos() + down / unit,
-                zoom < cutZoom ? zoom : (whole.zoom + cutZoom) / 2.0 });
+    CDC& dc = picture.GetDC();
+    SetSceneAxes(scene, data, options);
+    scene.SetGraphAndWindowRect(window, window);
+    CColourKey* key = nullptr;
+    int strip = 0;
+    // Under an image, colours mean nothing.
+    if (options.surface.key == KeyChoice::Auto && curve.NeedsColourKey() && options.surface.texture.empty()) {
+        key = scene.AddColourKey(CPoint(0, 0), curve.GetTag());
+        ApplyLook(*key, look);
+        key->SetBoundingRectOn(0);
+        SetKeyLabels(*key, curve);
+        strip = key->Measure(&dc).cx * 5 / 4;
+        key->SetOn(0);
     }
-    SetView(scene, whole);
-    scene.SetZoomFactor(scene.GetZoomFactor() * options.surface.zoom);
-    scene.SetAntialiasMode(antialiased);
-    scene.SetGraphAndWindowRect(room, window);
+    int const right = FitScene(scene, picture, strip, options);
+    if (key) {
+        key->SetOn(1);
+        CSize const size = key->Measure(&dc);
+        int const left = std::min(right + (strip - size.cx) * 2, window.right - (strip + size.cx) / 2);
+        key->Create(CPoint(left, window.top + (window.Height() - size.cy) / 2));
+    }
+    PlaceTitleIn(scene, TitleRoom(window, scene), dc);
 }
 
 } // namespace ombrel::host

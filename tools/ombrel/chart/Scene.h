@@ -1,18 +1,16 @@
 #pragma once
-#include "ombrel/platform/framework/Geometry.h"
 #include "tools/ombrel/chart/AxisLayout.h"
 #include "tools/ombrel/grid/HeightFile.h"
 
 #include <memory>
 
 namespace ombrel {
+class C3DCurve;
 class C3DGraph;
-class CDC;
 } // namespace ombrel
 
 namespace ombrel::host {
 
-class Messages;
 class Picture;
 struct Look;
 struct Options;
@@ -30,14 +28,13 @@ struct SceneData {
 /// An empty 3D graph in the look and the view that the options ask for.
 std::unique_ptr<C3DGraph> MakeScene(Options const& options, Look const& look);
 
-/// Gives the axes tidy ticks and titles, the grid the same lines, and the box its proportions.
-void SetSceneAxes(C3DGraph& scene, SceneData const& data, Options const& options);
+/// What the curve needs of the scene; it has no titles.
+SceneData SceneDataOf(C3DCurve const& curve);
 
-/// Where the title stands in a window; without height when there is none.
-CRect TitleRoom(CRect const& window, Options const& options);
-
-/// Makes box, labels and titles as large as the picture has room for beside a strip of that many pixels at its right,
-/// and puts the graph's title over them. Only the view's size and place change.
-void FitScene(C3DGraph& scene, Picture& picture, int stripAtRight, Options const& options);
+/// Gives the axes tidy ticks and titles, the grid the same lines, and the box its proportions; makes box, labels and
+/// titles as large as the picture has room for, with a key of the curve's colours beside them and the graph's title
+/// over them, where these are wanted.
+void LayOutScene(C3DGraph& scene, C3DCurve const& curve, SceneData const& data, Look const& look, Picture& picture,
+    Options const& options);
 
 } // namespace ombrel::host

@@ -64,18 +64,11 @@ void SetContours(CSurface& surface, SurfaceOptions const& options, AxisRange hei
     surface.SetContoursOn(contours != ContourChoice::Off);
     if (contours == ContourChoice::Off)
         return;
-    HeightLevels const levels = LevelsOf(options, heights);
-    if (levels.values.empty()) {
-        surface.SetContourLevelMode(CSurface::clSpacing);
-        surface.SetContourRef(levels.reference);
-        surface.SetContourSpacing(levels.spacing);
-    } else {
-        CDoubleArray values;
-        for (double const level : levels.values)
-            values.Add(level);
-        surface.SetArbContourLevels(values);
-        surface.SetContourLevelMode(CSurface::clArbitrary);
-    }
+    CDoubleArray levels;
+    for (double const level : LevelsOf(options, heights))
+        levels.Add(level);
+    surface.SetArbContourLevels(levels);
+    surface.SetContourLevelMode(CSurface::clArbitrary);
     surface.SetContourMode(contours == ContourChoice::Bands ? CSurface::cmBands
             : contours == ContourChoice::Lines              ? CSurface::cmLines
                                                             : CSurface::cmBandsAndLines);
@@ -140,29 +133,6 @@ void SetTexture(CSurface& surface, std::string const& path)
     }
 }
 
-/// Labels of a key that shows colours without bands.
-void SetKeyLabels(CColourKey& key, AxisRange range)
-{
-    constexpr int kMostSteps = 6;
-    NumberTicks const ticks = MakeNumberTicks(WidenEmptyRange(range), { true, true }, kMostSteps);
-    key.SetLabelMode(1);
-    key.SetMinAndDel(ticks.first, ticks.step);
-}
-
-SceneData DataOf(CSurface const& surface, HeightTitles const& titles, SurfaceOptions const& options)
-{
-    SceneData data;
-    surface.GetXRange(data.x.min, data.x.max);
-    surface.GetYRange(data.y.min, data.y.max);
-    surface.GetZRange(data.z.min, data.z.max);
-    data.titles = titles;
-    data.inSpace
-        = options.coordinates != CoordinateChoice::Cartesian && options.coordinates != CoordinateChoice::Radial;
-    if (options.zRange)
-        data.z = { options.zRange->first, options.zRange->second };
-    return data;
-}
-
 } // namespace
 
 std::unique_ptr<C3DGraph> MakeSurfaceScene(
@@ -185,31 +155,11 @@ std::unique_ptr<C3DGraph> MakeSurfaceScene(
     surface.GetUntransformedDataRange(low, high);
     SetContours(surface, options.surface, { low, high });
     scene.UpdatePlots();
-    SetSceneAxes(scene, DataOf(surface, titles, options.surface), options);
-
-    CColourKey* key = nullptr;
-    int strip = 0;
-    scene.SetGraphAndWindowRect(picture.GetRect(), picture.GetRect());
-    // Under an image, colours mean nothing.
-    if (options.surface.key == KeyChoice::Auto && surface.NeedsColourKey() && options.surface.texture.empty()) {
-        key = scene.AddColourKey(CPoint(0, 0), surface.GetTag());
-        ApplyLook(*key, look);
-        key->SetBoundingRectOn(0);
-        double dataLow = 0.0;
-        double dataHigh = 0.0;
-        surface.GetUntransformedDataAndLUTRanges(dataLow, dataHigh, low, high);
-        SetKeyLabels(*key, { low, high });
-        strip = key->Measure(&picture.GetDC()).cx * 5 / 4;
-        key->SetOn(0);
-    }
-    FitScene(scene, picture, strip, options);
-    if (key) {
-        CRect const window = picture.GetRect();
-        key->SetOn(1);
-        CSize const size = key->Measure(&picture.GetDC());
-        key->Create(CPoint(window.right - (strip + size.cx) / 2, window.top + (window.Height() - size.cy) / 2));
-    }
-    PlaceTitleIn(scene, TitleRoom(picture.GetRect(), options), picture.GetDC());
+    SceneData data = SceneDataOf(surface);
+    data.titles = titles;
+    if (options.surface.zRange)
+        data.z = { options.surface.zRange->first, options.surface.zRange->second };
+    LayOutScene(scene, surface, data, look, picture, options);
     return owner;
 }
 

@@ -8,10 +8,15 @@
 #include "ombrel/graph2d/2DStackedBarPlot.h"
 #include "ombrel/graph2d/2DTextPlot.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/graph3d/3DAxis.h"
+#include "ombrel/graph3d/3DCurve.h"
+#include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "tools/ombrel/chart/FillLook.h"
 #include "tools/ombrel/chart/LegendPlacement.h"
+#include "tools/ombrel/chart/MapKey.h"
 #include "tools/ombrel/chart/PlotAxes.h"
+#include "tools/ombrel/chart/Scene.h"
 #include "tools/ombrel/chart/TitleCaption.h"
 
 #include <algorithm>
@@ -24,7 +29,8 @@ namespace {
 
 /// In rows of three.
 constexpr std::string_view kOnOverview[] { "lines-constrained", "clustered-years", "areas-stream", "shading-range",
-    "stacked-shares", "grid-polar", "symbols-clouds", "errors-fit", "colours-spectrum" };
+    "stacked-shares", "grid-polar", "symbols-clouds", "errors-fit", "colours-spectrum", "contours-bands",
+    "surfaces-lit", "surfaces-globe" };
 
 /// What the curve draws beyond its points.
 void WidenForCurve(C2DCurve const& curve, AxisRange& y)
@@ -68,6 +74,18 @@ template <typename Visit> void ForCurves(C2DGraph const& graph, Visit const& vis
     }
 }
 
+/// The curve whose colours a key should explain; null when there is none.
+CPlotComponent const* CurveWithKey(CAnnotatedGraph const& graph)
+{
+    for (CPlot const* plot : graph.GetPlotArray()->GetPlots()) {
+        for (CPlotComponent const* curve : plot->GetComponents()) {
+            if (curve->NeedsColourKey())
+                return curve;
+        }
+    }
+    return nullptr;
+}
+
 /// What is to be seen.
 void GetRanges(C2DGraph const& graph, PlotAxisSettings& x, PlotAxisSettings& y)
 {
@@ -81,6 +99,13 @@ void GetRanges(C2DGraph const& graph, PlotAxisSettings& x, PlotAxisSettings& y)
         if (margin == kMarkMargin && curve.IsKindOf(C2DLine::kClass))
             x.margin = kMarkMargin;
     });
+    // Grids end with the axes.
+    if (graph.HasPlotType(it2DContourPlot)) {
+        x.min = x.data.min;
+        x.max = x.data.max;
+        y.min = y.data.min;
+        y.max = y.data.max;
+    }
     for (CPlot const* plot : graph.GetPlotArray()->GetPlots()) {
         auto const* const stacked = DynamicDowncast<C2DStackedBarPlot>(plot);
         if (stacked && stacked->GetPlotStyle() == C2DStackedBarPlot::psPercent)
@@ -155,8 +180,15 @@ private:
     CRect m_whole;
 };
 
-void PlaceAnnotation(C2DGraph& graph, PictureLayout& layout, CDC& dc)
+void PlaceAnnotation(C2DGraph& graph, PictureLayout& layout, PictureLook const& look, CDC& dc)
 {
+    if (CPlotComponent const* const curve = CurveWithKey(graph)) {
+        MapKey key(graph, *curve, curve->GetTitle().ToUtf8(), look, dc);
+        CRect rect = layout.WholeRect();
+        rect.right -= key.Width();
+        layout.LayOutIn(rect);
+        key.Place();
+    }
     CLegend& legend = *graph.GetLegend();
     if (legend.IsOn()) {
         int const style = legend.GetStyle();
@@ -173,15 +205,16 @@ void PlaceAnnotation(C2DGraph& graph, PictureLayout& layout, CDC& dc)
     }
 }
 
-/// The graph of a picture, laid out for a target.
-std::unique_ptr<C2DGraph> MakeGraph(GalleryPicture const& picture, Target const& target, Theme theme)
+using BuildGraph = std::variant_alternative_t<0, BuildPicture>;
+using BuildScene = std::variant_alternative_t<1, BuildPicture>;
+
+std::unique_ptr<C2DGraph> MakeGraph(BuildGraph build, PictureLook const& look, AxesChoice axes, Target const& target)
 {
     auto graph = std::make_unique<C2DGraph>(1);
-    PictureLook const look(picture.theme.value_or(theme));
     ApplyLook(*graph, look);
     graph->SetGraphFrameOn(0);
     SetGrid(*graph, GridChoice::Major, true);
-    picture.build(*graph, look);
+    build(*graph, look);
     if (graph->GetPolarGrid()->IsOn()) {
         ApplyLook(*graph, PolarLookOf(look.theme));
         graph->GetGrid()->SetOn(0);
@@ -191,10 +224,34 @@ std::unique_ptr<C2DGraph> MakeGraph(GalleryPicture const& picture, Target const&
     PutAxesOverFills(*graph);
     graph->UpdatePlots();
     Picture scratch(target);
-    PictureLayout layout(*graph, picture.axes, scratch.GetRect(), scratch.GetDC());
+    PictureLayout layout(*graph, axes, scratch.GetRect(), scratch.GetDC());
     layout.LayOut();
-    PlaceAnnotation(*graph, layout, scratch.GetDC());
+    PlaceAnnotation(*graph, layout, look, scratch.GetDC());
     return graph;
+}
+
+std::unique_ptr<C3DGraph> MakeGraph(BuildScene build, PictureLook const& look, Target const& target)
+{
+    Options options;
+    std::unique_ptr<C3DGraph> scene = MakeScene(options, look);
+    build(*scene, look);
+    scene->UpdatePlots();
+    auto const& curve = static_cast<C3DCurve const&>(*scene->GetPlotArray()->GetAt(0)->GetComponent(0));
+    SceneData data = SceneDataOf(curve);
+    C3DAxis const* const* const axes = scene->GetAxes();
+    data.titles = { axes[0]->GetTitle().ToUtf8(), axes[1]->GetTitle().ToUtf8(), axes[2]->GetTitle().ToUtf8() };
+    Picture scratch(target);
+    LayOutScene(*scene, curve, data, look, scratch, options);
+    return scene;
+}
+
+/// The graph of a picture, laid out for a target.
+std::unique_ptr<CAnnotatedGraph> MakeGraph(GalleryPicture const& picture, Target const& target, Theme theme)
+{
+    PictureLook const look(picture.theme.value_or(theme));
+    if (auto const* const scene = std::get_if<BuildScene>(&picture.build))
+        return MakeGraph(*scene, look, target);
+    return MakeGraph(std::get<BuildGraph>(picture.build), look, picture.axes, target);
 }
 
 } // namespace
@@ -215,7 +272,7 @@ std::string DrawOverview(std::span<GalleryPicture const> pictures, Theme theme)
     whole.title = "Overview";
     Picture overview(whole);
     Target part;
-    part.size = { kOverview.width / kPerRow, kOverview.height / kPerRow };
+    part.size = { kOverview.width / kPerRow, kOverview.height / (static_cast<int>(std::size(kOnOverview)) / kPerRow) };
     int place = 0;
     for (std::string_view const name : kOnOverview) {
         auto const picture = std::find_if(

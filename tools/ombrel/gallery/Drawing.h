@@ -7,13 +7,13 @@ namespace ombrel::host {
 /// In pixels; pages are as large as the large picture is on a screen.
 inline constexpr PictureSize kLargePicture { 900, 560 };
 inline constexpr PictureSize kSmallPicture { 300, 190 };
-/// All nine pictures of the overview together.
-inline constexpr PictureSize kOverview { 1200, 756 };
+/// All twelve pictures of the overview together.
+inline constexpr PictureSize kOverview { 1200, 1008 };
 
 /// The file of the picture, laid out for the target. theme is the gallery's.
 std::string DrawGalleryPicture(GalleryPicture const& picture, Target const& target, Theme theme);
 
-/// Nine small graphs in one bitmap, as a PNG file.
+/// Twelve small graphs in one bitmap, as a PNG file.
 std::string DrawOverview(std::span<GalleryPicture const> pictures, Theme theme);
 
 } // namespace ombrel::host

@@ -4,8 +4,10 @@
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DSeriesPlot.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/graph3d/Surface.h"
 
 #include <span>
+#include <utility>
 
 // What the pictures of the gallery share: the code that they are shown with is all there is besides.
 
@@ -58,6 +60,23 @@ inline void NameTicks(C2DGraph& graph, CStringArray const& names, double margin 
     x.labels = names;
     axes.SetAxis(CAxes::atX, x);
     graph.GetGrid()->SetVertLinesOn(0);
+}
+
+/// Gives the surface heights z = f(x, y) at the nodes of a grid of so many cells each way.
+template <typename Function>
+void SampleGrid(CSurface& surface, CRealPoint from, CRealPoint to, int cells, Function const& f)
+{
+    double const dx = (to.x - from.x) / cells;
+    double const dy = (to.y - from.y) / cells;
+    CTableData heights(cells + 1, cells + 1);
+    for (int j = 0; j <= cells; ++j) {
+        for (int i = 0; i <= cells; ++i)
+            heights.SetAt(j, i, f(from.x + i * dx, from.y + j * dy));
+    }
+    surface.SetTableData(std::move(heights));
+    surface.SetTablePlacement({ from.x, from.y, dx, dy });
+    surface.AlignMeshes();
+    surface.SetDataSourceType(CPlotComponent::dsTable);
 }
 
 inline void NameMonths(C2DGraph& graph, double margin = 0.5)

@@ -5,7 +5,8 @@ namespace ombrel::host {
 std::vector<GalleryPicture> AllGalleryPictures()
 {
     std::vector<GalleryPicture> all;
-    for (auto const& family : { LinePictures(), BarPictures(), AreaPictures(), AxesPictures(), StylePictures() })
+    for (auto const& family : { LinePictures(), BarPictures(), AreaPictures(), ContourPictures(), SurfacePictures(),
+             AxesPictures(), StylePictures() })
         all.insert(all.end(), family.begin(), family.end());
     return all;
 }

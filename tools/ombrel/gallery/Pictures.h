@@ -5,11 +5,13 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 namespace ombrel {
 class C2DGraph;
-}
+class C3DGraph;
+} // namespace ombrel
 
 namespace ombrel::host {
 
@@ -31,8 +33,9 @@ private:
 };
 
 /// Builds the plots of a picture and sets what is not usual about axes, grids and annotation; the rest is laid out for
-/// the picture's size afterwards.
-using BuildPicture = void (*)(C2DGraph& graph, PictureLook const& look);
+/// the picture's size afterwards: axes of a 2D graph, axes and the size of the box in a 3D graph.
+using BuildPicture = std::variant<void (*)(C2DGraph& graph, PictureLook const& look),
+    void (*)(C3DGraph& graph, PictureLook const& look)>;
 
 /// Whether ranges and ticks are chosen for the picture's size, or stay as the graph itself makes them.
 enum class AxesChoice { Fitted, AsBuilt };
@@ -58,6 +61,8 @@ std::vector<GalleryPicture> AllGalleryPictures();
 std::span<GalleryPicture const> LinePictures();
 std::span<GalleryPicture const> BarPictures();
 std::span<GalleryPicture const> AreaPictures();
+std::span<GalleryPicture const> ContourPictures();
+std::span<GalleryPicture const> SurfacePictures();
 std::span<GalleryPicture const> AxesPictures();
 std::span<GalleryPicture const> StylePictures();
 

@@ -18,10 +18,13 @@ struct Function {
 /// The functions of a source that take a graph.
 std::vector<Function> FunctionsOf(std::string_view source)
 {
-    constexpr std::string_view kParameters = "(C2DGraph& graph, ";
+    constexpr std::string_view kParameters = "DGraph& graph, ";
+    constexpr std::size_t kBefore = 3;
     std::vector<Function> functions;
-    for (std::size_t at = source.find(kParameters); at != std::string_view::npos;
-         at = source.find(kParameters, at + 1)) {
+    for (std::size_t found = source.find(kParameters); found != std::string_view::npos;
+         found = source.find(kParameters, found + 1)) {
+        // Where "(C2" or "(C3" begins.
+        std::size_t const at = found - kBefore;
         std::size_t const line = source.rfind('\n', at) + 1;
         std::size_t const body = source.find("\n{\n", at);
         std::size_t const end = source.find("\n}\n", at);

@@ -1,6 +1,7 @@
 #include "tools/ombrel/grid/HeightFile.h"
 #include "ombrel/graph3d/Surface.h"
 #include "ombrel/platform/framework/Exception.h"
+#include "ombrel/platform/framework/Number.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/chart/Document.h"
@@ -65,6 +66,25 @@ HeightTitles TitlesOfDem(CUSGSDEM const& dem)
         std::string("elevation / ") + (dem.GetHeader().elevationUnits == 1 ? "ft" : "m"), true };
 }
 
+/// Elevations count steps of the model's resolution.
+void ScaleElevations(CSurface& surface, std::string const& name, Messages const& messages)
+{
+    auto const step = static_cast<double>(surface.GetDEM().GetHeader().zResolution);
+    if (!(step > 0.0) || !std::isfinite(step) || step == 1.0)
+        return;
+    CTableData scaled;
+    surface.GetTableData(scaled);
+    for (int r = 0; r < scaled.GetNumRows(); ++r) {
+        for (int c = 0; c < scaled.GetNumCols(); ++c) {
+            double const value = scaled.GetAt(r, c);
+            if (!IsGap(value))
+                scaled.SetAt(r, c, value * step);
+        }
+    }
+    surface.SetTableData(std::move(scaled));
+    messages.Note(name + ": elevations are multiplied by the resolution of " + FormatNumber(step, 'g', 7));
+}
+
 } // namespace
 
 bool IsHeightFile(std::string const& path)
@@ -95,6 +115,8 @@ HeightTitles GiveHeights(HeightFile&& file, CSurface& surface, Messages const& m
         if (!WithErrors([&] { return surface.SetPathname(CString(file.name)); }))
             throw Failure(kDataFault, file.name + ": cannot be read");
         surface.SetDataSourceType(CPlotComponent::dsTable);
+        if (surface.GetFileType() == CSurface::ftDEM)
+            ScaleElevations(surface, file.name, messages);
         return surface.GetFileType() == CSurface::ftDEM ? TitlesOfDem(surface.GetDEM())
                                                         : HeightTitles { "x", "y", "z" };
     }

@@ -1,0 +1,80 @@
+#include "tools/ombrel/chart/MapKey.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/Axes.h"
+#include "tools/ombrel/chart/HeightColours.h"
+#include "tools/ombrel/chart/LegendPlacement.h"
+
+#include <algorithm>
+
+namespace ombrel::host {
+
+namespace {
+
+/// The text in short lines, broken at blanks; a unit stays with its stroke.
+std::string InLines(std::string text)
+{
+    constexpr std::size_t kLongLine = 14;
+    std::size_t start = 0;
+    for (std::size_t at = text.find(' '); at != std::string::npos; at = text.find(' ', at + 1)) {
+        std::size_t const word = text.compare(at, 3, " / ") == 0 ? at + 3 : at + 1;
+        std::size_t const next = std::min(text.find(' ', word), text.size());
+        if (next - start > kLongLine) {
+            text[at] = '\n';
+            start = at + 1;
+        }
+        at = word - 1;
+    }
+    return text;
+}
+
+} // namespace
+
+MapKey::MapKey(C2DGraph& graph, CPlotComponent const& curve, std::string const& title, Look const& look, CDC& dc)
+    : m_graph(graph)
+    , m_key(*graph.AddColourKey(CPoint(0, 0), curve.GetTag()))
+    , m_dc(dc)
+{
+    ApplyLook(m_key, look);
+    m_key.SetBoundingRectOn(0);
+    SetKeyLabels(m_key, curve);
+    if (title.empty())
+        return;
+    m_title = graph.AddCaption(CPoint());
+    m_title->SetText(CString(InLines(title)));
+    ApplyLook(*m_title, look);
+    m_title->SetBoundingRectOn(0);
+    m_title->SetTransparentBkgnd(1);
+}
+
+int MapKey::Width()
+{
+    SetReadableFont(m_key, m_graph, m_dc);
+    if (m_title)
+        SetReadableFont(*m_title, m_graph, m_dc);
+    int const title = m_title ? static_cast<int>(m_title->Measure(&m_dc).cx) : 0;
+    return std::max(static_cast<int>(m_key.Measure(&m_dc).cx), title) + m_graph.GetAxes()->GetFontHeight();
+}
+
+void MapKey::Place()
+{
+    CRect const window = m_graph.GetWindowRect();
+    CRect const axes = m_graph.GetAxesRect();
+    CSize const key = m_key.Measure(&m_dc);
+    CSize title = m_title ? m_title->Measure(&m_dc) : CSize(0, 0);
+    // The colours matter more than their name.
+    if (m_title && title.cy + key.cy > window.Height()) {
+        m_title->SetOn(0);
+        title.cy = 0;
+    }
+    auto const left = [&](CSize size) {
+        return std::min<int>(axes.right + m_graph.GetAxes()->GetFontHeight(), window.right - size.cx);
+    };
+    int const top = std::max<int>(window.top, axes.top + (axes.Height() - key.cy - title.cy) / 2);
+    // From fractions of the axes.
+    if (m_title)
+        m_title->Create(CRealPoint(static_cast<double>(left(title) - axes.left) / std::max<LONG>(axes.Width(), 1),
+            static_cast<double>(top - axes.top) / std::max<LONG>(axes.Height(), 1)));
+    m_key.Create(CPoint(left(key), top + title.cy));
+}
+
+} // namespace ombrel::host

@@ -1,0 +1,33 @@
+#pragma once
+#include "tools/ombrel/chart/Look.h"
+
+#include <string>
+
+namespace ombrel {
+class C2DGraph;
+class CCaption;
+class CColourKey;
+class CDC;
+class CPlotComponent;
+} // namespace ombrel
+
+namespace ombrel::host {
+
+/// A key of a curve's colours and the name of what they mean, at the right of a map. The graph owns both.
+class MapKey {
+public:
+    /// title may be empty. dc is a context like the one that will be drawn on.
+    MapKey(C2DGraph& graph, CPlotComponent const& curve, std::string const& title, Look const& look, CDC& dc);
+    /// The pixels that both take from the graph's rectangle, once the graph has been laid out.
+    int Width();
+    /// Puts both in the middle of the height of the axes, beside them.
+    void Place();
+
+private:
+    C2DGraph& m_graph;
+    CColourKey& m_key;
+    CDC& m_dc;
+    CCaption* m_title = nullptr;
+};
+
+} // namespace ombrel::host
