@@ -2,6 +2,7 @@
 
 #include "ombrel/Init.h"
 #include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/platform/framework/Archive.h"
 
 #include <cstddef>
@@ -31,6 +32,10 @@ void Exercise(CGraph& graph)
 extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
     OmbrelInit();
+    // Without OpenGL, graphs in space would be refused rather than drawn.
+    C3DGraph graph(1);
+    CDIB target(8, 8, 24);
+    graph.Draw(target.GetDC(), { 0, 0, 8, 8 }, pmOffScreen);
     return 0;
 }
 

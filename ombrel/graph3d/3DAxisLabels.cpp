@@ -51,14 +51,14 @@ public:
         SavedDC const saved(m_dc);
         m_dc.SelectObject(&font);
         CSize const extent = m_dc.GetTextExtent(text);
-        return { VUNearest(extent.cx * data.sizeFactor), VUNearest(extent.cy * data.sizeFactor) };
+        auto const scaled
+            = [&data](int length) { return VUNearest(std::clamp(length * data.sizeFactor, -kFarthest, kFarthest)); };
+        return { scaled(extent.cx), scaled(extent.cy) };
     }
-    /// A point of the box in the picture, y down; nothing for one behind the eye, or so far out that sums of pixels
-    /// would be no numbers.
+    /// A point of the box in the picture, y down; nothing for one behind the eye, or too far out.
     std::optional<CPoint> ToPicture(CVertex const& v) const
     {
         std::optional<CVertex> const window = m_picture.camera.Project(v);
-        constexpr double kFarthest = 1e6;
         if (!window || !(std::fabs(window->X()) < kFarthest && std::fabs(window->Y()) < kFarthest))
             return {};
         return CPoint(VUNearest(window->X()), m_windowHeight - VUNearest(window->Y()));
@@ -87,6 +87,9 @@ public:
     }
 
 private:
+    /// In pixels: sums of what is farther out or larger would be no numbers.
+    static constexpr double kFarthest = 1e6;
+
     Picture3D& m_picture;
     CDC& m_dc;
     int m_height;

@@ -21,7 +21,7 @@ double CSurfaceMesh::GetRadius(double x, double y, double z) const
     return m_surface && m_surface->IsCylindrical() ? std::sqrt(x * x + y * y) : std::sqrt(x * x + y * y + z * z);
 }
 
-bool CSurfaceMesh::UsesBoundary() const { return m_surface && m_surface->GetUseBoundary() != 0 && !m_boundary.empty(); }
+bool CSurfaceMesh::UsesBoundary() const { return m_surface && m_surface->GetUseBoundary() != 0 && HasBoundary(); }
 
 void CSurfaceMesh::SetXYZVal(int i, int j, double x, double y, double z)
 {
@@ -107,13 +107,14 @@ CVertex CSurfaceMesh::GetNormalisedVertex(int i, int j) const
 int CSurfaceMesh::GetBoundaryFlag(int i, int j) const
 {
     std::size_t const n = GetIndex(i, j);
-    return m_boundary.empty() ? 1 : m_boundary[n];
+    return HasBoundary() ? m_boundary[n] : 1;
 }
 
 void CSurfaceMesh::SetBoundaryFlag(int i, int j, int inside)
 {
     std::size_t const n = GetIndex(i, j);
-    m_boundary.resize(m_z.size(), 1);
+    if (!HasBoundary())
+        m_boundary.assign(m_z.size(), 1);
     m_boundary[n] = inside ? 1 : 0;
 }
 

@@ -112,6 +112,8 @@ private:
         }
     };
     bool UsesBoundary() const;
+    /// A boundary that was set on a grid of another size says nothing about this one.
+    bool HasBoundary() const { return !m_boundary.empty() && m_boundary.size() == m_z.size(); }
 
     CSurface* m_surface;
     std::array<Range, 4> m_ranges;

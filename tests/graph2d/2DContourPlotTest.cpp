@@ -1,4 +1,5 @@
 #include "ombrel/graph2d/2DContourPlot.h"
+#include "ombrel/annotation/ColourKey.h"
 #include "ombrel/colour/ColourMap.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
@@ -13,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 
 namespace ombrel::test {
 namespace {
@@ -106,7 +108,9 @@ TEST(Contours2D, LevelsAndColoursFollowTheirMode)
         std::size_t const n = one.levels.size();
         ASSERT_EQ(colours.GetSize(), static_cast<int>(n));
         for (std::size_t k = 0; k < n; ++k)
-            EXPECT_EQ(colours[static_cast<int>(k)], c.MapColour(n < 2 ? 0 : k * (100.0 / (n - 1)), 0, 100)) << k;
+            EXPECT_EQ(colours[static_cast<int>(k)],
+                c.MapColour(n < 2 ? 0 : static_cast<double>(k) * (100.0 / static_cast<double>(n - 1)), 0, 100))
+                << k;
         // Of bands: one more, and the lowest value before the levels.
         c.curve.SetDisplayMode(C2DContourCurve::dmShading);
         c.curve.GetContourColourKeyEntries(colours, values);
@@ -367,6 +371,38 @@ TEST(Contours2D, ArchiveFollowsTheCurveWithItsSurface)
     C2DContourCurve loaded;
     ASSERT_TRUE(Load(loaded, all));
     EXPECT_EQ(Stored(loaded), all);
+}
+
+TEST(Contours2D, AreDrawnWhateverTheSettings)
+{
+    constexpr double kHuge = std::numeric_limits<double>::max();
+    constexpr int kCounts[] = { std::numeric_limits<int>::max(), std::numeric_limits<int>::min(), 0 };
+    SetMessageBoxFunction([](CString const&, CString const&, UINT) {});
+    for (double const value : { 0.0, 1e-300, 1e-5, -1.0, std::nan(""), HUGE_VAL, kHuge }) {
+        ContourGraph c({ { 0, value, -value, 1 }, { 1, 2 * value, 3, 4 } });
+        c.surface.SetArbContourLevels({ value, -value });
+        for (int const count : kCounts) {
+            for (int mode = -1; mode <= 3; ++mode) {
+                c.curve.SetDisplayMode(mode);
+                c.curve.SetLevelMode((mode + 2) % 4);
+                c.curve.SetNumContours(count);
+                c.curve.SetLineThickness(count);
+                c.curve.SetContourColourMode(mode == 0 ? 0 : 1);
+                c.Spaced(value == 0.0 ? 1e9 : value, value);
+                c.curve.SetLevelMode((mode + 2) % 4);
+                // A key goes when its curve needs none.
+                CColourKeyArray& keys = *c.graph.GetColourKeyArray();
+                CColourKey& key
+                    = keys.GetSize() > 0 ? *keys.GetAt(0) : *c.graph.AddColourKey({ 5, 5 }, c.curve.GetTag());
+                key.SetNumTicks(count);
+                key.SetLabelMode(count);
+                key.SetMinAndDel(value, value);
+                c.Draw();
+                c.surface.SetXMax(value);
+            }
+        }
+    }
+    SetMessageBoxFunction({});
 }
 
 } // namespace
