@@ -91,6 +91,7 @@ std::unique_ptr<C2DGraph> MakeContourMap(
     AddTitle(graph, OneLine(options.title), look);
     C2DContourCurve& curve = AddCurve(graph);
     CSurface& surface = *curve.GetSurface();
+    std::string const name = file.name;
     HeightTitles const titles = GiveHeights(std::move(file), surface, messages);
     LoadHeightMap(options.surface.colourMap, *surface.GetWireframeColourmap());
     if (options.surface.zRange) {
@@ -99,6 +100,7 @@ std::unique_ptr<C2DGraph> MakeContourMap(
     }
     curve.SetDataSourceType(CPlotComponent::dsTable);
     graph.UpdatePlots();
+    CheckHeights(surface, name, messages);
     AxisRange heights;
     surface.GetZRange(heights.min, heights.max);
     SetLevels(curve, options.surface, heights, look);

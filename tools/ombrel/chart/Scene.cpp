@@ -92,13 +92,17 @@ std::array<double, 3> Proportions(SceneData const& data, SurfaceOptions const& o
     double const longer = std::max(width, depth);
     double const height = WidthOf(data.z);
     if (data.inSpace) {
-        double const longest = std::max(longer, height);
-        return { width / longest, depth / longest, height / longest * options.verticalScale.value_or(1.0) };
+        double const high = height * options.verticalScale.value_or(1.0);
+        double const longest = std::max(longer, high);
+        return { width / longest, depth / longest, high / longest };
     }
     bool const isAlike = longer <= kMostAlike * std::min(width, depth);
     double const sx = data.titles.sameUnits || isAlike ? width / longer : 1.0;
     double const sy = data.titles.sameUnits || isAlike ? depth / longer : 1.0;
-    return { sx, sy, options.verticalScale.value_or(data.titles.sameUnits ? kReliefHeight : kUsualHeight) };
+    double const sz = options.verticalScale.value_or(data.titles.sameUnits ? kReliefHeight : kUsualHeight);
+    // The camera sees a box whose longest side is about 1.
+    double const longest = std::max(sz, 1.0);
+    return { sx / longest, sy / longest, sz / longest };
 }
 
 /// What is drawn of the scene, in a bitmap of a picture's proportions.
@@ -137,28 +141,36 @@ private:
     CDIB m_bitmap;
 };
 
-/// The titles of the x and y axes stand far from short axes, but never outside of the graph: fitted without them, the
-/// scene leaves them just the room at its edges.
-class WithoutTitles {
+/// The box with axes and labels, which is what a scene is fitted by: plots lie inside of the box and take long to draw.
+/// Nor have the x and y axes their titles, which stand far from short axes but never outside of the graph: fitted
+/// without them, the scene leaves them just the room at its edges.
+class BoxAlone {
 public:
-    explicit WithoutTitles(C3DGraph& scene)
+    explicit BoxAlone(C3DGraph& scene)
         : m_scene(scene)
+        , m_plots(scene.GetPlotArray()->GetPlots().begin(), scene.GetPlotArray()->GetPlots().end())
     {
+        scene.GetPlotArray()->RemoveAll();
         for (std::size_t i = 0; i < m_titles.size(); ++i) {
             m_titles[i] = scene.GetAxes()[i]->GetTitle();
             scene.GetAxes()[i]->SetTitle("");
         }
     }
-    ~WithoutTitles()
+    ~BoxAlone()
     {
         for (std::size_t i = 0; i < m_titles.size(); ++i)
             m_scene.GetAxes()[i]->SetTitle(m_titles[i]);
+        for (CPlot* const plot : m_plots)
+            m_scene.GetPlotArray()->Add(plot);
+        // What changed meanwhile was told to the axes alone.
+        m_scene.UpdateZVals();
     }
-    WithoutTitles(WithoutTitles const&) = delete;
-    WithoutTitles& operator=(WithoutTitles const&) = delete;
+    BoxAlone(BoxAlone const&) = delete;
+    BoxAlone& operator=(BoxAlone const&) = delete;
 
 private:
     C3DGraph& m_scene;
+    std::vector<CPlot*> m_plots;
     std::array<CString, 2> m_titles;
 };
 
@@ -249,7 +261,7 @@ int FitScene(C3DGraph& scene, Picture& picture, int stripAtRight, Options const&
         scale);
     int const antialiased = scene.GetAntialiasMode();
     scene.SetAntialiasMode(0);
-    auto untitled = std::make_unique<WithoutTitles>(scene);
+    auto boxAlone = std::make_unique<BoxAlone>(scene);
     CRect extent;
     // What reaches the edge of the room may reach beyond it, how far is not known: the largest view that is whole
     // counts.
@@ -270,6 +282,9 @@ int FitScene(C3DGraph& scene, Picture& picture, int stripAtRight, Options const&
             whole = ViewOf(scene);
         double const fit = std::min(static_cast<double>(inside.Width()) / extent.Width(),
             static_cast<double>(inside.Height()) / extent.Height());
+        constexpr double kGoodFit = 0.02;
+        if (!isCut && std::abs(fit - 1.0) < kGoodFit)
+            break;
         double const unit = PixelsPerUnit(scene, graph);
         // The place where the middle of what is drawn lies, from the middle of the room.
         double const right = (extent.left + extent.right - inside.left - inside.right) / 2.0;
@@ -281,7 +296,7 @@ int FitScene(C3DGraph& scene, Picture& picture, int stripAtRight, Options const&
     }
     SetView(scene, whole);
     scene.SetZoomFactor(scene.GetZoomFactor() * options.surface.zoom);
-    untitled.reset();
+    boxAlone.reset();
     // In a wide picture, what stands beside the scene should not stand far from it.
     constexpr double kHalfEmpty = 0.75;
     bool const isWide = stripAtRight > 0 && extent.right - inside.left < kHalfEmpty * inside.Width();
@@ -327,6 +342,19 @@ std::unique_ptr<C3DGraph> MakeScene(Options const& options, Look const& look)
     return owner;
 }
 
+namespace {
+
+CColourKey& AddKey(C3DGraph& scene, C3DCurve const& curve, Look const& look)
+{
+    CColourKey& key = *scene.AddColourKey(CPoint(0, 0), curve.GetTag());
+    ApplyLook(key, look);
+    key.SetBoundingRectOn(0);
+    SetKeyLabels(key, curve);
+    return key;
+}
+
+} // namespace
+
 void LayOutScene(C3DGraph& scene, C3DCurve const& curve, SceneData const& data, Look const& look, Picture& picture,
     Options const& options)
 {
@@ -334,23 +362,21 @@ void LayOutScene(C3DGraph& scene, C3DCurve const& curve, SceneData const& data, 
     CDC& dc = picture.GetDC();
     SetSceneAxes(scene, data, options);
     scene.SetGraphAndWindowRect(window, window);
-    CColourKey* key = nullptr;
-    int strip = 0;
     // Under an image, colours mean nothing.
-    if (options.surface.key == KeyChoice::Auto && curve.NeedsColourKey() && options.surface.texture.empty()) {
-        key = scene.AddColourKey(CPoint(0, 0), curve.GetTag());
-        ApplyLook(*key, look);
-        key->SetBoundingRectOn(0);
-        SetKeyLabels(*key, curve);
-        strip = key->Measure(&dc).cx * 5 / 4;
-        key->SetOn(0);
+    bool const hasKey
+        = options.surface.key == KeyChoice::Auto && curve.NeedsColourKey() && options.surface.texture.empty();
+    int strip = 0;
+    if (hasKey) {
+        strip = AddKey(scene, curve, look).Measure(&dc).cx * 5 / 4;
+        // While its curve is away, a key goes.
+        scene.GetColourKeyArray()->RemoveAt(0);
     }
     int const right = FitScene(scene, picture, strip, options);
-    if (key) {
-        key->SetOn(1);
-        CSize const size = key->Measure(&dc);
+    if (hasKey) {
+        CColourKey& key = AddKey(scene, curve, look);
+        CSize const size = key.Measure(&dc);
         int const left = std::min(right + (strip - size.cx) * 2, window.right - (strip + size.cx) / 2);
-        key->Create(CPoint(left, window.top + (window.Height() - size.cy) / 2));
+        key.Create(CPoint(left, window.top + (window.Height() - size.cy) / 2));
     }
     PlaceTitleIn(scene, TitleRoom(window, scene), dc);
 }

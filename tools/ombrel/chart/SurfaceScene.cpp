@@ -144,12 +144,14 @@ std::unique_ptr<C3DGraph> MakeSurfaceScene(
     AddTitle(scene, OneLine(options.title), look);
     CPlot* const plot = scene.AddPlot(itSurfacePlot);
     auto& surface = static_cast<CSurface&>(*plot->CreateCurve());
+    std::string const name = file.name;
     HeightTitles const titles = GiveHeights(std::move(file), surface, messages);
     SetCoordinates(surface, options.surface.coordinates);
     SetColours(surface, options.surface);
     SetWireframe(surface, options.surface);
     SetTexture(surface, options.surface.texture);
     scene.UpdatePlots();
+    CheckHeights(surface, name, messages);
     double low = 0.0;
     double high = 0.0;
     surface.GetUntransformedDataRange(low, high);

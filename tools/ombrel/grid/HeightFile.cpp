@@ -136,4 +136,18 @@ HeightTitles GiveHeights(HeightFile&& file, CSurface& surface, Messages const& m
     return { grid.x.title, grid.y.title, grid.title, false };
 }
 
+void CheckHeights(CSurface const& surface, std::string const& name, Messages const& messages)
+{
+    CSurfaceMesh const& mesh = *surface.GetSurfaceMesh();
+    if (!mesh.HasRange())
+        throw Failure(kDataFault, name + ": there is nothing to draw: all heights are gaps");
+    for (int j = 0; j < mesh.GetNumRows(); ++j) {
+        for (int i = 0; i < mesh.GetNumCols(); ++i) {
+            if (!mesh.IsCellMissing(i, j))
+                return;
+        }
+    }
+    messages.Warning(name + ": nothing is drawn: every cell of the grid has a gap at a corner");
+}
+
 } // namespace ombrel::host

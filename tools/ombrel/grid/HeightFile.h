@@ -39,4 +39,8 @@ HeightFile ReadHeightFile(Options const& options, InputFile& file, Messages cons
 /// Hands the heights over to the surface, which reads its file now, as data of a table. Throws Failure and Error.
 HeightTitles GiveHeights(HeightFile&& file, CSurface& surface, Messages const& messages);
 
+/// Looks at the heights of an evaluated surface: throws Failure when there is none, and warns when no cell of the grid
+/// has all of its four. name is how messages call the file.
+void CheckHeights(CSurface const& surface, std::string const& name, Messages const& messages);
+
 } // namespace ombrel::host
