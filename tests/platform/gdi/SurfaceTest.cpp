@@ -80,7 +80,7 @@ TEST(RecordingSurface, HoldsByValueWhatIsDrawn)
     CPoint const points[] = { { 1, 2 }, { 3, 4 }, { 9, 2 } };
     CRect const all(0, 0, 4, 4);
     // Of every three the outer ones are equal.
-    for (std::uint32_t const pixel : { 0, 1, 0 }) {
+    for (std::uint32_t const pixel : { 0U, 1U, 0U }) {
         Raster raster(4, 4, 24);
         raster.Row(1)[2] = pixel;
         surface.Image({ &raster, all, all, SRCCOPY, 0, 0xFFFFFF, 0xFFFFFF }, {});
