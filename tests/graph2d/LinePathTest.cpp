@@ -95,5 +95,38 @@ TEST(LinePath, MergedLinesCoverThePixelsOfAllPoints)
     }
 }
 
+TEST(LinePath, DashedColumnsAreSolidWhereTheirMovesOutgrowTheLimit)
+{
+    // A hundred points in one column of pixels: up and down by about three, or up all the way. Nothing is dashed
+    // before or behind a solid column.
+    struct {
+        std::function<double(int)> y;
+        int maxLength;
+        std::size_t dashed;
+        std::size_t solid;
+    } const cases[] {
+        { [](int i) { return i % 2 ? 0.5 : 0.5 + 3.0 / kSize.cy; }, 1000, 100, 0 },
+        { [](int i) { return i % 2 ? 0.5 : 0.5 + 3.0 / kSize.cy; }, 20, 0, 2 },
+        { [](int i) { return i / 100.0; }, 20, 2, 0 },
+    };
+    for (auto const& c : cases) {
+        CTableData table(2, 100);
+        for (int i = 0; i < 100; ++i) {
+            table.SetAt(0, i, 0.5);
+            table.SetAt(1, i, c.y(i));
+        }
+        PointSummary summary;
+        summary.Update(table);
+        LinePath dashed;
+        LinePath solid;
+        dashed.Clear();
+        solid.Clear();
+        AddDashedLines(
+            dashed, solid, { table.GetRow(0), table.GetRow(1), 100, &summary }, Drawing(false).map, c.maxLength);
+        EXPECT_EQ(dashed.points.size(), c.dashed) << c.maxLength;
+        EXPECT_EQ(solid.points.size(), c.solid) << c.maxLength;
+    }
+}
+
 } // namespace
 } // namespace ombrel

@@ -87,6 +87,10 @@ TEST_F(Command, GivesTheSameBytesWhateverTheClockAndTheLocaleSay)
     RunWell("plot co2.csv -o b.pdf", "SOURCE_DATE_EPOCH=86400");
     RunWell("plot co2.csv -o c.pdf");
     EXPECT_TRUE(m_files.Read("b.pdf") != m_files.Read("c.pdf"));
+    RunWell("plot co2.csv --title Air -o b.ps", "SOURCE_DATE_EPOCH=86400");
+    EXPECT_THAT(m_files.Read("b.pdf"), HasSubstr("/CreationDate (19700102000000Z)"));
+    EXPECT_THAT(m_files.Read("b.ps"),
+        AllOf(HasSubstr("\n%%CreationDate: 1970-01-02T00:00:00Z\n"), HasSubstr("\n%%Title: Air\n")));
 }
 
 TEST_F(Command, PutsSeveralFilesInOneGraph)
@@ -196,6 +200,16 @@ TEST_F(Command, DocumentsKeepTheGraphAndTheirBytes)
     // At another size and on a page the document stays what it is.
     RunWell("b.doc --page A5 -o b.pdf --save c.doc");
     ExpectSame("a.doc", "c.doc");
+    // Its title is in the middle there, too.
+    m_files.Write("one.csv", "x,y\n1,2\n2,3\n");
+    RunWell("plot one.csv --title Air -o wide.svg --save a1.doc");
+    RunWell("plot one.csv --title Air --page 100x200 -o plot.svg");
+    RunWell("a1.doc --page 100x200 -o draw.svg");
+    auto const titleAt = [this](char const* name) {
+        std::string const page = m_files.Read(name);
+        return std::stod(page.substr(page.rfind("x=\"", page.find(">Air</text>")) + 3));
+    };
+    EXPECT_NEAR(titleAt("draw.svg"), titleAt("plot.svg"), 15.0);
     RunWell("draw - -o d.png < a.doc");
     ExpectSame("a.png", "d.png");
 }
@@ -229,13 +243,13 @@ TEST_F(Command, ReadsTheContentsOfAGraphWithoutItsReferenceAndNothingDamaged)
 
 TEST_F(Command, InfoDescribesTables)
 {
-    m_files.Write("t.csv", "when,°C,word\n2020-01-01,1.5,x\n2020-01-03,,y\n");
+    m_files.Write("t.csv", "when,°C (°F),word\n2020-01-01,1.5,x\n2020-01-03,,y\n");
     EXPECT_EQ(RunWell("info t.csv"),
         "t.csv: table of 2 rows and 3 columns; separator \",\", decimal point, with names\n"
-        "  column  name  type     gaps  range\n"
-        "  1       when  dates    0     2020-01-01 to 2020-01-03\n"
-        "  2       °C    numbers  1     1.5 to 1.5\n"
-        "  3       word  texts    0\n");
+        "  column  name     type     gaps  range\n"
+        "  1       when     dates    0     2020-01-01 to 2020-01-03\n"
+        "  2       °C (°F)  numbers  1     1.5 to 1.5\n"
+        "  3       word     texts    0\n");
     EXPECT_THAT(RunWell("info t.csv --header no"), StartsWith("t.csv: table of 3 rows and 3 columns; separator"));
     m_files.Write("bad.csv", "x,y\n1,2\n2,3\n3,oops\n");
     EXPECT_THAT(RunWell("info bad.csv"), HasSubstr("line 4 holds \"oops\""));

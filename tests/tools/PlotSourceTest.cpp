@@ -224,7 +224,7 @@ TEST_F(PlotSources, SayWhatIsWrongWithTheirColumns)
         { kTable, { "-y", "b" }, "-y b: t has no such column; it has column 1 (day), column 2 (a), column 3 (word)" },
         { kTable, { "--by", "4" },
             "--by 4: t has no such column; it has column 1 (day), column 2 (a), column 3 (word)" },
-        { kTable, { "-y", "3" }, "t: column 3 (word): expected numbers, found texts such as \"x\"" },
+        { kTable, { "-y", "2,3" }, "t: column 3 (word): expected numbers, found texts such as \"x\"" },
         { "a,b\n,1\n,2\n", {}, "t: column 1 (a): expected numbers, dates or words, found only gaps" },
         { "a,b\nx,y\n", {}, "t: expected a column of numbers, found none; column 2 (b) holds texts such as \"y\"" },
         { "a,b,c\n1,2,3\n2,3,-1\n", { "-y", "b", "--error", "c" },

@@ -451,6 +451,7 @@ TEST_F(Plots, HaveAxesOverBarsAndAreasAndALineAtZero)
     }
     for (auto const& [options, order] : { std::pair("", "C2DGrid CAxes C2DLine C2DLine C2DLine "),
              std::pair("-y a --error e --kind filled", "C2DGrid C2DErrorBarCurve C2DLine CAxes "),
+             std::pair("-y a --polar --kind filled", "C2DGrid CAxes C2DLine "),
              std::pair("-y a --error e --kind bar", "C2DGrid C2DBarCurve CAxes C2DErrorBarCurve "),
              std::pair("-y a,b --error e --kind clustered",
                  "C2DGrid C2DClusteredBarPlot CAxes C2DErrorBarCurve C2DErrorBarCurve ") }) {

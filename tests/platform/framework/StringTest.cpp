@@ -160,6 +160,7 @@ TEST(String, FormatsNumbersAsPrintfDoes)
 TEST(String, FormatConvertsWrongAndLeavesOutMissingArguments)
 {
     EXPECT_EQ(Formatted("%s|%5s|%-5s|%.2s|%c", "abc", CString("ü"), "x", "long", u'é'), "abc|    ü|x    |lo|é");
+    EXPECT_EQ(Formatted("%.0s|%2.0s|%.s", "abc", "abc", "abc"), "|  |");
     EXPECT_EQ(Formatted("%*d|%-*d|%.*f", 5, 42, 4, 7, 2, 1.0), "   42|7   |1.00");
     EXPECT_EQ(Formatted("%d %s %s %f", 2.9, 7, 0.5, 3), "2 7 0.5 3.000000");
     EXPECT_EQ(Formatted("%d %g", "12abc", "2.5"), "12 2.5");

@@ -131,6 +131,12 @@ TEST(EllipsePixels, ArcsBeginPastTheirStartAndLeaveOutTheirLastPixel)
     };
     for (auto const& [start, end, pixels] : cases)
         EXPECT_EQ(ArcPixels(box, start, end), pixels) << start.x << ',' << start.y;
+    // Ends exactly on a pixel: above the middle it belongs to what comes after, below to what comes before.
+    EXPECT_THAT(ArcPixels({ 0, 0, 4, 4 }, { -1, 1 }, { 5, 3 }),
+        ElementsAre(CPoint(0, 1), CPoint(0, 2), CPoint(1, 3), CPoint(2, 3)));
+    EXPECT_THAT(ArcPixels({ 0, 0, 4, 4 }, { 5, 3 }, { -1, 1 }), ElementsAre(CPoint(3, 1), CPoint(2, 0)));
+    EXPECT_THAT(ArcPixels({ 0, 0, 4, 4 }, { 5, 1 }, { -1, 3 }),
+        ElementsAre(CPoint(3, 1), CPoint(2, 0), CPoint(1, 0), CPoint(0, 1)));
     EXPECT_EQ(ArcPixels(box, { 9, 2 }, { 9, 2 }).size(), 11u);
     EXPECT_THAT(ArcPixels({ 3, 3, 3, 9 }, { 0, 0 }, { 9, 9 }), IsEmpty());
 }

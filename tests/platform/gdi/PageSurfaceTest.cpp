@@ -127,6 +127,10 @@ TEST(PageSurface, TheSameDrawingGivesTheSameCompleteDocument)
         EXPECT_TRUE(page->Finish().empty()) << "it has ended";
     }
     EXPECT_THAT(MakePage(PageFormat::PostScript, DrawEverything), HasSubstr("%%CreationDate: 2023-11-14T22:13:20Z\n"));
+    std::string const pdf = MakePage(PageFormat::Pdf, DrawEverything);
+    EXPECT_THAT(pdf, HasSubstr("/CreationDate (20231114221320"));
+    // In the sixteen bits of a character that ASCII does not have.
+    EXPECT_THAT(pdf, HasSubstr("/Title <FEFF0047007200F600DF00650020003C00200033>"));
 }
 
 TEST(PageSurface, SvgTextIsTextOfThePlatformsWidth)

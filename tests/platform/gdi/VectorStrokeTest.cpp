@@ -239,6 +239,37 @@ TEST(SmoothLine, CoverageAddsUpToTheBandsArea)
     }
 }
 
+TEST(SmoothLine, DashesCoverTheirPixelsWholly)
+{
+    double const dashes[] { 2, 1 };
+    std::vector<int> expected(16, 0);
+    for (std::size_t const start : { 2U, 8U }) {
+        std::fill_n(expected.begin() + static_cast<std::ptrdiff_t>(start + 1), 3, 255);
+        expected[start] = expected[start + 4] = 128;
+    }
+    for (bool const upright : { false, true }) {
+        auto const rows = Coverage(
+            16, 16, Pen(2, dashes), upright ? Points { { 4, 2 }, { 4, 13 } } : Points { { 2, 4 }, { 13, 4 } });
+        for (std::size_t i = 3; i < 16; ++i)
+            EXPECT_EQ(upright ? rows[i][4] : rows[4][i], expected[i]) << upright << " at " << i;
+    }
+}
+
+TEST(SmoothLine, CrossingBandsLeaveWhatTheOtherCovered)
+{
+    double const dashes[] { 30, 1 };
+    for (auto const& pen : { Pen(2), Pen(2, dashes) }) {
+        // The edges of each band lie upon the other's middle.
+        auto const level = Coverage(16, 16, pen, { { 2, 6 }, { 12, 6 }, { 12, 12 }, { 6, 12 }, { 6, 2 } });
+        auto const slanted = Coverage(16, 16, pen, { { 2, 6 }, { 12, 6 }, { 12, 12 }, { 4, 12 }, { 8, 2 } });
+        for (std::size_t i = 4; i < 11; ++i) {
+            EXPECT_EQ(level[6][i], 255) << i;
+            EXPECT_EQ(level[i][6], 255) << i;
+            EXPECT_EQ(slanted[6][i], 255) << i;
+        }
+    }
+}
+
 TEST(SmoothLine, VerticesLeaveNoGap)
 {
     auto const straight = Coverage(40, 20, Pen(2), { { 3, 3 }, { 11, 7 }, { 19, 11 }, { 35, 19 } });

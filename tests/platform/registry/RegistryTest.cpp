@@ -215,9 +215,10 @@ TEST(RegistryDocument, SkipsDamagedLinesAndKeepsThemInPlace)
                              "ok = of a key that nobody knows\n"
                              "[Bro\tken]\n"
                              "[Last]\n"
+                             "\xEF\xBB\xBF[Marked]\n"
                              "ok = 3\n";
     auto document = ParseRegistry(text);
-    EXPECT_EQ(document.GetDamagedLines(), 12);
+    EXPECT_EQ(document.GetDamagedLines(), 13);
     EXPECT_EQ(Found(document, "Good", "ok"), "1");
     EXPECT_EQ(Found(document, "Good", "bad"), "(none)");
     EXPECT_EQ(Found(document, "Broken", "ok"), "(none)");
