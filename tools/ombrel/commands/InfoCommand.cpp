@@ -1,13 +1,19 @@
 #include "tools/ombrel/commands/InfoCommand.h"
+#include "ombrel/graph2d/2DContourPlot.h"
 #include "ombrel/graph2d/2DCurve.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/graph3d/3DAxis.h"
+#include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/Surface.h"
 #include "ombrel/model/ItemType.h"
 #include "ombrel/platform/framework/Number.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
+#include "tools/ombrel/chart/AxisLayout.h"
 #include "tools/ombrel/chart/Document.h"
 #include "tools/ombrel/commands/TableFile.h"
+#include "tools/ombrel/grid/HeightFile.h"
 #include "tools/ombrel/options/Options.h"
 #include "tools/ombrel/table/Utf8.h"
 
@@ -112,11 +118,77 @@ std::string DescribeAxes(CAxes const& axes)
     return "    x " + DescribeAxis(x, x.timeUnitsOn != 0) + "    y " + DescribeAxis(axes.GetAxis(CAxes::atY), false);
 }
 
+std::string DescribeAxes(C3DAxis const& axis)
+{
+    constexpr std::string_view kNames = "xyz";
+    auto const name = static_cast<std::size_t>(axis.GetAxisType() - atXAxis);
+    return "    " + std::string(kNames.substr(std::min(name, kNames.size()), 1)) + " "
+        + RangeText(axis.GetMin(), axis.GetMax(), false) + ", title " + Quoted(axis.GetTitle()) + "\n";
+}
+
+std::string DescribeView(C3DGraph const& scene)
+{
+    return "  view: azimuth " + NumberText(scene.GetViewingAzimuth()) + ", polar angle "
+        + NumberText(scene.GetViewingElevation()) + ", zoom " + NumberText(scene.GetZoomFactor()) + ", perspective "
+        + NumberText(scene.GetPerspective()) + "\n";
+}
+
+std::string Counts(int number, char const* one, char const* many)
+{
+    return Counted(static_cast<std::size_t>(std::max(number, 0)), one, many);
+}
+
+/// The table of heights, and the ranges of the curve that shows it.
+std::string DescribeGrid(C3DRowColCurve const& curve)
+{
+    CTableData const& table = *curve.GetTableDataPtr();
+    std::size_t missing = 0;
+    for (int r = 0; r < table.GetNumRows(); ++r) {
+        for (int c = 0; c < table.GetNumCols(); ++c)
+            missing += IsGap(table.GetAt(r, c));
+    }
+    std::string text
+        = ", " + Counts(table.GetNumRows(), "row", "rows") + " and " + Counts(table.GetNumCols(), "column", "columns");
+    if (missing > 0)
+        text += ", " + std::to_string(missing) + " missing";
+    if (!curve.GetMesh()->HasNodes())
+        return text;
+    AxisRange x;
+    AxisRange y;
+    AxisRange z;
+    curve.GetXRange(x.min, x.max);
+    curve.GetYRange(y.min, y.max);
+    curve.GetZRange(z.min, z.max);
+    return text + "\n        x " + RangeText(x.min, x.max, false) + ", y " + RangeText(y.min, y.max, false) + ", z "
+        + RangeText(z.min, z.max, false);
+}
+
+std::string DescribeLevels(C2DContourCurve const& curve)
+{
+    switch (curve.GetLevelMode()) {
+    case C2DContourCurve::lmEven:
+        return Counts(curve.GetNumContours(), "level", "levels");
+    case C2DContourCurve::lmSpaced:
+        return "levels at " + NumberText(curve.GetRef()) + " and every " + NumberText(curve.GetSpacing());
+    default: {
+        CDoubleArray const& levels = curve.GetSurface()->GetArbContourLevels();
+        std::string text = Counts(levels.GetSize(), "level", "levels");
+        if (levels.GetSize() > 0)
+            text += ", " + RangeText(levels[0], levels[levels.GetSize() - 1], false);
+        return text;
+    }
+    }
+}
+
 std::string DescribeCurve(CPlotComponent& component)
 {
     std::string text = "      " + std::string(component.GetRuntimeClass().name) + " tag "
         + std::to_string(component.GetTag()) + ", item type " + std::to_string(component.GetItemType()) + ", title "
         + Quoted(component.GetTitle());
+    if (auto const* const grid = DynamicDowncast<C3DRowColCurve>(&component))
+        return text + DescribeGrid(*grid) + "\n";
+    if (auto const* const contours = DynamicDowncast<C2DContourCurve>(&component))
+        return text + DescribeGrid(*contours->GetSurface()) + "\n        " + DescribeLevels(*contours) + "\n";
     auto const* const curve = DynamicDowncast<C2DCurve>(&component);
     if (!curve)
         return text + "\n";
@@ -156,6 +228,8 @@ std::string DescribeDocument(Options const& options, InputFile& file, Messages c
     std::string text = file.GetName() + ": document\n" + graph->GetRuntimeClass().name + " tag "
         + std::to_string(graph->GetTag()) + ", title " + Quoted(graph->GetTitle()) + ", "
         + Counted(static_cast<std::size_t>(graph->GetNumComponents()), "component", "components") + "\n";
+    if (auto const* const scene = DynamicDowncast<C3DGraph>(graph.get()))
+        text += DescribeView(*scene);
     for (int i = 0; i < graph->GetNumComponents(); ++i) {
         CGraphComponent* const component = graph->GetComponent(i);
         text += "  " + std::string(component->GetRuntimeClass().name) + " tag " + std::to_string(component->GetTag());
@@ -167,10 +241,28 @@ std::string DescribeDocument(Options const& options, InputFile& file, Messages c
         text += "\n";
         if (auto const* const axes = DynamicDowncast<CAxes>(component))
             text += DescribeAxes(*axes);
+        if (auto const* const axis = DynamicDowncast<C3DAxis>(component))
+            text += DescribeAxes(*axis);
         for (int k = 0; plots && k < plots->GetSize(); ++k)
             text += DescribePlot(*plots->GetAt(k));
     }
     return text;
+}
+
+std::string DescribeHeights(InputFile& file, Messages const& messages)
+{
+    CSurface surface;
+    HeightTitles const titles = GiveHeights({ file.GetName(), std::nullopt }, surface, messages);
+    surface.Evaluate();
+    bool const isModel = surface.GetFileType() == CSurface::ftDEM;
+    std::string text = file.GetName() + (isModel ? ": elevation model" : ": z values") + DescribeGrid(surface);
+    text += "\n        spacing " + NumberText(surface.GetTableXStep()) + " and " + NumberText(surface.GetTableYStep());
+    if (!isModel)
+        return text + "\n";
+    // Fields of a header are filled up with blanks.
+    CString const name(std::string(surface.GetDEM().GetHeader().fileName).substr(0, 40));
+    return text + ", " + titles.x + ", " + titles.y + ", " + titles.z + "\n        name " + Quoted(CString(name).Trim())
+        + "\n";
 }
 
 } // namespace
@@ -178,7 +270,9 @@ std::string DescribeDocument(Options const& options, InputFile& file, Messages c
 std::string DescribeFile(Options const& options, InputFile& file, Messages const& messages)
 {
     bool const isDocument = options.IsGiven(OptionId::InPlace) || LooksLikeDocument(file.Peek(kDocumentMarkLength));
-    return isDocument ? DescribeDocument(options, file, messages) : DescribeTable(options, file, messages);
+    if (isDocument)
+        return DescribeDocument(options, file, messages);
+    return IsHeightFile(file.GetName()) ? DescribeHeights(file, messages) : DescribeTable(options, file, messages);
 }
 
 } // namespace ombrel::host

@@ -1,0 +1,300 @@
+#include "ombrel/Init.h"
+#include "ombrel/annotation/ColourKeyArray.h"
+#include "ombrel/graph2d/2DContourPlot.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph3d/3DAxis.h"
+#include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/Surface.h"
+#include "tests/tools/TestFolder.h"
+#include "tools/ombrel/InputFile.h"
+#include "tools/ombrel/Messages.h"
+#include "tools/ombrel/OutputFile.h"
+#include "tools/ombrel/Program.h"
+#include "tools/ombrel/chart/ContourMap.h"
+#include "tools/ombrel/chart/HeightColours.h"
+#include "tools/ombrel/chart/SurfaceScene.h"
+#include "tools/ombrel/options/Options.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <iterator>
+#include <sstream>
+
+namespace ombrel::host {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::Pointwise;
+
+/// Heights 0 to 11 in 3 rows of 4; x is 10 to 40, y 100 to 120.
+constexpr char const* kMatrix = ",10,20,30,40\n100,0,1,2,3\n110,4,5,6,7\n120,8,9,10,11\n";
+/// The same heights with two gaps and no coordinates.
+constexpr char const* kGaps = "0,1,2,3\n4,,6,7\n8,9,,11\n";
+constexpr char const* kPoints = "east / km,north / km,height / m\n1,2,5\n0,0,1\n1,0,2\n0,2,4\n0,1,2.5\n1,1,3\n";
+/// 2 lines of 3 values along x, from 1, 2 in steps of 0.5 and 2.
+constexpr char const* kZValues = "0 1 2 3 1 2 0.5 2 0\n1 2 3\n4 5 6\n";
+
+class Heights : public testing::Test {
+protected:
+    struct Result {
+        int status;
+        std::string output;
+        std::string errors;
+    };
+    Heights()
+    {
+        OmbrelInit();
+        m_folder.Write("matrix.csv", kMatrix);
+        m_folder.Write("gaps.csv", kGaps);
+        m_folder.Write("points.csv", kPoints);
+        m_folder.Write("values.tvl", kZValues);
+    }
+    /// Words with blanks between; those with a point in them that are no options are files of the test's folder.
+    std::vector<std::string> Words(std::string const& line) const
+    {
+        std::istringstream stream(line);
+        std::vector<std::string> words(std::istream_iterator<std::string>(stream), {});
+        for (std::string& word : words) {
+            bool const isFile = word.find_first_of("abcdefghijklmnopqrstuvwxyz") == 0 && word.find('.') != word.npos;
+            word = isFile ? m_folder.In(word) : word;
+        }
+        return words;
+    }
+    Result Run(std::string const& line) const
+    {
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        int const status = RunProgram(Words(line));
+        return { status, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr() };
+    }
+    std::string RunWell(std::string const& line) const
+    {
+        Result const result = Run(line);
+        EXPECT_EQ(result.status, kDone) << line << ": " << result.errors;
+        return result.output + result.errors;
+    }
+    /// The graph that the command makes, laid out for the picture.
+    template <typename Make> auto MakeWith(Make const& make, std::string const& line)
+    {
+        Options const options = ParseOptions(Words(line));
+        m_target.size = options.size.value_or(PictureSize());
+        m_picture = std::make_unique<Picture>(m_target);
+        InputFile file(options.files.front());
+        Messages const messages(false);
+        return make(options, ReadHeightFile(options, file, messages), *m_picture, messages);
+    }
+    std::unique_ptr<C3DGraph> Scene(std::string const& line) { return MakeWith(MakeSurfaceScene, "surface " + line); }
+    std::unique_ptr<C2DGraph> Map(std::string const& line) { return MakeWith(MakeContourMap, "contour " + line); }
+
+    TestFolder m_folder;
+    Target m_target;
+    std::unique_ptr<Picture> m_picture;
+};
+
+std::vector<double> Levels(LevelChoice const& choice, AxisRange range)
+{
+    SurfaceOptions options;
+    options.levels = choice;
+    return LevelsOf(options, range);
+}
+
+TEST_F(Heights, LevelsLieAtTidyValuesInsideOfTheRange)
+{
+    auto const are = [](std::vector<double> const& expected) { return Pointwise(testing::DoubleEq(), expected); };
+    // About ten, and none at an end of the range.
+    EXPECT_THAT(LevelsOf({}, { 0, 10 }), are({ 1, 2, 3, 4, 5, 6, 7, 8, 9 }));
+    EXPECT_THAT(LevelsOf({}, { 305, 995 }), are({ 400, 500, 600, 700, 800, 900 }));
+    // So many bands: the tidiest step that makes just as many, else equal parts.
+    LevelChoice bands;
+    bands.bands = 4;
+    EXPECT_THAT(Levels(bands, { 0, 8 }), are({ 2, 4, 6 }));
+    EXPECT_THAT(Levels(bands, { -0.9993, 0.9989 }), are({ -0.5, 0, 0.5 }));
+    bands.bands = 2;
+    EXPECT_THAT(Levels(bands, { -3, 3 }), are({ 0 }));
+    EXPECT_THAT(Levels(bands, { 1000, 1001 }), are({ 1000.5 }));
+    for (int count = 1; count <= 1000; count += 37) {
+        bands.bands = count;
+        std::vector<double> const levels = Levels(bands, { -3.7e-5, 8.1e-4 });
+        EXPECT_EQ(levels.size(), static_cast<std::size_t>(std::max(count - 1, 1)));
+        EXPECT_TRUE(std::is_sorted(levels.begin(), levels.end()));
+    }
+    // A series from anywhere.
+    LevelChoice steps;
+    steps.reference = 1e6 + 1;
+    steps.spacing = 2.5;
+    EXPECT_THAT(Levels(steps, { 0, 8 }), are({ 1, 3.5, 6 }));
+    steps.spacing = 0.001;
+    EXPECT_THROW(Levels(steps, { 0, 8 }), Failure);
+    // Given ones stay; where nothing lies inside, the range's end is a level.
+    EXPECT_THAT(Levels({ {}, { -5, 100 }, {}, 0 }, { 0, 8 }), are({ -5, 100 }));
+    EXPECT_THAT(LevelsOf({}, { 5, 5 }), are({ 5 }));
+    // The colours' range counts when there is one.
+    SurfaceOptions options;
+    options.zRange = { 0, 1 };
+    EXPECT_EQ(LevelsOf(options, { 0, 1000 }).back(), 0.9);
+}
+
+TEST_F(Heights, CommandsDrawEveryKindOfFileTheSameEveryTime)
+{
+    for (std::string const command : { "surface", "contour" }) {
+        for (std::string const file : { "matrix.csv", "gaps.csv", "points.csv", "values.tvl" }) {
+            SCOPED_TRACE(command + " " + file);
+            EXPECT_EQ(RunWell(command + " " + file + " --size 200x150 -o a.png --save a.doc"), "");
+            EXPECT_EQ(RunWell(command + " " + file + " --size 200x150 -o b.png"), "");
+            // What a document holds is the picture that was drawn.
+            EXPECT_EQ(RunWell("draw a.doc --size 200x150 -o c.png"), "");
+            std::string const picture = m_folder.Read("a.png");
+            EXPECT_TRUE(picture.starts_with("\x89PNG\r\n"));
+            EXPECT_TRUE(m_folder.Read("b.png") == picture);
+            EXPECT_TRUE(m_folder.Read("c.png") == picture);
+        }
+        RunWell(command + " points.csv -o p.svg --page 150x100 --title Hill");
+        EXPECT_THAT(m_folder.Read("p.svg"), HasSubstr(">Hill<"));
+        // A scene's axes are in its image.
+        std::string const text = command == "surface" ? "<image" : ">east / km<";
+        EXPECT_THAT(m_folder.Read("p.svg"), HasSubstr(text));
+    }
+    RunWell("values.tvl --size 200x150 -o d.png");
+    RunWell("surface values.tvl --size 200x150 -o e.png");
+    EXPECT_TRUE(m_folder.Read("d.png") == m_folder.Read("e.png"));
+}
+
+TEST_F(Heights, FaultsHaveTheirPlaceAndWriteNothing)
+{
+    m_folder.Write("word.csv", "1,2,3\n4,five,6\n7,8,9\n");
+    m_folder.Write("lack.csv", "x,y,z\n0,0,1\n1,0,2\n0,1,3\n");
+    m_folder.Write("double.csv", "x,y,z\n0,0,1\n1,0,2\n0,1,3\n1,1,4\n1,0,9\n");
+    m_folder.Write("short.tvl", "0 1 2 3 1 2 0.5 2 0\n1 2 3\n");
+    m_folder.Write("empty.dem", "");
+    std::size_t const before = m_folder.List().size();
+    struct Case {
+        std::string line;
+        ExitStatus status;
+        std::string message;
+    };
+    Case const cases[] {
+        { "surface word.csv --matrix plain", kDataFault, "word.csv:2: " },
+        { "contour lack.csv", kDataFault, "there is no point at x = 1, y = 1" },
+        { "surface double.csv", kDataFault, "double.csv:6" },
+        { "surface short.tvl", kDataFault, "short.tvl" },
+        { "contour empty.dem", kDataFault, "empty.dem" },
+        { "surface absent.csv", kDataFault, "absent.csv" },
+        { "surface matrix.csv gaps.csv", kUsageFault, "expected one file of heights, found 2" },
+        { "surface values.tvl --matrix plain", kUsageFault, "--matrix is for tables" },
+        { "surface matrix.csv --colour-map unheard", kUsageFault, "there is no colour map" },
+        { "surface matrix.csv --texture absent.png", kDataFault, "absent.png" },
+        { "contour matrix.csv --levels 0:1e-9", kUsageFault, "more than 1000 levels" },
+        { "contour matrix.csv --view 1,2", kUsageFault, "view" },
+    };
+    for (auto const& [line, status, message] : cases) {
+        Result const result = Run(line + " -o out.png --save out.doc");
+        EXPECT_EQ(result.status, status) << line;
+        EXPECT_THAT(result.errors, HasSubstr(message)) << line;
+        EXPECT_EQ(result.output, "") << line;
+    }
+    EXPECT_EQ(m_folder.List().size(), before);
+}
+
+TEST_F(Heights, SurfacesGetTitlesRangesAndAKeyInsideOfThePicture)
+{
+    auto const scene = Scene("points.csv --levels 1,2,3 --size 700x400");
+    C3DAxis const* const* const axes = scene->GetAxes();
+    EXPECT_EQ(axes[0]->GetTitle(), "east / km");
+    EXPECT_EQ(axes[1]->GetTitle(), "north / km");
+    EXPECT_EQ(axes[2]->GetTitle(), "height / m");
+    EXPECT_EQ(axes[2]->GetMin(), 1.0);
+    EXPECT_EQ(axes[2]->GetMax(), 5.0);
+    // x has half of the length of y, and both are of one kind.
+    double sx = 0.0;
+    double sy = 0.0;
+    double sz = 0.0;
+    axes[0]->GetScaleFacs(sx, sy, sz);
+    EXPECT_DOUBLE_EQ(sx, 0.5);
+    EXPECT_DOUBLE_EQ(sy, 1.0);
+    EXPECT_DOUBLE_EQ(sz, 0.5);
+    for (PictureSize const size : { PictureSize { 700, 400 }, { 300, 900 }, { 1600, 300 } }) {
+        std::string const picture = std::to_string(size.width) + "x" + std::to_string(size.height);
+        auto const drawn = Scene("points.csv --size " + picture);
+        DrawGraph(*drawn, *m_picture);
+        ASSERT_EQ(drawn->GetColourKeyArray()->GetSize(), 1);
+        CRect const key = drawn->GetColourKeyArray()->GetAt(0)->GetRect();
+        EXPECT_TRUE(key.left > 0 && key.top >= 0 && key.right <= size.width && key.bottom <= size.height) << picture;
+        // Beside the scene, not in a far corner.
+        EXPECT_GT(key.left, size.width / 2) << picture;
+    }
+    EXPECT_EQ(Scene("points.csv --key off")->GetColourKeyArray()->GetSize(), 0);
+    auto const far = Scene("matrix.csv --view 45,30 --perspective 1 --vertical-scale 2");
+    EXPECT_EQ(far->GetViewingAzimuth(), 45.0);
+    EXPECT_EQ(far->GetViewingElevation(), 30.0);
+    EXPECT_LT(far->GetPerspective(), 17.0 / 18.0);
+    far->GetAxes()[0]->GetScaleFacs(sx, sy, sz);
+    EXPECT_DOUBLE_EQ(sz, 2.0 * std::max(sx, sy));
+}
+
+TEST_F(Heights, MapsGetAKeyThatSaysWhatItsColoursMean)
+{
+    auto const map = Map("points.csv --size 600x400");
+    DrawGraph(*map, *m_picture);
+    ASSERT_EQ(map->GetColourKeyArray()->GetSize(), 1);
+    ASSERT_EQ(map->GetCaptionArray()->GetSize(), 1);
+    CRect const key = map->GetColourKeyArray()->GetAt(0)->GetRect();
+    CCaption& title = *map->GetCaptionArray()->GetAt(0);
+    EXPECT_EQ(title.GetText(), "height / m");
+    EXPECT_GT(key.left, map->GetAxesRect().right);
+    EXPECT_LE(key.right, 600);
+    EXPECT_LE(title.GetRect().bottom, key.top);
+    auto const& curve = static_cast<C2DContourCurve const&>(*map->GetPlotArray()->GetAt(0)->GetComponent(0));
+    EXPECT_EQ(curve.GetDisplayMode(), C2DContourCurve::dmShadingAndLines);
+    // Between 1 and 5: from 1.5 to 4.5.
+    EXPECT_EQ(curve.GetLevels().GetSize(), 7);
+    // Long names are broken into lines, and a flat grid is one colour.
+    auto const named = Map("gaps.csv --z-title precipitation-of-a-year");
+    EXPECT_EQ(named->GetCaptionArray()->GetSize(), 1);
+    m_folder.Write("flat.csv", "5,5,5\n5,5,5\n5,5,5\n");
+    EXPECT_EQ(RunWell("contour flat.csv -o flat.png"), "");
+    EXPECT_EQ(Map("points.csv --key off")->GetCaptionArray()->GetSize(), 0);
+}
+
+TEST_F(Heights, ModelsWithAnotherResolutionAreScaledAndSaidToBe)
+{
+    std::ifstream stream(OMBREL_SOURCE_DIR "/examples/jacksboro.dem", std::ios::binary);
+    std::string dem { std::istreambuf_iterator<char>(stream), {} };
+    ASSERT_GT(dem.size(), 1024U);
+    auto const heights = [this](std::string const& bytes) {
+        m_folder.Write("m.dem", bytes);
+        auto const scene = Scene("m.dem");
+        return std::pair(scene->GetAxes()[2]->GetMin(), scene->GetAxes()[2]->GetMax());
+    };
+    EXPECT_EQ(heights(dem), std::pair(305.0, 995.0));
+    EXPECT_THAT(RunWell("surface m.dem --size 90x60 -o m.png -v"), Not(HasSubstr("resolution")));
+    dem.replace(840, 12, "0.500000E+00");
+    EXPECT_EQ(heights(dem), std::pair(152.5, 497.5));
+    EXPECT_THAT(RunWell("surface m.dem --size 90x60 -o m.png -v"), HasSubstr("multiplied by the resolution of 0.5"));
+}
+
+TEST_F(Heights, InfoDescribesGridsAndTheGraphsThatShowThem)
+{
+    EXPECT_EQ(RunWell("info values.tvl"),
+        m_folder.In("values.tvl")
+            + ": z values, 2 rows and 3 columns\n        x 1 to 2, y 2 to 4, z 1 to 6\n        spacing 0.5 and 2\n");
+    std::string const dem = RunWell("info " OMBREL_SOURCE_DIR "/examples/jacksboro.dem");
+    for (char const* const part : { "elevation model, 200 rows and 150 columns\n",
+             "x 0 to 447, y 0 to 597, z 305 to 995", "spacing 3 and 3, east / arcsec, north / arcsec, elevation / m" })
+        EXPECT_THAT(dem, HasSubstr(part));
+    RunWell("surface gaps.csv -o a.png --save a.doc --view 30,60 --x-title length");
+    std::string const scene = RunWell("info a.doc");
+    for (char const* const part :
+        { "\nC3DGraph tag", "  view: azimuth 30, polar angle 60, zoom ", "x 1 to 4, title \"length\"",
+            "z 0 to 11, title", "3 rows and 4 columns, 2 missing\n        x 1 to 4, y 1 to 3, z 0 to 11\n" })
+        EXPECT_THAT(scene, HasSubstr(part));
+    RunWell("contour matrix.csv -o a.png --save a.doc --levels 2,4,8");
+    std::string const map = RunWell("info a.doc");
+    for (char const* const part : { "\nC2DGraph tag",
+             "3 rows and 4 columns\n        x 10 to 40, y 100 to 120, z 0 to 11\n        3 levels, 2 to 8\n" })
+        EXPECT_THAT(map, HasSubstr(part));
+}
+
+} // namespace
+} // namespace ombrel::host
