@@ -12,7 +12,7 @@ constinit CRuntimeClass const C3DRowColCurve::kClass = PersistentClass<C3DRowCol
 namespace {
 
 // A document of a few bytes may ask for any number of cells. More than these are made only when the table has them.
-constexpr double kMostInterpolatedNodes = 1 << 24;
+constexpr double kMostInterpolatedNodes = 1 << 22;
 
 // Steps are compared as the numbers that they are stored as in files of text.
 bool Same(double a, double b) { return a == b || CVUtils::FloatEq(a, b); }
