@@ -28,7 +28,6 @@ using testing::IsEmpty;
 using testing::Pointwise;
 using testing::SizeIs;
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr int kHuge = std::numeric_limits<int>::max();
 
 auto Near(Values const& values) { return Pointwise(DoubleNear(1e-9), values); }
