@@ -195,7 +195,7 @@ TEST(AreaBands, OfACrowdedPixelColumnTheEndsAndExtremesOfEachLayerAreKept)
     std::reverse(low.begin(), low.end());
     std::reverse(high.begin(), high.end());
     Columns expected { 0, 1, 3 };
-    for (std::size_t const i : { 9, 10, 11, 12, 13, 14, 15, 16, 65, 315, 405, 615, 715, 716, 718 })
+    for (std::size_t const i : Columns { 9, 10, 11, 12, 13, 14, 15, 16, 65, 315, 405, 615, 715, 716, 718 })
         expected.push_back(i);
     EXPECT_EQ(visible(Normalising::No, false), expected);
 }

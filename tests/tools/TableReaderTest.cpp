@@ -55,7 +55,7 @@ std::string Describe(Table const& table)
     return text.str();
 }
 
-std::string Describe(std::variant<Table, TableError> const& result)
+std::string DescribeResult(std::variant<Table, TableError> const& result)
 {
     if (auto const* const error = std::get_if<TableError>(&result))
         return error->ToText();
@@ -122,9 +122,10 @@ TEST(TableReader, GivesTheSameResultHoweverTheBytesArePieced)
             c = kAlphabet[random() % kAlphabet.size()];
     }
     for (std::string const& text : texts) {
-        std::string const whole = Describe(ReadTable(text, {}));
+        std::string const whole = DescribeResult(ReadTable(text, {}));
         for (std::size_t const size : { 1U, 2U, 7U, 64U })
-            ASSERT_EQ(Describe(ReadInPieces(text, size)), whole) << "pieces of " << size << ": " << text.substr(0, 60);
+            ASSERT_EQ(DescribeResult(ReadInPieces(text, size)), whole)
+                << "pieces of " << size << ": " << text.substr(0, 60);
     }
 }
 
@@ -170,7 +171,7 @@ TEST(TableReader, TellsWhereATableIsWrong)
             "4: column 1: expected a number with a decimal comma or a gap (empty, NA, NaN), found \"3.5\"" },
     };
     for (auto const& [text, fault] : cases) {
-        std::string const found = Describe(ReadTable(text, {}));
+        std::string const found = DescribeResult(ReadTable(text, {}));
         EXPECT_NE(found.find(fault), std::string::npos) << text.substr(0, 40) << "\n" << found.substr(0, 400);
     }
 }
