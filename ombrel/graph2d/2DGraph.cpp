@@ -17,6 +17,7 @@
 #include "ombrel/prefs/Preferences.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ombrel {
 
@@ -128,12 +129,7 @@ CPlot* C2DGraph::AddPlot(ItemType type)
     default:
         return nullptr;
     }
-    if (!GetPlotArray())
-        return nullptr;
-    plot->SetTag(GetNewTag());
-    CPlot* const added = plot.release();
-    GetPlotArray()->Add(added);
-    return added;
+    return TakePlot(std::move(plot));
 }
 
 void C2DGraph::ReplaceAxes(CAxes* axes)

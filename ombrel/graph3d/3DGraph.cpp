@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace ombrel {
 
@@ -89,12 +90,7 @@ CPlot* C3DGraph::AddPlot(ItemType type)
     default:
         return nullptr;
     }
-    if (!GetPlotArray())
-        return nullptr;
-    plot->SetTag(GetNewTag());
-    CPlot* const added = plot.release();
-    GetPlotArray()->Add(added);
-    return added;
+    return TakePlot(std::move(plot));
 }
 
 CCaption* C3DGraph::AddCaption(double x, double y)

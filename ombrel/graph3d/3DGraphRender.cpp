@@ -4,6 +4,7 @@
 #include "ombrel/graph3d/3DGrid.h"
 #include "ombrel/graph3d/3DPlot.h"
 #include "ombrel/graph3d/Walls.h"
+#include "ombrel/graph3d/view/BoxFaces.h"
 #include "ombrel/graph3d/view/Picture3D.h"
 #include "ombrel/graph3d/view/ViewDirection.h"
 #include "ombrel/platform/gdi/DC.h"
@@ -215,10 +216,9 @@ void C3DGraph::MakeLabelSpace()
     double scale[3] = { 1.0, 1.0, 1.0 };
     if (m_axes[0])
         m_axes[0]->GetScaleFacs(scale[0], scale[1], scale[2]);
-    for (int i = 0; i < 8; ++i) {
-        double const half = 1.01 / 2.0;
-        std::optional<CVertex> const corner = m_picture->camera.Project({ (i & 1 ? half : -half) * scale[0],
-            (i & 2 ? half : -half) * scale[1], (i & 4 ? half : -half) * scale[2] });
+    for (auto const& place : kBoxCorners) {
+        std::optional<CVertex> const corner = m_picture->camera.Project(
+            { place[0] * 1.01 * scale[0], place[1] * 1.01 * scale[1], place[2] * 1.01 * scale[2] });
         if (corner)
             corners.push_back({ corner->X(), m_windowRect.Height() - corner->Y() });
     }
@@ -231,7 +231,6 @@ void C3DGraph::MakeLabelSpace()
 void C3DGraph::BeginPass(double jitterX, double jitterY)
 {
     SetState(jitterX, jitterY);
-    MakeLabelSpace();
     if (m_walls) {
         m_walls->SetQuadrant(m_quadrant);
         m_walls->SetLevel(m_level);
@@ -258,6 +257,7 @@ int C3DGraph::Render()
     if (m_antialiasMode && !m_coarseMeshMode)
         return RenderAntialias();
     BeginPass(0.0, 0.0);
+    MakeLabelSpace();
     for (CGraphComponent* component : GetComponentArray()) {
         // The texts of axes that follow each other are written in one go.
         if (!DynamicDowncast<C3DAxis>(component))
@@ -286,6 +286,7 @@ int C3DGraph::RenderAntialias()
     }
     canvas.ReturnAccumulation(1.0F);
     // Axes and texts are drawn once, sharp, over the blended picture.
+    MakeLabelSpace();
     for (CGraphComponent* component : GetComponentArray()) {
         if (component == GetPlotArray())
             DrawPlots(PlotKind::Text);

@@ -110,6 +110,16 @@ int CGraph::HasPlotType(ItemType type) const
     return tags.IsEmpty() ? 0 : 1;
 }
 
+CPlot* CGraph::TakePlot(std::unique_ptr<CPlot> plot)
+{
+    if (!m_plotArray)
+        return nullptr;
+    plot->SetTag(GetNewTag());
+    CPlot* const added = plot.release();
+    m_plotArray->Add(added);
+    return added;
+}
+
 bool CGraph::RemovePlot(CPlot* plot)
 {
     int const index = GetPlotIndex(plot);

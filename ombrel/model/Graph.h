@@ -181,6 +181,8 @@ protected:
     bool PlotComponentDataModified() const;
     void SetComponentTags();
     void SetPlotArray(CPlotArray* plots) { m_plotArray = plots; }
+    /// Adds the plot under a new tag; null, and the plot is gone, without a plot array.
+    CPlot* TakePlot(std::unique_ptr<CPlot> plot);
 
     template <typename T, typename V> void Change(T& setting, V const& value)
     {

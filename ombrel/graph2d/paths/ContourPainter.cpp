@@ -34,7 +34,7 @@ void ContourPainter::DrawLevel(double level, COLORREF colour)
         dc.SelectClipRgn(&region);
     }
     if (dc.IsPrinting())
-        DrawJoined(level, colour);
+        DrawJoined(level);
     else
         DrawSegments(level, colour);
 }
@@ -68,7 +68,7 @@ void ContourPainter::DrawSegments(double level, COLORREF colour)
     dc.Repeat([colour](CDC& mark) { mark.SetPixel(0, 0, colour); }, m_pixels);
 }
 
-void ContourPainter::DrawJoined(double level, COLORREF)
+void ContourPainter::DrawJoined(double level)
 {
     ContourPolylines lines;
     m_finder.FindLines(level, lines);

@@ -17,7 +17,7 @@ public:
 
 private:
     void DrawSegments(double level, COLORREF colour);
-    void DrawJoined(double level, COLORREF colour);
+    void DrawJoined(double level);
 
     CPort& m_port;
     ContourFinder const& m_finder;

@@ -104,7 +104,6 @@ std::unique_ptr<C2DGraph> MakeContourMap(
     AxisRange heights;
     surface.GetZRange(heights.min, heights.max);
     SetLevels(curve, options.surface, heights, look);
-    graph.UpdatePlots();
     AxisRange x;
     AxisRange y;
     curve.GetXRange(x.min, x.max);

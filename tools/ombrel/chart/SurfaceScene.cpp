@@ -156,7 +156,6 @@ std::unique_ptr<C3DGraph> MakeSurfaceScene(
     double high = 0.0;
     surface.GetUntransformedDataRange(low, high);
     SetContours(surface, options.surface, { low, high });
-    scene.UpdatePlots();
     SceneData data = SceneDataOf(surface);
     data.titles = titles;
     if (options.surface.zRange)

@@ -18,14 +18,6 @@ namespace {
 
 constexpr char const* kRowsAsX = "0";
 
-std::vector<std::string> NamesOf(Table const& table)
-{
-    std::vector<std::string> names;
-    for (TableColumn const& column : table.columns)
-        names.push_back(column.name);
-    return names;
-}
-
 /// The column that an option names.
 std::size_t NamedColumn(PlotSource const& source, std::string const& text, char const* option)
 {
@@ -37,13 +29,6 @@ std::size_t NamedColumn(PlotSource const& source, std::string const& text, char 
         known += (i == 0 ? "" : ", ") + ColumnLabel(source.table, i);
     throw Failure(
         kUsageFault, std::string(option) + " " + text + ": " + source.name + " has no such column; it has " + known);
-}
-
-/// "dates", or "texts such as …".
-std::string ContentsOf(TableColumn const& column)
-{
-    std::string const label = TypeLabel(column.type);
-    return column.firstText.empty() ? label : label + " such as " + QuoteForMessage(column.firstText);
 }
 
 /// What a column may hold besides numbers.

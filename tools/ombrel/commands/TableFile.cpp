@@ -1,6 +1,7 @@
 #include "tools/ombrel/commands/TableFile.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
+#include "tools/ombrel/table/Utf8.h"
 
 namespace ombrel::host {
 
@@ -64,6 +65,20 @@ std::string TypeLabel(ColumnType type)
         break;
     }
     return "only gaps";
+}
+
+std::string ContentsOf(TableColumn const& column)
+{
+    std::string const label = TypeLabel(column.type);
+    return column.firstText.empty() ? label : label + " such as " + QuoteForMessage(column.firstText);
+}
+
+std::vector<std::string> NamesOf(Table const& table)
+{
+    std::vector<std::string> names;
+    for (TableColumn const& column : table.columns)
+        names.push_back(column.name);
+    return names;
 }
 
 std::string ColumnLabel(Table const& table, std::size_t index)

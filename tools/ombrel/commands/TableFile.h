@@ -2,6 +2,7 @@
 #include "tools/ombrel/table/TableReader.h"
 
 #include <string>
+#include <vector>
 
 namespace ombrel::host {
 
@@ -17,6 +18,12 @@ std::string ColumnLabel(Table const& table, std::size_t index);
 
 /// "numbers", "dates", "texts" or "only gaps".
 std::string TypeLabel(ColumnType type);
+
+/// What a column holds: "dates", or "texts such as …" with the first of them.
+std::string ContentsOf(TableColumn const& column);
+
+/// By column; empty without a header.
+std::vector<std::string> NamesOf(Table const& table);
 
 /// The separator as a person writes it: "," or "tab".
 std::string SeparatorLabel(char separator);

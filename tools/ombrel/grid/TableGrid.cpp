@@ -3,7 +3,6 @@
 #include "tools/ombrel/commands/TableFile.h"
 #include "tools/ombrel/grid/PointGrid.h"
 #include "tools/ombrel/options/OptionValues.h"
-#include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,14 +25,6 @@ struct Source {
     std::string PlaceOf(std::size_t row) const { return name + ":" + std::to_string(table.LineOf(row)); }
 };
 
-std::vector<std::string> NamesOf(Table const& table)
-{
-    std::vector<std::string> names;
-    for (TableColumn const& column : table.columns)
-        names.push_back(column.name);
-    return names;
-}
-
 bool HoldsNumbers(TableColumn const& column) { return !column.misfit && column.type == ColumnType::Number; }
 
 /// The numbers of a column, which gives them up; gaps all along when it holds nothing else.
@@ -45,8 +36,7 @@ std::vector<double> TakeNumbers(Source const& source, std::size_t index)
     if (column.type == ColumnType::Unknown)
         return std::vector<double>(source.table.rows, kGap);
     if (column.type != ColumnType::Number)
-        source.Fail(": " + ColumnLabel(source.table, index) + ": expected numbers, found " + TypeLabel(column.type)
-            + (column.firstText.empty() ? "" : " such as " + QuoteForMessage(column.firstText)));
+        source.Fail(": " + ColumnLabel(source.table, index) + ": expected numbers, found " + ContentsOf(column));
     std::vector<double> values(column.values.Size());
     column.values.MoveTo(values.data());
     return values;
@@ -76,8 +66,7 @@ double FirstValue(TableColumn const& column)
     return first;
 }
 
-// --- matrices
-// -----------------------------------------------------------------------------------------------------------
+// --- matrices ---
 
 /// The coordinates of a headed matrix, and the first row of heights.
 struct Heading {
@@ -198,8 +187,7 @@ Grid ReadMatrix(Source const& source)
     return MatrixGrid(source, heading);
 }
 
-// --- points
-// -------------------------------------------------------------------------------------------------------------
+// --- points ---
 
 /// The columns of x, y and z.
 struct PointColumns {
