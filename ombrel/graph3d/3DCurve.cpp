@@ -1,4 +1,5 @@
 #include "ombrel/graph3d/3DCurve.h"
+#include "ombrel/graph3d/3DAxis.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/model/Plot.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
@@ -45,6 +46,17 @@ void C3DCurve::SetCurveType(CurveType type)
 }
 
 void C3DCurve::Transform(double* x, double* y, double* z) const { Transforms().Transform(*x, *y, *z); }
+
+void C3DCurve::GetBoxAxes(BoxAxes& axes) const
+{
+    C3DGraph const* const graph = Get3DGraph();
+    if (!graph)
+        return;
+    for (std::size_t k = 0; k < axes.size(); ++k) {
+        if (C3DAxis const* const axis = graph->GetAxes()[k])
+            axes[k] = { axis->GetMin(), axis->GetMax(), axis->GetScaleFac() };
+    }
+}
 
 C3DGraph* C3DCurve::Get3DGraph() const
 {

@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/colour/ColourMap.h"
+#include "ombrel/graph3d/BoxAxis.h"
 #include "ombrel/model/PlotComponent.h"
 #include "ombrel/platform/framework/Export.h"
 
@@ -68,6 +69,8 @@ public:
     CColourMap const* GetColourmap() const { return &m_colourMap; }
     /// Takes a point through every transform of the curve, in order.
     void Transform(double* x, double* y, double* z) const;
+    /// What the graph's axes make of coordinates; unchanged without a graph.
+    void GetBoxAxes(BoxAxes& axes) const;
 
 protected:
     /// The graph that the curve's plot belongs to; null without one, or in a graph of another kind.

@@ -1,5 +1,6 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/Polygon.h"
+#include "ombrel/graph3d/render/FaceBatch.h"
 #include "ombrel/graph3d/view/Picture3D.h"
 #include "ombrel/platform/opengl/OpenGL.h"
 
@@ -15,7 +16,13 @@ void C3DGraph::AddTransparentPolygon(std::unique_ptr<CPolygon> polygon) { m_poly
 void C3DGraph::ClearPolygons()
 {
     m_polygons.DeleteAll();
+    m_transparentFaces.clear();
     m_distances.clear();
+}
+
+void C3DGraph::AddTransparentFaces(FaceBatch const& batch, int texture)
+{
+    m_transparentFaces.push_back({ &batch, texture });
 }
 
 void C3DGraph::BuildPolygonDistances()
@@ -23,15 +30,30 @@ void C3DGraph::BuildPolygonDistances()
     m_distances.clear();
     if (!m_picture)
         return;
+    // What lies behind the eye is not seen, wherever it stands in the order.
+    auto const depthOf = [this](CVertex const& vertex) {
+        std::optional<CVertex> const window = m_picture->camera.Project(vertex);
+        return window && std::isfinite(window->Z()) ? std::fabs(window->Z()) : 0.0;
+    };
     for (int i = 0; i < m_polygons.GetSize(); ++i) {
         std::span<CVertex const> const vertices = m_polygons[i]->GetVertices();
         double sum = 0.0;
-        for (CVertex const& vertex : vertices) {
-            std::optional<CVertex> const window = m_picture->camera.Project(vertex);
-            // What lies behind the eye is not seen, wherever it stands in the order.
-            sum += window && std::isfinite(window->Z()) ? std::fabs(window->Z()) : 0.0;
+        for (CVertex const& vertex : vertices)
+            sum += depthOf(vertex);
+        m_distances.push_back(
+            { vertices.empty() ? 0.0 : sum / static_cast<double>(vertices.size()), -1, static_cast<std::size_t>(i) });
+    }
+    std::vector<double> depths;
+    for (std::size_t b = 0; b < m_transparentFaces.size(); ++b) {
+        FaceBatch const& batch = *m_transparentFaces[b].batch;
+        depths.clear();
+        for (FaceVertex const& vertex : batch.GetVertices())
+            depths.push_back(depthOf({ vertex.place[0], vertex.place[1], vertex.place[2] }));
+        std::span<std::uint32_t const> const corners = batch.GetTriangles();
+        for (std::size_t c = 0; c < corners.size(); c += 3) {
+            double const sum = depths[corners[c]] + depths[corners[c + 1]] + depths[corners[c + 2]];
+            m_distances.push_back({ sum / 3.0, static_cast<int>(b), c });
         }
-        m_distances.push_back({ vertices.empty() ? 0.0 : sum / static_cast<double>(vertices.size()), i });
     }
     // Equally distant ones keep their order, so that the same input gives the same picture.
     std::stable_sort(m_distances.begin(), m_distances.end(),
@@ -66,6 +88,12 @@ struct TransparentCorner {
 std::array<float, 3> Floats(Triple const& t)
 {
     return { static_cast<float>(t.X()), static_cast<float>(t.Y()), static_cast<float>(t.Z()) };
+}
+
+TransparentCorner Corner(FaceVertex const& vertex)
+{
+    auto const channel = [&](std::size_t k) { return static_cast<float>(vertex.colour[k]) / 255.0F; };
+    return { vertex.place, vertex.normal, { channel(0), channel(1), channel(2), channel(3) }, { vertex.value, 0.0F } };
 }
 
 TransparentCorner Corner(CPolygon const& polygon, std::size_t i, CNormal const& face)
@@ -104,7 +132,7 @@ void DrawTriangles(std::vector<TransparentCorner> const& corners)
 
 void C3DGraph::RenderTransparentPolygons()
 {
-    if (!m_picture || m_polygons.IsEmpty())
+    if (!m_picture || (m_polygons.IsEmpty() && m_transparentFaces.empty()))
         return;
     BuildPolygonDistances();
     gl::Enable(GL_BLEND);
@@ -121,8 +149,12 @@ void C3DGraph::RenderTransparentPolygons()
     std::vector<TransparentCorner> corners;
     Textures bound;
     for (PolygonDistance const& entry : m_distances) {
-        CPolygon const& polygon = *m_polygons[entry.index];
-        Textures const textures(polygon);
+        bool const isPolygon = entry.batch < 0;
+        Textures textures;
+        if (isPolygon)
+            textures = Textures(*m_polygons[static_cast<int>(entry.index)]);
+        else
+            textures.oneD = m_transparentFaces[static_cast<std::size_t>(entry.batch)].texture;
         if (textures != bound || corners.size() >= kMostCorners) {
             DrawTriangles(corners);
             corners.clear();
@@ -132,6 +164,13 @@ void C3DGraph::RenderTransparentPolygons()
             SetTextureState(textures.twoD != 0, textures.twoD);
             bound = textures;
         }
+        if (!isPolygon) {
+            FaceBatch const& batch = *m_transparentFaces[static_cast<std::size_t>(entry.batch)].batch;
+            for (std::uint32_t const corner : batch.GetTriangles().subspan(entry.index, 3))
+                corners.push_back(Corner(batch.GetVertices()[corner]));
+            continue;
+        }
+        CPolygon const& polygon = *m_polygons[static_cast<int>(entry.index)];
         bool const needsFace = polygon.GetNormals().size() < polygon.GetVertices().size();
         CNormal const face = needsFace ? polygon.GetNormal() : CNormal();
         for (std::size_t i = 2; i < polygon.GetVertices().size(); ++i) {

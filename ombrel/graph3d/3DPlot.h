@@ -17,10 +17,10 @@ public:
     void Serialize(CArchive& ar) override;
 
     /// The smallest and the largest coordinate of the curves that are defined and valid; leave both unchanged when
-    /// there is none, and always here.
-    virtual void GetXRange(double& /*min*/, double& /*max*/) { }
-    virtual void GetYRange(double& /*min*/, double& /*max*/) { }
-    void GetZRange(double& /*min*/, double& /*max*/) override { }
+    /// there is none.
+    virtual void GetXRange(double& min, double& max);
+    virtual void GetYRange(double& min, double& max);
+    void GetZRange(double& min, double& max) override;
 
     using CPlot::Draw;
     /// Renders every curve that is defined, in order, in the state that the graph has set up.

@@ -73,6 +73,32 @@ void DropEndLevels(std::vector<double>& levels, double lo, double hi)
     std::erase_if(levels, [&](double level) { return equals(level, lo) || equals(level, hi); });
 }
 
+ContourLevels MakeLevels(LevelSettings const& settings, double lo, double hi)
+{
+    ContourLevels levels;
+    switch (settings.mode) {
+    case LevelSettings::kSpacing:
+        levels = MakeSpacedLevels(lo, hi, settings.ref, settings.spacing);
+        break;
+    case LevelSettings::kArbitrary:
+        levels = MakeArbitraryLevels(settings.arbitrary);
+        break;
+    default:
+        levels = MakeEvenLevels(lo, hi, settings.numBands);
+        break;
+    }
+    DropEndLevels(levels.values, lo, hi);
+    return levels;
+}
+
+void MakeBandColours(
+    int n, double lo, double hi, std::function<COLORREF(double value)> const& colourOf, CDWordArray& bands)
+{
+    bands.RemoveAll();
+    for (int k = 0; k <= n; ++k)
+        bands.Add(colourOf(n > 0 ? lo + k * (hi - lo) / n : lo));
+}
+
 ContourBands::ContourBands(std::span<double const> levels)
     : m_levels(levels.begin(), levels.end())
     , m_ascending(std::ranges::is_sorted(levels))

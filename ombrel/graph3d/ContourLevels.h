@@ -1,7 +1,9 @@
 #pragma once
+#include "ombrel/platform/framework/Arrays.h"
 #include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/String.h"
 
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -25,6 +27,25 @@ OMBREL_EXPORT ContourLevels MakeSpacedLevels(double lo, double hi, double refere
 OMBREL_EXPORT ContourLevels MakeArbitraryLevels(std::span<double const> levels);
 /// Leaves out the levels that equal lo or hi in single precision.
 OMBREL_EXPORT void DropEndLevels(std::vector<double>& levels, double lo, double hi);
+
+/// How a curve's levels are chosen: kBands makes even ones of a number, kSpacing those of a series, others take them as
+/// they are given.
+struct LevelSettings {
+    static constexpr int kBands = 0;
+    static constexpr int kSpacing = 1;
+    static constexpr int kArbitrary = 2;
+    int mode = kBands;
+    int numBands = 6;
+    double ref = 0.0;
+    double spacing = 0.0;
+    std::span<double const> arbitrary;
+};
+/// The levels of a range by these settings, without those at its ends. A mode that is not named counts as kBands.
+OMBREL_EXPORT ContourLevels MakeLevels(LevelSettings const& settings, double lo, double hi);
+/// The colours of the bands between n levels, one more than these: those of values spread evenly from lo to hi. Without
+/// levels one band covers everything.
+OMBREL_EXPORT void MakeBandColours(
+    int n, double lo, double hi, std::function<COLORREF(double value)> const& colourOf, CDWordArray& bands);
 
 /// Which of the levels' bands, 0 … number of levels, a value lies in; a value on a level lies in the lower band.
 class OMBREL_EXPORT ContourBands {

@@ -166,17 +166,6 @@ void CSurface::UpdateGraphParameters()
     m_wireframe.cols = blocks(GetNumCols(), m_wireframe.xFac);
 }
 
-void CSurface::GetBoxAxes(std::array<BoxAxis, 3>& axes) const
-{
-    C3DGraph const* const graph = Get3DGraph();
-    if (!graph)
-        return;
-    for (std::size_t k = 0; k < axes.size(); ++k) {
-        if (C3DAxis const* const axis = graph->GetAxes()[k])
-            axes[k] = { axis->GetMin(), axis->GetMax(), axis->GetScaleFac() };
-    }
-}
-
 void CSurface::Render()
 {
     if (AnythingToDraw() && IsValid() && Get3DGraph())

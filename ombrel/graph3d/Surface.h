@@ -79,8 +79,6 @@ public:
     int VertexClipped(int i, int j) const { return m_surfaceMesh->IsMissing(i, j) ? 1 : 0; }
     /// A parameter point with a value as a place in data units, by coordinate system and transforms.
     CVertex GetCartesian(double x, double y, double v) const;
-    /// What the graph's axes make of coordinates; unchanged without a graph.
-    void GetBoxAxes(std::array<BoxAxis, 3>& axes) const;
 
     int GetUseRadialGrid() const { return m_useRadialGrid; }
     /// Cartesian grids: x is the radius, y the angle in degrees.

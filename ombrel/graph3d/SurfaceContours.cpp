@@ -1,13 +1,8 @@
 #include "ombrel/foundation/Utils.h"
 #include "ombrel/graph3d/Surface.h"
+#include "ombrel/graph3d/render/ColourTexture.h"
 
 namespace ombrel {
-namespace {
-
-bool SameInSinglePrecision(double a, double b) { return static_cast<float>(a) == static_cast<float>(b); }
-
-} // namespace
-
 // --- Colours
 
 COLORREF CSurface::GetLUTColour(double value) const
@@ -48,27 +43,16 @@ double CSurface::Get1DTextureCoord(int i, int j) const
     double min = 0.0;
     double max = 0.0;
     GetUntransformedDataRange(min, max);
-    if (SameInSinglePrecision(min, max))
-        return 0.0;
-    return (ColourValues()[m_surfaceMesh->GetIndex(i, j)] - min) / (max - min);
+    return GetTexelPlace(ColourValues()[m_surfaceMesh->GetIndex(i, j)], min, max);
 }
 
 std::vector<BYTE> CSurface::Make1DTexture() const
 {
-    constexpr int kTexels = 1024;
     double min = 0.0;
     double max = 0.0;
     GetUntransformedDataRange(min, max);
     bool const hasBands = m_contours.on && m_contours.mode != cmLines;
-    std::vector<BYTE> texture;
-    texture.reserve(3 * kTexels);
-    for (int k = 0; k < kTexels; ++k) {
-        double const value = min + k * (max - min) / (kTexels - 1);
-        COLORREF const colour = hasBands ? GetContourColour(value) : GetLUTColour(value);
-        for (int shift = 0; shift < 24; shift += 8)
-            texture.push_back(static_cast<BYTE>(colour >> shift));
-    }
-    return texture;
+    return MakeTexels(min, max, [&](double value) { return hasBands ? GetContourColour(value) : GetLUTColour(value); });
 }
 
 ColourKeySource CSurface::GetColourKeySource() const
@@ -88,21 +72,9 @@ ContourLevels CSurface::MakeContourLevels() const
     double lo = 0.0;
     double hi = 0.0;
     GetUntransformedDataRange(lo, hi);
-    ContourLevels levels;
-    switch (m_contours.levelMode) {
-    case clSpacing:
-        levels = MakeSpacedLevels(lo, hi, m_contours.ref, m_contours.spacing);
-        break;
-    case clArbitrary:
-        levels = MakeArbitraryLevels(
-            { m_arbitraryLevels.GetData(), static_cast<std::size_t>(m_arbitraryLevels.GetSize()) });
-        break;
-    default:
-        levels = MakeEvenLevels(lo, hi, m_contours.numBands);
-        break;
-    }
-    DropEndLevels(levels.values, lo, hi);
-    return levels;
+    return MakeLevels({ m_contours.levelMode, m_contours.numBands, m_contours.ref, m_contours.spacing,
+                          { m_arbitraryLevels.GetData(), static_cast<std::size_t>(m_arbitraryLevels.GetSize()) } },
+        lo, hi);
 }
 
 void CSurface::MakeContourColours(ContourLevels& levels, CDWordArray& bands, CDWordArray& lines) const
@@ -112,11 +84,9 @@ void CSurface::MakeContourColours(ContourLevels& levels, CDWordArray& bands, CDW
     double hi = 0.0;
     GetUntransformedDataRange(lo, hi);
     auto const n = static_cast<int>(levels.values.size());
-    bands.RemoveAll();
     lines.RemoveAll();
-    // Without levels one band covers everything.
-    for (int k = 0; k <= n; ++k)
-        bands.Add(GetLUTColour(n > 0 ? lo + k * (hi - lo) / n : lo));
+    MakeBandColours(
+        n, lo, hi, [this](double value) { return GetLUTColour(value); }, bands);
     double const step = n > 1 ? (hi - lo) / (n - 1) : 0.0;
     for (int k = 0; k < n; ++k)
         lines.Add(GetContourLineLUTColour(lo + k * step));

@@ -101,7 +101,7 @@ double CSurfaceMesh::GetViewVal(double v, AxisType type) const
 
 CVertex CSurfaceMesh::GetNormalisedVertex(int i, int j) const
 {
-    return { m_axes[0].GetViewVal(GetX(i, j)), m_axes[1].GetViewVal(GetY(i, j)), m_axes[2].GetViewVal(GetZ(i, j)) };
+    return GetBoxPlace(m_axes, { GetX(i, j), GetY(i, j), GetZ(i, j) });
 }
 
 int CSurfaceMesh::GetBoundaryFlag(int i, int j) const

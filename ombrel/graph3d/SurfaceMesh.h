@@ -2,6 +2,7 @@
 #include "ombrel/foundation/Vertex.h"
 #include "ombrel/graph3d/3DAxis.h"
 #include "ombrel/graph3d/3DCurve.h"
+#include "ombrel/graph3d/BoxAxis.h"
 #include "ombrel/graph3d/Mesh.h"
 #include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Types.h"
@@ -13,16 +14,6 @@
 namespace ombrel {
 
 class CSurface;
-
-/// How the data box shows coordinates along one axis: the axis's range and its length in the box.
-struct BoxAxis {
-    double min = -10.0;
-    double max = 10.0;
-    double scale = 1.0;
-
-    double GetViewVal(double v) const { return max != min ? ((v - min) / (max - min) - 0.5) * scale : 0.0; }
-    friend bool operator==(BoxAxis const& a, BoxAxis const& b) = default;
-};
 
 /// The nodes of a surface, with their ranges, and what is known of each node: whether it lies inside of the boundary, a
 /// value of a second variable, its normal and its wireframe colour.
@@ -60,8 +51,8 @@ public:
 
     /// Takes over ranges and lengths of the graph's axes; whether any of them has changed.
     bool UpdateGraphParameters();
-    std::array<BoxAxis, 3> const& GetBoxAxes() const { return m_axes; }
-    void SetBoxAxes(std::array<BoxAxis, 3> const& axes) { m_axes = axes; }
+    BoxAxes const& GetBoxAxes() const { return m_axes; }
+    void SetBoxAxes(BoxAxes const& axes) { m_axes = axes; }
     /// One coordinate in box units; 0 for an axis that does not exist.
     double GetViewVal(double v, AxisType type) const;
     /// A node in box units.
@@ -119,7 +110,7 @@ private:
     std::array<Range, 4> m_ranges;
     bool m_hasRange = false;
     bool m_hasMissing = false;
-    std::array<BoxAxis, 3> m_axes;
+    BoxAxes m_axes;
     /// Empty while all nodes are inside.
     std::vector<std::uint8_t> m_boundary;
     std::vector<double> m_values;

@@ -12,9 +12,6 @@ public:
     explicit CSurfacePlot(CGraph* graph = nullptr);
     /// A CSurface. Owned by the plot.
     CPlotComponent* CreateCurve() override;
-    void GetXRange(double& min, double& max) override;
-    void GetYRange(double& min, double& max) override;
-    void GetZRange(double& min, double& max) override;
 };
 
 } // namespace ombrel

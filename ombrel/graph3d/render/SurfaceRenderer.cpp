@@ -2,25 +2,13 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/Polygon.h"
 #include "ombrel/graph3d/Surface.h"
+#include "ombrel/graph3d/render/GLBuffer.h"
 #include "ombrel/platform/opengl/OpenGL.h"
 
 #include <algorithm>
-#include <bit>
 
 namespace ombrel {
 namespace {
-
-// A place in the buffer that is bound, as OpenGL's functions take it.
-void const* BufferOffset(std::size_t bytes) { return std::bit_cast<void const*>(bytes); }
-
-template <typename T> void Fill(GLObject& buffer, unsigned int target, std::vector<T> const& content)
-{
-    if (!buffer.IsAlive())
-        buffer = GLObject(GLObject::Kind::Buffer);
-    gl::BindBuffer(target, buffer.Name());
-    gl::BufferData(target, static_cast<GLsizeiptr>(content.size() * sizeof(T)), content.data(), GL_STATIC_DRAW);
-    gl::BindBuffer(target, 0);
-}
 
 void Set(unsigned int capability, bool on) { (on ? gl::Enable : gl::Disable)(capability); }
 
@@ -30,7 +18,7 @@ void SurfaceRenderer::Render(CSurface& surface, C3DGraph& graph)
 {
     surface.BuildContours();
     if (surface.UseColourmap())
-        SetColourTexture(surface, graph, true);
+        m_colours.Bind(graph, surface.Make1DTexture());
     if (surface.GetUseTextureMap())
         SetImage(surface, true);
     GeometryKey const key = KeyOf(surface);
@@ -49,7 +37,7 @@ void SurfaceRenderer::Render(CSurface& surface, C3DGraph& graph)
     if (surface.GetUseTextureMap())
         SetImage(surface, false);
     if (surface.UseColourmap())
-        graph.Set1DTextureState(0, 0);
+        ColourTexture::Unbind(graph);
     if (surface.NeedContourLines() && !graph.GetCoarseMeshMode())
         DrawContourLines(surface, graph);
 }
@@ -60,9 +48,10 @@ void SurfaceRenderer::InvalidateDeviceObjects()
     m_nodes = {};
     m_linesKey = {};
     m_imageDirty = true;
-    for (GLObject* object : { &m_vertexBuffer, &m_indexBuffer, &m_imagePlaceBuffer, &m_wireframeColourBuffer,
-             &m_colourTexture, &m_image, &m_lineBuffer })
+    for (GLObject* object :
+        { &m_vertexBuffer, &m_indexBuffer, &m_imagePlaceBuffer, &m_wireframeColourBuffer, &m_image, &m_lineBuffer })
         object->Reset();
+    m_colours.Reset();
 }
 
 // --- Geometry
@@ -244,9 +233,9 @@ void SurfaceRenderer::MakeImagePlaces(CSurface const& surface)
 
 void SurfaceRenderer::Upload()
 {
-    Fill(m_vertexBuffer, GL_ARRAY_BUFFER, m_vertices);
-    Fill(m_indexBuffer, GL_ELEMENT_ARRAY_BUFFER, m_indices);
-    Fill(m_imagePlaceBuffer, GL_ARRAY_BUFFER, m_imagePlaces);
+    FillBuffer(m_vertexBuffer, GL_ARRAY_BUFFER, m_vertices);
+    FillBuffer(m_indexBuffer, GL_ELEMENT_ARRAY_BUFFER, m_indices);
+    FillBuffer(m_imagePlaceBuffer, GL_ARRAY_BUFFER, m_imagePlaces);
     m_wireframeColourBuffer.Reset();
     // The driver has them now.
     m_vertices = {};
@@ -273,7 +262,7 @@ void SurfaceRenderer::UploadWireframeColours(CSurface const& surface)
             }
         }
     }
-    Fill(m_wireframeColourBuffer, GL_ARRAY_BUFFER, colours);
+    FillBuffer(m_wireframeColourBuffer, GL_ARRAY_BUFFER, colours);
 }
 
 // --- Arrays
@@ -317,20 +306,6 @@ void SurfaceRenderer::DrawFaces(Span const& faces) const
 }
 
 // --- Textures
-
-void SurfaceRenderer::SetColourTexture(CSurface const& surface, C3DGraph& graph, bool on)
-{
-    std::vector<BYTE> colours = surface.Make1DTexture();
-    if (!m_colourTexture.IsAlive() || colours != m_colours) {
-        m_colours = std::move(colours);
-        m_colourTexture = GLObject(GLObject::Kind::Texture);
-        gl::PixelStorei(GL_UNPACK_ALIGNMENT, 1);
-        gl::BindTexture(GL_TEXTURE_1D, m_colourTexture.Name());
-        gl::TexImage1D(GL_TEXTURE_1D, 0, GL_RGB, static_cast<GLsizei>(m_colours.size() / 3), 0, GL_RGB,
-            GL_UNSIGNED_BYTE, m_colours.data());
-    }
-    graph.Set1DTextureState(on ? 1 : 0, static_cast<int>(m_colourTexture.Name()));
-}
 
 void SurfaceRenderer::SetImage(CSurface& surface, bool on)
 {
@@ -479,7 +454,7 @@ std::unique_ptr<CPolygon> SurfaceRenderer::MakePolygon(CSurface const& surface, 
     if (hasImage)
         polygon->SetTexture(m_image.Name());
     if (hasColours)
-        polygon->Set1DTexture(static_cast<int>(m_colourTexture.Name()));
+        polygon->Set1DTexture(static_cast<int>(m_colours.Name()));
     std::vector<CRealPoint> imagePlaces;
     bool isOnImage = true;
     for (auto const [di, dj] : kCorners[static_cast<std::size_t>(triangle)]) {

@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/graph3d/SurfaceMesh.h"
 #include "ombrel/graph3d/geometry/SurfaceGeometry.h"
+#include "ombrel/graph3d/render/ColourTexture.h"
 #include "ombrel/platform/framework/Types.h"
 #include "ombrel/platform/opengl/GLObject.h"
 
@@ -44,7 +45,7 @@ private:
     /// What the geometry was made from.
     struct GeometryKey {
         std::uint64_t revision = 0;
-        std::array<BoxAxis, 3> axes;
+        BoxAxes axes;
         bool isFlat = false;
         bool isTransparent = false;
         bool hasColours = false;
@@ -61,7 +62,7 @@ private:
     /// What the contour lines were made from.
     struct LinesKey {
         std::uint64_t revision = 0;
-        std::array<BoxAxis, 3> axes;
+        BoxAxes axes;
         std::vector<double> levels;
         friend bool operator==(LinesKey const& a, LinesKey const& b) = default;
     };
@@ -93,7 +94,6 @@ private:
     void UnbindArrays() const;
     void DrawFaces(Span const& faces) const;
 
-    void SetColourTexture(CSurface const& surface, C3DGraph& graph, bool on);
     void SetImage(CSurface& surface, bool on);
     void DrawPolygons(CSurface& surface);
     void DrawWireframe(CSurface& surface, C3DGraph& graph);
@@ -123,8 +123,7 @@ private:
     WireframeColoursKey m_wireframeColoursKey;
     GLObject m_wireframeColourBuffer;
 
-    std::vector<BYTE> m_colours;
-    GLObject m_colourTexture;
+    ColourTexture m_colours;
     bool m_imageDirty = false;
     GLObject m_image;
 

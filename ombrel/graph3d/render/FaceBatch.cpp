@@ -1,0 +1,203 @@
+#include "ombrel/graph3d/render/FaceBatch.h"
+#include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/Colour3.h"
+#include "ombrel/graph3d/render/GLBuffer.h"
+#include "ombrel/platform/opengl/OpenGL.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+namespace ombrel {
+namespace {
+
+/// Settings of OpenGL as they were, when this ends.
+class KeptState {
+public:
+    explicit KeptState(GLbitfield groups)
+    {
+        gl::PushAttrib(groups);
+        gl::PushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    }
+    ~KeptState()
+    {
+        gl::PopClientAttrib();
+        gl::PopAttrib();
+    }
+    KeptState(KeptState const&) = delete;
+    KeptState& operator=(KeptState const&) = delete;
+};
+
+void DrawIndices(unsigned int mode, FaceBatch::Span const& span)
+{
+    if (span.count != 0)
+        gl::DrawElements(
+            mode, static_cast<GLsizei>(span.count), GL_UNSIGNED_INT, BufferOffset(span.first * sizeof(std::uint32_t)));
+}
+
+} // namespace
+
+std::array<BYTE, 4> FaceVertex::Bytes(COLORREF colour, double transparency)
+{
+    Colour3 const c(colour);
+    double const opacity = std::isfinite(transparency) ? std::clamp(1.0 - transparency, 0.0, 1.0) : 1.0;
+    return { c.rgb[0], c.rgb[1], c.rgb[2], static_cast<BYTE>(std::lround(opacity * 255.0)) };
+}
+
+void FaceBatch::Clear()
+{
+    m_vertices.clear();
+    m_triangles.clear();
+    m_lines.clear();
+    m_elements.clear();
+    m_isUploaded = false;
+}
+
+std::uint32_t FaceBatch::AddVertex(FaceVertex const& vertex)
+{
+    m_isUploaded = false;
+    m_vertices.push_back(vertex);
+    return static_cast<std::uint32_t>(m_vertices.size() - 1);
+}
+
+void FaceBatch::AddTriangle(std::uint32_t a, std::uint32_t b, std::uint32_t c)
+{
+    m_isUploaded = false;
+    m_triangles.insert(m_triangles.end(), { a, b, c });
+}
+
+void FaceBatch::AddLine(std::uint32_t a, std::uint32_t b)
+{
+    m_isUploaded = false;
+    m_lines.insert(m_lines.end(), { a, b });
+}
+
+void FaceBatch::EndElement()
+{
+    auto const since = [](std::vector<std::uint32_t> const& all, std::size_t first) {
+        return Span { first, all.size() - first };
+    };
+    Element const last = m_elements.empty() ? Element {} : m_elements.back();
+    m_elements.push_back({ since(m_triangles, last.faces.first + last.faces.count),
+        since(m_lines, last.outline.first + last.outline.count) });
+}
+
+void FaceBatch::InvalidateDeviceObjects()
+{
+    m_isUploaded = false;
+    for (GLObject* object : { &m_vertexBuffer, &m_triangleBuffer, &m_lineBuffer })
+        object->Reset();
+}
+
+void FaceBatch::Upload()
+{
+    if (m_isUploaded && m_vertexBuffer.IsAlive())
+        return;
+    FillBuffer(m_vertexBuffer, GL_ARRAY_BUFFER, m_vertices);
+    FillBuffer(m_triangleBuffer, GL_ELEMENT_ARRAY_BUFFER, m_triangles);
+    FillBuffer(m_lineBuffer, GL_ELEMENT_ARRAY_BUFFER, m_lines);
+    m_isUploaded = true;
+}
+
+void FaceBatch::BindArrays() const
+{
+    for (int const array : { GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_TEXTURE_COORD_ARRAY, GL_COLOR_ARRAY })
+        gl::EnableClientState(static_cast<GLenum>(array));
+    gl::BindBuffer(GL_ARRAY_BUFFER, m_vertexBuffer.Name());
+    constexpr int kStride = sizeof(FaceVertex);
+    gl::VertexPointer(3, GL_FLOAT, kStride, BufferOffset(offsetof(FaceVertex, place)));
+    gl::NormalPointer(GL_FLOAT, kStride, BufferOffset(offsetof(FaceVertex, normal)));
+    gl::TexCoordPointer(1, GL_FLOAT, kStride, BufferOffset(offsetof(FaceVertex, value)));
+    gl::ColorPointer(4, GL_UNSIGNED_BYTE, kStride, BufferOffset(offsetof(FaceVertex, colour)));
+    gl::BindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_triangleBuffer.Name());
+}
+
+void FaceBatch::UnbindArrays()
+{
+    gl::BindBuffer(GL_ARRAY_BUFFER, 0);
+    gl::BindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+}
+
+void FaceBatch::DrawFaces(C3DGraph& graph, unsigned int texture)
+{
+    if (m_triangles.empty())
+        return;
+    Upload();
+    KeptState const kept(GL_CURRENT_BIT);
+    graph.Set1DTextureState(texture != 0, static_cast<int>(texture));
+    BindArrays();
+    DrawIndices(GL_TRIANGLES, { 0, m_triangles.size() });
+    UnbindArrays();
+    graph.Set1DTextureState(0, 0);
+}
+
+void FaceBatch::DrawLines(C3DGraph& graph, float width, unsigned int texture)
+{
+    if (m_lines.empty())
+        return;
+    Upload();
+    KeptState const kept(GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_LINE_BIT);
+    graph.Set1DTextureState(texture != 0, static_cast<int>(texture));
+    gl::Disable(GL_LIGHTING);
+    gl::LineWidth(width);
+    BindArrays();
+    gl::BindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_lineBuffer.Name());
+    DrawIndices(GL_LINES, { 0, m_lines.size() });
+    UnbindArrays();
+    graph.Set1DTextureState(0, 0);
+}
+
+void FaceBatch::DrawOutlined(C3DGraph& graph, COLORREF lineColour, float width, unsigned int texture)
+{
+    if (m_elements.empty())
+        return;
+    Upload();
+    KeptState const kept(GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_LINE_BIT | GL_STENCIL_BUFFER_BIT);
+    Colour3 const colour(lineColour);
+    bool const isLit = graph.GetLightingOn() != 0;
+    graph.Set1DTextureState(texture != 0, static_cast<int>(texture));
+    gl::Enable(GL_STENCIL_TEST);
+    gl::Clear(GL_STENCIL_BUFFER_BIT);
+    gl::LineWidth(width);
+    BindArrays();
+    auto const drawOutlines = [&](Span const& lines) {
+        if (isLit)
+            gl::Disable(GL_LIGHTING);
+        if (texture != 0)
+            gl::Disable(GL_TEXTURE_1D);
+        gl::StencilFunc(GL_ALWAYS, 0, 1);
+        gl::StencilOp(GL_INVERT, GL_INVERT, GL_INVERT);
+        gl::DisableClientState(GL_COLOR_ARRAY);
+        gl::Color3ubv(colour.rgb);
+        gl::BindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_lineBuffer.Name());
+        DrawIndices(GL_LINES, lines);
+        gl::BindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_triangleBuffer.Name());
+        gl::EnableClientState(GL_COLOR_ARRAY);
+    };
+    for (std::size_t e = 0; e < m_elements.size(); ++e) {
+        if (e == 0)
+            drawOutlines(m_elements[e].outline);
+        gl::StencilFunc(GL_EQUAL, 0, 1);
+        gl::StencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
+        if (isLit)
+            gl::Enable(GL_LIGHTING);
+        if (texture != 0)
+            gl::Enable(GL_TEXTURE_1D);
+        DrawIndices(GL_TRIANGLES, m_elements[e].faces);
+        // Its second one, and the first one of the next element.
+        Span lines = m_elements[e].outline;
+        if (e + 1 < m_elements.size())
+            lines.count += m_elements[e + 1].outline.count;
+        drawOutlines(lines);
+    }
+    UnbindArrays();
+    gl::Flush();
+    graph.Set1DTextureState(0, 0);
+}
+
+void FaceBatch::AddTransparent(C3DGraph& graph, unsigned int texture) const
+{
+    graph.AddTransparentFaces(*this, static_cast<int>(texture));
+}
+
+} // namespace ombrel
