@@ -25,6 +25,7 @@
 #include "ombrel/graph3d/3DCurve.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DGrid.h"
+#include "ombrel/graph3d/3DLineData.h"
 #include "ombrel/graph3d/3DPlot.h"
 #include "ombrel/graph3d/3DRowColCurve.h"
 #include "ombrel/graph3d/Surface.h"
@@ -91,6 +92,7 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &C3DPlot::kClass,
     &C3DCurve::kClass,
     &C3DRowColCurve::kClass,
+    &C3DLineData::kClass,
     &CSurfacePlot::kClass,
     &CSurface::kClass,
     &C2DContourPlot::kClass,
