@@ -51,7 +51,7 @@ TEST(Options, AreReadFromAnyPlaceOfTheCommandLine)
     EXPECT_FALSE(options.IsGiven(OptionId::Palette));
     EXPECT_EQ(ParseOptions({ "a.doc", "-o", "-", "--format", "SVG" }).format, PictureFormat::Svg);
     EXPECT_EQ(ParseOptions({ "a.doc" }).command, Command::None);
-    EXPECT_EQ(ParseOptions({ "a", "--header", "no" }).header, HeaderChoice::Absent);
+    EXPECT_EQ(ParseOptions({ "a", "--header", "no" }).table.header, HeaderChoice::Absent);
 }
 
 TEST(Options, ThatDoNothingAreRefused)

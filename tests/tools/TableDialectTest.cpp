@@ -77,12 +77,12 @@ TEST(TableLines, AreToldFromCommentsAndBreaksFromText)
 TEST(TableCells, AreNumbersDatesGapsOrTexts)
 {
     auto const german = std::get<DateFormat>(DateFormat::Compile("%d.%m.%Y"));
-    for (char const* const gap : { "", "NA", "na", "NaN", "nan", "-NaN", "N/A", "n/a", "null", "NULL" }) {
-        EXPECT_TRUE(IsGapWord(gap)) << gap;
+    for (char const* const gap : { "", "NA", "na", "NaN", "nan", "-NaN", "N/A", "n/a", "null", "NULL", "-", "?" }) {
+        EXPECT_TRUE(GapWords().Contains(gap)) << gap;
         EXPECT_EQ(ClassifyCell({ gap, true }, '.', &german), ColumnType::Unknown);
     }
-    for (char const* const word : { "-", "none", "nul", "nulls", "n a", "nann", "--nan", "0" })
-        EXPECT_FALSE(IsGapWord(word)) << word;
+    for (char const* const word : { "--", "none", "nul", "nulls", "n a", "nann", "--nan", "0" })
+        EXPECT_FALSE(GapWords().Contains(word)) << word;
     EXPECT_EQ(ClassifyCell({ "1.5", true }, '.', nullptr), ColumnType::Number);
     EXPECT_EQ(ClassifyCell({ "1,5", false }, '.', nullptr), ColumnType::Text);
     EXPECT_EQ(ClassifyCell({ "1,5", false }, ',', nullptr), ColumnType::Number);
@@ -92,17 +92,67 @@ TEST(TableCells, AreNumbersDatesGapsOrTexts)
     EXPECT_EQ(ClassifyCell({ "1.5", false }, '.', &german), ColumnType::Text);
 }
 
+TEST(TableCells, AreGapsWhereTheirWordOrNumberWasNamed)
+{
+    GapWords const gaps("-999,Missing,1e3");
+    for (char const* const gap : { "-999", "-999.0", "MISSING", "1000", "-", "" })
+        EXPECT_EQ(ClassifyCell({ gap, false }, '.', nullptr, gaps), ColumnType::Unknown) << gap;
+    EXPECT_EQ(ClassifyCell({ "999", false }, '.', nullptr, gaps), ColumnType::Number);
+    EXPECT_EQ(ClassifyCell({ "missings", false }, '.', nullptr, gaps), ColumnType::Text);
+    EXPECT_TRUE(gaps.Contains(-999.0));
+    EXPECT_FALSE(GapWords().Contains(0.0));
+}
+
+TEST(TableCells, HoldNumbersAsAPersonWritesThem)
+{
+    struct {
+        char const* text;
+        char decimalMark;
+        std::optional<double> value;
+    } const cases[] {
+        { "1,234", '.', 1234.0 },
+        { "-12,345,678.5", '.', -12345678.5 },
+        { "1.234,5", ',', 1234.5 },
+        { "$12", '.', 12.0 },
+        { "-$1,200.50", '.', -1200.5 },
+        { "$-3", '.', -3.0 },
+        { "12,50 \u20AC", ',', 12.5 },
+        { "1,23", '.', {} },
+        { "1234,567", '.', {} },
+        { ",123", '.', {} },
+        { "1,234,", '.', {} },
+        { "1,234,56", '.', {} },
+        { "$", '.', {} },
+        { "$$1", '.', {} },
+        { "1,2a4", '.', {} },
+    };
+    for (auto const& c : cases)
+        EXPECT_EQ(ParseWrittenNumber(c.text, c.decimalMark), c.value) << c.text;
+}
+
+TEST(TableHeads, TellJsonFromTables)
+{
+    for (char const* const json : { "{\"a\": 1}", " {\n  \"a\": [] }", "[{\"a\":1}]", "[\n [1,2]]", "{}" })
+        EXPECT_TRUE(LooksLikeJson(json)) << json;
+    for (char const* const table : { "", "{", "[s],[m]\n1,2\n", "[1 2]\n", "{a} b\n", "\"a\",1\n" })
+        EXPECT_FALSE(LooksLikeJson(table)) << table;
+}
+
 TEST(TableHeads, TellHowATableIsWritten)
 {
     auto const german = std::get<DateFormat>(DateFormat::Compile("%d.%m.%Y"));
     TableHints const detect;
-    TableHints const dated { HeaderChoice::Detect, &german, "" };
-    TableHints const datedSecond { HeaderChoice::Detect, &german, "when" };
-    TableHints const named { HeaderChoice::Present, nullptr, "" };
+    TableHints const dated { {}, &german, "" };
+    TableHints const datedSecond { {}, &german, "when" };
+    TableHints const named { { HeaderChoice::Present }, nullptr, "" };
+    TableHints const colons { { HeaderChoice::Detect, ':' } };
+    TableHints const commaMarks { { HeaderChoice::Detect, {}, ',' } };
+    TableHints const pointMarks { { HeaderChoice::Detect, {}, '.' } };
+    TableHints const oneColumn { { HeaderChoice::Detect, '\0' } };
     struct {
         char const* sample;
         TableHints const& hints;
-        /// Separator (0 as |), decimal mark, h for a header, r for row names.
+        /// Separator (none as |, a bar as !), decimal mark, h for a header, r for row names.
         char const* dialect;
         /// A letter a column: Number, Date, Text, Unknown.
         char const* types;
@@ -118,6 +168,14 @@ TEST(TableHeads, TellHowATableIsWritten)
         { "a,b,c\n1,2020-01-01,1\nx,y,2020-01-01\nNA,,\n", detect, ",.h", "NDN" },
         { "a,b\n1,\nx,\ny,NA\n", detect, ",.h", "TU" },
         { "1,2\n3,4\n", named, ",.h", "NN" },
+        // What was said decides, and numbers with groups of digits are numbers.
+        { "a:b\n1:2\n", colons, ":.h", "NN" },
+        { "a,b\n1,5\n2,5\n", commaMarks, "|,h", "N" },
+        { "a\tb\n1,234\t2\n5,678\t3\n", pointMarks, "\t.h", "NN" },
+        { "a\n1,5\n", oneColumn, "|.h", "T" },
+        { "a|b\n1|2\n", detect, "!.h", "NN" },
+        { "a;b\n\"1,234.5\";$2\n", detect, ";.h", "NN" },
+        { "a;b\n1.234,5;2 \u20AC\n", detect, ";,h", "NN" },
         { "day;n\n1.2.2020;1\n", dated, ";.h", "DN" },
         { "n;when\n1;1.2.2020\n", datedSecond, ";.h", "ND" },
         { "when\n1;1.2.2020\n2;2.2.2020\n", datedSecond, ";.hr", "ND" },
@@ -130,7 +188,8 @@ TEST(TableHeads, TellHowATableIsWritten)
     };
     for (auto const& c : cases) {
         TableHead const head = DetectDialect(c.sample, c.hints);
-        std::string dialect { head.dialect.separator ? head.dialect.separator : '|', head.dialect.decimalMark };
+        char const separator = head.dialect.separator == '|' ? '!' : head.dialect.separator;
+        std::string dialect { separator ? separator : '|', head.dialect.decimalMark };
         dialect += head.dialect.hasHeader ? "h" : "";
         dialect += head.dialect.hasRowNames ? "r" : "";
         std::string types;

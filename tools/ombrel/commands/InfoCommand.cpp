@@ -84,8 +84,7 @@ std::string ValueRange(TableColumn const& column)
 
 std::string DescribeTable(Options const& options, InputFile& file, Messages const& messages)
 {
-    TableOptions reading;
-    reading.header = options.header;
+    TableOptions reading { options.table };
     reading.dateFormat = options.dateFormat;
     Table const table = ReadTableFile(file, reading, messages);
     std::string text = file.GetName() + ": table of " + Counted(table.rows, "row", "rows") + " and "

@@ -162,8 +162,7 @@ void TellColumns(PlotSource const& source, Messages const& messages)
 /// What the reader is to keep.
 TableOptions ReadingOptions(Options const& options)
 {
-    TableOptions reading;
-    reading.header = options.header;
+    TableOptions reading { options.table };
     reading.dateFormat = options.dateFormat;
     reading.dateColumn = options.xColumn;
     if (!options.yColumns.empty()) {

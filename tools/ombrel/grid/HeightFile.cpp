@@ -49,7 +49,7 @@ TableGridOptions GridOptionsOf(Options const& options)
 void RefuseTableOptions(Options const& options, std::string const& path)
 {
     for (OptionId const id : { OptionId::Matrix, OptionId::XColumn, OptionId::YColumns, OptionId::ZColumn,
-             OptionId::XRange, OptionId::YRange, OptionId::Header }) {
+             OptionId::XRange, OptionId::YRange, OptionId::Header, OptionId::Separator, OptionId::Decimal, OptionId::Missing }) {
         if (options.IsGiven(id))
             throw Failure(kUsageFault,
                 (EntryOf(id).longName.size() > 1 ? "--" : "-") + std::string(EntryOf(id).longName)
@@ -102,8 +102,7 @@ HeightFile ReadHeightFile(Options const& options, InputFile& file, Messages cons
         RefuseTableOptions(options, name);
         return { name, std::nullopt };
     }
-    TableOptions reading;
-    reading.header = options.header;
+    TableOptions reading { options.table };
     TableGridOptions const grid = GridOptionsOf(options);
     Table table = ReadTableFile(file, reading, messages);
     return { name, GridOfTable(table, name, grid, messages) };

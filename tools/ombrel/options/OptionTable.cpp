@@ -25,6 +25,7 @@ constexpr string_view kKinds[] { "line", "steps", "pairs", "points", "filled", "
     "error", "text", "histogram" };
 constexpr string_view kLogAxes[] { "x", "y", "xy" };
 constexpr string_view kYesNo[] { "yes", "no" };
+constexpr string_view kDecimalMarks[] { "point", "comma" };
 constexpr string_view kGrids[] { "off", "major", "both" };
 constexpr string_view kLegends[] { "auto", "off", "tl", "tr", "bl", "br" };
 constexpr string_view kMatrices[] { "plain", "headed" };
@@ -139,6 +140,15 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::Header, "header", 0, "yes|no",
         "The first row names the columns, or not. Without it, it does when one of its cells is a text.",
         kCharts | kInfo, kYesNo },
+    OptionEntry { OptionId::Separator, "separator", 0, "CHAR",
+        "What stands between cells: a character, tab, blanks (any number of them) or none. Without it, what the first "
+        "lines look like.",
+        kCharts | kInfo },
+    OptionEntry { OptionId::Decimal, "decimal", 0, "point|comma",
+        "The mark before the fraction of numbers. Without it, what the first lines look like.", kCharts | kInfo,
+        kDecimalMarks },
+    OptionEntry { OptionId::Missing, "missing", 0, "WORD[,WORD...]",
+        "Cells of these words or numbers are gaps, besides empty ones, NA, N/A, NaN, null, - and ?.", kCharts | kInfo },
     OptionEntry { OptionId::Size, "size", 0, "WxH", "Size of a picture in pixels; 1000x640 without it.", kPictures },
     OptionEntry { OptionId::Page, "page", 0, "PAGE",
         "Size of a page (.pdf .svg .ps): A5, A4, A3 or Letter, which lie on their long side, or WxH in millimetres; A4 "

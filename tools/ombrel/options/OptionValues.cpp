@@ -147,6 +147,20 @@ int ParseLineWidth(OptionEntry const& option, std::string const& value)
     return width;
 }
 
+char ParseSeparator(OptionEntry const& option, std::string const& value)
+{
+    std::string const word = LowerCase(value);
+    if (word == "tab" || word == "\\t")
+        return '\t';
+    if (word == "blanks" || word == "none")
+        return word == "none" ? '\0' : ' ';
+    // What numbers, dates and quoted cells are written with separates nothing.
+    constexpr std::string_view kSeparators = ",;|:/~^&!@%*_=\t ";
+    if (word.size() != 1 || kSeparators.find(word[0]) == std::string_view::npos)
+        FailValue(option, value, "tab, blanks, none, or one character such as , ; | or :");
+    return word[0];
+}
+
 DateFormat ParseDateFormat(OptionEntry const& option, std::string const& value)
 {
     auto format = DateFormat::Compile(value);

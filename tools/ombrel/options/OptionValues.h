@@ -26,6 +26,8 @@ PictureSize ParseSize(OptionEntry const& option, std::string const& value);
 /// A5, A4, A3, Letter, or WxH in millimetres.
 PageSize ParsePage(OptionEntry const& option, std::string const& value);
 int ParseLineWidth(OptionEntry const& option, std::string const& value);
+/// "tab", "blanks", "none", or one character that no cell of numbers has: 0 for none.
+char ParseSeparator(OptionEntry const& option, std::string const& value);
 DateFormat ParseDateFormat(OptionEntry const& option, std::string const& value);
 /// Appends names or numbers that have commas between.
 void AddColumns(std::vector<std::string>& columns, OptionEntry const& option, std::string const& value);

@@ -147,9 +147,19 @@ void Apply(Options& options, OptionEntry const& option, std::string const& value
         break;
     case OptionId::Header: {
         enum class YesNo { Yes, No };
-        options.header = ParseChoice<YesNo>(option, value) == YesNo::Yes ? HeaderChoice::Present : HeaderChoice::Absent;
+        options.table.header
+            = ParseChoice<YesNo>(option, value) == YesNo::Yes ? HeaderChoice::Present : HeaderChoice::Absent;
         break;
     }
+    case OptionId::Separator:
+        options.table.separator = ParseSeparator(option, value);
+        break;
+    case OptionId::Decimal:
+        options.table.decimalMark = ParseWord(option, value) == 0 ? '.' : ',';
+        break;
+    case OptionId::Missing:
+        options.table.gaps = GapWords(value);
+        break;
     case OptionId::Size:
         options.size = ParseSize(option, value);
         break;
@@ -288,6 +298,8 @@ Options ParseOptions(std::vector<std::string> const& arguments)
     } catch (CLI::ParseError const& error) {
         FailUsage(std::string(error.what()) + " (ombrel --help lists the options)");
     }
+    if (options.table.separator == ',' && options.table.decimalMark == ',')
+        FailUsage("--separator , and --decimal comma: a comma is either the one or the other");
     return options;
 }
 

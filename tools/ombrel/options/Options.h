@@ -48,6 +48,9 @@ enum class OptionId : int {
     Log,
     DateFormat,
     Header,
+    Separator,
+    Decimal,
+    Missing,
     Size,
     Page,
     Antialias,
@@ -159,7 +162,7 @@ struct Options {
     bool xLog = false;
     bool yLog = false;
     std::optional<DateFormat> dateFormat;
-    HeaderChoice header = HeaderChoice::Detect;
+    TableForm table;
     std::optional<PictureSize> size;
     std::optional<PageSize> page;
     bool antialias = false;

@@ -197,15 +197,99 @@ std::optional<double> ParseCellNumber(std::string_view text, char decimalMark)
     return value;
 }
 
-bool IsGapWord(std::string_view text)
+namespace {
+
+/// Takes a currency's sign off one end, with blanks between it and the number; UTF-8.
+bool DropCurrency(std::string_view& text)
 {
-    if (text.size() > 4)
+    for (std::string_view const sign : { "$", "\u20AC", "\u00A3", "\u00A5" }) {
+        if (text.starts_with(sign)) {
+            text.remove_prefix(sign.size());
+            while (!text.empty() && IsBlank(text.front()))
+                text.remove_prefix(1);
+            return true;
+        }
+        if (text.ends_with(sign)) {
+            text.remove_suffix(sign.size());
+            while (!text.empty() && IsBlank(text.back()))
+                text.remove_suffix(1);
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Whether the whole part is one to three digits, and groups of three behind marks; the groups' digits are appended.
+bool TakeGroups(std::string_view whole, char mark, std::string& digits)
+{
+    std::size_t const first = whole.find(mark);
+    if (first == 0 || first > 3)
         return false;
-    std::array<char, 4> lower {};
-    for (std::size_t i = 0; i < text.size(); ++i)
-        lower[i] = ToLower(text[i]);
-    std::string_view const word(lower.data(), text.size());
-    return word.empty() || word == "na" || word == "nan" || word == "n/a" || word == "-nan" || word == "null";
+    for (std::size_t i = 0; i < whole.size(); ++i) {
+        bool const isMark = i >= first && (i - first) % 4 == 0;
+        if (isMark ? whole[i] != mark : !IsDigit(whole[i]))
+            return false;
+        if (!isMark)
+            digits += whole[i];
+    }
+    return (whole.size() - first) % 4 == 0;
+}
+
+} // namespace
+
+std::optional<double> ParseWrittenNumber(std::string_view text, char decimalMark)
+{
+    if (auto const plain = ParseCellNumber(text, decimalMark))
+        return plain;
+    std::string number;
+    if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
+        number += text.front();
+        text.remove_prefix(1);
+    }
+    // A sign may stand behind that of the currency, too.
+    if (DropCurrency(text) && number.empty() && text.starts_with('-')) {
+        number += '-';
+        text.remove_prefix(1);
+    }
+    if (text.empty() || !IsDigit(text.front()))
+        return std::nullopt;
+    char const group = decimalMark == ',' ? '.' : ',';
+    std::size_t const wholeEnd = std::min(text.find(decimalMark), text.size());
+    std::string_view const whole = text.substr(0, wholeEnd);
+    if (whole.find(group) == std::string_view::npos)
+        number += whole;
+    else if (!TakeGroups(whole, group, number))
+        return std::nullopt;
+    number += text.substr(wholeEnd);
+    return ParseCellNumber(number, decimalMark);
+}
+
+GapWords::GapWords(std::string_view list)
+{
+    while (!list.empty()) {
+        std::size_t const comma = std::min(list.find(','), list.size());
+        std::string word(list.substr(0, comma));
+        list.remove_prefix(std::min(comma + 1, list.size()));
+        for (char& c : word)
+            c = ToLower(c);
+        if (auto const value = ParseCellNumber(word, '.'))
+            m_values.push_back(*value);
+        m_words.push_back(std::move(word));
+    }
+}
+
+bool GapWords::Contains(std::string_view text) const
+{
+    if (text.size() > 4 && m_words.empty())
+        return false;
+    std::string lower(text);
+    for (char& c : lower)
+        c = ToLower(c);
+    for (std::string_view const word : { "", "na", "nan", "n/a", "-nan", "null", "-", "?" }) {
+        if (lower == word)
+            return true;
+    }
+    return std::find(m_words.begin(), m_words.end(), lower) != m_words.end();
 }
 
 std::optional<double> MakeDate(int year, int month, int day, double seconds)

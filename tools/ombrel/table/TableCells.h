@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -77,8 +78,28 @@ std::optional<double> ParseCellNumber(std::string_view text, char decimalMark);
 /// Numbers beyond ±this are not accepted: a graph's range could not be computed from them.
 inline constexpr double kLargestNumber = 1e300;
 
-/// True for the texts that stand for a missing value: empty, NA, N/A, NaN, -NaN and null, in any case.
-bool IsGapWord(std::string_view text);
+/// The number that a person has written: as above, or with a currency sign before or behind it, and with its digits in
+/// groups of three, which a comma separates (a point where the comma is the decimal mark).
+std::optional<double> ParseWrittenNumber(std::string_view text, char decimalMark);
+
+/// The texts that stand for a missing value.
+class GapWords {
+public:
+    /// Those that are common, in any case: empty, NA, N/A, NaN, -NaN, null, - and ?.
+    GapWords() = default;
+    /// And those of a list with commas between them, in any case; a number stands for all cells of that value.
+    explicit GapWords(std::string_view list);
+    bool Contains(std::string_view text) const;
+    bool Contains(double value) const
+    {
+        return !m_values.empty() && std::find(m_values.begin(), m_values.end(), value) != m_values.end();
+    }
+
+private:
+    /// In lower case.
+    std::vector<std::string> m_words;
+    std::vector<double> m_values;
+};
 
 /// A date as days since 30 December 1899 (the time counted away from zero before that day).
 struct CellDate {

@@ -15,7 +15,7 @@ struct Record {
     bool isBroken = false;
 };
 
-constexpr std::array<char, 5> kSeparators { ',', ';', '\t', ' ', 0 };
+constexpr std::array<char, 6> kSeparators { ',', ';', '\t', '|', ' ', 0 };
 
 /// The sample cut into records by one separator; a record that the sample does not hold completely is left out.
 std::vector<Record> CutSample(std::string_view sample, char separator)
@@ -61,18 +61,25 @@ struct Fit {
 
 /// The decimal comma, when numbers with one outnumber those with a point. Without a separator a comma is none either:
 /// it is what separates in lines that a quote left open keeps from being cut.
-char FindDecimalMark(std::vector<Record> const& records, char separator)
+char FindDecimalMark(std::vector<Record> const& records, char separator, TableHints const& hints)
 {
+    if (hints.decimalMark)
+        return *hints.decimalMark;
     if (separator == ',' || separator == 0)
         return '.';
     std::size_t commas = 0;
     std::size_t points = 0;
     for (Record const& record : records) {
         for (TableCell const& cell : record.cells) {
-            bool const hasComma = cell.text.find(',') != std::string_view::npos;
-            if (hasComma && ParseCellNumber(cell.text, ','))
+            std::size_t const comma = cell.text.rfind(',');
+            std::size_t const point = cell.text.rfind('.');
+            if (comma == std::string_view::npos && point == std::string_view::npos)
+                continue;
+            // Where there are both, the last one is the mark.
+            bool const isComma = comma != std::string_view::npos && (point == std::string_view::npos || comma > point);
+            if (isComma && ParseWrittenNumber(cell.text, ','))
                 ++commas;
-            else if (!hasComma && cell.text.find('.') != std::string_view::npos && ParseCellNumber(cell.text, '.'))
+            else if (ParseWrittenNumber(cell.text, '.'))
                 ++points;
         }
     }
@@ -95,9 +102,9 @@ std::pair<std::size_t, std::size_t> UsualWidth(std::vector<Record> const& record
     return best;
 }
 
-Fit Judge(std::vector<Record> const& records, char separator, DateFormat const* dateFormat)
+Fit Judge(std::vector<Record> const& records, char separator, TableHints const& hints)
 {
-    Fit fit { separator, FindDecimalMark(records, separator), 0, -1.0 };
+    Fit fit { separator, FindDecimalMark(records, separator, hints), 0, -1.0 };
     auto const [width, count] = UsualWidth(records);
     if (records.empty() || (separator != 0 && width < 2))
         return fit;
@@ -108,8 +115,8 @@ Fit Judge(std::vector<Record> const& records, char separator, DateFormat const* 
     for (std::size_t i = records.size() > 1 ? 1 : 0; i < records.size(); ++i) {
         for (TableCell const& cell : records[i].cells) {
             ++cells;
-            values += ClassifyCell(cell, fit.decimalMark, nullptr) != ColumnType::Text
-                || (dateFormat && dateFormat->Parse(cell.text));
+            values += ClassifyCell(cell, fit.decimalMark, nullptr, hints.gaps) != ColumnType::Text
+                || (hints.dateFormat && hints.dateFormat->Parse(cell.text));
         }
     }
     double const consistency = static_cast<double>(count) / static_cast<double>(records.size());
@@ -154,7 +161,7 @@ bool FirstRecordIsHeader(Record const& first, char decimalMark, TableHints const
     std::size_t const dateColumn = FindDateColumn(first, hints, false);
     for (std::size_t i = 0; i < first.cells.size(); ++i) {
         auto const* const format = i == dateColumn ? hints.dateFormat : nullptr;
-        if (ClassifyCell(first.cells[i], decimalMark, format) == ColumnType::Text)
+        if (ClassifyCell(first.cells[i], decimalMark, format, hints.gaps) == ColumnType::Text)
             return true;
     }
     return false;
@@ -253,15 +260,30 @@ std::string CellText(TableCell const& cell)
     return single;
 }
 
-ColumnType ClassifyCell(TableCell const& cell, char decimalMark, DateFormat const* dateFormat)
+ColumnType ClassifyCell(TableCell const& cell, char decimalMark, DateFormat const* dateFormat, GapWords const& gaps)
 {
-    if (IsGapWord(cell.text))
+    if (gaps.Contains(cell.text))
         return ColumnType::Unknown;
     if (dateFormat)
         return dateFormat->Parse(cell.text) ? ColumnType::Date : ColumnType::Text;
-    if (ParseCellNumber(cell.text, decimalMark))
-        return ColumnType::Number;
+    if (auto const value = ParseWrittenNumber(cell.text, decimalMark))
+        return gaps.Contains(*value) ? ColumnType::Unknown : ColumnType::Number;
     return ParseIsoDate(cell.text) ? ColumnType::Date : ColumnType::Text;
+}
+
+bool LooksLikeJson(std::string_view text)
+{
+    auto const next = [&text] {
+        std::size_t const first = text.find_first_not_of(" \t\r\n");
+        char const c = first == std::string_view::npos ? '\0' : text[first];
+        text.remove_prefix(std::min(first, text.size() - 1) + 1);
+        return c;
+    };
+    if (text.empty())
+        return false;
+    char const open = next();
+    char const inside = text.empty() ? '\0' : next();
+    return (open == '{' && (inside == '"' || inside == '}')) || (open == '[' && (inside == '{' || inside == '['));
 }
 
 std::size_t FindColumn(std::vector<std::string> const& names, std::string_view text)
@@ -280,13 +302,19 @@ TableHead DetectDialect(std::string_view sample, TableHints const& hints)
 {
     Fit best;
     std::vector<Record> records;
-    for (char const separator : kSeparators) {
+    auto const consider = [&](char separator) {
         std::vector<Record> candidate = CutSample(sample, separator);
-        Fit const fit = Judge(candidate, separator, hints.dateFormat);
-        if (fit.score > best.score + 1e-9) {
+        Fit const fit = Judge(candidate, separator, hints);
+        if (hints.separator || fit.score > best.score + 1e-9) {
             best = fit;
             records = std::move(candidate);
         }
+    };
+    if (hints.separator)
+        consider(*hints.separator);
+    for (char const separator : kSeparators) {
+        if (!hints.separator && !(separator == ',' && hints.decimalMark == ','))
+            consider(separator);
     }
     TableHead head;
     head.dialect.separator = best.separator;
@@ -306,7 +334,8 @@ TableHead DetectDialect(std::string_view sample, TableHints const& hints)
     for (std::size_t i = head.dialect.hasHeader ? 1 : 0; i < records.size(); ++i) {
         auto const& cells = records[i].cells;
         for (std::size_t j = 0; j < std::min(columns, cells.size()); ++j) {
-            auto const type = ClassifyCell(cells[j], best.decimalMark, j == dateColumn ? hints.dateFormat : nullptr);
+            auto const type
+                = ClassifyCell(cells[j], best.decimalMark, j == dateColumn ? hints.dateFormat : nullptr, hints.gaps);
             ++counts[j][static_cast<std::size_t>(type)];
         }
     }

@@ -2,6 +2,7 @@
 #include "tools/ombrel/table/TableCells.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,7 +11,8 @@ namespace ombrel::host {
 
 /// How a table is written.
 struct TableDialect {
-    /// ',' ';' or a tab; ' ' for runs of blanks and tabs; 0 when the table has one column.
+    /// A comma, semicolon, tab or bar; ' ' for runs of blanks and tabs; 0 when the table has one column. Any other that
+    /// was asked for.
     char separator = 0;
     /// '.' or ','.
     char decimalMark = '.';
@@ -30,13 +32,21 @@ struct TableHead {
 
 enum class HeaderChoice { Detect, Present, Absent };
 
-/// What is known of a table before its first lines are looked at.
-struct TableHints {
+/// What is said of how a table is written; the rest is found out.
+struct TableForm {
     HeaderChoice header = HeaderChoice::Detect;
+    /// As in TableDialect.
+    std::optional<char> separator {};
+    std::optional<char> decimalMark {};
+    GapWords gaps {};
+};
+
+/// What is known of a table before its first lines are looked at.
+struct TableHints : TableForm {
     /// Form of the dates in dateColumn; null for ISO dates in any column.
     DateFormat const* dateFormat = nullptr;
     /// Name of the column, or its number from 1; empty for the first, whatever its name.
-    std::string dateColumn;
+    std::string dateColumn {};
 };
 
 /// One cell of a record, as it stands between the separators.
@@ -73,7 +83,11 @@ char const* FindLineEnd(char const* p, char const* end);
 bool IsCommentOrBlank(char const* p, char const* end);
 
 /// The type of one cell; dateFormat is null for ISO dates.
-ColumnType ClassifyCell(TableCell const& cell, char decimalMark, DateFormat const* dateFormat);
+ColumnType ClassifyCell(
+    TableCell const& cell, char decimalMark, DateFormat const* dateFormat, GapWords const& gaps = {});
+
+/// Whether the text is JSON, which is no table, by its first characters.
+bool LooksLikeJson(std::string_view text);
 
 /// The column named so (exactly), else the one with that number from 1, else names.size().
 std::size_t FindColumn(std::vector<std::string> const& names, std::string_view text);

@@ -209,12 +209,11 @@ bool TableReader::FindSampleEnd(bool final, std::size_t& end)
 
 bool TableReader::Start(std::string_view sample)
 {
-    TableHints hints;
-    hints.header = m_options.header;
-    hints.dateFormat = m_options.dateFormat ? &*m_options.dateFormat : nullptr;
-    hints.dateColumn = m_options.dateColumn;
-    TableHead const head = DetectDialect(sample, hints);
     m_cellLine = m_line;
+    if (LooksLikeJson(sample))
+        return Fail(0, "a table in rows and columns", "JSON (convert it to CSV)");
+    TableHints const hints { m_options, m_options.dateFormat ? &*m_options.dateFormat : nullptr, m_options.dateColumn };
+    TableHead const head = DetectDialect(sample, hints);
     if (head.types.empty())
         return Fail(0, "a closing quote", "none in the first lines");
     if (head.types.size() > kMostColumns)
@@ -386,7 +385,8 @@ inline char const* TableReader::ReadValue(char const* p, char const* end, std::s
         bool const quoted = *p == '"';
         double value = 0.0;
         char const* last = ScanCellNumber(quoted ? p + 1 : p, m_dialect.decimalMark, value);
-        if (last && (!quoted || *last++ == '"') && EndsPlainCell(last) && std::abs(value) <= kLargestNumber) {
+        if (last && (!quoted || *last++ == '"') && EndsPlainCell(last) && std::abs(value) <= kLargestNumber
+            && !m_options.gaps.Contains(value)) {
             column.values.Append(value);
             return last;
         }
@@ -434,12 +434,12 @@ void TableReader::AddText(Column& column, TableCell const& cell)
 void TableReader::StoreCell(TableCell const& cell, std::size_t index)
 {
     Column& column = m_columns[index];
-    if (IsGapWord(cell.text)) {
+    if (m_options.gaps.Contains(cell.text)) {
         AddGap(column);
         return;
     }
     if (column.type == ColumnType::Unknown)
-        column.type = ClassifyCell(cell, m_dialect.decimalMark, FormatOf(index));
+        column.type = ClassifyCell(cell, m_dialect.decimalMark, FormatOf(index), m_options.gaps);
     if (column.KeepsTexts())
         AddText(column, cell);
     if (column.type == ColumnType::Text) {
@@ -453,7 +453,11 @@ void TableReader::StoreCell(TableCell const& cell, std::size_t index)
         return;
     std::optional<double> value;
     if (column.type == ColumnType::Number) {
-        value = ParseCellNumber(cell.text, m_dialect.decimalMark);
+        value = ParseWrittenNumber(cell.text, m_dialect.decimalMark);
+        if (value && m_options.gaps.Contains(*value)) {
+            AddGap(column);
+            return;
+        }
         if (value && std::abs(*value) > kLargestNumber) {
             SetMisfit(index, "a number between -1e300 and 1e300", cell.text);
             return;

@@ -66,20 +66,19 @@ struct Table {
     std::size_t LineOf(std::size_t row) const;
 };
 
-struct TableOptions {
-    HeaderChoice header = HeaderChoice::Detect;
+struct TableOptions : TableForm {
     /// Form of the dates in dateColumn; without it, dates are ISO dates.
-    std::optional<DateFormat> dateFormat;
+    std::optional<DateFormat> dateFormat {};
     /// Name of that column, or its number from 1; empty for the first, whatever its name.
-    std::string dateColumn;
+    std::string dateColumn {};
     /// Columns whose values are kept, by name or number from 1; empty keeps all.
-    std::vector<std::string> wanted;
+    std::vector<std::string> wanted {};
     /// So many of the first columns are kept besides, with their cells where they hold texts.
     std::size_t leading = 0;
     /// Columns whose cells are kept as texts, too, whatever they hold, by name or number from 1.
-    std::vector<std::string> asTexts;
+    std::vector<std::string> asTexts {};
     /// A column whose cells are kept when it holds texts, by name or number from 1; empty for none.
-    std::string wordColumn;
+    std::string wordColumn {};
 };
 
 /// Reads a text table handed over in pieces of any size; the pieces do not influence the result.
