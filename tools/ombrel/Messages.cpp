@@ -1,4 +1,5 @@
 #include "tools/ombrel/Messages.h"
+#include "ombrel/platform/framework/Number.h"
 
 #include <cstdio>
 #include <unistd.h>
@@ -14,6 +15,8 @@ void WriteLine(std::string const& text)
 }
 
 } // namespace
+
+std::string ShortNumber(double value) { return FormatNumber(value, 'g', 10); }
 
 void Messages::Error(std::string const& text) const { WriteLine(text); }
 

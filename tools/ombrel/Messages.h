@@ -29,6 +29,9 @@ private:
     ExitStatus m_status;
 };
 
+/// A number as it is told where a few digits do: ten significant ones.
+std::string ShortNumber(double value);
+
 /// What the user is told, on standard error: every line begins with the program's name.
 class Messages {
 public:

@@ -98,7 +98,6 @@ std::unique_ptr<C2DGraph> MakeContourMap(
         surface.SetLUTMinMax(options.surface.zRange->first, options.surface.zRange->second);
         surface.SetUseLUTMinMax(1);
     }
-    curve.SetDataSourceType(CPlotComponent::dsTable);
     graph.UpdatePlots();
     CheckHeights(surface, name, messages);
     AxisRange heights;

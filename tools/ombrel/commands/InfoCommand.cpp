@@ -7,7 +7,6 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/Surface.h"
 #include "ombrel/model/ItemType.h"
-#include "ombrel/platform/framework/Number.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/chart/AxisLayout.h"
@@ -26,8 +25,6 @@ namespace ombrel::host {
 
 namespace {
 
-std::string NumberText(double value) { return FormatNumber(value, 'g', 10); }
-
 /// With the time only where there is one.
 std::string DateText(double days)
 {
@@ -37,7 +34,7 @@ std::string DateText(double days)
 
 std::string RangeText(double min, double max, bool dates)
 {
-    return dates ? DateText(min) + " to " + DateText(max) : NumberText(min) + " to " + NumberText(max);
+    return dates ? DateText(min) + " to " + DateText(max) : ShortNumber(min) + " to " + ShortNumber(max);
 }
 
 /// Characters, for lining up columns.
@@ -127,9 +124,9 @@ std::string DescribeAxes(C3DAxis const& axis)
 
 std::string DescribeView(C3DGraph const& scene)
 {
-    return "  view: azimuth " + NumberText(scene.GetViewingAzimuth()) + ", polar angle "
-        + NumberText(scene.GetViewingElevation()) + ", zoom " + NumberText(scene.GetZoomFactor()) + ", perspective "
-        + NumberText(scene.GetPerspective()) + "\n";
+    return "  view: azimuth " + ShortNumber(scene.GetViewingAzimuth()) + ", polar angle "
+        + ShortNumber(scene.GetViewingElevation()) + ", zoom " + ShortNumber(scene.GetZoomFactor()) + ", perspective "
+        + ShortNumber(scene.GetPerspective()) + "\n";
 }
 
 std::string Counts(int number, char const* one, char const* many)
@@ -168,7 +165,7 @@ std::string DescribeLevels(C2DContourCurve const& curve)
     case C2DContourCurve::lmEven:
         return Counts(curve.GetNumContours(), "level", "levels");
     case C2DContourCurve::lmSpaced:
-        return "levels at " + NumberText(curve.GetRef()) + " and every " + NumberText(curve.GetSpacing());
+        return "levels at " + ShortNumber(curve.GetRef()) + " and every " + ShortNumber(curve.GetSpacing());
     default: {
         CDoubleArray const& levels = curve.GetSurface()->GetArbContourLevels();
         std::string text = Counts(levels.GetSize(), "level", "levels");
@@ -255,7 +252,8 @@ std::string DescribeHeights(InputFile& file, Messages const& messages)
     surface.Evaluate();
     bool const isModel = surface.GetFileType() == CSurface::ftDEM;
     std::string text = file.GetName() + (isModel ? ": elevation model" : ": z values") + DescribeGrid(surface);
-    text += "\n        spacing " + NumberText(surface.GetTableXStep()) + " and " + NumberText(surface.GetTableYStep());
+    text
+        += "\n        spacing " + ShortNumber(surface.GetTableXStep()) + " and " + ShortNumber(surface.GetTableYStep());
     if (!isModel)
         return text + "\n";
     // Fields of a header are filled up with blanks.

@@ -1,5 +1,5 @@
 #include "tools/ombrel/grid/PointGrid.h"
-#include "ombrel/platform/framework/Number.h"
+#include "tools/ombrel/Messages.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,8 +9,6 @@
 namespace ombrel::host {
 
 namespace {
-
-std::string NumberText(double value) { return FormatNumber(value, 'g', 10); }
 
 /// The different values, ascending; those closer than a billionth of the range are one.
 std::vector<double> DistinctValues(std::span<double const> values)
@@ -51,7 +49,7 @@ struct Crossings {
 
     std::string TextOf(std::size_t node) const
     {
-        return "x = " + NumberText(x[node % x.size()]) + ", y = " + NumberText(y[node / x.size()]);
+        return "x = " + ShortNumber(x[node % x.size()]) + ", y = " + ShortNumber(y[node / x.size()]);
     }
 };
 
@@ -88,15 +86,15 @@ std::optional<GridAxis> EvenAxis(std::span<double const> values, std::string& fa
     GridAxis const axis { values.front(), values.back(), values.size(), {} };
     double const step = axis.Step();
     if (!std::isfinite(step) || step == 0.0) {
-        fault = "expected coordinates that ascend, found " + NumberText(values.front()) + " to "
-            + NumberText(values.back());
+        fault = "expected coordinates that ascend, found " + ShortNumber(values.front()) + " to "
+            + ShortNumber(values.back());
         return std::nullopt;
     }
     for (std::size_t i = 1; i < values.size(); ++i) {
         if (std::abs(values[i] - axis.At(i)) <= kTolerance * std::abs(step))
             continue;
-        fault = "expected evenly spaced coordinates, found " + NumberText(values[i]) + " after "
-            + NumberText(values[i - 1]) + ", where " + NumberText(axis.At(i)) + " would be even";
+        fault = "expected evenly spaced coordinates, found " + ShortNumber(values[i]) + " after "
+            + ShortNumber(values[i - 1]) + ", where " + ShortNumber(axis.At(i)) + " would be even";
         return std::nullopt;
     }
     return axis;
