@@ -48,8 +48,9 @@ TableGridOptions GridOptionsOf(Options const& options)
 /// These say where a table's heights lie, and other files do so themselves.
 void RefuseTableOptions(Options const& options, std::string const& path)
 {
-    for (OptionId const id : { OptionId::Matrix, OptionId::XColumn, OptionId::YColumns, OptionId::ZColumn,
-             OptionId::XRange, OptionId::YRange, OptionId::Header, OptionId::Separator, OptionId::Decimal, OptionId::Missing }) {
+    for (OptionId const id :
+        { OptionId::Matrix, OptionId::XColumn, OptionId::YColumns, OptionId::ZColumn, OptionId::XRange,
+            OptionId::YRange, OptionId::Header, OptionId::Separator, OptionId::Decimal, OptionId::Missing }) {
         if (options.IsGiven(id))
             throw Failure(kUsageFault,
                 (EntryOf(id).longName.size() > 1 ? "--" : "-") + std::string(EntryOf(id).longName)
