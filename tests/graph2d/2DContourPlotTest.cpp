@@ -159,10 +159,11 @@ TEST(Contours2D, AReferenceFarOutsideIsToldAndNotDrawn)
         EXPECT_EQ(c.curve.Evaluate(), valid) << reference;
         EXPECT_EQ(c.curve.IsValid(), valid);
         ASSERT_EQ(told.size(), valid ? 0U : 1U);
-        if (!valid)
+        if (!valid) {
             EXPECT_NE(told[0].ToUtf8().find("Contour reference value lies too far outside z value range.\n"
                                             "This curve will not be drawn"),
                 std::string::npos);
+        }
     }
     SetMessageBoxFunction(nullptr);
 }

@@ -245,8 +245,9 @@ std::unique_ptr<C3DGraph> MakeGraph(BuildScene build, PictureLook const& look, T
     return scene;
 }
 
-/// The graph of a picture, laid out for a target.
-std::unique_ptr<CAnnotatedGraph> MakeGraph(GalleryPicture const& picture, Target const& target, Theme theme)
+} // namespace
+
+std::unique_ptr<CAnnotatedGraph> MakeGalleryGraph(GalleryPicture const& picture, Target const& target, Theme theme)
 {
     PictureLook const look(picture.theme.value_or(theme));
     if (auto const* const scene = std::get_if<BuildScene>(&picture.build))
@@ -254,11 +255,9 @@ std::unique_ptr<CAnnotatedGraph> MakeGraph(GalleryPicture const& picture, Target
     return MakeGraph(std::get<BuildGraph>(picture.build), look, picture.axes, target);
 }
 
-} // namespace
-
 std::string DrawGalleryPicture(GalleryPicture const& picture, Target const& target, Theme theme)
 {
-    auto const graph = MakeGraph(picture, target, theme);
+    auto const graph = MakeGalleryGraph(picture, target, theme);
     Picture drawing(target);
     DrawGraph(*graph, drawing);
     return drawing.Encode();
@@ -278,7 +277,7 @@ std::string DrawOverview(std::span<GalleryPicture const> pictures, Theme theme)
         auto const picture = std::find_if(
             pictures.begin(), pictures.end(), [name](GalleryPicture const& p) { return p.name == name; });
         assert(picture != pictures.end());
-        auto const graph = MakeGraph(*picture, part, theme);
+        auto const graph = MakeGalleryGraph(*picture, part, theme);
         {
             // From a draw on, annotation keeps its place in the graph.
             Picture alone(part);

@@ -10,7 +10,10 @@ inline constexpr PictureSize kSmallPicture { 300, 190 };
 /// All twelve pictures of the overview together.
 inline constexpr PictureSize kOverview { 1200, 1008 };
 
-/// The file of the picture, laid out for the target. theme is the gallery's.
+/// The graph of the picture, laid out for the target. theme is the gallery's.
+std::unique_ptr<CAnnotatedGraph> MakeGalleryGraph(GalleryPicture const& picture, Target const& target, Theme theme);
+
+/// The file of the picture, laid out for the target.
 std::string DrawGalleryPicture(GalleryPicture const& picture, Target const& target, Theme theme);
 
 /// Twelve small graphs in one bitmap, as a PNG file.
