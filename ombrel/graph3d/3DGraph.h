@@ -226,8 +226,8 @@ public:
     /// Takes over a polygon that is drawn, with the others from the farthest to the nearest, after everything opaque.
     void AddTransparentPolygon(std::unique_ptr<CPolygon> polygon);
     /// The same of many faces, for what is drawn in this folder; the batch is not owned, and must stay as it is until
-    /// the picture is drawn.
-    void AddTransparentFaces(FaceBatch const& batch, int texture);
+    /// the picture is drawn. Names of textures of one and of two dimensions, 0 for none.
+    void AddTransparentFaces(FaceBatch const& batch, int texture, int image = 0);
     OwnedArray<CPolygon> const& GetTransparentPolygons() const { return m_polygons; }
     void ClearPolygons();
     /// The picture that is being drawn; null outside of a draw. For what is drawn in this folder.
@@ -260,17 +260,6 @@ protected:
     void RenderTransparentPolygons();
 
 private:
-    struct TransparentFaces {
-        FaceBatch const* batch;
-        int texture;
-    };
-    /// The mean depth of a polygon's vertices, and which one it is: a polygon (batch −1), or the triangle of a batch
-    /// whose corners begin there.
-    struct PolygonDistance {
-        double distance;
-        int batch;
-        std::size_t index;
-    };
     enum class PlotKind { Picture, Text };
     void SetLights() const;
     void MakeLabelSpace();
@@ -312,8 +301,6 @@ private:
     int m_autoscaleMode = 0;
     double m_lightDistance = 1.5;
     OwnedArray<CPolygon> m_polygons;
-    std::vector<TransparentFaces> m_transparentFaces;
-    std::vector<PolygonDistance> m_distances;
     std::unique_ptr<Picture3D> m_ownPicture;
     Picture3D* m_picture = nullptr;
     CDC* m_printerDC = nullptr;

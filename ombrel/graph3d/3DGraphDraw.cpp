@@ -90,6 +90,7 @@ void C3DGraph::RenderOn(Picture3D& picture, CDIB& bitmap)
         ~Current()
         {
             graph.m_picture->bitmap = nullptr;
+            graph.m_picture->transparent.EndPicture();
             graph.m_picture = nullptr;
             graph.m_dc = dc;
             graph.ClearPolygons();

@@ -1,5 +1,6 @@
 #include "ombrel/graph3d/Polygon.h"
 #include "ombrel/graph3d/Walls.h"
+#include "ombrel/graph3d/render/FaceBatch.h"
 #include "ombrel/platform/framework/Error.h"
 #include "ombrel/platform/gdi/PageSurface.h"
 #include "ombrel/platform/opengl/OpenGL.h"
@@ -105,6 +106,77 @@ TEST_F(Draw3D, DrawsTransparentPolygonsFromTheFarthestToTheNearest)
     m_graph.SetCoarseMeshMode(1);
     Draw();
     EXPECT_EQ(curve.rendered, 3 + 8 + 1);
+}
+
+/// Horizontal squares of one half of the box each, as transparent faces of a batch.
+class BatchSquares : public test::DataCurve {
+public:
+    using DataCurve::DataCurve;
+    void Render() override
+    {
+        DataCurve::Render();
+        for (FaceBatch const& batch : batches)
+            batch.AddTransparent(*Get3DGraph(), 0);
+    }
+    void Add(std::size_t batch, double z, COLORREF colour)
+    {
+        for (auto const& [x, y] : { std::pair(-0.3F, -0.3F), { 0.3F, -0.3F }, { 0.3F, 0.3F }, { -0.3F, 0.3F } })
+            batches[batch].AddVertex(
+                { { x, y, static_cast<float>(z) }, { 0.0F, 0.0F, 1.0F }, 0.0F, FaceVertex::Bytes(colour, 0.6) });
+        auto const last = static_cast<std::uint32_t>(batches[batch].GetVertices().size());
+        batches[batch].AddTriangle(last - 4, last - 3, last - 2);
+        batches[batch].AddTriangle(last - 4, last - 2, last - 1);
+    }
+    std::array<FaceBatch, 2> batches;
+};
+
+TEST_F(Draw3D, PutsFacesOfAllBatchesAndPolygonsInOneOrder)
+{
+    Squares& polygons = AddSquares(m_graph);
+    auto* const plot = new test::DataPlot(&m_graph);
+    auto* const curve = new BatchSquares(plot, 1);
+    plot->curve = curve;
+    curve->SetValid(1);
+    m_graph.GetPlotArray()->Add(plot);
+    plot->AddComponent(curve);
+    m_graph.SetLightingOn(0);
+    struct Layer {
+        double z;
+        COLORREF colour;
+    };
+    constexpr Layer kLayers[]
+        = { { 0.3, RGB(200, 0, 0) }, { -0.2, RGB(0, 200, 0) }, { 0.1, RGB(0, 0, 200) }, { -0.4, RGB(200, 200, 0) } };
+    auto const at = [&](CVertex const& v) {
+        m_graph.SetModifiedFlag(1);
+        Draw();
+        return At(Place(v));
+    };
+    auto const blended = [](COLORREF below, COLORREF above) {
+        auto const mixed = [](int b, int a) { return static_cast<BYTE>(b * 0.6 + a * 0.4 + 0.5); };
+        return RGB(mixed(GetRValue(below), GetRValue(above)), mixed(GetGValue(below), GetGValue(above)),
+            mixed(GetBValue(below), GetBValue(above)));
+    };
+    for (double const elevation : { 20.0, 160.0 }) {
+        m_graph.SetViewingElevation(elevation);
+        // The farthest first: from above by ascending height.
+        COLORREF expected = RGB(10, 20, 30);
+        for (std::size_t const layer : elevation < 90.0 ? std::array { 3, 1, 2, 0 } : std::array { 0, 2, 1, 3 })
+            expected = blended(expected, kLayers[layer].colour);
+        for (int const antialias : { 0, 1 }) {
+            m_graph.SetAntialiasMode(antialias);
+            polygons.squares.clear();
+            for (auto& batch : curve->batches)
+                batch.Clear();
+            // Bits of one batch lie on both sides of the other's.
+            for (std::size_t i = 0; i < 4; ++i)
+                curve->Add(i / 2, kLayers[i].z, kLayers[i].colour);
+            ExpectNear(at({ 0.0, 0.0, 0.0 }), expected);
+            curve->batches[0].Clear();
+            for (std::size_t i = 0; i < 2; ++i)
+                polygons.squares.push_back({ kLayers[i].z, kLayers[i].colour, 0.6 });
+            ExpectNear(at({ 0.0, 0.0, 0.0 }), expected);
+        }
+    }
 }
 
 TEST_F(Draw3D, CutsOffWhatLiesOutsideOfTheBox)

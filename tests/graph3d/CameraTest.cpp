@@ -125,7 +125,9 @@ TEST(Camera, FindsTheWayBackFromThePicture)
         ASSERT_TRUE(back);
         for (int i = 0; i < 3; ++i)
             EXPECT_NEAR((*back)[i], point[i], 1e-9);
+        EXPECT_NEAR(camera.GetDepthOf()(point.X(), point.Y(), point.Z()), camera.Project(point)->Z(), 1e-12);
     }
+    EXPECT_EQ(Camera(View(270.0, 0.0)).GetDepthOf()(0.0, 0.0, 7.0), 0.0);
     // What lies behind the eye is not in the picture.
     EXPECT_FALSE(Camera(View(270.0, 0.0)).Project({ 0.0, 0.0, 7.0 }));
 }

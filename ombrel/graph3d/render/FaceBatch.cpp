@@ -50,6 +50,7 @@ void FaceBatch::Clear()
     m_triangles.clear();
     m_lines.clear();
     m_elements.clear();
+    m_imagePlaces.clear();
     m_isUploaded = false;
 }
 
@@ -195,9 +196,9 @@ void FaceBatch::DrawOutlined(C3DGraph& graph, COLORREF lineColour, float width, 
     graph.Set1DTextureState(0, 0);
 }
 
-void FaceBatch::AddTransparent(C3DGraph& graph, unsigned int texture) const
+void FaceBatch::AddTransparent(C3DGraph& graph, unsigned int texture, unsigned int image) const
 {
-    graph.AddTransparentFaces(*this, static_cast<int>(texture));
+    graph.AddTransparentFaces(*this, static_cast<int>(texture), static_cast<int>(image));
 }
 
 } // namespace ombrel

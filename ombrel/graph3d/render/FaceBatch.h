@@ -60,6 +60,10 @@ public:
     std::span<FaceVertex const> GetVertices() const { return m_vertices; }
     /// Three indices of vertices a triangle.
     std::span<std::uint32_t const> GetTriangles() const { return m_triangles; }
+    /// Places on a texture of two dimensions, one a vertex: for faces that AddTransparent draws with an image. Without
+    /// them empty.
+    std::span<std::array<float, 2> const> GetImagePlaces() const { return m_imagePlaces; }
+    void SetImagePlaces(std::vector<std::array<float, 2>>&& places) { m_imagePlaces = std::move(places); }
     /// Two a line.
     std::span<std::uint32_t const> GetLines() const { return m_lines; }
     std::span<Element const> GetElements() const { return m_elements; }
@@ -72,8 +76,9 @@ public:
     /// them alone, and the second outline takes the marks back.
     void DrawOutlined(C3DGraph& graph, COLORREF lineColour, float width, unsigned int texture);
     /// Lets the graph draw the faces after everything opaque, with all that is transparent, the farthest first. The
-    /// batch must stay as it is until the picture is drawn.
-    void AddTransparent(C3DGraph& graph, unsigned int texture) const;
+    /// batch must stay as it is until the picture is drawn. The image is the name of a texture of two dimensions, 0 for
+    /// none, which goes before the other one.
+    void AddTransparent(C3DGraph& graph, unsigned int texture, unsigned int image = 0) const;
     /// Gives back the buffers; the next draw fills them again.
     void InvalidateDeviceObjects();
 
@@ -86,6 +91,7 @@ private:
     std::vector<std::uint32_t> m_triangles;
     std::vector<std::uint32_t> m_lines;
     std::vector<Element> m_elements;
+    std::vector<std::array<float, 2>> m_imagePlaces;
     bool m_isUploaded = false;
     GLObject m_vertexBuffer;
     GLObject m_triangleBuffer;

@@ -1,6 +1,5 @@
 #include "ombrel/graph3d/render/SurfaceRenderer.h"
 #include "ombrel/graph3d/3DGraph.h"
-#include "ombrel/graph3d/Polygon.h"
 #include "ombrel/graph3d/Surface.h"
 #include "ombrel/graph3d/render/GLBuffer.h"
 #include "ombrel/platform/opengl/OpenGL.h"
@@ -31,7 +30,7 @@ void SurfaceRenderer::Render(CSurface& surface, C3DGraph& graph)
     if (surface.GetWireframeOn())
         DrawWireframe(surface, graph);
     else if (m_key.isTransparent)
-        AddTransparentPolygons(surface, graph);
+        AddTransparent(graph);
     else
         DrawPolygons(surface);
     if (surface.GetUseTextureMap())
@@ -45,7 +44,6 @@ void SurfaceRenderer::Render(CSurface& surface, C3DGraph& graph)
 void SurfaceRenderer::InvalidateDeviceObjects()
 {
     m_hasGeometry = false;
-    m_nodes = {};
     m_linesKey = {};
     m_imageDirty = true;
     for (GLObject* object :
@@ -76,6 +74,11 @@ SurfaceRenderer::GeometryKey SurfaceRenderer::KeyOf(CSurface const& surface) con
         key.isClamped = surface.GetClampTextureMap() != 0;
         key.imagePlace = { image.xMin, image.xMax, image.yMin, image.yMax };
     }
+    if (key.isTransparent) {
+        bool const isWhite = key.hasColours || key.hasImage;
+        key.colour = FaceVertex::Bytes(
+            isWhite ? 0xFFFFFF : static_cast<COLORREF>(surface.GetColour()), surface.GetTransparency());
+    }
     return key;
 }
 
@@ -99,12 +102,12 @@ void SurfaceRenderer::MakeGeometry(CSurface const& surface)
     m_blocks.clear();
     m_plainFaces = {};
     m_imageFaces = {};
+    for (FaceBatch& batch : m_transparent)
+        batch = {};
     if (m_key.isTransparent) {
-        // Polygons are made of the nodes, once a picture; no buffer holds them.
-        MakeNodeVertices(mesh, ValuesOf(surface), m_layout, m_nodes);
+        MakeTransparent(surface);
         return;
     }
-    m_nodes = {};
     // Separate triangles need the nodes for outlines only.
     if (!m_key.isFlat || surface.GetWireframeOn())
         MakeNodeVertices(mesh, ValuesOf(surface), m_layout, m_vertices);
@@ -187,48 +190,117 @@ void SurfaceRenderer::AddOutline(CSurfaceMesh const& mesh, Block& block, int mod
     block.outline.count = m_indices.size() - block.outline.first;
 }
 
-// One place a vertex. Nodes beyond the image take the image's edge.
+namespace {
+
+using ImagePlaces = std::vector<std::array<float, 2>>;
+
+// Nodes beyond the image take the image's edge.
+std::array<float, 2> ImagePlaceOf(CSurface const& surface, int i, int j)
+{
+    double s = 0.0;
+    double t = 0.0;
+    surface.GetTextureCoord(i, j, s, t);
+    return { static_cast<float>(std::clamp(s, 0.0, 1.0)), static_cast<float>(std::clamp(t, 0.0, 1.0)) };
+}
+
+// As MakeNodeVertices places them.
+void AppendNodes(CSurface const& surface, StripLayout const& layout, ImagePlaces& places)
+{
+    for (int s = 0; s < layout.GetNumStrips(); ++s) {
+        for (int j = 0; j <= layout.GetRows(); ++j) {
+            for (int i = layout.GetFirstCol(s); i <= layout.GetLastCol(s); ++i)
+                places.push_back(ImagePlaceOf(surface, i, j));
+        }
+    }
+}
+
+// As AppendFlatTriangles places them.
+void AppendTriangles(CSurface const& surface, CellRange const& cells, CellFilter const& isWanted, ImagePlaces& places)
+{
+    for (int j = cells.firstRow; j < cells.lastRow; ++j) {
+        for (int i = cells.firstCol; i < cells.lastCol; ++i) {
+            if (!isWanted(i, j))
+                continue;
+            for (auto const& [di, dj] : { std::pair(1, 1), { 0, 1 }, { 0, 0 }, { 1, 0 }, { 1, 1 }, { 0, 0 } })
+                places.push_back(ImagePlaceOf(surface, i + di, j + dj));
+        }
+    }
+}
+
+} // namespace
+
+// One place a vertex.
 void SurfaceRenderer::MakeImagePlaces(CSurface const& surface)
 {
-    auto const placeOf = [&](int i, int j) {
-        double s = 0.0;
-        double t = 0.0;
-        surface.GetTextureCoord(i, j, s, t);
-        return std::array { static_cast<float>(std::clamp(s, 0.0, 1.0)), static_cast<float>(std::clamp(t, 0.0, 1.0)) };
-    };
-    for (int s = 0; s < m_layout.GetNumStrips() && m_numNodeVertices != 0; ++s) {
-        for (int j = 0; j <= m_layout.GetRows(); ++j) {
-            for (int i = m_layout.GetFirstCol(s); i <= m_layout.GetLastCol(s); ++i)
-                m_imagePlaces.push_back(placeOf(i, j));
-        }
-    }
+    if (m_numNodeVertices != 0)
+        AppendNodes(surface, m_layout, m_imagePlaces);
     if (!m_key.isFlat)
         return;
-    // As AddFaces has added them.
-    auto const addCell = [&](int i, int j) {
-        for (auto const& [di, dj] : { std::pair(1, 1), { 0, 1 }, { 0, 0 }, { 1, 0 }, { 1, 1 }, { 0, 0 } })
-            m_imagePlaces.push_back(placeOf(i + di, j + dj));
-    };
-    auto const addCells = [&](CellRange const& cells, auto const& isWanted) {
-        for (int j = cells.firstRow; j < cells.lastRow; ++j) {
-            for (int i = cells.firstCol; i < cells.lastCol; ++i) {
-                if (!surface.GetSurfaceMesh()->IsCellMissing(i, j) && isWanted(i, j))
-                    addCell(i, j);
-            }
-        }
-    };
     CellRange const all { 0, m_layout.GetCols(), 0, m_layout.GetRows() };
-    auto const isPlain = [&](int i, int j) { return surface.GetTextureFlag(i, j) == 0; };
-    auto const isAny = [](int, int) { return true; };
+    auto const isDrawn = [&](int i, int j) { return !surface.GetSurfaceMesh()->IsCellMissing(i, j); };
     if (surface.GetWireframeOn()) {
         for (Block const& block : m_blocks)
-            addCells(block.cells, isAny);
+            AppendTriangles(surface, block.cells, isDrawn, m_imagePlaces);
     } else if (m_key.isClamped) {
-        addCells(all, isPlain);
-        addCells(all, [&](int i, int j) { return !isPlain(i, j); });
+        for (int const flag : { 0, 1 })
+            AppendTriangles(
+                surface, all, [&](int i, int j) { return isDrawn(i, j) && surface.GetTextureFlag(i, j) == flag; },
+                m_imagePlaces);
     } else {
-        addCells(all, isAny);
+        AppendTriangles(surface, all, isDrawn, m_imagePlaces);
     }
+}
+
+// All faces, or apart those that lie on the image.
+void SurfaceRenderer::MakeTransparent(CSurface const& surface)
+{
+    CSurfaceMesh const& mesh = *surface.GetSurfaceMesh();
+    CellRange const all { 0, mesh.GetNumCols(), 0, mesh.GetNumRows() };
+    for (bool const isOnImage : { false, true }) {
+        CellFilter const isWanted = [&](int i, int j) {
+            bool const hasImage = m_key.hasImage && (!m_key.isClamped || surface.GetTextureFlag(i, j) != 0);
+            return hasImage == isOnImage && !mesh.IsCellMissing(i, j);
+        };
+        if (isOnImage && !m_key.hasImage)
+            break;
+        FaceBatch& batch = m_transparent[isOnImage ? 1 : 0];
+        std::vector<SurfaceVertex> vertices;
+        if (m_key.isFlat)
+            AppendFlatTriangles(mesh, ValuesOf(surface), all, isWanted, vertices);
+        else
+            MakeNodeVertices(mesh, ValuesOf(surface), m_layout, vertices);
+        for (SurfaceVertex const& v : vertices)
+            batch.AddVertex({ std::to_array(v.place), std::to_array(v.normal), v.colour, m_key.colour });
+        if (m_key.isFlat) {
+            for (std::uint32_t v = 0; v < vertices.size(); v += 3)
+                batch.AddTriangle(v, v + 1, v + 2);
+        } else {
+            for (int i = 0; i < all.lastCol; ++i) {
+                for (int j = 0; j < all.lastRow; ++j) {
+                    if (!isWanted(i, j))
+                        continue;
+                    std::uint32_t const near = m_layout.GetIndex(i, j);
+                    std::uint32_t const far = m_layout.GetIndex(i + 1, j + 1);
+                    batch.AddTriangle(far, m_layout.GetIndex(i, j + 1), near);
+                    batch.AddTriangle(m_layout.GetIndex(i + 1, j), far, near);
+                }
+            }
+        }
+        ImagePlaces places;
+        if (isOnImage && m_key.isFlat)
+            AppendTriangles(surface, all, isWanted, places);
+        else if (isOnImage)
+            AppendNodes(surface, m_layout, places);
+        batch.SetImagePlaces(std::move(places));
+    }
+}
+
+void SurfaceRenderer::AddTransparent(C3DGraph& graph) const
+{
+    if (!m_transparent[0].IsEmpty())
+        m_transparent[0].AddTransparent(graph, m_key.hasColours ? m_colours.Name() : 0);
+    if (!m_transparent[1].IsEmpty())
+        m_transparent[1].AddTransparent(graph, 0, m_image.Name());
 }
 
 void SurfaceRenderer::Upload()
@@ -425,62 +497,6 @@ void SurfaceRenderer::DrawWireframe(CSurface& surface, C3DGraph& graph)
     gl::LineWidth(1.0F);
     gl::Disable(GL_STENCIL_TEST);
     gl::PopAttrib();
-}
-
-// --- Transparent faces
-
-void SurfaceRenderer::AddTransparentPolygons(CSurface const& surface, C3DGraph& graph) const
-{
-    CSurfaceMesh const& mesh = *surface.GetSurfaceMesh();
-    for (int i = 0; i < mesh.GetNumCols(); ++i) {
-        for (int j = 0; j < mesh.GetNumRows(); ++j) {
-            if (mesh.IsCellMissing(i, j))
-                continue;
-            for (int const triangle : { 0, 1 })
-                graph.AddTransparentPolygon(MakePolygon(surface, i, j, triangle));
-        }
-    }
-}
-
-std::unique_ptr<CPolygon> SurfaceRenderer::MakePolygon(CSurface const& surface, int i, int j, int triangle) const
-{
-    using Corner = std::array<int, 2>;
-    constexpr std::array<std::array<Corner, 3>, 2> kCorners { { { { { 1, 1 }, { 0, 1 }, { 0, 0 } } },
-        { { { 1, 0 }, { 1, 1 }, { 0, 0 } } } } };
-    bool const hasColours = surface.UseColourmap() != 0;
-    bool const hasImage = m_key.hasImage;
-    bool const isWhite = hasColours || hasImage;
-    auto polygon = std::make_unique<CPolygon>();
-    if (hasImage)
-        polygon->SetTexture(m_image.Name());
-    if (hasColours)
-        polygon->Set1DTexture(static_cast<int>(m_colours.Name()));
-    std::vector<CRealPoint> imagePlaces;
-    bool isOnImage = true;
-    for (auto const [di, dj] : kCorners[static_cast<std::size_t>(triangle)]) {
-        int const sizeBefore = polygon->GetSize();
-        SurfaceVertex const& node = m_nodes[m_layout.GetIndex(i + di, j + dj)];
-        polygon->AddVertex(CVertex(node.place[0], node.place[1], node.place[2]), 1,
-            isWhite ? 0xFFFFFF : static_cast<COLORREF>(surface.GetColour()), surface.GetTransparency());
-        // A corner that repeats the first one is none.
-        if (polygon->GetSize() == sizeBefore)
-            continue;
-        if (hasColours)
-            polygon->Add1DTextureCoord(static_cast<double>(node.colour));
-        if (hasImage) {
-            double s = 0.0;
-            double t = 0.0;
-            isOnImage = surface.GetTextureCoord(i + di, j + dj, s, t) && isOnImage;
-            imagePlaces.emplace_back(s, t);
-        }
-        if (surface.GetForceNormalAveraging())
-            polygon->AddNormal(CNormal(node.normal[0], node.normal[1], node.normal[2]));
-    }
-    if (hasImage && (!m_key.isClamped || isOnImage)) {
-        for (CRealPoint const& place : imagePlaces)
-            polygon->AddTextureCoord(place);
-    }
-    return polygon;
 }
 
 } // namespace ombrel

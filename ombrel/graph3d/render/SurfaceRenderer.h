@@ -2,19 +2,18 @@
 #include "ombrel/graph3d/SurfaceMesh.h"
 #include "ombrel/graph3d/geometry/SurfaceGeometry.h"
 #include "ombrel/graph3d/render/ColourTexture.h"
+#include "ombrel/graph3d/render/FaceBatch.h"
 #include "ombrel/platform/framework/Types.h"
 #include "ombrel/platform/opengl/GLObject.h"
 
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <utility>
 #include <vector>
 
 namespace ombrel {
 
 class C3DGraph;
-class CPolygon;
 class TextureScaler;
 
 /// Draws a surface: keeps its geometry in buffers of OpenGL, and makes these anew when data or settings have changed.
@@ -57,6 +56,8 @@ private:
         bool isClamped = false;
         bool hasImage = false;
         std::array<double, 4> imagePlace {};
+        /// Of transparent faces.
+        std::array<BYTE, 4> colour {};
         friend bool operator==(GeometryKey const& a, GeometryKey const& b) = default;
     };
     /// What the contour lines were made from.
@@ -88,6 +89,7 @@ private:
     /// Without isWanted all cells.
     Span AddFaces(CSurface const& surface, CellRange const& cells, bool (*isWanted)(CSurface const&, int, int));
     void MakeImagePlaces(CSurface const& surface);
+    void MakeTransparent(CSurface const& surface);
     void Upload();
     void UploadWireframeColours(CSurface const& surface);
     void BindArrays(bool withImagePlaces) const;
@@ -97,8 +99,7 @@ private:
     void SetImage(CSurface& surface, bool on);
     void DrawPolygons(CSurface& surface);
     void DrawWireframe(CSurface& surface, C3DGraph& graph);
-    void AddTransparentPolygons(CSurface const& surface, C3DGraph& graph) const;
-    std::unique_ptr<CPolygon> MakePolygon(CSurface const& surface, int i, int j, int triangle) const;
+    void AddTransparent(C3DGraph& graph) const;
 
     void MakeContourLines(CSurface const& surface);
     void DrawContourLines(CSurface const& surface, C3DGraph& graph);
@@ -106,8 +107,8 @@ private:
     GeometryKey m_key;
     bool m_hasGeometry = false;
     StripLayout m_layout;
-    /// Of a transparent surface.
-    std::vector<SurfaceVertex> m_nodes;
+    /// Of a transparent surface: without and with its image.
+    std::array<FaceBatch, 2> m_transparent;
     // Until the driver has them
     std::vector<SurfaceVertex> m_vertices;
     std::vector<std::uint32_t> m_indices;

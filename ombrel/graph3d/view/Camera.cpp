@@ -121,6 +121,13 @@ Camera Camera::WithoutPerspective(double azimuth, double elevation)
     return camera;
 }
 
+Camera::DepthOf::DepthOf(Camera const& camera)
+    : m_eye { camera.m_modelView[2], camera.m_modelView[6], camera.m_modelView[10], camera.m_modelView[14] }
+    , m_projection { camera.m_projection[10], camera.m_projection[14], camera.m_projection[11],
+        camera.m_projection[15] }
+{
+}
+
 std::optional<CVertex> Camera::Project(CVertex const& point) const
 {
     std::array<double, 4> const eye = Transformed(m_modelView, { point.X(), point.Y(), point.Z(), 1.0 });

@@ -3,6 +3,8 @@
 #include "ombrel/platform/framework/Geometry.h"
 
 #include <array>
+#include <cmath>
+#include <limits>
 #include <optional>
 
 namespace ombrel {
@@ -49,6 +51,25 @@ public:
     double Far() const { return m_far; }
     /// Degrees, of the picture's height.
     double FieldOfView() const { return m_fieldOfView; }
+
+    /// The depth in the window of points in box units, whichever part of the picture they are in; 0 where Project gives
+    /// none. For many points: a copy does not look back at the camera.
+    class DepthOf {
+    public:
+        explicit DepthOf(Camera const& camera);
+        double operator()(double x, double y, double z) const
+        {
+            double const eye = m_eye[0] * x + m_eye[1] * y + m_eye[2] * z + m_eye[3];
+            double const w = m_projection[2] * eye + m_projection[3];
+            double const depth = std::fabs((m_projection[0] * eye + m_projection[1]) / w + 1.0) / 2.0;
+            return w > 0.0 && depth <= std::numeric_limits<double>::max() ? depth : 0.0;
+        }
+
+    private:
+        std::array<double, 4> m_eye;
+        std::array<double, 4> m_projection;
+    };
+    DepthOf GetDepthOf() const { return DepthOf(*this); }
 
     /// Nothing for a point that is not before the eye; and for a depth that no point has.
     std::optional<CVertex> Project(CVertex const& point) const;

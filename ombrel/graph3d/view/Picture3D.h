@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/drawing/DIB.h"
 #include "ombrel/foundation/FontData.h"
+#include "ombrel/graph3d/render/TransparentScene.h"
 #include "ombrel/graph3d/view/Camera.h"
 #include "ombrel/graph3d/view/LabelSpace.h"
 #include "ombrel/platform/framework/Geometry.h"
@@ -38,6 +39,8 @@ struct Picture3D {
     /// For labels: made anew by every pass.
     LabelSpace labelSpace;
     std::vector<PlacedText> texts;
+    /// Only while it is drawn.
+    TransparentScene transparent;
 };
 
 } // namespace ombrel
