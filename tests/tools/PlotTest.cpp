@@ -5,9 +5,7 @@
 #include "ombrel/graph2d/2DClusteredBarPlot.h"
 #include "ombrel/graph2d/2DErrorBarPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DLine.h"
-#include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/graph2d/2DStackedBarPlot.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/platform/gdi/DC.h"
@@ -171,57 +169,6 @@ TEST_F(Plots, NameAxesAfterColumnsUnlessALegendDoesOrTheUser)
         Plot(table, c.options);
         EXPECT_EQ(X().title, CString(c.x)) << c.options;
         EXPECT_EQ(Y().title, CString(c.y)) << c.options;
-    }
-}
-
-TEST_F(Plots, DoWhatTheirOptionsSay)
-{
-    char const* const table = "x,y,z\n1,10,2\n2,30,5\n3,20,4\n";
-    auto const line = [this]() -> C2DLine& { return CurveAt<C2DLine>(0); };
-    struct {
-        char const* options;
-        std::function<double()> value;
-        double usual;
-        double wanted;
-    } const cases[] {
-        { "--antialias", [&] { return line().GetAntialiasingOn(); }, 0, 1 },
-        { "--line-width 3", [&] { return line().GetLineWidth(); }, 1, 3 },
-        { "--symbols", [&] { return line().GetSymbolType(); }, C2DSymbol::None, C2DSymbol::Circle },
-        { "--kind pairs", [&] { return line().GetPointConnectionMode(); }, C2DLine::cmStraight, C2DLine::cmPairs },
-        { "--kind steps", [&] { return line().GetPointConnectionMode(); }, C2DLine::cmStraight, C2DLine::cmStepped },
-        { "--kind steps", [&] { return line().GetStepMode(); }, C2DLine::smMiddle, C2DLine::smHorizontalFirst },
-        { "--kind points", [&] { return line().GetPointConnectionMode(); }, C2DLine::cmStraight, C2DLine::cmNone },
-        { "--kind filled", [&] { return line().GetFillOn(); }, 0, 1 },
-        { "--kind filled", [&] { return line().GetAutoBaseline(); }, 1, 0 },
-        { "--log x", [&] { return X().scaleMode; }, 0, 1 },
-        { "--log y", [&] { return Y().scaleMode; }, 0, 1 },
-        { "-x z -y y", [&] { return line().GetAt(1).x; }, 2, 5 },
-        { "-y z", [&] { return line().GetAt(1).y; }, 30, 5 },
-        { "-y y", [&] { return PlotAt(0).GetNumComponents(); }, 2, 1 },
-        { "--grid off", [&] { return m_graph->GetGrid()->IsOn(); }, 1, 0 },
-        { "--grid both", [&] { return m_graph->GetGrid()->GetMinorColour(); }, kPaper, RGB(240, 240, 240) },
-        { "--kind bar", [&] { return m_graph->GetGrid()->GetVertLinesOn(); }, 1, 0 },
-        { "--legend off", [&] { return m_graph->GetLegend()->IsOn(); }, 1, 0 },
-        { "--palette grey", [&] { return line().GetColour(); }, kBlue, RGB(0, 0, 0) },
-        { "--theme dark", [&] { return m_graph->GetBkndColour(); }, kPaper, RGB(27, 30, 36) },
-        { "--theme dark", [&] { return m_graph->GetWindowBkndColour(); }, kPaper, RGB(27, 30, 36) },
-        { "--theme print", [&] { return Axes().GetColour(); }, kAxes, RGB(0, 0, 0) },
-        { "--theme dark", [&] { return Axes().GetTexts().labels.colour; }, 0, RGB(232, 234, 238) },
-        { "--theme dark", [&] { return Axes().GetTexts().titlesColour; }, 0, RGB(232, 234, 238) },
-        { "--theme dark", [&] { return m_graph->GetGrid()->GetMajorColour(); }, RGB(221, 221, 221), RGB(66, 72, 82) },
-        { "--theme dark", [&] { return m_graph->GetLegend()->GetTextColour(); }, 0, RGB(232, 234, 238) },
-        { "--theme dark --polar", [&] { return m_graph->GetPolarGrid()->GetMajorColour(); }, RGB(221, 221, 221),
-            RGB(150, 157, 167) },
-        { "--polar", [&] { return m_graph->GetPolarGrid()->GetNumMinorRDivs(); }, 1, 2 },
-        { "--polar", [&] { return m_graph->GetPolarGrid()->IsOn(); }, 0, 1 },
-        { "--polar --radians -y y", [&] { return line().GetAt(0).x; }, 1, 10 * std::cos(1.0) },
-    };
-    for (auto const& c : cases) {
-        Plot(table, "");
-        EXPECT_EQ(c.value(), c.usual) << c.options;
-        Plot(table, c.options);
-        EXPECT_EQ(c.value(), c.wanted) << c.options;
-        EXPECT_EQ(m_told, "") << c.options;
     }
 }
 

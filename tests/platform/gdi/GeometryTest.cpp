@@ -5,6 +5,7 @@
 #include "ombrel/platform/gdi/geometry/HatchPatterns.h"
 #include "ombrel/platform/gdi/geometry/LinePixels.h"
 #include "ombrel/platform/gdi/geometry/PathSimplify.h"
+#include "ombrel/platform/gdi/raster/StrokeCorner.h"
 
 #include <array>
 #include <cmath>
@@ -150,6 +151,70 @@ TEST(HatchPatterns, DiagonalsAloneHaveSmoothNeighbours)
         EXPECT_EQ(ForegroundWeight(2 + i / 8, i % 8, 0), expected[i / 8][i % 8]) << i;
     EXPECT_EQ(ForegroundWeight(2, 3, 3), 233u);
     EXPECT_EQ(ForegroundWeight(18, 1, 0), 0u);
+}
+
+TEST(HatchPatterns, HaveTheirDensityDirectionAndSymmetry)
+{
+    constexpr int kSet[] = { 8, 8, 8, 8, 15, 16, 2, 4, 8, 16, 24, 30, 32, 40, 48, 56, 60, 62, 16, 16, 32, 32, 24, 24,
+        16, 16, 32, 32, 32, 32, 8, 8, 8, 8, 8, 24, 16, 14, 12, 22, 19, 32, 6, 7, 6, 13, 48, 38, 28, 32, 32, 14, 25 };
+    auto const set = [](int style, int x, int y) {
+        return (HatchPattern(style)[static_cast<std::size_t>(y & 7)] >> (7 - (x & 7)) & 1) != 0;
+    };
+    for (int style = 0; style < kHatchStyles; ++style) {
+        int count = 0;
+        for (int i = 0; i < 64; ++i)
+            count += set(style, i % 8, i / 8);
+        EXPECT_EQ(count, kSet[style]) << style;
+    }
+    for (int i = 0; i < 64; ++i) {
+        int const x = i % 8;
+        int const y = i / 8;
+        for (int const downward : { 2, 18, 20, 22 }) {
+            EXPECT_EQ(set(downward, x, y), set(downward, x + 1, y + 1)) << downward;
+            EXPECT_EQ(set(downward, x, y), set(downward + 1, 7 - x, y)) << downward;
+        }
+        for (int const upright : { 1, 24, 26, 28 })
+            EXPECT_EQ(set(upright, x, y), set(upright, x, 0)) << upright;
+        for (int const level : { 0, 25, 27, 29 })
+            EXPECT_EQ(set(level, x, y), set(level, 0, y)) << level;
+        EXPECT_EQ(set(30, x, y), set(31, 7 - x, y));
+        EXPECT_EQ(set(32, x, y), set(32, x + 4, y + 4));
+        EXPECT_EQ(set(33, x, y), set(33, x + 4, y + 4));
+        EXPECT_EQ(set(49, x, y), set(49, x + 4, y + 4));
+        EXPECT_NE(set(50, x, y), set(50, x, y + 4));
+        EXPECT_NE(set(12, x, y), set(12, x, y + 1));
+    }
+}
+
+TEST(StrokeCorner, MeetsWhereTheOuterEdgesDoUnlessThatIsFarAway)
+{
+    using Kind = StrokeCorner::Kind;
+    struct {
+        MaskPoint before, after;
+        Kind kind;
+        MaskPoint outerBefore, outerAfter, tip;
+    } const cases[] = {
+        { { 1, 0 }, { 0, 1 }, Kind::Mitre, { 5, 5 }, { 7, 7 }, { 7, 5 } },
+        { { 1, 0 }, { 0, -1 }, Kind::Mitre, { 5, 9 }, { 7, 7 }, { 7, 9 } },
+        { { 0, 1 }, { -1, 0 }, Kind::Mitre, { 7, 7 }, { 5, 9 }, { 7, 9 } },
+        { { 0.6, 0.8 }, { 0.6, -0.8 }, Kind::Mitre, { 3.4, 8.2 }, { 6.6, 8.2 }, { 5, 7 + 2 / 0.6 } },
+        { { 1, 0 }, { -1, 0 }, Kind::Bevel, { 5, 9 }, { 5, 5 }, {} },
+        { { 1, 0 }, { -0.995, 0.0998749 }, Kind::Bevel, { 5, 5 }, { 5.1997498, 8.99 }, {} },
+        { { 0.8, -0.6 }, { 0.8, -0.6 }, Kind::None, {}, {}, {} },
+    };
+    for (auto const& c : cases) {
+        StrokeCorner const found = MakeCorner({ 5, 7 }, c.before, c.after, 2.0);
+        EXPECT_EQ(found.kind, c.kind);
+        for (auto const& [is, should] :
+            { std::pair(found.outerBefore, c.outerBefore), { found.outerAfter, c.outerAfter }, { found.tip, c.tip } }) {
+            EXPECT_NEAR(is.u, should.u, 1e-9) << c.before.u << ' ' << c.after.v;
+            EXPECT_NEAR(is.v, should.v, 1e-9) << c.before.u << ' ' << c.after.v;
+        }
+    }
+    // To a mitre up to a right angle; beyond it as far as the pixel needs.
+    EXPECT_NEAR(SmoothReach({ 1, 0 }, { 0, 1 }, 3.0), 3.0, 1e-9);
+    EXPECT_NEAR(SmoothReach({ 0.8, 0.6 }, { 0.8, 0.6 }, 3.0), 0.625, 1e-9);
+    EXPECT_NEAR(SmoothReach({ 0, -1 }, { 0.6, 0.8 }, 3.0), 0.5, 1e-9);
 }
 
 TEST(PathSimplify, KeepsWhatShapesTheLine)

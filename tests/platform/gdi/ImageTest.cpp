@@ -33,6 +33,20 @@ std::vector<int> Columns(int from, int width)
     return columns;
 }
 
+/// Likewise the rows of a column.
+std::vector<int> RowsOf(int from, int height)
+{
+    Picture source(1, from);
+    Number(source);
+    int const to = std::abs(height);
+    Picture target(1, to);
+    target.DC().StretchBlt(0, to - std::max(height, 0), 1, height, &source.DC(), 0, 0, 1, from, SRCCOPY);
+    std::vector<int> rows;
+    for (int y = 0; y < to; ++y)
+        rows.push_back(GetGValue(target.DC().GetPixel(0, y)));
+    return rows;
+}
+
 TEST(Stretch, EnlargingTakesTheNearestPixelAndTheLowerOnABoundary)
 {
     EXPECT_EQ(Columns(3, 7), (std::vector { 0, 0, 1, 1, 1, 2, 2 }));
@@ -40,6 +54,10 @@ TEST(Stretch, EnlargingTakesTheNearestPixelAndTheLowerOnABoundary)
     EXPECT_EQ(Columns(4, 4), (std::vector { 0, 1, 2, 3 }));
     EXPECT_EQ(Columns(4, -6), (std::vector { 3, 2, 2, 1, 0, 0 }));
     EXPECT_EQ(Columns(8, 3), (std::vector { 2, 4, 7 }));
+    EXPECT_EQ(Columns(8, -3), (std::vector { 7, 4, 2 }));
+    EXPECT_EQ(RowsOf(8, 3), (std::vector { 0, 3, 5 })) << "of those that fall together an earlier one stays";
+    EXPECT_EQ(RowsOf(4, 6), (std::vector { 0, 0, 1, 2, 2, 3 }));
+    EXPECT_EQ(RowsOf(4, -4), (std::vector { 3, 2, 1, 0 }));
 }
 
 TEST(Stretch, ClippedStretchIsPartOfTheWholeOne)
@@ -238,6 +256,7 @@ TEST(PngEncoder, ResolutionAndTextsAreStored)
     std::string const bytes = EncodePng(raster, settings);
     // 11811 dots a metre either way.
     EXPECT_THAT(bytes, HasSubstr(std::string("\0\0\0\x09pHYs\0\0\x2E\x23\0\0\x2E\x23\x01", 17)));
+    EXPECT_THAT(EncodePng(raster, { 96, {}, {} }), HasSubstr(std::string("pHYs\0\0\x0E\xC4", 8))) << "3779.5 a metre";
     EXPECT_THAT(bytes, HasSubstr(std::string("\0\0\0\x0BtEXtTitle\0Plain", 19)));
     EXPECT_THAT(bytes, HasSubstr(std::string("iTXtComment\0\0\0\0\0Größe", 23)));
     EXPECT_THAT(bytes, Not(HasSubstr("kkk")));

@@ -9,6 +9,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
+#include <sstream>
+#include <zlib.h>
 
 namespace ombrel {
 namespace {
@@ -325,6 +327,89 @@ TEST(PageSurface, SvgHasEveryPrimitiveWhereItIsDrawn)
     EXPECT_THAT(MakeSvg([&](Surface& s) { s.Image(image, {}); }),
         HasSubstr("<image x=\"5\" y=\"6\" width=\"200\" height=\"100\" preserveAspectRatio=\"none\" "
                   "xlink:href=\"data:image/png;base64,iVBORw0KGgo"));
+}
+
+/// The first content stream of a PDF document, with single blanks between its words.
+std::string PdfContent(std::string const& pdf)
+{
+    std::size_t const begin = pdf.find("stream\n") + 7;
+    std::string text(1 << 16, '\0');
+    z_stream inflater {};
+    inflateInit(&inflater);
+    inflater.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(pdf.data() + begin));
+    inflater.avail_in = static_cast<uInt>(pdf.size() - begin);
+    inflater.next_out = reinterpret_cast<Bytef*>(text.data());
+    inflater.avail_out = static_cast<uInt>(text.size());
+    EXPECT_EQ(inflate(&inflater, Z_FINISH), Z_STREAM_END);
+    inflateEnd(&inflater);
+    text.resize(inflater.total_out);
+    std::istringstream words(text);
+    std::string joined;
+    for (std::string word; words >> word;)
+        joined += word + ' ';
+    return joined;
+}
+
+TEST(PageSurface, PdfHasEveryPrimitiveWhereItIsDrawn)
+{
+    // A point is eight and a third pixels: pixel 100 lies at 12.
+    static CPoint const points[] = { { 0, 0 }, { 100, 0 }, { 100, 50 }, { 25, 50 } };
+    static std::size_t const starts[] = { 0, 2 };
+    static double const dashes[] = { 3, 1 };
+    static COLORREF const orange = RGB(255, 102, 0);
+    static LineStyle const wide { PS_SOLID, 25, orange, {} };
+    static LineStyle const dashed { PS_DOT, 1, orange, RGB(0, 255, 0) };
+    static Figures const figures { points, starts };
+    static VectorPen const pen { { orange, 51 }, 50.0, dashes };
+    static CRect const circle(0, 0, 101, 101);
+    static CPoint const right(200, 50);
+    static CPoint const top(50, -9);
+    static Raster const raster(2, 1, 24);
+    static LOGFONT const font = MakeFont(125, 900);
+    static Clip const clip { { 50, 25, 150, 200 }, std::make_shared<Region>(Region::FromPolygon(points, WINDING)) };
+    static VectorBrush const hatch = VectorBrush::Hatch(0, { orange, 255 }, { RGB(0, 0, 255), 255 });
+    constexpr char kQuad[] = "0 0 m 12 0 l 12 6 l 3 6 l h";
+    std::pair<Draw, std::vector<std::string>> const cases[] = {
+        { [](Surface& s) { s.Ellipse(circle, &wide, &orange, {}); },
+            { "1 0.4 0 rg", "1 0.4 0 RG 3 w 1 J 1 j [] 0.0 d", "12.059 6.059 m", "6.059 12.059 c", "0.059 6.059 c",
+                "h 12.059 6.059 m B*" } },
+        { [](Surface& s) { s.Arc(circle, right, top, wide, {}); }, { "12.059 6.039 m", "6.008 0.059 c S" } },
+        { [](Surface& s) { s.Arc(circle, top, right, wide, {}); },
+            { "6.008 0.059 m", " 8.383 11.594 c", "6.039 c S" } },
+        { [](Surface& s) { s.Polyline(points, dashed, {}); },
+            { "0 1 0 RG /a0 gs 0.375 w 0 J 0 j [] 0.0 d", "0.059 0.059 m 12.059 0.059 l 12.059 6.059 l 3.059 6.059 l S",
+                "1 0.4 0 RG [ 2.25 2.25] 0 d" } },
+        { [](Surface& s) { s.Stroke(figures, pen, true, {}); },
+            { "6 w 0 J 0 j [ 18 6] 0 d 10 M", "0 0 m 12 0 l 12 6 m 3 6 l S" } },
+        // Filled with what closes the gap to a neighbour.
+        { [](Surface& s) { s.Fill(Region::FromPolygon(points, ALTERNATE), VectorBrush::Solid(orange), {}); },
+            { "1 0.4 0 RG 0.36 w 1 J 1 j", kQuad, " B* Q" } },
+        { [](Surface& s) { s.Fill(Region::FromPolygon(points, WINDING), hatch, {}); },
+            { "0 0 1 rg", kQuad, " B Q q /Pattern cs", " f Q Q" } },
+        { [](Surface& s) {
+             s.Fill(Region::FromPolygon(points, WINDING), { { orange, 51 }, {}, {} }, {});
+         },
+            { std::string(kQuad) + " 0 0 m f Q" } },
+        { [](Surface& s) {
+             FillRect(s, { 25, 0, 75, 50 }, orange, clip);
+         },
+            { "q 6 3 3 3 re W n 0 0 m 12 0 l 12 6 l 3 6 l h 0 0 m W n", " 3 0 6 6 re f" } },
+        { [](Surface& s) {
+             s.Image({ &raster, { 0, 0, 2, 1 }, { 50, 100, 250, 200 }, SRCCOPY, 0, 0, 0 }, {});
+         },
+            { "q 24 0 0 -12 6 24 cm" } },
+        // Turned to the left, its baseline 101 pixels to the right of its corner.
+        { [](Surface& s) {
+             s.Text({ "Up", { 100, 500 }, &font, orange, {} }, {});
+         },
+            { "1 0.4 0 rg", "BT 0 -13.44 -13.44 0 24.12 60 Tm" } },
+    };
+    for (auto const& [draw, parts] : cases) {
+        std::string const content = PdfContent(MakePage(PageFormat::Pdf, draw));
+        for (std::string const& part : parts)
+            EXPECT_THAT(content, HasSubstr(part));
+    }
+    EXPECT_THAT(MakePage(PageFormat::Pdf, cases[4].first), HasSubstr("/CA 0.2 /ca 0.2"));
 }
 
 TEST(PageSurface, VeryLargePagesHaveFewerDotsButAllOfTheirArea)

@@ -31,6 +31,34 @@ TEST(Ellipse, SmallCirclesHaveTheirKnownShapes)
     EXPECT_EQ(filled.Rows(), ".ooo.\nooooo\nooooo\nooooo\n.ooo.\n");
 }
 
+TEST(Ellipse, WideOutlinesStampTheirDotOnEveryPixel)
+{
+    Picture circle(12, 12);
+    circle.UsePen(PS_DOT, 3);
+    circle.DC().Ellipse({ 2, 2, 10, 10 });
+    EXPECT_EQ(circle.Rows(),
+        "............\n....####....\n...######...\n..########..\n"
+        ".###oooo###.\n.###oooo###.\n.###oooo###.\n.###oooo###.\n"
+        "..########..\n...######...\n....####....\n............\n");
+    Picture arc(12, 12);
+    arc.UsePen(PS_SOLID, 2);
+    arc.DC().Arc({ 2, 2, 9, 9 }, { 6, 0 }, { 0, 6 });
+    EXPECT_EQ(arc.Rows(),
+        "............\n...###......\n..####......\n.###........\n"
+        ".##.........\n............\n............\n............\n"
+        "............\n............\n............\n............\n");
+    Picture dashed(12, 12);
+    dashed.UsePen(PS_DOT, 1);
+    dashed.DC().Arc({ 1, 1, 11, 11 }, { 12, 6 }, { 0, 6 });
+    dashed.DC().SetBkMode(OPAQUE);
+    dashed.DC().SetBkColor(kBrushColour);
+    dashed.DC().Arc({ 1, 1, 11, 11 }, { 0, 6 }, { 12, 6 });
+    EXPECT_EQ(dashed.Rows(),
+        "............\n....##......\n...#........\n.........#..\n"
+        "..........#.\n..........#.\n.#..........\n.#........o.\n"
+        "..#......o..\n...o....#...\n....oo##....\n............\n");
+}
+
 TEST(Ellipse, BeyondTheDirectSizeLooksLikeTheShape)
 {
     // The leftmost point of a huge circle comes to the left edge of the picture.
@@ -216,6 +244,33 @@ TEST(Region, SpansOfPartOfTheRowsAreThoseOfAllRows)
         tall.insert(tall.end(), { { 70, 9000 }, { 71, -9000 }, { 70, 9000 }, points.back() });
         ASSERT_EQ(Rows(Polygon(points, mode), 60, 60), Rows(Polygon(tall, mode), 60, 60)) << "round " << round;
     }
+}
+
+TEST(Region, KnowsRectanglesAndWhichRegionsAreEqual)
+{
+    Points const rect { { 1, 1 }, { 1, 4 }, { 6, 4 }, { 6, 1 } };
+    auto const with = [&rect](CPoint last) {
+        Points points = rect;
+        points.push_back(last);
+        return points;
+    };
+    EXPECT_TRUE(Polygon(rect).IsRect());
+    EXPECT_TRUE(Polygon({ { 1, 1 }, { 6, 1 }, { 6, 4 }, { 1, 4 } }).IsRect());
+    EXPECT_TRUE(Polygon(with({ 1, 1 })).IsRect());
+    EXPECT_FALSE(Polygon(with({ 3, 2 })).IsRect());
+    EXPECT_FALSE(Polygon({ { 1, 1 }, { 1, 4 }, { 6, 4 }, { 6, 2 } }).IsRect());
+    EXPECT_FALSE(Polygon({ { 1, 1 }, { 6, 1 }, { 6, 4 }, { 2, 4 } }).IsRect());
+    Points const crossed { { 0, 0 }, { 9, 0 }, { 9, 9 }, { 3, 9 }, { 3, 3 }, { 6, 3 }, { 6, 9 }, { 0, 9 } };
+    EXPECT_TRUE(Polygon(crossed) == Polygon(crossed));
+    EXPECT_TRUE(Polygon(rect) == Region::FromRect({ 6, 4, 1, 1 }));
+    EXPECT_FALSE(Polygon(crossed) == Polygon(crossed, WINDING));
+    EXPECT_FALSE(Polygon(crossed) == Region::FromRect({ 0, 0, 9, 9 }));
+    EXPECT_TRUE(Region::Intersection(Polygon(crossed), Region::FromRect({ 0, 0, 9, 9 })) == Polygon(crossed));
+    VectorBrush const hatched = VectorBrush::Hatch(3, kBlack, kWhite);
+    EXPECT_FALSE(hatched == VectorBrush::Hatch(3, kBlack, kBlack));
+    EXPECT_FALSE(hatched == VectorBrush::Hatch(3, kWhite, kWhite));
+    EXPECT_FALSE(hatched == VectorBrush::Hatch(4, kBlack, kWhite));
+    EXPECT_FALSE((VectorColour { 1, 2 } == VectorColour { 1, 3 }));
 }
 
 TEST(Region, IntersectionHoldsThePixelsOfBoth)

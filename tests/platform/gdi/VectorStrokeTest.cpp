@@ -113,6 +113,18 @@ TEST(VectorDashes, AreMultiplesOfTheWidth)
         ".###....####....####..\n.###....####....####..\n......................\n");
 }
 
+TEST(VectorDashes, TakeInTheEdgeThatTheyBeginAtOnShortTurnsToo)
+{
+    // The upright part is drawn by rows: dashes of four rows from the corner on, gaps of two.
+    double const pattern[] { 2, 1 };
+    EXPECT_EQ(Drawn(18, 8, Pen(2, pattern), { { 17, 0 }, { 5, 0 }, { 5, 7 } }),
+        "....##.####..####.\n....##............\n....##............\n....##............\n..................\n"
+        "..................\n....##............\n..................\n");
+    EXPECT_EQ(Drawn(18, 8, Pen(2, pattern), { { 17, 7 }, { 5, 7 }, { 5, 0 } }),
+        "....##............\n..................\n..................\n....##............\n....##............\n"
+        "....##............\n....##.####..####.\n.......####..####.\n");
+}
+
 TEST(VectorDashes, EachFigureStartsThePatternAgain)
 {
     double const pattern[] { 3, 2 };
