@@ -33,7 +33,20 @@ std::vector<int> Columns(int from, int width)
     return columns;
 }
 
-/// Likewise the rows of a column.
+/// The columns and rows that fill a 3 × 2 bitmap from a part of another one.
+std::vector<CPoint> Copied(CRect const& part)
+{
+    Picture source(9, 9);
+    Number(source);
+    Picture target(3, 2);
+    target.DC().StretchBlt(0, 0, 3, 2, &source.DC(), part.left, part.top, part.Width(), part.Height(), SRCCOPY);
+    std::vector<CPoint> points;
+    for (std::uint32_t const pixel : target.Pixels())
+        points.emplace_back(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF);
+    return points;
+}
+
+/// The rows of a column that is stretched; mirrored when the new height is negative.
 std::vector<int> RowsOf(int from, int height)
 {
     Picture source(1, from);
@@ -58,6 +71,13 @@ TEST(Stretch, EnlargingTakesTheNearestPixelAndTheLowerOnABoundary)
     EXPECT_EQ(RowsOf(8, 3), (std::vector { 0, 3, 5 })) << "of those that fall together an earlier one stays";
     EXPECT_EQ(RowsOf(4, 6), (std::vector { 0, 0, 1, 2, 2, 3 }));
     EXPECT_EQ(RowsOf(4, -4), (std::vector { 3, 2, 1, 0 }));
+}
+
+TEST(Stretch, PartsCanBeTurnedOver)
+{
+    using Points = std::vector<CPoint>;
+    EXPECT_EQ(Copied({ 2, 4, 5, 6 }), (Points { { 2, 4 }, { 3, 4 }, { 4, 4 }, { 2, 5 }, { 3, 5 }, { 4, 5 } }));
+    EXPECT_EQ(Copied({ 5, 6, 2, 4 }), (Points { { 4, 5 }, { 3, 5 }, { 2, 5 }, { 4, 4 }, { 3, 4 }, { 2, 4 } }));
 }
 
 TEST(Stretch, ClippedStretchIsPartOfTheWholeOne)
