@@ -4,7 +4,9 @@
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph3d/3DAxis.h"
 #include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/3DGrid.h"
 #include "ombrel/graph3d/Surface.h"
+#include "ombrel/graph3d/Walls.h"
 #include "tests/tools/TestFolder.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
@@ -231,6 +233,78 @@ TEST_F(Heights, SurfacesGetTitlesRangesAndAKeyInsideOfThePicture)
     EXPECT_LT(far->GetPerspective(), 17.0 / 18.0);
     far->GetAxes()[0]->GetScaleFacs(sx, sy, sz);
     EXPECT_DOUBLE_EQ(sz, 2.0 * std::max(sx, sy));
+}
+
+/// Settings of a scene in words: the view, lights with their places, the ticks and lines of each axis, the surface.
+std::string Described(C3DGraph& scene)
+{
+    std::ostringstream text;
+    text << scene.GetViewingAzimuth() << ' ' << scene.GetViewingElevation() << ' ' << scene.GetPerspective();
+    double azimuth = 0.0;
+    double polar = 0.0;
+    scene.GetLight1Pos(azimuth, polar);
+    text << (scene.GetAntialiasMode() ? " smooth" : "") << (scene.GetLightingOn() ? " lit " : " unlit ") << azimuth
+         << ',' << polar;
+    scene.GetLight2Pos(azimuth, polar);
+    if (scene.GetLight2On())
+        text << " and " << azimuth << ',' << polar;
+    text << " at " << scene.GetLightDistance() << ": " << scene.GetAmbientLight() << '+' << scene.GetAttenuation();
+    C3DGrid const& grid = *scene.GetGrid();
+    std::pair<double, double> const lines[] { { grid.GetXLineMin(), grid.GetXLineDel() },
+        { grid.GetYLineMin(), grid.GetYLineDel() }, { grid.GetZLineMin(), grid.GetZLineDel() } };
+    for (int i = 0; i < 3; ++i) {
+        C3DAxis const& axis = *scene.GetAxes()[i];
+        text << "; " << axis.GetMin() << ".." << axis.GetMax() << " by " << axis.GetTickMin() + 0.0 << '+'
+             << axis.GetTickDel() << '/' << axis.GetNumMinorDivs() << " grid " << lines[i].first + 0.0 << '+'
+             << lines[i].second;
+    }
+    auto const& surface = static_cast<CSurface const&>(*scene.GetPlotArray()->GetAt(0)->GetComponent(0));
+    text << "; type " << surface.GetCurveType() << surface.GetUseRadialGrid() << " through "
+         << surface.GetTransparency();
+    if (surface.GetWireframeOn())
+        text << " wires " << surface.GetWireframeXFac() << ',' << surface.GetWireframeYFac();
+    if (surface.GetContoursOn())
+        text << " contours " << surface.GetContourMode() << surface.GetContourColourMode() << " of "
+             << surface.GetArbContourLevels().GetSize();
+    return text.str();
+}
+
+TEST_F(Heights, ScenesAreSeenLitAndDividedAsIsUsualOrAsked)
+{
+    std::string const light = " at 6: 0.3+1.55";
+    std::string const axes = "; 10..40 by 10+5/5 grid 10+5; 100..120 by 100+5/5 grid 100+5; 0..11 by 0+5/5 grid 0+5";
+    std::string const plain = "; type 00 through 0";
+    std::pair<char const*, std::string> const cases[] {
+        { "", "330 62 0.35 smooth lit 265,40" + light + axes + plain },
+        { "--view 45,120 --perspective 1 --no-antialias", "45 120 0.85 lit 340,140" + light + axes + plain },
+        { "--view 10,90 --lights 10,20", "10 90 0.35 smooth lit 10,20" + light + axes + plain },
+        { "--lights 10,20,30,40", "330 62 0.35 smooth lit 10,20 and 30,40 at 6: 0.3+2.2" + axes + plain },
+        { "--lights off", "330 62 0.35 smooth unlit 265,40" + light + axes + plain },
+        { "--wireframe --transparency 0.5",
+            "330 62 0.35 smooth lit 265,40" + light + axes + "; type 00 through 0.5 wires 1,1" },
+        { "--wireframe 9 --contours lines --line-colours",
+            "330 62 0.35 smooth lit 265,40" + light + axes + plain + " wires 3,2 contours 21 of 10" },
+        { "--levels 4", "330 62 0.35 smooth lit 265,40" + light + axes + plain + " contours 10 of 3" },
+        // Radii 10 to 40 at 100 to 120 degrees.
+        { "--contours bands --coordinates radial",
+            "330 62 0.35 smooth lit 265,40" + light
+                + "; -20..-1.73648 by -20+5/5 grid -20+5; 8.66025..39.3923 by 10+10/5 grid 10+10; 0..11 by 0+5/5 grid "
+                  "0+5; type 01 through 0 contours 00 of 10" },
+        // 10 sin 120° cos 30° and 11 sin 120° sin 40°.
+        { "--z-range -5:20 --coordinates polar",
+            "330 62 0.35 smooth lit 265,40" + light
+                + "; 0..7.5 by 0+2/4 grid 0+2; 0..6.12337 by 0+2/4 grid 0+2; -5..20 by -5+5/5 grid -5+5; type 20 "
+                  "through 0" },
+    };
+    for (auto const& [options, described] : cases)
+        EXPECT_EQ(Described(*Scene(std::string("matrix.csv --size 200x150 ") + options)), described) << options;
+    auto const dark = Scene("matrix.csv --theme dark --title Hill --size 200x150");
+    EXPECT_EQ(dark->GetBackgroundColour(), RGB(27, 30, 36));
+    EXPECT_EQ(dark->GetAxes()[2]->GetLabelsColour(), RGB(232, 234, 238));
+    EXPECT_EQ(dark->GetAxes()[0]->GetTitleColour(), RGB(232, 234, 238));
+    EXPECT_EQ(dark->GetGrid()->GetColour(), RGB(66, 72, 82));
+    EXPECT_FALSE(dark->GetWalls()->IsOn());
+    EXPECT_EQ(dark->GetCaptionArray()->GetSize(), 1);
 }
 
 TEST_F(Heights, MapsGetAKeyThatSaysWhatItsColoursMean)
