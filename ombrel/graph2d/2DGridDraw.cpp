@@ -3,6 +3,7 @@
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph2d/axes/AxesTicks.h"
 #include "ombrel/graph2d/axes/GridPen.h"
 #include "ombrel/graph2d/axes/GridPositions.h"
 #include "ombrel/graph2d/paths/LinePath.h"
@@ -36,7 +37,7 @@ public:
     void AddDivisions(int axis);
     void AddSteps(int axis);
     void AddDates();
-    void AddDecades(int axis) { Add(axis, DecadeLines(RangeOf(Axis(axis)), m_type)); }
+    void AddDecades(int axis);
     void Stroke() const;
 
 private:
@@ -63,8 +64,22 @@ void C2DGrid::Pass::AddAll()
     AddSpaced(CAxes::atY);
 }
 
+void C2DGrid::Pass::AddDecades(int axis)
+{
+    AxisSettings const& settings = Axis(axis);
+    if (!settings.KeepsLogLimits()) {
+        Add(axis, DecadeLines(RangeOf(settings), m_type));
+        return;
+    }
+    LogTicks const ticks = MakeLogTicks(settings);
+    Add(axis, m_type == ttMajor ? ticks.majors : ticks.minors);
+}
+
 void C2DGrid::Pass::AddSpaced(int axis)
 {
+    // Its ticks have lines already, and steps of decades are none of values.
+    if (Axis(axis).KeepsLogLimits())
+        return;
     int const mode = m_grid.Direction(axis).lineMode;
     if (mode == lmDivisions)
         AddDivisions(axis);

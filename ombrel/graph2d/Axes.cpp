@@ -200,9 +200,8 @@ void CAxes::GetTickMinDel(AxisType type, double& min, double& del) const
 
 int CAxes::IsClipped(CRealPoint const& p) const
 {
-    auto const clips = [](AxisSettings const& axis, double v) {
-        return axis.rangeMode == rmFixed && (v < axis.min || v > axis.max);
-    };
+    auto const clips
+        = [](AxisSettings const& axis, double v) { return axis.HasStoredLimits() && (v < axis.min || v > axis.max); };
     return clips(m_x, p.x) || clips(m_y, p.y) ? 1 : 0;
 }
 
@@ -224,7 +223,7 @@ void CAxes::UpdateRange(AxisType type)
     double min = 0.0;
     double max = 0.0;
     bool const logarithmic = Axis(type).scaleMode != 0;
-    if (logarithmic)
+    if (logarithmic && !Axis(type).KeepsLogLimits())
         GetLogRange(type, min, max);
     else
         GetRange(type, Axis(type).rangeMode, min, max);

@@ -12,7 +12,8 @@ namespace ombrel {
 /// Enumerations are stored as ints, and a document may hold any value: every value beyond those named acts as the
 /// comment at its setting says, or as the first one named.
 struct OMBREL_EXPORT AxisSettings {
-    /// Which ticks a linear axis has; a logarithmic axis has its decades whatever the mode.
+    /// Which ticks a linear axis has; a logarithmic axis has its decades whatever the mode, unless it keeps stored
+    /// limits: then step ticks stand that many whole decades apart.
     enum TickMode : int {
         tmNone = 0,
         tmDivisions = 1,
@@ -26,12 +27,16 @@ struct OMBREL_EXPORT AxisSettings {
     /// Where a label's text comes from: the value; the strings, by the tick's position among all ticks; or the
     /// value on regular ticks and the strings on arbitrary ones, by the entry's index.
     enum LabelMode : int { lmValues = 0, lmStrings = 1, lmArbitraryStrings = 2 };
-    /// From the data, widened to whole multiples of a tidy step; from the data, exact; as stored.
-    enum RangeMode : int { rmTidy = 0, rmExact = 1, rmFixed = 2 };
+    /// From the data, widened to whole multiples of a tidy step; from the data, exact; as stored. A logarithmic axis
+    /// has the whole decades of its data in all these modes; rmStored gives it its stored limits, too, and acts as
+    /// rmFixed on a linear one.
+    enum RangeMode : int { rmTidy = 0, rmExact = 1, rmFixed = 2, rmStored = 3 };
     /// Follows the axis range, or stays as stored (any other value).
     enum TickRangeMode : int { trAxis = 0, trFixed = 1 };
     using FormatType = NumberFormat;
 
+    bool HasStoredLimits() const { return rangeMode == rmFixed || rangeMode == rmStored; }
+    bool KeepsLogLimits() const { return scaleMode != 0 && rangeMode == rmStored; }
     bool HasDivisions() const { return tickMode == tmDivisions || tickMode == tmDivisionsArbitrary; }
     bool HasSteps() const { return tickMode == tmStep || tickMode == tmStepArbitrary; }
     bool HasArbitrary() const { return tickMode >= tmArbitrary && tickMode <= tmStepArbitrary; }

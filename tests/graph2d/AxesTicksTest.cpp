@@ -394,5 +394,67 @@ TEST(AxesLabels, SayThatTheRangeIsNotOneOfDates)
     EXPECT_EQ(MakeTicks(axis, nullptr, 0).size(), 21u) << "an axis without dates draws as ever";
 }
 
+/// Ten to these powers.
+std::vector<double> NumbersOf(std::vector<double> const& decades)
+{
+    std::vector<double> numbers;
+    for (double const v : decades)
+        numbers.push_back(std::pow(10.0, v));
+    return numbers;
+}
+
+AxisSettings LogAxis(double lo, double hi)
+{
+    AxisSettings axis = AxisOver(std::log10(lo), std::log10(hi));
+    axis.scaleMode = 1;
+    axis.rangeMode = AxisSettings::rmStored;
+    return axis;
+}
+
+TEST(LogTicks, KeepWithinStoredLimits)
+{
+    auto const near = [](std::vector<double> const& values) { return Pointwise(testing::FloatEq(), values); };
+    auto const floats = [](std::vector<double> const& decades) {
+        std::vector<double> const numbers = NumbersOf(decades);
+        return std::vector<float>(numbers.begin(), numbers.end());
+    };
+    struct {
+        double lo, hi;
+        std::vector<double> majors;
+        std::vector<double> minors;
+    } const cases[] {
+        // Below two decades 2 and 5 times a power of ten, too; both ends count.
+        { 0.2, 10, { 0.2, 0.5, 1, 2, 5, 10 }, { 0.3, 0.4, 0.6, 0.7, 0.8, 0.9, 3, 4, 6, 7, 8, 9 } },
+        { 3, 300, { 10, 100 }, { 3, 4, 5, 6, 7, 8, 9, 20, 30, 40, 50, 60, 70, 80, 90, 200, 300 } },
+        // Below a factor of five tidy steps of the values: 70 / 5 is 14, a step of 10.
+        { 41, 79, { 50, 60, 70 }, { 42, 44, 46, 48, 52, 54, 56, 58, 62, 64, 66, 68, 72, 74, 76, 78 } },
+    };
+    for (auto const& c : cases) {
+        LogTicks const ticks = MakeLogTicks(LogAxis(c.lo, c.hi));
+        EXPECT_THAT(floats(ticks.majors), near(c.majors)) << c.lo;
+        EXPECT_THAT(floats(ticks.minors), near(c.minors)) << c.lo;
+    }
+    // Steps of whole decades, counted from 1, with the decades between as minor ticks; no lines within many decades.
+    AxisSettings axis = LogAxis(1e-7, 1e6);
+    axis.tickMode = AxisSettings::tmStep;
+    axis.tickDel = 5.0;
+    EXPECT_THAT(MakeLogTicks(axis).majors, ElementsAre(-5, 0, 5));
+    EXPECT_THAT(MakeLogTicks(axis).minors, ElementsAre(-7, -6, -4, -3, -2, -1, 1, 2, 3, 4, 6));
+    EXPECT_THAT(MakeLogTicks(LogAxis(1e-8, 1e8)).minors, IsEmpty());
+    for (auto const& [lo, hi] : { std::pair(1.0, 1.0), { 10.0, 1.0 }, { 0.0, 1.0 }, { kNaN, 1.0 }, { 1.0, kInfinity } })
+        EXPECT_THAT(MakeLogTicks(LogAxis(lo, hi)).majors, IsEmpty());
+}
+
+TEST(LogTicks, AreThoseOfAxesThatStoreTheirLimits)
+{
+    AxisSettings axis = LogAxis(3, 30);
+    TickList const ticks = MakeTicks(axis, nullptr, kNaN);
+    EXPECT_EQ(ValuesOf(ticks, Tick::Kind::Regular), MakeLogTicks(axis).majors);
+    EXPECT_EQ(ValuesOf(ticks, Tick::Kind::DecadeLine), MakeLogTicks(axis).minors);
+    EXPECT_EQ(TickPositions(axis, nullptr), MakeLogTicks(axis).majors);
+    axis.rangeMode = AxisSettings::rmFixed;
+    EXPECT_THAT(ValuesOf(MakeTicks(axis, nullptr, kNaN), Tick::Kind::Regular), ElementsAre(1.0));
+}
+
 } // namespace
 } // namespace ombrel

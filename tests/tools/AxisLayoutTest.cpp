@@ -205,5 +205,46 @@ TEST(DateTicks, LeaveRoomBetweenTheirLabels)
     }
 }
 
+TEST(LogAxes, EndAtOneTwoOrFiveTimesAPowerOfTen)
+{
+    struct {
+        AxisRange data;
+        RangeFreedom freedom;
+        AxisRange expected;
+    } const cases[] {
+        { { 3, 57 }, {}, { 2, 100 } },
+        { { 2, 500 }, {}, { 2, 500 } },
+        { { 0.0009, 0.6 }, {}, { 0.0005, 1 } },
+        { { 3, 57 }, { true, false }, { 3, 100 } },
+        { { 3, 57 }, { false, true }, { 2, 57 } },
+        { { 7, 7 }, {}, { 5, 10 } },
+    };
+    for (auto const& c : cases) {
+        AxisRange const range = MakeLogRange(c.data, c.freedom);
+        ExpectNear(range, { std::log10(c.expected.min), std::log10(c.expected.max) });
+    }
+    // One value on such a number stands in the middle.
+    ExpectNear(MakeLogRange({ 10, 10 }, {}), { 0.5, 1.5 });
+}
+
+TEST(LogAxes, HaveLabelsOfOneFormThatKeepApart)
+{
+    double const two = std::log10(2.0);
+    double const five = std::log10(5.0);
+    using Texts = std::vector<std::string>;
+    auto const fit = [](std::vector<double> const& ticks, int length) {
+        return FitLogLabels(ticks, { ticks.front(), ticks.back() }, length, Width);
+    };
+    EXPECT_EQ(fit({ -4, 0, 6 }, 1000), (Texts { "0.0001", "1", "1000000" }));
+    EXPECT_EQ(fit({ -5, 0, 6 }, 1000), (Texts { "1e-5", "1e0", "1e6" }));
+    EXPECT_EQ(fit({ 6 + two, 6 + five, 7 }, 1000), (Texts { "2e6", "5e6", "1e7" }));
+    EXPECT_EQ(fit({ 0, two, five, 1 }, 1000), (Texts { "1", "2", "5", "10" }));
+    // A decade has 40 pixels: 5 lies 12 from 10, which has the room of 8 to its left, and 5 that of 4.
+    EXPECT_EQ(fit({ 0, two, five, 1 }, 40), (Texts { "1", "2", "5", "10" }));
+    // 30 pixels: 9 are less than 12.
+    EXPECT_EQ(fit({ 0, two, five, 1 }, 30), (Texts { "1", "2", "", "10" }));
+    EXPECT_EQ(fit({ 0, 1, 2, 3 }, 40), (Texts { "1", "10", "", "1000" }));
+}
+
 } // namespace
 } // namespace ombrel::host

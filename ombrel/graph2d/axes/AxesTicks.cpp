@@ -230,8 +230,68 @@ std::vector<double> MinorDatePositions(DateSteps const& dates, std::vector<doubl
     return minors;
 }
 
+namespace {
+
+/// Within a decade, or little more: the values at tidy steps.
+LogTicks MakeValueTicks(double lo, double hi)
+{
+    LogTicks ticks;
+    double const from = std::pow(10.0, lo);
+    double const to = std::pow(10.0, hi);
+    if (!(to - from > 0.0) || !std::isfinite(to - from))
+        return ticks;
+    constexpr double kSteps = 5.0;
+    constexpr int kParts = 5;
+    double const step = CVUtils::NiceNum((to - from) / kSteps, 1);
+    auto const decadesOf = [&](double value) { return MeetEnds(std::log10(value), kStepSlack, lo, hi); };
+    for (double const v : UniformPositions(0.0, step, from, to, FirstStep::BelowRange)) {
+        if (v > 0.0 && decadesOf(v) >= lo)
+            ticks.majors.push_back(decadesOf(v));
+        for (double const part : StepParts(v, step, kParts, from, to)) {
+            if (part > 0.0)
+                ticks.minors.push_back(decadesOf(part));
+        }
+    }
+    return ticks;
+}
+
+} // namespace
+
+LogTicks MakeLogTicks(AxisSettings const& axis)
+{
+    constexpr double kFactorOfFive = 0.7;
+    constexpr double kTwoDecades = 2.0;
+    constexpr double kMostWithMinors = 15.0;
+    double const lo = axis.min;
+    double const hi = axis.max;
+    double const length = hi - lo;
+    // Written so that what is not a number fails; powers of ten beyond these are no numbers either.
+    if (!(length > 0.0 && lo >= -320.0 && hi <= 320.0))
+        return {};
+    if (length < kFactorOfFive)
+        return MakeValueTicks(lo, hi);
+    LogTicks ticks;
+    double const step = axis.HasSteps() && axis.tickDel >= 1.0 ? std::round(axis.tickDel) : 1.0;
+    auto const add = [&](std::vector<double>& to, double v) {
+        double const place = MeetEnds(v, kStepSlack, lo, hi);
+        if (place >= lo && place <= hi)
+            to.push_back(place);
+    };
+    for (double decade = std::floor(lo); decade <= hi; decade += 1.0) {
+        bool const isStep = std::remainder(decade, step) == 0.0;
+        add(isStep ? ticks.majors : ticks.minors, decade);
+        for (int line = 2; line <= 9 && step == 1.0 && length <= kMostWithMinors; ++line) {
+            bool const isLabelled = length < kTwoDecades && (line == 2 || line == 5);
+            add(isLabelled ? ticks.majors : ticks.minors, decade + std::log10(line));
+        }
+    }
+    return ticks;
+}
+
 std::vector<double> TickPositions(AxisSettings const& axis, DateTickSettings const* dates)
 {
+    if (axis.KeepsLogLimits())
+        return MakeLogTicks(axis).majors;
     std::vector<double> positions;
     if (axis.HasDivisions())
         positions = DivisionPositions(axis);
@@ -266,6 +326,7 @@ public:
     void MakeSteps();
     void MakeDateSteps();
     void MakeDecades();
+    void MakeStoredDecades();
     void MakeArbitrary();
     void MakeInvalidDates();
     TickList TakeTicks() { return std::move(m_ticks); }
@@ -404,6 +465,15 @@ void TickMaker::MakeDecades()
     }
 }
 
+void TickMaker::MakeStoredDecades()
+{
+    LogTicks const ticks = MakeLogTicks(m_axis);
+    for (std::size_t i = 0; i < ticks.majors.size(); ++i)
+        AddRegular(ticks.majors[i], static_cast<int>(i));
+    for (double const v : ticks.minors)
+        AddMinor(v, 1.0, Tick::Kind::DecadeLine);
+}
+
 void TickMaker::MakeArbitrary()
 {
     if (m_axis.arbitraryTicks.GetSize() > kMaxTicks)
@@ -424,6 +494,8 @@ TickList MakeTicks(AxisSettings const& axis, DateTickSettings const* dates, doub
     bool const hasDates = dates && axis.timeUnitsOn;
     if (hasDates && !HasDateRange(axis)) {
         maker.MakeInvalidDates();
+    } else if (axis.KeepsLogLimits()) {
+        maker.MakeStoredDecades();
     } else if (axis.scaleMode != 0) {
         maker.MakeDecades();
     } else {

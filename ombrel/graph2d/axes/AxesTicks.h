@@ -78,7 +78,20 @@ std::vector<double> DateStepPositions(DateSteps const& dates, double lo, double 
 /// The dates between each of these major ones and the next, at lo or later and before hi, counted from the major one.
 std::vector<double> MinorDatePositions(DateSteps const& dates, std::vector<double> const& majors, double lo, double hi);
 
-/// The positions that the tick mode gives: divisions, or steps (of dates); and, sorted in, the arbitrary ones.
+/// Decades, ascending.
+struct LogTicks {
+    /// With labels.
+    std::vector<double> majors;
+    std::vector<double> minors;
+};
+
+/// The ticks of a logarithmic axis that keeps its stored limits, none outside of these. Whole decades, at multiples of
+/// as many as a step is long; below two decades 2 and 5 times these, too; below a factor of five the values at tidy
+/// steps. Minor ones: the other multiples of a decade up to 15 decades, or the decades between steps.
+LogTicks MakeLogTicks(AxisSettings const& axis);
+
+/// The positions that the tick mode gives: divisions, or steps (of dates); and, sorted in, the arbitrary ones. Those of
+/// a logarithmic axis with stored limits are its major ticks.
 /// Entries that are gap markers, infinite or not a number are no positions.
 std::vector<double> TickPositions(AxisSettings const& axis, DateTickSettings const* dates);
 

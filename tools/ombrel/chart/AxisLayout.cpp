@@ -268,6 +268,66 @@ NumberTicks FitNumberTicks(AxisRange data, RangeFreedom freedom, double smallest
     return MakeNumberTicks(data, freedom, 1, smallestStep);
 }
 
+AxisRange MakeLogRange(AxisRange data, RangeFreedom const& freedom)
+{
+    auto const tidy = [](double value, bool up) {
+        double const decade = std::floor(std::log10(value) + 1e-9);
+        double const digits = value / std::pow(10.0, decade);
+        constexpr std::array kDigits { 1.0, 2.0, 5.0, 10.0 };
+        auto const isAbove = [&](double d) { return up ? d >= digits * (1.0 - 1e-9) : d > digits * (1.0 + 1e-9); };
+        auto const above = std::find_if(kDigits.begin(), kDigits.end(), isAbove);
+        return decade + std::log10(up ? *above : above[-1]);
+    };
+    AxisRange range { freedom.minFixed ? std::log10(data.min) : tidy(data.min, false),
+        freedom.maxFixed ? std::log10(data.max) : tidy(data.max, true) };
+    // One value alone stands in the middle of what it spans.
+    if (!(range.max > range.min)) {
+        range.min -= freedom.minFixed ? 0.0 : 0.5;
+        range.max += freedom.maxFixed ? 0.0 : 0.5;
+    }
+    return range;
+}
+
+std::vector<std::string> FitLogLabels(std::span<double const> ticks, AxisRange const& range, int length,
+    std::function<int(std::string const&)> const& size)
+{
+    bool const isPlain = std::all_of(ticks.begin(), ticks.end(), [](double v) { return v >= -4.001 && v <= 6.001; });
+    auto const textOf = [&](double v) {
+        // A tick's number has few digits, which the power of ten gives but for rounding.
+        if (isPlain)
+            return CVUtils::FormatDouble(kGeneralFormat, std::pow(10.0, v), 7).ToUtf8();
+        double const decade = std::floor(v + 1e-9);
+        std::string const digits = CVUtils::FormatDouble(kGeneralFormat, std::pow(10.0, v - decade), 6).ToUtf8();
+        return digits + "e" + std::to_string(static_cast<int>(decade));
+    };
+    struct Taken {
+        double from;
+        double to;
+    };
+    std::vector<Taken> taken;
+    std::vector<std::string> labels(ticks.size());
+    auto const place = [&](std::size_t i) {
+        std::string text = textOf(ticks[i]);
+        double const middle = (ticks[i] - range.min) / (range.max - range.min) * length;
+        double const half = size(text) / 2.0;
+        Taken const room { middle - half, middle + half };
+        bool const isFree = std::none_of(
+            taken.begin(), taken.end(), [&](Taken const& t) { return room.from < t.to && t.from < room.to; });
+        if (!isFree)
+            return;
+        taken.push_back(room);
+        labels[i] = std::move(text);
+    };
+    auto const isDecade = [&](std::size_t i) { return std::abs(ticks[i] - std::round(ticks[i])) < 1e-9; };
+    for (bool const decades : { true, false }) {
+        for (std::size_t i = 0; i < ticks.size(); ++i) {
+            if (isDecade(i) == decades)
+                place(i);
+        }
+    }
+    return labels;
+}
+
 int TidyCircles(double radius)
 {
     constexpr int kUsual = 5;

@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace ombrel::host {
 
@@ -54,6 +55,15 @@ std::string NumberLabel(NumberTicks const& ticks, double value);
 /// the pixels of a text.
 NumberTicks FitNumberTicks(AxisRange data, RangeFreedom freedom, double smallestStep, int length,
     std::function<int(std::string const&)> const& width);
+
+/// Ends of a logarithmic axis for positive data, as decades: free ends move outwards to 1, 2 or 5 times a power of ten.
+AxisRange MakeLogRange(AxisRange data, RangeFreedom const& freedom);
+
+/// The labels of ticks at these decades, in one form: numbers written out from 0.0001 to 1000000, else like 2e-7. Where
+/// two would come closer than their sizes allow, one stays empty, that of a power of ten last. length is that of the
+/// axis, size a label's along it, both in pixels.
+std::vector<std::string> FitLogLabels(std::span<double const> ticks, AxisRange const& range, int length,
+    std::function<int(std::string const&)> const& size);
 
 /// The number of circles of a polar grid: as many as make the step between them 1, 2, 2.5 or 5 times a power of ten, if
 /// 3 to 6 do, else 5.

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <span>
 
 namespace ombrel::host {
@@ -86,6 +87,61 @@ void SetNumberAxis(CAxes& axes, CAxes::AxisType type, NumberTicks const& ticks)
     axes.SetAxis(type, axis);
 }
 
+/// How many pixels of an axis a label takes up, with a gap to the next one.
+using LabelSize = std::function<int(std::string const&)>;
+
+/// The data's range with the ends that were given, which are positive where there is any data.
+AxisRange LogRangeOf(PlotAxisSettings const& settings)
+{
+    AxisRange data = settings.data;
+    if (!(data.min > 0.0) || data.min > data.max)
+        data = { settings.min.value_or(1.0), settings.max.value_or(settings.min.value_or(1.0) * 10.0) };
+    data = { settings.min.value_or(data.min), settings.max.value_or(data.max) };
+    // One end given, and all data beyond it.
+    if (data.min >= data.max && settings.min && !settings.max)
+        data.max = 10.0 * data.min;
+    else if (data.min >= data.max && settings.max && !settings.min)
+        data.min = data.max / 10.0;
+    return MakeLogRange(data, { settings.min.has_value(), settings.max.has_value() });
+}
+
+void SetLogAxis(
+    CAxes& axes, CAxes::AxisType type, PlotAxisSettings const& settings, int length, LabelSize const& sizeOf)
+{
+    // Whatever stands on a decade needs it; others use the room they have.
+    bool const hasEnds = settings.min || settings.max;
+    if ((settings.wholeDecades || settings.data.min > settings.data.max) && !hasEnds)
+        return;
+    AxisRange const range = LogRangeOf(settings);
+    AxisSettings axis = axes.GetAxis(type);
+    axis.min = range.min;
+    axis.max = range.max;
+    axis.rangeMode = CAxes::rmStored;
+    axis.tickMode = CAxes::tmStep;
+    axis.labelMode = CAxes::lmStrings;
+    // As many decades in a step as their labels need, of these numbers.
+    for (int const step : { 1, 2, 5, 10, 20, 50, 100, 200 }) {
+        axis.tickDel = step;
+        axes.SetAxis(type, axis);
+        axes.UpdateGraphParameters();
+        CDoubleArray ticks;
+        if (type == CAxes::atX)
+            axes.GetXNotchPositions(ticks);
+        else
+            axes.GetYNotchPositions(ticks);
+        std::span<double const> const places(ticks.GetData(), static_cast<std::size_t>(ticks.GetSize()));
+        std::vector<std::string> const labels = FitLogLabels(places, range, length, sizeOf);
+        bool const isWhole = range.max - range.min < 2.0
+            || std::none_of(labels.begin(), labels.end(), [](std::string const& text) { return text.empty(); });
+        axis.labels.RemoveAll();
+        for (std::string const& text : labels)
+            axis.labels.Add(CString(text));
+        if (isWhole)
+            break;
+    }
+    axes.SetAxis(type, axis);
+}
+
 void SetDateAxis(CAxes& axes, DateTicks const& ticks, CString const& title)
 {
     AxisSettings axis = axes.GetAxis(CAxes::atX);
@@ -159,7 +215,10 @@ void LayOutX(CAxes& axes, PlotAxisSettings const& x, CSize area, LabelMeasure co
     } else if (x.dates) {
         DateTicks const ticks = FitDateTicks(RangeOf(x), freedom, length, width);
         SetDateAxis(axes, ticks, CString(TitleWithCommon(x.title, ticks)));
-    } else if (!x.logarithmic) {
+    } else if (x.logarithmic) {
+        int const gap = width("00");
+        SetLogAxis(axes, CAxes::atX, x, length, [&](std::string const& text) { return width(text) + gap; });
+    } else {
         double const smallestStep = x.counts ? 1.0 : 0.0;
         SetNumberAxis(axes, CAxes::atX, FitNumberTicks(RangeOf(x), freedom, smallestStep, length, width));
     }
@@ -168,8 +227,10 @@ void LayOutX(CAxes& axes, PlotAxisSettings const& x, CSize area, LabelMeasure co
 void LayOutY(CAxes& axes, PlotAxisSettings const& y, int length, int fontHeight)
 {
     constexpr int kMostSteps = 8;
-    if (y.logarithmic)
+    if (y.logarithmic) {
+        SetLogAxis(axes, CAxes::atY, y, length, [fontHeight](std::string const&) { return fontHeight * 3 / 2; });
         return;
+    }
     // Labels need twice their height to be told apart easily.
     int const steps = std::clamp(length / (2 * std::max(fontHeight, 1)), 1, kMostSteps);
     double const smallestStep = y.counts ? 1.0 : 0.0;

@@ -32,14 +32,17 @@ void ApplyRange(
 {
     if (!text)
         return;
-    if (axis.logarithmic)
-        FailUsage(std::string(option) + ": a logarithmic axis spans the decades of its data");
     if (!axis.words.empty())
         FailUsage(std::string(option) + ": the x values are words");
     auto const ends = ParseRange(*text, axis.dates, options.dateFormat ? &*options.dateFormat : nullptr);
     if (!ends)
         FailUsage(std::string(option) + ": expected A:B with A below B, "
             + (axis.dates ? "dates such as 2020-01-01" : "numbers") + ", found " + QuoteForMessage(*text));
+    for (std::optional<double> const& end : { ends->min, ends->max }) {
+        if (axis.logarithmic && end && *end <= 0.0)
+            FailUsage(std::string(option) + ": expected ends above zero on a logarithmic axis, found "
+                + QuoteForMessage(*text));
+    }
     axis.min = ends->min;
     axis.max = ends->max;
 }
@@ -192,6 +195,7 @@ void TakeOver(PlotAxisSettings& x, PlotAxisSettings& y, CurveData const& data, O
     if (IsMarkKind(options.kind))
         x.margin = kMarkMargin;
     y.margin = IsMarkKind(options.kind) || IsBarKind(options.kind) ? kMarkMargin : kCurveMargin;
+    x.wholeDecades = y.wholeDecades = IsBarKind(options.kind);
     y.limit = options.percent ? 100.0 : options.normalised ? 1.0 : 0.0;
     x.counts = x.counts || data.wholeNumbers;
     if (options.kind == PlotKind::Filled && !options.yLog)

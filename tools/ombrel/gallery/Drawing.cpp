@@ -21,6 +21,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cmath>
 #include <memory>
 
 namespace ombrel::host {
@@ -128,6 +129,19 @@ void TakeOver(AxisSettings const& axis, PlotAxisSettings& settings)
     }
 }
 
+/// Graphs count decades on logarithmic axes, layouts take the values.
+void TakeValuesOfDecades(PlotAxisSettings& settings)
+{
+    if (!settings.logarithmic)
+        return;
+    for (double* end : { &settings.data.min, &settings.data.max })
+        *end = std::pow(10.0, *end);
+    for (std::optional<double>* end : { &settings.min, &settings.max }) {
+        if (*end)
+            *end = std::pow(10.0, **end);
+    }
+}
+
 /// Lays the graph of a picture out, as often as its rectangle changes.
 class PictureLayout {
 public:
@@ -142,6 +156,8 @@ public:
         TakeOver(graph.GetAxes()->GetAxis(CAxes::atY), m_y);
         m_x.dates = x.timeUnitsOn != 0;
         GetRanges(graph, m_x, m_y);
+        TakeValuesOfDecades(m_x);
+        TakeValuesOfDecades(m_y);
         if (x.labelMode == CAxes::lmValues)
             return;
         for (CString const& word : x.labels)
