@@ -22,12 +22,18 @@
 #include "ombrel/graph2d/2DTextPlot.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/graph3d/3DAxis.h"
+#include "ombrel/graph3d/3DBarCurve.h"
+#include "ombrel/graph3d/3DBarPlot.h"
 #include "ombrel/graph3d/3DCurve.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DGrid.h"
+#include "ombrel/graph3d/3DLineArrayCurve.h"
+#include "ombrel/graph3d/3DLineArrayPlot.h"
 #include "ombrel/graph3d/3DLineData.h"
 #include "ombrel/graph3d/3DPlot.h"
 #include "ombrel/graph3d/3DRowColCurve.h"
+#include "ombrel/graph3d/3DWireframeCurve.h"
+#include "ombrel/graph3d/3DWireframePlot.h"
 #include "ombrel/graph3d/Surface.h"
 #include "ombrel/graph3d/SurfacePlot.h"
 #include "ombrel/graph3d/Walls.h"
@@ -95,6 +101,12 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &C3DLineData::kClass,
     &CSurfacePlot::kClass,
     &CSurface::kClass,
+    &C3DBarPlot::kClass,
+    &C3DBarCurve::kClass,
+    &C3DLineArrayPlot::kClass,
+    &C3DLineArrayCurve::kClass,
+    &C3DWireframePlot::kClass,
+    &C3DWireframeCurve::kClass,
     &C2DContourPlot::kClass,
     &C2DContourCurve::kClass,
 };

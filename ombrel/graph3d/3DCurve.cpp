@@ -47,6 +47,16 @@ void C3DCurve::SetCurveType(CurveType type)
 
 void C3DCurve::Transform(double* x, double* y, double* z) const { Transforms().Transform(*x, *y, *z); }
 
+COLORREF C3DCurve::GetColourByZ(double value) const
+{
+    double min = 0.0;
+    double max = 0.0;
+    GetZRange(min, max);
+    if (GetUseLUTMinMax())
+        GetLUTMinMax(min, max);
+    return m_colourMap.GetColour(value, min, max);
+}
+
 void C3DCurve::GetBoxAxes(BoxAxes& axes) const
 {
     C3DGraph const* const graph = Get3DGraph();

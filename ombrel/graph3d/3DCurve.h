@@ -73,6 +73,8 @@ public:
     void GetBoxAxes(BoxAxes& axes) const;
 
 protected:
+    /// The colour map's colour of a value, between the ends of the curve's own colour range or of its z range.
+    COLORREF GetColourByZ(double value) const;
     /// The graph that the curve's plot belongs to; null without one, or in a graph of another kind.
     C3DGraph* Get3DGraph() const;
     /// Whether the curve came from a document of the first layout, which had neither a colour map nor ranges.

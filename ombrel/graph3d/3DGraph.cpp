@@ -1,8 +1,11 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DAxis.h"
+#include "ombrel/graph3d/3DBarPlot.h"
 #include "ombrel/graph3d/3DCurve.h"
 #include "ombrel/graph3d/3DGrid.h"
+#include "ombrel/graph3d/3DLineArrayPlot.h"
 #include "ombrel/graph3d/3DPlot.h"
+#include "ombrel/graph3d/3DWireframePlot.h"
 #include "ombrel/graph3d/Polygon.h"
 #include "ombrel/graph3d/SurfacePlot.h"
 #include "ombrel/graph3d/Walls.h"
@@ -86,6 +89,15 @@ CPlot* C3DGraph::AddPlot(ItemType type)
     switch (type) {
     case itSurfacePlot:
         plot = std::make_unique<CSurfacePlot>(this);
+        break;
+    case it3DBarPlot:
+        plot = std::make_unique<C3DBarPlot>(this);
+        break;
+    case it3DLineArrayPlot:
+        plot = std::make_unique<C3DLineArrayPlot>(this);
+        break;
+    case it3DWireframePlot:
+        plot = std::make_unique<C3DWireframePlot>(this);
         break;
     default:
         return nullptr;

@@ -11,9 +11,6 @@ constinit CRuntimeClass const C3DRowColCurve::kClass = PersistentClass<C3DRowCol
 
 namespace {
 
-// A document of a few bytes may ask for any number of cells. More than these are made only when the table has them.
-constexpr double kMostInterpolatedNodes = 1 << 22;
-
 // Steps are compared as the numbers that they are stored as in files of text.
 bool Same(double a, double b) { return a == b || CVUtils::FloatEq(a, b); }
 
@@ -80,7 +77,8 @@ void C3DRowColCurve::AlignMeshes()
 {
     int const rows = m_table.GetNumRows() - 1;
     int const cols = m_table.GetNumCols() - 1;
-    if (rows < 1 || cols < 1)
+    int const least = GetGridLimits().leastCells;
+    if (rows < least || cols < least)
         return;
     SetGrid({ rows, cols, m_placement.xMin, m_placement.xMin + cols * m_placement.xStep, m_placement.yMin,
         m_placement.yMin + rows * m_placement.yStep });
@@ -144,12 +142,14 @@ bool C3DRowColCurve::FillMesh(GridCoordinates const& coordinates)
     int const rows = m_grid.rows;
     int const cols = m_grid.cols;
     double const nodes = (rows + 1.0) * (cols + 1.0);
+    GridLimits const limits = GetGridLimits();
     double const tableValues = static_cast<double>(m_table.GetNumRows()) * m_table.GetNumCols();
-    if (rows < 1 || cols < 1 || !m_table.HasData() || nodes > std::max(kMostInterpolatedNodes, tableValues)) {
+    int const fewest = std::min({ rows, cols, m_table.GetNumRows() - 1, m_table.GetNumCols() - 1 });
+    if (fewest < limits.leastCells || nodes > std::max(limits.mostInterpolatedNodes, tableValues)) {
         m_mesh->Clear();
         return false;
     }
-    if (m_mesh->GetNumRows() == rows && m_mesh->GetNumCols() == cols)
+    if (m_mesh->HasNodes() && m_mesh->GetNumRows() == rows && m_mesh->GetNumCols() == cols)
         m_mesh->SetExtent(m_grid.xMin, m_grid.xMax, m_grid.yMin, m_grid.yMax);
     else
         m_mesh->Init(rows, cols, m_grid.xMin, m_grid.xMax, m_grid.yMin, m_grid.yMax);
@@ -195,14 +195,6 @@ bool C3DRowColCurve::FillMesh(GridCoordinates const& coordinates)
     return true;
 }
 
-COLORREF C3DRowColCurve::GetLUTColour(double value) const
-{
-    double min = 0.0;
-    double max = 0.0;
-    GetZRange(min, max);
-    if (GetUseLUTMinMax())
-        GetLUTMinMax(min, max);
-    return GetColourmap()->GetColour(value, min, max);
-}
+COLORREF C3DRowColCurve::GetLUTColour(double value) const { return GetColourByZ(value); }
 
 } // namespace ombrel

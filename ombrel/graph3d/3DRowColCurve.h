@@ -65,7 +65,8 @@ public:
     /// Whether reading a file gives the curve the file's grid (AlignMeshes).
     int GetAlignMeshes() const { return m_alignMeshes; }
     void SetAlignMeshes(int on) { Change(m_alignMeshes, on); }
-    /// Gives the curve the table's grid. A table of fewer than 2 × 2 values has none; nothing changes then.
+    /// Gives the curve the table's grid. An empty table has none, nor has one of fewer than 2 × 2 values where cells
+    /// are drawn; nothing changes then.
     void AlignMeshes();
     /// 1 when the table has a value at each node of the grid and no others.
     int DataMeshEqualsCurveMesh() const;
@@ -120,6 +121,14 @@ public:
     COLORREF GetLUTColour(double value) const override;
 
 protected:
+    /// How small and how large a grid may be.
+    struct GridLimits {
+        /// Cells along either axis.
+        int leastCells = 1;
+        /// Nodes, unless the table has more values: a document of a few bytes may ask for any number of cells.
+        double mostInterpolatedNodes = 1 << 22;
+    };
+    virtual GridLimits GetGridLimits() const { return {}; }
     /// Stores a setting of the data and raises the three flags.
     template <typename T, typename V> void ChangeData(T& setting, V const& value)
     {

@@ -2,6 +2,7 @@
 #include "ombrel/foundation/Vertex.h"
 
 #include <array>
+#include <cmath>
 
 namespace ombrel {
 
@@ -12,6 +13,8 @@ struct BoxAxis {
     double scale = 1.0;
 
     double GetViewVal(double v) const { return max != min ? ((v - min) / (max - min) - 0.5) * scale : 0.0; }
+    /// What share of the range a difference of coordinates is; never below 0.
+    double GetFraction(double difference) const { return max != min ? std::fabs(difference / (max - min)) : 0.0; }
     friend bool operator==(BoxAxis const& a, BoxAxis const& b) = default;
 };
 

@@ -11,7 +11,7 @@ constinit CRuntimeClass const CMesh::kClass = DynamicClass<CObject>("CMesh");
 void CMesh::Init(int rows, int cols, double xMin, double xMax, double yMin, double yMax)
 {
     Clear();
-    if (rows < 1 || cols < 1)
+    if (rows < 0 || cols < 0)
         return;
     std::size_t const nodes = (static_cast<std::size_t>(rows) + 1) * (static_cast<std::size_t>(cols) + 1);
     if (nodes > m_z.max_size())
@@ -28,8 +28,8 @@ void CMesh::SetExtent(double xMin, double xMax, double yMin, double yMax)
     m_xMax = xMax;
     m_yMin = yMin;
     m_yMax = yMax;
-    m_xDel = (xMax - xMin) / m_cols;
-    m_yDel = (yMax - yMin) / m_rows;
+    m_xDel = m_cols > 0 ? (xMax - xMin) / m_cols : 0.0;
+    m_yDel = m_rows > 0 ? (yMax - yMin) / m_rows : 0.0;
 }
 
 void CMesh::PlaceOverParameters()

@@ -27,7 +27,8 @@ public:
     {
         Init(rows, cols, xMin, xMax, yMin, yMax);
     }
-    /// Makes (rows + 1) × (cols + 1) nodes over their parameters, with z = 0; none when either number is below 1.
+    /// Makes (rows + 1) × (cols + 1) nodes over their parameters, with z = 0; none when either number is below 0. A
+    /// single row or column of nodes stands over the smallest parameter.
     /// Throws std::bad_alloc.
     void Init(int rows, int cols, double xMin, double xMax, double yMin, double yMax);
     /// Places the grid over other parameters. Nodes that have been placed elsewhere stay there.
@@ -79,6 +80,15 @@ public:
     /// Whether no node has been placed elsewhere.
     bool IsOverParameters() const { return m_x.empty(); }
     bool IsMissing(int i, int j) const { return IsGridGap(m_z[GetIndex(i, j)]); }
+    /// Lets the places of the nodes that are not missing be changed: change(x, y, z).
+    template <typename Change> void ChangeNodes(Change const& change)
+    {
+        MakePlaces();
+        for (std::size_t n = 0; n < m_z.size(); ++n) {
+            if (!IsGridGap(m_z[n]))
+                change(m_x[n], m_y[n], m_z[n]);
+        }
+    }
 
     /// z at a parameter point, bilinear between the four nodes of its cell. kGap outside of the grid and where a node
     /// that takes part is missing.
@@ -117,9 +127,9 @@ inline bool CMesh::FindCell(double at, int cells, int& cell, double& fraction)
     // Ends of ranges are often computed in another way than the grid's.
     constexpr double kTolerance = 1e-9;
     double const slack = kTolerance * (cells + 1.0);
-    if (cells < 1 || !(at >= -slack && at <= cells + slack))
+    if (cells < 0 || !(at >= -slack && at <= cells + slack))
         return false;
-    cell = static_cast<int>(std::min(std::max(at, 0.0), cells - 1.0));
+    cell = static_cast<int>(std::max(std::min(at, cells - 1.0), 0.0));
     fraction = std::min(std::max(at - cell, 0.0), 1.0);
     return true;
 }
@@ -134,12 +144,14 @@ inline double CMesh::InterpolateOn(double const* values, int rows, int cols, dou
         return kGap;
     double const* const low
         = values + static_cast<std::size_t>(j) * (static_cast<std::size_t>(cols) + 1) + static_cast<std::size_t>(i);
-    double const* const high = low + cols + 1;
-    if (!IsGridGap(low[0]) && !IsGridGap(low[1]) && !IsGridGap(high[0]) && !IsGridGap(high[1]))
-        return CVUtils::InterpolateBilinear(low[0], low[1], high[1], high[0], fx, fy);
+    // A single row or column is its own neighbour.
+    std::size_t const right = cols > 0 ? 1 : 0;
+    double const* const high = rows > 0 ? low + cols + 1 : low;
+    if (!IsGridGap(low[0]) && !IsGridGap(low[right]) && !IsGridGap(high[0]) && !IsGridGap(high[right]))
+        return CVUtils::InterpolateBilinear(low[0], low[right], high[right], high[0], fx, fy);
     // On a side of the cell the nodes off it take no part.
     double const weights[] = { (1 - fx) * (1 - fy), fx * (1 - fy), (1 - fx) * fy, fx * fy };
-    double const corners[] = { low[0], low[1], high[0], high[1] };
+    double const corners[] = { low[0], low[right], high[0], high[right] };
     double z = 0.0;
     for (std::size_t k = 0; k < 4; ++k) {
         if (weights[k] == 0.0)

@@ -82,16 +82,6 @@ public:
     /// Asks the surface for each node's colour, if it has any.
     void UpdateWireframeColours();
 
-    /// Lets the places of the nodes that are not missing be changed: change(x, y, z).
-    template <typename Change> void ChangeNodes(Change const& change)
-    {
-        MakePlaces();
-        for (std::size_t n = 0; n < m_z.size(); ++n) {
-            if (!IsGridGap(m_z[n]))
-                change(m_x[n], m_y[n], m_z[n]);
-        }
-    }
-
 private:
     struct Range {
         double min = 0.0;

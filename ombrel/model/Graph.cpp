@@ -1,4 +1,5 @@
 #include "ombrel/model/Graph.h"
+#include "ombrel/foundation/PlatformRandom.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 #include <algorithm>
@@ -187,24 +188,6 @@ constexpr COLORREF kPlotColours[] = { RGB(255, 0, 0), RGB(0, 255, 0), RGB(0, 0, 
     RGB(0, 255, 255), RGB(255, 255, 0), RGB(255, 128, 0), RGB(255, 0, 128), RGB(128, 255, 0), RGB(128, 255, 0),
     RGB(0, 255, 128), RGB(128, 0, 255), RGB(0, 128, 255), RGB(128, 128, 0), RGB(128, 0, 128) };
 
-/// The platform's pseudo-random sequence: 15-bit numbers of a 32-bit linear congruence.
-class PlatformRandom {
-public:
-    explicit PlatformRandom(DWORD seed)
-        : m_state(seed)
-    {
-    }
-    int Next()
-    {
-        m_state = m_state * 214013u + 2531011u;
-        return static_cast<int>(m_state >> 16 & 0x7FFF);
-    }
-    int NextChannel() { return static_cast<int>(Next() / 32767.0 * 255 + 0.5); }
-
-private:
-    DWORD m_state;
-};
-
 } // namespace
 
 unsigned long CGraph::GetColour() const
@@ -222,10 +205,7 @@ unsigned long CGraph::GetColour() const
     PlatformRandom random(1234);
     COLORREF candidate = 0;
     do {
-        int const red = random.NextChannel();
-        int const green = random.NextChannel();
-        int const blue = random.NextChannel();
-        candidate = RGB(red, green, blue);
+        candidate = random.NextColour();
     } while (isUsed(candidate));
     return candidate;
 }

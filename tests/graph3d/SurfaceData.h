@@ -14,12 +14,12 @@ template <typename Height> CTableData MakeTable(int rows, int cols, Height const
     return table;
 }
 
-/// Gives the surface such a table and its grid, which begins at (0, 0) and has steps of 1.
-template <typename Height> void Fill(CSurface& surface, int rows, int cols, Height const& height)
+/// Gives the curve such a table and its grid, which begins at (0, 0) and has steps of 1.
+template <typename Height> void Fill(C3DRowColCurve& curve, int rows, int cols, Height const& height)
 {
-    surface.SetTableData(MakeTable(rows, cols, height));
-    surface.SetDataSourceType(CPlotComponent::dsTable);
-    surface.AlignMeshes();
+    curve.SetTableData(MakeTable(rows, cols, height));
+    curve.SetDataSourceType(CPlotComponent::dsTable);
+    curve.AlignMeshes();
 }
 
 } // namespace ombrel::test

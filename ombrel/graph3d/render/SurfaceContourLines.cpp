@@ -1,6 +1,7 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/Surface.h"
 #include "ombrel/graph3d/render/SurfaceRenderer.h"
+#include "ombrel/graph3d/render/TowardsViewer.h"
 #include "ombrel/platform/opengl/OpenGL.h"
 
 #include <algorithm>
@@ -11,9 +12,6 @@ namespace ombrel {
 namespace {
 
 using Place = std::array<double, 3>;
-
-// Towards the viewer, in box units, so that lines lie just in front of their surface.
-constexpr double kLineDistance = 0.005;
 
 // A cell as it is drawn: two triangles.
 class CellFaces {
@@ -180,12 +178,8 @@ void SurfaceRenderer::DrawContourLines(CSurface const& surface, C3DGraph& graph)
         MakeContourLines(surface);
     }
     graph.EnableLighting(0);
-    double const width = surface.GetContourScaleFac() * graph.GetLineWidth(2);
-    gl::LineWidth(width > 0.0 ? static_cast<float>(std::min(width, 1000.0)) : 1.0F);
-    gl::PushMatrix();
-    graph.SetView();
-    gl::Translated(0.0, 0.0, kLineDistance);
-    graph.UnsetView();
+    gl::LineWidth(GetValidLineWidth(surface.GetContourScaleFac() * graph.GetLineWidth(2)));
+    TowardsViewer const moved(graph);
     gl::EnableClientState(GL_VERTEX_ARRAY);
     gl::BindBuffer(GL_ARRAY_BUFFER, m_lineBuffer.Name());
     gl::VertexPointer(3, GL_FLOAT, 0, nullptr);
@@ -199,7 +193,6 @@ void SurfaceRenderer::DrawContourLines(CSurface const& surface, C3DGraph& graph)
     }
     gl::BindBuffer(GL_ARRAY_BUFFER, 0);
     gl::DisableClientState(GL_VERTEX_ARRAY);
-    gl::PopMatrix();
     graph.EnableLighting(1);
     gl::LineWidth(1.0F);
 }

@@ -317,10 +317,7 @@ void SurfaceRenderer::Upload()
 
 void SurfaceRenderer::UploadWireframeColours(CSurface const& surface)
 {
-    CColourMap const& map = *surface.GetWireframeColourmap();
-    ColourScale const& scale = map.GetScale();
-    // All that the colours follow from besides the data.
-    WireframeColoursKey key { map.GetColourTable(), scale.values, scale.indices };
+    ColourMapKey key(*surface.GetWireframeColourmap());
     if (m_wireframeColourBuffer.IsAlive() && key == m_wireframeColoursKey)
         return;
     m_wireframeColoursKey = std::move(key);

@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/graph3d/SurfaceMesh.h"
 #include "ombrel/graph3d/geometry/SurfaceGeometry.h"
+#include "ombrel/graph3d/render/ColourMapKey.h"
 #include "ombrel/graph3d/render/ColourTexture.h"
 #include "ombrel/graph3d/render/FaceBatch.h"
 #include "ombrel/platform/framework/Types.h"
@@ -67,13 +68,6 @@ private:
         std::vector<double> levels;
         friend bool operator==(LinesKey const& a, LinesKey const& b) = default;
     };
-    /// What the colours of the wireframe's nodes were made from.
-    struct WireframeColoursKey {
-        CDWordArray colours;
-        CDoubleArray scaleValues;
-        CDWordArray scaleIndices;
-        friend bool operator==(WireframeColoursKey const& a, WireframeColoursKey const& b) = default;
-    };
     /// Lines that are drawn with one colour and at one distance in front of the surface.
     struct LineGroup {
         std::size_t level = 0;
@@ -121,7 +115,8 @@ private:
     GLObject m_vertexBuffer;
     GLObject m_indexBuffer;
     GLObject m_imagePlaceBuffer;
-    WireframeColoursKey m_wireframeColoursKey;
+    /// What the colours of the wireframe's nodes were made from.
+    ColourMapKey m_wireframeColoursKey;
     GLObject m_wireframeColourBuffer;
 
     ColourTexture m_colours;

@@ -1,0 +1,18 @@
+#pragma once
+#include "ombrel/graph3d/3DPlot.h"
+#include "ombrel/platform/framework/Export.h"
+
+namespace ombrel {
+
+/// A plot of series over a grid.
+class OMBREL_EXPORT C3DLineArrayPlot : public C3DPlot {
+public:
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    explicit C3DLineArrayPlot(CGraph* graph = nullptr);
+    /// A C3DLineArrayCurve. Owned by the plot.
+    CPlotComponent* CreateCurve() override;
+    void Serialize(CArchive& ar) override;
+};
+
+} // namespace ombrel
