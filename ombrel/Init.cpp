@@ -30,6 +30,11 @@
 #include "ombrel/graph3d/3DLineArrayCurve.h"
 #include "ombrel/graph3d/3DLineArrayPlot.h"
 #include "ombrel/graph3d/3DLineData.h"
+#include "ombrel/graph3d/3DObjectCube.h"
+#include "ombrel/graph3d/3DObjectCurve.h"
+#include "ombrel/graph3d/3DObjectCylinder.h"
+#include "ombrel/graph3d/3DObjectPlot.h"
+#include "ombrel/graph3d/3DObjectSphere.h"
 #include "ombrel/graph3d/3DPlot.h"
 #include "ombrel/graph3d/3DRowColCurve.h"
 #include "ombrel/graph3d/3DWireframeCurve.h"
@@ -99,6 +104,12 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &C3DCurve::kClass,
     &C3DRowColCurve::kClass,
     &C3DLineData::kClass,
+    &C3DObject::kClass,
+    &C3DObjectSphere::kClass,
+    &C3DObjectCylinder::kClass,
+    &C3DObjectCube::kClass,
+    &C3DObjectPlot::kClass,
+    &C3DObjectCurve::kClass,
     &CSurfacePlot::kClass,
     &CSurface::kClass,
     &C3DBarPlot::kClass,

@@ -4,6 +4,7 @@
 #include "ombrel/graph3d/3DCurve.h"
 #include "ombrel/graph3d/3DGrid.h"
 #include "ombrel/graph3d/3DLineArrayPlot.h"
+#include "ombrel/graph3d/3DObjectPlot.h"
 #include "ombrel/graph3d/3DPlot.h"
 #include "ombrel/graph3d/3DWireframePlot.h"
 #include "ombrel/graph3d/Polygon.h"
@@ -87,6 +88,9 @@ CPlot* C3DGraph::AddPlot(ItemType type)
 {
     std::unique_ptr<CPlot> plot;
     switch (type) {
+    case it3DObjectPlot:
+        plot = std::make_unique<C3DObjectPlot>(this);
+        break;
     case itSurfacePlot:
         plot = std::make_unique<CSurfacePlot>(this);
         break;
