@@ -1,5 +1,6 @@
 #include "ombrel/graph3d/Polygon.h"
 #include "ombrel/graph3d/Walls.h"
+#include "ombrel/graph3d/render/ColourTexture.h"
 #include "ombrel/graph3d/render/FaceBatch.h"
 #include "ombrel/platform/framework/Error.h"
 #include "ombrel/platform/gdi/PageSurface.h"
@@ -8,6 +9,7 @@
 #include "tests/graph3d/Draw3D.h"
 
 #include <array>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 #include <utility>
@@ -176,6 +178,101 @@ TEST_F(Draw3D, PutsFacesOfAllBatchesAndPolygonsInOneOrder)
                 polygons.squares.push_back({ kLayers[i].z, kLayers[i].colour, 0.6 });
             ExpectNear(at({ 0.0, 0.0, 0.0 }), expected);
         }
+    }
+}
+
+/// A wavy sheet, higher than the box at one corner, in the colours of a texture: as one batch or in parts.
+class Sheet : public test::DataCurve {
+public:
+    using DataCurve::DataCurve;
+    void Render() override
+    {
+        DataCurve::Render();
+        colours.Bind(*Get3DGraph(),
+            MakeTexels(0.0, 255.0, [](double v) { return RGB(static_cast<int>(v), 255 - static_cast<int>(v), 128); }));
+        for (FaceBatch& batch : batches)
+            batch.DrawFaces(*Get3DGraph(), colours.Name());
+        ColourTexture::Unbind(*Get3DGraph());
+    }
+    void Make(std::size_t parts)
+    {
+        constexpr std::uint32_t kCells = 240;
+        batches = std::vector<FaceBatch>(parts);
+        for (std::uint32_t j = 0; j < kCells; ++j) {
+            for (std::uint32_t i = 0; i < kCells; ++i) {
+                FaceBatch& batch = batches[j * parts / kCells];
+                std::array<std::uint32_t, 4> corners {};
+                for (std::uint32_t c = 0; c < 4; ++c)
+                    corners[c] = batch.AddVertex(Node(i + (c & 1U), j + (c >> 1U), kCells));
+                batch.AddTriangle(corners[0], corners[1], corners[3]);
+                batch.AddTriangle(corners[0], corners[3], corners[2]);
+            }
+        }
+    }
+    std::vector<FaceBatch> batches;
+    ColourTexture colours;
+
+private:
+    static FaceVertex Node(std::uint32_t i, std::uint32_t j, std::uint32_t cells)
+    {
+        double const x = static_cast<double>(i) / cells - 0.5;
+        double const y = static_cast<double>(j) / cells - 0.5;
+        double const z = 0.3 * std::sin(9.0 * x) + y * (x + 0.8) * 0.6;
+        double const dx = 2.7 * std::cos(9.0 * x) + y * 0.6;
+        double const dy = (x + 0.8) * 0.6;
+        double const length = std::sqrt(dx * dx + dy * dy + 1.0);
+        FaceVertex vertex;
+        vertex.place = FaceVertex::Floats(CVertex(x, y, z));
+        vertex.normal = FaceVertex::Floats(CNormal(-dx / length, -dy / length, 1.0 / length));
+        vertex.value = static_cast<float>(z + 0.5);
+        return vertex;
+    }
+};
+
+TEST_F(Draw3D, LightsManyTrianglesByAProgramLikeFewByFixedFunctions)
+{
+    auto* const plot = new test::DataPlot(&m_graph);
+    auto* const sheet = new Sheet(plot, 1);
+    plot->curve = sheet;
+    sheet->SetValid(1);
+    m_graph.GetPlotArray()->Add(plot);
+    plot->AddComponent(sheet);
+    struct View {
+        double elevation;
+        int lighting;
+        int secondLight;
+        double attenuation;
+        double zoom;
+    };
+    View const views[] = { { 60.0, 1, 0, 1.0, 1.0 }, { 130.0, 1, 0, 1.0, 1.0 }, { 100.0, 1, 1, 2.5, 4.0 },
+        { 40.0, 0, 0, 1.0, 1.0 }, { 60.0, 1, 1, 0.0, 1.0 } };
+    for (View const& view : views) {
+        m_graph.SetViewingElevation(view.elevation);
+        m_graph.SetLightingOn(view.lighting);
+        m_graph.SetLight2On(view.secondLight);
+        m_graph.SetAttenuation(view.attenuation);
+        m_graph.SetZoomFactor(view.zoom);
+        std::array<std::vector<COLORREF>, 2> pictures;
+        for (std::size_t const road : { 0, 1 }) {
+            sheet->Make(road == 0 ? 1 : 2);
+            m_graph.SetModifiedFlag(1);
+            Draw();
+            for (int y = 0; y < kSize.cy; ++y) {
+                for (int x = 0; x < kSize.cx; ++x)
+                    pictures[road].push_back(At({ x, y }));
+            }
+        }
+        int others = 0;
+        int drawn = 0;
+        for (std::size_t p = 0; p < pictures[0].size(); ++p) {
+            for (int shift = 0; shift < 24; shift += 8) {
+                auto const channel = [&](std::size_t road) { return static_cast<BYTE>(pictures[road][p] >> shift); };
+                others += std::abs(channel(0) - channel(1)) > 1;
+            }
+            drawn += pictures[0][p] != RGB(10, 20, 30);
+        }
+        EXPECT_EQ(others, 0) << view.elevation;
+        EXPECT_GT(drawn, 5000) << view.elevation;
     }
 }
 

@@ -2,6 +2,7 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/Colour3.h"
 #include "ombrel/graph3d/render/GLBuffer.h"
+#include "ombrel/graph3d/render/TextureProgram.h"
 #include "ombrel/platform/opengl/OpenGL.h"
 
 #include <algorithm>
@@ -127,6 +128,7 @@ void FaceBatch::DrawFaces(C3DGraph& graph, unsigned int texture)
     KeptState const kept(GL_CURRENT_BIT);
     graph.Set1DTextureState(texture != 0, static_cast<int>(texture));
     BindArrays();
+    TextureProgram const program(texture != 0 ? m_triangles.size() / 3 : 0);
     DrawIndices(GL_TRIANGLES, { 0, m_triangles.size() });
     UnbindArrays();
     graph.Set1DTextureState(0, 0);

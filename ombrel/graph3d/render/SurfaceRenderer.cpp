@@ -2,6 +2,7 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/Surface.h"
 #include "ombrel/graph3d/render/GLBuffer.h"
+#include "ombrel/graph3d/render/TextureProgram.h"
 #include "ombrel/platform/opengl/OpenGL.h"
 
 #include <algorithm>
@@ -416,6 +417,7 @@ void SurfaceRenderer::DrawPolygons(CSurface& surface)
     if (m_plainFaces.count != 0) {
         BindArrays(false);
         gl::Disable(GL_TEXTURE_2D);
+        TextureProgram const program(surface.UseColourmap() ? m_plainFaces.count : 0);
         DrawFaces(m_plainFaces);
     }
     if (m_imageFaces.count != 0) {

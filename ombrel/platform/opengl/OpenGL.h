@@ -122,6 +122,20 @@
     X(TexParameteri)                                                                                                   \
     X(TexEnvf)                                                                                                         \
     X(TexEnvi)                                                                                                         \
+    /* programs */                                                                                                     \
+    X(CreateShader)                                                                                                    \
+    X(ShaderSource)                                                                                                    \
+    X(CompileShader)                                                                                                   \
+    X(DeleteShader)                                                                                                    \
+    X(CreateProgram)                                                                                                   \
+    X(AttachShader)                                                                                                    \
+    X(LinkProgram)                                                                                                     \
+    X(GetProgramiv)                                                                                                    \
+    X(DeleteProgram)                                                                                                   \
+    X(UseProgram)                                                                                                      \
+    X(GetUniformLocation)                                                                                              \
+    X(Uniform1f)                                                                                                       \
+    X(Uniform2f)                                                                                                       \
     /* pictures */                                                                                                     \
     X(Clear)                                                                                                           \
     X(ClearColor)                                                                                                      \
