@@ -2,7 +2,7 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DObject.h"
 #include "ombrel/graph3d/objects/ObjectMesh.h"
-#include "ombrel/platform/opengl/OpenGL.h"
+#include "ombrel/graph3d/render/NearerDepth.h"
 
 #include <algorithm>
 #include <cmath>
@@ -87,14 +87,9 @@ void ObjectScene::Add(C3DObject const& object, BoxAxes const& axes)
 void ObjectScene::Draw(C3DGraph& graph)
 {
     m_opaque.DrawFaces(graph, 0);
-    if (!m_wires.IsEmpty()) {
-        constexpr double kWireDistance = 0.002;
-        gl::PushMatrix();
-        graph.SetView();
-        gl::Translated(0.0, 0.0, kWireDistance);
-        graph.UnsetView();
+    {
+        NearerDepth const nearer(0.002);
         m_wires.DrawLines(graph, static_cast<float>(graph.GetLineWidth(3)), 0);
-        gl::PopMatrix();
     }
     if (!m_transparent.IsEmpty())
         m_transparent.AddTransparent(graph, 0);
