@@ -30,6 +30,8 @@
 #include "ombrel/graph3d/3DLineArrayCurve.h"
 #include "ombrel/graph3d/3DLineArrayPlot.h"
 #include "ombrel/graph3d/3DLineData.h"
+#include "ombrel/graph3d/3DMeshCurve.h"
+#include "ombrel/graph3d/3DMeshPlot.h"
 #include "ombrel/graph3d/3DObjectCube.h"
 #include "ombrel/graph3d/3DObjectCurve.h"
 #include "ombrel/graph3d/3DObjectCylinder.h"
@@ -110,6 +112,10 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &C3DObjectCube::kClass,
     &C3DObjectPlot::kClass,
     &C3DObjectCurve::kClass,
+    &C3DMeshPlot::kClass,
+    &C3DMeshCurve::kClass,
+    &CMeshNodeSet::kClass,
+    &CMeshPatch::kClass,
     &CSurfacePlot::kClass,
     &CSurface::kClass,
     &C3DBarPlot::kClass,

@@ -4,6 +4,7 @@
 #include "ombrel/graph3d/3DCurve.h"
 #include "ombrel/graph3d/3DGrid.h"
 #include "ombrel/graph3d/3DLineArrayPlot.h"
+#include "ombrel/graph3d/3DMeshPlot.h"
 #include "ombrel/graph3d/3DObjectPlot.h"
 #include "ombrel/graph3d/3DPlot.h"
 #include "ombrel/graph3d/3DWireframePlot.h"
@@ -102,6 +103,9 @@ CPlot* C3DGraph::AddPlot(ItemType type)
         break;
     case it3DWireframePlot:
         plot = std::make_unique<C3DWireframePlot>(this);
+        break;
+    case it3DMeshPlot:
+        plot = std::make_unique<C3DMeshPlot>(this);
         break;
     default:
         return nullptr;

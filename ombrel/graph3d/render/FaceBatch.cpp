@@ -93,12 +93,22 @@ void FaceBatch::InvalidateDeviceObjects()
 
 void FaceBatch::Upload()
 {
-    if (m_isUploaded && m_vertexBuffer.IsAlive())
+    if (IsInDriver())
         return;
     FillBuffer(m_vertexBuffer, GL_ARRAY_BUFFER, m_vertices);
     FillBuffer(m_triangleBuffer, GL_ELEMENT_ARRAY_BUFFER, m_triangles);
     FillBuffer(m_lineBuffer, GL_ELEMENT_ARRAY_BUFFER, m_lines);
+    m_numTriangleIndices = m_triangles.size();
+    m_numLineIndices = m_lines.size();
     m_isUploaded = true;
+}
+
+void FaceBatch::MoveToDriver()
+{
+    Upload();
+    m_vertices = {};
+    m_triangles = {};
+    m_lines = {};
 }
 
 void FaceBatch::BindArrays() const
@@ -122,30 +132,30 @@ void FaceBatch::UnbindArrays()
 
 void FaceBatch::DrawFaces(C3DGraph& graph, unsigned int texture)
 {
-    if (m_triangles.empty())
-        return;
     Upload();
+    if (m_numTriangleIndices == 0)
+        return;
     KeptState const kept(GL_CURRENT_BIT);
     graph.Set1DTextureState(texture != 0, static_cast<int>(texture));
     BindArrays();
-    TextureProgram const program(texture != 0 ? m_triangles.size() / 3 : 0);
-    DrawIndices(GL_TRIANGLES, { 0, m_triangles.size() });
+    TextureProgram const program(texture != 0 ? m_numTriangleIndices / 3 : 0);
+    DrawIndices(GL_TRIANGLES, { 0, m_numTriangleIndices });
     UnbindArrays();
     graph.Set1DTextureState(0, 0);
 }
 
 void FaceBatch::DrawLines(C3DGraph& graph, float width, unsigned int texture)
 {
-    if (m_lines.empty())
-        return;
     Upload();
+    if (m_numLineIndices == 0)
+        return;
     KeptState const kept(GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_LINE_BIT);
     graph.Set1DTextureState(texture != 0, static_cast<int>(texture));
     gl::Disable(GL_LIGHTING);
     gl::LineWidth(width);
     BindArrays();
     gl::BindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_lineBuffer.Name());
-    DrawIndices(GL_LINES, { 0, m_lines.size() });
+    DrawIndices(GL_LINES, { 0, m_numLineIndices });
     UnbindArrays();
     graph.Set1DTextureState(0, 0);
 }

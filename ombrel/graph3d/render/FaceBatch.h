@@ -81,6 +81,11 @@ public:
     void AddTransparent(C3DGraph& graph, unsigned int texture, unsigned int image = 0) const;
     /// Gives back the buffers; the next draw fills them again.
     void InvalidateDeviceObjects();
+    /// Hands vertices, triangles and lines to the driver and forgets them, so that a large batch is held once. They are
+    /// gone for good when the driver loses them (IsInDriver), and nothing may be added any more but after Clear.
+    void MoveToDriver();
+    /// Whether the driver has everything that is drawn.
+    bool IsInDriver() const { return m_isUploaded && m_vertexBuffer.IsAlive(); }
 
 private:
     void Upload();
@@ -93,6 +98,9 @@ private:
     std::vector<Element> m_elements;
     std::vector<std::array<float, 2>> m_imagePlaces;
     bool m_isUploaded = false;
+    /// What the buffers hold.
+    std::size_t m_numTriangleIndices = 0;
+    std::size_t m_numLineIndices = 0;
     GLObject m_vertexBuffer;
     GLObject m_triangleBuffer;
     GLObject m_lineBuffer;

@@ -4,10 +4,7 @@
 #include "ombrel/platform/framework/Number.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
-#include <cstdint>
 
 namespace ombrel::io {
 
@@ -25,53 +22,6 @@ char const* SkipBlanks(char const* p, char const* end)
 
 /// Neither white space of ASCII nor anything that might be white space beyond.
 bool IsPlain(char c) { return c > ' ' && c < 0x7F; }
-
-bool IsDigit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
-
-constexpr std::array<double, 23> kPowersOfTen { 1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12,
-    1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22 };
-
-/// Reads the number at p, correctly rounded. Returns where it ends, or null when there is none, or none that a double
-/// can hold. Several times as fast as the standard library where the number has few digits, as in most files.
-char const* ScanDecimal(char const* p, double& value)
-{
-    char const* q = p;
-    bool const negative = *q == '-';
-    if (negative || *q == '+')
-        ++q;
-    char const* const first = q;
-    std::uint64_t mantissa = 0; // wraps where there are more than 19 digits, and is not used then
-    for (; IsDigit(*q); ++q)
-        mantissa = mantissa * 10 + static_cast<unsigned>(*q - '0');
-    auto digits = q - first;
-    std::ptrdiff_t decimals = 0;
-    if (*q == '.') {
-        char const* const fraction = ++q;
-        for (; IsDigit(*q); ++q)
-            mantissa = mantissa * 10 + static_cast<unsigned>(*q - '0');
-        decimals = q - fraction;
-        digits += decimals;
-    }
-    if (digits == 0)
-        return nullptr;
-    constexpr std::uint64_t kExactMantissa = std::uint64_t { 1 } << 53;
-    if (*q != 'e' && *q != 'E' && digits <= 19 && mantissa <= kExactMantissa) {
-        // Both operands are exact, so one division rounds correctly.
-        value = static_cast<double>(mantissa) / kPowersOfTen[static_cast<std::size_t>(decimals)];
-    } else {
-        if (*q == 'e' || *q == 'E') {
-            q += q[1] == '-' || q[1] == '+' ? 2 : 1;
-            while (IsDigit(*q))
-                ++q;
-        }
-        auto const [end, error] = std::from_chars(first, q, value);
-        if (error != std::errc() || end != q)
-            return nullptr;
-    }
-    if (negative)
-        value = -value;
-    return q;
-}
 
 /// An item that is not a plain number: a tiny one, a number with other characters behind it that count for nothing, or
 /// a gap.

@@ -44,6 +44,9 @@ double OutOfRange(std::string_view number)
     return magnitude > 0.0 ? std::numeric_limits<double>::infinity() : 0.0;
 }
 
+constexpr std::array<double, 23> kPowersOfTen { 1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12,
+    1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22 };
+
 struct Scanned {
     double value;
     std::size_t length;
@@ -119,6 +122,46 @@ std::optional<int> ScanInteger(std::string_view text, std::size_t* consumed)
     if (consumed)
         *consumed = at;
     return static_cast<int>(negative ? -value : std::min(value, kMost));
+}
+
+char const* ScanDecimal(char const* text, double& value)
+{
+    char const* q = text;
+    bool const negative = *q == '-';
+    if (negative || *q == '+')
+        ++q;
+    char const* const first = q;
+    std::uint64_t mantissa = 0; // wraps where there are more than 19 digits, and is not used then
+    for (; IsDigit(*q); ++q)
+        mantissa = mantissa * 10 + static_cast<unsigned>(*q - '0');
+    auto digits = q - first;
+    std::ptrdiff_t decimals = 0;
+    if (*q == '.') {
+        char const* const fraction = ++q;
+        for (; IsDigit(*q); ++q)
+            mantissa = mantissa * 10 + static_cast<unsigned>(*q - '0');
+        decimals = q - fraction;
+        digits += decimals;
+    }
+    if (digits == 0)
+        return nullptr;
+    constexpr std::uint64_t kExactMantissa = std::uint64_t { 1 } << 53;
+    if (*q != 'e' && *q != 'E' && digits <= 19 && mantissa <= kExactMantissa) {
+        // Both operands are exact, so one division rounds correctly.
+        value = static_cast<double>(mantissa) / kPowersOfTen[static_cast<std::size_t>(decimals)];
+    } else {
+        if (*q == 'e' || *q == 'E') {
+            q += q[1] == '-' || q[1] == '+' ? 2 : 1;
+            while (IsDigit(*q))
+                ++q;
+        }
+        auto const [end, error] = std::from_chars(first, q, value);
+        if (error != std::errc() || end != q)
+            return nullptr;
+    }
+    if (negative)
+        value = -value;
+    return q;
 }
 
 } // namespace ombrel

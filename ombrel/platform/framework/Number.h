@@ -22,4 +22,9 @@ OMBREL_EXPORT std::optional<double> ScanNumber(std::string_view text, std::size_
 /// As ScanNumber for decimal digits; limited to the range of int.
 OMBREL_EXPORT std::optional<int> ScanInteger(std::string_view text, std::size_t* consumed = nullptr);
 
+/// The plain decimal number at the start of the text, correctly rounded, several times as fast as the others where it
+/// has few digits. Returns where it ends; null when there is none, or none that a double can hold. Behind the text must
+/// stand a character that is no part of a number: a line break or a zero will do.
+OMBREL_EXPORT char const* ScanDecimal(char const* text, double& value);
+
 } // namespace ombrel

@@ -1,0 +1,91 @@
+#include "ombrel/graph3d/MeshColouring.h"
+
+namespace ombrel {
+
+bool MeshColouring::IsHeight() const { return settings.variable == CString("thezvalue"); }
+
+void MeshColouring::FindVariable()
+{
+    m_kind = -1;
+    m_index = -1;
+    for (auto const& [kind, names] : { std::pair(0, &nodeVariables), { 1, &elementVariables } }) {
+        for (int i = 0; i < names->GetSize() && m_kind < 0; ++i) {
+            if (names->GetAt(i).CompareNoCase(settings.variable) == 0) {
+                m_kind = kind;
+                m_index = i;
+            }
+        }
+    }
+}
+
+int MeshColouring::GetVariableRow(MeshColourSource source) const
+{
+    if (source == MeshColourSource::ElementVariable)
+        return m_index;
+    return m_kind == 0 && !IsHeight() ? m_index : -1;
+}
+
+void MeshColouring::GetDataRange(double& lo, double& hi) const
+{
+    if (IsHeight()) {
+        lo = height[0];
+        hi = height[1];
+        return;
+    }
+    CTableData const& ranges = m_kind == 0 ? nodeRanges : elementRanges;
+    if (m_kind < 0 || m_index >= ranges.GetNumRows())
+        return;
+    lo = ranges.GetAt(m_index, 0);
+    hi = ranges.GetAt(m_index, 1);
+}
+
+MeshColourSource MeshColouring::GetSource(int colourDescription, int gradation) const
+{
+    if (!settings.solidOn)
+        return MeshColourSource::Plain;
+    if (settings.elementColoursOn)
+        return MeshColourSource::ElementColours;
+    if (colourDescription == 0)
+        return gradation ? MeshColourSource::Nodes : MeshColourSource::Plain;
+    if (colourDescription != 1)
+        return MeshColourSource::Plain;
+    if (m_kind == 0 || IsHeight())
+        return MeshColourSource::Nodes;
+    return m_kind == 1 ? MeshColourSource::ElementVariable : MeshColourSource::Plain;
+}
+
+CString MeshColouring::BuildContours(ColourOf const& colourOf)
+{
+    double lo = 0.0;
+    double hi = 0.0;
+    GetDataRange(lo, hi);
+    ContourLevels levels = MakeLevels(
+        { settings.contourLevelMode, settings.numContours, settings.contourRef, settings.contourSpacing,
+            { settings.arbitraryLevels.GetData(), static_cast<std::size_t>(settings.arbitraryLevels.GetSize()) } },
+        lo, hi);
+    MakeBandColours(static_cast<int>(levels.values.size()), lo, hi, colourOf, m_bandColours);
+    m_bands = ContourBands(levels.values);
+    return levels.error;
+}
+
+COLORREF MeshColouring::GetContourColour(double value) const
+{
+    int const band = m_bands.Find(value);
+    return band < m_bandColours.GetSize() ? m_bandColours.GetAt(band) : 0;
+}
+
+void MeshColouring::GetColourKeyEntries(CDWordArray& colours, CDoubleArray& values) const
+{
+    colours = m_bandColours;
+    values.RemoveAll();
+    if (colours.IsEmpty())
+        return;
+    double lo = 0.0;
+    double hi = 0.0;
+    GetDataRange(lo, hi);
+    values.Add(lo);
+    for (double const level : m_bands.GetLevels())
+        values.Add(level);
+}
+
+} // namespace ombrel

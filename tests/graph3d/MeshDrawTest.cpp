@@ -1,0 +1,218 @@
+#include "ombrel/graph3d/3DMeshCurve.h"
+#include "tests/graph3d/Draw3D.h"
+#include "tests/graph3d/MeshData.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace ombrel {
+namespace {
+
+using test::AddBricks;
+using test::AddElements;
+using test::AddNodes;
+
+bool AreNear(COLORREF a, COLORREF b)
+{
+    for (int shift = 0; shift < 24; shift += 8) {
+        if (std::abs(static_cast<int>(a >> shift & 255) - static_cast<int>(b >> shift & 255)) > 3)
+            return false;
+    }
+    return true;
+}
+
+/// A mesh alone, without light, seen from straight above.
+class DrawMesh : public test::Draw3D {
+protected:
+    DrawMesh()
+        : m_curve(*static_cast<C3DMeshCurve*>(m_graph.AddPlot(it3DMeshPlot)->CreateCurve()))
+    {
+        m_graph.SetLightingOn(0);
+        m_graph.SetViewingElevation(0);
+        m_curve.SetGradationOn(0);
+        m_curve.SetColour(kRed);
+    }
+    /// The pixel at a place in data units.
+    COLORREF At(double x, double y, double z)
+    {
+        CPoint const p = Place(m_curve.GetNormalisedVertex({ x, y, z }));
+        return Draw3D::At(p);
+    }
+    /// A square of two triangles, and one beside it of one quad.
+    void AddSquares()
+    {
+        AddNodes(m_curve, { { 0, 0, 0 }, { 1, 0, 0 }, { 1, 1, 1 }, { 0, 1, 1 }, { 2, 0, 0 }, { 2, 1, 1 } },
+            { 0, 0, 10, 10, 0, 10 });
+        AddElements(m_curve, etTriangle, { 1, 2, 3, 1, 3, 4 });
+        AddElements(m_curve, etQuad, { 2, 5, 6, 3 });
+        m_curve.SetVariableNames({ "temp" }, { "stress" });
+    }
+
+    static constexpr COLORREF kRed = RGB(200, 40, 20);
+    static constexpr COLORREF kBackground = RGB(10, 20, 30);
+    C3DMeshCurve& m_curve;
+};
+
+TEST_F(DrawMesh, OneColourFillsElements)
+{
+    AddSquares();
+    Draw();
+    for (auto const& [x, y] : { std::pair(0.5, 0.3), { 0.3, 0.8 }, { 1.5, 0.5 }, { 1.9, 0.9 } })
+        EXPECT_TRUE(AreNear(At(x, y, y), kRed)) << x << ", " << y;
+    EXPECT_EQ(Draw3D::At({ 2, 2 }), kBackground);
+}
+
+TEST_F(DrawMesh, NodeVariablesColourSmoothlyAndBandsAreCutAtTheirLevels)
+{
+    AddSquares();
+    m_curve.SetColourDescription(1);
+    m_curve.SetColourmap("Spectrum");
+    for (char const* const variable : { "temp", "thezvalue" }) {
+        m_curve.SetColourmapVar(variable);
+        m_curve.SetContoursOn(0);
+        double const scale = variable[1] == 'e' ? 10.0 : 1.0;
+        Draw();
+        for (double const y : { 0.1, 0.5, 0.9 }) {
+            for (double const x : { 0.3, 1.5 }) {
+                // The middle of a pixel lies up to a half of it beside the place.
+                bool found = false;
+                for (double value = y - 0.02; value < y + 0.02; value += 0.001)
+                    found = found || AreNear(At(x, y, y), m_curve.GetLUTColour(scale * value));
+                EXPECT_TRUE(found) << variable << ": " << x << ", " << y;
+            }
+        }
+        m_curve.SetContoursOn(1);
+        m_curve.SetNumContours(5);
+        Draw();
+        CDWordArray colours;
+        CDoubleArray values;
+        m_curve.GetContourColourKeyEntries(colours, values);
+        for (int band = 0; band < 5; ++band) {
+            EXPECT_TRUE(AreNear(At(1.5, 0.2 * band + 0.05, 0.2 * band + 0.05), colours[band])) << band;
+            EXPECT_TRUE(AreNear(At(1.5, 0.2 * band + 0.15, 0.2 * band + 0.15), colours[band])) << band;
+        }
+    }
+}
+
+TEST_F(DrawMesh, ElementVariablesAndElementColoursAreFlat)
+{
+    AddSquares();
+    CMeshPatch& triangles = *m_curve.GetPatches()[0];
+    CMeshPatch& quads = *m_curve.GetPatches()[1];
+    triangles.GetElementData()->Initialise(1, 2, 1);
+    triangles.GetElementData()->SetAt(0, 1, 4.0);
+    quads.GetElementData()->Initialise(1, 1, 1);
+    quads.GetElementData()->SetAt(0, 0, 8.0);
+    m_curve.SetPlotDataModified(1);
+    m_curve.SetColourDescription(1);
+    m_curve.SetColourmap("Spectrum");
+    m_curve.SetColourmapVar("stress");
+    for (int const averaged : { 0, 1 }) {
+        triangles.SetAverageNormals(averaged);
+        m_curve.SetPlotDataModified(1);
+        Draw();
+        EXPECT_TRUE(AreNear(At(0.7, 0.3, 0.3), m_curve.GetLUTColour(0.0)));
+        EXPECT_TRUE(AreNear(At(0.3, 0.7, 0.7), m_curve.GetLUTColour(4.0)));
+        EXPECT_TRUE(AreNear(At(1.5, 0.5, 0.5), m_curve.GetLUTColour(8.0)));
+    }
+    // Another colour map is followed, though nothing of the data has changed.
+    COLORREF const before = At(1.5, 0.5, 0.5);
+    m_curve.SetColourmap("Greyscale");
+    Draw();
+    EXPECT_TRUE(AreNear(At(1.5, 0.5, 0.5), m_curve.GetLUTColour(8.0)));
+    EXPECT_FALSE(AreNear(At(1.5, 0.5, 0.5), before));
+    triangles.SetColours({ RGB(0, 200, 0), RGB(0, 0, 200) });
+    m_curve.SetPlotDataModified(1);
+    m_curve.SetElementColoursOn(1);
+    Draw();
+    EXPECT_TRUE(AreNear(At(0.7, 0.3, 0.3), RGB(0, 200, 0)));
+    EXPECT_TRUE(AreNear(At(0.3, 0.7, 0.7), RGB(0, 0, 200)));
+    EXPECT_TRUE(AreNear(At(1.5, 0.5, 0.5), kRed)) << "a patch without colours of its own";
+}
+
+TEST_F(DrawMesh, OutlinesStandOnTheirElements)
+{
+    AddSquares();
+    constexpr COLORREF kBlue = RGB(0, 0, 255);
+    m_curve.SetWireframeColour(kBlue);
+    Draw();
+    int const filled = Count(kRed);
+    EXPECT_EQ(Count(kBlue), 0);
+    m_curve.SetWireframeOn(1);
+    Draw();
+    int const outlines = Count(kBlue);
+    EXPECT_GT(outlines, 100);
+    EXPECT_GT(Count(kRed), filled / 2);
+    EXPECT_TRUE(AreNear(At(1.5, 0.5, 0.5), kRed));
+    m_curve.SetSolidOn(0);
+    Draw();
+    EXPECT_EQ(Count(kRed), 0);
+    EXPECT_NEAR(Count(kBlue), outlines, outlines / 4);
+    EXPECT_TRUE(AreNear(At(1.5, 0.5, 0.5), kBackground));
+}
+
+TEST_F(DrawMesh, ClippingOpensTheBlockWithoutAnEvaluationByTheHost)
+{
+    AddBricks(m_curve, { 2, 1, 2 }, {});
+    Draw();
+    EXPECT_TRUE(AreNear(At(0.5, 0.5, 2), kRed));
+    EXPECT_TRUE(AreNear(At(1.5, 0.5, 2), kRed));
+    m_curve.SetClip(1);
+    m_curve.SetClipRanges(0, 1, 0, 1, 0, 2);
+    Draw();
+    EXPECT_TRUE(AreNear(At(0.5, 0.5, 2), kRed));
+    EXPECT_TRUE(AreNear(At(1.7, 0.5, 2), kBackground));
+    m_curve.SetClip(0);
+    Draw();
+    EXPECT_TRUE(AreNear(At(1.7, 0.5, 2), kRed));
+}
+
+TEST_F(DrawMesh, PolygonsAreFilledWhateverTheirShape)
+{
+    // An L, wound either way and begun at any corner, and with a node twice.
+    std::vector<std::array<double, 3>> const places { { 0, 0, 0 }, { 2, 0, 0 }, { 2, 1, 0 }, { 1, 1, 0 }, { 1, 2, 0 },
+        { 0, 2, 0 }, { 0, 0, 1 } };
+    AddNodes(m_curve, places);
+    auto patch = std::make_unique<CMeshPatch>();
+    patch->SetElementType(etPolygon);
+    patch->SetNodeSet(m_curve.GetNodeSets()[0]);
+    CMeshPatch& polygons = *m_curve.AddPatch(std::move(patch));
+    std::vector<DWORD> corners { 1, 2, 3, 4, 5, 6 };
+    for (int turn = 0; turn < 12; ++turn) {
+        std::rotate(corners.begin(), corners.begin() + 1, corners.end());
+        if (turn == 6)
+            std::reverse(corners.begin(), corners.end());
+        std::vector<DWORD> polygon = corners;
+        polygon.push_back(turn % 2 ? polygon.back() : polygon.front());
+        polygons.RemovePolygons();
+        polygons.AddPolygon(polygon);
+        m_curve.SetPlotDataModified(1);
+        Draw();
+        for (auto const& [x, y] : { std::pair(0.5, 0.5), { 1.7, 0.5 }, { 0.5, 1.7 } })
+            EXPECT_TRUE(AreNear(At(x, y, 0), kRed)) << turn << ": " << x << ", " << y;
+        EXPECT_TRUE(AreNear(At(1.6, 1.6, 0), kBackground)) << turn;
+    }
+}
+
+TEST_F(DrawMesh, TablesThatShrinkDoNoHarm)
+{
+    AddBricks(m_curve, { 3, 3, 3 }, [](double x, double, double) { return x; });
+    m_curve.SetColourDescription(1);
+    m_curve.SetVariableNames({ "temp" }, {});
+    m_curve.SetColourmapVar("temp");
+    Draw();
+    // Without a word to the curve.
+    m_curve.GetNodeSets()[0]->GetPoints()->Initialise(3, 8, 1);
+    m_curve.GetNodeSets()[0]->GetNodeData()->Clear();
+    m_curve.SetWireframeOn(1);
+    Draw();
+    m_curve.SetSolidOn(0);
+    Draw();
+    m_curve.GetNodeSets()[0]->GetPoints()->Initialise(2, 5, 1);
+    m_curve.SetPlotDataModified(1);
+    Draw();
+    EXPECT_EQ(Count(kRed), 0);
+}
+
+} // namespace
+} // namespace ombrel
