@@ -177,20 +177,6 @@ TEST_F(Command, ReadsTheContentsOfAGraphWithoutItsReferenceAndNothingDamaged)
     EXPECT_THAT(RunWell("draw long.doc"), HasSubstr("4 bytes after the graph"));
 }
 
-TEST_F(Command, InfoDescribesTables)
-{
-    m_files.Write("t.csv", "when,°C (°F),word\n2020-01-01,1.5,x\n2020-01-03,,y\n");
-    EXPECT_EQ(RunWell("info t.csv"),
-        "t.csv: table of 2 rows and 3 columns; separator \",\", decimal point, with names\n"
-        "  column  name     type     gaps  range\n"
-        "  1       when     dates    0     2020-01-01 to 2020-01-03\n"
-        "  2       °C (°F)  numbers  1     1.5 to 1.5\n"
-        "  3       word     texts    0\n");
-    EXPECT_THAT(RunWell("info t.csv --header no"), StartsWith("t.csv: table of 3 rows and 3 columns; separator"));
-    m_files.Write("bad.csv", "x,y\n1,2\n2,3\n3,oops\n");
-    EXPECT_THAT(RunWell("info bad.csv"), HasSubstr("line 4 holds \"oops\""));
-}
-
 TEST_F(Command, PrintsHelpVersionAndColourMapsOnStandardOutput)
 {
     for (char const* const arguments : { "--help", "-h", "plot --help", "draw --help", "info -h" })

@@ -163,42 +163,6 @@ TEST_F(Heights, CommandsDrawEveryKindOfFileTheSameEveryTime)
     EXPECT_TRUE(m_folder.Read("d.png") == m_folder.Read("e.png"));
 }
 
-TEST_F(Heights, FaultsHaveTheirPlaceAndWriteNothing)
-{
-    m_folder.Write("word.csv", "1,2,3\n4,five,6\n7,8,9\n");
-    m_folder.Write("lack.csv", "x,y,z\n0,0,1\n1,0,2\n0,1,3\n");
-    m_folder.Write("double.csv", "x,y,z\n0,0,1\n1,0,2\n0,1,3\n1,1,4\n1,0,9\n");
-    m_folder.Write("short.tvl", "0 1 2 3 1 2 0.5 2 0\n1 2 3\n");
-    m_folder.Write("empty.dem", "");
-    std::size_t const before = m_folder.List().size();
-    struct Case {
-        std::string line;
-        ExitStatus status;
-        std::string message;
-    };
-    Case const cases[] {
-        { "surface word.csv --matrix plain", kDataFault, "word.csv:2: " },
-        { "contour lack.csv", kDataFault, "there is no point at x = 1, y = 1" },
-        { "surface double.csv", kDataFault, "double.csv:6" },
-        { "surface short.tvl", kDataFault, "short.tvl" },
-        { "contour empty.dem", kDataFault, "empty.dem" },
-        { "surface absent.csv", kDataFault, "absent.csv" },
-        { "surface matrix.csv gaps.csv", kUsageFault, "expected one file of heights, found 2" },
-        { "surface values.tvl --matrix plain", kUsageFault, "--matrix is for tables" },
-        { "surface matrix.csv --colour-map unheard", kUsageFault, "there is no colour map" },
-        { "surface matrix.csv --texture absent.png", kDataFault, "absent.png" },
-        { "contour matrix.csv --levels 0:1e-9", kUsageFault, "more than 1000 levels" },
-        { "contour matrix.csv --view 1,2", kUsageFault, "view" },
-    };
-    for (auto const& [line, status, message] : cases) {
-        Result const result = Run(line + " -o out.png --save out.doc");
-        EXPECT_EQ(result.status, status) << line;
-        EXPECT_THAT(result.errors, HasSubstr(message)) << line;
-        EXPECT_EQ(result.output, "") << line;
-    }
-    EXPECT_EQ(m_folder.List().size(), before);
-}
-
 TEST_F(Heights, SurfacesGetTitlesRangesAndAKeyInsideOfThePicture)
 {
     auto const scene = Scene("points.csv --levels 1,2,3 --size 700x400");
@@ -254,7 +218,8 @@ std::string Described(C3DGraph& scene)
         { grid.GetYLineMin(), grid.GetYLineDel() }, { grid.GetZLineMin(), grid.GetZLineDel() } };
     for (int i = 0; i < 3; ++i) {
         C3DAxis const& axis = *scene.GetAxes()[i];
-        text << "; " << axis.GetMin() << ".." << axis.GetMax() << " by " << axis.GetTickMin() + 0.0 << '+'
+        text << "; " << axis.GetMin() << ".." << axis.GetMax()
+             << (axis.GetTickMode() == C3DAxis::tmStep ? " by " : " divided ") << axis.GetTickMin() + 0.0 << '+'
              << axis.GetTickDel() << '/' << axis.GetNumMinorDivs() << " grid " << lines[i].first + 0.0 << '+'
              << lines[i].second;
     }

@@ -11,7 +11,7 @@ namespace {
 namespace fs = std::filesystem;
 
 /// Runs the commands of a list one after the other in a folder with the tables of the pictures. The list has under each
-/// command, whose exit status comes first, what it says.
+/// command, whose exit status comes first, what it says; a line "= t.csv x,y|1,2" writes another table.
 TEST(Commands, SayWhatTheyDidAndWhatIsWrong)
 {
     TestFolder const folder;
@@ -24,6 +24,13 @@ TEST(Commands, SayWhatTheyDidAndWhatIsWrong)
     std::string wanted;
     for (std::string line; std::getline(list, line);) {
         wanted += line + '\n';
+        if (line.starts_with("= ")) {
+            found += line + '\n';
+            std::size_t const end = line.find(' ', 2);
+            std::replace(line.begin(), line.end(), '|', '\n');
+            folder.Write(line.substr(2, end - 2), line.substr(end + 1));
+            continue;
+        }
         if (line.starts_with("    "))
             continue;
         std::istringstream words(line.substr(2));

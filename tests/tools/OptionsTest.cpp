@@ -2,12 +2,8 @@
 #include "ombrel/platform/framework/Number.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/options/OptionValues.h"
-#include "tools/ombrel/options/PlotChecks.h"
 
 #include <gtest/gtest.h>
-
-#include <iterator>
-#include <sstream>
 
 namespace ombrel::host {
 namespace {
@@ -258,36 +254,6 @@ TEST(SurfaceOptions, AreReadAsTheyWereMeantOrRefused)
     EXPECT_EQ(ParseOptions({ "contour", "--matrix", "headed", "a" }).surface.matrix, MatrixChoice::Headed);
     EXPECT_EQ(
         ParseOptions({ "surface", "--coordinates", "radial", "a" }).surface.coordinates, CoordinateChoice::Radial);
-}
-
-TEST(PlotOptions, ThatDoNothingWithTheKindAreRefused)
-{
-    std::pair<char const*, char const*> const cases[] {
-        { "--bins 4", "--bins is for --kind histogram, not for line" },
-        { "--percent --kind area", "--percent is for --kind stacked, not for area" },
-        { "--normalised --kind stacked", "--normalised is for --kind area, not for stacked" },
-        { "--error 2 --kind area",
-            "--error is for --kind line, steps, pairs, points, bar, clustered and error, not for area" },
-        { "--line-width 2 --kind points", "--line-width is for --kind line, steps, pairs and filled, not for points" },
-        { "--symbols --kind area",
-            "--symbols is for --kind line, steps, pairs, points, filled, error and text, not for area" },
-        { "--kind error", "--kind error needs --error, the columns of the errors" },
-        { "--kind text", "--kind text needs --label, the column of the texts" },
-        { "--kind histogram -x 1", "-x does nothing with --kind histogram, which counts the values of -y" },
-        { "--kind histogram --date-format %Y",
-            "--date-format does nothing with --kind histogram, which counts the values of -y" },
-        { "--kind histogram --log x", "--log x: the bins of a histogram are equally wide" },
-        { "--kind clustered --log xy", "--log x: bars are equally wide" },
-        { "--radians", "--radians is for --polar" },
-        { "--polar --kind steps", "--polar is for --kind line, points and filled, not for steps" },
-        { "--polar --x-range 1:2", "--x-range does nothing with --polar, which has no axes of x and y" },
-    };
-    for (auto const& [options, expected] : cases) {
-        std::istringstream stream(std::string("plot ") + options);
-        Words const words(std::istream_iterator<std::string>(stream), {});
-        std::string const fault = FaultOf([&] { CheckPlotOptions(ParseOptions(words)); });
-        EXPECT_TRUE(fault.starts_with(expected)) << options << ": " << fault;
-    }
 }
 
 TEST(Options, AreAllInTheHelpOfTheirCommands)

@@ -213,43 +213,5 @@ TEST(RowOrders, TellReturnsFromTurns)
     }
 }
 
-TEST_F(PlotSources, SayWhatIsWrongWithTheirColumns)
-{
-    constexpr auto kTable = "day,a,word\n2020-01-01,1,x\n2020-01-02,2,y\n";
-    struct {
-        char const* text;
-        std::vector<std::string> options;
-        char const* fault;
-    } const cases[] {
-        { kTable, { "-y", "b" }, "-y b: t has no such column; it has column 1 (day), column 2 (a), column 3 (word)" },
-        { kTable, { "--by", "4" },
-            "--by 4: t has no such column; it has column 1 (day), column 2 (a), column 3 (word)" },
-        { kTable, { "-y", "2,3" }, "t: column 3 (word): expected numbers, found texts such as \"x\"" },
-        { "a,b\n,1\n,2\n", {}, "t: column 1 (a): expected numbers, dates or words, found only gaps" },
-        { "a,b\nx,y\n", {}, "t: expected a column of numbers, found none; column 2 (b) holds texts such as \"y\"" },
-        { "a,b,c\n1,2,3\n2,3,-1\n", { "-y", "b", "--error", "c" },
-            "t:3: column 3: expected an error that is not negative, found -1" },
-        { "a,b,c\n1,2,3\n", { "-y", "b,c", "--error", "c,b,a" },
-            "--error: expected one column, or one for each of the 2 y columns, found 3" },
-        { "a,b\n", {}, "t: expected rows of values below the names, found none" },
-        { "a,b\n1,2020-01-01\n2,2020-01-02\n3,oops\n", {},
-            "t:4: column 2: expected a date like 2020-03-31 12:30 or a gap (empty, NA, NaN), found \"oops\"" },
-    };
-    for (auto const& c : cases) {
-        Read(c.text, c.options);
-        EXPECT_EQ(m_told, c.fault) << c.text;
-    }
-    Read(
-        "day;a;b;word;e\n2020-01-01T00:00Z;1,5;;x;1\n;2;3;;2\n2020-01-03;3;3\n", { "-v", "-y", "a,b", "--error", "e" });
-    EXPECT_EQ(m_told,
-        "ombrel: t: separator \";\", decimal comma, names in the first row, 3 rows of 5 columns\n"
-        "ombrel: t: 1 row has fewer cells than there are columns; the others are gaps\n"
-        "ombrel: t: 1 date names an offset from UTC; times are UTC\n"
-        "ombrel: t: x is column 1 (day) of dates; y is column 2 (a), column 3 (b)\n"
-        "ombrel: t: column 1 (day): 1 gap\nombrel: t: column 3 (b): 1 gap\n"
-        "ombrel: t: column 5 (e): 1 gap\n");
-    EXPECT_EQ(ValuesOf(Read("a,b,c,e\n1,2,3,4\n", { "-y", "b,c", "--error", "e" })[0], 3), "4");
-}
-
 } // namespace
 } // namespace ombrel::host

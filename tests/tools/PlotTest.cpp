@@ -150,66 +150,6 @@ TEST_F(Plots, GiveAxesTheRangeOfTheDataAndMarginsThatEndWhereItNaturallyEnds)
     }
 }
 
-TEST_F(Plots, NameAxesAfterColumnsUnlessALegendDoesOrTheUser)
-{
-    char const* const table = "Region,2019,2020\nNorth,12,14\nSouth,9,-7\n";
-    struct {
-        char const *options, *x, *y;
-    } const cases[] {
-        { "-y 2019", "Region", "2019" },
-        { "", "Region", "" },
-        { "--legend off", "Region", "2019, 2020" },
-        { "-x 0 -y 2019,2020 --legend off", "row", "2019, 2020" },
-        { "--kind stacked --percent", "Region", "%" },
-        { "--kind area --normalised", "Region", "share" },
-        { "--kind histogram -y 2019", "2019", "count" },
-        { "--kind histogram", "", "count" },
-    };
-    for (auto const& c : cases) {
-        Plot(table, c.options);
-        EXPECT_EQ(X().title, CString(c.x)) << c.options;
-        EXPECT_EQ(Y().title, CString(c.y)) << c.options;
-    }
-}
-
-TEST_F(Plots, GiveTheirCurvesDatesValuesAndLooks)
-{
-    char const* const table = "d,a,b\n2020-01-01,1,5\n2020-01-02,2,\n2020-01-03,3,7\n";
-    for (char const* const kind : { "line", "bar -y a", "clustered", "stacked", "area" }) {
-        SCOPED_TRACE(kind);
-        Plot(table, std::string("--theme print --kind ") + kind);
-        auto const& first = CurveAt<C2DCurve>(0);
-        EXPECT_EQ(first.GetXValMode(), C2DCurve::xvDates);
-        EXPECT_EQ(first.GetTitle(), CString("a"));
-        EXPECT_EQ(first.GetAt(2).x, COleDateTime(2020, 1, 3, 0, 0, 0).GetValue());
-        EXPECT_EQ(first.GetAt(2).y, 3.0);
-        EXPECT_EQ(first.GetColour(), RGB(8, 48, 107));
-        if (PlotAt(0).GetNumComponents() == 1)
-            continue;
-        auto const& second = CurveAt<C2DCurve>(0, 1);
-        EXPECT_EQ(second.GetXValMode(), C2DCurve::xvDates);
-        EXPECT_TRUE(IsGap(second.GetAt(1).y));
-        EXPECT_EQ(second.GetAt(2).y, 7.0);
-        EXPECT_EQ(second.GetColour(), RGB(192, 40, 40));
-        LegendEntry const entry = *second.GetLegendEntry();
-        EXPECT_TRUE(kind == std::string("line") ? !entry.dashes.empty() : entry.fillPattern == 3);
-    }
-}
-
-TEST_F(Plots, TellWhatALogarithmicAxisCannotShow)
-{
-    char const* const table = "x,y\n-1,0\n0,4\n5,-2\n10,3\n100,2\n";
-    for (auto const& [option, told] : { std::pair("--log x", "2 values are"), std::pair("--log y", "2 values are"),
-             std::pair("--log xy", "4 values are"), std::pair("--kind bar --log y", "2 values are") }) {
-        Plot(table, option);
-        EXPECT_EQ(m_told,
-            std::string("ombrel: warning: ") + told
-                + " not above zero and cannot be shown on a logarithmic axis; taken as gaps\n");
-    }
-    Plot("x,a,b\n1,2,\n2,3,4\n", "--kind clustered");
-    EXPECT_EQ(m_told, "") << "the last row has a value";
-}
-
 TEST_F(Plots, LabelWordsAndDatesAlongX)
 {
     Plot("w,y\nNorth,1\nSouth,2\n", "--kind bar");

@@ -110,20 +110,5 @@ TEST(TableGrid, PointsStandAtTheCrossingsInAnyOrder)
         EXPECT_EQ(GridOf(c.table, c.options), c.grid) << c.table;
 }
 
-TEST(TableGrid, OptionsThatDoNotFitAreRefused)
-{
-    TableGridOptions placed;
-    placed.xEnds = { 0.0, 1.0 };
-    EXPECT_NE(
-        GridOf("x,y,z\n0,0,1\n1,0,2\n0,1,3\n1,1,3\n", placed).find("--x-range: places a matrix"), std::string::npos);
-    EXPECT_NE(GridOf(",0,10\n5,1,2\n6,5,6\n", placed).find("has coordinates of its own"), std::string::npos);
-    TableGridOptions both = With(MatrixChoice::Plain);
-    both.xColumn = "x";
-    EXPECT_NE(GridOf("x,y,z\n0,0,1\n1,0,2\n", both).find("--matrix"), std::string::npos);
-    TableGridOptions unknown;
-    unknown.xColumn = "w";
-    EXPECT_EQ(GridOf("x,y,z\n0,0,1\n1,0,2\n", unknown), "-x w: t.csv has no such column");
-}
-
 } // namespace
 } // namespace ombrel::host
