@@ -5,6 +5,7 @@
 #include "ombrel/Init.h"
 #include "ombrel/graph3d/3DObjectCurve.h"
 #include "ombrel/platform/framework/Archive.h"
+#include "ombrel/platform/host/Host.h"
 
 #include <cmath>
 #include <vector>
@@ -53,11 +54,16 @@ void RequireDrawable(C3DObjectCurve const& curve)
 
 } // namespace
 
+extern "C" int LLVMFuzzerInitialize(int*, char***)
+{
+    OmbrelInit();
+    SetMessageBoxFunction([](CString const&, CString const&, UINT) {});
+    return 0;
+}
+
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
     static MemoryFile file;
-    static bool const isReady = (OmbrelInit(), true);
-    Require(isReady);
     file.Fill(data, size);
     // A name with the ending that tells the kind of file.
     static std::string const link = [] {

@@ -51,12 +51,15 @@ int C3DObjectCurve::SetPathname(CString const& path)
     std::optional<COleDateTime> const time = FindFileTime(path);
     bool const isSame = m_fileType != ftFormula && path.CompareNoCase(m_pathName) == 0;
     if (!time) {
-        if (isSame && m_loaded)
-            return 1;
-        throw new CVException("File not found.");
-    }
-    if (isSame && *time == m_fileTime)
+        if (!isSame || !m_loaded)
+            throw new CVException("File not found.");
+        SetDataSourceType(dsFile);
         return 1;
+    }
+    if (isSame && *time == m_fileTime) {
+        SetDataSourceType(dsFile);
+        return 1;
+    }
     CString const ending = path.Right(4);
     FileType type = ftTVO;
     if (ending.CompareNoCase(".pdb") == 0)

@@ -5,6 +5,7 @@
 #include "tests/graph3d/Draw3D.h"
 #include "tests/model/ArchiveBytes.h"
 
+#include <limits>
 #include <vector>
 
 namespace ombrel {
@@ -130,6 +131,25 @@ TEST_F(ObjectDraw, WiresLieOnTheFacesAndNowhereElse)
     cube.SetTransparency(1.0);
     Draw();
     EXPECT_GT(Count(RGB(255, 255, 0)), edges * 5 / 4);
+}
+
+TEST_F(ObjectDraw, WhatIsNoShapeLeavesTheOthersAlone)
+{
+    Read("sphere\nradius: 1\ncolour: 0 0 255\nendobject");
+    auto const alone = Pixels();
+    double const nan = std::numeric_limits<double>::quiet_NaN();
+    for (double const size : { 0.0, nan, std::numeric_limits<double>::infinity(), 1e308 }) {
+        Read("sphere\nradius: 1\ncolour: 0 0 255\nendobject\ncube\nwireframe\nendobject\n"
+             "cylinder\ntransparency: 0.5\nwireframe\nendobject\nsphere\nendobject");
+        for (int i = 1; i < 4; ++i) {
+            C3DObject& object = *m_curve->GetObjects()[i];
+            object.Scale(size, size, 1.0);
+            object.Translate(0.0, 0.0, size == 0.0 ? 0.0 : size);
+            object.SetTransparency(size);
+        }
+        Draw();
+        EXPECT_EQ(Pixels(), alone) << size;
+    }
 }
 
 TEST_F(ObjectDraw, ProportionsAreKeptAndDocumentsLookTheSame)
