@@ -35,6 +35,7 @@
 #include "ombrel/graph3d/3DObjectCube.h"
 #include "ombrel/graph3d/3DObjectCurve.h"
 #include "ombrel/graph3d/3DObjectCylinder.h"
+#include "ombrel/graph3d/3DObjectGeneral.h"
 #include "ombrel/graph3d/3DObjectPlot.h"
 #include "ombrel/graph3d/3DObjectSphere.h"
 #include "ombrel/graph3d/3DPlot.h"
@@ -110,6 +111,7 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &C3DObjectSphere::kClass,
     &C3DObjectCylinder::kClass,
     &C3DObjectCube::kClass,
+    &C3DObjectGeneral::kClass,
     &C3DObjectPlot::kClass,
     &C3DObjectCurve::kClass,
     &C3DMeshPlot::kClass,

@@ -120,12 +120,7 @@ void C3DMeshCurve::UpdateDataRanges()
                 Unite(all[v], range);
             }
         }
-        ranges.Initialise(names.GetSize(), 2, 1);
-        for (std::size_t v = 0; v < all.size(); ++v) {
-            // A variable without values has the range of a single zero.
-            for (int k = 0; k < 2 && all[v][0] <= all[v][1]; ++k)
-                ranges.SetAt(static_cast<int>(v), k, all[v][static_cast<std::size_t>(k)]);
-        }
+        ranges = MakeRangeTable(all);
     };
     unite(m_colouring.nodeVariables, m_nodeSets, m_colouring.nodeRanges);
     unite(m_colouring.elementVariables, m_patches, m_colouring.elementRanges);
@@ -290,25 +285,19 @@ void C3DMeshCurve::Render()
         UpdateFaceFlags();
     MeshColourSettings const& settings = m_colouring.settings;
     MeshLook look;
-    look.source = m_colouring.GetSource(GetColourDescription(), GetGradationOn());
     look.colour = static_cast<COLORREF>(GetColour());
     look.hasOutlines = settings.wireframeOn != 0;
     look.isSolid = settings.solidOn != 0 || !look.hasOutlines;
     look.outlineColour = settings.wireframeColour;
-    double lo = 0.0;
-    double hi = 0.0;
-    GetUntransformedDataRange(lo, hi);
-    look.variable = m_colouring.GetVariableRow(look.source);
-    bool const isHeight = look.source == MeshColourSource::Nodes && look.variable < 0;
-    look.lo = isHeight ? m_colouring.height[0] : lo;
-    look.hi = isHeight ? m_colouring.height[1] : hi;
-    auto const colourOf = [this](double value) { return GetDrawnColour(value); };
-    m_renderer->Render(*graph, m_revision, m_axes, look, MakeTexels(lo, hi, colourOf), colourOf, [this] {
-        std::vector<MeshPart> parts;
-        for (CMeshPatch const* const patch : m_patches)
-            parts.push_back({ patch, patch->WorldPlaces() });
-        return parts;
-    });
+    MeshScene const scene { m_revision, m_axes, m_colouring, GetColourDescription(), GetGradationOn(),
+        [this](double value) { return GetDrawnColour(value); },
+        [this] {
+            std::vector<MeshPart> parts;
+            for (CMeshPatch const* const patch : m_patches)
+                parts.push_back({ patch, patch->WorldPlaces() });
+            return parts;
+        } };
+    m_renderer->Render(*graph, scene, std::move(look));
 }
 
 void C3DMeshCurve::InvalidateDeviceObjects() { m_renderer->InvalidateDeviceObjects(); }

@@ -15,7 +15,6 @@ namespace ombrel {
 class C3DObjectFile;
 class C3DObjectGeneral;
 class MeshRenderer;
-struct DXFFaces;
 
 /// The results of a computation by finite elements: node sets, and patches of elements between their nodes; lit solid,
 /// outlined, or both; in one colour, or in those of a variable of nodes or elements.
@@ -50,8 +49,8 @@ public:
     void ReadData();
     /// Empties the curve and reads the names of variables alone.
     void ReadMeshParams(CString const& path);
-    /// Becomes the object's nodes, where its placement shows them, and its elements: polygons, or those of its own
-    /// type.
+    /// Becomes the object's nodes, where its placement shows them, and its elements, without their values, in its
+    /// colours.
     void CreateFromGeneralObject(C3DObjectGeneral const* object);
 
     // The mesh

@@ -1,8 +1,10 @@
 #include "ombrel/foundation/VException.h"
 #include "ombrel/graph3d/3DMeshCurve.h"
 #include "ombrel/graph3d/3DObjectFile.h"
+#include "ombrel/graph3d/3DObjectGeneral.h"
 #include "ombrel/graph3d/meshes/DXFFaces.h"
 #include "ombrel/graph3d/meshes/MeshText.h"
+#include "ombrel/graph3d/objects/Placement.h"
 #include "ombrel/platform/framework/FileTime.h"
 
 namespace ombrel {
@@ -112,6 +114,37 @@ void C3DMeshCurve::ReadDXF(C3DObjectFile& file)
     TakeFaces(ReadDXFFaces(file), *nodes, *patch);
     AddNodeSet(std::move(nodes));
     AddPatch(std::move(patch));
+}
+
+void C3DMeshCurve::CreateFromGeneralObject(C3DObjectGeneral const* object)
+{
+    Clear();
+    auto nodes = std::make_unique<CMeshNodeSet>();
+    nodes->SetTitle(kOnlyNodeSet);
+    CTableData& points = *nodes->GetPoints();
+    points = *object->GetNodes()->GetPoints();
+    for (int i = 0; i < nodes->GetNumNodes() && !object->IsTransformIdentity(); ++i) {
+        CVertex const v
+            = Placed(object->GetTransform(), { points.GetAt(0, i), points.GetAt(1, i), points.GetAt(2, i) });
+        for (int k = 0; k < 3; ++k)
+            points.SetAt(k, i, v[k]);
+    }
+    CMeshPatch const& from = *object->GetElements();
+    auto patch = std::make_unique<CMeshPatch>();
+    patch->SetElementType(from.GetElementType());
+    patch->SetIndices(*from.GetIndices());
+    for (int i = 0; i < from.GetNumPolygons(); ++i)
+        patch->AddPolygon(from.GetPolygon(i));
+    patch->SetAverageNormals(from.GetAverageNormals());
+    patch->SetColours(*from.GetColours());
+    patch->SetNodeSet(nodes.get());
+    AddNodeSet(std::move(nodes));
+    AddPatch(std::move(patch));
+    SetColour(object->GetColour());
+    SetGradationOn(object->GetGradationOn());
+    SetWireframeOn(object->GetWireframeOn());
+    SetWireframeColour(object->GetWireframeColour());
+    SetElementColoursOn(from.GetColours()->IsEmpty() ? 0 : 1);
 }
 
 } // namespace ombrel

@@ -4,6 +4,7 @@
 #include "ombrel/graph3d/3DObjectCurve.h"
 #include "ombrel/graph3d/3DObjectCylinder.h"
 #include "ombrel/graph3d/3DObjectFile.h"
+#include "ombrel/graph3d/3DObjectGeneral.h"
 #include "ombrel/graph3d/3DObjectSphere.h"
 #include "ombrel/graph3d/Colour3.h"
 #include "ombrel/graph3d/objects/ObjectMesh.h"
@@ -44,6 +45,8 @@ int C3DObject::GetProperty(C3DObjectFile& file, CString& name, CString& value)
 
 std::unique_ptr<C3DObject> C3DObject::CreateFromHeader(CString const& line, C3DObjectCurve* curve)
 {
+    if (line.Find(CString("general")) >= 0)
+        return std::make_unique<C3DObjectGeneral>(curve);
     if (line.Find(CString("sphere")) >= 0)
         return std::make_unique<C3DObjectSphere>(curve);
     if (line.Find(CString("cylinder")) >= 0)

@@ -81,6 +81,8 @@ public:
     /// Draws, within a draw of the graph, what the object does not give its curve to draw together with the faces of
     /// all others (MakeMesh); nothing here.
     virtual void Draw() { }
+    /// Gives back what Draw keeps in OpenGL; the next one makes it again.
+    virtual void InvalidateDeviceObjects() { }
     /// Brings up to date what follows from the settings: here the bounds.
     virtual void Construct();
     /// The data box has changed.

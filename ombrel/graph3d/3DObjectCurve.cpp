@@ -2,7 +2,10 @@
 #include "ombrel/foundation/Utils.h"
 #include "ombrel/foundation/VException.h"
 #include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/3DMeshCurve.h"
+#include "ombrel/graph3d/3DObjectGeneral.h"
 #include "ombrel/graph3d/objects/ObjectScene.h"
+#include "ombrel/model/Plot.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 #include "ombrel/platform/framework/FileTime.h"
 
@@ -31,9 +34,18 @@ void C3DObjectCurve::Serialize(CArchive& ar)
 {
     C3DCurve::Serialize(ar);
     ArchiveFields f(ar);
-    if (int const version = f.Version(2); version != 2)
-        ar.Fail(CArchiveException::badSchema, "an object curve of version 2");
-    f.String(m_pathName).Date(m_fileTime).Int(m_loaded, m_fileType).Owned(m_objects);
+    int const version = f.Version(2);
+    if (version != 1 && version != 2)
+        ar.Fail(CArchiveException::badSchema, "an object curve of version 1 or 2");
+    f.String(m_pathName).Date(m_fileTime).Int(m_loaded, m_fileType);
+    if (version == 2) {
+        f.Owned(m_objects);
+    } else {
+        auto object = std::make_unique<C3DObjectGeneral>();
+        C3DObjectCurveOld::Read(ar, *object);
+        m_objects.DeleteAll();
+        m_objects.Add(std::move(object));
+    }
     if (ar.IsStoring())
         return;
     for (C3DObject* object : m_objects)
@@ -64,6 +76,8 @@ int C3DObjectCurve::SetPathname(CString const& path)
     FileType type = ftTVO;
     if (ending.CompareNoCase(".pdb") == 0)
         type = ftPDB;
+    else if (ending.CompareNoCase(".dxf") == 0)
+        type = ftDXF;
     else if (ending.CompareNoCase(".tvo") != 0)
         throw new CVException("Unsupported file type");
     C3DObjectFile file;
@@ -71,6 +85,11 @@ int C3DObjectCurve::SetPathname(CString const& path)
     OwnedArray<C3DObject> objects;
     if (type == ftTVO)
         ReadObjects(file, objects);
+    if (type == ftDXF) {
+        auto drawing = std::make_unique<C3DObjectGeneral>(this);
+        drawing->ReadDXF(file);
+        objects.Add(std::move(drawing));
+    }
     TakeObjects(std::move(objects), file);
     m_pathName = path;
     m_fileTime = *time;
@@ -97,13 +116,6 @@ void C3DObjectCurve::ReadObjects(C3DObjectFile& file, OwnedArray<C3DObject>& obj
     std::string_view text;
     while (file.ReadContent(text)) {
         CString const line = CString(text).MakeLower();
-        if (line.Find(CString("general")) >= 0) {
-            file.AddNote("an object of this kind is read over");
-            CString name;
-            CString value;
-            while (C3DObject::GetProperty(file, name, value)) { }
-            continue;
-        }
         std::unique_ptr<C3DObject> object = C3DObject::CreateFromHeader(line, this);
         if (!object) {
             file.AddNote(CString(u'"') + line.Left(40) + CString("\" names no kind of object"));
@@ -148,6 +160,34 @@ std::unique_ptr<C3DObject> C3DObjectCurve::DetachObject(int index)
         SetPlotDataModified(1);
     }
     return object;
+}
+
+bool C3DObjectCurve::CheckForGeneralObjects()
+{
+    C3DGraph* const graph = Get3DGraph();
+    int const before = m_objects.GetSize();
+    for (int i = 0; graph && i < m_objects.GetSize();) {
+        auto const* const object = DynamicDowncast<C3DObjectGeneral>(m_objects[i]);
+        if (!object) {
+            ++i;
+            continue;
+        }
+        auto* const mesh = static_cast<C3DMeshCurve*>(graph->AddPlot(it3DMeshPlot)->CreateCurve());
+        mesh->CreateFromGeneralObject(object);
+        mesh->SetTransforms(GetTransforms());
+        DetachObject(i);
+    }
+    if (m_objects.GetSize() == before || !m_objects.IsEmpty())
+        return true;
+    CPlot* const plot = GetPlot();
+    if (plot->GetNumComponents() > 1) {
+        graph->RemovePlotComponent(this);
+        delete this;
+    } else {
+        graph->RemovePlot(plot);
+        delete plot;
+    }
+    return false;
 }
 
 // --- Evaluation
@@ -292,6 +332,11 @@ void C3DObjectCurve::Render()
         object->Draw();
 }
 
-void C3DObjectCurve::InvalidateDeviceObjects() { m_scene->InvalidateDeviceObjects(); }
+void C3DObjectCurve::InvalidateDeviceObjects()
+{
+    m_scene->InvalidateDeviceObjects();
+    for (C3DObject* object : m_objects)
+        object->InvalidateDeviceObjects();
+}
 
 } // namespace ombrel

@@ -33,7 +33,8 @@ public:
 
     // Objects
 
-    /// Reads a file by the ending of its name, in any case: ".tvo", or ".pdb", of which nothing is read. Returns 1. The
+    /// Reads a file by the ending of its name, in any case: ".tvo"; ".dxf", whose 3DFACEs become one general object; or
+    /// ".pdb", of which nothing is read. Returns 1. The
     /// same file again is read only when it has changed; when it is gone, the objects stay.
     /// Throws CVException* "File not found." or "Unsupported file type", CFileException*, and CVFileException* with the
     /// line for what is wrong in the file (newly allocated); the curve keeps its objects then.
@@ -50,6 +51,9 @@ public:
     void AddObject(std::unique_ptr<C3DObject> object);
     /// Takes the object out; null outside the list.
     std::unique_ptr<C3DObject> DetachObject(int index);
+    /// Moves each general object into a mesh curve of a plot of its own in the same graph, where it can be clipped and
+    /// coloured. When nothing is left the curve is deleted, and its plot with it if it was the only one; false then.
+    bool CheckForGeneralObjects();
 
     // The curve
 

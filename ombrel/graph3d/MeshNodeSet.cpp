@@ -1,5 +1,4 @@
 #include "ombrel/graph3d/MeshNodeSet.h"
-#include "ombrel/foundation/GArray.h"
 #include "ombrel/graph3d/3DMeshCurve.h"
 #include "ombrel/graph3d/3DObjectFile.h"
 #include "ombrel/graph3d/meshes/MeshText.h"
@@ -12,19 +11,6 @@
 namespace ombrel {
 
 constinit CRuntimeClass const CMeshNodeSet::kClass = PersistentClass<CMeshNodeSet, CObject>("CMeshNodeSet");
-
-std::vector<ValueRange> FindRowRanges(CTableData const& table)
-{
-    std::vector<ValueRange> ranges(static_cast<std::size_t>(table.HasData() ? table.GetNumRows() : 0), kNoRange);
-    for (std::size_t r = 0; r < ranges.size(); ++r) {
-        double const* const row = table.GetRow(static_cast<int>(r));
-        for (double const value : std::span(row, static_cast<std::size_t>(table.GetNumCols()))) {
-            if (!IsGap(value))
-                Widen(ranges[r], value);
-        }
-    }
-    return ranges;
-}
 
 // --- Numbers
 

@@ -139,8 +139,12 @@ void CMeshPatch::GetDataRange(int variable, double& min, double& max) const
 
 void CMeshPatch::GetRanges(CVertex& min, CVertex& max, double& lo, double& hi) const
 {
+    FindRanges(WorldPlaces(), min, max, lo, hi);
+}
+
+void CMeshPatch::FindRanges(NodePlaces const& world, CVertex& min, CVertex& max, double& lo, double& hi) const
+{
     MeshElements const& elements = Elements();
-    NodePlaces const world = WorldPlaces();
     std::vector<BYTE> isUsed(world.GetSize());
     for (std::size_t e = 0; e < elements.count; ++e) {
         for (std::uint32_t const column : elements.NodesOf(e))

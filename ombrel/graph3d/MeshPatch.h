@@ -103,11 +103,14 @@ public:
 
 private:
     friend class C3DMeshCurve;
+    friend class C3DObjectGeneral;
     friend class MeshGeometry;
     /// The elements by columns, made when they are not there.
     MeshElements const& Elements() const;
     /// With the transforms of the curve.
     NodePlaces WorldPlaces() const;
+    /// GetRanges of nodes that stand there.
+    void FindRanges(NodePlaces const& world, CVertex& min, CVertex& max, double& lo, double& hi) const;
     /// A byte an element, not 0 for those that lie outside of the clip box; empty without any.
     std::vector<BYTE> FindClipped() const;
     void Changed();

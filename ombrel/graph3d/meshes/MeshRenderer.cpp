@@ -13,21 +13,30 @@ bool MeshRenderer::HasGeometry() const
     return m_isMade && (m_key.look.transparency != 0.0 || std::ranges::all_of(m_batches, &FaceBatch::IsInDriver));
 }
 
-void MeshRenderer::Render(C3DGraph& graph, std::uint64_t revision, BoxAxes const& axes, MeshLook look,
-    std::vector<BYTE>&& texels, MeshColouring::ColourOf const& colourOf, MakeParts const& makeParts)
+void MeshRenderer::Render(C3DGraph& graph, MeshScene const& scene, MeshLook look)
 {
+    look.source = scene.colouring.GetSource(scene.colourDescription, scene.gradation);
+    look.variable = scene.colouring.GetVariableRow(look.source);
+    scene.colouring.GetDataRange(look.lo, look.hi);
+    std::vector<BYTE> texels;
     bool const isTextured = look.source == MeshColourSource::Nodes;
+    if (isTextured || look.source == MeshColourSource::ElementVariable)
+        texels = MakeTexels(look.lo, look.hi, scene.colourOf);
     if (isTextured)
         m_colours.Bind(graph, std::move(texels));
-    else if (look.source == MeshColourSource::ElementVariable)
+    else
         look.elementTexels = std::move(texels);
-    Key key { revision, axes, std::move(look) };
+    if (look.variable < 0) {
+        look.lo = scene.colouring.height[0];
+        look.hi = scene.colouring.height[1];
+    }
+    Key key { scene.revision, scene.axes, std::move(look) };
     if (!HasGeometry() || !(key == m_key)) {
         m_key = std::move(key);
         m_batches.clear();
-        std::vector<MeshPart> const parts = makeParts();
+        std::vector<MeshPart> const parts = scene.makeParts();
         for (MeshPart const& part : parts) {
-            MeshGeometry(*part.patch, part.world, axes, m_key.look, colourOf, [this](FaceBatch&& batch) {
+            MeshGeometry(*part.patch, part.world, m_key.axes, m_key.look, scene.colourOf, [this](FaceBatch&& batch) {
                 m_batches.push_back(std::move(batch));
                 if (m_key.look.transparency == 0.0)
                     m_batches.back().MoveToDriver();

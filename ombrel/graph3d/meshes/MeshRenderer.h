@@ -15,16 +15,25 @@ struct MeshPart {
     NodePlaces world;
 };
 
+/// What is drawn, and by what it is coloured.
+struct MeshScene {
+    /// Goes up with every change of data, clip box or face flags.
+    std::uint64_t revision = 0;
+    BoxAxes axes;
+    /// Its variable and its contours as they are to be drawn. Not owned.
+    MeshColouring const& colouring;
+    int colourDescription = 0;
+    int gradation = 0;
+    MeshColouring::ColourOf colourOf;
+    /// The parts of the mesh, asked for when the geometry is made.
+    std::function<std::vector<MeshPart>()> makeParts;
+};
+
 /// Draws a mesh: keeps its geometry in buffers of OpenGL, and makes these anew when data or settings have changed.
 class MeshRenderer {
 public:
-    /// The parts of the mesh, asked for when the geometry is made.
-    using MakeParts = std::function<std::vector<MeshPart>()>;
-
-    /// Within a draw of the graph. The revision goes up with every change of data, clip box or face flags. The texels
-    /// are those of the variable's range (MakeTexels), coloured by colourOf; they are used where values colour.
-    void Render(C3DGraph& graph, std::uint64_t revision, BoxAxes const& axes, MeshLook look, std::vector<BYTE>&& texels,
-        MeshColouring::ColourOf const& colourOf, MakeParts const& makeParts);
+    /// Within a draw of the graph. The look gives everything but the source of colours and its values.
+    void Render(C3DGraph& graph, MeshScene const& scene, MeshLook look);
     /// Gives back buffers and textures; the next draw makes them again.
     void InvalidateDeviceObjects();
 

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <span>
 #include <vector>
 
 namespace ombrel {
@@ -25,5 +26,7 @@ inline void Unite(ValueRange& range, ValueRange const& other)
 }
 /// Of each row of the table, without gaps.
 std::vector<ValueRange> FindRowRanges(CTableData const& table);
+/// A row a range, smallest value first; 0 and 0 for one without values.
+CTableData MakeRangeTable(std::span<ValueRange const> ranges);
 
 } // namespace ombrel
