@@ -27,6 +27,8 @@
 #include "ombrel/graph3d/3DCurve.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DGrid.h"
+#include "ombrel/graph3d/3DIrregularSurfaceCurve.h"
+#include "ombrel/graph3d/3DIrregularSurfacePlot.h"
 #include "ombrel/graph3d/3DLineArrayCurve.h"
 #include "ombrel/graph3d/3DLineArrayPlot.h"
 #include "ombrel/graph3d/3DLineData.h"
@@ -120,6 +122,8 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &CMeshPatch::kClass,
     &CSurfacePlot::kClass,
     &CSurface::kClass,
+    &C3DIrregularSurfacePlot::kClass,
+    &C3DIrregularSurfaceCurve::kClass,
     &C3DBarPlot::kClass,
     &C3DBarCurve::kClass,
     &C3DLineArrayPlot::kClass,

@@ -3,6 +3,7 @@
 #include "ombrel/graph3d/3DBarPlot.h"
 #include "ombrel/graph3d/3DCurve.h"
 #include "ombrel/graph3d/3DGrid.h"
+#include "ombrel/graph3d/3DIrregularSurfacePlot.h"
 #include "ombrel/graph3d/3DLineArrayPlot.h"
 #include "ombrel/graph3d/3DMeshPlot.h"
 #include "ombrel/graph3d/3DObjectPlot.h"
@@ -94,6 +95,9 @@ CPlot* C3DGraph::AddPlot(ItemType type)
         break;
     case itSurfacePlot:
         plot = std::make_unique<CSurfacePlot>(this);
+        break;
+    case it3DIrregularSurfacePlot:
+        plot = std::make_unique<C3DIrregularSurfacePlot>(this);
         break;
     case it3DBarPlot:
         plot = std::make_unique<C3DBarPlot>(this);

@@ -1,0 +1,212 @@
+#include "ombrel/foundation/Utils.h"
+#include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/3DIrregularSurfaceCurve.h"
+#include "ombrel/graph3d/ContourLines.h"
+#include "ombrel/graph3d/geometry/PointCoordinates.h"
+#include "ombrel/graph3d/render/IrregularSurfaceDrawing.h"
+
+#include <limits>
+#include <utility>
+
+namespace ombrel {
+
+// --- Colours
+
+COLORREF C3DIrregularSurfaceCurve::GetLUTColour(double value) const
+{
+    double dataMin = 0.0;
+    double dataMax = 0.0;
+    double low = 0.0;
+    double high = 0.0;
+    GetUntransformedDataAndLUTRanges(dataMin, dataMax, low, high);
+    return GetColourOfValue(value, low, high);
+}
+
+COLORREF C3DIrregularSurfaceCurve::GetColourOfValue(double value, double low, double high) const
+{
+    if (GetColourDescription() == 0)
+        return CColourMap::GetGradedColour(static_cast<COLORREF>(GetColour()), value, low, high);
+    return GetColourmap()->GetColour(value, low, high);
+}
+
+double C3DIrregularSurfaceCurve::GetColourValue(std::size_t point) const
+{
+    CTableData const& table = PlotSecondaryVariable() ? m_valueTable : m_points;
+    double const* const row = table.GetRow(PlotSecondaryVariable() ? 0 : 2);
+    return point < static_cast<std::size_t>(table.GetNumCols()) ? row[point] : kGap;
+}
+
+double C3DIrregularSurfaceCurve::Get1DTextureCoord(int point) const
+{
+    double const value = GetColourValue(CheckedIndex(point, static_cast<std::size_t>(GetNumPoints())));
+    double min = 0.0;
+    double max = 0.0;
+    GetUntransformedDataRange(min, max);
+    return IsGridGap(value) ? 0.0 : GetTexelPlace(value, min, max);
+}
+
+std::vector<BYTE> C3DIrregularSurfaceCurve::Make1DTexture() const
+{
+    double min = 0.0;
+    double max = 0.0;
+    GetUntransformedDataRange(min, max);
+    return MakeTexels(
+        min, max, [this](double value) { return m_contours.on ? GetContourColour(value) : GetLUTColour(value); });
+}
+
+ColourKeySource C3DIrregularSurfaceCurve::GetColourKeySource() const
+{
+    ColourKeySource source;
+    source.style = m_contours.on ? ColourKeySource::Style::Bands : ColourKeySource::Style::Range;
+    GetUntransformedDataAndLUTRanges(source.dataLow, source.dataHigh, source.low, source.high);
+    if (m_contours.on)
+        GetContourColourKeyEntries(source.bandColours, source.bandValues);
+    return source;
+}
+
+// --- Levels
+
+ContourLevels C3DIrregularSurfaceCurve::MakeContourLevels() const
+{
+    double lo = 0.0;
+    double hi = 0.0;
+    GetUntransformedDataRange(lo, hi);
+    return MakeLevels({ m_contours.levelMode, m_contours.numBands, m_contours.ref, m_contours.spacing,
+                          { m_arbitraryLevels.GetData(), static_cast<std::size_t>(m_arbitraryLevels.GetSize()) } },
+        lo, hi);
+}
+
+void C3DIrregularSurfaceCurve::BuildContourLevels()
+{
+    ContourLevels const levels = m_contours.on ? MakeContourLevels() : ContourLevels();
+    m_bands = ContourBands(levels.values);
+    if (levels.error == m_contourError)
+        return;
+    m_contourError = levels.error;
+    if (!m_contourError.IsEmpty())
+        CVUtils::PlotDialogErrMsg(this, m_contourError, "");
+}
+
+void C3DIrregularSurfaceCurve::BuildContourColours()
+{
+    if (!m_contours.on)
+        return;
+    double lo = 0.0;
+    double hi = 0.0;
+    GetUntransformedDataRange(lo, hi);
+    MakeBandColours(
+        static_cast<int>(m_bands.GetLevels().size()), lo, hi, [this](double value) { return GetLUTColour(value); },
+        m_bandColours);
+}
+
+COLORREF C3DIrregularSurfaceCurve::GetContourColour(double value) const
+{
+    int const band = m_bands.Find(value);
+    return band < m_bandColours.GetSize() ? m_bandColours.GetAt(band) : 0;
+}
+
+void C3DIrregularSurfaceCurve::GetContourColourKeyEntries(CDWordArray& colours, CDoubleArray& values) const
+{
+    ContourLevels const levels = MakeContourLevels();
+    double lo = 0.0;
+    double hi = 0.0;
+    GetUntransformedDataRange(lo, hi);
+    MakeBandColours(
+        static_cast<int>(levels.values.size()), lo, hi, [this](double value) { return GetLUTColour(value); }, colours);
+    values.RemoveAll();
+    if (UseColourmap())
+        values.Add(lo);
+    for (double const level : levels.values)
+        values.Add(level);
+}
+
+// --- Drawing
+
+void C3DIrregularSurfaceCurve::Render()
+{
+    C3DGraph* const graph = Get3DGraph();
+    if (!graph || !IsValid() || m_triangles.empty())
+        return;
+    UpdateGraphParameters();
+    bool const isTransparent = m_transparency != 0.0 && !m_wireframeOn;
+    IrregularSurfaceKey key;
+    key.revision = m_revision;
+    key.axes = m_axes;
+    key.isFlat = m_normalAveraging == 0;
+    key.hasOutlines = m_wireframeOn != 0;
+    key.hasValueTable = PlotSecondaryVariable() != 0;
+    key.colour = FaceVertex::Bytes(
+        UseColourmap() ? 0xFFFFFF : static_cast<COLORREF>(GetColour()), isTransparent ? m_transparency : 0.0);
+    FaceBatch& batch = m_drawing->Get(key, [this, &key](FaceBatch& faces) { FillBatch(faces, key); });
+    unsigned int texture = 0;
+    if (UseColourmap()) {
+        BuildContourLevels();
+        BuildContourColours();
+        m_drawing->colours.Bind(*graph, Make1DTexture());
+        ColourTexture::Unbind(*graph);
+        texture = m_drawing->colours.Name();
+    }
+    if (m_wireframeOn)
+        batch.DrawOutlined(*graph, m_wireframeColour, static_cast<float>(graph->GetLineWidth(3)), texture);
+    else if (isTransparent)
+        batch.AddTransparent(*graph, texture);
+    else
+        batch.DrawFaces(*graph, texture);
+}
+
+void C3DIrregularSurfaceCurve::InvalidateDeviceObjects()
+{
+    m_drawing->InvalidateDeviceObjects();
+    m_drawing->colours.Reset();
+}
+
+void C3DIrregularSurfaceCurve::FillBatch(FaceBatch& batch, IrregularSurfaceKey const& key)
+{
+    Normalise();
+    std::vector<std::array<double, 3>> const places = MakeBoxPlaces();
+    double min = 0.0;
+    double max = 0.0;
+    GetUntransformedDataRange(min, max);
+    auto const addVertex = [&](std::size_t point, std::array<float, 3> const& normal) {
+        FaceVertex vertex;
+        auto const& [x, y, z] = places[point];
+        vertex.place = { static_cast<float>(x), static_cast<float>(y), static_cast<float>(z) };
+        vertex.normal = normal;
+        double const value = GetColourValue(point);
+        vertex.value = IsGridGap(value) ? 0.0F : static_cast<float>(GetTexelPlace(value, min, max));
+        vertex.colour = key.colour;
+        return batch.AddVertex(vertex);
+    };
+    // Points in the order in which triangles come to them, so that those of neighbours stand together.
+    std::vector<std::uint32_t> order;
+    if (!key.hasOutlines)
+        order = OrderForDrawing(m_triangles, PointRows(m_points).GetRow(0));
+    constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
+    std::vector<std::uint32_t> vertices(places.size(), kNone);
+    for (std::size_t t = 0; t < m_triangles.size(); ++t) {
+        std::size_t const triangle = order.empty() ? t : order[t];
+        std::array<std::uint32_t, 3> corners {};
+        for (std::size_t k = 0; k < 3; ++k) {
+            auto const point = static_cast<std::size_t>(m_triangles[triangle][k]);
+            if (key.isFlat)
+                corners[k] = addVertex(point, m_faceNormals[triangle]);
+            else if (vertices[point] == kNone)
+                corners[k] = vertices[point] = addVertex(point, m_pointNormals[point]);
+            else
+                corners[k] = vertices[point];
+        }
+        auto const& [a, b, c] = corners;
+        batch.AddTriangle(a, b, c);
+        if (!key.hasOutlines)
+            continue;
+        batch.AddLine(a, b);
+        batch.AddLine(b, c);
+        batch.AddLine(c, a);
+        batch.EndElement();
+    }
+    m_faceNormals = {};
+    m_pointNormals = {};
+    ClearCommonVertexLists();
+}
+
+} // namespace ombrel
