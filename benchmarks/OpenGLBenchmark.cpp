@@ -122,12 +122,12 @@ void EightEmptyPasses(benchmark::State& state)
     canvas.SetSize({ 1200, 900 });
     for (auto _ : state) {
         GLCanvas::Scope const scope(canvas);
-        canvas.ClearAccumulation();
+        canvas.ClearAccumulation(kAll);
         for (int pass = 0; pass < 8; ++pass) {
             gl::Clear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-            canvas.Accumulate(0.125F);
+            canvas.Accumulate();
         }
-        canvas.ReturnAccumulation(1.0F);
+        canvas.ReturnAccumulation();
         canvas.ReadPixels(kAll, bitmap);
     }
 }

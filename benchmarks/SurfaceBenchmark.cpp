@@ -83,6 +83,16 @@ void Antialiased(benchmark::State& state)
 }
 BENCHMARK(Antialiased)->Unit(benchmark::kMillisecond)->UseRealTime()->MeasureProcessCPUTime();
 
+/// Of few cells: what passes cost whatever is drawn.
+void AntialiasedSmall(benchmark::State& state)
+{
+    SurfacePicture picture(50);
+    picture.GetGraph().SetAntialiasMode(1);
+    for (auto _ : state)
+        picture.Draw();
+}
+BENCHMARK(AntialiasedSmall)->Unit(benchmark::kMillisecond)->UseRealTime()->MeasureProcessCPUTime();
+
 void NewData(benchmark::State& state)
 {
     SurfacePicture picture(1000);

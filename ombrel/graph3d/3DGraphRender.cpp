@@ -272,7 +272,8 @@ int C3DGraph::Render()
 int C3DGraph::RenderAntialias()
 {
     GLCanvas& canvas = m_picture->canvas;
-    canvas.ClearAccumulation();
+    // Elsewhere all passes are background.
+    canvas.ClearAccumulation(m_picture->graphRect);
     for (Jitter const jitter : kJitters) {
         BeginPass(jitter.x, jitter.y);
         for (CGraphComponent* component : GetComponentArray()) {
@@ -282,9 +283,9 @@ int C3DGraph::RenderAntialias()
                 component->Draw();
         }
         DrawTransparentPolygons();
-        canvas.Accumulate(1.0F / static_cast<float>(std::size(kJitters)));
+        canvas.Accumulate();
     }
-    canvas.ReturnAccumulation(1.0F);
+    canvas.ReturnAccumulation();
     // Axes and texts are drawn once, sharp, over the blended picture.
     MakeLabelSpace();
     for (CGraphComponent* component : GetComponentArray()) {

@@ -101,6 +101,8 @@ void GLCanvas::Prepare()
         ThrowSize(m_size, "the OpenGL driver draws at most " + std::to_string(longest) + " pixels a side");
 
     m_sum = {};
+    m_numAccumulated = 0;
+    m_sumRect = {};
     m_rows = {};
     // The old picture's memory is free before the new one's is asked for.
     m_framebuffer.Reset();
@@ -115,7 +117,8 @@ void GLCanvas::Prepare()
         gl::TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
         gl::TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
         PlainRows const rows;
-        gl::TexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, m_size.cx, m_size.cy, 0, kFormat, kType, nullptr);
+        // Not GL_RGBA8, for which they choose the order.
+        gl::TexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, m_size.cx, m_size.cy, 0, kFormat, kType, nullptr);
     }
     gl::BindRenderbuffer(GL_RENDERBUFFER, depth.Name());
     gl::RenderbufferStorage(GL_RENDERBUFFER, GL_DEPTH24_STENCIL8, m_size.cx, m_size.cy);
@@ -194,40 +197,44 @@ void GLCanvas::WritePixels(CRect const& rect, Raster const& bitmap)
         WritePixels(inside, bitmap.Row(inside.top) + inside.left, bitmap.Width());
 }
 
-void GLCanvas::ClearAccumulation()
+void GLCanvas::ClearAccumulation(CRect const& rect)
 {
     assert(IsCurrent());
-    m_sum.clear();
+    m_sumRect = Common(rect, { 0, 0, m_madeSize.cx, m_madeSize.cy });
+    m_numAccumulated = 0;
 }
 
-void GLCanvas::Accumulate(float weight)
+void GLCanvas::Accumulate()
 {
-    assert(IsCurrent());
-    ReadRows({ 0, 0, m_madeSize.cx, m_madeSize.cy });
+    assert(IsCurrent() && m_numAccumulated < kMostAccumulated);
+    if (m_sumRect.IsRectEmpty())
+        return;
+    ReadRows(m_sumRect);
     auto const* const channels = reinterpret_cast<unsigned char const*>(m_rows.data());
     std::size_t const count = m_rows.size() * 4;
-    if (m_sum.empty()) {
-        m_sum.resize(count);
-        std::transform(channels, channels + count, m_sum.data(),
-            [weight](unsigned char channel) { return weight * static_cast<float>(channel); });
-    } else {
+    m_sum.resize(count);
+    if (m_numAccumulated++ == 0)
+        std::copy_n(channels, count, m_sum.data());
+    else
         std::transform(channels, channels + count, m_sum.data(), m_sum.data(),
-            [weight](unsigned char channel, float sum) { return sum + weight * static_cast<float>(channel); });
-    }
+            [](unsigned char channel, std::uint16_t sum) { return static_cast<std::uint16_t>(sum + channel); });
 }
 
-void GLCanvas::ReturnAccumulation(float factor)
+void GLCanvas::ReturnAccumulation()
 {
     assert(IsCurrent());
-    CRect const all(0, 0, m_madeSize.cx, m_madeSize.cy);
-    m_rows.assign(Area(all), 0);
+    if (m_numAccumulated == 0)
+        return;
+    m_rows.resize(Area(m_sumRect));
     auto* const channels = reinterpret_cast<unsigned char*>(m_rows.data());
-    std::transform(m_sum.begin(), m_sum.end(), channels, [factor](float sum) {
-        return static_cast<unsigned char>(static_cast<int>(std::max(0.0F, std::min(255.0F, sum * factor)) + 0.5F));
+    float const factor = 1.0F / static_cast<float>(m_numAccumulated);
+    std::transform(m_sum.begin(), m_sum.end(), channels, [factor](std::uint16_t sum) {
+        return static_cast<unsigned char>(static_cast<int>(static_cast<float>(sum) * factor + 0.5F));
     });
-    WriteRows(all);
-    // Four times as much as the picture.
+    WriteRows(m_sumRect);
+    // Twice as much as the picture.
     m_sum = {};
+    m_numAccumulated = 0;
 }
 
 } // namespace ombrel

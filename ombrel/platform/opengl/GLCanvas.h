@@ -64,13 +64,14 @@ public:
     void WritePixels(CRect const& rect, std::uint32_t const* pixels, std::ptrdiff_t stride);
     void WritePixels(CRect const& rect, Raster const& bitmap);
 
-    /// The sum becomes black.
-    void ClearAccumulation();
-    /// Adds the picture's colours times a weight to the sum.
-    void Accumulate(float weight);
-    /// The sum times a factor becomes the picture, rounded to the nearest and limited; depth and stencil stay. The sum
-    /// is black afterwards.
-    void ReturnAccumulation(float factor);
+    /// Begins a sum of the pictures within a rectangle.
+    void ClearAccumulation(CRect const& rect);
+    /// Adds the picture's colours there to the sum: at most kMostAccumulated times.
+    void Accumulate();
+    /// The mean of what was added takes its place in the picture, rounded to the nearest; depth and stencil stay.
+    /// Nothing happens when nothing was added. The sum is empty afterwards.
+    void ReturnAccumulation();
+    static constexpr int kMostAccumulated = 0xFFFF / 0xFF;
 
 private:
     void Prepare();
@@ -85,8 +86,10 @@ private:
     GLObject m_colour;
     GLObject m_depth;
     std::vector<std::uint32_t> m_rows;
-    /// Four channels a pixel, the rows from the bottom up; empty is black.
-    std::vector<float> m_sum;
+    /// Four channels a pixel, the rows from the bottom up.
+    std::vector<std::uint16_t> m_sum;
+    CRect m_sumRect;
+    int m_numAccumulated = 0;
 };
 
 } // namespace ombrel

@@ -155,10 +155,11 @@ TEST(GLCanvas, ReadsPartsAndLeavesOutWhatLiesOutside)
     canvas.WritePixels({ 5, 0, 9, 9 }, small);
 }
 
-TEST(GLCanvas, SumsPicturesAndKeepsDepth)
+TEST(GLCanvas, TakesTheMeanOfPicturesAndKeepsDepth)
 {
     GLCanvas canvas;
     canvas.SetSize({ 300, 2 });
+    CRect const all(0, 0, 300, 2);
     GLCanvas::Scope const scope(canvas);
     std::vector<std::uint32_t> colours(600);
     for (std::uint32_t i = 0; i < 600; ++i)
@@ -166,36 +167,42 @@ TEST(GLCanvas, SumsPicturesAndKeepsDepth)
     gl::Enable(GL_DEPTH_TEST);
     Clear(0, 0, 0);
     Rectangle(kRed, -1.0, -1.0, 1.0, 1.0, -0.5);
-    canvas.ClearAccumulation();
-    for (int pass = 0; pass < 8; ++pass) {
-        canvas.WritePixels({ 0, 0, 300, 2 }, colours.data(), 300);
-        canvas.Accumulate(0.125F);
+    canvas.ClearAccumulation(all);
+    for (int pass = 0; pass < GLCanvas::kMostAccumulated; ++pass) {
+        canvas.WritePixels(all, colours.data(), 300);
+        canvas.Accumulate();
     }
     Clear(9, 9, 9);
     Rectangle(kRed, -1.0, -1.0, 1.0, 1.0, -0.5);
-    canvas.ReturnAccumulation(1.0F);
+    canvas.ReturnAccumulation();
     std::vector<std::uint32_t> returned(600);
-    canvas.ReadPixels({ 0, 0, 300, 2 }, returned.data(), 300);
+    canvas.ReadPixels(all, returned.data(), 300);
     EXPECT_EQ(returned, colours);
     Rectangle(kBlue, -1.0, -1.0, 1.0, 1.0, 0.0);
     EXPECT_EQ(At(canvas, 7, 0), colours[7]);
 
-    // 3 of 8 passes at 255 and at 1: 95.625 and 0.375. A factor of 8 brings 3 × 255 down to 255.
-    auto const mixed = [&](float factor) {
-        canvas.ClearAccumulation();
+    // In a rectangle alone, also where it leaves the picture: 3 of 8 passes at 255 and at 1 are 95.625 and 0.375.
+    for (CRect const& rect : { CRect(298, 1, 300, 2), CRect(290, 1, 900, 70) }) {
+        canvas.ClearAccumulation(rect);
         for (int pass = 0; pass < 8; ++pass) {
             Clear(pass < 3 ? 255 : 0, pass < 3 ? 1 : 0, 8);
-            canvas.Accumulate(0.125F);
+            canvas.Accumulate();
         }
-        canvas.ReturnAccumulation(factor);
-        return At(canvas, 299, 1);
-    };
-    EXPECT_EQ(mixed(1.0F), 0x600008U);
-    EXPECT_EQ(mixed(8.0F), 0xFF0340U);
+        canvas.ReturnAccumulation();
+        EXPECT_EQ(At(canvas, 299, 1), 0x600008U);
+        EXPECT_EQ(At(canvas, rect.left, 1), 0x600008U);
+        EXPECT_EQ(At(canvas, rect.left - 1, 1), 0x000008U);
+        EXPECT_EQ(At(canvas, 299, 0), 0x000008U);
+    }
 
-    canvas.ClearAccumulation();
-    canvas.ReturnAccumulation(1.0F);
-    EXPECT_EQ(At(canvas, 0, 0), 0U);
+    // Of nothing there is no mean.
+    for (CRect const& rect : { all, CRect(), CRect(400, 0, 500, 2) }) {
+        canvas.ClearAccumulation(rect);
+        if (rect != all)
+            canvas.Accumulate();
+        canvas.ReturnAccumulation();
+        EXPECT_EQ(At(canvas, 0, 0), 0x000008U);
+    }
 }
 
 TEST(GLCanvas, TakesAnotherSizeAndRefusesWhatTheDriverDoesNotHave)
