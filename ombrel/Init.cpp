@@ -32,6 +32,7 @@
 #include "ombrel/graph3d/3DLineArrayCurve.h"
 #include "ombrel/graph3d/3DLineArrayPlot.h"
 #include "ombrel/graph3d/3DLineData.h"
+#include "ombrel/graph3d/3DLinePlot.h"
 #include "ombrel/graph3d/3DMeshCurve.h"
 #include "ombrel/graph3d/3DMeshPlot.h"
 #include "ombrel/graph3d/3DObjectCube.h"
@@ -42,6 +43,8 @@
 #include "ombrel/graph3d/3DObjectSphere.h"
 #include "ombrel/graph3d/3DPlot.h"
 #include "ombrel/graph3d/3DRowColCurve.h"
+#include "ombrel/graph3d/3DScatterCurve.h"
+#include "ombrel/graph3d/3DTextCurve.h"
 #include "ombrel/graph3d/3DWireframeCurve.h"
 #include "ombrel/graph3d/3DWireframePlot.h"
 #include "ombrel/graph3d/Surface.h"
@@ -120,6 +123,12 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &C3DMeshCurve::kClass,
     &CMeshNodeSet::kClass,
     &CMeshPatch::kClass,
+    &C3DLinePlot::kClass,
+    &C3DLineCurve::kClass,
+    &C3DScatterPlot::kClass,
+    &C3DScatterCurve::kClass,
+    &C3DTextPlot::kClass,
+    &C3DTextCurve::kClass,
     &CSurfacePlot::kClass,
     &CSurface::kClass,
     &C3DIrregularSurfacePlot::kClass,

@@ -5,6 +5,7 @@
 #include "ombrel/graph3d/3DGrid.h"
 #include "ombrel/graph3d/3DIrregularSurfacePlot.h"
 #include "ombrel/graph3d/3DLineArrayPlot.h"
+#include "ombrel/graph3d/3DLinePlot.h"
 #include "ombrel/graph3d/3DMeshPlot.h"
 #include "ombrel/graph3d/3DObjectPlot.h"
 #include "ombrel/graph3d/3DPlot.h"
@@ -92,6 +93,15 @@ CPlot* C3DGraph::AddPlot(ItemType type)
     switch (type) {
     case it3DObjectPlot:
         plot = std::make_unique<C3DObjectPlot>(this);
+        break;
+    case it3DLinePlot:
+        plot = std::make_unique<C3DLinePlot>(this);
+        break;
+    case it3DScatterPlot:
+        plot = std::make_unique<C3DScatterPlot>(this);
+        break;
+    case it3DTextPlot:
+        plot = std::make_unique<C3DTextPlot>(this);
         break;
     case itSurfacePlot:
         plot = std::make_unique<CSurfacePlot>(this);

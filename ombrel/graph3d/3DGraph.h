@@ -214,6 +214,8 @@ public:
     void SetState(double jitterX, double jitterY);
     /// Cuts off what lies outside of the data box.
     void EnableClip(int on);
+    /// Half the sides of what is left then: half a per cent more than the box, so that what lies on its faces stays.
+    std::array<double, 3> GetClipBox() const;
     /// The lights that are on; and lighting as a whole, which stays off where the graph's is.
     void EnableLights(int on);
     void EnableLighting(int on);

@@ -109,21 +109,28 @@ void C3DGraph::SetLights() const
     gl::Enable(GL_COLOR_MATERIAL);
 }
 
+std::array<double, 3> C3DGraph::GetClipBox() const
+{
+    std::array<double, 3> box { 1.0, 1.0, 1.0 };
+    if (m_axes[0])
+        m_axes[0]->GetScaleFacs(box[0], box[1], box[2]);
+    for (double& side : box)
+        side *= 1.005 / 2.0;
+    return box;
+}
+
 void C3DGraph::EnableClip(int on)
 {
     if (!m_picture)
         return;
-    double scale[3] = { 1.0, 1.0, 1.0 };
-    if (m_axes[0])
-        m_axes[0]->GetScaleFacs(scale[0], scale[1], scale[2]);
-    for (int plane = 0; plane < 6; ++plane) {
+    std::array<double, 3> const box = GetClipBox();
+    for (std::size_t plane = 0; plane < 6; ++plane) {
         GLenum const name = static_cast<GLenum>(GL_CLIP_PLANE0 + plane);
         if (!on) {
             gl::Disable(name);
             continue;
         }
-        // Half a per cent more than the box, so that what lies on its faces stays.
-        double equation[4] = { 0.0, 0.0, 0.0, scale[plane / 2] * 1.005 / 2.0 };
+        double equation[4] = { 0.0, 0.0, 0.0, box[plane / 2] };
         equation[plane / 2] = plane % 2 == 0 ? 1.0 : -1.0;
         gl::ClipPlane(name, equation);
         gl::Enable(name);
@@ -264,8 +271,9 @@ int C3DGraph::Render()
             WriteTexts();
         component->Draw();
     }
-    WriteTexts();
+    // The texts of plots are written over everything.
     DrawTransparentPolygons();
+    WriteTexts();
     return 1;
 }
 
@@ -310,16 +318,73 @@ void C3DGraph::DrawPlots(PlotKind kind)
     EnableClip(0);
 }
 
+namespace {
+
+/// Makes a rectangle larger until it holds another one, too.
+void Unite(CRect& rect, CRect const& other)
+{
+    rect = rect.IsRectEmpty() ? other
+                              : CRect(std::min(rect.left, other.left), std::min(rect.top, other.top),
+                                  std::max(rect.right, other.right), std::max(rect.bottom, other.bottom));
+}
+
+/// Leaves out the texts whose points lie behind what is drawn. One reading serves them all.
+void DropHiddenTexts(std::vector<PlacedText>& texts, CSize picture)
+{
+    CRect const window({ 0, 0 }, picture);
+    CRect read;
+    for (PlacedText const& text : texts) {
+        if (text.anchor && window.PtInRect(text.anchor->pixel))
+            Unite(read, CRect(text.anchor->pixel, CSize(1, 1)));
+    }
+    if (read.IsRectEmpty())
+        return;
+    auto const width = static_cast<std::size_t>(read.Width());
+    std::vector<float> depths(width * static_cast<std::size_t>(read.Height()));
+    gl::PixelStorei(GL_PACK_ALIGNMENT, 4);
+    gl::ReadPixels(read.left, read.top, read.Width(), read.Height(), GL_DEPTH_COMPONENT, GL_FLOAT, depths.data());
+    std::erase_if(texts, [&](PlacedText const& text) {
+        if (!text.anchor || !read.PtInRect(text.anchor->pixel))
+            return false;
+        CPoint const at = text.anchor->pixel;
+        float const depth
+            = depths[static_cast<std::size_t>(at.y - read.top) * width + static_cast<std::size_t>(at.x - read.left)];
+        // A text on a surface is not behind it.
+        constexpr double kNearer = 0.98;
+        return kNearer * text.anchor->depth > static_cast<double>(depth);
+    });
+}
+
+/// What has to be read and written for the texts: what each of them covers, or of many all together.
+std::vector<CRect> GetTextAreas(std::vector<PlacedText> const& texts, CRect const& picture)
+{
+    constexpr std::size_t kMany = 50;
+    std::vector<CRect> areas;
+    CRect all;
+    for (PlacedText const& text : texts) {
+        CRect area;
+        if (area.IntersectRect(text.bounds, picture)) {
+            areas.push_back(area);
+            Unite(all, area);
+        }
+    }
+    return areas.size() > kMany ? std::vector<CRect> { all } : areas;
+}
+
+} // namespace
+
 void C3DGraph::WriteTexts()
 {
-    std::vector<PlacedText> const texts = std::exchange(m_picture->texts, {});
-    if (texts.empty())
+    std::vector<PlacedText> texts = std::exchange(m_picture->texts, {});
+    DropHiddenTexts(texts, m_windowRect.Size());
+    std::vector<CRect> const areas = GetTextAreas(texts, m_picture->graphRect);
+    if (areas.empty())
         return;
     CDIB& bitmap = *m_picture->bitmap;
     Raster& raster = *bitmap.GetBitmap().GetRaster();
     // Reading waits for everything drawn before, so all is read before anything is written back.
-    for (PlacedText const& text : texts)
-        m_picture->canvas.ReadPixels(text.bounds, raster);
+    for (CRect const& area : areas)
+        m_picture->canvas.ReadPixels(area, raster);
     {
         CDC& dc = *bitmap.GetDC();
         SavedDC const saved(dc);
@@ -328,17 +393,26 @@ void C3DGraph::WriteTexts()
         clip.CreateRectRgn(graph.left, graph.top, graph.right, graph.bottom);
         dc.SelectClipRgn(&clip);
         dc.SetBkMode(TRANSPARENT);
+        CFont font;
+        CFont* original = nullptr;
+        PlacedText const* before = nullptr;
         for (PlacedText const& text : texts) {
-            CFont font;
-            CVUtils::ConfigureFont(&font, *text.font, text.fontHeight, text.isUpwards);
-            CFont* const before = dc.SelectObject(&font);
+            bool const isSameFont = before && *before->font == *text.font && before->fontHeight == text.fontHeight
+                && before->isUpwards == text.isUpwards;
+            if (!isSameFont) {
+                if (before)
+                    dc.SelectObject(original);
+                CVUtils::ConfigureFont(&font, *text.font, text.fontHeight, text.isUpwards);
+                original = dc.SelectObject(&font);
+            }
+            before = &text;
             dc.SetTextColor(text.colour);
             dc.TextOut(text.origin.x, text.origin.y, text.text);
-            dc.SelectObject(before);
         }
+        dc.SelectObject(original);
     }
-    for (PlacedText const& text : texts)
-        m_picture->canvas.WritePixels(text.bounds, raster);
+    for (CRect const& area : areas)
+        m_picture->canvas.WritePixels(area, raster);
 }
 
 } // namespace ombrel

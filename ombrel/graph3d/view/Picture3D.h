@@ -7,9 +7,18 @@
 #include "ombrel/platform/framework/Geometry.h"
 #include "ombrel/platform/opengl/GLCanvas.h"
 
+#include <optional>
 #include <vector>
 
 namespace ombrel {
+
+/// The point that a text belongs to.
+struct TextAnchor {
+    /// Pixels, y up.
+    CPoint pixel;
+    /// As OpenGL's: 0 at the near plane … 1 at the far one.
+    double depth = 0.0;
+};
 
 /// A text at its place in a picture: pixels, y down.
 struct PlacedText {
@@ -22,6 +31,8 @@ struct PlacedText {
     int fontHeight = 0;
     bool isUpwards = false;
     COLORREF colour = 0;
+    /// Of a text that is not written when its point lies behind what is drawn.
+    std::optional<TextAnchor> anchor;
 };
 
 /// A picture that a 3D graph renders: what OpenGL draws on, the bitmap that it is read back to, and what is known

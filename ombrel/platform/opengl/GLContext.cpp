@@ -284,6 +284,9 @@ void GLContext::DeleteReleased() noexcept
         case Kind::Renderbuffer:
             gl::DeleteRenderbuffers(1, &each.name);
             break;
+        case Kind::Program:
+            gl::DeleteProgram(each.name);
+            break;
         }
     }
 }

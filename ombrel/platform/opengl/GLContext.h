@@ -21,7 +21,7 @@ public:
         char const* openGL = "libOpenGL.so.0";
     };
     /// What Release gives back.
-    enum class Kind { Texture, Buffer, Framebuffer, Renderbuffer };
+    enum class Kind { Texture, Buffer, Framebuffer, Renderbuffer, Program };
 
     explicit GLContext(Libraries const& libraries);
     ~GLContext();

@@ -21,6 +21,9 @@ GLObject::GLObject(Kind kind)
     case Kind::Renderbuffer:
         gl::GenRenderbuffers(1, &m_name);
         break;
+    case Kind::Program:
+        m_name = gl::CreateProgram();
+        break;
     }
 }
 

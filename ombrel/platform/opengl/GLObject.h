@@ -5,7 +5,7 @@
 
 namespace ombrel {
 
-/// A texture, buffer, framebuffer or renderbuffer of the process's context: an owned name.
+/// A texture, buffer, framebuffer, renderbuffer or program of the process's context: an owned name.
 ///
 /// Made within a GLCanvas::Scope; destroyed anywhere, in any thread.
 class GLObject {

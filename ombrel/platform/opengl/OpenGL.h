@@ -136,6 +136,8 @@
     X(GetUniformLocation)                                                                                              \
     X(Uniform1f)                                                                                                       \
     X(Uniform2f)                                                                                                       \
+    X(GetProgramInfoLog)                                                                                               \
+    X(Uniform3f)                                                                                                       \
     /* pictures */                                                                                                     \
     X(Clear)                                                                                                           \
     X(ClearColor)                                                                                                      \
