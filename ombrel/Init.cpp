@@ -27,6 +27,8 @@
 #include "ombrel/graph3d/3DCurve.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DGrid.h"
+#include "ombrel/graph3d/3DIrregBarCurve.h"
+#include "ombrel/graph3d/3DIrregLineArrayCurve.h"
 #include "ombrel/graph3d/3DIrregularSurfaceCurve.h"
 #include "ombrel/graph3d/3DIrregularSurfacePlot.h"
 #include "ombrel/graph3d/3DLineArrayCurve.h"
@@ -135,6 +137,10 @@ constexpr CRuntimeClass const* kPersistentClasses[] = {
     &C3DIrregularSurfaceCurve::kClass,
     &C3DBarPlot::kClass,
     &C3DBarCurve::kClass,
+    &C3DIrregBarPlot::kClass,
+    &C3DIrregBarCurve::kClass,
+    &C3DIrregLineArrayPlot::kClass,
+    &C3DIrregLineArrayCurve::kClass,
     &C3DLineArrayPlot::kClass,
     &C3DLineArrayCurve::kClass,
     &C3DWireframePlot::kClass,

@@ -8,7 +8,7 @@ namespace ombrel {
 
 constinit CRuntimeClass const C3DBarCurve::kClass = PersistentClass<C3DBarCurve, C3DRowColCurve>("C3DBarCurve");
 
-struct C3DBarCurve::Drawing : KeptBatch<BarsKey> { };
+struct C3DBarCurve::Drawing : KeptBatch<BarsKey, BarBatch> { };
 
 C3DBarCurve::C3DBarCurve(CPlot* plot, int useGraphColour)
     : BarAccessors<GridNodeCurve>(plot, useGraphColour)
@@ -74,21 +74,20 @@ void C3DBarCurve::Render()
     if (!graph || !IsValid())
         return;
     BarsKey const key(*this, GetRevision(), m_bars);
-    FaceBatch& batch = m_drawing->Get(key, [&](FaceBatch& bars) {
+    BarBatch& batch = m_drawing->Get(key, [&](BarBatch& made) {
         BarWidths widths;
         GetDefaultBarWidths(widths.x, widths.y);
-        widths.x *= key.axes[0].scale * m_bars.widthScaleX;
-        widths.y *= key.axes[1].scale * m_bars.widthScaleY;
-        BarBuilder builder(bars, key.axes, m_bars.baseline.Get(key.axes[2]), widths);
+        std::vector<BarBatch::Bar> bars;
         C3DRowColCurveMesh const& nodes = GetNodes();
         for (int i = 0; i <= nodes.GetNumCols(); ++i) {
             for (int j = 0; j <= nodes.GetNumRows(); ++j) {
                 if (!nodes.IsMissing(i, j))
-                    builder.Add(GetNode(i, j), GetBarColour(i, j));
+                    bars.push_back({ GetNode(i, j), GetBarColour(i, j) });
             }
         }
+        made.Build(bars, key.axes, m_bars, widths);
     });
-    batch.DrawFaces(*graph, 0);
+    batch.Draw(*graph);
 }
 
 void C3DBarCurve::InvalidateDeviceObjects() { m_drawing->InvalidateDeviceObjects(); }

@@ -15,4 +15,15 @@ public:
     void Serialize(CArchive& ar) override;
 };
 
+/// A plot of bars at scattered points.
+class OMBREL_EXPORT C3DIrregBarPlot : public C3DPlot {
+public:
+    static CRuntimeClass const kClass;
+    CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
+    explicit C3DIrregBarPlot(CGraph* graph = nullptr);
+    /// A C3DIrregBarCurve. Owned by the plot.
+    CPlotComponent* CreateCurve() override;
+    void Serialize(CArchive& ar) override;
+};
+
 } // namespace ombrel

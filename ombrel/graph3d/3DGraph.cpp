@@ -112,6 +112,12 @@ CPlot* C3DGraph::AddPlot(ItemType type)
     case it3DBarPlot:
         plot = std::make_unique<C3DBarPlot>(this);
         break;
+    case it3DIrregBarPlot:
+        plot = std::make_unique<C3DIrregBarPlot>(this);
+        break;
+    case it3DIrregLineArrayPlot:
+        plot = std::make_unique<C3DIrregLineArrayPlot>(this);
+        break;
     case it3DLineArrayPlot:
         plot = std::make_unique<C3DLineArrayPlot>(this);
         break;

@@ -1,6 +1,7 @@
 #include "ombrel/graph3d/SeriesCurve.h"
 #include "ombrel/graph3d/bars/SeriesDrawing.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace ombrel {
@@ -41,12 +42,13 @@ template <typename Base> bool SeriesCurve<Base>::HasFixedPlaces() const
 
 template <typename Base> bool SeriesCurve<Base>::IsClipped(std::vector<CVertex> const& points) const
 {
-    if (!HasFixedPlaces() || points.empty())
+    auto const first = std::ranges::find_if(points, [](CVertex const& p) { return !IsGridGap(p.Z()); });
+    if (!HasFixedPlaces() || first == points.end())
         return false;
     BoxAxes axes;
     this->GetBoxAxes(axes);
     std::size_t const k = m_series.rowMode == 0 ? 0 : 1;
-    double const place = axes[k].GetViewVal(k == 0 ? points[0].X() : points[0].Y());
+    double const place = axes[k].GetViewVal(first->GetData()[k]);
     // Ends of ranges are often computed in another way than the points.
     constexpr double kTolerance = 1e-9;
     return !(std::fabs(place) <= (0.5 + kTolerance) * axes[k].scale);
@@ -90,6 +92,7 @@ template <typename Base> void SeriesCurve<Base>::Render()
 
 template <typename Base> void SeriesCurve<Base>::InvalidateDeviceObjects() { m_drawing->InvalidateDeviceObjects(); }
 
+template class SeriesCurve<C3DCurve>;
 template class SeriesCurve<GridNodeCurve>;
 
 } // namespace ombrel

@@ -22,7 +22,7 @@ public:
     ~SeriesCurve() override;
 
     int GetRowMode() const { return m_series.rowMode; }
-    void SetRowMode(int mode) { this->Change(m_series.rowMode, mode); }
+    virtual void SetRowMode(int mode) { this->Change(m_series.rowMode, mode); }
     int GetLineStyle() const { return m_series.lineStyle; }
     void SetLineStyle(int style) { this->Change(m_series.lineStyle, style); }
     double GetThicknessScaleFac() const { return m_series.thicknessScaleFac; }
@@ -83,6 +83,7 @@ private:
     std::unique_ptr<SeriesDrawing> m_drawing;
 };
 
+extern template class SeriesCurve<C3DCurve>;
 extern template class SeriesCurve<GridNodeCurve>;
 
 } // namespace ombrel

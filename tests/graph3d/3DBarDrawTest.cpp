@@ -1,4 +1,6 @@
 #include "ombrel/graph3d/3DBarCurve.h"
+#include "ombrel/graph3d/3DIrregBarCurve.h"
+#include "ombrel/graph3d/3DIrregLineArrayCurve.h"
 #include "ombrel/graph3d/3DLineArrayCurve.h"
 #include "ombrel/graph3d/3DWireframeCurve.h"
 #include "tests/graph3d/Draw3D.h"
@@ -166,6 +168,48 @@ TEST_F(DrawGrid, SeriesAreCutAlongTheirLinesAndWholeAcross)
     EXPECT_EQ(Count(stack), 0);
     EXPECT_GT(Count(kColour), 500);
     EXPECT_EQ(AtPlace({ -0.5, 0.6, 0.0 }), kBackground);
+}
+
+TEST_F(DrawGrid, PointsOfAGridAreDrawnAsTheGridIs)
+{
+    auto const height = [](int c, int r) { return c == 2 && r == 1 ? kGap : 3.0 * c - r * r; };
+    auto& grid = Add<C3DBarCurve>(it3DBarPlot);
+    test::Fill(grid, 4, 5, height);
+    auto& series = Add<C3DLineArrayCurve>(it3DLineArrayPlot);
+    test::Fill(series, 4, 5, height);
+    DrawAnew();
+    std::vector<COLORREF> expected;
+    for (int y = 0; y < test::kSize.cy; ++y) {
+        for (int x = 0; x < test::kSize.cx; ++x)
+            expected.push_back(At({ x, y }));
+    }
+    grid.SetDataSourceType(CPlotComponent::dsFormula);
+    series.SetDataSourceType(CPlotComponent::dsFormula);
+    std::array<CDoubleArray, 3> rows;
+    for (int c = 0; c < 5; ++c) {
+        for (int r = 0; r < 4; ++r) {
+            rows[0].Add(c);
+            rows[1].Add(r);
+            rows[2].Add(height(c, r));
+        }
+    }
+    std::array<CDoubleArray*, 3> arrays { &rows[0], &rows[1], &rows[2] };
+    auto& bars = Add<C3DIrregBarCurve>(it3DIrregBarPlot);
+    bars.SetTableData(arrays.data(), 20);
+    bars.SetDataSourceType(CPlotComponent::dsTable);
+    auto& lines = Add<C3DIrregLineArrayCurve>(it3DIrregLineArrayPlot);
+    lines.SetPoints(rows[0], rows[1], rows[2]);
+    lines.SetDataSourceType(CPlotComponent::dsTable);
+    DrawAnew();
+    std::size_t n = 0;
+    int different = 0;
+    for (int y = 0; y < test::kSize.cy; ++y) {
+        for (int x = 0; x < test::kSize.cx; ++x)
+            different += At({ x, y }) != expected[n++];
+    }
+    EXPECT_EQ(different, 0);
+    EXPECT_GT(Count(kColour), 1000);
+    EXPECT_GT(Count(series.GetStackColour()), 100);
 }
 
 TEST_F(DrawGrid, NetsHaveLinesThroughTheirNodesAndHolesWhereOneIsMissing)

@@ -1,12 +1,14 @@
 #include "ombrel/graph3d/3DBarCurve.h"
 #include "ombrel/graph3d/3DBarPlot.h"
 #include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/3DIrregBarCurve.h"
 #include "ombrel/graph3d/bars/BarGeometry.h"
 #include "tests/graph3d/SurfaceData.h"
 #include "tests/model/ArchiveBytes.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 
 namespace ombrel {
@@ -96,27 +98,65 @@ Box ReadBox(FaceBatch const& batch)
     return box;
 }
 
-TEST(BarBuilder, BarsStandOnTheBaselineOrHangFromIt)
+TEST(BarBatches, BarsStandOnTheBaselineOrHangFromIt)
 {
     BoxAxes const axes { { { 0, 10, 1.0 }, { 0, 20, 0.5 }, { -4, 4, 0.8 } } };
+    Bar3DSettings settings;
+    settings.baseline = { 1.0, 0 };
+    settings.widthScaleX = 2.0;
     for (double const z : { 3.0, 1.0, -2.0 }) {
-        FaceBatch batch;
-        BarBuilder(batch, axes, 1.0, { 0.2, 0.1 }).Add({ 2.0, 15.0, z }, RGB(1, 2, 3));
-        Box const box = ReadBox(batch);
+        BarBatch batch;
+        batch.Build({ { { 2.0, 15.0, z }, RGB(1, 2, 3) } }, axes, settings, { 0.1, 0.2 });
+        Box const box = ReadBox(batch.GetFaces());
         EXPECT_FLOAT_EQ(box.low[0], -0.4F) << "x = 2 lies at −0.3";
         EXPECT_FLOAT_EQ(box.high[0], -0.2F);
         EXPECT_FLOAT_EQ(box.low[1], 0.075F) << "y = 15 lies at 0.125";
         EXPECT_FLOAT_EQ(box.high[1], 0.175F);
         EXPECT_NEAR(box.low[2], (std::min(z, 1.0) / 8.0) * 0.8, 1e-6);
         EXPECT_NEAR(box.high[2], (std::max(z, 1.0) / 8.0) * 0.8, 1e-6);
-        for (FaceVertex const& vertex : batch.GetVertices())
+        for (FaceVertex const& vertex : batch.GetFaces().GetVertices())
             EXPECT_EQ(vertex.colour, (std::array<BYTE, 4> { 1, 2, 3, 255 }));
     }
-    FaceBatch none;
-    BarBuilder builder(none, axes, 1.0, { 0.2, 0.1 });
-    builder.Add({ 2.0, 15.0, std::numeric_limits<double>::infinity() }, 0);
-    builder.Add({ std::numeric_limits<double>::quiet_NaN(), 15.0, 1.0 }, 0);
-    EXPECT_TRUE(none.IsEmpty());
+    BarBatch none;
+    none.Build({ { { 2.0, 15.0, std::numeric_limits<double>::infinity() }, 0 },
+                   { { std::numeric_limits<double>::quiet_NaN(), 15.0, 1.0 }, 0 } },
+        axes, settings, { 0.2, 0.1 });
+    EXPECT_TRUE(none.GetFaces().IsEmpty());
+}
+
+TEST(BarBatches, EverySideThatFacesTheEyeIsDrawnAndFewOthers)
+{
+    BoxAxes const axes;
+    std::vector<BarBatch::Bar> bars;
+    for (int k = 0; k < 40; ++k)
+        bars.push_back({ { k * 7 % 19 - 9.0, k * 5 % 17 - 8.0, k * 11 % 21 - 10.0 }, 0 });
+    BarBatch batch;
+    batch.Build(bars, axes, {}, { 0.05, 0.05 });
+    for (CVertex const& eye : { CVertex(3, 2, 4), CVertex(-3, 2, -4), CVertex(0.1, -5, 0.2), CVertex(0, 0, 6),
+             CVertex(0.3, 0.2, 0.1), CVertex(-0.46, 5, 0) }) {
+        std::vector<bool> isDrawn(batch.GetFaces().GetTriangles().size());
+        std::size_t drawn = 0;
+        for (FaceBatch::Span const& part : batch.GetVisibleParts(eye)) {
+            std::fill_n(isDrawn.begin() + static_cast<std::ptrdiff_t>(part.first), part.count, true);
+            drawn += part.count;
+        }
+        for (std::size_t t = 0; t < isDrawn.size(); t += 3) {
+            FaceVertex const& corner = batch.GetFaces().GetVertices()[batch.GetFaces().GetTriangles()[t]];
+            double towards = 0.0;
+            for (std::size_t k = 0; k < 3; ++k)
+                towards += (eye.GetData()[k] - static_cast<double>(corner.place[k]))
+                    * static_cast<double>(corner.normal[k]);
+            EXPECT_TRUE(towards <= 0.0 || isDrawn[t]);
+        }
+        if (std::fabs(eye.X()) > 1 && std::fabs(eye.Y()) > 1 && std::fabs(eye.Z()) > 1) {
+            EXPECT_EQ(drawn, isDrawn.size() / 2);
+        }
+    }
+    // What the side of the box cuts open is looked into.
+    bars.push_back({ { 0, 0, 11 }, 0 });
+    batch.Clear();
+    batch.Build(bars, axes, {}, { 0.05, 0.05 });
+    EXPECT_EQ(batch.GetVisibleParts({ 3, 2, 4 }).size(), 6U);
 }
 
 /// Bars in a graph whose axes follow them.
@@ -268,6 +308,81 @@ TEST(GridNodes, TransformsMoveTheNodesOnceAndFewBytesMakeFewNodes)
     curve.SetNumRows(-1);
     EXPECT_EQ(curve.Evaluate(), 0);
     EXPECT_FALSE(curve.GetNodes().HasNodes());
+}
+
+/// Bars at points in a graph whose axes follow them.
+struct PointBars {
+    explicit PointBars(std::vector<CVertex> const& points)
+        : bars(*static_cast<C3DIrregBarCurve*>(graph.AddPlot(it3DIrregBarPlot)->CreateCurve()))
+    {
+        std::array<CDoubleArray, 3> rows;
+        for (CVertex const& point : points) {
+            for (int k = 0; k < 3; ++k)
+                rows[static_cast<std::size_t>(k)].Add(point[k]);
+        }
+        std::array<CDoubleArray*, 3> arrays { &rows[0], &rows[1], &rows[2] };
+        bars.SetTableData(arrays.data(), static_cast<int>(points.size()));
+        bars.SetDataSourceType(CPlotComponent::dsTable);
+        bars.Evaluate();
+        graph.UpdateComponentParameters();
+    }
+    C3DGraph graph { 1 };
+    C3DIrregBarCurve& bars;
+};
+
+TEST(PointBars, AreAsWideAsTheirPointsHaveRoom)
+{
+    double x = 0.0;
+    double y = 0.0;
+    // Columns at 0, 1, 3 and rows at 5, 7, one point missing, in any order; the x of one is computed.
+    PointBars grid({ { 3, 7, 1 }, { 0, 5, 2 }, { 0.1 + 0.2 + 0.7, 5, 3 }, { 0, 7, 4 }, { 1, 7, kGap }, { 3, 5, -1 } });
+    ASSERT_EQ(grid.bars.IsValid(), 1);
+    grid.bars.GetViewDefaultBarWidths(x, y);
+    EXPECT_NEAR(x, 0.75 / 4, 1e-12) << "a cell of 1, from −0.5 to 3.5";
+    EXPECT_NEAR(y, 0.75 / 2, 1e-12);
+    grid.bars.SetColourDescription(2);
+    EXPECT_EQ(grid.bars.GetBarColour(0), GetRowColour(2));
+    EXPECT_EQ(grid.bars.GetBarColour(2), GetRowColour(1));
+    grid.bars.SetColourDescription(3);
+    EXPECT_EQ(grid.bars.GetBarColour(0), GetRowColour(1));
+    CVertex place;
+    grid.bars.GetNormalisedVertex(0, place);
+    EXPECT_NEAR(place.X(), 3.5 / 4 - 0.5, 1e-12);
+    EXPECT_NEAR(place.Z(), 2.0 / 5 - 0.5, 1e-12);
+
+    std::vector<CVertex> scattered;
+    for (int k = 0; k < 100; ++k)
+        scattered.emplace_back(k * 37 % 101, k * 61 % 103, k);
+    PointBars cloud(scattered);
+    cloud.bars.GetViewDefaultBarWidths(x, y);
+    EXPECT_NEAR(x, 0.75 / 30, 0.001);
+    EXPECT_NEAR(y, 0.75 / 30, 0.001);
+
+    PointBars one({ { 4, 5, 6 } });
+    double min = 0.0;
+    double max = 0.0;
+    one.bars.GetXRange(min, max);
+    EXPECT_EQ(min, 3.5);
+    EXPECT_EQ(max, 4.5);
+    PointBars none({ { 4, kGap, 6 } });
+    EXPECT_EQ(none.bars.IsValid(), 0);
+}
+
+TEST(PointBars, DocumentsKeepThem)
+{
+    C3DIrregBarCurve curve;
+    C3DCurve base;
+    base.SetDataSourceType(CPlotComponent::dsTable);
+    Bytes const bytes = Stored(base).Int(1).Int(2, 3, 1).Double(1, 2, 3).Double(0, 1).Double(1.5, 2.5, 3.5).Int(0);
+    ASSERT_TRUE(Load(curve, bytes));
+    EXPECT_EQ(Stored(curve), bytes);
+    EXPECT_EQ(curve.GetBarWidthScaleFacY(), 2.5);
+    ASSERT_EQ(curve.Evaluate(), 1);
+    double min = 0.0;
+    double max = 0.0;
+    curve.GetZRange(min, max);
+    EXPECT_EQ(min, 3);
+    EXPECT_EQ(C3DIrregBarCurve().GetItemType(), 52);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/3DIrregLineArrayCurve.h"
 #include "ombrel/graph3d/3DLineArrayCurve.h"
 #include "ombrel/graph3d/3DLineArrayPlot.h"
 #include "ombrel/graph3d/3DWireframeCurve.h"
@@ -181,6 +182,61 @@ TEST(Series, DocumentsKeepThemAndOldOnesHaveLinesOnly)
             EXPECT_EQ(old.GetDrawStacks(), 0);
         }
     }
+}
+
+CDoubleArray Values(std::initializer_list<double> values) { return CDoubleArray(values); }
+
+TEST(PointSeries, ALineEndsWhereTheNextPointHasAnotherKey)
+{
+    C3DIrregLineArrayCurve series;
+    EXPECT_EQ(series.GetItemType(), 54);
+    series.SetPoints(Values({ 1, 1, 2, 2, 3 }), Values({ 7, 8, 8, 8, 7 }), Values({ 1, 2, kGap, 4, 5 }));
+    series.BuildStackCounts();
+    EXPECT_EQ(series.GetStackCounts(), (std::vector<int> { 2, 2, 1 }));
+    EXPECT_EQ(series.Evaluate(), 0) << "a formula";
+    series.SetDataSourceType(CPlotComponent::dsTable);
+    ASSERT_EQ(series.Evaluate(), 1);
+    EXPECT_EQ(series.GetNumSubcurves(), 3);
+    std::vector<CVertex> points;
+    series.GetSubcurve(1, points);
+    ASSERT_EQ(points.size(), 2U);
+    EXPECT_EQ(points[0].Z(), kGap);
+    EXPECT_EQ(points[1], CVertex(2, 8, 4));
+    double min = 0.0;
+    double max = 0.0;
+    series.GetZRange(min, max);
+    EXPECT_EQ(max, 5);
+    series.SetRowMode(1);
+    ASSERT_EQ(series.Evaluate(), 1);
+    EXPECT_EQ(series.GetStackCounts(), (std::vector<int> { 1, 3, 1 }));
+    // A key that comes again begins another line.
+    series.SetPoints(Values({ 1, 2, 1 }), Values({ 0, 0, 0 }), Values({ 1, 2, 3, 4 }));
+    series.SetRowMode(0);
+    ASSERT_EQ(series.Evaluate(), 1);
+    EXPECT_EQ(series.GetStackCounts(), (std::vector<int> { 1, 1, 1 }));
+    series.SetPoints({}, {}, {});
+    EXPECT_EQ(series.Evaluate(), 0);
+    EXPECT_EQ(series.GetNumSubcurves(), 0);
+}
+
+TEST(PointSeries, DocumentsKeepThem)
+{
+    C3DIrregLineArrayCurve curve;
+    C3DLineData points;
+    points.Initialise(2);
+    points[1] = { 1, 2, 3 };
+    C3DCurve base;
+    Bytes const bytes = Stored(base)
+                            .Add(Stored(points))
+                            .Int(2, 1, 7)
+                            .Double(1.5)
+                            .Int(0x332211, 0x665544, 0, 0, 1)
+                            .Double(2.5)
+                            .Int(1, 2);
+    ASSERT_TRUE(Load(curve, bytes));
+    EXPECT_EQ(Stored(curve), bytes);
+    EXPECT_EQ(curve.GetPoints()[1].Z(), 3);
+    EXPECT_EQ(curve.GetStackColour(), 0x665544U);
 }
 
 TEST(WireNets, DocumentsKeepThem)

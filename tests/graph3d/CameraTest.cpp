@@ -4,6 +4,8 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <utility>
+#include <vector>
 
 namespace ombrel {
 namespace {
@@ -130,6 +132,27 @@ TEST(Camera, FindsTheWayBackFromThePicture)
     EXPECT_EQ(Camera(View(270.0, 0.0)).GetDepthOf()(0.0, 0.0, 7.0), 0.0);
     // What lies behind the eye is not in the picture.
     EXPECT_FALSE(Camera(View(270.0, 0.0)).Project({ 0.0, 0.0, 7.0 }));
+}
+
+TEST(Camera, KnowsWhereTheEyeIs)
+{
+    for (auto const& [azimuth, elevation] :
+        std::vector<std::pair<double, double>> { { 330, 70 }, { 45, 10 }, { 200, 130 } }) {
+        ViewSettings settings = View(azimuth, elevation);
+        settings.xPos = 0.3;
+        settings.yPos = -0.2;
+        Camera const camera(settings);
+        // What is seen under one pixel lies on one line with the eye.
+        for (CPoint const pixel : { CPoint(20, 30), CPoint(150, 90) }) {
+            CVertex const near = *camera.Unproject(CVertex(pixel.x, pixel.y, 0.1));
+            CVertex const far = *camera.Unproject(CVertex(pixel.x, pixel.y, 0.9));
+            CVertex const ray = far - near;
+            CVertex const back = camera.GetEye() - near;
+            EXPECT_NEAR(ray.X() * back.Y(), ray.Y() * back.X(), 1e-9);
+            EXPECT_NEAR(ray.Y() * back.Z(), ray.Z() * back.Y(), 1e-9);
+            EXPECT_LT(ray.X() * back.X() + ray.Y() * back.Y() + ray.Z() * back.Z(), 0.0);
+        }
+    }
 }
 
 TEST(ViewDirection, CountsQuadrantsAndOctantsOfAnyAngle)

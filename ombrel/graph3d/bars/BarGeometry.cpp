@@ -1,21 +1,30 @@
 #include "ombrel/graph3d/bars/BarGeometry.h"
+#include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/view/Picture3D.h"
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace ombrel {
 namespace {
 
-// A box whose sides are 2 long, and the corners of its faces, by face.
-constexpr std::array<std::array<float, 3>, 8> kCorners { { { -1, -1, -1 }, { -1, -1, 1 }, { -1, 1, 1 }, { -1, 1, -1 },
-    { 1, -1, -1 }, { 1, -1, 1 }, { 1, 1, 1 }, { 1, 1, -1 } } };
-struct Face {
-    std::array<std::size_t, 4> corners;
-    std::array<float, 3> normal;
+/// The sides of a box: which way they look, and the corners around them, each by whether it is the higher (1) or the
+/// lower one (0) along x, y and z.
+struct BoxSide {
+    std::size_t axis;
+    bool isHigh;
+    std::array<std::array<std::size_t, 3>, 4> corners;
 };
-constexpr std::array<Face, 6> kFaces { { { { 0, 1, 2, 3 }, { -1, 0, 0 } }, { { 4, 7, 6, 5 }, { 1, 0, 0 } },
-    { { 0, 4, 5, 1 }, { 0, -1, 0 } }, { { 3, 2, 6, 7 }, { 0, 1, 0 } }, { { 0, 3, 7, 4 }, { 0, 0, -1 } },
-    { { 1, 5, 6, 2 }, { 0, 0, 1 } } } };
+constexpr std::array<BoxSide, 6> kSides { { { 0, false, { { { 0, 0, 0 }, { 0, 0, 1 }, { 0, 1, 1 }, { 0, 1, 0 } } } },
+    { 0, true, { { { 1, 0, 0 }, { 1, 1, 0 }, { 1, 1, 1 }, { 1, 0, 1 } } } },
+    { 1, false, { { { 0, 0, 0 }, { 1, 0, 0 }, { 1, 0, 1 }, { 0, 0, 1 } } } },
+    { 1, true, { { { 0, 1, 0 }, { 0, 1, 1 }, { 1, 1, 1 }, { 1, 1, 0 } } } },
+    { 2, false, { { { 0, 0, 0 }, { 0, 1, 0 }, { 1, 1, 0 }, { 1, 0, 0 } } } },
+    { 2, true, { { { 0, 0, 1 }, { 1, 0, 1 }, { 1, 1, 1 }, { 0, 1, 1 } } } } } };
+
+/// The lower and the higher coordinates of a box.
+using BoxEnds = std::array<std::array<double, 3>, 2>;
 
 } // namespace
 
@@ -27,35 +36,78 @@ BarsKey::BarsKey(C3DCurve const& curve, std::uint64_t dataRevision, Bar3DSetting
     curve.GetBoxAxes(axes);
 }
 
-BarBuilder::BarBuilder(FaceBatch& batch, BoxAxes const& axes, double baseline, BarWidths const& widths)
-    : m_batch(batch)
-    , m_axes(axes)
-    , m_base(axes[2].GetViewVal(baseline))
-    , m_widths(widths)
+void BarBatch::Clear()
 {
+    m_faces.Clear();
+    m_sides = {};
+    m_isCut = false;
 }
 
-void BarBuilder::Add(CVertex const& place, COLORREF colour)
+void BarBatch::Build(
+    std::vector<Bar> const& bars, BoxAxes const& axes, Bar3DSettings const& settings, BarWidths const& defaultWidths)
 {
-    CVertex const end = GetBoxPlace(m_axes, place);
-    double const low = std::min(end.Z(), m_base);
-    double const height = std::fabs(end.Z() - m_base);
-    if (!std::isfinite(end.X()) || !std::isfinite(end.Y()) || !std::isfinite(height))
-        return;
-    FaceVertex vertex;
-    vertex.colour = FaceVertex::Bytes(colour);
-    for (Face const& face : kFaces) {
-        vertex.normal = face.normal;
-        std::array<std::uint32_t, 4> indices {};
-        for (std::size_t k = 0; k < indices.size(); ++k) {
-            auto const& corner = kCorners[face.corners[k]];
-            vertex.place = FaceVertex::Floats(CVertex(end.X() + corner[0] * m_widths.x / 2.0,
-                end.Y() + corner[1] * m_widths.y / 2.0, corner[2] < 0 ? low : low + height));
-            indices[k] = m_batch.AddVertex(vertex);
+    double const base = axes[2].GetViewVal(settings.baseline.Get(axes[2]));
+    double const halfX = std::fabs(defaultWidths.x * axes[0].scale * settings.widthScaleX) / 2.0;
+    double const halfY = std::fabs(defaultWidths.y * axes[1].scale * settings.widthScaleY) / 2.0;
+    std::vector<BoxEnds> boxes;
+    std::vector<std::array<BYTE, 4>> colours;
+    for (Bar const& bar : bars) {
+        CVertex const end = GetBoxPlace(axes, bar.end);
+        BoxEnds const box { { { end.X() - halfX, end.Y() - halfY, std::min(end.Z(), base) },
+            { end.X() + halfX, end.Y() + halfY, std::max(end.Z(), base) } } };
+        bool isFinite = std::isfinite(end.Z());
+        for (std::size_t k = 0; k < 3; ++k) {
+            isFinite = isFinite && std::isfinite(box[0][k]) && std::isfinite(box[1][k]);
+            m_isCut = m_isCut || std::max(-box[0][k], box[1][k]) > (0.5 + 1e-6) * axes[k].scale;
         }
-        m_batch.AddTriangle(indices[0], indices[1], indices[2]);
-        m_batch.AddTriangle(indices[0], indices[2], indices[3]);
+        if (!isFinite)
+            continue;
+        boxes.push_back(box);
+        colours.push_back(FaceVertex::Bytes(bar.colour));
     }
+    for (std::size_t s = 0; s < kSides.size(); ++s) {
+        BoxSide const& side = kSides[s];
+        double const sign = side.isHigh ? 1.0 : -1.0;
+        FaceVertex vertex;
+        vertex.normal[side.axis] = static_cast<float>(sign);
+        m_sides[s] = { { m_faces.GetTriangles().size(), 6 * boxes.size() }, std::numeric_limits<double>::infinity() };
+        for (std::size_t b = 0; b < boxes.size(); ++b) {
+            vertex.colour = colours[b];
+            std::array<std::uint32_t, 4> indices {};
+            for (std::size_t c = 0; c < indices.size(); ++c) {
+                for (std::size_t k = 0; k < 3; ++k)
+                    vertex.place[k] = static_cast<float>(boxes[b][side.corners[c][k]][k]);
+                indices[c] = m_faces.AddVertex(vertex);
+            }
+            m_faces.AddTriangle(indices[0], indices[1], indices[2]);
+            m_faces.AddTriangle(indices[0], indices[2], indices[3]);
+            m_sides[s].hindmost = std::min(m_sides[s].hindmost, sign * boxes[b][side.isHigh ? 1 : 0][side.axis]);
+        }
+    }
+}
+
+std::vector<FaceBatch::Span> BarBatch::GetVisibleParts(CVertex const& eye) const
+{
+    std::vector<FaceBatch::Span> parts;
+    for (std::size_t s = 0; s < kSides.size(); ++s) {
+        double const place = eye.GetData()[kSides[s].axis] * (kSides[s].isHigh ? 1.0 : -1.0);
+        if (m_isCut || place > m_sides[s].hindmost)
+            parts.push_back(m_sides[s].triangles);
+    }
+    return parts;
+}
+
+void BarBatch::Draw(C3DGraph& graph)
+{
+    if (!graph.GetPicture())
+        return;
+    Camera const& camera = graph.GetPicture()->camera;
+    // The eye so near that it may see into bars: what is before the near plane is cut away, too.
+    constexpr double kHalfDiagonal = 0.87;
+    if (camera.EyeDistance() - camera.Near() < kHalfDiagonal)
+        m_faces.DrawFaces(graph, 0);
+    else
+        m_faces.DrawFaces(graph, 0, GetVisibleParts(camera.GetEye()));
 }
 
 } // namespace ombrel

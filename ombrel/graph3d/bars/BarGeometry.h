@@ -4,6 +4,9 @@
 #include "ombrel/graph3d/render/ColourMapKey.h"
 #include "ombrel/graph3d/render/FaceBatch.h"
 
+#include <array>
+#include <vector>
+
 namespace ombrel {
 
 /// The lengths of a bar's sides along x and y.
@@ -18,7 +21,7 @@ inline constexpr double kBarShare = 0.75;
 /// What a curve's bars follow from, besides its data.
 struct BarsKey {
     BarsKey() = default;
-    BarsKey(C3DCurve const& curve, std::uint64_t revision, Bar3DSettings const& settings);
+    BarsKey(C3DCurve const& curve, std::uint64_t dataRevision, Bar3DSettings const& barSettings);
     friend bool operator==(BarsKey const& a, BarsKey const& b) = default;
 
     /// Of the data.
@@ -28,20 +31,36 @@ struct BarsKey {
     CurveColoursKey colours;
 };
 
-/// Makes the bars of a curve in a batch.
-class BarBuilder {
+/// Upright boxes, of which the sides that look away from the viewer are not drawn.
+class BarBatch {
 public:
-    /// Widths are box units; the batch is not owned.
-    BarBuilder(FaceBatch& batch, BoxAxes const& axes, double baseline, BarWidths const& widths);
-    /// A box from the baseline to a place in data units. One as high as the baseline is flat; a place that is not
-    /// finite has none.
-    void Add(CVertex const& place, COLORREF colour);
+    struct Bar {
+        /// Data units.
+        CVertex end;
+        COLORREF colour = 0;
+    };
+    void Clear();
+    /// Adds boxes from the baseline, in data units, to the ends of bars. One as high as the baseline is flat; a bar
+    /// that is not finite is left out. Default widths are fractions of the sides of the data box.
+    void Build(std::vector<Bar> const& bars, BoxAxes const& axes, Bar3DSettings const& settings,
+        BarWidths const& defaultWidths);
+    void Draw(C3DGraph& graph);
+    void InvalidateDeviceObjects() { m_faces.InvalidateDeviceObjects(); }
+
+    FaceBatch const& GetFaces() const { return m_faces; }
+    /// The sides that can be seen from a place in the box's units: all of them when some bar is cut open at the side of
+    /// the data box.
+    std::vector<FaceBatch::Span> GetVisibleParts(CVertex const& eye) const;
 
 private:
-    FaceBatch& m_batch;
-    BoxAxes m_axes;
-    double m_base;
-    BarWidths m_widths;
+    /// All bars' sides in one direction: the triangles, and how far in this direction the hindmost of them stands.
+    struct Side {
+        FaceBatch::Span triangles;
+        double hindmost = 0.0;
+    };
+    FaceBatch m_faces;
+    std::array<Side, 6> m_sides;
+    bool m_isCut = false;
 };
 
 } // namespace ombrel

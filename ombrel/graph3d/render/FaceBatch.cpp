@@ -133,13 +133,23 @@ void FaceBatch::UnbindArrays()
 void FaceBatch::DrawFaces(C3DGraph& graph, unsigned int texture)
 {
     Upload();
-    if (m_numTriangleIndices == 0)
+    DrawFaces(graph, texture, { { 0, m_numTriangleIndices } });
+}
+
+void FaceBatch::DrawFaces(C3DGraph& graph, unsigned int texture, std::vector<Span> const& parts)
+{
+    Upload();
+    std::size_t indices = 0;
+    for (Span const& part : parts)
+        indices += part.count;
+    if (indices == 0)
         return;
     KeptState const kept(GL_CURRENT_BIT);
     graph.Set1DTextureState(texture != 0, static_cast<int>(texture));
     BindArrays();
-    TextureProgram const program(texture != 0 ? m_numTriangleIndices / 3 : 0);
-    DrawIndices(GL_TRIANGLES, { 0, m_numTriangleIndices });
+    TextureProgram const program(texture != 0 ? indices / 3 : 0);
+    for (Span const& part : parts)
+        DrawIndices(GL_TRIANGLES, part);
     UnbindArrays();
     graph.Set1DTextureState(0, 0);
 }

@@ -68,8 +68,9 @@ public:
     std::span<std::uint32_t const> GetLines() const { return m_lines; }
     std::span<Element const> GetElements() const { return m_elements; }
 
-    /// All faces, opaque.
+    /// All faces, or parts of the triangles, opaque.
     void DrawFaces(C3DGraph& graph, unsigned int texture);
+    void DrawFaces(C3DGraph& graph, unsigned int texture, std::vector<Span> const& parts);
     /// All lines, unlit, in the vertices' colours or those of the texture.
     void DrawLines(C3DGraph& graph, float width, unsigned int texture);
     /// The elements one behind the other, each in its outline: this marks its pixels in the stencil, the faces leave

@@ -3,11 +3,11 @@
 
 namespace ombrel {
 
-/// A batch that is built anew only when what it follows from, its key, has changed.
-template <typename Key> class KeptBatch {
+/// A batch, of any class that can be cleared, that is built anew only when what it follows from, its key, has changed.
+template <typename Key, typename Batch = FaceBatch> class KeptBatch {
 public:
     /// Build is called with an empty batch.
-    template <typename Build> FaceBatch& Get(Key const& key, Build const& build)
+    template <typename Build> Batch& Get(Key const& key, Build const& build)
     {
         if (m_isBuilt && key == m_key)
             return m_batch;
@@ -21,7 +21,7 @@ public:
     void InvalidateDeviceObjects() { m_batch.InvalidateDeviceObjects(); }
 
 private:
-    FaceBatch m_batch;
+    Batch m_batch;
     Key m_key;
     bool m_isBuilt = false;
 };

@@ -128,6 +128,16 @@ Camera::DepthOf::DepthOf(Camera const& camera)
 {
 }
 
+CVertex Camera::GetEye() const
+{
+    // What the view turns and moves into the origin.
+    Matrix const& m = m_modelView;
+    auto const back = [&](std::size_t column) {
+        return -(m[4 * column] * m[12] + m[4 * column + 1] * m[13] + m[4 * column + 2] * m[14]);
+    };
+    return { back(0), back(1), back(2) };
+}
+
 std::optional<CVertex> Camera::Project(CVertex const& point) const
 {
     std::array<double, 4> const eye = Transformed(m_modelView, { point.X(), point.Y(), point.Z(), 1.0 });

@@ -47,6 +47,8 @@ public:
     Matrix const& ModelView() const { return m_modelView; }
     /// Distance of the eye from the box's centre, and of the planes between which things are seen from the eye.
     double EyeDistance() const { return m_eyeDistance; }
+    /// Where the eye is, in box units.
+    CVertex GetEye() const;
     double Near() const { return m_near; }
     double Far() const { return m_far; }
     /// Degrees, of the picture's height.
