@@ -4,6 +4,23 @@ function(ombrel_warnings target)
         $<$<CXX_COMPILER_ID:Clang>:-Wreserved-identifier> $<$<BOOL:${OMBREL_WERROR}>:-Werror>)
 endfunction()
 
+# ombrel_precompiled(target): what most of our sources include is read once, when OMBREL_PRECOMPILED is on. That a source
+# includes what it uses is seen by every build without.
+function(ombrel_precompiled target)
+    if(NOT OMBREL_PRECOMPILED)
+        return()
+    endif()
+    if(NOT TARGET ombrel_headers)
+        set(source ${PROJECT_BINARY_DIR}/Headers.cpp)
+        file(CONFIGURE OUTPUT ${source} CONTENT "")
+        add_library(ombrel_headers OBJECT ${source})
+        ombrel_warnings(ombrel_headers)
+        target_precompile_headers(ombrel_headers PRIVATE <algorithm> <array> <cmath> <cstdint> <functional> <limits>
+            <map> <memory> <optional> <span> <string> <string_view> <utility> <variant> <vector>)
+    endif()
+    target_precompile_headers(${target} REUSE_FROM ombrel_headers)
+endfunction()
+
 # ombrel_folder(name USES folders... LIBRARIES private... SOURCES files...): one folder of the library, as a static
 # library of its own, so that its tests link what lies below it and nothing above.
 function(ombrel_folder name)
@@ -15,6 +32,7 @@ function(ombrel_folder name)
     endforeach()
     target_link_libraries(ombrel_${name} PRIVATE ${FOLDER_LIBRARIES})
     ombrel_warnings(ombrel_${name})
+    ombrel_precompiled(ombrel_${name})
     set_property(GLOBAL APPEND PROPERTY OMBREL_FOLDERS ombrel_${name})
 endfunction()
 
