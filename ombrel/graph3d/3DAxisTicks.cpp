@@ -2,10 +2,10 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/view/AxisGeometry.h"
 #include "ombrel/graph3d/view/AxisTicks3D.h"
+#include "ombrel/graph3d/view/BoxLines.h"
 #include "ombrel/graph3d/view/Picture3D.h"
 #include "ombrel/platform/opengl/OpenGL.h"
 
-#include <algorithm>
 #include <vector>
 
 namespace ombrel {
@@ -83,27 +83,10 @@ void C3DAxis::DrawLines(C3DGraph& graph, AxisGeometry const& geometry, double ti
     graph.EnableLighting(0);
     graph.Set1DTextureState(0, 0);
     gl::Color3ubv(m_colour.rgb);
-    double width = graph.GetLineWidth(0);
-    bool const isSmooth = graph.GetAxisLineAntialiasMode() != 0;
-    if (isSmooth) {
-        width = std::max(width, 1.5);
-        gl::Enable(GL_LINE_SMOOTH);
-        gl::Enable(GL_BLEND);
-        gl::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-        gl::Hint(GL_LINE_SMOOTH_HINT, GL_NICEST);
+    {
+        BoxLines const lines(graph.GetLineWidth(0), graph.GetAxisLineAntialiasMode() != 0);
+        BoxLines::Draw(points);
     }
-    gl::LineWidth(static_cast<float>(width));
-    gl::PushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
-    gl::BindBuffer(GL_ARRAY_BUFFER, 0);
-    gl::EnableClientState(GL_VERTEX_ARRAY);
-    gl::VertexPointer(3, GL_FLOAT, 0, points.data());
-    gl::DrawArrays(GL_LINES, 0, static_cast<GLsizei>(points.size() / 3));
-    gl::PopClientAttrib();
-    if (isSmooth) {
-        gl::Disable(GL_LINE_SMOOTH);
-        gl::Disable(GL_BLEND);
-    }
-    gl::LineWidth(1.0F);
     graph.EnableLighting(1);
 }
 

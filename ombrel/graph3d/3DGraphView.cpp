@@ -1,5 +1,6 @@
 #include "ombrel/graph3d/3DAxis.h"
 #include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/view/BoxFaces.h"
 #include "ombrel/graph3d/view/Picture3D.h"
 #include "ombrel/graph3d/view/ViewDirection.h"
 #include "ombrel/platform/framework/Error.h"
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace ombrel {
 
@@ -36,21 +38,21 @@ double C3DGraph::GetGraphAspectRatio() const
         m_axes[0]->GetScaleFacs(scale[0], scale[1], scale[2]);
     // Whole pixels; a box of any size has its corners in numbers that can be subtracted.
     auto const pixel = [](double v) { return VUNearest(std::clamp(v, -1e9, 1e9)); };
-    int left = 0;
-    int right = 0;
-    int bottom = 0;
-    int top = 0;
-    for (int i = 0; i < 8; ++i) {
-        std::optional<CVertex> const corner = camera.Project(
-            { (i & 1 ? 0.5 : -0.5) * scale[0], (i & 2 ? 0.5 : -0.5) * scale[1], (i & 4 ? 0.5 : -0.5) * scale[2] });
+    int left = std::numeric_limits<int>::max();
+    int right = std::numeric_limits<int>::min();
+    int bottom = left;
+    int top = right;
+    for (auto const& place : kBoxCorners) {
+        std::optional<CVertex> const corner
+            = camera.Project({ place[0] * scale[0], place[1] * scale[1], place[2] * scale[2] });
         if (!corner)
             return 1.0;
         int const x = pixel(corner->X());
         int const y = pixel(corner->Y());
-        left = i == 0 ? x : std::min(left, x);
-        right = i == 0 ? x : std::max(right, x);
-        bottom = i == 0 ? y : std::min(bottom, y);
-        top = i == 0 ? y : std::max(top, y);
+        left = std::min(left, x);
+        right = std::max(right, x);
+        bottom = std::min(bottom, y);
+        top = std::max(top, y);
     }
     // A box that is seen as a line counts as one pixel high.
     return static_cast<double>(std::max(right - left, 1)) / std::max(top - bottom, 1);

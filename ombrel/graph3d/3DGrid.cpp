@@ -3,6 +3,7 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/view/AxisTicks3D.h"
 #include "ombrel/graph3d/view/BoxFaces.h"
+#include "ombrel/graph3d/view/BoxLines.h"
 #include "ombrel/graph3d/view/Picture3D.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 #include "ombrel/platform/opengl/OpenGL.h"
@@ -108,12 +109,7 @@ void C3DGrid::RenderGrid(C3DGraph const& graph, WallType wall) const
     float normal[3] = { 0.0F, 0.0F, 0.0F };
     normal[across] = static_cast<float>(face.sign);
     gl::Normal3fv(normal);
-    gl::PushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
-    gl::BindBuffer(GL_ARRAY_BUFFER, 0);
-    gl::EnableClientState(GL_VERTEX_ARRAY);
-    gl::VertexPointer(3, GL_FLOAT, 0, points.data());
-    gl::DrawArrays(GL_LINES, 0, static_cast<GLsizei>(points.size() / 3));
-    gl::PopClientAttrib();
+    BoxLines::Draw(points);
 }
 
 void C3DGrid::Draw()
@@ -124,31 +120,18 @@ void C3DGrid::Draw()
     UpdateGraphParameters();
     graph->EnableLighting(m_useLighting);
     graph->Set1DTextureState(0, 0);
-    double width = graph->GetLineWidth(1);
-    bool const isSmooth = graph->GetGridLineAntialiasMode() != 0;
-    if (isSmooth) {
-        width = std::max(width, 1.5);
-        gl::Enable(GL_LINE_SMOOTH);
-        gl::Enable(GL_BLEND);
-        gl::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-        gl::Hint(GL_LINE_SMOOTH_HINT, GL_NICEST);
-        gl::PointSize(1.0F);
+    {
+        BoxLines const lines(graph->GetLineWidth(1), graph->GetGridLineAntialiasMode() != 0);
+        // Grid lines never hide data.
+        gl::DepthMask(GL_FALSE);
+        if (m_x.planeOn)
+            RenderGrid(*graph, m_wallTypes[0]);
+        if (m_y.planeOn)
+            RenderGrid(*graph, m_wallTypes[1]);
+        if (m_z.planeOn)
+            RenderGrid(*graph, m_wallTypes[2]);
+        gl::DepthMask(GL_TRUE);
     }
-    gl::LineWidth(static_cast<float>(width));
-    // Grid lines never hide data.
-    gl::DepthMask(GL_FALSE);
-    if (m_x.planeOn)
-        RenderGrid(*graph, m_wallTypes[0]);
-    if (m_y.planeOn)
-        RenderGrid(*graph, m_wallTypes[1]);
-    if (m_z.planeOn)
-        RenderGrid(*graph, m_wallTypes[2]);
-    gl::DepthMask(GL_TRUE);
-    if (isSmooth) {
-        gl::Disable(GL_LINE_SMOOTH);
-        gl::Disable(GL_BLEND);
-    }
-    gl::LineWidth(1.0F);
     graph->EnableLighting(1);
 }
 
