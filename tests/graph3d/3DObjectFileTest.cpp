@@ -49,7 +49,7 @@ std::vector<std::string> Split(std::string const& text)
 
 std::string Write(std::string const& text)
 {
-    std::string const path = testing::TempDir() + "objectfile.tvo";
+    std::string path = testing::TempDir() + "objectfile.tvo";
     std::ofstream(path, std::ios::binary) << text;
     return path;
 }

@@ -395,7 +395,7 @@ TEST(Objects, FilesAreReadAgainOnlyWhenTheyHaveChanged)
         try {
             curve.SetPathname(name);
         } catch (CVException* e) {
-            CString const text = e->message;
+            CString text = e->message;
             e->Delete();
             return text;
         }
