@@ -222,7 +222,7 @@ void C3DObjectCurve::UpdateObjects() const
         key.push_back({ static_cast<double>(t.GetType()), t.GetA(), t.GetB(), t.GetC() });
     }
     bool const isMoved = key != m_transformKey;
-    bool isChanged = m_listChanged || isMoved;
+    bool isChanged = m_listChanged;
     for (C3DObject* object : m_objects) {
         if (isMoved)
             object->SetReconstructFlag(1);

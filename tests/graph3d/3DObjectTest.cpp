@@ -379,7 +379,14 @@ TEST(Objects, ColoursRiseFromTheLowestToTheHighestPoint)
     EXPECT_EQ(sphere.GetVertexColour(-0.5), CColourMap::GetGradedColour(RGB(200, 0, 0), 0.0, 0.0, 1.0));
     EXPECT_EQ(sphere.GetVertexColour(0.5), CColourMap::GetGradedColour(RGB(200, 0, 0), 1.0, 0.0, 1.0));
     EXPECT_NE(sphere.GetVertexColour(0.0), sphere.GetVertexColour(0.25));
-    EXPECT_EQ(sphere.GetVertexColour(0.5000001), sphere.GetVertexColour(0.5));
+    EXPECT_EQ(sphere.GetVertexColour(5.0), sphere.GetVertexColour(0.5));
+    // That of a curve is its objects', present and future.
+    TextCurve curve("cube\ncolour: 1 2 3\nendobject");
+    EXPECT_EQ(curve.GetLegendEntry()->colour, RGB(1, 2, 3));
+    curve.SetGradationOn(1);
+    EXPECT_EQ(curve.GetObjects()[0]->GetGradationOn(), 1);
+    curve.Evaluate();
+    EXPECT_EQ(curve.GetObjects()[0]->GetGradationOn(), 1);
     sphere.SetGradationOn(0);
     sphere.SetColourDescription(2);
     EXPECT_NE(sphere.GetVertexColour(0.5), RGB(200, 0, 0));
@@ -430,10 +437,22 @@ TEST(Objects, FilesAreReadAgainOnlyWhenTheyHaveChanged)
     EXPECT_EQ(messageOf(path), CString("read"));
     EXPECT_EQ(curve.GetObjects().GetSize(), 2);
 
+    // A text takes the file's place, and the file that of the text.
+    Write(path, "sphere\nendobject\n");
+    EXPECT_EQ(messageOf(path), CString("read"));
+    auto const kept = fs::last_write_time(path);
+    curve.SetDataSourceType(CPlotComponent::dsFormula);
+    curve.SetFormulaString("cube\ncube\nendobject\ncube\n");
+    curve.Evaluate();
+    EXPECT_EQ(curve.GetFileType(), C3DObjectCurve::ftFormula);
+    EXPECT_EQ(messageOf(path), CString("read"));
+    EXPECT_EQ(fs::last_write_time(path), kept);
+    ASSERT_EQ(curve.GetObjects().GetSize(), 1);
+    EXPECT_TRUE(dynamic_cast<C3DObjectSphere*>(curve.GetObjects()[0]));
     std::string const other = testing::TempDir() + "shapes.txt";
     Write(other, "cube\n");
     EXPECT_EQ(messageOf(other), CString("Unsupported file type"));
-    EXPECT_EQ(curve.GetObjects().GetSize(), 2);
+    EXPECT_EQ(curve.GetObjects().GetSize(), 1);
     Write(testing::TempDir() + "shapes.pdb", "cube\n");
     EXPECT_EQ(messageOf(testing::TempDir() + "shapes.pdb"), CString("read"));
     EXPECT_TRUE(curve.GetObjects().IsEmpty());
