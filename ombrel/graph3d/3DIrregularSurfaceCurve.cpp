@@ -206,53 +206,32 @@ void C3DIrregularSurfaceCurve::Normalise()
         AverageNormals();
 }
 
-std::vector<std::array<double, 3>> C3DIrregularSurfaceCurve::MakeBoxPlaces() const
-{
-    PointRows const rows(m_places);
-    std::vector<std::array<double, 3>> places(rows.GetSize());
-    if (!TakesPoints(GetCurveType()))
-        return places;
-    for (std::size_t k = 0; k < 3; ++k) {
-        std::span<double const> const row = rows.GetRow(k);
-        for (std::size_t i = 0; i < row.size(); ++i)
-            places[i][k] = m_axes[k].GetViewVal(row[i]);
-    }
-    return places;
-}
-
 void C3DIrregularSurfaceCurve::CalculateNormals()
 {
-    std::vector<std::array<double, 3>> const places = MakeBoxPlaces();
-    auto const vertexOf = [&](int point) {
-        auto const& [x, y, z] = places[static_cast<std::size_t>(point)];
-        return CVertex(x, y, z);
-    };
-    m_faceNormals.clear();
-    m_faceNormals.reserve(m_triangles.size());
-    CNormal normal;
-    for (auto const& [a, b, c] : m_triangles) {
-        CVUtils::NormalVector(vertexOf(a), vertexOf(b), vertexOf(c), normal);
-        m_faceNormals.push_back(FaceVertex::Floats(normal));
+    std::vector<std::array<double, 3>> places(static_cast<std::size_t>(GetNumPoints()));
+    CVertex place;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        GetNormalisedVertex(static_cast<int>(i), place);
+        places[i] = { place.X(), place.Y(), place.Z() };
     }
+    m_faceNormals = MakeFaceNormals(m_triangles, places);
 }
 
 void C3DIrregularSurfaceCurve::AverageNormals()
 {
+    if (m_faceNormals.size() != m_triangles.size())
+        CalculateNormals();
     BuildCommonVertexLists();
-    m_pointNormals.clear();
-    for (int i = 0; i < GetNumPoints(); ++i)
-        m_pointNormals.push_back(FaceVertex::Floats(GetAveragedNormal(i)));
+    m_pointNormals = AverageFaceNormals(m_triangles, m_faceNormals, static_cast<std::size_t>(GetNumPoints()));
 }
 
 CNormal C3DIrregularSurfaceCurve::GetAveragedNormal(int point) const
 {
-    std::array<double, 3> sum {};
-    for (std::uint32_t const triangle : GetCommonVertexList(point)) {
-        for (std::size_t k = 0; k < 3 && triangle < m_faceNormals.size(); ++k)
-            sum[k] += static_cast<double>(m_faceNormals[triangle][k]);
-    }
-    double const length = std::sqrt(sum[0] * sum[0] + sum[1] * sum[1] + sum[2] * sum[2]);
-    return length > 0.0 ? CNormal(sum[0] / length, sum[1] / length, sum[2] / length) : CNormal();
+    std::size_t const i = CheckedIndex(point, static_cast<std::size_t>(GetNumPoints()));
+    if (i >= m_pointNormals.size())
+        return {};
+    auto const& [x, y, z] = m_pointNormals[i];
+    return { static_cast<double>(x), static_cast<double>(y), static_cast<double>(z) };
 }
 
 } // namespace ombrel

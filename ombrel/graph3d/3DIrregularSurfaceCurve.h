@@ -83,16 +83,16 @@ public:
     void UpdateGraphParameters() override { GetBoxAxes(m_axes); }
     void RefreshZVals() override { UpdateGraphParameters(); }
 
-    // Normals. A draw gives back lists and normals when it has taken them over.
+    // Normals, for hosts: a draw makes its own
 
     /// Normals that fit the points' places in the data box: of the triangles, and with normal averaging of the points.
     void Normalise();
     /// One a triangle, at right angles to it.
     void CalculateNormals();
-    /// Finds the lists of triangles, and from them and the triangles' normals one a point.
+    /// Finds the lists of triangles, and from the triangles' normals one a point.
     void AverageNormals();
     /// The average of the normals of the triangles that use a point: of length 1, or all 0 where they cancel out or
-    /// there are none, or lists or normals have not been found.
+    /// there are none, or before AverageNormals.
     CNormal GetAveragedNormal(int point) const;
 
     // Ranges
@@ -178,9 +178,7 @@ private:
     ContourLevels MakeContourLevels() const;
     /// The value that colours a point; a gap where there is none.
     double GetColourValue(std::size_t point) const;
-    /// All points in the data box.
-    std::vector<std::array<double, 3>> MakeBoxPlaces() const;
-    void FillBatch(FaceBatch& batch, IrregularSurfaceKey const& key);
+    void FillBatch(FaceBatch& batch, IrregularSurfaceKey const& key) const;
 
     CTableData m_points;
     CTableData m_places;

@@ -5,7 +5,6 @@
 #include "ombrel/graph3d/geometry/PointCoordinates.h"
 #include "ombrel/graph3d/render/IrregularSurfaceDrawing.h"
 
-#include <limits>
 #include <utility>
 
 namespace ombrel {
@@ -160,40 +159,61 @@ void C3DIrregularSurfaceCurve::InvalidateDeviceObjects()
     m_drawing->colours.Reset();
 }
 
-void C3DIrregularSurfaceCurve::FillBatch(FaceBatch& batch, IrregularSurfaceKey const& key)
+void C3DIrregularSurfaceCurve::FillBatch(FaceBatch& batch, IrregularSurfaceKey const& key) const
 {
-    Normalise();
-    std::vector<std::array<double, 3>> const places = MakeBoxPlaces();
+    // The points that triangles use, in the order in which these come to them: what neighbours need stands together.
+    std::vector<std::uint32_t> points;
+    std::vector<TriangleCorners> triangles;
+    triangles.reserve(m_triangles.size());
+    {
+        std::vector<std::uint32_t> order;
+        if (!key.hasOutlines)
+            order = OrderForDrawing(m_triangles, PointRows(m_points).GetRow(0));
+        std::vector<int> numbers(static_cast<std::size_t>(GetNumPoints()), -1);
+        for (std::size_t t = 0; t < m_triangles.size(); ++t) {
+            TriangleCorners corners = m_triangles[order.empty() ? t : order[t]];
+            for (int& corner : corners) {
+                int& number = numbers[static_cast<std::size_t>(corner)];
+                if (number < 0) {
+                    number = static_cast<int>(points.size());
+                    points.push_back(static_cast<std::uint32_t>(corner));
+                }
+                corner = number;
+            }
+            triangles.push_back(corners);
+        }
+    }
     double min = 0.0;
     double max = 0.0;
     GetUntransformedDataRange(min, max);
-    auto const addVertex = [&](std::size_t point, std::array<float, 3> const& normal) {
-        FaceVertex vertex;
-        auto const& [x, y, z] = places[point];
-        vertex.place = { static_cast<float>(x), static_cast<float>(y), static_cast<float>(z) };
-        vertex.normal = normal;
-        double const value = GetColourValue(point);
+    std::vector<FaceVertex> vertices(points.size());
+    std::vector<std::array<double, 3>> places(points.size());
+    CVertex place;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        GetNormalisedVertex(static_cast<int>(points[i]), place);
+        places[i] = { place.X(), place.Y(), place.Z() };
+        FaceVertex& vertex = vertices[i];
+        vertex.place = FaceVertex::Floats(place);
+        double const value = GetColourValue(points[i]);
         vertex.value = IsGridGap(value) ? 0.0F : static_cast<float>(GetTexelPlace(value, min, max));
         vertex.colour = key.colour;
-        return batch.AddVertex(vertex);
-    };
-    // Points in the order in which triangles come to them, so that those of neighbours stand together.
-    std::vector<std::uint32_t> order;
-    if (!key.hasOutlines)
-        order = OrderForDrawing(m_triangles, PointRows(m_points).GetRow(0));
-    constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
-    std::vector<std::uint32_t> vertices(places.size(), kNone);
-    for (std::size_t t = 0; t < m_triangles.size(); ++t) {
-        std::size_t const triangle = order.empty() ? t : order[t];
+    }
+    std::vector<std::array<float, 3>> const faceNormals = MakeFaceNormals(triangles, places);
+    if (!key.isFlat) {
+        std::vector<std::array<float, 3>> const normals = AverageFaceNormals(triangles, faceNormals, points.size());
+        for (std::size_t i = 0; i < vertices.size(); ++i) {
+            vertices[i].normal = normals[i];
+            batch.AddVertex(vertices[i]);
+        }
+    }
+    for (std::size_t t = 0; t < triangles.size(); ++t) {
         std::array<std::uint32_t, 3> corners {};
         for (std::size_t k = 0; k < 3; ++k) {
-            auto const point = static_cast<std::size_t>(m_triangles[triangle][k]);
-            if (key.isFlat)
-                corners[k] = addVertex(point, m_faceNormals[triangle]);
-            else if (vertices[point] == kNone)
-                corners[k] = vertices[point] = addVertex(point, m_pointNormals[point]);
-            else
-                corners[k] = vertices[point];
+            corners[k] = static_cast<std::uint32_t>(triangles[t][k]);
+            if (key.isFlat) {
+                vertices[corners[k]].normal = faceNormals[t];
+                corners[k] = batch.AddVertex(vertices[corners[k]]);
+            }
         }
         auto const& [a, b, c] = corners;
         batch.AddTriangle(a, b, c);
@@ -204,9 +224,6 @@ void C3DIrregularSurfaceCurve::FillBatch(FaceBatch& batch, IrregularSurfaceKey c
         batch.AddLine(c, a);
         batch.EndElement();
     }
-    m_faceNormals = {};
-    m_pointNormals = {};
-    ClearCommonVertexLists();
 }
 
 } // namespace ombrel

@@ -1,4 +1,5 @@
 #include "ombrel/graph3d/geometry/TriangleMesh.h"
+#include "ombrel/foundation/Utils.h"
 
 #include <algorithm>
 #include <cmath>
@@ -27,6 +28,45 @@ std::span<std::uint32_t const> TriangleLists::Of(std::size_t point) const
     if (point + 1 >= m_firsts.size())
         return {};
     return std::span(m_triangles).subspan(m_firsts[point], m_firsts[point + 1] - m_firsts[point]);
+}
+
+std::vector<std::array<float, 3>> MakeFaceNormals(
+    std::span<TriangleCorners const> triangles, std::span<std::array<double, 3> const> places)
+{
+    auto const vertexOf = [&](int point) {
+        auto const& [x, y, z] = places[static_cast<std::size_t>(point)];
+        return CVertex(x, y, z);
+    };
+    std::vector<std::array<float, 3>> normals;
+    normals.reserve(triangles.size());
+    CNormal normal;
+    for (auto const& [a, b, c] : triangles) {
+        CVUtils::NormalVector(vertexOf(a), vertexOf(b), vertexOf(c), normal);
+        normals.push_back(
+            { static_cast<float>(normal.X()), static_cast<float>(normal.Y()), static_cast<float>(normal.Z()) });
+    }
+    return normals;
+}
+
+std::vector<std::array<float, 3>> AverageFaceNormals(std::span<TriangleCorners const> triangles,
+    std::span<std::array<float, 3> const> faceNormals, std::size_t numPoints)
+{
+    std::vector<std::array<float, 3>> normals(numPoints);
+    for (std::size_t t = 0; t < triangles.size(); ++t) {
+        for (int const point : triangles[t]) {
+            for (std::size_t k = 0; k < 3; ++k)
+                normals[static_cast<std::size_t>(point)][k] += faceNormals[t][k];
+        }
+    }
+    for (auto& [x, y, z] : normals) {
+        float const length = std::sqrt(x * x + y * y + z * z);
+        if (!(length > 0.0F))
+            continue;
+        x /= length;
+        y /= length;
+        z /= length;
+    }
+    return normals;
 }
 
 std::vector<std::uint32_t> OrderForDrawing(std::span<TriangleCorners const> triangles, std::span<double const> x)

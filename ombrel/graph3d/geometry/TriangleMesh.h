@@ -21,6 +21,14 @@ private:
     std::vector<std::uint32_t> m_triangles;
 };
 
+/// A normal a triangle (CVUtils::NormalVector of its corners in order), of length 1, or all 0 where it has no area.
+std::vector<std::array<float, 3>> MakeFaceNormals(
+    std::span<TriangleCorners const> triangles, std::span<std::array<double, 3> const> places);
+/// A normal a point: the average, of length 1, of the normals of the triangles that use it; all 0 where they cancel out
+/// or there are none.
+std::vector<std::array<float, 3>> AverageFaceNormals(std::span<TriangleCorners const> triangles,
+    std::span<std::array<float, 3> const> faceNormals, std::size_t numPoints);
+
 /// The triangles, each as its index, in an order that draws faster: a software renderer finds most corners among those
 /// that it has computed for the triangles before. They go up along y (as they must already do) in strips of equal
 /// shares of the points, whose x are given.
