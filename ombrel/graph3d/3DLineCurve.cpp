@@ -5,7 +5,6 @@
 #include "ombrel/graph3d/render/ShapeBatch.h"
 #include "ombrel/platform/framework/ArchiveFields.h"
 #include "ombrel/platform/framework/Exception.h"
-#include "ombrel/platform/opengl/OpenGL.h"
 
 #include <algorithm>
 #include <limits>
@@ -234,15 +233,8 @@ void C3DLineCurve::Render()
     drawing.shapes.Draw(*graph);
     constexpr double kWidest = 100.0;
     double const width = std::min(GetThinLineWidth(), kWidest);
-    if (!(width > 0.0))
-        return;
-    gl::PushAttrib(GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT | GL_HINT_BIT);
-    gl::Enable(GL_LINE_SMOOTH);
-    gl::Hint(GL_LINE_SMOOTH_HINT, GL_NICEST);
-    gl::Enable(GL_BLEND);
-    gl::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    drawing.lines.DrawLines(*graph, static_cast<float>(width), 0);
-    gl::PopAttrib();
+    if (width > 0.0)
+        drawing.lines.DrawSmoothLines(*graph, static_cast<float>(width));
 }
 
 double C3DLineCurve::GetThinLineWidth() const

@@ -90,6 +90,21 @@ TEST_F(DrawLines, ModesSayWhichPointsAreJoined)
     EXPECT_EQ(AtData(0.4, 0, -0.8), kRed);
 }
 
+TEST_F(DrawLines, ThinLinesShowNoGapsWhereTheyMeet)
+{
+    auto& curve = Add<C3DLineCurve>(it3DLinePlot, { { -0.8, -0.3, -0.7 }, { 0.8, 0.5, 0.7 } });
+    curve.SetLineStyle(0);
+    curve.SetThicknessScaleFac(2);
+    Draw();
+    int const inOne = Count(kRed);
+    curve.SetNumPts(17);
+    for (int i = 0; i < 17; ++i)
+        curve.GetPoints()[i] = CVertex(-0.8, -0.3, -0.7) + CVertex(1.6, 0.8, 1.4) * (i / 16.0);
+    Draw();
+    EXPECT_GT(inOne, 100);
+    EXPECT_GE(Count(kRed), inOne * 98 / 100);
+}
+
 TEST_F(DrawLines, SymbolsStandAtAllPointsOrAtTheEnds)
 {
     auto& curve = Add<C3DLineCurve>(it3DLinePlot, { { -0.8, 0, 0 }, { 0, 0, 0 }, { 0.8, 0, 0 } });

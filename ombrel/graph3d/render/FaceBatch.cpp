@@ -98,6 +98,7 @@ void FaceBatch::Upload()
     FillBuffer(m_vertexBuffer, GL_ARRAY_BUFFER, m_vertices);
     FillBuffer(m_triangleBuffer, GL_ELEMENT_ARRAY_BUFFER, m_triangles);
     FillBuffer(m_lineBuffer, GL_ELEMENT_ARRAY_BUFFER, m_lines);
+    m_numVertices = m_vertices.size();
     m_numTriangleIndices = m_triangles.size();
     m_numLineIndices = m_lines.size();
     m_isUploaded = true;
@@ -156,16 +157,43 @@ void FaceBatch::DrawFaces(C3DGraph& graph, unsigned int texture, std::vector<Spa
 
 void FaceBatch::DrawLines(C3DGraph& graph, float width, unsigned int texture)
 {
+    DrawAllLines(graph, width, texture, false);
+}
+
+void FaceBatch::DrawSmoothLines(C3DGraph& graph, float width)
+{
+    gl::PushAttrib(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_ENABLE_BIT | GL_HINT_BIT);
+    // First the colours: where lines overlap each other, all of them count. Then the depths.
+    gl::DepthMask(GL_FALSE);
+    for (GLenum const what : { GL_LINE_SMOOTH, GL_POINT_SMOOTH, GL_BLEND })
+        gl::Enable(what);
+    for (GLenum const hint : { GL_LINE_SMOOTH_HINT, GL_POINT_SMOOTH_HINT })
+        gl::Hint(hint, GL_NICEST);
+    gl::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    DrawAllLines(graph, width, 0, true);
+    gl::DepthMask(GL_TRUE);
+    gl::ColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+    gl::Disable(GL_LINE_SMOOTH);
+    DrawAllLines(graph, width, 0, false);
+    gl::PopAttrib();
+}
+
+void FaceBatch::DrawAllLines(C3DGraph& graph, float width, unsigned int texture, bool withVertices)
+{
     Upload();
     if (m_numLineIndices == 0)
         return;
-    KeptState const kept(GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_LINE_BIT);
+    KeptState const kept(GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_LINE_BIT | GL_POINT_BIT);
     graph.Set1DTextureState(texture != 0, static_cast<int>(texture));
     gl::Disable(GL_LIGHTING);
     gl::LineWidth(width);
     BindArrays();
     gl::BindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_lineBuffer.Name());
     DrawIndices(GL_LINES, { 0, m_numLineIndices });
+    if (withVertices) {
+        gl::PointSize(width);
+        gl::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(m_numVertices));
+    }
     UnbindArrays();
     graph.Set1DTextureState(0, 0);
 }

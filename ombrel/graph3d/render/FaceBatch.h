@@ -73,6 +73,9 @@ public:
     void DrawFaces(C3DGraph& graph, unsigned int texture, std::vector<Span> const& parts);
     /// All lines, unlit, in the vertices' colours or those of the texture.
     void DrawLines(C3DGraph& graph, float width, unsigned int texture);
+    /// All lines, smooth, unlit, in the vertices' colours. The vertices themselves are drawn, too: where two lines
+    /// meet, no gap is seen between their softened ends.
+    void DrawSmoothLines(C3DGraph& graph, float width);
     /// The elements one behind the other, each in its outline: this marks its pixels in the stencil, the faces leave
     /// them alone, and the second outline takes the marks back.
     void DrawOutlined(C3DGraph& graph, COLORREF lineColour, float width, unsigned int texture);
@@ -92,6 +95,7 @@ private:
     void Upload();
     void BindArrays() const;
     static void UnbindArrays();
+    void DrawAllLines(C3DGraph& graph, float width, unsigned int texture, bool withVertices);
 
     std::vector<FaceVertex> m_vertices;
     std::vector<std::uint32_t> m_triangles;
@@ -100,6 +104,7 @@ private:
     std::vector<std::array<float, 2>> m_imagePlaces;
     bool m_isUploaded = false;
     /// What the buffers hold.
+    std::size_t m_numVertices = 0;
     std::size_t m_numTriangleIndices = 0;
     std::size_t m_numLineIndices = 0;
     GLObject m_vertexBuffer;

@@ -335,9 +335,11 @@ void ShapeBatch::Draw(C3DGraph& graph)
         return;
     if (!m_shapes.empty()) {
         int const sides = GetSides(graph);
-        if (sides != m_sides)
+        if (sides != m_sides || !m_faces.IsInDriver()) {
             MakeFaces(sides, m_faces);
-        m_sides = sides;
+            m_faces.MoveToDriver();
+            m_sides = sides;
+        }
         m_faces.DrawFaces(graph, 0);
     }
     m_spheres.Draw(graph);
