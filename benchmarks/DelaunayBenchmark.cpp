@@ -118,7 +118,7 @@ BENCHMARK(Transparent)->Unit(benchmark::kMillisecond)->UseRealTime()->MeasurePro
 
 void Wireframe(benchmark::State& state)
 {
-    ScatteredPicture picture(10'000);
+    ScatteredPicture picture(100'000);
     picture.GetCurve().SetWireframeOn(1);
     for (auto _ : state)
         picture.Draw();

@@ -4,6 +4,8 @@
 #include "ombrel/graph3d/ContourLines.h"
 #include "ombrel/graph3d/geometry/PointCoordinates.h"
 #include "ombrel/graph3d/render/IrregularSurfaceDrawing.h"
+#include "ombrel/graph3d/render/NearerDepth.h"
+#include "ombrel/graph3d/render/TowardsViewer.h"
 
 #include <utility>
 
@@ -133,6 +135,7 @@ void C3DIrregularSurfaceCurve::Render()
     key.axes = m_axes;
     key.isFlat = m_normalAveraging == 0;
     key.hasOutlines = m_wireframeOn != 0;
+    key.lineColour = FaceVertex::Bytes(m_wireframeColour);
     key.hasValueTable = PlotSecondaryVariable() != 0;
     key.colour = FaceVertex::Bytes(
         UseColourmap() ? 0xFFFFFF : static_cast<COLORREF>(GetColour()), isTransparent ? m_transparency : 0.0);
@@ -145,12 +148,14 @@ void C3DIrregularSurfaceCurve::Render()
         ColourTexture::Unbind(*graph);
         texture = m_drawing->colours.Name();
     }
-    if (m_wireframeOn)
-        batch.DrawOutlined(*graph, m_wireframeColour, static_cast<float>(graph->GetLineWidth(3)), texture);
-    else if (isTransparent)
+    if (isTransparent)
         batch.AddTransparent(*graph, texture);
     else
         batch.DrawFaces(*graph, texture);
+    if (m_wireframeOn) {
+        NearerDepth const nearer(0.002);
+        batch.DrawLines(*graph, GetValidLineWidth(graph->GetLineWidth(3)), 0);
+    }
 }
 
 void C3DIrregularSurfaceCurve::InvalidateDeviceObjects()
@@ -166,12 +171,10 @@ void C3DIrregularSurfaceCurve::FillBatch(FaceBatch& batch, IrregularSurfaceKey c
     std::vector<TriangleCorners> triangles;
     triangles.reserve(m_triangles.size());
     {
-        std::vector<std::uint32_t> order;
-        if (!key.hasOutlines)
-            order = OrderForDrawing(m_triangles, PointRows(m_points).GetRow(0));
+        std::vector<std::uint32_t> const order = OrderForDrawing(m_triangles, PointRows(m_points).GetRow(0));
         std::vector<int> numbers(static_cast<std::size_t>(GetNumPoints()), -1);
-        for (std::size_t t = 0; t < m_triangles.size(); ++t) {
-            TriangleCorners corners = m_triangles[order.empty() ? t : order[t]];
+        for (std::uint32_t const t : order) {
+            TriangleCorners corners = m_triangles[t];
             for (int& corner : corners) {
                 int& number = numbers[static_cast<std::size_t>(corner)];
                 if (number < 0) {
@@ -217,13 +220,16 @@ void C3DIrregularSurfaceCurve::FillBatch(FaceBatch& batch, IrregularSurfaceKey c
         }
         auto const& [a, b, c] = corners;
         batch.AddTriangle(a, b, c);
-        if (!key.hasOutlines)
-            continue;
-        batch.AddLine(a, b);
-        batch.AddLine(b, c);
-        batch.AddLine(c, a);
-        batch.EndElement();
     }
+    if (!key.hasOutlines)
+        return;
+    auto const first = static_cast<std::uint32_t>(batch.GetVertices().size());
+    for (FaceVertex& vertex : vertices) {
+        vertex.colour = key.lineColour;
+        batch.AddVertex(vertex);
+    }
+    for (auto const& [from, to] : FindEdges(triangles))
+        batch.AddLine(first + static_cast<std::uint32_t>(from), first + static_cast<std::uint32_t>(to));
 }
 
 } // namespace ombrel

@@ -40,6 +40,8 @@ TEST(IrregularSurface, PointsHaveTrianglesListsAndNormals)
         uses += list.size();
     }
     EXPECT_EQ(uses, 12U);
+    // By Euler's formula: six points and four triangles.
+    EXPECT_EQ(FindEdges(curve.GetTriangles()).size(), 9U);
     for (int const unused : { 6, 7 })
         EXPECT_TRUE(curve.GetCommonVertexList(unused).empty());
     // The box of a curve without a graph has ranges of −10 … 10 and sides of 1: slopes stay as they are. Triangles turn

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace ombrel {
 
@@ -67,6 +68,19 @@ std::vector<std::array<float, 3>> AverageFaceNormals(std::span<TriangleCorners c
         z /= length;
     }
     return normals;
+}
+
+std::vector<std::array<int, 2>> FindEdges(std::span<TriangleCorners const> triangles)
+{
+    std::vector<std::array<int, 2>> edges;
+    edges.reserve(3 * triangles.size());
+    for (auto const& [a, b, c] : triangles) {
+        for (auto const& [from, to] : { std::pair(a, b), { b, c }, { c, a } })
+            edges.push_back({ std::min(from, to), std::max(from, to) });
+    }
+    std::ranges::sort(edges);
+    edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
+    return edges;
 }
 
 std::vector<std::uint32_t> OrderForDrawing(std::span<TriangleCorners const> triangles, std::span<double const> x)

@@ -29,6 +29,9 @@ std::vector<std::array<float, 3>> MakeFaceNormals(
 std::vector<std::array<float, 3>> AverageFaceNormals(std::span<TriangleCorners const> triangles,
     std::span<std::array<float, 3> const> faceNormals, std::size_t numPoints);
 
+/// The sides of the triangles, each once however many have it: from the smaller index to the greater one, rising.
+std::vector<std::array<int, 2>> FindEdges(std::span<TriangleCorners const> triangles);
+
 /// The triangles, each as its index, in an order that draws faster: a software renderer finds most corners among those
 /// that it has computed for the triangles before. They go up along y (as they must already do) in strips of equal
 /// shares of the points, whose x are given.

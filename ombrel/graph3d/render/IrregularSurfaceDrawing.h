@@ -17,6 +17,7 @@ struct IrregularSurfaceKey {
     bool hasOutlines = false;
     bool hasValueTable = false;
     std::array<BYTE, 4> colour {};
+    std::array<BYTE, 4> lineColour {};
     friend bool operator==(IrregularSurfaceKey const& a, IrregularSurfaceKey const& b) = default;
 };
 
