@@ -1,10 +1,9 @@
 #include "ombrel/graph3d/3DObjectFile.h"
 #include "ombrel/foundation/VException.h"
+#include "tests/io/DataFile.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <random>
 #include <string>
 
@@ -47,13 +46,6 @@ std::vector<std::string> Split(std::string const& text)
     return lines;
 }
 
-std::string Write(std::string const& text)
-{
-    std::string path = testing::TempDir() + "objectfile.tvo";
-    std::ofstream(path, std::ios::binary) << text;
-    return path;
-}
-
 TEST(ObjectFile, FilesAndStringsGiveTheSameLinesWhateverTheirBreaks)
 {
     std::minstd_rand random(7);
@@ -73,7 +65,8 @@ TEST(ObjectFile, FilesAndStringsGiveTheSameLinesWhateverTheirBreaks)
     for (std::string const& text : { std::string(), std::string("\n"), std::string("a"), anyText(40), anyText(41),
              anyText(300000), carriageReturns, std::string(2000000, 'q') + "\r\nend" }) {
         C3DObjectFile file;
-        file.Open(Write(text), CFile::modeRead);
+        test::DataFile const data("lines.tvo", text);
+        file.Open(data.GetPath(), CFile::modeRead);
         EXPECT_EQ(file.GetRemaining(), text.size());
         EXPECT_EQ(LinesOf(file), Split(text)) << text.size();
         C3DObjectFile string;
@@ -87,9 +80,10 @@ TEST(ObjectFile, FilesAndStringsGiveTheSameLinesWhateverTheirBreaks)
 TEST(ObjectFile, PropertiesAreLowerCaseTrimmedAndSplitAtTheFirstColon)
 {
     C3DObjectFile file;
-    file.Open(Write("\xEF\xBB\xBF// a comment\n\n  Colour : 1 2:3 \r\n\t\n Wireframe\n:x: 1\n  // no: property\n"
-                    "\xC3\x84RA:\nThe EndObject of it\nrest: 1\n"),
-        CFile::modeRead);
+    test::DataFile const data("properties.tvo",
+        "\xEF\xBB\xBF// a comment\n\n  Colour : 1 2:3 \r\n\t\n Wireframe\n:x: 1\n  // no: property\n"
+        "\xC3\x84RA:\nThe EndObject of it\nrest: 1\n");
+    file.Open(data.GetPath(), CFile::modeRead);
     struct {
         char const* name;
         char const* value;
@@ -113,7 +107,8 @@ TEST(ObjectFile, PropertiesAreLowerCaseTrimmedAndSplitAtTheFirstColon)
 TEST(ObjectFile, FaultsNameFileAndLine)
 {
     C3DObjectFile file;
-    std::string const path = Write("a\nbb\n");
+    test::DataFile const data("lines.tvo", "a\nbb\n");
+    std::string const path = data.GetPath().ToUtf8();
     file.Open(path, CFile::modeRead);
     std::string_view line;
     ASSERT_TRUE(file.ReadLine(line) && file.ReadLine(line));

@@ -8,6 +8,7 @@
 #include "ombrel/graph3d/3DObjectSphere.h"
 #include "ombrel/graph3d/objects/ObjectMesh.h"
 #include "ombrel/graph3d/objects/ObjectScene.h"
+#include "tests/io/DataFile.h"
 #include "tests/model/ArchiveBytes.h"
 
 #include <gtest/gtest.h>
@@ -280,7 +281,8 @@ TEST(Objects, FacesTurnToTheLeftSeenFromWhereTheirNormalsPoint)
 
 TEST(Objects, CountsThatMakeNoShapeAreRefusedWithTheirLine)
 {
-    std::string const path = testing::TempDir() + "counts.tvo";
+    test::DataFile const data("counts.tvo", "");
+    std::string const path = data.GetPath().ToUtf8();
     for (char const* line :
         { "slices: 2", "slices: -5", "stacks: 0", "stacks: 1", "slices: 1001", "slices: 99999999999999999999" }) {
         Write(path, "cube\nendobject\n\nsphere\n" + std::string(line) + "\nendobject\n");
@@ -395,7 +397,8 @@ TEST(Objects, ColoursRiseFromTheLowestToTheHighestPoint)
 TEST(Objects, FilesAreReadAgainOnlyWhenTheyHaveChanged)
 {
     namespace fs = std::filesystem;
-    std::string const path = testing::TempDir() + "shapes.TVO";
+    test::DataFile const data("shapes.TVO", "");
+    std::string const path = data.GetPath().ToUtf8();
     fs::remove(path);
     C3DObjectCurve curve;
     auto const messageOf = [&](CString const& name) {
@@ -449,12 +452,11 @@ TEST(Objects, FilesAreReadAgainOnlyWhenTheyHaveChanged)
     EXPECT_EQ(fs::last_write_time(path), kept);
     ASSERT_EQ(curve.GetObjects().GetSize(), 1);
     EXPECT_TRUE(dynamic_cast<C3DObjectSphere*>(curve.GetObjects()[0]));
-    std::string const other = testing::TempDir() + "shapes.txt";
-    Write(other, "cube\n");
-    EXPECT_EQ(messageOf(other), CString("Unsupported file type"));
+    test::DataFile const other("shapes.txt", "cube\n");
+    EXPECT_EQ(messageOf(other.GetPath()), CString("Unsupported file type"));
     EXPECT_EQ(curve.GetObjects().GetSize(), 1);
-    Write(testing::TempDir() + "shapes.pdb", "cube\n");
-    EXPECT_EQ(messageOf(testing::TempDir() + "shapes.pdb"), CString("read"));
+    test::DataFile const molecule("shapes.pdb", "cube\n");
+    EXPECT_EQ(messageOf(molecule.GetPath()), CString("read"));
     EXPECT_TRUE(curve.GetObjects().IsEmpty());
 }
 
@@ -532,8 +534,8 @@ TEST(ObjectArchive, CurvesKeepTheirObjectsAndWhereTheyCameFrom)
     ASSERT_TRUE(curve);
     EXPECT_EQ(curve->GetItemType(), 44);
     EXPECT_EQ(graph.HasObjectCurve(), 1);
-    std::string const path = testing::TempDir() + "kept.tvo";
-    Write(path, "sphere\nradius: 3\nendobject\ncube\ncolour: 1 2 3\nendobject\ncylinder\n");
+    test::DataFile const data("kept.tvo", "sphere\nradius: 3\nendobject\ncube\ncolour: 1 2 3\nendobject\ncylinder\n");
+    std::string const path = data.GetPath().ToUtf8();
     curve->SetPathname(path);
     C3DObjectPlot loaded;
     ASSERT_TRUE(Load(loaded, Stored(*plot)));
