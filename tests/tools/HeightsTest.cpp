@@ -14,7 +14,7 @@
 #include "tools/ombrel/Program.h"
 #include "tools/ombrel/chart/ContourMap.h"
 #include "tools/ombrel/chart/HeightColours.h"
-#include "tools/ombrel/chart/SurfaceScene.h"
+#include "tools/ombrel/chart/HeightScene.h"
 #include "tools/ombrel/options/Options.h"
 
 #include <gmock/gmock.h>
@@ -81,13 +81,14 @@ protected:
     template <typename Make> auto MakeWith(Make const& make, std::string const& line)
     {
         Options const options = ParseOptions(Words(line));
+        HeightShape const shape = options.command == Command::Surface ? ShapeFor(options) : HeightShape::Grid;
         m_target.size = options.size.value_or(PictureSize());
         m_picture = std::make_unique<Picture>(m_target);
         InputFile file(options.files.front());
         Messages const messages(false);
-        return make(options, ReadHeightFile(options, file, messages), *m_picture, messages);
+        return make(options, ReadHeightFile(options, file, shape, messages), *m_picture, messages);
     }
-    std::unique_ptr<C3DGraph> Scene(std::string const& line) { return MakeWith(MakeSurfaceScene, "surface " + line); }
+    std::unique_ptr<C3DGraph> Scene(std::string const& line) { return MakeWith(MakeHeightScene, "surface " + line); }
     std::unique_ptr<C2DGraph> Map(std::string const& line) { return MakeWith(MakeContourMap, "contour " + line); }
 
     TestFolder m_folder;

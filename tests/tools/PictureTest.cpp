@@ -91,9 +91,9 @@ Structure StructureOf(std::string const& command)
         std::vector<std::unique_ptr<InputFile>> files;
         for (std::string const& path : options.files)
             files.push_back(std::make_unique<InputFile>(path));
-        return options.command == Command::Contour
-            ? MakeContourMap(options, ReadHeightFile(options, *files.front(), messages), picture, messages)
-            : MakePlot(options, files, picture, messages);
+        return options.command == Command::Contour ? MakeContourMap(
+                   options, ReadHeightFile(options, *files.front(), HeightShape::Grid, messages), picture, messages)
+                                                   : MakePlot(options, files, picture, messages);
     });
 }
 

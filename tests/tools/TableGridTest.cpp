@@ -21,7 +21,8 @@ std::string GridOf(std::string_view text, TableGridOptions const& options = {})
 {
     auto read = ReadTable(text, {});
     try {
-        Grid const grid = GridOfTable(std::get<Table>(read), "t.csv", options, Messages(false));
+        auto const heights = HeightsOfTable(std::get<Table>(read), "t.csv", options, Messages(false));
+        Grid const& grid = std::get<Grid>(heights);
         std::ostringstream out;
         out << Describe(grid.x) << ", " << Describe(grid.y) << ", " << grid.title << ":";
         for (std::size_t i = 0; i < grid.heights.size(); ++i) {
@@ -83,8 +84,8 @@ TEST(TableGrid, RowsOfAMatrixRunUpwards)
 TEST(TableGrid, PointsStandAtTheCrossingsInAnyOrder)
 {
     TableGridOptions named;
-    named.yColumn = "y";
-    named.zColumn = "b";
+    named.columns.y = "y";
+    named.columns.z = "b";
     GridCase const cases[] {
         { "lon,lat,height\n1,0,5\n0,0,4\n1,0.5,7\n0,0.5,\n", {}, "lon 0..1 (2), lat 0..0.5 (2), height: 4 5 / - 7" },
         { "z y x w\n9 0 1 a\n8 0 2 b\n7 3 1 c\n6 3 2 d\n", {}, "x 1..2 (2), y 0..3 (2), z: 9 8 / 7 6" },

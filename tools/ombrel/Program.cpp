@@ -5,6 +5,7 @@
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/Version.h"
 #include "tools/ombrel/chart/Document.h"
+#include "tools/ombrel/chart/MeshScene.h"
 #include "tools/ombrel/commands/ColoursCommand.h"
 #include "tools/ombrel/commands/DrawCommand.h"
 #include "tools/ombrel/commands/GalleryCommand.h"
@@ -13,6 +14,7 @@
 #include "tools/ombrel/commands/PlotCommand.h"
 #include "tools/ombrel/grid/HeightFile.h"
 #include "tools/ombrel/options/Options.h"
+#include "tools/ombrel/options/PlotChecks.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -35,9 +37,12 @@ Command CommandFor(Options const& options, InputFile& first)
     if (options.command != Command::None)
         return options.command;
     bool const isDocument = options.IsGiven(OptionId::InPlace) || LooksLikeDocument(first.Peek(kDocumentMarkLength));
-    Command const command = isDocument  ? Command::Draw
-        : IsHeightFile(first.GetName()) ? Command::Surface
-                                        : Command::Plot;
+    bool const isScene
+        = IsHeightFile(first.GetName()) || (options.IsGiven(OptionId::Kind) && IsSceneKind(options.kind));
+    Command const command = isDocument ? Command::Draw
+        : IsMeshFile(first.GetName())  ? Command::Mesh
+        : isScene                      ? Command::Surface
+                                       : Command::Plot;
     CheckOptionsFor(options, command);
     return command;
 }
@@ -81,6 +86,9 @@ void Run(Options const& options)
         break;
     case Command::Contour:
         RunContour(options, files, messages);
+        break;
+    case Command::Mesh:
+        RunMesh(options, files, messages);
         break;
     case Command::Info:
         for (auto const& file : files)

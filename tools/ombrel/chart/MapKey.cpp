@@ -8,10 +8,7 @@
 
 namespace ombrel::host {
 
-namespace {
-
-/// The text in short lines, broken at blanks; a unit stays with its stroke.
-std::string InLines(std::string text)
+std::string InShortLines(std::string text)
 {
     constexpr std::size_t kLongLine = 14;
     std::size_t start = 0;
@@ -27,8 +24,6 @@ std::string InLines(std::string text)
     return text;
 }
 
-} // namespace
-
 MapKey::MapKey(C2DGraph& graph, CPlotComponent const& curve, std::string const& title, Look const& look, CDC& dc)
     : m_graph(graph)
     , m_key(*graph.AddColourKey(CPoint(0, 0), curve.GetTag()))
@@ -40,7 +35,7 @@ MapKey::MapKey(C2DGraph& graph, CPlotComponent const& curve, std::string const& 
     if (title.empty())
         return;
     m_title = graph.AddCaption(CPoint());
-    m_title->SetText(CString(InLines(title)));
+    m_title->SetText(CString(InShortLines(title)));
     ApplyLook(*m_title, look);
     m_title->SetBoundingRectOn(0);
     m_title->SetTransparentBkgnd(1);

@@ -13,6 +13,9 @@ class CPlotComponent;
 
 namespace ombrel::host {
 
+/// The name of what colours mean in short lines, broken at blanks; a unit stays with its stroke.
+std::string InShortLines(std::string text);
+
 /// A key of a curve's colours and the name of what they mean, at the right of a map. The graph owns both.
 class MapKey {
 public:

@@ -8,6 +8,7 @@
 #include "tools/ombrel/OutputFile.h"
 #include "tools/ombrel/chart/HeightColours.h"
 #include "tools/ombrel/chart/Look.h"
+#include "tools/ombrel/chart/MapKey.h"
 #include "tools/ombrel/chart/TitleCaption.h"
 #include "tools/ombrel/options/Options.h"
 
@@ -308,14 +309,30 @@ int FitScene(C3DGraph& scene, Picture& picture, int stripAtRight, Options const&
 
 } // namespace
 
-SceneData SceneDataOf(C3DCurve const& curve)
+void SetCoordinates(C3DCurve& curve, CoordinateChoice coordinates)
 {
-    SceneData data;
-    curve.GetXRange(data.x.min, data.x.max);
-    curve.GetYRange(data.y.min, data.y.max);
-    curve.GetZRange(data.z.min, data.z.max);
-    data.inSpace = curve.GetCurveType() != C3DCurve::ctCartesian;
-    return data;
+    switch (coordinates) {
+    case CoordinateChoice::Polar:
+        curve.SetCurveType(C3DCurve::ctPolar);
+        break;
+    case CoordinateChoice::Cylindrical:
+        curve.SetCurveType(C3DCurve::ctCylindrical);
+        break;
+    case CoordinateChoice::Geographical:
+        curve.SetCurveType(C3DCurve::ctGeographical);
+        break;
+    default:
+        break;
+    }
+}
+
+void SetHeightColours(C3DCurve& curve, SurfaceOptions const& options)
+{
+    LoadHeightMap(options.colourMap, *curve.GetColourmap());
+    if (options.zRange) {
+        curve.SetLUTMinMax(options.zRange->first, options.zRange->second);
+        curve.SetUseLUTMinMax(1);
+    }
 }
 
 std::unique_ptr<C3DGraph> MakeScene(Options const& options, Look const& look)
@@ -344,14 +361,49 @@ std::unique_ptr<C3DGraph> MakeScene(Options const& options, Look const& look)
 
 namespace {
 
-CColourKey& AddKey(C3DGraph& scene, C3DCurve const& curve, Look const& look)
-{
-    CColourKey& key = *scene.AddColourKey(CPoint(0, 0), curve.GetTag());
-    ApplyLook(key, look);
-    key.SetBoundingRectOn(0);
-    SetKeyLabels(key, curve);
-    return key;
-}
+/// A key of a curve's colours, and over it what they mean.
+class SceneKey {
+public:
+    SceneKey(C3DGraph& scene, C3DCurve const& curve, std::string const& title, Look const& look)
+        : m_key(*scene.AddColourKey(CPoint(0, 0), curve.GetTag()))
+    {
+        ApplyLook(m_key, look);
+        m_key.SetBoundingRectOn(0);
+        SetKeyLabels(m_key, curve);
+        if (title.empty())
+            return;
+        m_title = scene.AddCaption(CPoint());
+        m_title->SetText(CString(InShortLines(title)));
+        ApplyLook(*m_title, look);
+        m_title->SetBoundingRectOn(0);
+        m_title->SetTransparentBkgnd(1);
+    }
+    int Width(CDC& dc)
+    {
+        return static_cast<int>(std::max(m_key.Measure(&dc).cx, m_title ? m_title->Measure(&dc).cx : 0));
+    }
+    /// In the middle of the window's height, at that place or farther to the left.
+    void Place(CRect const& window, int left, CDC& dc)
+    {
+        CSize const size = m_key.Measure(&dc);
+        int const above = m_title ? static_cast<int>(m_title->Measure(&dc).cy) : 0;
+        int const top = window.top + std::max<int>(0, (window.Height() - size.cy - above) / 2);
+        m_key.Create(CPoint(left, top + above));
+        if (m_title)
+            static_cast<CAnnotation&>(*m_title).Create(CPoint(left, top));
+    }
+    /// Both go.
+    static void Remove(C3DGraph& scene, bool hasTitle)
+    {
+        scene.GetColourKeyArray()->RemoveAt(0);
+        if (hasTitle)
+            scene.GetCaptionArray()->RemoveAt(scene.GetCaptionArray()->GetSize() - 1);
+    }
+
+private:
+    CColourKey& m_key;
+    CCaption* m_title = nullptr;
+};
 
 } // namespace
 
@@ -367,16 +419,16 @@ void LayOutScene(C3DGraph& scene, C3DCurve const& curve, SceneData const& data, 
         = options.surface.key == KeyChoice::Auto && curve.NeedsColourKey() && options.surface.texture.empty();
     int strip = 0;
     if (hasKey) {
-        strip = AddKey(scene, curve, look).Measure(&dc).cx * 5 / 4;
+        strip = SceneKey(scene, curve, data.keyTitle, look).Width(dc) * 5 / 4;
         // While its curve is away, a key goes.
-        scene.GetColourKeyArray()->RemoveAt(0);
+        SceneKey::Remove(scene, !data.keyTitle.empty());
     }
     int const right = FitScene(scene, picture, strip, options);
     if (hasKey) {
-        CColourKey& key = AddKey(scene, curve, look);
-        CSize const size = key.Measure(&dc);
-        int const left = std::min(right + (strip - size.cx) * 2, window.right - (strip + size.cx) / 2);
-        key.Create(CPoint(left, window.top + (window.Height() - size.cy) / 2));
+        SceneKey key(scene, curve, data.keyTitle, look);
+        int const width = key.Width(dc);
+        key.Place(
+            window, std::min(right + (strip - width) * 2, static_cast<int>(window.right) - (strip + width) / 2), dc);
     }
     PlaceTitleIn(scene, TitleRoom(window, scene), dc);
 }

@@ -1,6 +1,6 @@
 #pragma once
-#include "tools/ombrel/chart/AxisLayout.h"
-#include "tools/ombrel/grid/HeightFile.h"
+#include "tools/ombrel/chart/SceneData.h"
+#include "tools/ombrel/options/SurfaceOptions.h"
 
 #include <memory>
 
@@ -14,22 +14,16 @@ namespace ombrel::host {
 class Picture;
 struct Look;
 struct Options;
-
-/// What a 3D graph shows, for its axes and proportions.
-struct SceneData {
-    AxisRange x;
-    AxisRange y;
-    AxisRange z;
-    HeightTitles titles;
-    /// All three are lengths of one unit: x, y and z have the same scale.
-    bool inSpace = false;
-};
+struct SurfaceOptions;
 
 /// An empty 3D graph in the look and the view that the options ask for.
 std::unique_ptr<C3DGraph> MakeScene(Options const& options, Look const& look);
 
-/// What the curve needs of the scene; it has no titles.
-SceneData SceneDataOf(C3DCurve const& curve);
+/// Reads the curve's coordinates in that system; all but radial ones.
+void SetCoordinates(C3DCurve& curve, CoordinateChoice coordinates);
+
+/// Gives the curve the colour map that the options name, over the heights that they ask for.
+void SetHeightColours(C3DCurve& curve, SurfaceOptions const& options);
 
 /// Gives the axes tidy ticks and titles, the grid the same lines, and the box its proportions; makes box, labels and
 /// titles as large as the picture has room for, with a key of the curve's colours beside them and the graph's title

@@ -1,19 +1,19 @@
 #include "tools/ombrel/chart/SurfaceScene.h"
 #include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/3DIrregularSurfaceCurve.h"
 #include "ombrel/graph3d/Surface.h"
 #include "ombrel/graph3d/SurfacePlot.h"
 #include "ombrel/platform/framework/Exception.h"
 #include "ombrel/platform/framework/File.h"
 #include "ombrel/platform/gdi/PngDecoder.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/OutputFile.h"
 #include "tools/ombrel/chart/HeightColours.h"
-#include "tools/ombrel/chart/Look.h"
-#include "tools/ombrel/chart/Scene.h"
-#include "tools/ombrel/chart/TitleCaption.h"
+#include "tools/ombrel/chart/PointArrays.h"
+#include "tools/ombrel/commands/TableFile.h"
 #include "tools/ombrel/options/Options.h"
 
 #include <algorithm>
+#include <cmath>
 #include <span>
 #include <vector>
 
@@ -25,35 +25,11 @@ constexpr COLORREF kLineColour = RGB(40, 40, 40);
 /// Colours by the colour map, and not by shades of one colour.
 constexpr int kColourMapDescription = 2;
 
-void SetCoordinates(CSurface& surface, CoordinateChoice coordinates)
-{
-    switch (coordinates) {
-    case CoordinateChoice::Cartesian:
-        break;
-    case CoordinateChoice::Polar:
-        surface.SetCurveType(C3DCurve::ctPolar);
-        break;
-    case CoordinateChoice::Cylindrical:
-        surface.SetCurveType(C3DCurve::ctCylindrical);
-        break;
-    case CoordinateChoice::Geographical:
-        surface.SetCurveType(C3DCurve::ctGeographical);
-        break;
-    case CoordinateChoice::Radial:
-        surface.SetUseRadialGrid(1);
-        break;
-    }
-}
-
 void SetColours(CSurface& surface, SurfaceOptions const& options)
 {
-    LoadHeightMap(options.colourMap, *surface.GetColourmap());
+    SetHeightColours(surface, options);
     surface.SetColourDescription(kColourMapDescription);
     surface.SetTransparency(options.transparency);
-    if (options.zRange) {
-        surface.SetLUTMinMax(options.zRange->first, options.zRange->second);
-        surface.SetUseLUTMinMax(1);
-    }
 }
 
 void SetContours(CSurface& surface, SurfaceOptions const& options, AxisRange heights)
@@ -133,20 +109,95 @@ void SetTexture(CSurface& surface, std::string const& path)
     }
 }
 
+/// Where coordinates count from, so that single precision is enough for the plane of x and y: their smallest, when they
+/// lie farther from 0 than they are apart, else 0.
+double OriginOf(std::vector<double> const& values)
+{
+    auto const [min, max] = std::minmax_element(values.begin(), values.end());
+    return std::max(std::abs(*min), std::abs(*max)) > 2.0 * (*max - *min) ? *min : 0.0;
+}
+
+/// Takes the origin off the coordinates, and has the curve put it back behind the triangulation.
+void SubtractOrigin(C3DCurve& curve, Points& points, std::string const& name, Messages const& messages)
+{
+    double const x = OriginOf(points.x);
+    double const y = OriginOf(points.y);
+    if (x == 0.0 && y == 0.0)
+        return;
+    for (double& value : points.x)
+        value -= x;
+    for (double& value : points.y)
+        value -= y;
+    CTransformArray transforms;
+    transforms.Add(CCoordTransform(CCoordTransform::ctTranslate, x, y, 0.0));
+    curve.SetTransforms(transforms);
+    messages.Note(name + ": triangulated from the origin x = " + ShortNumber(x) + ", y = " + ShortNumber(y)
+        + ", for full precision");
+}
+
+void SetBands(C3DIrregularSurfaceCurve& surface, SurfaceOptions const& options)
+{
+    ContourChoice const contours
+        = options.contours.value_or(options.levels ? ContourChoice::Bands : ContourChoice::Off);
+    if (contours == ContourChoice::Lines || contours == ContourChoice::Both || options.lineColours)
+        throw Failure(kUsageFault, "contour lines need points on a grid; triangles have bands (--contours bands)");
+    if (contours == ContourChoice::Off)
+        return;
+    AxisRange heights;
+    surface.GetUntransformedDataRange(heights.min, heights.max);
+    CDoubleArray levels;
+    for (double const level : LevelsOf(options, heights))
+        levels.Add(level);
+    surface.SetArbContourLevels(levels);
+    surface.SetContourLevelMode(2);
+    surface.SetContoursOn(1);
+}
+
+/// The surface of triangles between points that form no grid.
+SceneContent AddTriangles(
+    C3DGraph& scene, Options const& options, Points&& points, std::string const& name, Messages const& messages)
+{
+    SurfaceOptions const& wanted = options.surface;
+    if (!wanted.texture.empty())
+        throw Failure(kUsageFault, "--texture: needs points on a grid, and these form none");
+    if (wanted.coordinates == CoordinateChoice::Geographical || wanted.coordinates == CoordinateChoice::Radial)
+        throw Failure(kUsageFault, "--coordinates: points that form no grid may be cartesian, polar or cylindrical");
+    auto& surface = AddCurve<C3DIrregularSurfaceCurve>(scene, it3DIrregularSurfacePlot);
+    HeightTitles const titles = TitlesOf(points);
+    if (wanted.coordinates == CoordinateChoice::Cartesian)
+        SubtractOrigin(surface, points, name, messages);
+    PointArrays arrays(points);
+    surface.SetTableData(arrays.All(), arrays.Count());
+    SetCoordinates(surface, wanted.coordinates);
+    SetHeightColours(surface, wanted);
+    surface.SetColourDescription(1);
+    surface.SetTransparency(wanted.transparency);
+    surface.SetWireframeOn(wanted.wireframe ? 1 : 0);
+    surface.SetWireframeColour(kLineColour);
+    scene.UpdatePlots();
+    std::size_t const triangles = surface.GetTriangles().size();
+    if (triangles == 0)
+        throw Failure(kDataFault,
+            name + ": expected at least 3 points that do not lie on one line, which a surface needs, found none");
+    messages.Note(name + ": " + Counted(static_cast<std::size_t>(arrays.Count()), "point", "points")
+        + " form no grid; triangulated into " + Counted(triangles, "triangle", "triangles"));
+    SetBands(surface, wanted);
+    SceneContent content { &surface, SceneDataOf(scene) };
+    content.data.titles = titles;
+    return content;
+}
+
 } // namespace
 
-std::unique_ptr<C3DGraph> MakeSurfaceScene(
-    Options const& options, HeightFile&& file, Picture& picture, Messages const& messages)
+SceneContent AddSurface(C3DGraph& scene, Options const& options, HeightFile&& file, Messages const& messages)
 {
-    Look const look = LookOf(options.theme);
-    std::unique_ptr<C3DGraph> owner = MakeScene(options, look);
-    C3DGraph& scene = *owner;
-    AddTitle(scene, OneLine(options.title), look);
-    CPlot* const plot = scene.AddPlot(itSurfacePlot);
-    auto& surface = static_cast<CSurface&>(*plot->CreateCurve());
+    if (file.points)
+        return AddTriangles(scene, options, std::move(*file.points), file.name, messages);
+    auto& surface = AddCurve<CSurface>(scene, itSurfacePlot);
     std::string const name = file.name;
     HeightTitles const titles = GiveHeights(std::move(file), surface, messages);
     SetCoordinates(surface, options.surface.coordinates);
+    surface.SetUseRadialGrid(options.surface.coordinates == CoordinateChoice::Radial);
     SetColours(surface, options.surface);
     SetWireframe(surface, options.surface);
     SetTexture(surface, options.surface.texture);
@@ -156,12 +207,9 @@ std::unique_ptr<C3DGraph> MakeSurfaceScene(
     double high = 0.0;
     surface.GetUntransformedDataRange(low, high);
     SetContours(surface, options.surface, { low, high });
-    SceneData data = SceneDataOf(surface);
-    data.titles = titles;
-    if (options.surface.zRange)
-        data.z = { options.surface.zRange->first, options.surface.zRange->second };
-    LayOutScene(scene, surface, data, look, picture, options);
-    return owner;
+    SceneContent content { &surface, SceneDataOf(scene) };
+    content.data.titles = titles;
+    return content;
 }
 
 } // namespace ombrel::host

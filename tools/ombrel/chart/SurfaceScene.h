@@ -1,20 +1,12 @@
 #pragma once
-#include "tools/ombrel/grid/HeightFile.h"
-
-#include <memory>
-
-namespace ombrel {
-class C3DGraph;
-}
+#include "tools/ombrel/chart/Scene.h"
 
 namespace ombrel::host {
 
 class Messages;
-class Picture;
-struct Options;
 
-/// A 3D graph of the heights as a surface, fitted into the picture, with a key beside it. Throws Failure and Error.
-std::unique_ptr<C3DGraph> MakeSurfaceScene(
-    Options const& options, HeightFile&& file, Picture& picture, Messages const& messages);
+/// Adds the heights as a surface: over their grid, or over the triangles of points that form none. Throws Failure and
+/// Error.
+SceneContent AddSurface(C3DGraph& scene, Options const& options, HeightFile&& file, Messages const& messages);
 
 } // namespace ombrel::host

@@ -6,9 +6,11 @@
 #include "tools/ombrel/OutputFile.h"
 #include "tools/ombrel/chart/ContourMap.h"
 #include "tools/ombrel/chart/Document.h"
-#include "tools/ombrel/chart/SurfaceScene.h"
+#include "tools/ombrel/chart/HeightScene.h"
+#include "tools/ombrel/chart/MeshScene.h"
 #include "tools/ombrel/chart/TitleCaption.h"
 #include "tools/ombrel/options/Options.h"
+#include "tools/ombrel/options/PlotChecks.h"
 
 namespace ombrel::host {
 
@@ -16,17 +18,18 @@ namespace {
 
 using Files = std::vector<std::unique_ptr<InputFile>>;
 
-/// What both commands do round the making of their graph.
+/// What the commands do round the making of their graph: make(file, picture).
 template <typename Make>
-void RunHeights(Options const& options, Files const& files, Messages const& messages, Make const& make)
+void RunWith(Options const& options, Files const& files, char const* kind, Messages const& messages, Make const& make)
 {
     if (files.size() > 1)
-        throw Failure(kUsageFault, "expected one file of heights, found " + std::to_string(files.size()));
+        throw Failure(
+            kUsageFault, std::string("expected one file of ") + kind + ", found " + std::to_string(files.size()));
     Target target = MakeTarget(options, options.files.front());
     target.title = OneLine(options.title);
     CheckPaths(options, target);
     Picture picture(target);
-    auto const graph = make(ReadHeightFile(options, *files.front(), messages), picture);
+    auto const graph = make(*files.front(), picture);
     DrawGraph(*graph, picture);
     std::string const bytes = picture.Encode();
     if (!options.save.empty())
@@ -38,15 +41,26 @@ void RunHeights(Options const& options, Files const& files, Messages const& mess
 
 void RunSurface(Options const& options, Files& files, Messages const& messages)
 {
-    RunHeights(options, files, messages, [&](HeightFile&& file, Picture& picture) {
-        return MakeSurfaceScene(options, std::move(file), picture, messages);
+    CheckSceneOptions(options);
+    RunWith(options, files, "heights", messages, [&](InputFile& file, Picture& picture) {
+        return MakeHeightScene(options, ReadHeightFile(options, file, ShapeFor(options), messages), picture, messages);
     });
 }
 
 void RunContour(Options const& options, Files& files, Messages const& messages)
 {
-    RunHeights(options, files, messages, [&](HeightFile&& file, Picture& picture) {
-        return MakeContourMap(options, std::move(file), picture, messages);
+    RunWith(options, files, "heights", messages, [&](InputFile& file, Picture& picture) {
+        return MakeContourMap(options, ReadHeightFile(options, file, HeightShape::Grid, messages), picture, messages);
+    });
+}
+
+void RunMesh(Options const& options, Files& files, Messages const& messages)
+{
+    CheckMeshOptions(options);
+    RunWith(options, files, "a mesh", messages, [&](InputFile const& file, Picture& picture) {
+        if (!IsMeshFile(file.GetName()))
+            throw Failure(kUsageFault, file.GetName() + ": expected a .tvm, .tvo or .dxf file");
+        return MakeMeshScene(options, file.GetName(), picture, messages);
     });
 }
 

@@ -15,4 +15,7 @@ void RunSurface(Options const& options, std::vector<std::unique_ptr<InputFile>>&
 /// Draws them as a map with contours. Throws Failure and Error.
 void RunContour(Options const& options, std::vector<std::unique_ptr<InputFile>>& files, Messages const& messages);
 
+/// Draws a mesh, solid objects or a drawing. Throws Failure and Error.
+void RunMesh(Options const& options, std::vector<std::unique_ptr<InputFile>>& files, Messages const& messages);
+
 } // namespace ombrel::host

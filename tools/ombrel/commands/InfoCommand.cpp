@@ -11,6 +11,9 @@
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/chart/AxisLayout.h"
 #include "tools/ombrel/chart/Document.h"
+#include "tools/ombrel/chart/MeshScene.h"
+#include "tools/ombrel/commands/MeshInfo.h"
+#include "tools/ombrel/commands/SceneInfo.h"
 #include "tools/ombrel/commands/TableFile.h"
 #include "tools/ombrel/grid/HeightFile.h"
 #include "tools/ombrel/options/Options.h"
@@ -34,7 +37,7 @@ std::string DateText(double days)
 
 std::string RangeText(double min, double max, bool dates)
 {
-    return dates ? DateText(min) + " to " + DateText(max) : ShortNumber(min) + " to " + ShortNumber(max);
+    return dates ? DateText(min) + " to " + DateText(max) : NumberRange(min, max);
 }
 
 /// Characters, for lining up columns.
@@ -129,46 +132,16 @@ std::string DescribeView(C3DGraph const& scene)
         + ShortNumber(scene.GetPerspective()) + "\n";
 }
 
-std::string Counts(int number, char const* one, char const* many)
-{
-    return Counted(static_cast<std::size_t>(std::max(number, 0)), one, many);
-}
-
-/// The table of heights, and the ranges of the curve that shows it.
-std::string DescribeGrid(C3DRowColCurve const& curve)
-{
-    CTableData const& table = *curve.GetTableDataPtr();
-    std::size_t missing = 0;
-    for (int r = 0; r < table.GetNumRows(); ++r) {
-        for (int c = 0; c < table.GetNumCols(); ++c)
-            missing += IsGap(table.GetAt(r, c));
-    }
-    std::string text
-        = ", " + Counts(table.GetNumRows(), "row", "rows") + " and " + Counts(table.GetNumCols(), "column", "columns");
-    if (missing > 0)
-        text += ", " + std::to_string(missing) + " missing";
-    if (!curve.GetMesh()->HasNodes())
-        return text;
-    AxisRange x;
-    AxisRange y;
-    AxisRange z;
-    curve.GetXRange(x.min, x.max);
-    curve.GetYRange(y.min, y.max);
-    curve.GetZRange(z.min, z.max);
-    return text + "\n        x " + RangeText(x.min, x.max, false) + ", y " + RangeText(y.min, y.max, false) + ", z "
-        + RangeText(z.min, z.max, false);
-}
-
 std::string DescribeLevels(C2DContourCurve const& curve)
 {
     switch (curve.GetLevelMode()) {
     case C2DContourCurve::lmEven:
-        return Counts(curve.GetNumContours(), "level", "levels");
+        return CountedInt(curve.GetNumContours(), "level", "levels");
     case C2DContourCurve::lmSpaced:
         return "levels at " + ShortNumber(curve.GetRef()) + " and every " + ShortNumber(curve.GetSpacing());
     default: {
         CDoubleArray const& levels = curve.GetSurface()->GetArbContourLevels();
-        std::string text = Counts(levels.GetSize(), "level", "levels");
+        std::string text = CountedInt(levels.GetSize(), "level", "levels");
         if (levels.GetSize() > 0)
             text += ", " + RangeText(levels[0], levels[levels.GetSize() - 1], false);
         return text;
@@ -181,8 +154,8 @@ std::string DescribeCurve(CPlotComponent& component)
     std::string text = "      " + std::string(component.GetRuntimeClass().name) + " tag "
         + std::to_string(component.GetTag()) + ", item type " + std::to_string(component.GetItemType()) + ", title "
         + Quoted(component.GetTitle());
-    if (auto const* const grid = DynamicDowncast<C3DRowColCurve>(&component))
-        return text + DescribeGrid(*grid) + "\n";
+    if (auto const scene = DescribeSceneCurve(component))
+        return text + *scene + "\n";
     if (auto const* const contours = DynamicDowncast<C2DContourCurve>(&component))
         return text + DescribeGrid(*contours->GetSurface()) + "\n        " + DescribeLevels(*contours) + "\n";
     auto const* const curve = DynamicDowncast<C2DCurve>(&component);
@@ -248,7 +221,7 @@ std::string DescribeDocument(Options const& options, InputFile& file, Messages c
 std::string DescribeHeights(InputFile& file, Messages const& messages)
 {
     CSurface surface;
-    HeightTitles const titles = GiveHeights({ file.GetName(), std::nullopt }, surface, messages);
+    HeightTitles const titles = GiveHeights({ file.GetName() }, surface, messages);
     surface.Evaluate();
     bool const isModel = surface.GetFileType() == CSurface::ftDEM;
     std::string text = file.GetName() + (isModel ? ": elevation model" : ": z values") + DescribeGrid(surface);
@@ -269,6 +242,8 @@ std::string DescribeFile(Options const& options, InputFile& file, Messages const
     bool const isDocument = options.IsGiven(OptionId::InPlace) || LooksLikeDocument(file.Peek(kDocumentMarkLength));
     if (isDocument)
         return DescribeDocument(options, file, messages);
+    if (IsMeshFile(file.GetName()))
+        return DescribeMeshFile(file, messages);
     return IsHeightFile(file.GetName()) ? DescribeHeights(file, messages) : DescribeTable(options, file, messages);
 }
 

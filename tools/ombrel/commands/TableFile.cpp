@@ -3,6 +3,8 @@
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/table/Utf8.h"
 
+#include <algorithm>
+
 namespace ombrel::host {
 
 namespace {
@@ -36,6 +38,11 @@ void TellAssumptions(std::string const& name, Table const& table, Messages const
 std::string Counted(std::size_t count, std::string const& singular, std::string const& plural)
 {
     return std::to_string(count) + " " + (count == 1 ? singular : plural);
+}
+
+std::string CountedInt(int count, std::string const& singular, std::string const& plural)
+{
+    return Counted(static_cast<std::size_t>(std::max(count, 0)), singular, plural);
 }
 
 std::string SeparatorLabel(char separator)

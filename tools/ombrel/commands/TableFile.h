@@ -30,5 +30,7 @@ std::string SeparatorLabel(char separator);
 
 /// "1 row", "2 rows".
 std::string Counted(std::size_t count, std::string const& singular, std::string const& plural);
+/// The same of a number from a document, which may be below 0.
+std::string CountedInt(int count, std::string const& singular, std::string const& plural);
 
 } // namespace ombrel::host

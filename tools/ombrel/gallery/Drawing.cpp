@@ -31,7 +31,7 @@ namespace {
 /// In rows of three.
 constexpr std::string_view kOnOverview[] { "lines-constrained", "clustered-years", "areas-stream", "shading-range",
     "stacked-shares", "grid-polar", "symbols-clouds", "errors-fit", "colours-spectrum", "contours-bands",
-    "surfaces-lit", "surfaces-globe" };
+    "surfaces-lit", "surfaces-globe", "bars3d-rain", "scatter3d-clouds", "mesh-clipped" };
 
 /// What the curve draws beyond its points.
 void WidenForCurve(C2DCurve const& curve, AxisRange& y)
@@ -252,8 +252,9 @@ std::unique_ptr<C3DGraph> MakeGraph(BuildScene build, PictureLook const& look, T
     std::unique_ptr<C3DGraph> scene = MakeScene(options, look);
     build(*scene, look);
     scene->UpdatePlots();
-    auto const& curve = static_cast<C3DCurve const&>(*scene->GetPlotArray()->GetAt(0)->GetComponent(0));
-    SceneData data = SceneDataOf(curve);
+    CPlotComponent const* const coloured = CurveWithKey(*scene);
+    auto const& curve = coloured ? static_cast<C3DCurve const&>(*coloured) : *CurvesOf(*scene).front();
+    SceneData data = SceneDataOf(*scene);
     C3DAxis const* const* const axes = scene->GetAxes();
     data.titles = { axes[0]->GetTitle().ToUtf8(), axes[1]->GetTitle().ToUtf8(), axes[2]->GetTitle().ToUtf8() };
     Picture scratch(target);

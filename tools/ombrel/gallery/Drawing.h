@@ -7,8 +7,8 @@ namespace ombrel::host {
 /// In pixels; pages are as large as the large picture is on a screen.
 inline constexpr PictureSize kLargePicture { 900, 560 };
 inline constexpr PictureSize kSmallPicture { 300, 190 };
-/// All twelve pictures of the overview together.
-inline constexpr PictureSize kOverview { 1200, 1008 };
+/// All fifteen pictures of the overview together.
+inline constexpr PictureSize kOverview { 1200, 1260 };
 
 /// The graph of the picture, laid out for the target. theme is the gallery's.
 std::unique_ptr<CAnnotatedGraph> MakeGalleryGraph(GalleryPicture const& picture, Target const& target, Theme theme);
@@ -16,7 +16,7 @@ std::unique_ptr<CAnnotatedGraph> MakeGalleryGraph(GalleryPicture const& picture,
 /// The file of the picture, laid out for the target.
 std::string DrawGalleryPicture(GalleryPicture const& picture, Target const& target, Theme theme);
 
-/// Twelve small graphs in one bitmap, as a PNG file.
+/// Fifteen small graphs in one bitmap, as a PNG file.
 std::string DrawOverview(std::span<GalleryPicture const> pictures, Theme theme);
 
 } // namespace ombrel::host

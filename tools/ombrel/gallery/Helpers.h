@@ -64,7 +64,7 @@ inline void NameTicks(C2DGraph& graph, CStringArray const& names, double margin 
 
 /// Gives the surface heights z = f(x, y) at the nodes of a grid of so many cells each way.
 template <typename Function>
-void SampleGrid(CSurface& surface, CRealPoint const& from, CRealPoint const& to, int cells, Function const& f)
+void SampleGrid(C3DRowColCurve& surface, CRealPoint const& from, CRealPoint const& to, int cells, Function const& f)
 {
     double const dx = (to.x - from.x) / cells;
     double const dy = (to.y - from.y) / cells;

@@ -202,7 +202,7 @@ std::string Footer()
         + Details("What the pictures share: AddCurve, Sample, SetValues and others",
             helpers.substr(0, helpers.find("\n} // namespace")))
         + Details("A whole program, from the graph to the file", kGalleryProgram) + "<p><a href=\""
-        + std::string(kOverviewName) + "\">Twelve of them on one sheet</a>. Drawn by ombrel " + std::string(kVersion)
+        + std::string(kOverviewName) + "\">Fifteen of them on one sheet</a>. Drawn by ombrel " + std::string(kVersion)
         + ".</p>\n</footer>\n";
 }
 

@@ -6,7 +6,7 @@ std::vector<GalleryPicture> AllGalleryPictures()
 {
     std::vector<GalleryPicture> all;
     for (auto const& family : { LinePictures(), BarPictures(), AreaPictures(), ContourPictures(), SurfacePictures(),
-             AxesPictures(), StylePictures() })
+             SceneBarPictures(), ScenePointPictures(), MeshPictures(), AxesPictures(), StylePictures() })
         all.insert(all.end(), family.begin(), family.end());
     return all;
 }

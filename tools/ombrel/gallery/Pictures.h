@@ -63,6 +63,9 @@ std::span<GalleryPicture const> BarPictures();
 std::span<GalleryPicture const> AreaPictures();
 std::span<GalleryPicture const> ContourPictures();
 std::span<GalleryPicture const> SurfacePictures();
+std::span<GalleryPicture const> SceneBarPictures();
+std::span<GalleryPicture const> ScenePointPictures();
+std::span<GalleryPicture const> MeshPictures();
 std::span<GalleryPicture const> AxesPictures();
 std::span<GalleryPicture const> StylePictures();
 

@@ -30,16 +30,26 @@ std::optional<std::pair<double, double>> EndsOf(std::optional<std::string> const
     return std::pair(*ends->min, *ends->max);
 }
 
-TableGridOptions GridOptionsOf(Options const& options)
+PointColumnNames ColumnsOf(Options const& options)
+{
+    if (options.yColumns.size() > 1)
+        throw Failure(kUsageFault, "-y: expected one column, found " + std::to_string(options.yColumns.size()));
+    PointColumnNames columns;
+    columns.x = options.xColumn;
+    columns.y = options.yColumns.empty() ? std::string() : options.yColumns.front();
+    columns.z = options.surface.zColumn;
+    columns.size = options.surface.sizeColumn;
+    columns.colour = options.surface.colourColumn;
+    columns.label = options.labelColumn;
+    return columns;
+}
+
+TableGridOptions GridOptionsOf(Options const& options, HeightShape shape)
 {
     TableGridOptions grid;
     grid.matrix = options.surface.matrix;
-    grid.xColumn = options.xColumn;
-    if (options.yColumns.size() > 1)
-        throw Failure(kUsageFault, "-y: expected one column, found " + std::to_string(options.yColumns.size()));
-    if (!options.yColumns.empty())
-        grid.yColumn = options.yColumns.front();
-    grid.zColumn = options.surface.zColumn;
+    grid.columns = ColumnsOf(options);
+    grid.takesPoints = shape == HeightShape::GridOrPoints;
     grid.xEnds = EndsOf(options.xRange, "--x-range");
     grid.yEnds = EndsOf(options.yRange, "--y-range");
     return grid;
@@ -86,6 +96,30 @@ void ScaleElevations(CSurface& surface, std::string const& name, Messages const&
     messages.Note(name + ": elevations are multiplied by the resolution of " + FormatNumber(step, 'g', 7));
 }
 
+/// Has the surface read its file.
+HeightTitles ReadInto(CSurface& surface, std::string const& name, Messages const& messages)
+{
+    if (!WithErrors([&] { return surface.SetPathname(CString(name)); }))
+        throw Failure(kDataFault, name + ": cannot be read");
+    surface.SetDataSourceType(CPlotComponent::dsTable);
+    if (surface.GetFileType() != CSurface::ftDEM)
+        return { "x", "y", "z" };
+    ScaleElevations(surface, name, messages);
+    return TitlesOfDem(surface.GetDEM());
+}
+
+void LeaveOutGaps(Points& points, std::string const& name, Messages const& messages)
+{
+    std::size_t const left = DropGaps(points);
+    if (points.Count() == 0)
+        throw Failure(kDataFault,
+            name + ": there is nothing to draw: "
+                + (left > 0 ? "every point has a gap" : "expected rows of points below the names, found none"));
+    if (left > 0)
+        messages.Warning(
+            name + ": " + Counted(left, "point has a gap and is", "points have gaps and are") + " left out");
+}
+
 } // namespace
 
 bool IsHeightFile(std::string const& path)
@@ -94,33 +128,47 @@ bool IsHeightFile(std::string const& path)
     return path != "-" && (extension == ".tvl" || extension == ".dem");
 }
 
-HeightFile ReadHeightFile(Options const& options, InputFile& file, Messages const& messages)
+namespace {
+
+bool TakesPointsOnly(HeightShape shape) { return shape == HeightShape::Points || shape == HeightShape::PointsWithGaps; }
+
+} // namespace
+
+HeightFile ReadHeightFile(Options const& options, InputFile& file, HeightShape shape, Messages const& messages)
 {
     std::string const name = file.GetName();
     if (LooksLikeDocument(file.Peek(kDocumentMarkLength)))
         throw Failure(kDataFault, name + ": expected heights, found a graph document (ombrel draw draws it)");
     if (IsHeightFile(name)) {
+        if (TakesPointsOnly(shape))
+            throw Failure(kDataFault, name + ": expected a table of points, found a file of heights on a grid");
         RefuseTableOptions(options, name);
-        return { name, std::nullopt };
+        return { name };
     }
     TableOptions reading { options.table };
-    TableGridOptions const grid = GridOptionsOf(options);
-    Table table = ReadTableFile(file, reading, messages);
-    return { name, GridOfTable(table, name, grid, messages) };
+    if (!options.labelColumn.empty())
+        reading.asTexts.push_back(options.labelColumn);
+    HeightFile heights { name };
+    if (TakesPointsOnly(shape)) {
+        PointColumnNames const columns = ColumnsOf(options);
+        Table table = ReadTableFile(file, reading, messages);
+        heights.points = PointsOfTable(table, name, columns);
+    } else {
+        TableGridOptions const grid = GridOptionsOf(options, shape);
+        Table table = ReadTableFile(file, reading, messages);
+        auto made = HeightsOfTable(table, name, grid, messages);
+        if (auto* const found = std::get_if<Grid>(&made))
+            heights.grid = std::move(*found);
+        else
+            heights.points = std::get<Points>(std::move(made));
+    }
+    if (heights.points && shape != HeightShape::PointsWithGaps)
+        LeaveOutGaps(*heights.points, name, messages);
+    return heights;
 }
 
-HeightTitles GiveHeights(HeightFile&& file, CSurface& surface, Messages const& messages)
+HeightTitles GiveGrid(Grid&& grid, C3DRowColCurve& curve)
 {
-    if (!file.grid) {
-        if (!WithErrors([&] { return surface.SetPathname(CString(file.name)); }))
-            throw Failure(kDataFault, file.name + ": cannot be read");
-        surface.SetDataSourceType(CPlotComponent::dsTable);
-        if (surface.GetFileType() == CSurface::ftDEM)
-            ScaleElevations(surface, file.name, messages);
-        return surface.GetFileType() == CSurface::ftDEM ? TitlesOfDem(surface.GetDEM())
-                                                        : HeightTitles { "x", "y", "z" };
-    }
-    Grid& grid = *file.grid;
     CTableData table(static_cast<int>(grid.y.count), static_cast<int>(grid.x.count));
     for (std::size_t j = 0; j < grid.y.count; ++j) {
         for (std::size_t i = 0; i < grid.x.count; ++i) {
@@ -129,11 +177,27 @@ HeightTitles GiveHeights(HeightFile&& file, CSurface& surface, Messages const& m
         }
     }
     grid.heights = {};
-    surface.SetTableData(std::move(table));
-    surface.SetTablePlacement({ grid.x.first, grid.y.first, grid.x.Step(), grid.y.Step() });
-    surface.AlignMeshes();
-    surface.SetDataSourceType(CPlotComponent::dsTable);
+    curve.SetTableData(std::move(table));
+    curve.SetTablePlacement({ grid.x.first, grid.y.first, grid.x.Step(), grid.y.Step() });
+    curve.AlignMeshes();
+    curve.SetDataSourceType(CPlotComponent::dsTable);
     return { grid.x.title, grid.y.title, grid.title, false };
+}
+
+HeightTitles GiveHeights(HeightFile&& file, C3DRowColCurve& curve, Messages const& messages)
+{
+    if (file.grid)
+        return GiveGrid(std::move(*file.grid), curve);
+    if (auto* const surface = DynamicDowncast<CSurface>(&curve))
+        return ReadInto(*surface, file.name, messages);
+    CSurface surface;
+    HeightTitles titles = ReadInto(surface, file.name, messages);
+    curve.SetTableData(std::move(*surface.GetTableDataPtr()));
+    curve.SetTablePlacement(
+        { surface.GetTableXMin(), surface.GetTableYMin(), surface.GetTableXStep(), surface.GetTableYStep() });
+    curve.AlignMeshes();
+    curve.SetDataSourceType(CPlotComponent::dsTable);
+    return titles;
 }
 
 void CheckHeights(CSurface const& surface, std::string const& name, Messages const& messages)

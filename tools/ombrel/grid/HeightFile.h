@@ -1,12 +1,14 @@
 #pragma once
 #include "tools/ombrel/grid/Grid.h"
+#include "tools/ombrel/grid/TablePoints.h"
 
 #include <optional>
 #include <string>
 
 namespace ombrel {
+class C3DRowColCurve;
 class CSurface;
-}
+} // namespace ombrel
 
 namespace ombrel::host {
 
@@ -14,12 +16,18 @@ class InputFile;
 class Messages;
 struct Options;
 
-/// Heights as a file holds them: a grid from a table, or a file that surfaces read by themselves (.tvl, .dem).
+/// Heights as a file holds them: a grid or points from a table, or a file that surfaces read by themselves (.tvl,
+/// .dem).
 struct HeightFile {
     /// How messages call the file; its path when it is read by surfaces.
     std::string name;
-    std::optional<Grid> grid;
+    std::optional<Grid> grid {};
+    std::optional<Points> points {};
 };
+
+/// What a command needs of a file: a grid; a grid where the file holds one, else points; points, whatever grid they
+/// form; or points with their gaps, where a line breaks.
+enum class HeightShape { Grid, GridOrPoints, Points, PointsWithGaps };
 
 /// What the axes and the colours are called.
 struct HeightTitles {
@@ -33,11 +41,16 @@ struct HeightTitles {
 /// Whether surfaces read the file by themselves, by the ending of its name.
 bool IsHeightFile(std::string const& path);
 
-/// Reads the table, or leaves the file to the surface. Throws Failure.
-HeightFile ReadHeightFile(Options const& options, InputFile& file, Messages const& messages);
+/// Reads the table, or leaves the file to the surface. Of points those with gaps are left out,
+/// unless these are wanted. Throws Failure.
+HeightFile ReadHeightFile(Options const& options, InputFile& file, HeightShape shape, Messages const& messages);
 
-/// Hands the heights over to the surface, which reads its file now, as data of a table. Throws Failure and Error.
-HeightTitles GiveHeights(HeightFile&& file, CSurface& surface, Messages const& messages);
+/// Hands the heights over to the curve, as data of a table; a surface reads a file that is no table itself. Throws
+/// Failure and Error.
+HeightTitles GiveHeights(HeightFile&& file, C3DRowColCurve& curve, Messages const& messages);
+
+/// The same with a grid.
+HeightTitles GiveGrid(Grid&& grid, C3DRowColCurve& curve);
 
 /// Looks at the heights of an evaluated surface: throws Failure when there is none, and warns when no cell of the grid
 /// has all of its four. name is how messages call the file.

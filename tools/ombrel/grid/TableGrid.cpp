@@ -2,11 +2,11 @@
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/commands/TableFile.h"
 #include "tools/ombrel/grid/PointGrid.h"
-#include "tools/ombrel/options/OptionValues.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace ombrel::host {
 
@@ -26,21 +26,6 @@ struct Source {
 };
 
 bool HoldsNumbers(TableColumn const& column) { return !column.misfit && column.type == ColumnType::Number; }
-
-/// The numbers of a column, which gives them up; gaps all along when it holds nothing else.
-std::vector<double> TakeNumbers(Source const& source, std::size_t index)
-{
-    TableColumn& column = source.table.columns[index];
-    if (column.misfit)
-        source.Fail(":" + column.misfit->ToText());
-    if (column.type == ColumnType::Unknown)
-        return std::vector<double>(source.table.rows, kGap);
-    if (column.type != ColumnType::Number)
-        source.Fail(": " + ColumnLabel(source.table, index) + ": expected numbers, found " + ContentsOf(column));
-    std::vector<double> values(column.values.Size());
-    column.values.MoveTo(values.data());
-    return values;
-}
 
 /// The numbers in the first row when it was read as a header: the x coordinates. Empty when one is none.
 std::vector<double> HeaderNumbers(Table const& table)
@@ -154,7 +139,7 @@ Grid MatrixGrid(Source const& source, std::optional<Heading> const& heading)
     bool const downwards = TurnUpwards(grid.y);
     grid.heights.resize(columns * rows);
     for (std::size_t i = 0; i < columns; ++i) {
-        std::vector<double> const values = TakeNumbers(source, firstColumn + i);
+        std::vector<double> const values = TakeNumbers(table, firstColumn + i, source.name);
         std::size_t const to = leftwards ? columns - 1 - i : i;
         for (std::size_t j = 0; j < rows; ++j)
             grid.heights[(downwards ? rows - 1 - j : j) * columns + to] = values[firstRow + j];
@@ -189,84 +174,43 @@ Grid ReadMatrix(Source const& source)
 
 // --- points ---
 
-/// The columns of x, y and z.
-struct PointColumns {
-    std::size_t x = 0;
-    std::size_t y = 1;
-    std::size_t z = 2;
-};
-
-std::size_t NamedColumn(Source const& source, std::string const& text, char const* option)
+/// The grid that the points form, or why they form none.
+std::variant<Grid, PointFault> GridOf(Source const& source, Points const& points)
 {
-    std::size_t const index = FindColumn(NamesOf(source.table), text);
-    if (index < source.table.columns.size())
-        return index;
-    throw Failure(kUsageFault, std::string(option) + " " + text + ": " + source.name + " has no such column");
-}
-
-/// Columns called x, y and z; else the first three of numbers. Nothing when there are not so many.
-std::optional<PointColumns> FindPointColumns(Source const& source)
-{
-    auto const& columns = source.table.columns;
-    auto const named = [&](std::string_view name) {
-        return static_cast<std::size_t>(std::find_if(columns.begin(), columns.end(), [&](TableColumn const& c) {
-            return LowerCase(c.name) == name;
-        }) - columns.begin());
-    };
-    PointColumns const byName { named("x"), named("y"), named("z") };
-    if (byName.x < columns.size() && byName.y < columns.size() && byName.z < columns.size())
-        return byName;
-    std::vector<std::size_t> numbers;
-    for (std::size_t i = 0; i < columns.size() && numbers.size() < 3; ++i) {
-        if (HoldsNumbers(columns[i]))
-            numbers.push_back(i);
+    auto made
+        = GridOfPoints({ points.x, points.y, points.z }, [&](std::size_t point) { return source.PlaceOf(point); });
+    if (auto* const grid = std::get_if<Grid>(&made)) {
+        grid->x.title = points.xTitle;
+        grid->y.title = points.yTitle;
+        grid->title = points.zTitle;
+        source.messages.Note(source.name + ": read as points on a grid of " + std::to_string(grid->x.count) + " x "
+            + std::to_string(grid->y.count));
     }
-    if (numbers.size() < 3)
-        return std::nullopt;
-    return PointColumns { numbers[0], numbers[1], numbers[2] };
+    return made;
 }
 
-PointColumns ChoosePointColumns(Source const& source)
+std::string TextOf(Source const& source, PointFault const& fault)
 {
-    TableGridOptions const& options = source.options;
-    PointColumns chosen = FindPointColumns(source).value_or(PointColumns());
-    if (!options.xColumn.empty())
-        chosen.x = NamedColumn(source, options.xColumn, "-x");
-    if (!options.yColumn.empty())
-        chosen.y = NamedColumn(source, options.yColumn, "-y");
-    if (!options.zColumn.empty())
-        chosen.z = NamedColumn(source, options.zColumn, "-z");
-    if (std::max({ chosen.x, chosen.y, chosen.z }) >= source.table.columns.size())
-        source.Fail(
-            ": expected columns of x, y and z, found " + Counted(source.table.columns.size(), "column", "columns"));
-    return chosen;
+    std::string const place
+        = fault.point < source.table.rows ? ":" + std::to_string(source.table.LineOf(fault.point)) : "";
+    return source.name + place + ": " + fault.text;
 }
 
-Grid ReadPoints(Source const& source)
+std::variant<Grid, Points> ReadPoints(Source const& source)
 {
     if (source.options.xEnds || source.options.yEnds)
         throw Failure(kUsageFault,
             std::string(source.options.xEnds ? "--x-range" : "--y-range")
                 + ": places a matrix, and the table holds points with coordinates of their own");
-    PointColumns const columns = ChoosePointColumns(source);
-    std::string const titles[] { source.table.columns[columns.x].name, source.table.columns[columns.y].name,
-        source.table.columns[columns.z].name };
-    std::vector<double> const xs = TakeNumbers(source, columns.x);
-    std::vector<double> const ys = TakeNumbers(source, columns.y);
-    std::vector<double> const zs = TakeNumbers(source, columns.z);
-    auto made = GridOfPoints({ xs, ys, zs }, [&](std::size_t point) { return source.PlaceOf(point); });
-    if (auto const* const fault = std::get_if<PointFault>(&made)) {
-        std::string const place
-            = fault->point < source.table.rows ? ":" + std::to_string(source.table.LineOf(fault->point)) : "";
-        source.Fail(place + ": " + fault->text);
-    }
-    Grid grid = std::get<Grid>(std::move(made));
-    grid.x.title = titles[0];
-    grid.y.title = titles[1];
-    grid.title = titles[2];
-    source.messages.Note(source.name + ": read as points on a grid of " + std::to_string(grid.x.count) + " x "
-        + std::to_string(grid.y.count));
-    return grid;
+    Points points = PointsOfTable(source.table, source.name, source.options.columns);
+    auto made = GridOf(source, points);
+    if (auto* const grid = std::get_if<Grid>(&made))
+        return std::move(*grid);
+    std::string const fault = TextOf(source, std::get<PointFault>(made));
+    if (!source.options.takesPoints)
+        throw Failure(kDataFault, fault);
+    source.messages.Note(fault + "; they are taken as they stand");
+    return points;
 }
 
 /// Points are told from a matrix by words that name three columns, or by three columns the first two of which say
@@ -274,12 +218,16 @@ Grid ReadPoints(Source const& source)
 bool LooksLikePoints(Source const& source)
 {
     Table const& table = source.table;
-    if (table.columns.size() < 3 || !FindPointColumns(source))
+    if (table.columns.size() < 3 || !HasPointColumns(table))
         return false;
     if (table.dialect.hasHeader)
         return HeaderNumbers(table).empty();
     if (table.columns.size() > 3)
         return false;
+    // So many rows of three heights each hardly make a grid.
+    constexpr std::size_t kManyRows = 12;
+    if (source.options.takesPoints && table.rows >= kManyRows)
+        return true;
     std::vector<double> values[2];
     for (std::size_t i = 0; i < 2; ++i) {
         table.columns[i].values.ForEach([&](double value) { values[i].push_back(value); });
@@ -291,10 +239,11 @@ bool LooksLikePoints(Source const& source)
 
 } // namespace
 
-Grid GridOfTable(Table& table, std::string const& name, TableGridOptions const& options, Messages const& messages)
+std::variant<Grid, Points> HeightsOfTable(
+    Table& table, std::string const& name, TableGridOptions const& options, Messages const& messages)
 {
     Source const source { table, name, options, messages };
-    bool const wantsPoints = !options.xColumn.empty() || !options.yColumn.empty() || !options.zColumn.empty();
+    bool const wantsPoints = options.columns.NameAPlace();
     if (wantsPoints && options.matrix != MatrixChoice::Detect)
         throw Failure(kUsageFault, "--matrix: -x, -y and -z name the columns of points");
     if (wantsPoints || (options.matrix == MatrixChoice::Detect && LooksLikePoints(source)))

@@ -9,20 +9,26 @@ namespace {
 constexpr CommandSet kPlot = SetOf(Command::Plot);
 constexpr CommandSet kSurface = SetOf(Command::Surface);
 constexpr CommandSet kContour = SetOf(Command::Contour);
+constexpr CommandSet kMesh = SetOf(Command::Mesh);
 constexpr CommandSet kDraw = SetOf(Command::Draw);
 constexpr CommandSet kInfo = SetOf(Command::Info);
 constexpr CommandSet kGallery = SetOf(Command::Gallery);
 constexpr CommandSet kColours = SetOf(Command::Colours);
 /// What draws grids.
 constexpr CommandSet kHeights = kSurface | kContour;
+/// What draws tables.
 constexpr CommandSet kCharts = kPlot | kHeights;
-constexpr CommandSet kAll = kCharts | kDraw | kInfo | kGallery | kColours;
-constexpr CommandSet kPictures = kCharts | kDraw | kColours;
+/// What draws scenes in space, and what colours by value.
+constexpr CommandSet kScenes = kSurface | kMesh;
+constexpr CommandSet kColoured = kHeights | kMesh;
+constexpr CommandSet kGraphs = kCharts | kMesh;
+constexpr CommandSet kAll = kGraphs | kDraw | kInfo | kGallery | kColours;
+constexpr CommandSet kPictures = kGraphs | kDraw | kColours;
 
 using std::string_view;
 constexpr string_view kFormats[] { "png", "bmp", "pdf", "svg", "ps" };
 constexpr string_view kKinds[] { "line", "steps", "pairs", "points", "filled", "bar", "clustered", "stacked", "area",
-    "error", "text", "histogram" };
+    "error", "text", "histogram", "surface", "bars", "series", "wireframe", "lines", "scatter" };
 constexpr string_view kLogAxes[] { "x", "y", "xy" };
 constexpr string_view kYesNo[] { "yes", "no" };
 constexpr string_view kDecimalMarks[] { "point", "comma" };
@@ -32,6 +38,10 @@ constexpr string_view kMatrices[] { "plain", "headed" };
 constexpr string_view kCoordinates[] { "cartesian", "polar", "cylindrical", "geographical", "radial" };
 constexpr string_view kContours[] { "off", "lines", "bands", "both" };
 constexpr string_view kKeys[] { "auto", "off" };
+constexpr string_view kColourings[] { "value", "plain", "columns", "rows" };
+constexpr string_view kSymbols[] { "sphere", "cone", "inverted-cone", "cube" };
+constexpr string_view kAlong[] { "x", "y" };
+constexpr string_view kOnOff[] { "on", "off" };
 constexpr string_view kThemes[] { "light", "dark", "print" };
 
 constexpr std::array kOptions {
@@ -53,18 +63,18 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::GroupColumn, "by", 0, "COL",
         "Make a curve of each group: of the rows that have the same word or number in this column.", kPlot },
     OptionEntry { OptionId::Kind, "kind", 0, "KIND",
-        "line, steps, pairs (points 1-2, 3-4 and so on joined), points, filled (down to zero), bar, clustered or "
-        "stacked "
-        "(bars), area (stacked), error (bars of --error), text (of --label) or histogram.",
-        kPlot, kKinds },
+        "Of a plot: line, steps, pairs (points 1-2, 3-4 and so on joined), points, filled (down to zero), bar, "
+        "clustered or stacked (bars), area (stacked), error (bars of --error), text (of --label) or histogram. Of a "
+        "3D scene: surface, bars, series, wireframe; of points lines, scatter, text.",
+        kPlot | kSurface, kKinds },
     OptionEntry { OptionId::Bins, "bins", 0, "N|auto", "Number of bars of a histogram; auto fits the data.", kPlot },
     OptionEntry { OptionId::Percent, "percent", 0, "", "Stacked bars show shares in percent.", kPlot },
     OptionEntry { OptionId::Normalised, "normalised", 0, "", "Stacked areas show shares of 1.", kPlot },
     OptionEntry { OptionId::ErrorColumns, "error", 0, "COL[,COL...]",
         "Columns of the errors, one for each y: bars reach from y - error to y + error.", kPlot, {}, ValueKind::Text,
         true },
-    OptionEntry {
-        OptionId::LabelColumn, "label", 0, "COL", "Column of the texts that are written at the points.", kPlot },
+    OptionEntry { OptionId::LabelColumn, "label", 0, "COL", "Column of the texts that are written at the points.",
+        kPlot | kSurface },
     OptionEntry { OptionId::Polar, "polar", 0, "",
         "x is an angle in degrees, counter-clockwise from the right, and y the distance from the centre.", kPlot },
     OptionEntry { OptionId::Radians, "radians", 0, "", "Angles are in radians.", kPlot },
@@ -80,47 +90,72 @@ constexpr std::array kOptions {
         "geographical (longitude and latitude), all with the value as radius; or radial (radius and angle).",
         kSurface, kCoordinates },
     OptionEntry { OptionId::ColourMap, "colour-map", 0, "NAME|FILE",
-        "Colours of the heights (ombrel colours lists the names); viridis without it.", kHeights },
+        "Colours of the heights (ombrel colours lists the names); viridis without it.", kColoured },
     OptionEntry { OptionId::Levels, "levels", 0, "LEVELS",
-        "Of lines and bands: how many bands, the levels themselves (10,20,50), or REFERENCE:STEP.", kHeights },
+        "Of lines and bands: how many bands, the levels themselves (10,20,50), or REFERENCE:STEP.", kColoured },
     OptionEntry { OptionId::Contours, "contours", 0, "off|lines|bands|both",
-        "Lines along the levels, bands of one colour between them, or both, which contour draws by itself.", kHeights,
+        "Lines along the levels, bands of one colour between them, or both, which contour draws by itself.", kColoured,
         kContours },
     OptionEntry { OptionId::LineColours, "line-colours", 0, "", "Each line in the colour of its level.", kHeights },
-    OptionEntry { OptionId::Key, "key", 0, "auto|off", "A key that explains the colours.", kHeights, kKeys },
+    OptionEntry { OptionId::Key, "key", 0, "auto|off", "A key that explains the colours.", kColoured, kKeys },
     OptionEntry { OptionId::View, "view", 0, "AZ,POLAR",
         "Where the box is looked at from, in degrees: its turn, and the angle from the zenith (0 from above, 90 from "
         "the "
         "side); 330,65 without it.",
-        kSurface },
+        kScenes },
     OptionEntry {
-        OptionId::Zoom, "zoom", 0, "FACTOR", "How large the box is drawn, 0.1 to 10; fitted without it.", kSurface },
-    OptionEntry { OptionId::Perspective, "perspective", 0, "P", "From 0, weak, to 1, strong.", kSurface },
+        OptionId::Zoom, "zoom", 0, "FACTOR", "How large the box is drawn, 0.1 to 10; fitted without it.", kScenes },
+    OptionEntry { OptionId::Perspective, "perspective", 0, "P", "From 0, weak, to 1, strong.", kScenes },
     OptionEntry { OptionId::VerticalScale, "vertical-scale", 0, "FACTOR",
-        "Height of the box against its longer side on the ground.", kSurface },
+        "Height of the box against its longer side on the ground.", kScenes },
     OptionEntry { OptionId::Wireframe, "wireframe", 0, "[N]",
-        "Draw the grid over the surface, every Nth line; a number that fits without N.", kSurface, {}, ValueKind::Text,
-        false, true },
+        "Draw the grid over the surface, every Nth line, or a number that fits without N; the outlines of a mesh's "
+        "elements.",
+        kScenes, {}, ValueKind::Text, false, true },
     OptionEntry { OptionId::Transparency, "transparency", 0, "T", "From 0, opaque, to 1, invisible.", kSurface },
     OptionEntry { OptionId::Texture, "texture", 0, "IMAGE", "Drape a picture (.png or .bmp) over the surface.",
         kSurface, {}, ValueKind::File },
     OptionEntry { OptionId::Lights, "lights", 0, "off|AZ,POLAR[,AZ,POLAR]",
-        "Where one or two lights stand, in degrees like the view.", kSurface },
+        "Where one or two lights stand, in degrees like the view.", kScenes },
+    OptionEntry { OptionId::SizeColumn, "size-by", 0, "COL", "Column of the sizes of points.", kSurface },
+    OptionEntry { OptionId::ColourColumn, "colour-by", 0, "COL",
+        "Column of the values that points are coloured by. Without it, their heights.", kSurface },
+    OptionEntry { OptionId::Sticks, "sticks", 0, "", "Points stand on sticks.", kSurface },
+    OptionEntry { OptionId::Tubes, "tubes", 0, "", "Lines are tubes.", kSurface },
+    OptionEntry { OptionId::Symbol, "symbol", 0, "SYMBOL",
+        "What marks a point: sphere, cone, inverted-cone or cube; sphere without it.", kSurface, kSymbols },
+    OptionEntry { OptionId::SymbolSize, "symbol-size", 0, "FACTOR", "How large symbols are; 1 without it.", kSurface },
+    OptionEntry { OptionId::Colouring, "colours", 0, "value|plain|columns|rows",
+        "By the heights (without it), one colour, or a colour for each column or row of bars or series.", kSurface,
+        kColourings },
+    OptionEntry { OptionId::Baseline, "baseline", 0, "Z",
+        "Height that bars, series and sticks start at. Without it, 0 where the axis has it.", kSurface },
+    OptionEntry { OptionId::BarWidth, "bar-width", 0, "F[,F]",
+        "Width of the bars against the usual one, along x and y.", kSurface },
     OptionEntry {
-        OptionId::NoAntialias, "no-antialias", 0, "", "Do not smooth the edges of a 3D picture.", kSurface | kDraw },
-    OptionEntry { OptionId::Title, "title", 0, "TEXT", "Title over the graph.", kCharts },
+        OptionId::Along, "along", 0, "x|y", "The axis that series run along; x without it.", kSurface, kAlong },
+    OptionEntry { OptionId::Variable, "variable", 0, "NAME",
+        "Values of nodes or elements that a mesh is coloured by, or z. Without it, the first that the file has.",
+        kMesh },
+    OptionEntry { OptionId::Clip, "clip", 0, "X0:X1,Y0:Y1,Z0:Z1",
+        "Leave out the bricks and tetrahedra that do not lie inside of these ends; an end may be left out.", kMesh },
+    OptionEntry { OptionId::Outline, "outline", 0, "", "Draw the outlines of elements alone.", kMesh },
+    OptionEntry { OptionId::Solid, "solid", 0, "on|off", "Fill the elements; on without it.", kMesh, kOnOff },
     OptionEntry {
-        OptionId::XTitle, "x-title", 0, "TEXT", "Title of the x axis. Without it, the column's name.", kCharts },
+        OptionId::NoAntialias, "no-antialias", 0, "", "Do not smooth the edges of a 3D picture.", kScenes | kDraw },
+    OptionEntry { OptionId::Title, "title", 0, "TEXT", "Title over the graph.", kGraphs },
     OptionEntry {
-        OptionId::YTitle, "y-title", 0, "TEXT", "Title of the y axis. Without it, the columns' names.", kCharts },
+        OptionId::XTitle, "x-title", 0, "TEXT", "Title of the x axis. Without it, the column's name.", kGraphs },
+    OptionEntry {
+        OptionId::YTitle, "y-title", 0, "TEXT", "Title of the y axis. Without it, the columns' names.", kGraphs },
     OptionEntry { OptionId::ZTitle, "z-title", 0, "TEXT",
-        "Title of the z axis or of the colour key. Without it, the column's name.", kHeights },
+        "Title of the z axis or of the colour key. Without it, the column's name.", kColoured },
     OptionEntry { OptionId::XRange, "x-range", 0, "A:B",
         "Ends of the x axis, numbers or dates; an empty one is taken from the data.", kCharts },
     OptionEntry {
         OptionId::YRange, "y-range", 0, "A:B", "Ends of the y axis; an empty one is taken from the data.", kCharts },
     OptionEntry {
-        OptionId::ZRange, "z-range", 0, "A:B", "Heights that colours and the z axis reach from and to.", kHeights },
+        OptionId::ZRange, "z-range", 0, "A:B", "Heights that colours and the z axis reach from and to.", kColoured },
     OptionEntry { OptionId::Log, "log", 0, "x|y|xy", "Logarithmic axes.", kPlot, kLogAxes },
     OptionEntry { OptionId::Grid, "grid", 0, "off|major|both", "Grid lines; major without it.", kPlot, kGrids },
     OptionEntry { OptionId::Legend, "legend", 0, "WHERE",
@@ -132,7 +167,7 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::Palette, "palette", 0, "NAME",
         "Colours of the curves: distinct, grey, or colours from a colour map (ombrel colours lists them).", kPlot },
     OptionEntry { OptionId::Theme, "theme", 0, "light|dark|print", "Colours of the graph; light without it.",
-        kCharts | kGallery, kThemes },
+        kGraphs | kGallery, kThemes },
     OptionEntry { OptionId::DateFormat, "date-format", 0, "FORMAT",
         "The x values are dates in this form, such as %d.%m.%Y (%Y %y %m %b %B %d %j %H %M %S). Without it, ISO dates "
         "are found by themselves.",
@@ -156,10 +191,11 @@ constexpr std::array kOptions {
         kPictures },
     OptionEntry { OptionId::Antialias, "antialias", 0, "", "Smooth lines.", kPlot },
     OptionEntry { OptionId::LineWidth, "line-width", 0, "N",
-        "Width of the lines in pixels at 96 to the inch; 1 without it.", kPlot },
-    OptionEntry { OptionId::Symbols, "symbols", 0, "", "Mark the points, each curve with a symbol of its own.", kPlot },
+        "Width of the lines in pixels at 96 to the inch; 1 without it.", kPlot | kSurface },
+    OptionEntry { OptionId::Symbols, "symbols", 0, "",
+        "Mark the points, each curve of a plot with a symbol of its own.", kPlot | kSurface },
     OptionEntry {
-        OptionId::Save, "save", 0, "DOC", "Store the graph as a document.", kCharts | kDraw, {}, ValueKind::File },
+        OptionId::Save, "save", 0, "DOC", "Store the graph as a document.", kGraphs | kDraw, {}, ValueKind::File },
     OptionEntry { OptionId::InPlace, "in-place", 0, "CLASS",
         "The document holds the contents of a graph of CLASS (C2DGraph) and not a reference to one.", kDraw | kInfo },
     OptionEntry {
@@ -172,9 +208,11 @@ constexpr std::array kCommands {
     CommandEntry { Command::Plot, "plot", "ombrel plot [options] FILE...",
         "Draw columns of text tables (CSV, TSV, blanks; - is standard input)." },
     CommandEntry { Command::Surface, "surface", "ombrel surface FILE",
-        "Draw the heights of a grid as a lit surface: a text table (matrix or columns x, y, z), a .tvl or a .dem "
-        "file." },
+        "Draw heights in 3D, as a lit surface or what --kind says: a text table (matrix or columns x, y, z), a .tvl or "
+        "a .dem file." },
     CommandEntry { Command::Contour, "contour", "ombrel contour FILE", "Draw the same as a map with contours." },
+    CommandEntry { Command::Mesh, "mesh", "ombrel mesh FILE",
+        "Draw a finite-element mesh (.tvm), solid objects (.tvo), or the faces of a drawing (.dxf)." },
     CommandEntry { Command::Draw, "draw", "ombrel draw DOCUMENT [options]", "Draw a stored graph document." },
     CommandEntry { Command::Info, "info", "ombrel info FILE...",
         "Print what is in a file: the object tree of a document; columns, types and gaps of a table." },

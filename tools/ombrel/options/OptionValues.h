@@ -32,12 +32,6 @@ DateFormat ParseDateFormat(OptionEntry const& option, std::string const& value);
 /// Appends names or numbers that have commas between.
 void AddColumns(std::vector<std::string>& columns, OptionEntry const& option, std::string const& value);
 
-/// The ends of an axis; what is missing is taken from the data.
-struct AxisEnds {
-    std::optional<double> min;
-    std::optional<double> max;
-};
-
 /// A:B with A below B, each a number, or each a date: in the form given (null for none), an ISO date or a year. Nothing
 /// when it is not that.
 std::optional<AxisEnds> ParseRange(std::string_view text, bool dates, DateFormat const* format);

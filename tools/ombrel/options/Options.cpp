@@ -311,6 +311,7 @@ void CheckOptionsFor(Options const& options, Command command)
             FailUsage(name + std::string(option.longName)
                 + (command == Command::Draw           ? " is for tables, and the file is a graph document"
                         : command == Command::Surface ? " is not for files of heights"
+                        : command == Command::Mesh    ? " is not for meshes and objects"
                                                       : " is for graph documents, and the file is a table"));
         }
     }

@@ -12,7 +12,7 @@
 namespace ombrel::host {
 
 /// None: the file decides what fits.
-enum class Command { None, Plot, Surface, Contour, Draw, Info, Gallery, Colours };
+enum class Command { None, Plot, Surface, Contour, Mesh, Draw, Info, Gallery, Colours };
 
 enum class OptionId : int {
     Output,
@@ -37,6 +37,20 @@ enum class OptionId : int {
     Transparency,
     Texture,
     Lights,
+    SizeColumn,
+    ColourColumn,
+    Sticks,
+    Tubes,
+    Symbol,
+    SymbolSize,
+    Colouring,
+    Baseline,
+    BarWidth,
+    Along,
+    Variable,
+    Clip,
+    Outline,
+    Solid,
     NoAntialias,
     Title,
     XTitle,
@@ -115,7 +129,27 @@ OptionEntry const& EntryOf(OptionId id);
 bool TakesOption(Command command, OptionEntry const& option);
 
 // The enumerations' values stand in the order of the words in the option table.
-enum class PlotKind { Line, Steps, Pairs, Points, Filled, Bar, Clustered, Stacked, Area, Error, Text, Histogram };
+/// The kinds of plots, and after them those of 3D scenes; texts are of both.
+enum class PlotKind {
+    Line,
+    Steps,
+    Pairs,
+    Points,
+    Filled,
+    Bar,
+    Clustered,
+    Stacked,
+    Area,
+    Error,
+    Text,
+    Histogram,
+    Surface,
+    Bars,
+    Series,
+    Wireframe,
+    Lines,
+    Scatter,
+};
 enum class PictureFormat { Png, Bmp, Pdf, Svg, PostScript };
 enum class GridChoice { Off, Major, Both };
 /// Auto: beside or over the data, wherever there is room, when there is more than one curve.

@@ -38,10 +38,10 @@ bool IsOneOf(PlotKind kind, std::initializer_list<PlotKind> kinds)
 }
 
 /// An option that some kinds only look at.
-void CheckKind(Options const& options, OptionId id, std::initializer_list<PlotKind> kinds)
+void CheckKind(Options const& options, PlotKind kind, OptionId id, std::initializer_list<PlotKind> kinds)
 {
-    if (options.IsGiven(id) && !IsOneOf(options.kind, kinds))
-        FailUsage(NameOf(id) + " is for --kind " + ListKinds(kinds) + ", not for " + NameOf(options.kind));
+    if (options.IsGiven(id) && !IsOneOf(kind, kinds))
+        FailUsage(NameOf(id) + " is for --kind " + ListKinds(kinds) + ", not for " + NameOf(kind));
 }
 
 void CheckLogarithm(Options const& options)
@@ -75,14 +75,18 @@ void CheckPolar(Options const& options)
 
 void CheckPlotOptions(Options const& options)
 {
-    CheckKind(options, OptionId::Bins, { Histogram });
-    CheckKind(options, OptionId::Percent, { Stacked });
-    CheckKind(options, OptionId::Normalised, { Area });
-    CheckKind(options, OptionId::ErrorColumns, { Line, Steps, Pairs, Points, Bar, Clustered, Error });
-    CheckKind(options, OptionId::LabelColumn, { Text });
-    CheckKind(options, OptionId::LineWidth, { Line, Steps, Pairs, Filled });
-    CheckKind(options, OptionId::Antialias, { Line, Steps, Pairs, Filled });
-    CheckKind(options, OptionId::Symbols, { Line, Steps, Pairs, Points, Filled, Error, Text });
+    if (IsSceneKind(options.kind))
+        FailUsage("--kind " + NameOf(options.kind) + " is for ombrel surface");
+    auto const check
+        = [&](OptionId id, std::initializer_list<PlotKind> kinds) { CheckKind(options, options.kind, id, kinds); };
+    check(OptionId::Bins, { Histogram });
+    check(OptionId::Percent, { Stacked });
+    check(OptionId::Normalised, { Area });
+    check(OptionId::ErrorColumns, { Line, Steps, Pairs, Points, Bar, Clustered, Error });
+    check(OptionId::LabelColumn, { Text });
+    check(OptionId::LineWidth, { Line, Steps, Pairs, Filled });
+    check(OptionId::Antialias, { Line, Steps, Pairs, Filled });
+    check(OptionId::Symbols, { Line, Steps, Pairs, Points, Filled, Error, Text });
     if (options.kind == Error && options.errorColumns.empty())
         FailUsage("--kind error needs --error, the columns of the errors");
     if (options.kind == Text && options.labelColumn.empty())
@@ -95,6 +99,56 @@ void CheckPlotOptions(Options const& options)
     }
     CheckLogarithm(options);
     CheckPolar(options);
+}
+
+PlotKind SceneKindOf(Options const& options) { return options.IsGiven(OptionId::Kind) ? options.kind : Surface; }
+
+bool IsSceneKind(PlotKind kind) { return IsOneOf(kind, { Surface, Bars, Series, Wireframe, Lines, Scatter }); }
+
+void CheckSceneOptions(Options const& options)
+{
+    PlotKind const kind = SceneKindOf(options);
+    if (!IsSceneKind(kind) && kind != Text)
+        FailUsage("--kind " + NameOf(kind) + " is for ombrel plot");
+    auto const check = [&](OptionId id, std::initializer_list<PlotKind> kinds) { CheckKind(options, kind, id, kinds); };
+    check(OptionId::Matrix, { Surface, Bars, Series, Wireframe });
+    for (OptionId const id : { OptionId::Levels, OptionId::Contours, OptionId::LineColours, OptionId::Wireframe,
+             OptionId::Texture, OptionId::Transparency })
+        check(id, { Surface });
+    check(OptionId::Coordinates, { Surface, Wireframe, Lines, Scatter, Text });
+    for (OptionId const id : { OptionId::SizeColumn, OptionId::ColourColumn, OptionId::Sticks })
+        check(id, { Scatter });
+    for (OptionId const id : { OptionId::Symbol, OptionId::SymbolSize })
+        check(id, { Lines, Scatter, Text });
+    check(OptionId::Symbols, { Lines, Text });
+    for (OptionId const id : { OptionId::Tubes, OptionId::LineWidth })
+        check(id, { Lines });
+    check(OptionId::LabelColumn, { Text });
+    check(OptionId::Colouring, { Bars, Series, Wireframe, Scatter });
+    check(OptionId::Baseline, { Bars, Series, Scatter });
+    check(OptionId::BarWidth, { Bars });
+    check(OptionId::Along, { Series });
+    if (kind == Text && options.labelColumn.empty())
+        FailUsage("--kind text needs --label, the column of the texts");
+    if (options.IsGiven(OptionId::Baseline) && kind == Scatter && !options.surface.sticks)
+        FailUsage("--baseline is for scattered points with --sticks");
+    if (options.IsGiven(OptionId::ColourColumn) && options.IsGiven(OptionId::Colouring))
+        FailUsage("--colours does nothing with --colour-by");
+    ColouringChoice const colouring = options.surface.colouring;
+    if (!IsOneOf(kind, { Bars, Series })
+        && (colouring == ColouringChoice::Columns || colouring == ColouringChoice::Rows))
+        FailUsage("--colours: columns and rows are for --kind bars and series, not for " + NameOf(kind));
+}
+
+void CheckMeshOptions(Options const& options)
+{
+    SurfaceOptions const& mesh = options.surface;
+    if (mesh.contours == ContourChoice::Lines || mesh.contours == ContourChoice::Both)
+        FailUsage("--contours: meshes have bands, and no lines between them");
+    if (mesh.wireframe.value_or(0) > 0)
+        FailUsage("--wireframe: a mesh has the outlines of all its elements, not every Nth");
+    if (mesh.outline && mesh.solid && options.IsGiven(OptionId::Solid))
+        FailUsage("--outline draws outlines alone, and --solid on fills them");
 }
 
 } // namespace ombrel::host

@@ -91,6 +91,93 @@ std::vector<Direction> ParseDirections(
     return directions;
 }
 
+/// A range each of x, y and z, of which those at the end may be left out.
+ClipBox ParseClip(OptionEntry const& option, std::string const& value)
+{
+    constexpr char const* kExpected = "X0:X1,Y0:Y1,Z0:Z1, where an end may be left out, such as 0:,,:5";
+    ClipBox box;
+    std::string_view rest = value;
+    for (AxisEnds& ends : box) {
+        std::size_t const comma = std::min(rest.find(','), rest.size());
+        std::string_view const range = rest.substr(0, comma);
+        if (!range.empty() && range != ":") {
+            auto const read = ParseRange(range, false, nullptr);
+            if (!read)
+                FailValue(option, value, kExpected);
+            ends = *read;
+        }
+        rest.remove_prefix(std::min(comma + 1, rest.size()));
+    }
+    if (value.empty() || !rest.empty() || std::count(value.begin(), value.end(), ',') > 2)
+        FailValue(option, value, kExpected);
+    return box;
+}
+
+/// One width for both ways, or two.
+std::pair<double, double> ParseBarWidth(OptionEntry const& option, std::string const& value)
+{
+    constexpr double kMost = 10.0;
+    std::vector<double> const widths = ParseNumbers(value);
+    auto const isWidth = [](double width) { return width > 0.0 && width <= kMost; };
+    if (widths.empty() || widths.size() > 2 || !std::all_of(widths.begin(), widths.end(), isWidth))
+        FailValue(option, value, "a width or two (along x and y), such as 1 or 0.5,1, above 0 and up to 10");
+    return { widths.front(), widths.back() };
+}
+
+/// Stores the value of an option of bars, series, lines, points and meshes.
+bool ApplyMarkOption(SurfaceOptions& options, OptionEntry const& option, std::string const& value)
+{
+    switch (option.id) {
+    case OptionId::SizeColumn:
+        options.sizeColumn = value;
+        break;
+    case OptionId::ColourColumn:
+        options.colourColumn = value;
+        break;
+    case OptionId::Sticks:
+        options.sticks = true;
+        break;
+    case OptionId::Tubes:
+        options.tubes = true;
+        break;
+    case OptionId::Symbol:
+        options.symbol = static_cast<SymbolChoice>(ParseWord(option, value));
+        break;
+    case OptionId::SymbolSize:
+        options.symbolSize = ParseNumber(option, value, 0.01, 100.0, "a number of 0.01 to 100");
+        break;
+    case OptionId::Colouring:
+        options.colouring = static_cast<ColouringChoice>(ParseWord(option, value));
+        break;
+    case OptionId::Baseline:
+        options.baseline = ParseNumber(option, value, -kLargestNumber, kLargestNumber, "a number");
+        break;
+    case OptionId::BarWidth:
+        options.barWidth = ParseBarWidth(option, value);
+        break;
+    case OptionId::Variable:
+        options.variable = value;
+        break;
+    case OptionId::Clip:
+        options.clip = ParseClip(option, value);
+        break;
+    case OptionId::Outline:
+        options.outline = true;
+        break;
+    case OptionId::Solid: {
+        enum class OnOff { On, Off };
+        options.solid = static_cast<OnOff>(ParseWord(option, value)) == OnOff::On;
+        break;
+    }
+    case OptionId::Along:
+        options.along = static_cast<AlongChoice>(ParseWord(option, value));
+        break;
+    default:
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 bool ApplySurfaceOption(SurfaceOptions& options, OptionEntry const& option, std::string const& value)
@@ -167,7 +254,7 @@ bool ApplySurfaceOption(SurfaceOptions& options, OptionEntry const& option, std:
         options.plainEdges = true;
         break;
     default:
-        return false;
+        return ApplyMarkOption(options, option, value);
     }
     return true;
 }

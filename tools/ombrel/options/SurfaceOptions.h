@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 #include <utility>
@@ -19,6 +20,14 @@ enum class KeyChoice { Auto, Off };
 /// What the columns and rows of a grid are; the order is that of C3DCurve::CurveType, which has no radial grids.
 enum class CoordinateChoice { Cartesian, Polar, Cylindrical, Geographical, Radial };
 
+/// How bars, series and points are coloured: by the colour map, all alike, or each column or row of a grid in a colour
+/// of its own.
+enum class ColouringChoice { Value, Plain, Columns, Rows };
+/// The order is that of C3DLineCurve's symbol styles.
+enum class SymbolChoice { Sphere, Cone, InvertedCone, Cube };
+/// What the lines of a series run along.
+enum class AlongChoice { X, Y };
+
 /// Where levels lie: so many bands between the ends of the range, or the values, or steps from a reference.
 struct LevelChoice {
     std::optional<int> bands;
@@ -26,6 +35,13 @@ struct LevelChoice {
     std::optional<double> reference;
     double spacing = 0.0;
 };
+
+/// The ends of an axis; what is missing is taken from the data.
+struct AxisEnds {
+    std::optional<double> min;
+    std::optional<double> max;
+};
+using ClipBox = std::array<AxisEnds, 3>;
 
 /// Degrees: counter-clockwise from the x axis, and from the zenith down.
 struct Direction {
@@ -59,6 +75,26 @@ struct SurfaceOptions {
     bool lit = true;
     CoordinateChoice coordinates = CoordinateChoice::Cartesian;
     bool plainEdges = false;
+
+    /// Columns whose values points are as large as, and coloured by; empty for none.
+    std::string sizeColumn;
+    std::string colourColumn;
+    bool sticks = false;
+    bool tubes = false;
+    std::optional<SymbolChoice> symbol;
+    double symbolSize = 1.0;
+    ColouringChoice colouring = ColouringChoice::Value;
+    std::optional<double> baseline;
+    /// Of the room that a bar has, along x and along y; the usual part without it.
+    std::optional<std::pair<double, double>> barWidth;
+    AlongChoice along = AlongChoice::X;
+
+    /// Of a mesh, by name; empty for the first.
+    std::string variable;
+    /// The ends of x, y and z, in which elements must lie; a missing end is everywhere.
+    std::optional<ClipBox> clip;
+    bool outline = false;
+    bool solid = true;
 };
 
 /// Stores the value of an option of surfaces and contours; false when it is none of them. Throws Failure with

@@ -1,8 +1,11 @@
 #include "ombrel/colour/TextureMap.h"
 #include "ombrel/graph3d/3DAxis.h"
 #include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/3DIrregularSurfaceCurve.h"
 #include "ombrel/graph3d/Surface.h"
 #include "tools/ombrel/chart/ColourMaps.h"
+#include "tools/ombrel/chart/SceneData.h"
+#include "tools/ombrel/gallery/Data.h"
 #include "tools/ombrel/gallery/Helpers.h"
 #include "tools/ombrel/gallery/Pictures.h"
 
@@ -125,6 +128,29 @@ void Drum(C3DGraph& graph, PictureLook const& /*look*/)
     });
 }
 
+void Scattered(C3DGraph& graph, PictureLook const& /*look*/)
+{
+    auto& surface = AddCurve<C3DIrregularSurfaceCurve>(graph, it3DIrregularSurfacePlot);
+    FixedRandom random(3);
+    constexpr int kPoints = 700;
+    CDoubleArray x;
+    CDoubleArray y;
+    CDoubleArray z;
+    for (int i = 0; i < kPoints; ++i) {
+        double const px = 6 * random.Uniform() - 3;
+        double const py = 6 * random.Uniform() - 3;
+        x.Add(px);
+        y.Add(py);
+        z.Add((px * px - py) * std::exp(-(px * px + py * py) / 2));
+    }
+    CDoubleArray const* const points[] { &x, &y, &z };
+    surface.SetTableData(points, kPoints);
+    surface.SetColourDescription(1);
+    LoadColourMap("turbo", *surface.GetColourmap());
+    surface.SetWireframeOn(1);
+    surface.SetWireframeColour(RGB(40, 40, 40));
+}
+
 constexpr GalleryPicture kPictures[] {
     { "surfaces-lit", "Surfaces", "A lit surface", "Heights in a box, lit from the viewer's left.",
         OMBREL_PICTURE(LitSurface) },
@@ -136,6 +162,8 @@ constexpr GalleryPicture kPictures[] {
         OMBREL_PICTURE(Transparent) },
     { "surfaces-textured", "Surfaces", "An image", "A picture that is draped over the surface.",
         OMBREL_PICTURE(Textured) },
+    { "surfaces-scattered", "Surfaces", "Scattered points", "Triangles between points that form no grid.",
+        OMBREL_PICTURE(Scattered) },
     { "surfaces-globe", "Surfaces", "Round a sphere", "Radii over longitudes and latitudes.", OMBREL_PICTURE(Globe) },
     { "surfaces-drum", "Surfaces", "A round grid", "A shape of a drum's skin over radii and angles.",
         OMBREL_PICTURE(Drum) },
