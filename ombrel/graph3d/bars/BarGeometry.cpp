@@ -1,6 +1,7 @@
 #include "ombrel/graph3d/bars/BarGeometry.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/view/Picture3D.h"
+#include "ombrel/platform/opengl/OpenGL.h"
 
 #include <algorithm>
 #include <cmath>
@@ -104,10 +105,17 @@ void BarBatch::Draw(C3DGraph& graph)
     Camera const& camera = graph.GetPicture()->camera;
     // The eye so near that it may see into bars: what is before the near plane is cut away, too.
     constexpr double kHalfDiagonal = 0.87;
-    if (camera.EyeDistance() - camera.Near() < kHalfDiagonal)
+    if (m_isCut || camera.EyeDistance() - camera.Near() < kHalfDiagonal) {
         m_faces.DrawFaces(graph, 0);
-    else
-        m_faces.DrawFaces(graph, 0, GetVisibleParts(camera.GetEye()));
+        return;
+    }
+    // Nothing is cut off, and only outsides are seen: testing for the one and lighting the others took a tenth of the
+    // time.
+    graph.EnableClip(0);
+    gl::LightModeli(GL_LIGHT_MODEL_TWO_SIDE, 0);
+    m_faces.DrawFaces(graph, 0, GetVisibleParts(camera.GetEye()));
+    gl::LightModeli(GL_LIGHT_MODEL_TWO_SIDE, 1);
+    graph.EnableClip(1);
 }
 
 } // namespace ombrel
