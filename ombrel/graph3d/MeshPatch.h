@@ -135,6 +135,8 @@ private:
     MeshClipRanges m_clipRanges { -1e300, 1e300, -1e300, 1e300, -1e300, 1e300 };
     int m_clip = 0;
     CMeshNodeSet* m_nodeSet = nullptr;
+    /// The set that the elements were read for; their numbers are its nodes'. Only compared.
+    CMeshNodeSet const* m_checkedSet = nullptr;
     C3DMeshCurve* m_meshCurve = nullptr;
     std::vector<std::array<double, 2>> m_ranges;
     mutable std::unique_ptr<MeshElements> m_elements;

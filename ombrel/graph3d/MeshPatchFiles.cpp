@@ -57,6 +57,7 @@ void CMeshPatch::ReadElements(C3DObjectFile& file)
     int const count = ReadMeshCount(file, "elements", static_cast<std::size_t>(variables));
     RemovePolygons();
     m_indices.RemoveAll();
+    m_checkedSet = m_nodeSet;
     m_elementData.Initialise(variables, count, 1);
     m_elementCount = count;
     ElementShape const* const shape = GetElementShape(m_elementType);
@@ -124,7 +125,7 @@ void CMeshPatch::ReadColours(C3DObjectFile& file)
                 file.Fail("An element colour cannot be used", "red, green and blue from 0 to 255", found);
             }
         }
-        colour = RGB(channels[0], channels[1], channels[2]);
+        colour = channels[0] | channels[1] << 8 | channels[2] << 16;
     }
 }
 
@@ -137,7 +138,7 @@ void CMeshPatch::CheckElements(C3DObjectFile const& file) const
         found.Format("%d", m_colours.GetSize());
         file.Fail("There must be a colour for each element", expected, found);
     }
-    if (!m_nodeSet)
+    if (!m_nodeSet || m_nodeSet == m_checkedSet)
         return;
     auto const check = [&](DWORD number) {
         if (m_nodeSet->GetNodeIndex(number) < 0)

@@ -1,9 +1,11 @@
 #include "ombrel/graph3d/3DMeshCurve.h"
+#include "ombrel/graph3d/3DObjectCurve.h"
 #include "tests/graph3d/Draw3D.h"
 #include "tests/graph3d/MeshData.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <string>
 
 namespace ombrel {
 namespace {
@@ -192,6 +194,75 @@ TEST_F(DrawMesh, PolygonsAreFilledWhateverTheirShape)
             EXPECT_TRUE(AreNear(At(x, y, 0), kRed)) << turn << ": " << x << ", " << y;
         EXPECT_TRUE(AreNear(At(1.6, 1.6, 0), kBackground)) << turn;
     }
+}
+
+TEST_F(DrawMesh, MeshesOfManyBatchesAreWhole)
+{
+    // A sheet of more corners than a batch takes, once flat and once with quads that are not, and with shared corners.
+    constexpr int kSide = 220;
+    std::vector<std::array<double, 3>> places;
+    CDWordArray indices;
+    for (int j = 0; j <= kSide; ++j) {
+        for (int i = 0; i <= kSide; ++i)
+            places.push_back({ 1.0 * i, 1.0 * j, (i + j) % 2 ? 0.1 : 0.0 });
+    }
+    auto const node = [](int i, int j) { return static_cast<DWORD>(j * (kSide + 1) + i + 1); };
+    for (int j = 0; j < kSide; ++j) {
+        for (int i = 0; i < kSide; ++i) {
+            for (DWORD const n : { node(i, j), node(i + 1, j), node(i + 1, j + 1), node(i, j + 1) })
+                indices.Add(n);
+        }
+    }
+    AddNodes(m_curve, places);
+    CMeshPatch& patch = *AddElements(m_curve, etQuad, indices);
+    for (int const averaged : { 0, 1 }) {
+        patch.SetAverageNormals(averaged);
+        m_curve.SetPlotDataModified(1);
+        // The second draw is of what the driver has.
+        for (int draw = 0; draw < 2; ++draw) {
+            m_graph.SetModifiedFlag(1);
+            Draw();
+            for (double at = 0.5; at < kSide; at += 11.0)
+                EXPECT_TRUE(AreNear(At(at, kSide - at, 0), kRed)) << averaged << ": " << at;
+        }
+    }
+}
+
+/// An object of nodes and elements in a graph of its own kind, from above.
+class DrawGeneralObject : public test::Draw3D {
+protected:
+    DrawGeneralObject()
+        : m_curve(*static_cast<C3DObjectCurve*>(m_graph.AddPlot(it3DObjectPlot)->CreateCurve()))
+    {
+        m_graph.SetLightingOn(0);
+        m_graph.SetViewingElevation(0);
+    }
+    void Draw(std::string const& properties)
+    {
+        m_curve.SetFormulaString(CString("general\nelement_type: block\nnodes\n8\n0 0 0\n1 0 0\n1 1 0\n0 1 0\n"
+                                         "0 0 1\n1 0 1\n1 1 1\n0 1 1\nelements\n1\n1 2 3 4 5 6 7 8\n"
+            + properties + "endobject\n"));
+        Draw3D::Draw();
+    }
+    COLORREF Middle() { return At(Place(m_curve.GetNormalisedVertex({ 0.55, 0.4, 1.0 }))); }
+
+    C3DObjectCurve& m_curve;
+};
+
+TEST_F(DrawGeneralObject, ColoursOutlinesAndTransparencyAreThoseOfItsProperties)
+{
+    Draw("colour: 200 40 20\n");
+    EXPECT_TRUE(AreNear(Middle(), RGB(200, 40, 20)));
+    Draw("colour: 200 40 20\nwireframe\nwireframecolour: 0 0 255\n");
+    EXPECT_TRUE(AreNear(Middle(), RGB(200, 40, 20)));
+    EXPECT_GT(Count(RGB(0, 0, 255)), 50);
+    Draw("element_colours\n1\n0 200 0\n");
+    EXPECT_TRUE(AreNear(Middle(), RGB(0, 200, 0)));
+    // Both the upper and the lower face are half of what is seen.
+    Draw("colour: 200 40 20\ntransparency: 0.5\n");
+    EXPECT_TRUE(AreNear(Middle(), RGB(10 + 190 * 3 / 4, 20 + 20 * 3 / 4, 30 - 10 * 3 / 4)));
+    Draw("colour: 200 40 20\ngradation\n");
+    EXPECT_FALSE(AreNear(Middle(), RGB(200, 40, 20))) << "lighter at the top";
 }
 
 TEST_F(DrawMesh, TablesThatShrinkDoNoHarm)

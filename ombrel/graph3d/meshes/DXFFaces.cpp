@@ -16,9 +16,12 @@ namespace {
 
 std::string_view Trimmed(std::string_view text)
 {
-    constexpr char kSpace[] = " \t\v\f\r";
-    std::size_t const first = text.find_first_not_of(kSpace);
-    return first == text.npos ? std::string_view() : text.substr(first, text.find_last_not_of(kSpace) - first + 1);
+    auto const isBlank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 /// A group code and its value, trimmed.
@@ -136,7 +139,7 @@ void TakeFaces(DXFFaces&& faces, CMeshNodeSet& nodes, CMeshPatch& patch)
     int row = 0;
     for (std::vector<double>* const axis : { &faces.x, &faces.y, &faces.z }) {
         std::copy(axis->begin(), axis->end(), nodes.GetPoints()->GetRow(row++));
-        *axis = {};
+        std::vector<double>().swap(*axis);
     }
     patch.SetElementType(etPolygon);
     patch.RemovePolygons();

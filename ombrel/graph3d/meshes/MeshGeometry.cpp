@@ -147,15 +147,13 @@ void MeshGeometry::MakeFace(std::span<std::uint32_t const> columns)
     bool const isFlat = IsZero(first) || IsZero(second) || Dot(first, second) > kFlat;
     Place const& shared = IsZero(first) ? second : first;
     for (Corner const& corner : m_corners)
-        m_outline.push_back(AddCorner(corner, shared));
+        m_outline.push_back(AddCorner(corner, &corner == &m_corners[3] && !isFlat ? second : shared));
     m_batch.AddTriangle(m_outline[0], m_outline[1], m_outline[2]);
     if (isFlat) {
         m_batch.AddTriangle(m_outline[0], m_outline[2], m_outline[3]);
     } else {
         std::uint32_t const vertex = AddCorner(m_corners[0], second);
-        AddCorner(m_corners[2], second);
-        AddCorner(m_corners[3], second);
-        m_batch.AddTriangle(vertex, vertex + 1, vertex + 2);
+        m_batch.AddTriangle(vertex, AddCorner(m_corners[2], second), m_outline[3]);
     }
     EndFace(m_outline);
 }

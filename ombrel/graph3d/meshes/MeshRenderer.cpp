@@ -1,6 +1,7 @@
 #include "ombrel/graph3d/meshes/MeshRenderer.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/MeshPatch.h"
+#include "ombrel/platform/opengl/OpenGL.h"
 
 #include <algorithm>
 #include <utility>
@@ -55,6 +56,10 @@ void MeshRenderer::Render(C3DGraph& graph, MeshScene const& scene, MeshLook look
             batch.DrawOutlined(graph, m_key.look.outlineColour, width, texture);
         else
             batch.DrawFaces(graph, texture);
+        // A software renderer keeps what it has not drawn yet, several times as much as the buffers hold, also of
+        // what is only flushed.
+        if (m_batches.size() > 1)
+            gl::Finish();
     }
     if (isTextured)
         ColourTexture::Unbind(graph);

@@ -107,9 +107,9 @@ void FaceBatch::Upload()
 void FaceBatch::MoveToDriver()
 {
     Upload();
-    m_vertices = {};
-    m_triangles = {};
-    m_lines = {};
+    Release(m_vertices);
+    Release(m_triangles);
+    Release(m_lines);
 }
 
 void FaceBatch::BindArrays() const

@@ -20,4 +20,7 @@ template <typename T> void FillBuffer(GLObject& buffer, unsigned int target, std
     gl::BindBuffer(target, 0);
 }
 
+/// Gives back the memory of what a buffer holds now: an assigned {} would keep it.
+template <typename T> void Release(std::vector<T>& content) { std::vector<T>().swap(content); }
+
 } // namespace ombrel

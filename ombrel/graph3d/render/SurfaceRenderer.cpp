@@ -311,9 +311,9 @@ void SurfaceRenderer::Upload()
     FillBuffer(m_imagePlaceBuffer, GL_ARRAY_BUFFER, m_imagePlaces);
     m_wireframeColourBuffer.Reset();
     // The driver has them now.
-    m_vertices = {};
-    m_indices = {};
-    m_imagePlaces = {};
+    Release(m_vertices);
+    Release(m_indices);
+    Release(m_imagePlaces);
 }
 
 void SurfaceRenderer::UploadWireframeColours(CSurface const& surface)
