@@ -80,7 +80,7 @@ TEST(VectorEllipse, HasAsManyPointsAsItsSizeNeeds)
     using Case = std::tuple<CSize, double, std::size_t>;
     Picture picture(1, 1);
     for (auto const& [size, width, count] :
-        { Case { { 9, 8 }, 1, 23 }, { { 6, 7 }, 3, 19 }, { { 2811, 2811 }, 6, 269 } }) {
+        { Case { { 9, 8 }, 1, 23 }, { { 6, 7 }, 3, 19 }, { { 2811, 2811 }, 6, 269 }, { { 2811, 300 }, 6, 267 } }) {
         CRect const box(CPoint(-20, 30), size);
         Points const curve = VectorGraphics(picture.DC()).EllipsePoints(Pen(width), box);
         ASSERT_EQ(curve.size(), count);
