@@ -139,11 +139,13 @@ void ColourCube(C3DGraph& graph, PictureLook const& look)
         corner.SetZVal(0, i >> 2);
         corner.SetColour(RGB(255 * (i & 1), 255 * (i >> 1 & 1), 255 * (i >> 2)));
         corner.SetSymbolStyle(3);
-        corner.SetSymbolScaleFac(2);
+        corner.SetSymbolScaleFac(1.2);
     }
     auto& texts = AddCurve<C3DTextCurve>(graph, it3DTextPlot);
     texts.SetPoints(&corners.x, &corners.y, &corners.z, &names, 8);
-    texts.SetDeltas(0, 0.03, 0.05);
+    texts.SetDeltas(0, 0.04, 0);
+    // Below their points, where the axes leave room.
+    texts.SetVertAlignment(C3DTextCurve::alTop);
     texts.SetColour(look.text);
     C3DAxis* const* const axes = graph.GetAxes();
     axes[0]->SetTitle("red");
