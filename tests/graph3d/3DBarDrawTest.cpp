@@ -236,7 +236,7 @@ TEST_F(DrawGrid, NetsHaveLinesThroughTheirNodesAndHolesWhereOneIsMissing)
     CPoint const middle = Place({ 0, 0.5, 0 });
     for (int dy = -2; dy <= 2; ++dy)
         brightest = std::max<int>(brightest, At({ middle.x, middle.y + dy }) & 255);
-    EXPECT_NEAR(brightest, (GetRValue(first) + GetRValue(last)) / 2, 12);
+    EXPECT_NEAR(brightest, (GetRValue(first) + GetRValue(last)) / 2.0, 12);
 }
 
 TEST_F(DrawGrid, WhatIsDrawnFollowsColoursThatNoFlagTells)

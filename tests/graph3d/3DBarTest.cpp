@@ -128,6 +128,7 @@ TEST(BarBatches, EverySideThatFacesTheEyeIsDrawnAndFewOthers)
 {
     BoxAxes const axes;
     std::vector<BarBatch::Bar> bars;
+    bars.reserve(41);
     for (int k = 0; k < 40; ++k)
         bars.push_back({ { k * 7 % 19 - 9.0, k * 5 % 17 - 8.0, k * 11 % 21 - 10.0 }, 0 });
     BarBatch batch;
@@ -351,6 +352,7 @@ TEST(PointBars, AreAsWideAsTheirPointsHaveRoom)
     EXPECT_NEAR(place.Z(), 2.0 / 5 - 0.5, 1e-12);
 
     std::vector<CVertex> scattered;
+    scattered.reserve(100);
     for (int k = 0; k < 100; ++k)
         scattered.emplace_back(k * 37 % 101, k * 61 % 103, k);
     PointBars cloud(scattered);
