@@ -142,6 +142,7 @@ TEST(Contours2D, NeedAKeyForWhatIsColoured)
         c.curve.SetDisplayMode(display);
         c.curve.SetContourColourMode(colours);
         EXPECT_EQ(c.curve.NeedsColourKey(), needs) << display << colours;
+        EXPECT_EQ(c.curve.GetContourColourMode(), colours);
     }
 }
 
