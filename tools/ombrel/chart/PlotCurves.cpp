@@ -92,14 +92,6 @@ CurveData AddCurves(CurveInput const& input)
             throw Failure(kDataFault, source.name + ": has more than 2147483647 rows");
     }
     switch (input.options.kind) {
-    case PlotKind::Line:
-    case PlotKind::Steps:
-    case PlotKind::Pairs:
-    case PlotKind::Points:
-    case PlotKind::Filled:
-    case PlotKind::Error:
-    case PlotKind::Text:
-        break;
     case PlotKind::Bar:
     case PlotKind::Clustered:
     case PlotKind::Stacked:
@@ -108,8 +100,10 @@ CurveData AddCurves(CurveInput const& input)
         return AddBands(input);
     case PlotKind::Histogram:
         return AddHistogram(input);
+    default:
+        // Kinds in space are drawn otherwise.
+        return AddLines(input);
     }
-    return AddLines(input);
 }
 
 } // namespace ombrel::host
