@@ -194,7 +194,7 @@ public:
             batch.DrawFaces(*Get3DGraph(), colours.Name());
         ColourTexture::Unbind(*Get3DGraph());
     }
-    void Make(std::size_t parts)
+    void Make(std::size_t parts, COLORREF colour)
     {
         constexpr std::uint32_t kCells = 240;
         batches = std::vector<FaceBatch>(parts);
@@ -202,8 +202,11 @@ public:
             for (std::uint32_t i = 0; i < kCells; ++i) {
                 FaceBatch& batch = batches[j * parts / kCells];
                 std::array<std::uint32_t, 4> corners {};
-                for (std::uint32_t c = 0; c < 4; ++c)
-                    corners[c] = batch.AddVertex(Node(i + (c & 1U), j + (c >> 1U), kCells));
+                for (std::uint32_t c = 0; c < 4; ++c) {
+                    FaceVertex vertex = Node(i + (c & 1U), j + (c >> 1U), kCells);
+                    vertex.colour = FaceVertex::Bytes(colour);
+                    corners[c] = batch.AddVertex(vertex);
+                }
                 batch.AddTriangle(corners[0], corners[1], corners[3]);
                 batch.AddTriangle(corners[0], corners[3], corners[2]);
             }
@@ -243,9 +246,10 @@ TEST_F(Draw3D, LightsManyTrianglesByAProgramLikeFewByFixedFunctions)
         int secondLight;
         double attenuation;
         double zoom;
+        COLORREF colour = RGB(255, 255, 255);
     };
     View const views[] = { { 60.0, 1, 0, 1.0, 1.0 }, { 130.0, 1, 0, 1.0, 1.0 }, { 100.0, 1, 1, 2.5, 4.0 },
-        { 40.0, 0, 0, 1.0, 1.0 }, { 60.0, 1, 1, 0.0, 1.0 } };
+        { 40.0, 0, 0, 1.0, 1.0 }, { 60.0, 1, 1, 0.0, 1.0 }, { 60.0, 1, 0, 1.0, 1.0, RGB(255, 255, 100) } };
     for (View const& view : views) {
         m_graph.SetViewingElevation(view.elevation);
         m_graph.SetLightingOn(view.lighting);
@@ -254,7 +258,7 @@ TEST_F(Draw3D, LightsManyTrianglesByAProgramLikeFewByFixedFunctions)
         m_graph.SetZoomFactor(view.zoom);
         std::array<std::vector<COLORREF>, 2> pictures;
         for (std::size_t const road : { 0, 1 }) {
-            sheet->Make(road == 0 ? 1 : 2);
+            sheet->Make(road == 0 ? 1 : 2, view.colour);
             m_graph.SetModifiedFlag(1);
             Draw();
             for (int y = 0; y < kSize.cy; ++y) {

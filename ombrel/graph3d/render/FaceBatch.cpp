@@ -52,12 +52,14 @@ void FaceBatch::Clear()
     m_lines.clear();
     m_elements.clear();
     m_imagePlaces.clear();
+    m_isWhite = true;
     m_isUploaded = false;
 }
 
 std::uint32_t FaceBatch::AddVertex(FaceVertex const& vertex)
 {
     m_isUploaded = false;
+    m_isWhite = m_isWhite && std::min({ vertex.colour[0], vertex.colour[1], vertex.colour[2] }) == 255;
     m_vertices.push_back(vertex);
     return static_cast<std::uint32_t>(m_vertices.size() - 1);
 }
@@ -148,7 +150,7 @@ void FaceBatch::DrawFaces(C3DGraph& graph, unsigned int texture, std::vector<Spa
     KeptState const kept(GL_CURRENT_BIT);
     graph.Set1DTextureState(texture != 0, static_cast<int>(texture));
     BindArrays();
-    TextureProgram const program(texture != 0 ? indices / 3 : 0);
+    TextureProgram const program(texture != 0 && m_isWhite ? indices / 3 : 0);
     for (Span const& part : parts)
         DrawIndices(GL_TRIANGLES, part);
     UnbindArrays();

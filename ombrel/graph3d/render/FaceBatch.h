@@ -102,6 +102,7 @@ private:
     std::vector<std::uint32_t> m_lines;
     std::vector<Element> m_elements;
     std::vector<std::array<float, 2>> m_imagePlaces;
+    bool m_isWhite = true;
     bool m_isUploaded = false;
     /// What the buffers hold.
     std::size_t m_numVertices = 0;
