@@ -41,10 +41,9 @@ void IncludeBaseline(AxisRange& z, double baseline)
     z = { std::min(z.min, baseline), std::max(z.max, baseline) };
 }
 
-AxisRange WithMargin(AxisRange range)
+AxisRange WithMargin(AxisRange range, double share)
 {
-    constexpr double kMargin = 0.03;
-    double const margin = kMargin * (range.max - range.min);
+    double const margin = share * (range.max - range.min);
     return { range.min - margin, range.max + margin };
 }
 
@@ -99,8 +98,12 @@ SceneData SceneDataOf(C3DGraph const& scene)
             || curve->IsKindOf(C3DMeshCurve::kClass);
     }
     if (hasMarks) {
-        for (AxisRange* range : { &data.x, &data.y, &data.z })
-            *range = WithMargin(*range);
+        constexpr double kOnGround = 0.03;
+        // Boxes are about half as high as long, and symbols are not flatter.
+        constexpr double kUpwards = 0.06;
+        data.x = WithMargin(data.x, kOnGround);
+        data.y = WithMargin(data.y, kOnGround);
+        data.z = WithMargin(data.z, kUpwards);
     }
     return data;
 }
