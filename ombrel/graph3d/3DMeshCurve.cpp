@@ -260,7 +260,11 @@ void C3DMeshCurve::BuildContours()
 
 void C3DMeshCurve::GetContourColourKeyEntries(CDWordArray& colours, CDoubleArray& values) const
 {
-    m_colouring.GetColourKeyEntries(colours, values);
+    // Those that the settings ask for now, whether they have been drawn or not.
+    MeshColouring colouring = m_colouring;
+    colouring.FindVariable();
+    colouring.BuildContours([this](double value) { return GetLUTColour(value); });
+    colouring.GetColourKeyEntries(colours, values);
 }
 
 ColourKeySource C3DMeshCurve::GetColourKeySource() const
