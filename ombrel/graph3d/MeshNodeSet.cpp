@@ -136,6 +136,7 @@ void CMeshNodeSet::ReadVertices(C3DObjectFile& file)
     for (int k = 0; k < 3; ++k)
         places[static_cast<std::size_t>(k)] = m_points.GetRow(k);
     std::vector<double*> values;
+    values.reserve(static_cast<std::size_t>(m_nodeData.GetNumRows()));
     for (int v = 0; v < m_nodeData.GetNumRows(); ++v)
         values.push_back(m_nodeData.GetRow(v));
     std::vector<std::uint64_t> lines;

@@ -69,6 +69,7 @@ void CMeshPatch::ReadElements(C3DObjectFile& file)
     m_indices.SetSize(count * numNodes);
     DWORD* numbers = m_indices.GetData();
     std::vector<double*> values;
+    values.reserve(static_cast<std::size_t>(m_elementData.GetNumRows()));
     for (int v = 0; v < m_elementData.GetNumRows(); ++v)
         values.push_back(m_elementData.GetRow(v));
     for (int e = 0; e < count; ++e) {
