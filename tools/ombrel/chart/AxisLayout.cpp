@@ -61,12 +61,13 @@ void ChooseFormat(NumberTicks& ticks)
     double const largest = std::max(std::abs(ticks.range.min), std::abs(ticks.range.max));
     double const exponent = ExponentOf(ticks.step);
     double const decimals = std::max(0.0, -exponent);
-    if (largest < 1e7 && decimals <= 6.0) {
+    // So many significant digits that neighbouring labels differ. Where these are many, a power of ten saves nothing.
+    double const digits = std::floor(std::log10(largest)) - exponent + 1.0;
+    bool const isPlain = largest < 1e7 || (largest < 1e12 && digits > 5.0);
+    if (isPlain && decimals <= 6.0) {
         ticks.format = kFixedFormat;
         ticks.precision = static_cast<int>(decimals);
     } else {
-        // So many significant digits that neighbouring labels differ.
-        double const digits = std::floor(std::log10(largest)) - exponent + 1.0;
         ticks.format = kGeneralFormat;
         ticks.precision = static_cast<int>(std::clamp(digits, 1.0, 17.0));
     }

@@ -57,10 +57,9 @@ void MapKey::Place()
     CSize const key = m_key.Measure(&m_dc);
     CSize title = m_title ? m_title->Measure(&m_dc) : CSize(0, 0);
     // The colours matter more than their name.
-    if (m_title && title.cy + key.cy > window.Height()) {
-        m_title->SetOn(0);
+    bool const hasRoom = title.cy + key.cy <= window.Height();
+    if (!hasRoom)
         title.cy = 0;
-    }
     auto const left = [&](CSize size) {
         return std::min<int>(axes.right + m_graph.GetAxes()->GetFontHeight(), window.right - size.cx);
     };
@@ -69,6 +68,9 @@ void MapKey::Place()
     if (m_title)
         m_title->Create(CRealPoint(static_cast<double>(left(title) - axes.left) / std::max<LONG>(axes.Width(), 1),
             static_cast<double>(top - axes.top) / std::max<LONG>(axes.Height(), 1)));
+    // To be placed switches it on.
+    if (m_title && !hasRoom)
+        m_title->SetOn(0);
     m_key.Create(CPoint(left(key), top + title.cy));
 }
 
