@@ -167,10 +167,10 @@ void FaceBatch::DrawSmoothLines(C3DGraph& graph, float width)
     gl::PushAttrib(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_ENABLE_BIT | GL_HINT_BIT);
     // First the colours: where lines overlap each other, all of them count. Then the depths.
     gl::DepthMask(GL_FALSE);
-    for (GLenum const what : { GL_LINE_SMOOTH, GL_POINT_SMOOTH, GL_BLEND })
-        gl::Enable(what);
-    for (GLenum const hint : { GL_LINE_SMOOTH_HINT, GL_POINT_SMOOTH_HINT })
-        gl::Hint(hint, GL_NICEST);
+    for (int const what : { GL_LINE_SMOOTH, GL_POINT_SMOOTH, GL_BLEND })
+        gl::Enable(static_cast<GLenum>(what));
+    for (int const hint : { GL_LINE_SMOOTH_HINT, GL_POINT_SMOOTH_HINT })
+        gl::Hint(static_cast<GLenum>(hint), GL_NICEST);
     gl::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     DrawAllLines(graph, width, 0, true);
     gl::DepthMask(GL_TRUE);
