@@ -253,8 +253,8 @@ TEST(Bars, DocumentsKeepThem)
     C3DPlot plainPlot;
     C3DBarPlot plot;
     Bytes const stored = Stored(plot);
-    EXPECT_EQ(stored.Get().size(),
-        Stored(plainPlot).Get().size() + 4 + 2 * (CString("Bar Plot").GetLength() - plainPlot.GetTitle().GetLength()));
+    int const added = 4 + 2 * (CString("Bar Plot").GetLength() - plainPlot.GetTitle().GetLength());
+    EXPECT_EQ(static_cast<int>(stored.Get().size()), static_cast<int>(Stored(plainPlot).Get().size()) + added);
 }
 
 TEST(GridNodes, ParametersAndValuesAreTakenAndGivenAsArrays)

@@ -162,7 +162,7 @@ TEST_F(Draw3D, PutsFacesOfAllBatchesAndPolygonsInOneOrder)
         m_graph.SetViewingElevation(elevation);
         // The farthest first: from above by ascending height.
         COLORREF expected = RGB(10, 20, 30);
-        for (std::size_t const layer : elevation < 90.0 ? std::array { 3, 1, 2, 0 } : std::array { 0, 2, 1, 3 })
+        for (std::size_t const layer : elevation < 90.0 ? std::array { 3U, 1U, 2U, 0U } : std::array { 0U, 2U, 1U, 3U })
             expected = blended(expected, kLayers[layer].colour);
         for (int const antialias : { 0, 1 }) {
             m_graph.SetAntialiasMode(antialias);
@@ -257,7 +257,7 @@ TEST_F(Draw3D, LightsManyTrianglesByAProgramLikeFewByFixedFunctions)
         m_graph.SetAttenuation(view.attenuation);
         m_graph.SetZoomFactor(view.zoom);
         std::array<std::vector<COLORREF>, 2> pictures;
-        for (std::size_t const road : { 0, 1 }) {
+        for (std::size_t const road : { 0U, 1U }) {
             sheet->Make(road == 0 ? 1 : 2, view.colour);
             m_graph.SetModifiedFlag(1);
             Draw();
