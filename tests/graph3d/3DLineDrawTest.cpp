@@ -191,6 +191,7 @@ TEST_F(DrawLines, SpheresLookLikeThoseOfManyFaces)
         EXPECT_GT(covered, 500);
         EXPECT_LT(different, 30) << "of " << covered << "; the outline may be a pixel off here and there";
         plot.RemoveComponent(mesh);
+        delete mesh;
     };
     compare();
     m_graph.SetLightingOn(0);

@@ -198,7 +198,8 @@ TEST(SceneOptions, AreReadAsTheyWereMeantOrRefused)
     auto const clip = [](std::string const& value) -> std::string {
         try {
             std::string text;
-            for (AxisEnds const& ends : *ParseOptions({ "mesh", "--clip", value }).surface.clip)
+            Options const options = ParseOptions({ "mesh", "--clip", value });
+            for (AxisEnds const& ends : *options.surface.clip)
                 text += (ends.min ? ShortNumber(*ends.min) : "") + ":" + (ends.max ? ShortNumber(*ends.max) : "") + " ";
             return text;
         } catch (Failure const&) {
