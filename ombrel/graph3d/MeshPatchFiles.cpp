@@ -18,7 +18,10 @@ void CMeshPatch::Read(C3DObjectFile& file)
     CString value;
     while (file.ReadProperty(name, value))
         SetProperty(file, name, value);
-    if (m_meshCurve && !m_meshCurve->GetNodeSetByName(m_nodeSetName))
+    // One that names none has the node set without a title.
+    if (m_meshCurve && !m_nodeSet)
+        m_nodeSet = m_meshCurve->GetNodeSetByName(m_nodeSetName);
+    if (m_meshCurve && !m_nodeSet)
         file.Fail("Patch does not reference a nodeset", "the title of a node set before it", m_nodeSetName);
     CheckElements(file);
 }

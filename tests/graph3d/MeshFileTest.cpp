@@ -261,6 +261,9 @@ TEST_F(MeshFile, ErrorsNameLineAndNumberAndLeaveNothing)
              Case { patch + "1000\n1 2 3\n", "The file is too short for a count in it", 13, "1000" },
              Case { nodes + "patch\nelements\n1\n1 2 9\nuse_nodeset: a\nendobject\n", "An element has an unknown node",
                  14, "9" },
+             // Without a name, the node set without a title.
+             Case { "nodeset\nnodes\n1\n0 0 0\nendobject\npatch\nelements\n1\n1 1 2\nendobject\n",
+                 "An element has an unknown node", 10, "2" },
              Case { patch + "1\n1 2 3\nelement_colours\n2\n1 2 3\n1 2 3\nendobject\n",
                  "There must be a colour for each element", 19, "2" },
              Case { patch + "1\n1 2 3\nelement_colours\n1\n1 2 256\n", "An element colour cannot be used", 17, "256" },
