@@ -47,14 +47,37 @@ void C3DCurve::SetCurveType(CurveType type)
 
 void C3DCurve::Transform(double* x, double* y, double* z) const { Transforms().Transform(*x, *y, *z); }
 
-COLORREF C3DCurve::GetColourByZ(double value) const
+void C3DCurve::GetUntransformedDataAndLUTRanges(double& dataMin, double& dataMax, double& lutMin, double& lutMax) const
 {
-    double min = 0.0;
-    double max = 0.0;
-    GetZRange(min, max);
+    GetUntransformedDataRange(dataMin, dataMax);
+    lutMin = dataMin;
+    lutMax = dataMax;
     if (GetUseLUTMinMax())
-        GetLUTMinMax(min, max);
-    return m_colourMap.GetColour(value, min, max);
+        GetLUTMinMax(lutMin, lutMax);
+}
+
+ColourKeySource C3DCurve::GetColourKeySource() const
+{
+    ColourKeySource source;
+    GetUntransformedDataAndLUTRanges(source.dataLow, source.dataHigh, source.low, source.high);
+    return source;
+}
+
+COLORREF C3DCurve::GetColourInRange(double value) const
+{
+    double dataMin = 0.0;
+    double dataMax = 0.0;
+    double low = 0.0;
+    double high = 0.0;
+    GetUntransformedDataAndLUTRanges(dataMin, dataMax, low, high);
+    return GetColourOfValue(value, low, high);
+}
+
+COLORREF C3DCurve::GetShadeOrMapColour(double value, double low, double high) const
+{
+    if (GetColourDescription() == 0)
+        return CColourMap::GetGradedColour(static_cast<COLORREF>(GetColour()), value, low, high);
+    return m_colourMap.GetColour(value, low, high);
 }
 
 void C3DCurve::GetBoxAxes(BoxAxes& axes) const

@@ -45,6 +45,13 @@ public:
     virtual void TranslateRotate() { }
     /// The colour of a value in the curve's range; 0 here.
     virtual COLORREF GetLUTColour(double /*value*/) const { return 0; }
+    /// The range of the values that colours follow, whatever the curve's transforms: here that of z. Unchanged where
+    /// there is none.
+    virtual void GetUntransformedDataRange(double& min, double& max) const { GetZRange(min, max); }
+    /// With the values that the first and the last colour stand for: the curve's own if it uses them, else the data's.
+    void GetUntransformedDataAndLUTRanges(double& dataMin, double& dataMax, double& lutMin, double& lutMax) const;
+    /// A bar over these ranges.
+    ColourKeySource GetColourKeySource() const override;
     /// Whether colours blend into each other between points.
     virtual int GetGradationOn() const { return m_gradationOn; }
     virtual void SetGradationOn(int on) { Change(m_gradationOn, on); }
@@ -73,8 +80,10 @@ public:
     void GetBoxAxes(BoxAxes& axes) const;
 
 protected:
-    /// The colour map's colour of a value, between the ends of the curve's own colour range or of its z range.
-    COLORREF GetColourByZ(double value) const;
+    /// What GetLUTColour gives where it gives colours: that of a value between the ends of the colours' range.
+    COLORREF GetColourInRange(double value) const;
+    /// With colour description 0 a shade of the curve's colour, else the colour map's colour.
+    COLORREF GetShadeOrMapColour(double value, double low, double high) const;
     /// The graph that the curve's plot belongs to; null without one, or in a graph of another kind.
     C3DGraph* Get3DGraph() const;
     /// Whether the curve came from a document of the first layout, which had neither a colour map nor ranges.

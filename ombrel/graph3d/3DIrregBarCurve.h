@@ -37,7 +37,7 @@ public:
     void GetXRange(double& min, double& max) const override { GetFootprintRange(0, min, max); }
     void GetYRange(double& min, double& max) const override { GetFootprintRange(1, min, max); }
     void GetZRange(double& min, double& max) const override;
-    COLORREF GetLUTColour(double value) const override { return GetColourByZ(value); }
+    COLORREF GetLUTColour(double value) const override { return GetColourInRange(value); }
     /// Three quarters of a cell along x and y, as fractions of the data box's sides; before the width factors. Points
     /// that fill at least half of a grid have the smallest distance of its columns, and of its rows, as their cell;
     /// others a third of what n points would have on a square grid.

@@ -35,7 +35,7 @@ public:
     void GetXRange(double& min, double& max) const override { GetRange(0, min, max); }
     void GetYRange(double& min, double& max) const override { GetRange(1, min, max); }
     void GetZRange(double& min, double& max) const override { GetRange(2, min, max); }
-    COLORREF GetLUTColour(double value) const override { return GetColourByZ(value); }
+    COLORREF GetLUTColour(double value) const override { return GetColourInRange(value); }
     /// A point as evaluated, in box units.
     void GetNormalisedVertex(int i, CVertex& vertex) const;
 

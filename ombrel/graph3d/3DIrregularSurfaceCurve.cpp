@@ -175,16 +175,6 @@ void C3DIrregularSurfaceCurve::GetUntransformedDataRange(double& min, double& ma
     max = range.max;
 }
 
-void C3DIrregularSurfaceCurve::GetUntransformedDataAndLUTRanges(
-    double& dataMin, double& dataMax, double& lutMin, double& lutMax) const
-{
-    GetUntransformedDataRange(dataMin, dataMax);
-    lutMin = dataMin;
-    lutMax = dataMax;
-    if (GetUseLUTMinMax())
-        GetLUTMinMax(lutMin, lutMax);
-}
-
 // --- Normals
 
 void C3DIrregularSurfaceCurve::BuildCommonVertexLists()

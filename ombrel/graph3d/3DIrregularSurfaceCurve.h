@@ -104,9 +104,7 @@ public:
     /// Of the value table.
     void GetValueRange(double& min, double& max) const;
     /// The range of what colours the surface: of the value table where it is used, else of the points' z.
-    void GetUntransformedDataRange(double& min, double& max) const;
-    /// With the values that the first and the last colour stand for: the curve's own if it uses them, else the data's.
-    void GetUntransformedDataAndLUTRanges(double& dataMin, double& dataMax, double& lutMin, double& lutMax) const;
+    void GetUntransformedDataRange(double& min, double& max) const override;
     /// 1 when the value table is used and has values.
     int PlotSecondaryVariable() const { return m_useValueTable && m_valueTable.HasData() ? 1 : 0; }
 
@@ -114,14 +112,17 @@ public:
 
     /// 1 when the colour description is at least 1 or gradation is on.
     int UseColourmap() const { return GetColourDescription() >= 1 || GetGradationOn() ? 1 : 0; }
-    COLORREF GetLUTColour(double value) const override;
+    COLORREF GetLUTColour(double value) const override { return GetColourInRange(value); }
     /// Along the 1D texture of the surface's colours, 0 … 1; 0 where all values are equal.
     double Get1DTextureCoord(int point) const;
     /// The 1024 colours of that texture, three bytes each.
     std::vector<BYTE> Make1DTexture() const;
     int NeedsColourKey() const override { return GetColourDescription() > 0 ? 1 : 0; }
     ColourKeySource GetColourKeySource() const override;
-    COLORREF GetColourOfValue(double value, double low, double high) const override;
+    COLORREF GetColourOfValue(double value, double low, double high) const override
+    {
+        return GetShadeOrMapColour(value, low, high);
+    }
     /// 0 opaque … 1 invisible.
     double GetTransparency() const { return m_transparency; }
     void SetTransparency(double transparency) { Change(m_transparency, transparency); }

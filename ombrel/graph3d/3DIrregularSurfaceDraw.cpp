@@ -13,23 +13,6 @@ namespace ombrel {
 
 // --- Colours
 
-COLORREF C3DIrregularSurfaceCurve::GetLUTColour(double value) const
-{
-    double dataMin = 0.0;
-    double dataMax = 0.0;
-    double low = 0.0;
-    double high = 0.0;
-    GetUntransformedDataAndLUTRanges(dataMin, dataMax, low, high);
-    return GetColourOfValue(value, low, high);
-}
-
-COLORREF C3DIrregularSurfaceCurve::GetColourOfValue(double value, double low, double high) const
-{
-    if (GetColourDescription() == 0)
-        return CColourMap::GetGradedColour(static_cast<COLORREF>(GetColour()), value, low, high);
-    return GetColourmap()->GetColour(value, low, high);
-}
-
 double C3DIrregularSurfaceCurve::GetColourValue(std::size_t point) const
 {
     CTableData const& table = PlotSecondaryVariable() ? m_valueTable : m_points;
@@ -57,11 +40,11 @@ std::vector<BYTE> C3DIrregularSurfaceCurve::Make1DTexture() const
 
 ColourKeySource C3DIrregularSurfaceCurve::GetColourKeySource() const
 {
-    ColourKeySource source;
-    source.style = m_contours.on ? ColourKeySource::Style::Bands : ColourKeySource::Style::Range;
-    GetUntransformedDataAndLUTRanges(source.dataLow, source.dataHigh, source.low, source.high);
-    if (m_contours.on)
+    ColourKeySource source = C3DCurve::GetColourKeySource();
+    if (m_contours.on) {
+        source.style = ColourKeySource::Style::Bands;
         GetContourColourKeyEntries(source.bandColours, source.bandValues);
+    }
     return source;
 }
 

@@ -214,35 +214,9 @@ double C3DMeshCurve::Get1DTextureCoord(CMeshNodeSet const& nodes, DWORD number) 
     return GetTexelPlace(table.GetAt(row, column), lo, hi);
 }
 
-COLORREF C3DMeshCurve::GetLUTColour(double value) const
-{
-    double lo = 0.0;
-    double hi = 0.0;
-    double lutLo = 0.0;
-    double lutHi = 0.0;
-    GetUntransformedDataAndLUTRanges(lo, hi, lutLo, lutHi);
-    return GetColourOfValue(value, lutLo, lutHi);
-}
-
-COLORREF C3DMeshCurve::GetColourOfValue(double value, double low, double high) const
-{
-    if (GetColourDescription() == 0)
-        return CColourMap::GetGradedColour(static_cast<COLORREF>(GetColour()), value, low, high);
-    return GetColourmap()->GetColour(value, low, high);
-}
-
 COLORREF C3DMeshCurve::GetDrawnColour(double value) const
 {
     return m_colouring.settings.contoursOn ? GetContourColour(value) : GetLUTColour(value);
-}
-
-void C3DMeshCurve::GetUntransformedDataAndLUTRanges(double& lo, double& hi, double& lutLo, double& lutHi) const
-{
-    GetUntransformedDataRange(lo, hi);
-    lutLo = lo;
-    lutHi = hi;
-    if (GetUseLUTMinMax())
-        GetLUTMinMax(lutLo, lutHi);
 }
 
 void C3DMeshCurve::BuildContours()
@@ -269,11 +243,11 @@ void C3DMeshCurve::GetContourColourKeyEntries(CDWordArray& colours, CDoubleArray
 
 ColourKeySource C3DMeshCurve::GetColourKeySource() const
 {
-    ColourKeySource source;
-    source.style = GetContoursOn() ? ColourKeySource::Style::Bands : ColourKeySource::Style::Range;
-    GetUntransformedDataAndLUTRanges(source.dataLow, source.dataHigh, source.low, source.high);
-    if (GetContoursOn())
+    ColourKeySource source = C3DCurve::GetColourKeySource();
+    if (GetContoursOn()) {
+        source.style = ColourKeySource::Style::Bands;
         GetContourColourKeyEntries(source.bandColours, source.bandValues);
+    }
     return source;
 }
 

@@ -104,14 +104,15 @@ public:
     bool UseTextureCoords() const;
     /// Of a node of the set along that texture, 0 … 1; 0 where all values are equal.
     double Get1DTextureCoord(CMeshNodeSet const& nodes, DWORD number) const;
-    COLORREF GetLUTColour(double value) const override;
+    COLORREF GetLUTColour(double value) const override { return GetColourInRange(value); }
     int NeedsColourKey() const override { return GetColourDescription() == 1 ? 1 : 0; }
     ColourKeySource GetColourKeySource() const override;
-    COLORREF GetColourOfValue(double value, double low, double high) const override;
+    COLORREF GetColourOfValue(double value, double low, double high) const override
+    {
+        return GetShadeOrMapColour(value, low, high);
+    }
     /// The range of what colours the mesh; unchanged when the variable is not there.
-    void GetUntransformedDataRange(double& lo, double& hi) const { m_colouring.GetDataRange(lo, hi); }
-    /// With the values that the first and the last colour stand for: the curve's own if it uses them, else the data's.
-    void GetUntransformedDataAndLUTRanges(double& lo, double& hi, double& lutLo, double& lutHi) const;
+    void GetUntransformedDataRange(double& lo, double& hi) const override { m_colouring.GetDataRange(lo, hi); }
 
     // Contours
 

@@ -195,6 +195,6 @@ bool C3DRowColCurve::FillMesh(GridCoordinates const& coordinates)
     return true;
 }
 
-COLORREF C3DRowColCurve::GetLUTColour(double value) const { return GetColourByZ(value); }
+COLORREF C3DRowColCurve::GetLUTColour(double value) const { return GetColourInRange(value); }
 
 } // namespace ombrel

@@ -119,6 +119,10 @@ public:
     int Evaluate() override;
     int GetDataSize() const override { return static_cast<int>(m_table.GetDataSize()); }
     COLORREF GetLUTColour(double value) const override;
+    COLORREF GetColourOfValue(double value, double low, double high) const override
+    {
+        return GetColourmap()->GetColour(value, low, high);
+    }
 
 protected:
     /// How small and how large a grid may be.

@@ -138,41 +138,12 @@ double C3DScatterCurve::GetSymbolVarScaleFac(int i) const
 
 // --- Colours
 
-void C3DScatterCurve::GetUntransformedDataAndLUTRanges(
-    double& dataMin, double& dataMax, double& lutMin, double& lutMax) const
+void C3DScatterCurve::GetUntransformedDataRange(double& min, double& max) const
 {
-    dataMin = 0.0;
-    dataMax = 0.0;
     if (m_colourVar >= 0)
-        GetColourVarRange(dataMin, dataMax);
+        GetColourVarRange(min, max);
     else
-        GetPoints().GetZRange(dataMin, dataMax);
-    lutMin = dataMin;
-    lutMax = dataMax;
-    if (GetUseLUTMinMax())
-        GetLUTMinMax(lutMin, lutMax);
-}
-
-COLORREF C3DScatterCurve::GetLUTColour(double value) const
-{
-    double dataMin = 0.0;
-    double dataMax = 0.0;
-    double low = 0.0;
-    double high = 0.0;
-    GetUntransformedDataAndLUTRanges(dataMin, dataMax, low, high);
-    return GetColourOfValue(value, low, high);
-}
-
-COLORREF C3DScatterCurve::GetColourOfValue(double value, double low, double high) const
-{
-    return GetColourmap()->GetColour(value, low, high);
-}
-
-ColourKeySource C3DScatterCurve::GetColourKeySource() const
-{
-    ColourKeySource source;
-    GetUntransformedDataAndLUTRanges(source.dataLow, source.dataHigh, source.low, source.high);
-    return source;
+        GetPoints().GetZRange(min, max);
 }
 
 std::optional<LegendEntry> C3DScatterCurve::GetLegendEntry() const

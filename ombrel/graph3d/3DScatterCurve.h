@@ -89,14 +89,15 @@ public:
     /// The lower end of the z axis; 0 without a graph.
     double GetAutoBaselineValue() const;
 
-    /// The range of the variable that colours, else of the points' z as they were given; and of the values that the
-    /// colour map's ends stand for.
-    void GetUntransformedDataAndLUTRanges(double& dataMin, double& dataMax, double& lutMin, double& lutMax) const;
-    COLORREF GetLUTColour(double value) const override;
+    /// The range of the variable that colours, else of the points' z as they were given.
+    void GetUntransformedDataRange(double& min, double& max) const override;
+    COLORREF GetLUTColour(double value) const override { return GetColourInRange(value); }
     int NeedsColourKey() const override { return m_colourVar >= 0 || m_colourByZVal ? 1 : 0; }
     bool CanHaveColourKey() const override { return true; }
-    ColourKeySource GetColourKeySource() const override;
-    COLORREF GetColourOfValue(double value, double low, double high) const override;
+    COLORREF GetColourOfValue(double value, double low, double high) const override
+    {
+        return GetColourmap()->GetColour(value, low, high);
+    }
     std::optional<LegendEntry> GetLegendEntry() const override;
     int Evaluate() override;
     int GetDataSize() const override;

@@ -32,10 +32,6 @@ public:
     void SetScale(double scale) { Change(m_scale, scale); }
 
     int NeedsColourKey() const override { return GetColourDescription() == 1 ? 1 : 0; }
-    COLORREF GetColourOfValue(double value, double low, double high) const override
-    {
-        return GetColourmap()->GetColour(value, low, high);
-    }
     void Render() override;
     void InvalidateDeviceObjects() override;
 

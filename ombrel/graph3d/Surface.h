@@ -72,9 +72,7 @@ public:
     /// not change it.
     double GetFVal(int i, int j) const;
     /// The range of what colours the surface: of the value table where it is used, else of the nodes' values.
-    void GetUntransformedDataRange(double& min, double& max) const;
-    /// With the values that the first and the last colour stand for: the curve's own if it uses them, else the data's.
-    void GetUntransformedDataAndLUTRanges(double& dataMin, double& dataMax, double& lutMin, double& lutMax) const;
+    void GetUntransformedDataRange(double& min, double& max) const override;
     /// Whether the node is missing.
     int VertexClipped(int i, int j) const { return m_surfaceMesh->IsMissing(i, j) ? 1 : 0; }
     /// A parameter point with a value as a place in data units, by coordinate system and transforms.
@@ -108,7 +106,7 @@ public:
 
     /// 1 when the colour description is at least 1 or gradation is on.
     int UseColourmap() const { return GetColourDescription() >= 1 || GetGradationOn() ? 1 : 0; }
-    COLORREF GetLUTColour(double value) const override;
+    COLORREF GetLUTColour(double value) const override { return GetColourInRange(value); }
     COLORREF GetContourLineLUTColour(double value) const;
     /// Along the 1D texture of the surface's colours, 0 … 1; 0 where all values are equal.
     double Get1DTextureCoord(int i, int j) const;
@@ -116,7 +114,10 @@ public:
     std::vector<BYTE> Make1DTexture() const;
     int NeedsColourKey() const override { return GetColourDescription() > 0 ? 1 : 0; }
     ColourKeySource GetColourKeySource() const override;
-    COLORREF GetColourOfValue(double value, double low, double high) const override;
+    COLORREF GetColourOfValue(double value, double low, double high) const override
+    {
+        return GetShadeOrMapColour(value, low, high);
+    }
     /// 0 opaque … 1 invisible.
     double GetTransparency() const { return m_transparency; }
     void SetTransparency(double transparency) { Change(m_transparency, transparency); }

@@ -5,23 +5,6 @@
 namespace ombrel {
 // --- Colours
 
-COLORREF CSurface::GetLUTColour(double value) const
-{
-    double dataMin = 0.0;
-    double dataMax = 0.0;
-    double low = 0.0;
-    double high = 0.0;
-    GetUntransformedDataAndLUTRanges(dataMin, dataMax, low, high);
-    return GetColourOfValue(value, low, high);
-}
-
-COLORREF CSurface::GetColourOfValue(double value, double low, double high) const
-{
-    if (GetColourDescription() == 0)
-        return CColourMap::GetGradedColour(static_cast<COLORREF>(GetColour()), value, low, high);
-    return GetColourmap()->GetColour(value, low, high);
-}
-
 COLORREF CSurface::GetContourLineLUTColour(double value) const
 {
     double dataMin = 0.0;
@@ -57,11 +40,11 @@ std::vector<BYTE> CSurface::Make1DTexture() const
 
 ColourKeySource CSurface::GetColourKeySource() const
 {
-    ColourKeySource source;
-    source.style = m_contours.on ? ColourKeySource::Style::Bands : ColourKeySource::Style::Range;
-    GetUntransformedDataAndLUTRanges(source.dataLow, source.dataHigh, source.low, source.high);
-    if (m_contours.on)
+    ColourKeySource source = C3DRowColCurve::GetColourKeySource();
+    if (m_contours.on) {
+        source.style = ColourKeySource::Style::Bands;
         GetContourColourKeyEntries(source.bandColours, source.bandValues);
+    }
     return source;
 }
 

@@ -147,15 +147,6 @@ void CSurface::GetUntransformedDataRange(double& min, double& max) const
     max = range.max;
 }
 
-void CSurface::GetUntransformedDataAndLUTRanges(double& dataMin, double& dataMax, double& lutMin, double& lutMax) const
-{
-    GetUntransformedDataRange(dataMin, dataMax);
-    lutMin = dataMin;
-    lutMax = dataMax;
-    if (GetUseLUTMinMax())
-        GetLUTMinMax(lutMin, lutMax);
-}
-
 CVertex CSurface::GetCartesian(double x, double y, double v) const
 {
     auto [px, py, pz] = GridCoordinates(GetCurveType(), m_useRadialGrid != 0).At(x, y, v);
