@@ -7,7 +7,6 @@
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -89,7 +88,6 @@ void C3DIrregularSurfaceCurve::GetNormalisedVertex(int point, CVertex& place) co
 
 int C3DIrregularSurfaceCurve::Evaluate()
 {
-    ++m_revision;
     SetValid(0);
     ClearTriangles();
     UpdateGraphParameters();

@@ -5,9 +5,6 @@
 #include "ombrel/graph3d/geometry/PointCoordinates.h"
 #include "ombrel/graph3d/render/IrregularSurfaceDrawing.h"
 #include "ombrel/graph3d/render/NearerDepth.h"
-#include "ombrel/graph3d/render/TowardsViewer.h"
-
-#include <utility>
 
 namespace ombrel {
 
@@ -127,9 +124,7 @@ void C3DIrregularSurfaceCurve::Render()
     if (UseColourmap()) {
         BuildContourLevels();
         BuildContourColours();
-        m_drawing->colours.Bind(*graph, Make1DTexture());
-        ColourTexture::Unbind(*graph);
-        texture = m_drawing->colours.Name();
+        texture = m_drawing->colours.Update(Make1DTexture());
     }
     if (isTransparent)
         batch.AddTransparent(*graph, texture);
@@ -137,7 +132,7 @@ void C3DIrregularSurfaceCurve::Render()
         batch.DrawFaces(*graph, texture);
     if (m_wireframeOn) {
         NearerDepth const nearer(0.002);
-        batch.DrawLines(*graph, GetValidLineWidth(graph->GetLineWidth(3)), 0);
+        batch.DrawLines(*graph, graph->GetLineWidth(3), 0);
     }
 }
 

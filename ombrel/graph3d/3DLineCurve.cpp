@@ -234,7 +234,7 @@ void C3DLineCurve::Render()
     constexpr double kWidest = 100.0;
     double const width = std::min(GetThinLineWidth(), kWidest);
     if (width > 0.0)
-        drawing.lines.DrawSmoothLines(*graph, static_cast<float>(width));
+        drawing.lines.DrawSmoothLines(*graph, width);
 }
 
 double C3DLineCurve::GetThinLineWidth() const
@@ -279,7 +279,7 @@ void C3DLineCurve::AddThinLine(FaceBatch& lines, std::span<CVertex const> points
     vertex.colour = FaceVertex::Bytes(colour);
     bool isAfterPoint = false;
     for (CVertex const& point : points) {
-        // Farther out single precision knows no places any more.
+        // Such lines may well cross the box; farther out, single precision places them wildly.
         constexpr double kFarthest = 1e6;
         bool const isThere
             = std::fabs(point.X()) < kFarthest && std::fabs(point.Y()) < kFarthest && std::fabs(point.Z()) < kFarthest;

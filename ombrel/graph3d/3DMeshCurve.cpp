@@ -267,13 +267,15 @@ void C3DMeshCurve::Render()
     look.hasOutlines = settings.wireframeOn != 0;
     look.isSolid = settings.solidOn != 0 || !look.hasOutlines;
     look.outlineColour = settings.wireframeColour;
+    double lo = 0.0;
+    double hi = 0.0;
+    std::array<double, 2> ends {};
+    GetUntransformedDataAndLUTRanges(lo, hi, ends[0], ends[1]);
     MeshScene const scene { m_revision, m_axes, m_colouring, GetColourDescription(), GetGradationOn(),
-        [this](double value) { return GetDrawnColour(value); },
-        [this] {
-            std::vector<MeshPart> parts;
+        [this](double value) { return GetDrawnColour(value); }, *GetColourmap(), ends,
+        [this](auto const& take) {
             for (CMeshPatch const* const patch : m_patches)
-                parts.push_back({ patch, patch->WorldPlaces() });
-            return parts;
+                take({ patch, patch->WorldPlaces() });
         } };
     m_renderer->Render(*graph, scene, std::move(look));
 }

@@ -10,7 +10,6 @@
 #include "ombrel/platform/framework/FileTime.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <optional>
 #include <utility>

@@ -5,7 +5,6 @@
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 #include <cmath>
-#include <utility>
 
 namespace ombrel {
 
@@ -45,8 +44,6 @@ void C3DObjectCylinder::Serialize(CArchive& ar)
 void C3DObjectCylinder::SetEndpoints(CVertex const& p1, CVertex const& p2)
 {
     CVertex const d = p2 - p1;
-    m_endpoint1 = p1;
-    m_endpoint2 = p2;
     m_halfHeight = std::hypot(d.X(), d.Y(), d.Z()) / 2.0;
     m_placedSize = { m_radiusX, m_radiusY, m_halfHeight };
     m_endpointsSet = 1;

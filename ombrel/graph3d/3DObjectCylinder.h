@@ -56,8 +56,6 @@ private:
     int m_stacks = 10;
     int m_topShown = 1;
     int m_bottomShown = 1;
-    CVertex m_endpoint1;
-    CVertex m_endpoint2;
     int m_endpointsSet = 0;
     /// Radii and half height that the placement holds.
     std::array<double, 3> m_placedSize { 1.0, 1.0, 1.0 };

@@ -99,7 +99,9 @@ int C3DObjectGeneral::Evaluate()
 
 void C3DObjectGeneral::GetRanges(CVertex& min, CVertex& max)
 {
-    Evaluate();
+    // Others of the curve change, too.
+    if (!m_isEvaluated || GetReconstructFlag())
+        Evaluate();
     if (!m_hasRange)
         return;
     min = m_rangeMin;
@@ -167,10 +169,12 @@ void C3DObjectGeneral::Draw()
     look.transparency = IsTransparent() ? GetTransparency() : 0.0;
     look.hasOutlines = GetWireframeOn() != 0 && !IsTransparent();
     look.outlineColour = GetWireframeColour();
+    std::array<double, 2> ends {};
+    GetLUTMinMax(ends[0], ends[1]);
     MeshScene const scene { m_revision, GetCurve()->GetNormalisingAxes(), m_colouring, GetColourDescription(),
-        GetGradationOn(), [this](double value) { return GetDrawnColour(value); },
-        [this] {
-            return std::vector<MeshPart> { { &m_elements, WorldPlaces() } };
+        GetGradationOn(), [this](double value) { return GetDrawnColour(value); }, m_colourMap, ends,
+        [this](auto const& take) {
+            take({ &m_elements, WorldPlaces() });
         } };
     m_renderer->Render(*graph, scene, std::move(look));
 }

@@ -19,7 +19,8 @@ struct C3DScatterCurve::Key {
     std::array<VariableUseType, 2> varUses {};
     int colourByZVal = 0;
     ColourMapKey map;
-    /// The values of its ends.
+    /// The values of its ends where they are the curve's own; others follow from the data.
+    bool hasRange = false;
     double low = 0.0;
     double high = 0.0;
     friend bool operator==(Key const& a, Key const& b) = default;
@@ -191,11 +192,15 @@ bool C3DScatterCurve::VertexClipped(CVertex const& place) const
 
 std::uint64_t C3DScatterCurve::GetGeometryRevision()
 {
-    Key key { m_sticks, std::as_const(m_varData).GetRevision(), m_varUses, m_colourByZVal, {}, 0.0, 0.0 };
+    Key key;
+    key.sticks = m_sticks;
+    key.varRevision = std::as_const(m_varData).GetRevision();
+    key.varUses = m_varUses;
+    key.colourByZVal = m_colourByZVal;
     if (NeedsColourKey()) {
-        double dataMin = 0.0;
-        double dataMax = 0.0;
-        GetUntransformedDataAndLUTRanges(dataMin, dataMax, key.low, key.high);
+        key.hasRange = GetUseLUTMinMax() != 0;
+        if (key.hasRange)
+            GetLUTMinMax(key.low, key.high);
         key.map = ColourMapKey(*GetColourmap());
     }
     if (!(key == *m_key)) {

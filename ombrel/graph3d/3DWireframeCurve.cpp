@@ -82,7 +82,7 @@ void C3DWireframeCurve::Render()
                 addLine(i, j, i, j + 1);
         }
     });
-    batch.DrawLines(*graph, static_cast<float>(graph->GetLineWidth(3)), 0);
+    batch.DrawLines(*graph, graph->GetLineWidth(3), 0);
 }
 
 void C3DWireframeCurve::InvalidateDeviceObjects() { m_drawing->InvalidateDeviceObjects(); }

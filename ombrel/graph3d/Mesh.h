@@ -6,7 +6,6 @@
 #include "ombrel/platform/framework/Object.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <vector>
 

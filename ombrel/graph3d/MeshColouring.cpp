@@ -2,7 +2,11 @@
 
 namespace ombrel {
 
-bool MeshColouring::IsHeight() const { return settings.variable == CString("thezvalue"); }
+bool MeshColouring::IsHeight() const
+{
+    static CString const kHeight("thezvalue");
+    return settings.variable == kHeight;
+}
 
 void MeshColouring::FindVariable()
 {

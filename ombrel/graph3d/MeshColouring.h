@@ -61,9 +61,6 @@ public:
     Range height { 0.0, 0.0 };
 
     bool IsHeight() const;
-    /// 0 a node variable, 1 an element variable, −1 neither; and which one.
-    int GetVariableKind() const { return m_kind; }
-    int GetVariableIndex() const { return m_index; }
     /// Finds the variable by its name, in any case: the first of the nodes, else of the elements.
     void FindVariable();
     /// The row of the variable in the data of nodes, or of elements with their variable as the source; −1 for the
@@ -83,6 +80,7 @@ public:
     void GetColourKeyEntries(CDWordArray& colours, CDoubleArray& values) const;
 
 private:
+    /// Of the variable: 0 a node variable, 1 an element variable, −1 neither; and which one.
     int m_kind = -1;
     int m_index = -1;
     ContourBands m_bands;

@@ -6,7 +6,6 @@
 #include "ombrel/platform/framework/ArchiveFields.h"
 
 #include <bit>
-#include <numeric>
 
 namespace ombrel {
 

@@ -5,7 +5,6 @@
 #include "ombrel/graph3d/meshes/ValueRange.h"
 
 #include <cmath>
-#include <limits>
 #include <utility>
 
 namespace ombrel {

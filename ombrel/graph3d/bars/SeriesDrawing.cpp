@@ -33,13 +33,13 @@ void SeriesDrawing::Render(C3DGraph& graph, Source const& source)
     double const baseline = settings.baseline.Get(key.axes[2]);
     auto const lineColour = [&](int k) { return ColourOf(settings.lineColourDescription, settings.lineColour, k); };
 
-    if (settings.UsesColourMap()) {
-        m_colours.Bind(graph, MakeTexels(range.min, range.max, [&](double v) { return source.curve.GetLUTColour(v); }));
-        ColourTexture::Unbind(graph);
-    }
-    unsigned int const lineTexture = settings.lineColourDescription == SeriesSettings::cbValue ? m_colours.Name() : 0;
-    unsigned int const stackTexture = settings.stackColourDescription == SeriesSettings::cbValue ? m_colours.Name() : 0;
-    float const width = GetValidLineWidth(settings.thicknessScaleFac * graph.GetLineWidth(4));
+    unsigned int texture = 0;
+    if (settings.UsesColourMap())
+        texture = m_colours.Update(
+            MakeTexels(range.min, range.max, [&](double v) { return source.curve.GetLUTColour(v); }));
+    unsigned int const lineTexture = settings.lineColourDescription == SeriesSettings::cbValue ? texture : 0;
+    unsigned int const stackTexture = settings.stackColourDescription == SeriesSettings::cbValue ? texture : 0;
+    double const width = settings.thicknessScaleFac * graph.GetLineWidth(4);
 
     graph.EnableLighting(0);
     // Along the other axis whole lines are shown or left out: none is cut where it stands on the side of the box.

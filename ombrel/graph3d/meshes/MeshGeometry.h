@@ -2,9 +2,12 @@
 #include "ombrel/graph3d/BoxAxis.h"
 #include "ombrel/graph3d/MeshColouring.h"
 #include "ombrel/graph3d/meshes/MeshElements.h"
+#include "ombrel/graph3d/render/ColourMapKey.h"
 #include "ombrel/graph3d/render/FaceBatch.h"
 
+#include <array>
 #include <functional>
+#include <vector>
 
 namespace ombrel {
 
@@ -24,8 +27,11 @@ struct MeshLook {
     /// The ends of the texture: nodes' values, or heights.
     double lo = 0.0;
     double hi = 0.0;
-    /// What elements' values are coloured by; those of the texture are not in the geometry.
-    std::vector<BYTE> elementTexels;
+    // What colours elements by their values, and so is in the geometry: contour bands, or a map and its ends
+    std::vector<double> elementLevels;
+    CDWordArray elementBands;
+    ColourMapKey elementMap;
+    std::array<double, 2> mapEnds {};
     friend bool operator==(MeshLook const& a, MeshLook const& b) = default;
 };
 

@@ -19,14 +19,19 @@ void MeshRenderer::Render(C3DGraph& graph, MeshScene const& scene, MeshLook look
     look.source = scene.colouring.GetSource(scene.colourDescription, scene.gradation);
     look.variable = scene.colouring.GetVariableRow(look.source);
     scene.colouring.GetDataRange(look.lo, look.hi);
-    std::vector<BYTE> texels;
-    bool const isTextured = look.source == MeshColourSource::Nodes;
-    if (isTextured || look.source == MeshColourSource::ElementVariable)
-        texels = MakeTexels(look.lo, look.hi, scene.colourOf);
-    if (isTextured)
-        m_colours.Bind(graph, std::move(texels));
-    else
-        look.elementTexels = std::move(texels);
+    unsigned int texture = 0;
+    if (look.source == MeshColourSource::Nodes) {
+        texture = m_colours.Update(MakeTexels(look.lo, look.hi, scene.colourOf));
+    } else if (look.source == MeshColourSource::ElementVariable) {
+        if (scene.colouring.settings.contoursOn) {
+            auto const levels = scene.colouring.GetWorkingLevels();
+            look.elementLevels.assign(levels.begin(), levels.end());
+            look.elementBands = scene.colouring.GetBandColours();
+        } else {
+            look.elementMap = ColourMapKey(scene.map);
+            look.mapEnds = scene.mapEnds;
+        }
+    }
     if (look.variable < 0) {
         look.lo = scene.colouring.height[0];
         look.hi = scene.colouring.height[1];
@@ -35,18 +40,16 @@ void MeshRenderer::Render(C3DGraph& graph, MeshScene const& scene, MeshLook look
     if (!HasGeometry() || !(key == m_key)) {
         m_key = std::move(key);
         m_batches.clear();
-        std::vector<MeshPart> const parts = scene.makeParts();
-        for (MeshPart const& part : parts) {
+        scene.forEachPart([this, &scene](MeshPart const& part) {
             MeshGeometry(*part.patch, part.world, m_key.axes, m_key.look, scene.colourOf, [this](FaceBatch&& batch) {
                 m_batches.push_back(std::move(batch));
                 if (m_key.look.transparency == 0.0)
                     m_batches.back().MoveToDriver();
             }).Make();
-        }
+        });
         m_isMade = true;
     }
-    unsigned int const texture = isTextured ? m_colours.Name() : 0;
-    auto const width = static_cast<float>(graph.GetLineWidth(3));
+    double const width = graph.GetLineWidth(3);
     for (FaceBatch& batch : m_batches) {
         if (m_key.look.hasOutlines && !m_key.look.isSolid)
             batch.DrawLines(graph, width, 0);
@@ -61,8 +64,6 @@ void MeshRenderer::Render(C3DGraph& graph, MeshScene const& scene, MeshLook look
         if (m_batches.size() > 1)
             gl::Finish();
     }
-    if (isTextured)
-        ColourTexture::Unbind(graph);
 }
 
 void MeshRenderer::InvalidateDeviceObjects()

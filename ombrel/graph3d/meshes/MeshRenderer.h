@@ -2,14 +2,16 @@
 #include "ombrel/graph3d/meshes/MeshGeometry.h"
 #include "ombrel/graph3d/render/ColourTexture.h"
 
+#include <array>
 #include <cstdint>
-#include <span>
+#include <functional>
+#include <vector>
 
 namespace ombrel {
 
 class C3DGraph;
 
-/// Patches and their nodes as they are to be drawn. Not owned.
+/// A patch, which is not owned, and its nodes where they are drawn.
 struct MeshPart {
     CMeshPatch const* patch = nullptr;
     NodePlaces world;
@@ -25,8 +27,11 @@ struct MeshScene {
     int colourDescription = 0;
     int gradation = 0;
     MeshColouring::ColourOf colourOf;
-    /// The parts of the mesh, asked for when the geometry is made.
-    std::function<std::vector<MeshPart>()> makeParts;
+    /// What colourOf follows from where there are no contours: a map, not owned, and the values of its ends.
+    CColourMap const& map;
+    std::array<double, 2> mapEnds {};
+    /// Takes each part of the mesh in turn; asked for when the geometry is made.
+    std::function<void(std::function<void(MeshPart const& part)> const& take)> forEachPart;
 };
 
 /// Draws a mesh: keeps its geometry in buffers of OpenGL, and makes these anew when data or settings have changed.

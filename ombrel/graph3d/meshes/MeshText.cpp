@@ -4,7 +4,6 @@
 #include "ombrel/platform/framework/Number.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 

@@ -46,8 +46,8 @@ private:
     char const* m_end;
 };
 
-/// Reads the line with the count of a block and checks that as many lines, each with at least numbersEach fields, can
-/// follow, and that valuesEach values each take no more memory than a file of this size may ask for.
+/// Reads the line with the count of a block and checks that as many lines can follow, and that valuesEach values for
+/// each take no more memory than a file of this size may ask for.
 int ReadMeshCount(C3DObjectFile& file, char const* what, std::size_t valuesEach);
 /// The next line of the block. Throws when the file ends before.
 std::string_view ReadMeshLine(C3DObjectFile& file, char const* what, int index, int count);

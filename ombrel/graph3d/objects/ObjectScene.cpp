@@ -89,7 +89,7 @@ void ObjectScene::Draw(C3DGraph& graph)
     m_opaque.DrawFaces(graph, 0);
     {
         NearerDepth const nearer(0.002);
-        m_wires.DrawLines(graph, static_cast<float>(graph.GetLineWidth(3)), 0);
+        m_wires.DrawLines(graph, graph.GetLineWidth(3), 0);
     }
     if (!m_transparent.IsEmpty())
         m_transparent.AddTransparent(graph, 0);

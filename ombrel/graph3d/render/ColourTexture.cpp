@@ -21,7 +21,7 @@ double GetTexelPlace(double value, double lo, double hi)
     return static_cast<float>(lo) == static_cast<float>(hi) ? 0.0 : (value - lo) / (hi - lo);
 }
 
-void ColourTexture::Bind(C3DGraph& graph, std::vector<BYTE>&& texels)
+unsigned int ColourTexture::Update(std::vector<BYTE>&& texels)
 {
     if (!m_texture.IsAlive() || texels != m_texels) {
         m_texels = std::move(texels);
@@ -31,7 +31,12 @@ void ColourTexture::Bind(C3DGraph& graph, std::vector<BYTE>&& texels)
         gl::TexImage1D(GL_TEXTURE_1D, 0, GL_RGB, static_cast<GLsizei>(m_texels.size() / 3), 0, GL_RGB, GL_UNSIGNED_BYTE,
             m_texels.data());
     }
-    graph.Set1DTextureState(1, static_cast<int>(m_texture.Name()));
+    return m_texture.Name();
+}
+
+void ColourTexture::Bind(C3DGraph& graph, std::vector<BYTE>&& texels)
+{
+    graph.Set1DTextureState(1, static_cast<int>(Update(std::move(texels))));
 }
 
 void ColourTexture::Unbind(C3DGraph& graph) { graph.Set1DTextureState(0, 0); }

@@ -18,14 +18,17 @@ double GetTexelPlace(double value, double lo, double hi);
 
 /// The colours by value of a curve, as a 1D texture of OpenGL.
 ///
-/// Bind and Name belong within a draw of the graph.
+/// All but Reset belongs within a draw of the graph.
 class ColourTexture {
 public:
-    /// Modulates what is drawn next by these colours, three bytes each, until Unbind.
+    /// The name of the texture of these colours, three bytes each.
+    unsigned int Update(std::vector<BYTE>&& texels);
+    /// Modulates what is drawn next by these colours, until Unbind.
     void Bind(C3DGraph& graph, std::vector<BYTE>&& texels);
     static void Unbind(C3DGraph& graph);
+    /// As last updated.
     unsigned int Name() const { return m_texture.Name(); }
-    /// Gives the texture back; the next Bind makes it again.
+    /// Gives the texture back; the next Update makes it again.
     void Reset() { m_texture.Reset(); }
 
 private:

@@ -2,7 +2,9 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/Colour3.h"
 #include "ombrel/graph3d/render/GLBuffer.h"
+#include "ombrel/graph3d/render/LineWidth.h"
 #include "ombrel/graph3d/render/TextureProgram.h"
+#include "ombrel/platform/opengl/GLState.h"
 #include "ombrel/platform/opengl/OpenGL.h"
 
 #include <algorithm>
@@ -11,23 +13,6 @@
 
 namespace ombrel {
 namespace {
-
-/// Settings of OpenGL as they were, when this ends.
-class KeptState {
-public:
-    explicit KeptState(GLbitfield groups)
-    {
-        gl::PushAttrib(groups);
-        gl::PushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
-    }
-    ~KeptState()
-    {
-        gl::PopClientAttrib();
-        gl::PopAttrib();
-    }
-    KeptState(KeptState const&) = delete;
-    KeptState& operator=(KeptState const&) = delete;
-};
 
 void DrawIndices(unsigned int mode, FaceBatch::Span const& span)
 {
@@ -147,7 +132,7 @@ void FaceBatch::DrawFaces(C3DGraph& graph, unsigned int texture, std::vector<Spa
         indices += part.count;
     if (indices == 0)
         return;
-    KeptState const kept(GL_CURRENT_BIT);
+    GLKeptSettings const kept(GL_CURRENT_BIT);
     graph.Set1DTextureState(texture != 0, static_cast<int>(texture));
     BindArrays();
     TextureProgram const program(texture != 0 && m_isWhite ? indices / 3 : 0);
@@ -157,14 +142,14 @@ void FaceBatch::DrawFaces(C3DGraph& graph, unsigned int texture, std::vector<Spa
     graph.Set1DTextureState(0, 0);
 }
 
-void FaceBatch::DrawLines(C3DGraph& graph, float width, unsigned int texture)
+void FaceBatch::DrawLines(C3DGraph& graph, double width, unsigned int texture)
 {
     DrawAllLines(graph, width, texture, false);
 }
 
-void FaceBatch::DrawSmoothLines(C3DGraph& graph, float width)
+void FaceBatch::DrawSmoothLines(C3DGraph& graph, double width)
 {
-    gl::PushAttrib(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_ENABLE_BIT | GL_HINT_BIT);
+    GLKeptSettings const kept(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_ENABLE_BIT | GL_HINT_BIT);
     // First the colours: where lines overlap each other, all of them count. Then the depths.
     gl::DepthMask(GL_FALSE);
     for (int const what : { GL_LINE_SMOOTH, GL_POINT_SMOOTH, GL_BLEND })
@@ -177,41 +162,40 @@ void FaceBatch::DrawSmoothLines(C3DGraph& graph, float width)
     gl::ColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
     gl::Disable(GL_LINE_SMOOTH);
     DrawAllLines(graph, width, 0, false);
-    gl::PopAttrib();
 }
 
-void FaceBatch::DrawAllLines(C3DGraph& graph, float width, unsigned int texture, bool withVertices)
+void FaceBatch::DrawAllLines(C3DGraph& graph, double width, unsigned int texture, bool withVertices)
 {
     Upload();
     if (m_numLineIndices == 0)
         return;
-    KeptState const kept(GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_LINE_BIT | GL_POINT_BIT);
+    GLKeptSettings const kept(GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_LINE_BIT | GL_POINT_BIT);
     graph.Set1DTextureState(texture != 0, static_cast<int>(texture));
     gl::Disable(GL_LIGHTING);
-    gl::LineWidth(width);
+    gl::LineWidth(GetValidLineWidth(width));
     BindArrays();
     gl::BindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_lineBuffer.Name());
     DrawIndices(GL_LINES, { 0, m_numLineIndices });
     if (withVertices) {
-        gl::PointSize(width);
+        gl::PointSize(GetValidLineWidth(width));
         gl::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(m_numVertices));
     }
     UnbindArrays();
     graph.Set1DTextureState(0, 0);
 }
 
-void FaceBatch::DrawOutlined(C3DGraph& graph, COLORREF lineColour, float width, unsigned int texture)
+void FaceBatch::DrawOutlined(C3DGraph& graph, COLORREF lineColour, double width, unsigned int texture)
 {
     if (m_elements.empty())
         return;
     Upload();
-    KeptState const kept(GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_LINE_BIT | GL_STENCIL_BUFFER_BIT);
+    GLKeptSettings const kept(GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_LINE_BIT | GL_STENCIL_BUFFER_BIT);
     Colour3 const colour(lineColour);
     bool const isLit = graph.GetLightingOn() != 0;
     graph.Set1DTextureState(texture != 0, static_cast<int>(texture));
     gl::Enable(GL_STENCIL_TEST);
     gl::Clear(GL_STENCIL_BUFFER_BIT);
-    gl::LineWidth(width);
+    gl::LineWidth(GetValidLineWidth(width));
     BindArrays();
     auto const drawOutlines = [&](Span const& lines) {
         if (isLit)

@@ -72,13 +72,13 @@ public:
     void DrawFaces(C3DGraph& graph, unsigned int texture);
     void DrawFaces(C3DGraph& graph, unsigned int texture, std::vector<Span> const& parts);
     /// All lines, unlit, in the vertices' colours or those of the texture.
-    void DrawLines(C3DGraph& graph, float width, unsigned int texture);
+    void DrawLines(C3DGraph& graph, double width, unsigned int texture);
     /// All lines, smooth, unlit, in the vertices' colours. The vertices themselves are drawn, too: where two lines
     /// meet, no gap is seen between their softened ends.
-    void DrawSmoothLines(C3DGraph& graph, float width);
+    void DrawSmoothLines(C3DGraph& graph, double width);
     /// The elements one behind the other, each in its outline: this marks its pixels in the stencil, the faces leave
     /// them alone, and the second outline takes the marks back.
-    void DrawOutlined(C3DGraph& graph, COLORREF lineColour, float width, unsigned int texture);
+    void DrawOutlined(C3DGraph& graph, COLORREF lineColour, double width, unsigned int texture);
     /// Lets the graph draw the faces after everything opaque, with all that is transparent, the farthest first. The
     /// batch must stay as it is until the picture is drawn. The image is the name of a texture of two dimensions, 0 for
     /// none, which goes before the other one.
@@ -95,7 +95,7 @@ private:
     void Upload();
     void BindArrays() const;
     static void UnbindArrays();
-    void DrawAllLines(C3DGraph& graph, float width, unsigned int texture, bool withVertices);
+    void DrawAllLines(C3DGraph& graph, double width, unsigned int texture, bool withVertices);
 
     std::vector<FaceVertex> m_vertices;
     std::vector<std::uint32_t> m_triangles;

@@ -10,7 +10,7 @@
 namespace ombrel {
 namespace {
 
-/// Farther out single precision knows no places any more.
+/// Farther out nothing of a shape is seen, and single precision makes it ragged.
 constexpr double kFarthest = 1e4;
 
 bool IsPlace(CVertex const& v)

@@ -4,6 +4,7 @@
 #include "ombrel/graph3d/render/GLBuffer.h"
 #include "ombrel/graph3d/view/Picture3D.h"
 #include "ombrel/platform/opengl/GLProgram.h"
+#include "ombrel/platform/opengl/GLState.h"
 
 #include <algorithm>
 #include <cmath>
@@ -144,7 +145,7 @@ void SphereBatch::Clear()
 
 void SphereBatch::Add(CVertex const& centre, double radius, COLORREF colour)
 {
-    // Farther out, and larger, single precision knows no places any more.
+    // Farther out nothing of a sphere is seen; and larger ones single precision makes ragged.
     constexpr double kFarthest = 1e4;
     constexpr double kLargest = 100.0;
     for (int i = 0; i < 3; ++i) {
@@ -248,17 +249,7 @@ void SphereBatch::Draw(C3DGraph& graph)
     Look const look = CoverFewPixels(camera) ? Look::Exact : Look::Fast;
     SortByDistance(camera, look == Look::Fast && AreLarge(camera));
     bool const isClipped = gl::IsEnabled(GL_CLIP_PLANE0) == GL_TRUE;
-    gl::PushAttrib(GL_CURRENT_BIT | GL_DEPTH_BUFFER_BIT | GL_ENABLE_BIT);
-    gl::PushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
-    struct Kept {
-        ~Kept()
-        {
-            gl::BindBuffer(GL_ARRAY_BUFFER, 0);
-            gl::BindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
-            gl::PopClientAttrib();
-            gl::PopAttrib();
-        }
-    } const kept;
+    GLKeptSettings const kept(GL_CURRENT_BIT | GL_DEPTH_BUFFER_BIT | GL_ENABLE_BIT);
     // Of spheres at one place the first is drawn, once.
     gl::DepthFunc(GL_LESS);
     for (GLenum plane = 0; plane < 6; ++plane)
@@ -289,9 +280,7 @@ void SphereBatch::DrawRange(C3DGraph const& graph, Look look, std::size_t first,
     program.Set("pixel", static_cast<float>(camera.UnitsOfHeight(1.0) / camera.Near()));
     // Between the plane through the centre and the nearest point.
     program.Set("raise", look == Look::Fast && !m_isRaised ? 0.5F : 0.0F);
-    auto const level = [](GLenum what) { return gl::IsEnabled(what) ? 1.0F : 0.0F; };
-    program.Set("isLit", level(GL_LIGHTING));
-    program.Set("lights", level(GL_LIGHT0), level(GL_LIGHT1));
+    program.SetLights();
     if (look == Look::Cut)
         program.Set("box", static_cast<float>(m_box[0]), static_cast<float>(m_box[1]), static_cast<float>(m_box[2]));
     std::size_t const numIndices = GetTriangles(m_isRaised).size();

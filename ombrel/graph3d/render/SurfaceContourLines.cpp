@@ -1,5 +1,7 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/Surface.h"
+#include "ombrel/graph3d/render/GLBuffer.h"
+#include "ombrel/graph3d/render/LineWidth.h"
 #include "ombrel/graph3d/render/NearerDepth.h"
 #include "ombrel/graph3d/render/SurfaceRenderer.h"
 #include "ombrel/graph3d/render/TowardsViewer.h"
@@ -124,12 +126,7 @@ void SurfaceRenderer::MakeContourLines(CSurface const& surface)
             vertices.insert(vertices.end(), points.begin(), points.end());
         }
     }
-    if (!m_lineBuffer.IsAlive())
-        m_lineBuffer = GLObject(GLObject::Kind::Buffer);
-    gl::BindBuffer(GL_ARRAY_BUFFER, m_lineBuffer.Name());
-    gl::BufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(vertices.size() * sizeof vertices[0]), vertices.data(),
-        GL_STATIC_DRAW);
-    gl::BindBuffer(GL_ARRAY_BUFFER, 0);
+    FillBuffer(m_lineBuffer, GL_ARRAY_BUFFER, vertices);
 }
 
 void SurfaceRenderer::DrawContourLines(CSurface const& surface, C3DGraph& graph)

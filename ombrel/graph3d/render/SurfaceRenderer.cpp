@@ -417,7 +417,7 @@ void SurfaceRenderer::DrawPolygons(CSurface& surface)
     if (m_plainFaces.count != 0) {
         BindArrays(false);
         gl::Disable(GL_TEXTURE_2D);
-        TextureProgram const program(surface.UseColourmap() ? m_plainFaces.count : 0);
+        TextureProgram const program(surface.UseColourmap() ? m_plainFaces.count / (m_key.isFlat ? 3 : 1) : 0);
         DrawFaces(m_plainFaces);
     }
     if (m_imageFaces.count != 0) {

@@ -1,5 +1,8 @@
 #pragma once
+#include "ombrel/platform/opengl/GLProgram.h"
+
 #include <cstddef>
+#include <optional>
 
 namespace ombrel {
 
@@ -13,12 +16,9 @@ namespace ombrel {
 class TextureProgram {
 public:
     explicit TextureProgram(std::size_t triangles);
-    ~TextureProgram();
-    TextureProgram(TextureProgram const&) = delete;
-    TextureProgram& operator=(TextureProgram const&) = delete;
 
 private:
-    bool m_isUsed = false;
+    std::optional<GLProgram::Use> m_use;
 };
 
 } // namespace ombrel

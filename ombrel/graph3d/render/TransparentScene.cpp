@@ -4,6 +4,7 @@
 #include "ombrel/graph3d/render/FaceBatch.h"
 #include "ombrel/graph3d/render/GLBuffer.h"
 #include "ombrel/graph3d/view/Camera.h"
+#include "ombrel/platform/opengl/GLState.h"
 #include "ombrel/platform/opengl/OpenGL.h"
 
 #include <algorithm>
@@ -76,6 +77,8 @@ void TransparentScene::EndPicture()
     m_batches.clear();
     m_sortedBatches.clear();
     m_runs.clear();
+    m_vertexBuffer.Reset();
+    m_indexBuffer.Reset();
 }
 
 void TransparentScene::Append(Faces& faces, Batch const& batch, Camera const& camera)
@@ -184,11 +187,11 @@ void TransparentScene::Draw(C3DGraph& graph) const
 {
     if (m_runs.empty())
         return;
+    GLKeptSettings const kept(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_CURRENT_BIT);
     gl::Enable(GL_BLEND);
     gl::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     // Tested against the opaque scene, but hiding nothing.
     gl::DepthMask(GL_FALSE);
-    gl::PushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     for (int const array : { GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_COLOR_ARRAY, GL_TEXTURE_COORD_ARRAY })
         gl::EnableClientState(static_cast<GLenum>(array));
     gl::BindBuffer(GL_ARRAY_BUFFER, m_vertexBuffer.Name());
@@ -204,13 +207,8 @@ void TransparentScene::Draw(C3DGraph& graph) const
         gl::DrawElements(GL_TRIANGLES, static_cast<GLsizei>(run.count), GL_UNSIGNED_INT,
             BufferOffset(run.firstIndex * sizeof(std::uint32_t)));
     }
-    gl::BindBuffer(GL_ARRAY_BUFFER, 0);
-    gl::BindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
-    gl::PopClientAttrib();
     graph.Set1DTextureState(0, 0);
     graph.SetTextureState(0, 0);
-    gl::Disable(GL_BLEND);
-    gl::DepthMask(GL_TRUE);
 }
 
 } // namespace ombrel

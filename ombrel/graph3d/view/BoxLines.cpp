@@ -6,9 +6,8 @@
 namespace ombrel {
 
 BoxLines::BoxLines(double width, bool isSmooth)
+    : m_kept(GL_LINE_BIT | GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT | GL_HINT_BIT)
 {
-    gl::PushAttrib(GL_LINE_BIT | GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT | GL_HINT_BIT);
-    gl::PushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     if (isSmooth) {
         width = std::max(width, 1.5);
         gl::Enable(GL_LINE_SMOOTH);
@@ -19,12 +18,6 @@ BoxLines::BoxLines(double width, bool isSmooth)
     gl::LineWidth(static_cast<float>(width));
     gl::BindBuffer(GL_ARRAY_BUFFER, 0);
     gl::EnableClientState(GL_VERTEX_ARRAY);
-}
-
-BoxLines::~BoxLines()
-{
-    gl::PopClientAttrib();
-    gl::PopAttrib();
 }
 
 void BoxLines::Draw(std::span<float const> points)

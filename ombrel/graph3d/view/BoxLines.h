@@ -1,4 +1,6 @@
 #pragma once
+#include "ombrel/platform/opengl/GLState.h"
+
 #include <span>
 
 namespace ombrel {
@@ -9,11 +11,11 @@ class BoxLines {
 public:
     /// Pixels; smooth lines are at least 1.5 wide.
     BoxLines(double width, bool isSmooth);
-    ~BoxLines();
-    BoxLines(BoxLines const&) = delete;
-    BoxLines& operator=(BoxLines const&) = delete;
     /// Three coordinates a point, in box units, and two points a line.
     static void Draw(std::span<float const> points);
+
+private:
+    GLKeptSettings m_kept;
 };
 
 } // namespace ombrel

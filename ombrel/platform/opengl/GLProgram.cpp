@@ -35,6 +35,20 @@ void GLProgram::Make()
     m_program = std::move(program);
 }
 
+bool GLProgram::IsTaken()
+{
+    std::uint64_t const generation = GLContext::Process().Generation();
+    if (m_program.IsAlive() || m_refusedGeneration == generation)
+        return m_program.IsAlive();
+    try {
+        Make();
+        return true;
+    } catch (Error const&) {
+        m_refusedGeneration = generation;
+        return false;
+    }
+}
+
 GLProgram::Use::Use(GLProgram& program)
 {
     if (!program.m_program.IsAlive())
@@ -52,5 +66,12 @@ void GLProgram::Use::Set(char const* name, float x) const { gl::Uniform1f(Find(n
 void GLProgram::Use::Set(char const* name, float x, float y) const { gl::Uniform2f(Find(name), x, y); }
 
 void GLProgram::Use::Set(char const* name, float x, float y, float z) const { gl::Uniform3f(Find(name), x, y, z); }
+
+void GLProgram::Use::SetLights() const
+{
+    auto const level = [](GLenum what) { return gl::IsEnabled(what) ? 1.0F : 0.0F; };
+    Set("isLit", level(GL_LIGHTING));
+    Set("lights", level(GL_LIGHT0), level(GL_LIGHT1));
+}
 
 } // namespace ombrel

@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/platform/opengl/GLObject.h"
 
+#include <cstdint>
 #include <string>
 #include <utility>
 
@@ -19,6 +20,9 @@ public:
     {
     }
 
+    /// Whether the driver takes the program, which is made now unless it was; a driver is asked once.
+    bool IsTaken();
+
     /// Draws with a program until this ends; then without any.
     class Use {
     public:
@@ -31,6 +35,8 @@ public:
         void Set(char const* name, float x) const;
         void Set(char const* name, float x, float y) const;
         void Set(char const* name, float x, float y, float z) const;
+        /// Sets lights to 1 for each of the two that are on, else 0, and isLit so for lighting.
+        void SetLights() const;
 
     private:
         int Find(char const* name) const;
@@ -43,6 +49,8 @@ private:
     std::string m_vertexText;
     std::string m_pixelText;
     GLObject m_program;
+    /// Of the context whose driver did not take it.
+    std::uint64_t m_refusedGeneration = 0;
 };
 
 } // namespace ombrel

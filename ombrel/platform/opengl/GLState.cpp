@@ -58,4 +58,16 @@ GLState::~GLState()
     for (int i = 0; i < 100 && gl::GetError() != GL_NO_ERROR; ++i) { }
 }
 
+GLKeptSettings::GLKeptSettings(unsigned int groups)
+{
+    gl::PushAttrib(groups);
+    gl::PushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+}
+
+GLKeptSettings::~GLKeptSettings()
+{
+    gl::PopClientAttrib();
+    gl::PopAttrib();
+}
+
 } // namespace ombrel

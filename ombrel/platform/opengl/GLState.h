@@ -23,4 +23,13 @@ private:
     int m_clientAttributes = 0;
 };
 
+/// Settings of these groups (GL_ENABLE_BIT, …), and the arrays of vertices, put back when this ends.
+class GLKeptSettings {
+public:
+    explicit GLKeptSettings(unsigned int groups);
+    ~GLKeptSettings();
+    GLKeptSettings(GLKeptSettings const&) = delete;
+    GLKeptSettings& operator=(GLKeptSettings const&) = delete;
+};
+
 } // namespace ombrel
