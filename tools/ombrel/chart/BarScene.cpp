@@ -89,9 +89,7 @@ SceneContent Finish(C3DGraph& scene, C3DCurve& curve, HeightTitles const& titles
     scene.UpdatePlots();
     if (!curve.IsValid())
         throw Failure(kDataFault, name + ": there is nothing to draw, or more than can be drawn");
-    SceneContent content { &curve, SceneDataOf(scene) };
-    content.data.titles = titles;
-    return content;
+    return ContentOf(scene, curve, titles);
 }
 
 } // namespace

@@ -21,9 +21,6 @@ namespace ombrel::host {
 
 namespace {
 
-/// Lines over bands are darker than all of them.
-constexpr COLORREF kLineColour = RGB(40, 40, 40);
-
 C2DContourCurve& AddCurve(C2DGraph& graph)
 {
     CPlot* const plot = graph.AddPlot(it2DContourPlot);
@@ -36,10 +33,7 @@ void SetLevels(C2DContourCurve& curve, SurfaceOptions const& options, AxisRange 
     // Where all heights are one there is nothing between levels.
     ContourChoice const contours
         = range.max > range.min ? options.contours.value_or(ContourChoice::Both) : ContourChoice::Off;
-    CDoubleArray levels;
-    for (double const level : LevelsOf(options, range))
-        levels.Add(level);
-    surface.SetArbContourLevels(levels);
+    surface.SetArbContourLevels(LevelArray(options, range));
     curve.SetLevelMode(C2DContourCurve::lmArbitrary);
     // Colours without bands.
     if (contours == ContourChoice::Off) {
@@ -94,10 +88,7 @@ std::unique_ptr<C2DGraph> MakeContourMap(
     std::string const name = file.name;
     HeightTitles const titles = GiveHeights(std::move(file), surface, messages);
     LoadHeightMap(options.surface.colourMap, *surface.GetWireframeColourmap());
-    if (options.surface.zRange) {
-        surface.SetLUTMinMax(options.surface.zRange->first, options.surface.zRange->second);
-        surface.SetUseLUTMinMax(1);
-    }
+    SetColourRange(surface, options.surface);
     graph.UpdatePlots();
     CheckHeights(surface, name, messages);
     AxisRange heights;

@@ -96,6 +96,22 @@ std::vector<double> LevelsOf(SurfaceOptions const& options, AxisRange range)
     return values;
 }
 
+CDoubleArray LevelArray(SurfaceOptions const& options, AxisRange range)
+{
+    CDoubleArray levels;
+    for (double const level : LevelsOf(options, range))
+        levels.Add(level);
+    return levels;
+}
+
+void SetColourRange(CPlotComponent& curve, SurfaceOptions const& options)
+{
+    if (!options.zRange)
+        return;
+    curve.SetLUTMinMax(options.zRange->first, options.zRange->second);
+    curve.SetUseLUTMinMax(1);
+}
+
 void SetKeyLabels(CColourKey& key, CPlotComponent const& curve)
 {
     constexpr int kMostSteps = 6;

@@ -24,38 +24,44 @@ std::string InShortLines(std::string text)
     return text;
 }
 
+TitledKey AddKey(CAnnotatedGraph& graph, CPlotComponent const& curve, std::string const& title, Look const& look)
+{
+    TitledKey key { *graph.AddColourKey(CPoint(0, 0), curve.GetTag()) };
+    ApplyLook(key.colours, look);
+    key.colours.SetBoundingRectOn(0);
+    SetKeyLabels(key.colours, curve);
+    if (title.empty())
+        return key;
+    key.title = graph.AddCaption(CPoint());
+    key.title->SetText(CString(InShortLines(title)));
+    ApplyLook(*key.title, look);
+    key.title->SetBoundingRectOn(0);
+    key.title->SetTransparentBkgnd(1);
+    return key;
+}
+
 MapKey::MapKey(C2DGraph& graph, CPlotComponent const& curve, std::string const& title, Look const& look, CDC& dc)
     : m_graph(graph)
-    , m_key(*graph.AddColourKey(CPoint(0, 0), curve.GetTag()))
+    , m_key(AddKey(graph, curve, title, look))
     , m_dc(dc)
 {
-    ApplyLook(m_key, look);
-    m_key.SetBoundingRectOn(0);
-    SetKeyLabels(m_key, curve);
-    if (title.empty())
-        return;
-    m_title = graph.AddCaption(CPoint());
-    m_title->SetText(CString(InShortLines(title)));
-    ApplyLook(*m_title, look);
-    m_title->SetBoundingRectOn(0);
-    m_title->SetTransparentBkgnd(1);
 }
 
 int MapKey::Width()
 {
-    SetReadableFont(m_key, m_graph, m_dc);
-    if (m_title)
-        SetReadableFont(*m_title, m_graph, m_dc);
-    int const title = m_title ? static_cast<int>(m_title->Measure(&m_dc).cx) : 0;
-    return std::max(static_cast<int>(m_key.Measure(&m_dc).cx), title) + m_graph.GetAxes()->GetFontHeight();
+    SetReadableFont(m_key.colours, m_graph, m_dc);
+    if (m_key.title)
+        SetReadableFont(*m_key.title, m_graph, m_dc);
+    int const title = m_key.title ? static_cast<int>(m_key.title->Measure(&m_dc).cx) : 0;
+    return std::max(static_cast<int>(m_key.colours.Measure(&m_dc).cx), title) + m_graph.GetAxes()->GetFontHeight();
 }
 
 void MapKey::Place()
 {
     CRect const window = m_graph.GetWindowRect();
     CRect const axes = m_graph.GetAxesRect();
-    CSize const key = m_key.Measure(&m_dc);
-    CSize title = m_title ? m_title->Measure(&m_dc) : CSize(0, 0);
+    CSize const key = m_key.colours.Measure(&m_dc);
+    CSize title = m_key.title ? m_key.title->Measure(&m_dc) : CSize(0, 0);
     // The colours matter more than their name.
     bool const hasRoom = title.cy + key.cy <= window.Height();
     if (!hasRoom)
@@ -65,13 +71,13 @@ void MapKey::Place()
     };
     int const top = std::max<int>(window.top, axes.top + (axes.Height() - key.cy - title.cy) / 2);
     // From fractions of the axes.
-    if (m_title)
-        m_title->Create(CRealPoint(static_cast<double>(left(title) - axes.left) / std::max<LONG>(axes.Width(), 1),
+    if (m_key.title)
+        m_key.title->Create(CRealPoint(static_cast<double>(left(title) - axes.left) / std::max<LONG>(axes.Width(), 1),
             static_cast<double>(top - axes.top) / std::max<LONG>(axes.Height(), 1)));
     // To be placed switches it on.
-    if (m_title && !hasRoom)
-        m_title->SetOn(0);
-    m_key.Create(CPoint(left(key), top + title.cy));
+    if (m_key.title && !hasRoom)
+        m_key.title->SetOn(0);
+    m_key.colours.Create(CPoint(left(key), top + title.cy));
 }
 
 } // namespace ombrel::host

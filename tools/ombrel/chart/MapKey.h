@@ -5,6 +5,7 @@
 
 namespace ombrel {
 class C2DGraph;
+class CAnnotatedGraph;
 class CCaption;
 class CColourKey;
 class CDC;
@@ -15,6 +16,15 @@ namespace ombrel::host {
 
 /// The name of what colours mean in short lines, broken at blanks; a unit stays with its stroke.
 std::string InShortLines(std::string text);
+
+/// A key of a curve's colours and the name of what they mean; the graph owns both.
+struct TitledKey {
+    CColourKey& colours;
+    CCaption* title = nullptr;
+};
+
+/// Adds both, to be placed; there is no caption for an empty title.
+TitledKey AddKey(CAnnotatedGraph& graph, CPlotComponent const& curve, std::string const& title, Look const& look);
 
 /// A key of a curve's colours and the name of what they mean, at the right of a map. The graph owns both.
 class MapKey {
@@ -28,9 +38,8 @@ public:
 
 private:
     C2DGraph& m_graph;
-    CColourKey& m_key;
+    TitledKey m_key;
     CDC& m_dc;
-    CCaption* m_title = nullptr;
 };
 
 } // namespace ombrel::host

@@ -21,7 +21,6 @@ namespace ombrel::host {
 
 namespace {
 
-constexpr COLORREF kLineColour = RGB(40, 40, 40);
 /// The mesh's own name for heights, and ours.
 constexpr char const* kHeights = "thezvalue";
 constexpr char const* kHeightsForUsers = "z";
@@ -64,11 +63,8 @@ void SetContours(C3DMeshCurve& mesh, SurfaceOptions const& options)
         return;
     AxisRange range;
     mesh.GetUntransformedDataRange(range.min, range.max);
-    CDoubleArray levels;
-    for (double const level : LevelsOf(options, range))
-        levels.Add(level);
     mesh.SetContourLevelMode(2);
-    mesh.SetContourLevels(levels);
+    mesh.SetContourLevels(LevelArray(options, range));
     mesh.SetContoursOn(1);
 }
 
@@ -152,7 +148,7 @@ std::unique_ptr<C3DGraph> MakeMeshScene(
         if (variable.empty())
             continue;
         coloured = mesh;
-        keyTitle = variable == kHeights ? kHeightsForUsers : variable;
+        keyTitle = variable == kHeights ? "" : variable;
         if (options.surface.variable.empty())
             messages.Note(path + ": coloured by " + QuoteForMessage(variable) + ", the first of its values");
     }
@@ -163,7 +159,7 @@ std::unique_ptr<C3DGraph> MakeMeshScene(
     }
     SceneData data = SceneDataOf(*scene);
     data.titles = { "x", "y", "z", true };
-    data.keyTitle = keyTitle == kHeightsForUsers ? std::string() : keyTitle;
+    data.keyTitle = keyTitle;
     LayOutScene(*scene, *coloured, data, look, picture, options);
     return scene;
 }

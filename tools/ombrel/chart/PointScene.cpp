@@ -50,11 +50,9 @@ SceneContent Finish(
     scene.UpdatePlots();
     if (!curve.IsValid())
         throw Failure(kDataFault, name + ": there is nothing to draw: every point has a gap");
-    SceneContent content { &curve, SceneDataOf(scene) };
-    SceneData& data = content.data;
-    data.titles = titles;
-    ApplyEnds(data.x, options.xRange, "--x-range");
-    ApplyEnds(data.y, options.yRange, "--y-range");
+    SceneContent content = ContentOf(scene, curve, titles);
+    ApplyEnds(content.data.x, options.xRange, "--x-range");
+    ApplyEnds(content.data.y, options.yRange, "--y-range");
     return content;
 }
 

@@ -329,10 +329,7 @@ void SetCoordinates(C3DCurve& curve, CoordinateChoice coordinates)
 void SetHeightColours(C3DCurve& curve, SurfaceOptions const& options)
 {
     LoadHeightMap(options.colourMap, *curve.GetColourmap());
-    if (options.zRange) {
-        curve.SetLUTMinMax(options.zRange->first, options.zRange->second);
-        curve.SetUseLUTMinMax(1);
-    }
+    SetColourRange(curve, options);
 }
 
 std::unique_ptr<C3DGraph> MakeScene(Options const& options, Look const& look)
@@ -365,32 +362,23 @@ namespace {
 class SceneKey {
 public:
     SceneKey(C3DGraph& scene, C3DCurve const& curve, std::string const& title, Look const& look)
-        : m_key(*scene.AddColourKey(CPoint(0, 0), curve.GetTag()))
+        : m_key(AddKey(scene, curve, title, look))
     {
-        ApplyLook(m_key, look);
-        m_key.SetBoundingRectOn(0);
-        SetKeyLabels(m_key, curve);
-        if (title.empty())
-            return;
-        m_title = scene.AddCaption(CPoint());
-        m_title->SetText(CString(InShortLines(title)));
-        ApplyLook(*m_title, look);
-        m_title->SetBoundingRectOn(0);
-        m_title->SetTransparentBkgnd(1);
     }
     int Width(CDC& dc)
     {
-        return static_cast<int>(std::max(m_key.Measure(&dc).cx, m_title ? m_title->Measure(&dc).cx : 0));
+        return static_cast<int>(
+            std::max(m_key.colours.Measure(&dc).cx, m_key.title ? m_key.title->Measure(&dc).cx : 0));
     }
     /// In the middle of the window's height, at that place or farther to the left.
     void Place(CRect const& window, int left, CDC& dc)
     {
-        CSize const size = m_key.Measure(&dc);
-        int const above = m_title ? static_cast<int>(m_title->Measure(&dc).cy) : 0;
+        CSize const size = m_key.colours.Measure(&dc);
+        int const above = m_key.title ? static_cast<int>(m_key.title->Measure(&dc).cy) : 0;
         int const top = window.top + std::max<int>(0, (window.Height() - size.cy - above) / 2);
-        m_key.Create(CPoint(left, top + above));
-        if (m_title)
-            static_cast<CAnnotation&>(*m_title).Create(CPoint(left, top));
+        m_key.colours.Create(CPoint(left, top + above));
+        if (m_key.title)
+            static_cast<CAnnotation&>(*m_key.title).Create(CPoint(left, top));
     }
     /// Both go.
     static void Remove(C3DGraph& scene, bool hasTitle)
@@ -401,8 +389,7 @@ public:
     }
 
 private:
-    CColourKey& m_key;
-    CCaption* m_title = nullptr;
+    TitledKey m_key;
 };
 
 } // namespace

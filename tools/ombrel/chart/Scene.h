@@ -4,17 +4,11 @@
 
 #include <memory>
 
-namespace ombrel {
-class C3DCurve;
-class C3DGraph;
-} // namespace ombrel
-
 namespace ombrel::host {
 
 class Picture;
 struct Look;
 struct Options;
-struct SurfaceOptions;
 
 /// An empty 3D graph in the look and the view that the options ask for.
 std::unique_ptr<C3DGraph> MakeScene(Options const& options, Look const& look);

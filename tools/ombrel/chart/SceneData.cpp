@@ -108,4 +108,11 @@ SceneData SceneDataOf(C3DGraph const& scene)
     return data;
 }
 
+SceneContent ContentOf(C3DGraph const& scene, C3DCurve& curve, HeightTitles const& titles)
+{
+    SceneContent content { &curve, SceneDataOf(scene) };
+    content.data.titles = titles;
+    return content;
+}
+
 } // namespace ombrel::host

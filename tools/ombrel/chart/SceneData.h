@@ -49,5 +49,7 @@ HeightTitles TitlesOf(Points const& points);
 /// What the valid curves of the scene need for all that they draw: room for symbols, and the baselines that bars stand
 /// on. There are no titles.
 SceneData SceneDataOf(C3DGraph const& scene);
+/// The same with titles, for a key of that curve.
+SceneContent ContentOf(C3DGraph const& scene, C3DCurve& curve, HeightTitles const& titles);
 
 } // namespace ombrel::host

@@ -21,7 +21,6 @@ namespace ombrel::host {
 
 namespace {
 
-constexpr COLORREF kLineColour = RGB(40, 40, 40);
 /// Colours by the colour map, and not by shades of one colour.
 constexpr int kColourMapDescription = 2;
 
@@ -40,10 +39,7 @@ void SetContours(CSurface& surface, SurfaceOptions const& options, AxisRange hei
     surface.SetContoursOn(contours != ContourChoice::Off);
     if (contours == ContourChoice::Off)
         return;
-    CDoubleArray levels;
-    for (double const level : LevelsOf(options, heights))
-        levels.Add(level);
-    surface.SetArbContourLevels(levels);
+    surface.SetArbContourLevels(LevelArray(options, heights));
     surface.SetContourLevelMode(CSurface::clArbitrary);
     surface.SetContourMode(contours == ContourChoice::Bands ? CSurface::cmBands
             : contours == ContourChoice::Lines              ? CSurface::cmLines
@@ -139,16 +135,11 @@ void SetBands(C3DIrregularSurfaceCurve& surface, SurfaceOptions const& options)
 {
     ContourChoice const contours
         = options.contours.value_or(options.levels ? ContourChoice::Bands : ContourChoice::Off);
-    if (contours == ContourChoice::Lines || contours == ContourChoice::Both || options.lineColours)
-        throw Failure(kUsageFault, "contour lines need points on a grid; triangles have bands (--contours bands)");
     if (contours == ContourChoice::Off)
         return;
     AxisRange heights;
     surface.GetUntransformedDataRange(heights.min, heights.max);
-    CDoubleArray levels;
-    for (double const level : LevelsOf(options, heights))
-        levels.Add(level);
-    surface.SetArbContourLevels(levels);
+    surface.SetArbContourLevels(LevelArray(options, heights));
     surface.SetContourLevelMode(2);
     surface.SetContoursOn(1);
 }
@@ -162,6 +153,8 @@ SceneContent AddTriangles(
         throw Failure(kUsageFault, "--texture: needs points on a grid, and these form none");
     if (wanted.coordinates == CoordinateChoice::Geographical || wanted.coordinates == CoordinateChoice::Radial)
         throw Failure(kUsageFault, "--coordinates: points that form no grid may be cartesian, polar or cylindrical");
+    if (wanted.contours == ContourChoice::Lines || wanted.contours == ContourChoice::Both || wanted.lineColours)
+        throw Failure(kUsageFault, "contour lines need points on a grid; triangles have bands (--contours bands)");
     auto& surface = AddCurve<C3DIrregularSurfaceCurve>(scene, it3DIrregularSurfacePlot);
     HeightTitles const titles = TitlesOf(points);
     if (wanted.coordinates == CoordinateChoice::Cartesian)
@@ -182,9 +175,7 @@ SceneContent AddTriangles(
     messages.Note(name + ": " + Counted(static_cast<std::size_t>(arrays.Count()), "point", "points")
         + " form no grid; triangulated into " + Counted(triangles, "triangle", "triangles"));
     SetBands(surface, wanted);
-    SceneContent content { &surface, SceneDataOf(scene) };
-    content.data.titles = titles;
-    return content;
+    return ContentOf(scene, surface, titles);
 }
 
 } // namespace
@@ -207,9 +198,7 @@ SceneContent AddSurface(C3DGraph& scene, Options const& options, HeightFile&& fi
     double high = 0.0;
     surface.GetUntransformedDataRange(low, high);
     SetContours(surface, options.surface, { low, high });
-    SceneContent content { &surface, SceneDataOf(scene) };
-    content.data.titles = titles;
-    return content;
+    return ContentOf(scene, surface, titles);
 }
 
 } // namespace ombrel::host

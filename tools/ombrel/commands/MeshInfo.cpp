@@ -111,8 +111,6 @@ std::string DescribeObjects(C3DObjectCurve const& curve)
     int const count = curve.GetObjects().GetSize();
     std::string text = ", " + CountedInt(count, "object", "objects");
     std::map<std::string, std::size_t> kinds;
-    CVertex min;
-    CVertex max;
     for (int i = 0; i < count; ++i) {
         // What files call it.
         std::string const name = curve.GetObjects()[i]->GetRuntimeClass().name;
@@ -120,13 +118,8 @@ std::string DescribeObjects(C3DObjectCurve const& curve)
     }
     for (auto const& [name, number] : kinds)
         text += (name == kinds.begin()->first ? ": " : ", ") + std::to_string(number) + " " + name;
-    if (count > 0 && curve.IsValid()) {
-        double ends[6] {};
-        curve.GetXRange(ends[0], ends[1]);
-        curve.GetYRange(ends[2], ends[3]);
-        curve.GetZRange(ends[4], ends[5]);
-        text += kIndent + BoxText({ ends[0], ends[2], ends[4] }, { ends[1], ends[3], ends[5] });
-    }
+    if (count > 0 && curve.IsValid())
+        text += RangesText(curve);
     return text;
 }
 

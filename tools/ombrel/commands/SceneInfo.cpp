@@ -16,6 +16,16 @@ namespace ombrel::host {
 
 namespace {
 
+std::string DescribePoints(C3DCurve const& curve, int points)
+{
+    std::string text = ", " + CountedInt(points, "point", "points");
+    return points > 0 ? text + RangesText(curve) : text;
+}
+
+} // namespace
+
+std::string NumberRange(double min, double max) { return ShortNumber(min) + " to " + ShortNumber(max); }
+
 std::string RangesText(C3DCurve const& curve)
 {
     double min = 0.0;
@@ -27,16 +37,6 @@ std::string RangesText(C3DCurve const& curve)
     curve.GetZRange(min, max);
     return text + ", z " + NumberRange(min, max);
 }
-
-std::string DescribePoints(C3DCurve const& curve, int points)
-{
-    std::string text = ", " + CountedInt(points, "point", "points");
-    return points > 0 ? text + RangesText(curve) : text;
-}
-
-} // namespace
-
-std::string NumberRange(double min, double max) { return ShortNumber(min) + " to " + ShortNumber(max); }
 
 std::string DescribeGrid(C3DRowColCurve const& curve)
 {

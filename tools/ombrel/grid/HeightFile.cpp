@@ -63,8 +63,7 @@ void RefuseTableOptions(Options const& options, std::string const& path)
             OptionId::YRange, OptionId::Header, OptionId::Separator, OptionId::Decimal, OptionId::Missing }) {
         if (options.IsGiven(id))
             throw Failure(kUsageFault,
-                (EntryOf(id).longName.size() > 1 ? "--" : "-") + std::string(EntryOf(id).longName)
-                    + " is for tables, and " + path + " says itself where its heights lie");
+                NameOf(EntryOf(id)) + " is for tables, and " + path + " says itself where its heights lie");
     }
 }
 
@@ -106,6 +105,28 @@ HeightTitles ReadInto(CSurface& surface, std::string const& name, Messages const
         return { "x", "y", "z" };
     ScaleElevations(surface, name, messages);
     return TitlesOfDem(surface.GetDEM());
+}
+
+void GiveTable(CTableData&& table, TablePlacement const& placement, C3DRowColCurve& curve)
+{
+    curve.SetTableData(std::move(table));
+    curve.SetTablePlacement(placement);
+    curve.AlignMeshes();
+    curve.SetDataSourceType(CPlotComponent::dsTable);
+}
+
+HeightTitles GiveGrid(Grid&& grid, C3DRowColCurve& curve)
+{
+    CTableData table(static_cast<int>(grid.y.count), static_cast<int>(grid.x.count));
+    for (std::size_t j = 0; j < grid.y.count; ++j) {
+        for (std::size_t i = 0; i < grid.x.count; ++i) {
+            double const height = grid.heights[j * grid.x.count + i];
+            table.SetAt(static_cast<int>(j), static_cast<int>(i), std::isnan(height) ? kGap : height);
+        }
+    }
+    grid.heights = {};
+    GiveTable(std::move(table), { grid.x.first, grid.y.first, grid.x.Step(), grid.y.Step() }, curve);
+    return { grid.x.title, grid.y.title, grid.title, false };
 }
 
 void LeaveOutGaps(Points& points, std::string const& name, Messages const& messages)
@@ -167,23 +188,6 @@ HeightFile ReadHeightFile(Options const& options, InputFile& file, HeightShape s
     return heights;
 }
 
-HeightTitles GiveGrid(Grid&& grid, C3DRowColCurve& curve)
-{
-    CTableData table(static_cast<int>(grid.y.count), static_cast<int>(grid.x.count));
-    for (std::size_t j = 0; j < grid.y.count; ++j) {
-        for (std::size_t i = 0; i < grid.x.count; ++i) {
-            double const height = grid.heights[j * grid.x.count + i];
-            table.SetAt(static_cast<int>(j), static_cast<int>(i), std::isnan(height) ? kGap : height);
-        }
-    }
-    grid.heights = {};
-    curve.SetTableData(std::move(table));
-    curve.SetTablePlacement({ grid.x.first, grid.y.first, grid.x.Step(), grid.y.Step() });
-    curve.AlignMeshes();
-    curve.SetDataSourceType(CPlotComponent::dsTable);
-    return { grid.x.title, grid.y.title, grid.title, false };
-}
-
 HeightTitles GiveHeights(HeightFile&& file, C3DRowColCurve& curve, Messages const& messages)
 {
     if (file.grid)
@@ -192,11 +196,8 @@ HeightTitles GiveHeights(HeightFile&& file, C3DRowColCurve& curve, Messages cons
         return ReadInto(*surface, file.name, messages);
     CSurface surface;
     HeightTitles titles = ReadInto(surface, file.name, messages);
-    curve.SetTableData(std::move(*surface.GetTableDataPtr()));
-    curve.SetTablePlacement(
-        { surface.GetTableXMin(), surface.GetTableYMin(), surface.GetTableXStep(), surface.GetTableYStep() });
-    curve.AlignMeshes();
-    curve.SetDataSourceType(CPlotComponent::dsTable);
+    GiveTable(std::move(*surface.GetTableDataPtr()),
+        { surface.GetTableXMin(), surface.GetTableYMin(), surface.GetTableXStep(), surface.GetTableYStep() }, curve);
     return titles;
 }
 

@@ -49,9 +49,6 @@ HeightFile ReadHeightFile(Options const& options, InputFile& file, HeightShape s
 /// Failure and Error.
 HeightTitles GiveHeights(HeightFile&& file, C3DRowColCurve& curve, Messages const& messages);
 
-/// The same with a grid.
-HeightTitles GiveGrid(Grid&& grid, C3DRowColCurve& curve);
-
 /// Looks at the heights of an evaluated surface: throws Failure when there is none, and warns when no cell of the grid
 /// has all of its four. name is how messages call the file.
 void CheckHeights(CSurface const& surface, std::string const& name, Messages const& messages);

@@ -25,8 +25,6 @@ struct Source {
     std::string PlaceOf(std::size_t row) const { return name + ":" + std::to_string(table.LineOf(row)); }
 };
 
-bool HoldsNumbers(TableColumn const& column) { return !column.misfit && column.type == ColumnType::Number; }
-
 /// The numbers in the first row when it was read as a header: the x coordinates. Empty when one is none.
 std::vector<double> HeaderNumbers(Table const& table)
 {

@@ -13,8 +13,6 @@ namespace ombrel::host {
 
 namespace {
 
-bool HoldsNumbers(TableColumn const& column) { return !column.misfit && column.type == ColumnType::Number; }
-
 /// The columns called x, y and z; else the first three of numbers. Nothing when there are not so many.
 std::optional<std::array<std::size_t, 3>> FindPointColumns(Table const& table)
 {
@@ -86,6 +84,8 @@ template <typename T> void Keep(std::vector<T>& values, std::vector<bool> const&
 }
 
 } // namespace
+
+bool HoldsNumbers(TableColumn const& column) { return !column.misfit && column.type == ColumnType::Number; }
 
 bool HasPointColumns(Table const& table) { return FindPointColumns(table).has_value(); }
 

@@ -38,6 +38,9 @@ struct Points {
     std::size_t Count() const { return x.size(); }
 };
 
+/// Whether all that the column holds is numbers and gaps.
+bool HoldsNumbers(TableColumn const& column);
+
 /// Whether columns are called x, y and z, or three hold numbers.
 bool HasPointColumns(Table const& table);
 

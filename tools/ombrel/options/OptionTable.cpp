@@ -100,8 +100,7 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::Key, "key", 0, "auto|off", "A key that explains the colours.", kColoured, kKeys },
     OptionEntry { OptionId::View, "view", 0, "AZ,POLAR",
         "Where the box is looked at from, in degrees: its turn, and the angle from the zenith (0 from above, 90 from "
-        "the "
-        "side); 330,65 without it.",
+        "the side); 330,62 without it.",
         kScenes },
     OptionEntry {
         OptionId::Zoom, "zoom", 0, "FACTOR", "How large the box is drawn, 0.1 to 10; fitted without it.", kScenes },
@@ -126,10 +125,13 @@ constexpr std::array kOptions {
         "What marks a point: sphere, cone, inverted-cone or cube; sphere without it.", kSurface, kSymbols },
     OptionEntry { OptionId::SymbolSize, "symbol-size", 0, "FACTOR", "How large symbols are; 1 without it.", kSurface },
     OptionEntry { OptionId::Colouring, "colours", 0, "value|plain|columns|rows",
-        "By the heights (without it), one colour, or a colour for each column or row of bars or series.", kSurface,
-        kColourings },
+        "By the heights (without it), one colour, or a colour for each column or row of bars; series have one for each "
+        "line.",
+        kSurface, kColourings },
     OptionEntry { OptionId::Baseline, "baseline", 0, "Z",
-        "Height that bars, series and sticks start at. Without it, 0 where the axis has it.", kSurface },
+        "Height that bars, series and sticks start at. Without it, 0 where the axis has it; sticks start at the lower "
+        "end of the z axis.",
+        kSurface },
     OptionEntry { OptionId::BarWidth, "bar-width", 0, "F[,F]",
         "Width of the bars against the usual one, along x and y.", kSurface },
     OptionEntry {
@@ -154,8 +156,8 @@ constexpr std::array kOptions {
         "Ends of the x axis, numbers or dates; an empty one is taken from the data.", kCharts },
     OptionEntry {
         OptionId::YRange, "y-range", 0, "A:B", "Ends of the y axis; an empty one is taken from the data.", kCharts },
-    OptionEntry {
-        OptionId::ZRange, "z-range", 0, "A:B", "Heights that colours and the z axis reach from and to.", kColoured },
+    OptionEntry { OptionId::ZRange, "z-range", 0, "A:B",
+        "Heights that colours reach from and to, and the z axis except with mesh.", kColoured },
     OptionEntry { OptionId::Log, "log", 0, "x|y|xy", "Logarithmic axes.", kPlot, kLogAxes },
     OptionEntry { OptionId::Grid, "grid", 0, "off|major|both", "Grid lines; major without it.", kPlot, kGrids },
     OptionEntry { OptionId::Legend, "legend", 0, "WHERE",

@@ -239,6 +239,11 @@ OptionEntry const& EntryOf(OptionId id)
     return *std::find_if(options.begin(), options.end(), [id](OptionEntry const& o) { return o.id == id; });
 }
 
+std::string NameOf(OptionEntry const& option)
+{
+    return (option.longName.size() > 1 ? "--" : "-") + std::string(option.longName);
+}
+
 bool Options::IsGiven(OptionId id) const { return std::find(given.begin(), given.end(), id) != given.end(); }
 
 std::optional<PictureFormat> FormatOfPath(std::string_view path)
@@ -307,8 +312,7 @@ void CheckOptionsFor(Options const& options, Command command)
 {
     for (OptionEntry const& option : AllOptions()) {
         if (!TakesOption(command, option) && options.IsGiven(option.id)) {
-            std::string const name = option.longName.size() > 1 ? "--" : "-";
-            FailUsage(name + std::string(option.longName)
+            FailUsage(NameOf(option)
                 + (command == Command::Draw           ? " is for tables, and the file is a graph document"
                         : command == Command::Surface ? " is not for files of heights"
                         : command == Command::Mesh    ? " is not for meshes and objects"

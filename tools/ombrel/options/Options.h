@@ -126,6 +126,8 @@ struct CommandEntry {
 std::span<OptionEntry const> AllOptions();
 std::span<CommandEntry const> AllCommands();
 OptionEntry const& EntryOf(OptionId id);
+/// "--name", or "-n" for a name of one letter, which is the short one.
+std::string NameOf(OptionEntry const& option);
 bool TakesOption(Command command, OptionEntry const& option);
 
 // The enumerations' values stand in the order of the words in the option table.

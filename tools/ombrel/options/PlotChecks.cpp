@@ -13,11 +13,7 @@ using enum PlotKind;
 
 [[noreturn]] void FailUsage(std::string const& text) { throw Failure(kUsageFault, text); }
 
-std::string NameOf(OptionId id)
-{
-    std::string_view const name = EntryOf(id).longName;
-    return (name.size() > 1 ? "--" : "-") + std::string(name);
-}
+std::string NameOf(OptionId id) { return NameOf(EntryOf(id)); }
 
 std::string NameOf(PlotKind kind)
 {

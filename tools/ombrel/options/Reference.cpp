@@ -5,12 +5,6 @@ namespace ombrel::host {
 
 namespace {
 
-/// "--name", or "-n" for a name of one letter, which is the short one.
-std::string LongOption(OptionEntry const& option)
-{
-    return (option.longName.size() > 1 ? "--" : "-") + std::string(option.longName);
-}
-
 std::string ShortOption(OptionEntry const& option)
 {
     return option.shortName ? std::string("-") + option.shortName : std::string();
@@ -20,7 +14,7 @@ std::string ShortOption(OptionEntry const& option)
 std::string Spellings(OptionEntry const& option, char const* separator)
 {
     std::string const shortName = ShortOption(option);
-    std::string const longName = LongOption(option);
+    std::string const longName = NameOf(option);
     return shortName.empty() || shortName == longName ? longName : shortName + separator + longName;
 }
 
@@ -189,7 +183,7 @@ std::string ZshArgument(OptionEntry const& option)
     std::string const tail = "[" + ZshText(FirstSentence(option.help)) + "]" + value;
     std::string const repeat = option.repeats ? "*" : "";
     std::string const shortName = ShortOption(option);
-    std::string const longName = LongOption(option);
+    std::string const longName = NameOf(option);
     if (shortName.empty() || shortName == longName)
         return Quoted(repeat + longName + tail);
     std::string const excluded = option.repeats ? "*" : "(" + shortName + " " + longName + ")";
