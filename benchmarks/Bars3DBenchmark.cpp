@@ -1,10 +1,7 @@
 // 10,000 bars at 1200 x 900 beside a surface of 200,000 triangles: drawn again, turned, anti-aliased and from new data.
 
-#include "ombrel/drawing/DIB.h"
-#include "ombrel/graph3d/3DGraph.h"
+#include "benchmarks/BenchmarkData.h"
 #include "ombrel/graph3d/3DRowColCurve.h"
-
-#include <benchmark/benchmark.h>
 
 #include <cmath>
 #include <utility>
@@ -12,40 +9,23 @@
 namespace ombrel::bench {
 namespace {
 
-constexpr CRect kPicture { 0, 0, 1200, 900 };
-
 /// A wave over nodes × nodes values as a curve of that kind, coloured by value; drawn once.
-class GridPicture {
+class GridPicture : public ScenePicture<C3DRowColCurve> {
 public:
     GridPicture(ItemType type, int colourDescription, int nodes)
-        : m_graph(1)
-        , m_target(kPicture.Width(), kPicture.Height(), 24)
-        , m_curve(*static_cast<C3DRowColCurve*>(m_graph.AddPlot(type)->CreateCurve()))
+        : ScenePicture(type)
     {
         CTableData table(nodes, nodes);
         for (int r = 0; r < nodes; ++r) {
             for (int c = 0; c < nodes; ++c)
                 table.SetAt(r, c, 0.3 * std::sin(10.0 * c / nodes - 5) * std::cos(10.0 * r / nodes - 5));
         }
-        m_curve.SetTableData(std::move(table));
-        m_curve.SetDataSourceType(CPlotComponent::dsTable);
-        m_curve.AlignMeshes();
-        m_curve.SetColourDescription(colourDescription);
-        m_curve.SetColourmap("Spectrum");
+        GetCurve().SetTableData(std::move(table));
+        GetCurve().AlignMeshes();
+        GetCurve().SetColourDescription(colourDescription);
+        GetCurve().SetColourmap("Spectrum");
         Draw();
     }
-    C3DGraph& GetGraph() { return m_graph; }
-    C3DRowColCurve& GetCurve() { return m_curve; }
-    void Draw()
-    {
-        m_graph.SetModifiedFlag(1);
-        m_graph.Draw(m_target.GetDC(), kPicture, pmOffScreen);
-    }
-
-private:
-    C3DGraph m_graph;
-    CDIB m_target;
-    C3DRowColCurve& m_curve;
 };
 
 GridPicture MakeBars() { return { it3DBarPlot, 1, 100 }; }

@@ -1,7 +1,9 @@
 #pragma once
 #include "ombrel/Init.h"
+#include "ombrel/drawing/DIB.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/platform/gdi/PageSurface.h"
 
 #include <benchmark/benchmark.h>
@@ -39,6 +41,28 @@ inline C2DLine& LineOf(C2DGraph& graph)
 }
 
 inline constexpr CRect kWindow { 0, 0, 1200, 900 };
+
+/// A 3D graph of one curve, which has its data as a table, and the bitmap that it is drawn on.
+template <typename Curve> class ScenePicture {
+public:
+    explicit ScenePicture(ItemType type)
+        : m_curve(*static_cast<Curve*>(m_graph.AddPlot(type)->CreateCurve()))
+    {
+        m_curve.SetDataSourceType(CPlotComponent::dsTable);
+    }
+    C3DGraph& GetGraph() { return m_graph; }
+    Curve& GetCurve() { return m_curve; }
+    void Draw()
+    {
+        m_graph.SetModifiedFlag(1);
+        m_graph.Draw(m_target.GetDC(), kWindow, pmOffScreen);
+    }
+
+private:
+    C3DGraph m_graph { 1 };
+    CDIB m_target { kWindow.Width(), kWindow.Height(), 24 };
+    Curve& m_curve;
+};
 
 /// Draws the graph on page after page and counts the bytes of one.
 inline void DrawPages(benchmark::State& state, C2DGraph& graph, PageFormat format)

@@ -60,7 +60,8 @@ private:
     C2DContourCurve& m_curve;
 };
 
-void NewData(benchmark::State& state)
+/// Evaluates new data, and draws it where that is asked for.
+void NewData(benchmark::State& state, bool draws)
 {
     OmbrelInit();
     CTableData const peaks = Peaks();
@@ -71,25 +72,12 @@ void NewData(benchmark::State& state)
         state.ResumeTiming();
         picture.SetTable(std::move(table));
         picture.Update();
-        picture.Draw();
+        if (draws)
+            picture.Draw();
     }
 }
-BENCHMARK(NewData)->Unit(benchmark::kMillisecond)->UseRealTime();
-
-void Evaluate(benchmark::State& state)
-{
-    OmbrelInit();
-    CTableData const peaks = Peaks();
-    ContourPicture picture(C2DContourCurve::dmShadingAndLines);
-    for (auto _ : state) {
-        state.PauseTiming();
-        CTableData table = peaks;
-        state.ResumeTiming();
-        picture.SetTable(std::move(table));
-        picture.Update();
-    }
-}
-BENCHMARK(Evaluate)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(NewData, drawn, true)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(NewData, evaluated, false)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void Redraw(benchmark::State& state, C2DContourCurve::DisplayMode mode)
 {

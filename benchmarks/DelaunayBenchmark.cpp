@@ -1,11 +1,8 @@
 // Scattered points without any order, on a grid, on a circle and in clusters: their triangulation; and surfaces at 1200
 // x 900 through a million of them, drawn again, from new data, and transparent.
 
-#include "ombrel/drawing/DIB.h"
-#include "ombrel/graph3d/3DGraph.h"
+#include "benchmarks/BenchmarkData.h"
 #include "ombrel/graph3d/3DIrregularSurfaceCurve.h"
-
-#include <benchmark/benchmark.h>
 
 #include <array>
 #include <cmath>
@@ -66,27 +63,14 @@ BENCHMARK(Triangulate)
     ->ArgsProduct({ { 100'000, 1'000'000 }, { kRandom, kGrid, kCircle, kClusters } })
     ->Unit(benchmark::kMillisecond);
 
-class ScatteredPicture {
+class ScatteredPicture : public ScenePicture<C3DIrregularSurfaceCurve> {
 public:
     explicit ScatteredPicture(int n)
-        : m_graph(1)
-        , m_target(1200, 900, 24)
-        , m_curve(*static_cast<C3DIrregularSurfaceCurve*>(m_graph.AddPlot(it3DIrregularSurfacePlot)->CreateCurve()))
+        : ScenePicture(it3DIrregularSurfacePlot)
     {
-        Fill(m_curve, n, kRandom);
+        Fill(GetCurve(), n, kRandom);
         Draw();
     }
-    C3DIrregularSurfaceCurve& GetCurve() { return m_curve; }
-    void Draw()
-    {
-        m_graph.SetModifiedFlag(1);
-        m_graph.Draw(m_target.GetDC(), CRect(0, 0, 1200, 900), pmOffScreen);
-    }
-
-private:
-    C3DGraph m_graph;
-    CDIB m_target;
-    C3DIrregularSurfaceCurve& m_curve;
 };
 
 void Redraw(benchmark::State& state)

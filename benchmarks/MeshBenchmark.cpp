@@ -1,12 +1,9 @@
 // Meshes at 1200 x 900: 125,000 bricks, from new data and drawn again, outlined; their outer faces alone; a mesh file
 // and a drawing read.
 
-#include "ombrel/drawing/DIB.h"
-#include "ombrel/graph3d/3DGraph.h"
+#include "benchmarks/BenchmarkData.h"
 #include "ombrel/graph3d/3DMeshCurve.h"
 #include "tests/graph3d/MeshData.h"
-
-#include <benchmark/benchmark.h>
 
 #include <cmath>
 #include <filesystem>
@@ -20,32 +17,18 @@ constexpr test::BrickBlock kBlock { 50, 50, 50 };
 
 double Value(double x, double y, double z) { return std::sin(0.12 * x) + std::cos(0.1 * y) * z / 50; }
 
-class MeshPicture {
+class MeshPicture : public ScenePicture<C3DMeshCurve> {
 public:
     MeshPicture()
-        : m_graph(1)
-        , m_target(1200, 900, 24)
-        , m_curve(*static_cast<C3DMeshCurve*>(m_graph.AddPlot(it3DMeshPlot)->CreateCurve()))
+        : ScenePicture(it3DMeshPlot)
     {
-        test::AddBricks(m_curve, kBlock, Value);
-        m_curve.SetVariableNames({ "value" }, {});
-        m_curve.SetColourmapVar("value");
-        m_curve.SetColourDescription(1);
-        m_curve.SetColourmap("Spectrum");
+        test::AddBricks(GetCurve(), kBlock, Value);
+        GetCurve().SetVariableNames({ "value" }, {});
+        GetCurve().SetColourmapVar("value");
+        GetCurve().SetColourDescription(1);
+        GetCurve().SetColourmap("Spectrum");
         Draw();
     }
-    C3DGraph& GetGraph() { return m_graph; }
-    C3DMeshCurve& GetCurve() { return m_curve; }
-    void Draw()
-    {
-        m_graph.SetModifiedFlag(1);
-        m_graph.Draw(m_target.GetDC(), CRect(0, 0, 1200, 900), pmOffScreen);
-    }
-
-private:
-    C3DGraph m_graph;
-    CDIB m_target;
-    C3DMeshCurve& m_curve;
 };
 
 void Redraw(benchmark::State& state)

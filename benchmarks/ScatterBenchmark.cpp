@@ -2,12 +2,9 @@
 // many cubes; a tube through them; 1,000 texts. SurfaceBenchmark's Redraw is what 2,000,000 triangles of a surface
 // take.
 
-#include "ombrel/drawing/DIB.h"
-#include "ombrel/graph3d/3DGraph.h"
+#include "benchmarks/BenchmarkData.h"
 #include "ombrel/graph3d/3DScatterCurve.h"
 #include "ombrel/graph3d/3DTextCurve.h"
-
-#include <benchmark/benchmark.h>
 
 #include <cmath>
 
@@ -17,37 +14,23 @@ namespace {
 constexpr int kPoints = 100'000;
 
 /// Points on a wound spiral, evenly spread over a ball.
-template <typename Curve> class PointPicture {
+template <typename Curve> class PointPicture : public ScenePicture<Curve> {
 public:
     PointPicture(ItemType type, int count)
-        : m_graph(1)
-        , m_target(1200, 900, 24)
-        , m_curve(*static_cast<Curve*>(m_graph.AddPlot(type)->CreateCurve()))
+        : ScenePicture<Curve>(type)
     {
-        m_curve.SetDataSourceType(CPlotComponent::dsTable);
-        m_curve.SetNumPts(count);
+        Curve& curve = this->GetCurve();
+        curve.SetNumPts(count);
         for (int i = 0; i < count; ++i) {
             double const part = (i + 0.5) / count;
             double const radius = std::cbrt(std::fmod(i * 0.7548776662, 1.0));
             double const z = 1.0 - 2.0 * part;
             double const across = std::sqrt(1.0 - z * z);
-            m_curve.SetXVal(i, radius * across * std::cos(2.39996 * i));
-            m_curve.SetYVal(i, radius * across * std::sin(2.39996 * i));
-            m_curve.SetZVal(i, radius * z);
+            curve.SetXVal(i, radius * across * std::cos(2.39996 * i));
+            curve.SetYVal(i, radius * across * std::sin(2.39996 * i));
+            curve.SetZVal(i, radius * z);
         }
     }
-    C3DGraph& GetGraph() { return m_graph; }
-    Curve& GetCurve() { return m_curve; }
-    void Draw()
-    {
-        m_graph.SetModifiedFlag(1);
-        m_graph.Draw(m_target.GetDC(), CRect(0, 0, 1200, 900), pmOffScreen);
-    }
-
-private:
-    C3DGraph m_graph;
-    CDIB m_target;
-    Curve& m_curve;
 };
 
 class Spheres : public PointPicture<C3DScatterCurve> {

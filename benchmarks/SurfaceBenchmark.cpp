@@ -1,11 +1,8 @@
 // Surfaces at 1200 x 900: the first picture; 1000 x 1000 cells drawn again, from another side, anti-aliased and from
 // new data; one with a wireframe and a transparent one.
 
-#include "ombrel/drawing/DIB.h"
-#include "ombrel/graph3d/3DGraph.h"
+#include "benchmarks/BenchmarkData.h"
 #include "ombrel/graph3d/Surface.h"
-
-#include <benchmark/benchmark.h>
 
 #include <cmath>
 #include <utility>
@@ -13,37 +10,22 @@
 namespace ombrel::bench {
 namespace {
 
-class SurfacePicture {
+class SurfacePicture : public ScenePicture<CSurface> {
 public:
     explicit SurfacePicture(int cells)
-        : m_graph(1)
-        , m_target(1200, 900, 24)
-        , m_surface(*static_cast<CSurface*>(m_graph.AddPlot(itSurfacePlot)->CreateCurve()))
+        : ScenePicture(itSurfacePlot)
     {
         CTableData table(cells + 1, cells + 1);
         for (int r = 0; r <= cells; ++r) {
             for (int c = 0; c <= cells; ++c)
                 table.SetAt(r, c, 0.3 * std::sin(10.0 * c / cells - 5) * std::cos(10.0 * r / cells - 5));
         }
-        m_surface.SetTableData(std::move(table));
-        m_surface.SetDataSourceType(CPlotComponent::dsTable);
-        m_surface.AlignMeshes();
-        m_surface.SetColourDescription(2);
-        m_surface.SetColourmap("Spectrum");
+        GetCurve().SetTableData(std::move(table));
+        GetCurve().AlignMeshes();
+        GetCurve().SetColourDescription(2);
+        GetCurve().SetColourmap("Spectrum");
         Draw();
     }
-    C3DGraph& GetGraph() { return m_graph; }
-    CSurface& GetSurface() { return m_surface; }
-    void Draw()
-    {
-        m_graph.SetModifiedFlag(1);
-        m_graph.Draw(m_target.GetDC(), CRect(0, 0, 1200, 900), pmOffScreen);
-    }
-
-private:
-    C3DGraph m_graph;
-    CDIB m_target;
-    CSurface& m_surface;
 };
 
 // Stands first and runs once: the libraries are opened, and the driver starts.
@@ -97,7 +79,7 @@ void NewData(benchmark::State& state)
 {
     SurfacePicture picture(1000);
     for (auto _ : state) {
-        picture.GetSurface().SetPlotDataModified(1);
+        picture.GetCurve().SetPlotDataModified(1);
         picture.Draw();
     }
 }
@@ -106,7 +88,7 @@ BENCHMARK(NewData)->Unit(benchmark::kMillisecond)->UseRealTime()->MeasureProcess
 void Wireframe(benchmark::State& state)
 {
     SurfacePicture picture(200);
-    picture.GetSurface().SetWireframeOn(1);
+    picture.GetCurve().SetWireframeOn(1);
     for (auto _ : state)
         picture.Draw();
 }
@@ -124,7 +106,7 @@ BENCHMARK(Opaque)->Unit(benchmark::kMillisecond)->UseRealTime()->MeasureProcessC
 void Transparent(benchmark::State& state)
 {
     SurfacePicture picture(224);
-    picture.GetSurface().SetTransparency(0.5);
+    picture.GetCurve().SetTransparency(0.5);
     for (auto _ : state)
         picture.Draw();
 }
