@@ -20,15 +20,6 @@ void RequireSound(CUSGSDEM const& dem)
     Require(dem.GetDataSize() >= 0);
 }
 
-std::vector<std::byte> Store(CUSGSDEM& dem)
-{
-    CMemFile file;
-    CArchive archive(&file, CArchive::store);
-    dem.Serialize(archive);
-    archive.Close();
-    return file.Detach();
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
@@ -40,12 +31,12 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     bool const isRead = Succeeds([&] { Require(dem.SetPathname(file.GetPath()) == 1); });
     RequireSound(dem);
     Require(isRead == !dem.GetElevations().empty());
-    std::vector<std::byte> const stored = Store(dem);
+    std::vector<std::byte> const stored = Stored(dem);
     CUSGSDEM copy;
     CArchive archive { std::span<std::byte const>(stored) };
     copy.Serialize(archive);
     RequireSound(copy);
-    Require(Store(copy) == stored);
+    Require(Stored(copy) == stored);
 
     // The same bytes as an archive.
     CUSGSDEM loaded;

@@ -15,15 +15,6 @@ namespace {
 using namespace ombrel;
 using namespace ombrel::fuzz;
 
-std::vector<std::byte> Stored(C3DObjectCurve& curve)
-{
-    CMemFile file;
-    CArchive archive(&file, CArchive::store);
-    curve.Serialize(archive);
-    archive.Close();
-    return file.GetBytes();
-}
-
 /// The objects alone: what text they are from does not count.
 std::vector<std::byte> StoredObjects(C3DObjectCurve const& curve)
 {
@@ -65,13 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
 {
     static MemoryFile file;
     file.Fill(data, size);
-    // A name with the ending that tells the kind of file.
-    static std::string const link = [] {
-        std::string const path = "/tmp/object-fuzz-" + std::to_string(getpid()) + ".tvo";
-        unlink(path.c_str());
-        Require(symlink(file.GetPath().ToUtf8().c_str(), path.c_str()) == 0);
-        return path;
-    }();
+    static CString const link = LinkTo(file, ".tvo");
     C3DObjectCurve fromFile;
     bool const isRead = Succeeds([&] { fromFile.SetPathname(link); });
 

@@ -5,21 +5,8 @@
 #include "ombrel/platform/framework/Archive.h"
 #include "ombrel/platform/framework/Exception.h"
 
-namespace {
-
 using namespace ombrel;
 using namespace ombrel::fuzz;
-
-std::vector<std::byte> Store(CScanTestHeader& header)
-{
-    CMemFile file;
-    CArchive archive(&file, CArchive::store);
-    header.Serialize(archive);
-    archive.Close();
-    return file.Detach();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
@@ -28,11 +15,11 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     CStdioFile text(file.GetPath(), CFile::modeRead);
     CScanTestHeader header;
     header.Read(text);
-    std::vector<std::byte> const stored = Store(header);
+    std::vector<std::byte> const stored = Stored(header);
     CScanTestHeader copy;
     CArchive archive { std::span<std::byte const>(stored) };
     copy.Serialize(archive);
-    Require(Store(copy) == stored);
+    Require(Stored(copy) == stored);
 
     CArchive any { std::as_bytes(std::span(data, size)) };
     (void)Succeeds([&] { copy.Serialize(any); });
