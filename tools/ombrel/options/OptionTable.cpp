@@ -137,7 +137,8 @@ constexpr std::array kOptions {
     OptionEntry {
         OptionId::Along, "along", 0, "x|y", "The axis that series run along; x without it.", kSurface, kAlong },
     OptionEntry { OptionId::Variable, "variable", 0, "NAME",
-        "Values of nodes or elements that a mesh is coloured by, or z. Without it, the first that the file has.",
+        "Values of nodes or elements that a mesh is coloured by, or z. Without it, the colours that elements have, "
+        "else the first values of the file.",
         kMesh },
     OptionEntry { OptionId::Clip, "clip", 0, "X0:X1,Y0:Y1,Z0:Z1",
         "Leave out the bricks and tetrahedra that do not lie inside of these ends; an end may be left out.", kMesh },
