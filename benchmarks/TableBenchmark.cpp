@@ -1,4 +1,4 @@
-#include "tools/ombrel/table/TableReader.h"
+#include "ombrel/table/TableReader.h"
 
 #include <benchmark/benchmark.h>
 
@@ -8,7 +8,7 @@
 
 namespace {
 
-using namespace ombrel::host;
+using namespace ombrel;
 
 void AppendNumber(std::string& text, double value, int decimals)
 {

@@ -1,4 +1,4 @@
-#include "tools/ombrel/table/TableReader.h"
+#include "ombrel/table/TableReader.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -7,7 +7,7 @@
 
 namespace {
 
-using namespace ombrel::host;
+using namespace ombrel;
 
 bool IsSameColumn(TableColumn const& a, TableColumn const& b)
 {

@@ -111,6 +111,7 @@ FolderRule const kFolders[] {
     { "io", { "model" } },
     { "graph3d", { "annotation", "io" } },
     { "graph2d", { "annotation", "io", "graph3d" } },
+    { "table", { "platform/framework" } },
     // The top of the tree: what programs call first.
     { "", { "graph2d" } },
 };

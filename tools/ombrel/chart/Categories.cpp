@@ -1,7 +1,7 @@
 #include "tools/ombrel/chart/Categories.h"
+#include "ombrel/table/Utf8.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/commands/PlotSource.h"
-#include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
 

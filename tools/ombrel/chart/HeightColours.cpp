@@ -2,9 +2,9 @@
 #include "ombrel/annotation/ColourKey.h"
 #include "ombrel/colour/ColourMap.h"
 #include "ombrel/model/PlotComponent.h"
+#include "ombrel/table/Utf8.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/chart/ColourMaps.h"
-#include "tools/ombrel/table/Utf8.h"
 
 #include <cmath>
 #include <limits>

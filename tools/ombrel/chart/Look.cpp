@@ -4,9 +4,9 @@
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/table/Utf8.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/chart/ColourMaps.h"
-#include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
 #include <array>

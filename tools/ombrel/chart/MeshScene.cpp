@@ -5,6 +5,7 @@
 #include "ombrel/graph3d/3DObjectCurve.h"
 #include "ombrel/graph3d/3DPlot.h"
 #include "ombrel/platform/framework/Exception.h"
+#include "ombrel/table/Utf8.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/chart/HeightColours.h"
 #include "tools/ombrel/chart/Look.h"
@@ -12,7 +13,6 @@
 #include "tools/ombrel/chart/TitleCaption.h"
 #include "tools/ombrel/options/OptionValues.h"
 #include "tools/ombrel/options/Options.h"
-#include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
 #include <filesystem>

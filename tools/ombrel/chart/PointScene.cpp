@@ -3,12 +3,12 @@
 #include "ombrel/graph3d/3DLineCurve.h"
 #include "ombrel/graph3d/3DScatterCurve.h"
 #include "ombrel/graph3d/3DTextCurve.h"
+#include "ombrel/table/Utf8.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/chart/Look.h"
 #include "tools/ombrel/chart/PointArrays.h"
 #include "tools/ombrel/options/OptionValues.h"
 #include "tools/ombrel/options/Options.h"
-#include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
 #include <cmath>

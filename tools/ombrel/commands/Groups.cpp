@@ -1,7 +1,7 @@
 #include "tools/ombrel/commands/Groups.h"
+#include "ombrel/table/Utf8.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/commands/TableFile.h"
-#include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
 #include <cmath>

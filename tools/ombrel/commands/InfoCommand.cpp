@@ -7,6 +7,7 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/Surface.h"
 #include "ombrel/model/ItemType.h"
+#include "ombrel/table/Utf8.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/chart/AxisLayout.h"
@@ -17,7 +18,6 @@
 #include "tools/ombrel/commands/TableFile.h"
 #include "tools/ombrel/grid/HeightFile.h"
 #include "tools/ombrel/options/Options.h"
-#include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
 #include <array>

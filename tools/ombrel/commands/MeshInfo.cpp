@@ -5,13 +5,13 @@
 #include "ombrel/graph3d/3DObjectCurve.h"
 #include "ombrel/graph3d/MeshNodeSet.h"
 #include "ombrel/graph3d/MeshPatch.h"
+#include "ombrel/table/Utf8.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/chart/MeshScene.h"
 #include "tools/ombrel/commands/SceneInfo.h"
 #include "tools/ombrel/commands/TableFile.h"
 #include "tools/ombrel/options/OptionValues.h"
-#include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
 #include <array>

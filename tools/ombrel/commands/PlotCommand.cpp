@@ -1,6 +1,7 @@
 #include "tools/ombrel/commands/PlotCommand.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/table/Utf8.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/OutputFile.h"
@@ -15,7 +16,6 @@
 #include "tools/ombrel/commands/TableFile.h"
 #include "tools/ombrel/options/OptionValues.h"
 #include "tools/ombrel/options/PlotChecks.h"
-#include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,12 +1,12 @@
 #include "tools/ombrel/commands/PlotSource.h"
 #include "ombrel/foundation/Utils.h"
+#include "ombrel/table/Utf8.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/commands/Groups.h"
 #include "tools/ombrel/commands/RowOrder.h"
 #include "tools/ombrel/commands/TableFile.h"
 #include "tools/ombrel/options/Options.h"
-#include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
 #include <cassert>

@@ -1,5 +1,5 @@
 #pragma once
-#include "tools/ombrel/table/TableReader.h"
+#include "ombrel/table/TableReader.h"
 
 #include <optional>
 #include <string>

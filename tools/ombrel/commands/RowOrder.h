@@ -1,5 +1,5 @@
 #pragma once
-#include "tools/ombrel/table/ColumnValues.h"
+#include "ombrel/table/ColumnValues.h"
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
+#include "ombrel/table/TableReader.h"
 #include "tools/ombrel/grid/Grid.h"
 #include "tools/ombrel/grid/TablePoints.h"
 #include "tools/ombrel/options/SurfaceOptions.h"
-#include "tools/ombrel/table/TableReader.h"
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 #include "tools/ombrel/options/OptionValues.h"
 #include "ombrel/platform/gdi/Coordinates.h"
+#include "ombrel/table/Utf8.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/options/Options.h"
-#include "tools/ombrel/table/Utf8.h"
 
 #include <algorithm>
 #include <array>

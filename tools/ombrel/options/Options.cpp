@@ -1,7 +1,7 @@
 #include "tools/ombrel/options/Options.h"
+#include "ombrel/table/Utf8.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/options/OptionValues.h"
-#include "tools/ombrel/table/Utf8.h"
 
 #include <CLI/CLI.hpp>
 

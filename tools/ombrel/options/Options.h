@@ -1,7 +1,7 @@
 #pragma once
+#include "ombrel/table/TableCells.h"
+#include "ombrel/table/TableDialect.h"
 #include "tools/ombrel/options/SurfaceOptions.h"
-#include "tools/ombrel/table/TableCells.h"
-#include "tools/ombrel/table/TableDialect.h"
 
 #include <optional>
 #include <span>

@@ -1,11 +1,11 @@
-#include "tools/ombrel/table/TableDialect.h"
+#include "ombrel/table/TableDialect.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <map>
 
-namespace ombrel::host {
+namespace ombrel {
 
 namespace {
 
@@ -346,4 +346,4 @@ TableHead DetectDialect(std::string_view sample, TableHints const& hints)
     return head;
 }
 
-} // namespace ombrel::host
+} // namespace ombrel

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/platform/framework/Export.h"
 
 #include <algorithm>
 #include <array>
@@ -9,14 +10,14 @@
 #include <variant>
 #include <vector>
 
-namespace ombrel::host {
+namespace ombrel {
 
 namespace detail {
 inline constexpr std::array<double, 23> kPowersOfTen { 1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11,
     1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22 };
 inline bool IsDigit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
 /// The general road for numbers whose digits or exponent are out of the exact range; tiny: the exponent is negative.
-double ConvertLongNumber(char const* first, char const* last, char decimalMark, bool tiny);
+OMBREL_EXPORT double ConvertLongNumber(char const* first, char const* last, char decimalMark, bool tiny);
 } // namespace detail
 
 /// Reads the number at p, which ends at the first character that cannot belong to it; the text must hold such a
@@ -73,17 +74,17 @@ inline char const* ScanCellNumber(char const* p, char decimalMark, double& value
 }
 
 /// The number that the whole text spells, or nothing.
-std::optional<double> ParseCellNumber(std::string_view text, char decimalMark);
+OMBREL_EXPORT std::optional<double> ParseCellNumber(std::string_view text, char decimalMark);
 
 /// Numbers beyond ±this are not accepted: a graph's range could not be computed from them.
 inline constexpr double kLargestNumber = 1e300;
 
 /// The number that a person has written: as above, or with a currency sign before or behind it, and with its digits in
 /// groups of three, which a comma separates (a point where the comma is the decimal mark).
-std::optional<double> ParseWrittenNumber(std::string_view text, char decimalMark);
+OMBREL_EXPORT std::optional<double> ParseWrittenNumber(std::string_view text, char decimalMark);
 
 /// The texts that stand for a missing value.
-class GapWords {
+class OMBREL_EXPORT GapWords {
 public:
     /// Those that are common, in any case: empty, NA, N/A, NaN, -NaN, null, - and ?.
     GapWords() = default;
@@ -110,18 +111,18 @@ struct CellDate {
 
 /// The date of a day of the proleptic Gregorian calendar and a time in seconds from its start (negative and beyond a
 /// day allowed); nothing for a day that does not exist or a year outside 100 … 9999.
-std::optional<double> MakeDate(int year, int month, int day, double seconds);
+OMBREL_EXPORT std::optional<double> MakeDate(int year, int month, int day, double seconds);
 
 /// An ISO 8601 date: 2020-03, 2020-03-31 or 2020/03/31, with a time 12:30, 12:30:15 or 12:30:15.25 after T or a
 /// blank, and Z, +02, +0200 or +02:00 after that. A plain year is a number, not a date.
-std::optional<CellDate> ParseIsoDate(std::string_view text);
+OMBREL_EXPORT std::optional<CellDate> ParseIsoDate(std::string_view text);
 
 /// Dates written in a form of the user's own.
 ///
 /// Codes: %Y year, %y two-digit year (69 … 99 are 1969 … 1999), %m month, %b %B English month name, %d or %e day,
 /// %j day of the year, %H hour, %M minute, %S second with an optional fraction, %F for %Y-%m-%d, %T for %H:%M:%S,
 /// %% for a percent sign. Leading zeros may be missing. A blank stands for any blanks, everything else for itself.
-class DateFormat {
+class OMBREL_EXPORT DateFormat {
 public:
     /// The format, or why it cannot be one.
     static std::variant<DateFormat, std::string> Compile(std::string_view text);
@@ -138,4 +139,4 @@ private:
     std::string m_codes;
 };
 
-} // namespace ombrel::host
+} // namespace ombrel

@@ -1,12 +1,15 @@
-#include "tools/ombrel/table/TableReader.h"
-#include "tools/ombrel/table/Utf8.h"
+#include "ombrel/table/TableReader.h"
+#include "ombrel/table/Utf8.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <cstring>
+#include <fstream>
 #include <limits>
+#include <system_error>
 
-namespace ombrel::host {
+namespace ombrel {
 
 namespace {
 
@@ -42,23 +45,6 @@ std::string ExpectedOf(ColumnType type, DateFormat const* format, bool decimalCo
 }
 
 } // namespace
-
-std::string TableError::ToText() const
-{
-    std::string text = std::to_string(line) + ": ";
-    if (column > 0)
-        text += "column " + std::to_string(column) + ": ";
-    return text + "expected " + expected + ", found " + found;
-}
-
-std::size_t Table::LineOf(std::size_t row) const
-{
-    auto const after = std::upper_bound(lineJumps.begin(), lineJumps.end(), row,
-        [](std::size_t wanted, TableLineJump const& jump) { return wanted < jump.row; });
-    if (after == lineJumps.begin())
-        return 0;
-    return (after - 1)->line + (row - (after - 1)->row);
-}
 
 TableReader::TableReader(TableOptions options)
     : m_options(std::move(options))
@@ -507,6 +493,29 @@ bool TableReader::PadRow(std::size_t cells)
     return true;
 }
 
+Table ReadTableFile(std::string const& path, TableOptions options)
+{
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        throw TableReadError(path + ": " + std::generic_category().message(errno));
+    constexpr std::size_t kPiece = std::size_t { 1 } << 18;
+    std::string piece(kPiece, '\0');
+    TableReader reader(std::move(options));
+    bool isRead = true;
+    while (isRead && file) {
+        file.read(piece.data(), static_cast<std::streamsize>(piece.size()));
+        isRead = reader.Feed({ piece.data(), static_cast<std::size_t>(file.gcount()) });
+    }
+    if (file.bad())
+        throw TableReadError(path + ": " + std::generic_category().message(errno));
+    auto result = reader.Finish();
+    if (auto const* const error = std::get_if<TableError>(&result))
+        throw TableReadError(path + ":" + error->ToText());
+    Table table = std::get<Table>(std::move(result));
+    table.name = path;
+    return table;
+}
+
 std::variant<Table, TableError> ReadTable(std::string_view bytes, TableOptions const& options)
 {
     // In pieces, so that the buffer stays small whatever the size of the table.
@@ -516,4 +525,4 @@ std::variant<Table, TableError> ReadTable(std::string_view bytes, TableOptions c
     return reader.Finish();
 }
 
-} // namespace ombrel::host
+} // namespace ombrel

@@ -1,8 +1,8 @@
-#include "tools/ombrel/table/Utf8.h"
+#include "ombrel/table/Utf8.h"
 
 #include <cstddef>
 
-namespace ombrel::host {
+namespace ombrel {
 
 namespace {
 
@@ -79,4 +79,4 @@ std::string QuoteForMessage(std::string_view text)
     return result + '"';
 }
 
-} // namespace ombrel::host
+} // namespace ombrel

@@ -1,13 +1,16 @@
-#include "tools/ombrel/table/TableReader.h"
+#include "ombrel/table/TableReader.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
+#include <fstream>
 #include <iomanip>
 #include <random>
 #include <sstream>
 
-namespace ombrel::host {
+namespace ombrel {
 namespace {
 
 using namespace std::literals;
@@ -215,6 +218,30 @@ TEST(TableReader, ReadsWhatIsAskedForAsItIsTold)
     EXPECT_EQ(table.LineOf(2), 8u);
 }
 
+TEST(Table, GivesColumnsOfAFileOrSaysWhatIsWrong)
+{
+    auto const path = std::filesystem::temp_directory_path() / "ombrel-table-test.csv";
+    std::ofstream(path) << "day,city,temperature,note\n2020-01-02,Oslo,-3.5,1\n2020-01-03,Rome,,x\n";
+    Table const table = ReadTableFile(path.string());
+    auto const messageOf = [](auto const& call) -> std::string {
+        try {
+            call();
+        } catch (TableReadError const& error) {
+            return error.what();
+        }
+        return "";
+    };
+    EXPECT_THAT(table.Values("day"), testing::ElementsAre(43832.0, 43833.0));
+    EXPECT_THAT(table.Values("3"), testing::ElementsAre(-3.5, testing::IsNan()));
+    EXPECT_EQ(messageOf([&] { (void)table.Column("town"); }),
+        path.string() + ": there is no column \"town\"; the columns are day, city, temperature, note");
+    EXPECT_EQ(messageOf([&] { (void)table.Values("city"); }),
+        path.string() + ": expected numbers or dates in column \"city\", found \"Oslo\"");
+    EXPECT_THAT(messageOf([&] { (void)table.Values("note"); }), testing::HasSubstr(":3: column 4: expected a number"));
+    std::filesystem::remove(path);
+    EXPECT_THAT(messageOf([&] { ReadTableFile(path.string()); }), testing::HasSubstr("No such file"));
+}
+
 TEST(TableReader, ReadsUpToItsLimitsAndNoFurther)
 {
     std::string const widest(16383, ',');
@@ -243,4 +270,4 @@ TEST(TableReader, DoesNotFillMissingCellsWithoutLimit)
 }
 
 } // namespace
-} // namespace ombrel::host
+} // namespace ombrel

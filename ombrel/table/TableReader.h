@@ -1,6 +1,5 @@
 #pragma once
-#include "tools/ombrel/table/ColumnValues.h"
-#include "tools/ombrel/table/TableDialect.h"
+#include "ombrel/table/Table.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -10,61 +9,7 @@
 #include <variant>
 #include <vector>
 
-namespace ombrel::host {
-
-/// Where a table cannot be read, and why.
-struct TableError {
-    /// Counted from 1.
-    std::size_t line = 0;
-    /// Number of the cell in its line from 1; 0 when the whole line is at fault.
-    std::size_t column = 0;
-    std::string expected;
-    std::string found;
-
-    /// "17: column 3: expected …, found …", to be put behind the file's name and a colon.
-    std::string ToText() const;
-    bool operator==(TableError const&) const = default;
-};
-
-struct TableColumn {
-    /// From the header, in UTF-8; empty without one.
-    std::string name;
-    ColumnType type = ColumnType::Unknown;
-    /// One a row: numbers, or days since 30 December 1899; NaN is a gap. Empty for texts, for columns that were not
-    /// asked for, and when there is a misfit.
-    ColumnValues values;
-    /// One a row, as they were written and in UTF-8; empty at a gap. Only of columns whose texts were asked for.
-    std::vector<std::string> texts;
-    /// The first text of a wanted column of texts, for messages.
-    std::string firstText;
-    /// Cells that are empty, missing at the end of a short row, or hold a gap word. Counted in wanted columns.
-    std::size_t gaps = 0;
-    /// The first cell of a wanted column that is neither a gap nor of the column's type.
-    std::optional<TableError> misfit;
-};
-
-/// A row whose line does not follow from the one before, since lines lie between or belong to it.
-struct TableLineJump {
-    std::size_t row = 0;
-    std::size_t line = 0;
-};
-
-struct Table {
-    TableDialect dialect;
-    std::vector<TableColumn> columns;
-    std::size_t rows = 0;
-    /// Rows with fewer cells than there are columns.
-    std::size_t shortRows = 0;
-    /// Dates that named an offset from UTC; it has been applied.
-    std::size_t shiftedDates = 0;
-    /// The header was not UTF-8 and was read as Latin-1.
-    bool headerWasLatin1 = false;
-    /// By ascending row; the first row is always there.
-    std::vector<TableLineJump> lineJumps;
-
-    /// The line, from 1, that a row (from 0) begins in.
-    std::size_t LineOf(std::size_t row) const;
-};
+namespace ombrel {
 
 struct TableOptions : TableForm {
     /// Form of the dates in dateColumn; without it, dates are ISO dates.
@@ -86,7 +31,7 @@ struct TableOptions : TableForm {
 /// Separator, decimal mark, header and column types come from the first lines. Blank lines and lines that begin with
 /// # or // are skipped. Memory stays proportional to the bytes fed: a line is limited to 1 MiB, columns to 16384, and
 /// missing cells to a multiple of what is there.
-class TableReader {
+class OMBREL_EXPORT TableReader {
 public:
     explicit TableReader(TableOptions options);
     /// False after an error; what follows is not looked at.
@@ -152,7 +97,10 @@ private:
     std::optional<TableError> m_error;
 };
 
-/// The whole table at once.
-std::variant<Table, TableError> ReadTable(std::string_view bytes, TableOptions const& options);
+/// The table in a file. Throws TableReadError.
+OMBREL_EXPORT Table ReadTableFile(std::string const& path, TableOptions options = {});
 
-} // namespace ombrel::host
+/// The whole table at once.
+OMBREL_EXPORT std::variant<Table, TableError> ReadTable(std::string_view bytes, TableOptions const& options);
+
+} // namespace ombrel

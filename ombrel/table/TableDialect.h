@@ -1,5 +1,6 @@
 #pragma once
-#include "tools/ombrel/table/TableCells.h"
+#include "ombrel/platform/framework/Export.h"
+#include "ombrel/table/TableCells.h"
 
 #include <cstddef>
 #include <optional>
@@ -7,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace ombrel::host {
+namespace ombrel {
 
 /// How a table is written.
 struct TableDialect {
@@ -67,33 +68,33 @@ enum class CellStatus {
 /// Reads the cell at p and moves p to the separator or line break that ends it; a blank or tab that separates counts
 /// as one character, since the cell after it skips the others. The text up to end must end with a line break. Quoted
 /// cells may hold line breaks.
-CellStatus ReadCell(char const*& p, char const* end, char separator, TableCell& cell);
+OMBREL_EXPORT CellStatus ReadCell(char const*& p, char const* end, char separator, TableCell& cell);
 
 /// The cell's text with doubled quotes made single.
-std::string CellText(TableCell const& cell);
+OMBREL_EXPORT std::string CellText(TableCell const& cell);
 
 /// More columns than this are an error: each costs memory whatever it holds.
 inline constexpr std::size_t kMostColumns = 16384;
 
 /// Passes the line break at p: LF, CR or CR LF.
-char const* SkipLineBreak(char const* p, char const* end);
+OMBREL_EXPORT char const* SkipLineBreak(char const* p, char const* end);
 /// The first CR or LF at or after p, or end.
-char const* FindLineEnd(char const* p, char const* end);
+OMBREL_EXPORT char const* FindLineEnd(char const* p, char const* end);
 /// True for a line that is blank or begins with # or //.
-bool IsCommentOrBlank(char const* p, char const* end);
+OMBREL_EXPORT bool IsCommentOrBlank(char const* p, char const* end);
 
 /// The type of one cell; dateFormat is null for ISO dates.
-ColumnType ClassifyCell(
+OMBREL_EXPORT ColumnType ClassifyCell(
     TableCell const& cell, char decimalMark, DateFormat const* dateFormat, GapWords const& gaps = {});
 
 /// Whether the text is JSON, which is no table, by its first characters.
-bool LooksLikeJson(std::string_view text);
+OMBREL_EXPORT bool LooksLikeJson(std::string_view text);
 
 /// The column named so (exactly), else the one with that number from 1, else names.size().
-std::size_t FindColumn(std::vector<std::string> const& names, std::string_view text);
+OMBREL_EXPORT std::size_t FindColumn(std::vector<std::string> const& names, std::string_view text);
 
 /// Finds out how the table that starts with these lines is written. The sample must begin with a record and end with
 /// a line break.
-TableHead DetectDialect(std::string_view sample, TableHints const& hints);
+OMBREL_EXPORT TableHead DetectDialect(std::string_view sample, TableHints const& hints);
 
-} // namespace ombrel::host
+} // namespace ombrel

@@ -1,4 +1,4 @@
-#include "tools/ombrel/table/TableCells.h"
+#include "ombrel/table/TableCells.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <limits>
 #include <random>
 
-namespace ombrel::host {
+namespace ombrel {
 namespace {
 
 TEST(CellNumbers, AreRoundedAsTheStandardConversionRoundsThem)
@@ -122,4 +122,4 @@ TEST(DateFormats, ReadWhatTheyDescribe)
 }
 
 } // namespace
-} // namespace ombrel::host
+} // namespace ombrel

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-namespace ombrel::host {
+namespace ombrel {
 
 /// The values of one column, in blocks: growing neither moves values nor needs memory for two copies of them.
 class ColumnValues {
@@ -80,4 +80,4 @@ private:
     double* m_limit = nullptr;
 };
 
-} // namespace ombrel::host
+} // namespace ombrel

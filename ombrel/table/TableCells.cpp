@@ -1,4 +1,4 @@
-#include "tools/ombrel/table/TableCells.h"
+#include "ombrel/table/TableCells.h"
 
 #include <array>
 #include <charconv>
@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <limits>
 
-namespace ombrel::host {
+namespace ombrel {
 
 namespace {
 
@@ -455,4 +455,4 @@ std::optional<double> DateFormat::Parse(std::string_view text) const
     return MakeDate(year, fields.month == 0 ? 1 : fields.month, fields.day == 0 ? 1 : fields.day, seconds);
 }
 
-} // namespace ombrel::host
+} // namespace ombrel

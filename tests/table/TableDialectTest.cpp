@@ -1,12 +1,12 @@
-#include "tools/ombrel/table/TableDialect.h"
-#include "tools/ombrel/table/ColumnValues.h"
-#include "tools/ombrel/table/Utf8.h"
+#include "ombrel/table/TableDialect.h"
+#include "ombrel/table/ColumnValues.h"
+#include "ombrel/table/Utf8.h"
 
 #include <gtest/gtest.h>
 
 #include <numeric>
 
-namespace ombrel::host {
+namespace ombrel {
 namespace {
 
 using namespace std::literals;
@@ -242,4 +242,4 @@ TEST(Utf8, IsToldFromOtherBytes)
 }
 
 } // namespace
-} // namespace ombrel::host
+} // namespace ombrel
