@@ -112,8 +112,9 @@ FolderRule const kFolders[] {
     { "graph3d", { "annotation", "io" } },
     { "graph2d", { "annotation", "io", "graph3d" } },
     { "table", { "platform/framework" } },
+    { "chart", { "graph2d", "table" } },
     // The top of the tree: what programs call first.
-    { "", { "graph2d" } },
+    { "", { "chart" } },
 };
 
 /// The subfolders, rooms, that a folder's room may include; a room that is not listed may include them all.

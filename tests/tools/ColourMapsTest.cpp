@@ -1,4 +1,4 @@
-#include "tools/ombrel/chart/ColourMaps.h"
+#include "ombrel/chart/ColourMapFiles.h"
 #include "ombrel/colour/ColourMap.h"
 #include "tests/tools/TestFolder.h"
 #include "tools/ombrel/Messages.h"

@@ -184,7 +184,7 @@ TEST_F(Heights, SurfacesGetTitlesRangesAndAKeyInsideOfThePicture)
     for (PictureSize const size : { PictureSize { 700, 400 }, { 300, 900 }, { 1600, 300 } }) {
         std::string const picture = std::to_string(size.width) + "x" + std::to_string(size.height);
         auto const drawn = Scene("points.csv --size " + picture);
-        DrawGraph(*drawn, *m_picture);
+        m_picture->Draw(*drawn);
         ASSERT_EQ(drawn->GetColourKeyArray()->GetSize(), 1);
         CRect const key = drawn->GetColourKeyArray()->GetAt(0)->GetRect();
         EXPECT_TRUE(key.left > 0 && key.top >= 0 && key.right <= size.width && key.bottom <= size.height) << picture;
@@ -276,7 +276,7 @@ TEST_F(Heights, ScenesAreSeenLitAndDividedAsIsUsualOrAsked)
 TEST_F(Heights, MapsGetAKeyThatSaysWhatItsColoursMean)
 {
     auto const map = Map("points.csv --size 600x400");
-    DrawGraph(*map, *m_picture);
+    m_picture->Draw(*map);
     ASSERT_EQ(map->GetColourKeyArray()->GetSize(), 1);
     ASSERT_EQ(map->GetCaptionArray()->GetSize(), 1);
     CRect const key = map->GetColourKeyArray()->GetAt(0)->GetRect();

@@ -73,7 +73,7 @@ template <typename Make> Structure StructureOf(PictureSize size, Make const& mak
         }
         s.pixels.assign(
             reinterpret_cast<char const*>(raster->Row(0)), reinterpret_cast<char const*>(raster->Row(size.height)));
-        DrawGraph(*make(pageTarget, page), page);
+        page.Draw(*make(pageTarget, page));
         s.page = page.Encode();
     } catch (Failure const& failure) {
         s.told = failure.what();

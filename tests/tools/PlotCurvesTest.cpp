@@ -1,6 +1,6 @@
 #include "tools/ombrel/chart/PlotCurves.h"
+#include "ombrel/chart/FillLook.h"
 #include "ombrel/foundation/GArray.h"
-#include "tools/ombrel/chart/FillLook.h"
 #include "tools/ombrel/chart/SharedColumns.h"
 
 #include <gmock/gmock.h>

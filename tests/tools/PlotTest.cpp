@@ -1,4 +1,5 @@
 #include "ombrel/Init.h"
+#include "ombrel/chart/Titles.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DBarPlot.h"
@@ -13,7 +14,6 @@
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/OutputFile.h"
-#include "tools/ombrel/chart/TitleCaption.h"
 #include "tools/ombrel/commands/PlotCommand.h"
 #include "tools/ombrel/options/Options.h"
 
@@ -68,7 +68,7 @@ protected:
         return { static_cast<int>(area.left + (x - range.left) / range.Width() * area.Width() + 0.5),
             static_cast<int>(area.top + (range.top - y) / (range.top - range.bottom) * area.Height() + 0.5) };
     }
-    void Draw() { DrawGraph(*m_graph, *m_picture); }
+    void Draw() { m_picture->Draw(*m_graph); }
     COLORREF Pixel(CPoint at) { return m_picture->GetDC().GetPixel(at.x, at.y); }
     /// How many pixels of the plotting area have the colour.
     int CountPixels(COLORREF colour)
@@ -303,7 +303,7 @@ TEST_F(Plots, ShowBarsAndBandsOfMoreRowsThanPixels)
     Plot(Rows(1100, 3, values), "--kind clustered");
     EXPECT_EQ(m_told,
         "ombrel: warning: 1100 rows of bars are too narrow to be told apart: they cover each other; a wider picture, "
-        "fewer rows or --kind area would show more\n");
+        "fewer rows or bands would show more\n");
     Plot(Rows(365, 3, values), "--kind clustered");
     EXPECT_NE(m_told, "");
     Draw();

@@ -22,6 +22,12 @@ void Messages::Error(std::string const& text) const { WriteLine(text); }
 
 void Messages::Warning(std::string const& text) const { WriteLine("warning: " + text); }
 
+void Messages::Tell(ChartNotes const& notes, std::string const& prefix) const
+{
+    for (ChartNotes::Note const& note : notes.All())
+        note.isWarning ? Warning(prefix + note.text) : Note(prefix + note.text);
+}
+
 void Messages::Note(std::string const& text) const
 {
     if (m_verbose)

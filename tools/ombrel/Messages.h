@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/chart/ChartNotes.h"
 
 #include <chrono>
 #include <cstdint>
@@ -44,6 +45,9 @@ public:
     void Warning(std::string const& text) const;
     /// Only when the user asked for details.
     void Note(std::string const& text) const;
+
+    /// What a chart noted, with that before each.
+    void Tell(ChartNotes const& notes, std::string const& prefix = {}) const;
 
 private:
     bool m_verbose;

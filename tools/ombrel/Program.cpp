@@ -1,10 +1,11 @@
 #include "tools/ombrel/Program.h"
 #include "ombrel/Init.h"
+#include "ombrel/chart/ChartError.h"
+#include "ombrel/chart/Document.h"
 #include "ombrel/platform/framework/Exception.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/Version.h"
-#include "tools/ombrel/chart/Document.h"
 #include "tools/ombrel/chart/MeshScene.h"
 #include "tools/ombrel/commands/ColoursCommand.h"
 #include "tools/ombrel/commands/DrawCommand.h"
@@ -111,6 +112,10 @@ int RunProgram(std::vector<std::string> const& arguments)
     } catch (Failure const& failure) {
         messages.Error(failure.what());
         return failure.GetStatus();
+    } catch (ChartError const& error) {
+        bool const isSetting = error.GetCause() == ChartError::Cause::Setting;
+        messages.Error((isSetting ? "--" : "") + std::string(error.what()));
+        return isSetting ? kUsageFault : kDataFault;
     } catch (std::bad_alloc const&) {
         messages.Error("there is not enough memory");
     } catch (std::exception const& exception) {

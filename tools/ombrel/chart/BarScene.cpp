@@ -1,4 +1,5 @@
 #include "tools/ombrel/chart/BarScene.h"
+#include "ombrel/chart/Look.h"
 #include "ombrel/graph3d/3DBarCurve.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DIrregBarCurve.h"
@@ -6,7 +7,6 @@
 #include "ombrel/graph3d/3DLineArrayCurve.h"
 #include "ombrel/graph3d/3DWireframeCurve.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/chart/Look.h"
 #include "tools/ombrel/chart/PointArrays.h"
 #include "tools/ombrel/options/Options.h"
 

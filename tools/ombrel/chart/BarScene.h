@@ -1,10 +1,13 @@
 #pragma once
 #include "tools/ombrel/chart/Scene.h"
 
+namespace ombrel {
+struct Look;
+} // namespace ombrel
+
 namespace ombrel::host {
 
 class Messages;
-struct Look;
 struct Options;
 
 // Each adds the heights to the scene, over their grid or at points that form none. Throw Failure and Error.

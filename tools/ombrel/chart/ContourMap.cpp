@@ -1,4 +1,7 @@
 #include "tools/ombrel/chart/ContourMap.h"
+#include "ombrel/chart/AxesLayout.h"
+#include "ombrel/chart/Look.h"
+#include "ombrel/chart/Titles.h"
 #include "ombrel/graph2d/2DContourPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
@@ -7,10 +10,7 @@
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/OutputFile.h"
 #include "tools/ombrel/chart/HeightColours.h"
-#include "tools/ombrel/chart/Look.h"
 #include "tools/ombrel/chart/MapKey.h"
-#include "tools/ombrel/chart/PlotAxes.h"
-#include "tools/ombrel/chart/TitleCaption.h"
 #include "tools/ombrel/options/Options.h"
 
 #include <algorithm>

@@ -4,13 +4,13 @@
 #include <memory>
 
 namespace ombrel {
+class Picture;
 class C2DGraph;
-}
+} // namespace ombrel
 
 namespace ombrel::host {
 
 class Messages;
-class Picture;
 struct Options;
 
 /// A 2D graph of the heights as bands and lines, laid out for the picture, with a key beside it. Throws Failure.

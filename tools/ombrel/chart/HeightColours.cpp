@@ -1,10 +1,10 @@
 #include "tools/ombrel/chart/HeightColours.h"
 #include "ombrel/annotation/ColourKey.h"
+#include "ombrel/chart/ColourMapFiles.h"
 #include "ombrel/colour/ColourMap.h"
 #include "ombrel/model/PlotComponent.h"
 #include "ombrel/table/Utf8.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/chart/ColourMaps.h"
 
 #include <cmath>
 #include <limits>

@@ -1,7 +1,7 @@
 #pragma once
+#include "ombrel/chart/AxisTicks.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/platform/framework/Types.h"
-#include "tools/ombrel/chart/AxisLayout.h"
 #include "tools/ombrel/options/SurfaceOptions.h"
 
 #include <string>

@@ -4,13 +4,13 @@
 #include <memory>
 
 namespace ombrel {
+class Picture;
 class C3DGraph;
-}
+} // namespace ombrel
 
 namespace ombrel::host {
 
 class Messages;
-class Picture;
 struct Options;
 
 /// What the kind of scene that the options ask for needs of a file.

@@ -1,8 +1,8 @@
 #include "tools/ombrel/chart/MapKey.h"
+#include "ombrel/chart/LegendPlacement.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/Axes.h"
 #include "tools/ombrel/chart/HeightColours.h"
-#include "tools/ombrel/chart/LegendPlacement.h"
 
 #include <algorithm>
 

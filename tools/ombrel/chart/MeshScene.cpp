@@ -1,4 +1,6 @@
 #include "tools/ombrel/chart/MeshScene.h"
+#include "ombrel/chart/Look.h"
+#include "ombrel/chart/Titles.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DMeshCurve.h"
 #include "ombrel/graph3d/3DObject.h"
@@ -8,9 +10,7 @@
 #include "ombrel/table/Utf8.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/chart/HeightColours.h"
-#include "tools/ombrel/chart/Look.h"
 #include "tools/ombrel/chart/Scene.h"
-#include "tools/ombrel/chart/TitleCaption.h"
 #include "tools/ombrel/options/OptionValues.h"
 #include "tools/ombrel/options/Options.h"
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 namespace ombrel {
+class Picture;
 class C3DCurve;
 class C3DGraph;
 } // namespace ombrel
@@ -12,7 +13,6 @@ class C3DGraph;
 namespace ombrel::host {
 
 class Messages;
-class Picture;
 struct Options;
 
 /// Whether the file is a mesh, objects or a drawing, by the ending of its name.

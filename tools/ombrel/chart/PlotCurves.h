@@ -1,7 +1,9 @@
 #pragma once
-#include "tools/ombrel/chart/AxisLayout.h"
-#include "tools/ombrel/chart/Look.h"
+#include "ombrel/chart/AxisTicks.h"
+#include "ombrel/chart/Look.h"
+#include "ombrel/chart/PointLabels.h"
 #include "tools/ombrel/commands/PlotSource.h"
+#include "tools/ombrel/options/Options.h"
 
 #include <span>
 #include <string>
@@ -24,12 +26,6 @@ struct CurveInput {
     /// The part of the x axis that is shown; it may be infinite.
     AxisRange shown;
     Messages const& messages;
-};
-
-/// Texts to be written at the points of a curve, one a point. The curve is the graph's.
-struct PointLabels {
-    C2DLine const* curve = nullptr;
-    std::vector<std::string> texts;
 };
 
 /// What curves say of the points that are shown.

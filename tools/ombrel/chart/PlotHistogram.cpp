@@ -1,7 +1,7 @@
+#include "ombrel/chart/Histogram.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/chart/Histogram.h"
 #include "tools/ombrel/chart/PlotBars.h"
 #include "tools/ombrel/commands/TableFile.h"
 

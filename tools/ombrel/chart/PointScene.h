@@ -1,9 +1,12 @@
 #pragma once
 #include "tools/ombrel/chart/Scene.h"
 
+namespace ombrel {
+struct Look;
+} // namespace ombrel
+
 namespace ombrel::host {
 
-struct Look;
 struct Options;
 
 // Each adds the file's points to the scene. Throw Failure when there is none.

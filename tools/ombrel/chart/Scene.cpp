@@ -1,4 +1,6 @@
 #include "tools/ombrel/chart/Scene.h"
+#include "ombrel/chart/Look.h"
+#include "ombrel/chart/Titles.h"
 #include "ombrel/drawing/DIB.h"
 #include "ombrel/graph3d/3DAxis.h"
 #include "ombrel/graph3d/3DCurve.h"
@@ -7,9 +9,7 @@
 #include "ombrel/graph3d/Walls.h"
 #include "tools/ombrel/OutputFile.h"
 #include "tools/ombrel/chart/HeightColours.h"
-#include "tools/ombrel/chart/Look.h"
 #include "tools/ombrel/chart/MapKey.h"
-#include "tools/ombrel/chart/TitleCaption.h"
 #include "tools/ombrel/options/Options.h"
 
 #include <algorithm>

@@ -4,10 +4,13 @@
 
 #include <memory>
 
-namespace ombrel::host {
-
+namespace ombrel {
 class Picture;
 struct Look;
+} // namespace ombrel
+
+namespace ombrel::host {
+
 struct Options;
 
 /// An empty 3D graph in the look and the view that the options ask for.

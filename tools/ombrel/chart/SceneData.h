@@ -1,6 +1,6 @@
 #pragma once
+#include "ombrel/chart/AxisTicks.h"
 #include "ombrel/model/ItemType.h"
-#include "tools/ombrel/chart/AxisLayout.h"
 #include "tools/ombrel/grid/HeightFile.h"
 
 #include <string>

@@ -1,11 +1,11 @@
 #include "tools/ombrel/commands/ColoursCommand.h"
+#include "ombrel/chart/ColourMapFiles.h"
 #include "ombrel/colour/ColourMap.h"
 #include "ombrel/foundation/Utils.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/VectorGraphics.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/OutputFile.h"
-#include "tools/ombrel/chart/ColourMaps.h"
 
 #include <algorithm>
 #include <array>

@@ -1,11 +1,12 @@
 #include "tools/ombrel/commands/DrawCommand.h"
+#include "ombrel/chart/Document.h"
+#include "ombrel/chart/Titles.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/OutputFile.h"
-#include "tools/ombrel/chart/Document.h"
-#include "tools/ombrel/chart/TitleCaption.h"
+#include "tools/ombrel/commands/DocumentFile.h"
 
 namespace ombrel::host {
 
@@ -27,7 +28,7 @@ void FitToPicture(CAnnotatedGraph& graph, Target const& target)
     graph.LayOut(&scratch.GetDC(), scratch.GetRect());
     if (auto* const flat = DynamicDowncast<C2DGraph>(&graph))
         PlaceTitle(*flat, scratch.GetDC());
-    DrawGraph(graph, scratch);
+    scratch.Draw(graph);
     KeepBoxesInside(graph);
 }
 
@@ -38,7 +39,7 @@ void RunDraw(Options const& options, InputFile& file, Messages const& messages)
     Target target = MakeTarget(options, options.files.front());
     if (IsSameFile(target.path, options.files.front()))
         throw Failure(kUsageFault, target.path + ": would be written over the document");
-    std::unique_ptr<CGraph> const loaded = LoadDocument(file, options.inPlaceClass, messages);
+    std::unique_ptr<CGraph> const loaded = ReadDocument(options, file, messages);
     // Not by its run-time class: what 2D and 3D graphs share has none.
     auto* const graph = dynamic_cast<CAnnotatedGraph*>(loaded.get());
     if (!graph)
@@ -56,7 +57,7 @@ void RunDraw(Options const& options, InputFile& file, Messages const& messages)
         target.title = graph->GetTitle().ToUtf8();
     FitToPicture(*graph, target);
     Picture picture(target);
-    DrawGraph(*graph, picture);
+    picture.Draw(*graph);
     WriteTarget(target, picture.Encode(), messages);
 }
 

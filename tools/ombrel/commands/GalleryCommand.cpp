@@ -32,7 +32,7 @@ public:
     }
     void Write(std::string const& name, std::string const& bytes)
     {
-        WriteFile((m_path / name).string(), bytes);
+        WritePictureFile((m_path / name).string(), bytes);
         m_progress.Advance(++m_written);
         m_bytes += bytes.size();
     }

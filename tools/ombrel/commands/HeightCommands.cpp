@@ -1,14 +1,14 @@
 #include "tools/ombrel/commands/HeightCommands.h"
+#include "ombrel/chart/Document.h"
+#include "ombrel/chart/Titles.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/OutputFile.h"
 #include "tools/ombrel/chart/ContourMap.h"
-#include "tools/ombrel/chart/Document.h"
 #include "tools/ombrel/chart/HeightScene.h"
 #include "tools/ombrel/chart/MeshScene.h"
-#include "tools/ombrel/chart/TitleCaption.h"
 #include "tools/ombrel/options/Options.h"
 #include "tools/ombrel/options/PlotChecks.h"
 
@@ -30,7 +30,7 @@ void RunWith(Options const& options, Files const& files, char const* kind, Messa
     CheckPaths(options, target);
     Picture picture(target);
     auto const graph = make(*files.front(), picture);
-    DrawGraph(*graph, picture);
+    picture.Draw(*graph);
     std::string const bytes = picture.Encode();
     if (!options.save.empty())
         SaveDocument(options.save, *graph);

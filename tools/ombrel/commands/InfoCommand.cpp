@@ -1,4 +1,6 @@
 #include "tools/ombrel/commands/InfoCommand.h"
+#include "ombrel/chart/AxisTicks.h"
+#include "ombrel/chart/Document.h"
 #include "ombrel/graph2d/2DContourPlot.h"
 #include "ombrel/graph2d/2DCurve.h"
 #include "ombrel/graph2d/2DGraph.h"
@@ -10,9 +12,8 @@
 #include "ombrel/table/Utf8.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/chart/AxisLayout.h"
-#include "tools/ombrel/chart/Document.h"
 #include "tools/ombrel/chart/MeshScene.h"
+#include "tools/ombrel/commands/DocumentFile.h"
 #include "tools/ombrel/commands/MeshInfo.h"
 #include "tools/ombrel/commands/SceneInfo.h"
 #include "tools/ombrel/commands/TableFile.h"
@@ -192,7 +193,7 @@ std::string DescribePlot(CPlot& plot)
 
 std::string DescribeDocument(Options const& options, InputFile& file, Messages const& messages)
 {
-    std::unique_ptr<CGraph> const graph = LoadDocument(file, options.inPlaceClass, messages);
+    std::unique_ptr<CGraph> const graph = ReadDocument(options, file, messages);
     graph->UpdatePlots();
     std::string text = file.GetName() + ": document\n" + graph->GetRuntimeClass().name + " tag "
         + std::to_string(graph->GetTag()) + ", title " + Quoted(graph->GetTitle()) + ", "

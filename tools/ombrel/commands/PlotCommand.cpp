@@ -1,18 +1,18 @@
 #include "tools/ombrel/commands/PlotCommand.h"
+#include "ombrel/chart/AxesLayout.h"
+#include "ombrel/chart/Document.h"
+#include "ombrel/chart/FillLook.h"
+#include "ombrel/chart/LegendPlacement.h"
+#include "ombrel/chart/PointLabels.h"
+#include "ombrel/chart/Titles.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/table/Utf8.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/OutputFile.h"
-#include "tools/ombrel/chart/Categories.h"
-#include "tools/ombrel/chart/Document.h"
-#include "tools/ombrel/chart/FillLook.h"
-#include "tools/ombrel/chart/LegendPlacement.h"
-#include "tools/ombrel/chart/PlotAxes.h"
 #include "tools/ombrel/chart/PlotCurves.h"
-#include "tools/ombrel/chart/PlotLabels.h"
-#include "tools/ombrel/chart/TitleCaption.h"
+#include "tools/ombrel/commands/SharedWords.h"
 #include "tools/ombrel/commands/TableFile.h"
 #include "tools/ombrel/options/OptionValues.h"
 #include "tools/ombrel/options/PlotChecks.h"
@@ -234,9 +234,11 @@ void LayOut(C2DGraph& graph, Options const& options, PlotAxisSettings const& x, 
     layOut(rect);
     if (HasLegend(options, curves))
         PlaceLegend(graph, options.legend, rect, dc, layOut);
-    SettleOutlines(graph, dc, messages);
+    ChartNotes notes;
+    SettleOutlines(graph, dc, notes);
     SettleMarks(graph, dc);
-    PlaceLabels(graph, data.labels, dc, look, messages);
+    PlaceLabels(graph, data.labels, dc, look, notes);
+    messages.Tell(notes);
     PlaceTitle(graph, dc);
     PlaceCaptions(graph, options.captions, dc);
 }
@@ -284,7 +286,7 @@ void RunPlot(Options const& options, std::vector<std::unique_ptr<InputFile>>& fi
     CheckPaths(options, target);
     Picture picture(target);
     std::unique_ptr<C2DGraph> const graph = MakePlot(options, files, picture, messages);
-    DrawGraph(*graph, picture);
+    picture.Draw(*graph);
     std::string const bytes = picture.Encode();
     if (!options.save.empty())
         SaveDocument(options.save, *graph);

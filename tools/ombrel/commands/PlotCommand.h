@@ -4,14 +4,14 @@
 #include <vector>
 
 namespace ombrel {
+class Picture;
 class C2DGraph;
-}
+} // namespace ombrel
 
 namespace ombrel::host {
 
 class InputFile;
 class Messages;
-class Picture;
 struct Options;
 
 /// The graph of the options' columns, laid out for the picture. The options must have been checked. Throws Failure.

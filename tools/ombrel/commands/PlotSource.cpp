@@ -272,8 +272,6 @@ void WarnOfOrder(std::vector<PlotSource> const& sources, Options const& options,
 
 } // namespace
 
-std::string NumberText(double value) { return CVUtils::FormatDouble(kGeneralFormat, value, 15).ToUtf8(); }
-
 std::vector<PlotSource> ReadPlotSources(Options const& options, InputFile& file, Messages const& messages)
 {
     PlotSource source;

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/chart/ChartNotes.h"
 #include "ombrel/table/TableReader.h"
 
 #include <optional>
@@ -39,9 +40,6 @@ struct PlotSource {
 private:
     bool HasX(ColumnType type) const { return xColumn != kRowNumbers && table.columns[xColumn].type == type; }
 };
-
-/// A number as messages show it.
-std::string NumberText(double value);
 
 /// Reads the file and chooses the columns that the options ask for, or that fit: one source, or one for each group of
 /// its rows. Warns of rows in an order that looks as if there were groups. Throws Failure.

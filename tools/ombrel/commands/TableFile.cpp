@@ -35,11 +35,6 @@ void TellAssumptions(std::string const& name, Table const& table, Messages const
 
 } // namespace
 
-std::string Counted(std::size_t count, std::string const& singular, std::string const& plural)
-{
-    return std::to_string(count) + " " + (count == 1 ? singular : plural);
-}
-
 std::string CountedInt(int count, std::string const& singular, std::string const& plural)
 {
     return Counted(static_cast<std::size_t>(std::max(count, 0)), singular, plural);

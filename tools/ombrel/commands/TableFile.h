@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/chart/ChartNotes.h"
 #include "ombrel/table/TableReader.h"
 
 #include <string>
@@ -28,9 +29,7 @@ std::vector<std::string> NamesOf(Table const& table);
 /// The separator as a person writes it: "," or "tab".
 std::string SeparatorLabel(char separator);
 
-/// "1 row", "2 rows".
-std::string Counted(std::size_t count, std::string const& singular, std::string const& plural);
-/// The same of a number from a document, which may be below 0.
+/// "1 row", "2 rows": of a number from a document, which may be below 0.
 std::string CountedInt(int count, std::string const& singular, std::string const& plural);
 
 } // namespace ombrel::host

@@ -1,4 +1,8 @@
 #include "tools/ombrel/gallery/Drawing.h"
+#include "ombrel/chart/AxesLayout.h"
+#include "ombrel/chart/FillLook.h"
+#include "ombrel/chart/LegendPlacement.h"
+#include "ombrel/chart/Titles.h"
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DErrorBarPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
@@ -12,12 +16,8 @@
 #include "ombrel/graph3d/3DCurve.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/platform/gdi/DC.h"
-#include "tools/ombrel/chart/FillLook.h"
-#include "tools/ombrel/chart/LegendPlacement.h"
 #include "tools/ombrel/chart/MapKey.h"
-#include "tools/ombrel/chart/PlotAxes.h"
 #include "tools/ombrel/chart/Scene.h"
-#include "tools/ombrel/chart/TitleCaption.h"
 
 #include <algorithm>
 #include <cassert>
@@ -276,7 +276,7 @@ std::string DrawGalleryPicture(GalleryPicture const& picture, Target const& targ
 {
     auto const graph = MakeGalleryGraph(picture, target, theme);
     Picture drawing(target);
-    DrawGraph(*graph, drawing);
+    drawing.Draw(*graph);
     return drawing.Encode();
 }
 
@@ -298,7 +298,7 @@ std::string DrawOverview(std::span<GalleryPicture const> pictures, Theme theme)
         {
             // From a draw on, annotation keeps its place in the graph.
             Picture alone(part);
-            DrawGraph(*graph, alone);
+            alone.Draw(*graph);
         }
         CRect cell(CPoint(0, 0), CSize(part.size.width, part.size.height));
         cell.OffsetRect(place % kPerRow * part.size.width, place / kPerRow * part.size.height);

@@ -1,5 +1,5 @@
 #pragma once
-#include "tools/ombrel/chart/Look.h"
+#include "ombrel/chart/Look.h"
 #include "tools/ombrel/options/Options.h"
 
 #include <optional>

@@ -13,15 +13,6 @@ namespace {
 
 [[noreturn]] void FailUsage(std::string const& text) { throw Failure(kUsageFault, text); }
 
-std::optional<PictureFormat> FormatNamed(std::string_view name)
-{
-    auto const& names = EntryOf(OptionId::Format).choices;
-    auto const found = std::find(names.begin(), names.end(), LowerCase(name));
-    if (found == names.end())
-        return std::nullopt;
-    return static_cast<PictureFormat>(found - names.begin());
-}
-
 /// The enumeration value that the word stands for.
 template <typename Enum> Enum ParseChoice(OptionEntry const& option, std::string const& value)
 {
@@ -245,14 +236,6 @@ std::string NameOf(OptionEntry const& option)
 }
 
 bool Options::IsGiven(OptionId id) const { return std::find(given.begin(), given.end(), id) != given.end(); }
-
-std::optional<PictureFormat> FormatOfPath(std::string_view path)
-{
-    auto const point = path.find_last_of("./");
-    if (point == std::string_view::npos || path[point] != '.')
-        return std::nullopt;
-    return FormatNamed(path.substr(point + 1));
-}
 
 Options ParseOptions(std::vector<std::string> const& arguments)
 {

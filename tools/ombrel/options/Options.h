@@ -1,4 +1,9 @@
 #pragma once
+#include "ombrel/chart/AxesLayout.h"
+#include "ombrel/chart/LegendPlacement.h"
+#include "ombrel/chart/Look.h"
+#include "ombrel/chart/Picture.h"
+#include "ombrel/chart/Titles.h"
 #include "ombrel/table/TableCells.h"
 #include "ombrel/table/TableDialect.h"
 #include "tools/ombrel/options/SurfaceOptions.h"
@@ -130,7 +135,7 @@ OptionEntry const& EntryOf(OptionId id);
 std::string NameOf(OptionEntry const& option);
 bool TakesOption(Command command, OptionEntry const& option);
 
-// The enumerations' values stand in the order of the words in the option table.
+// The enumerations' values stand in the order of the words in the option table, those of the library too.
 /// The kinds of plots, and after them those of 3D scenes; texts are of both.
 enum class PlotKind {
     Line,
@@ -152,31 +157,6 @@ enum class PlotKind {
     Lines,
     Scatter,
 };
-enum class PictureFormat { Png, Bmp, Pdf, Svg, PostScript };
-enum class GridChoice { Off, Major, Both };
-/// Auto: beside or over the data, wherever there is room, when there is more than one curve.
-enum class LegendPlace { Auto, Off, TopLeft, TopRight, BottomLeft, BottomRight };
-enum class Theme { Light, Dark, Print };
-
-/// A text over the graph, with its top-left corner at fractions of the plotting area: (0, 0) is its top left.
-struct CaptionSettings {
-    std::string text;
-    double x = 0.0;
-    double y = 0.0;
-};
-
-/// Pixels.
-struct PictureSize {
-    int width = 1000;
-    int height = 640;
-};
-
-/// Millimetres.
-struct PageSize {
-    double width = 297.0;
-    double height = 210.0;
-};
-
 struct Options {
     Command command = Command::None;
     /// Files; the folder of a gallery; the names of colour maps.
@@ -237,8 +217,5 @@ void CheckOptionsFor(Options const& options, Command command);
 
 /// What --help prints: of one command, or with Command::None of all.
 std::string HelpText(Command command);
-
-/// The format of a file by its extension.
-std::optional<PictureFormat> FormatOfPath(std::string_view path);
 
 } // namespace ombrel::host

@@ -1,0 +1,344 @@
+#include "ombrel/chart/AxesLayout.h"
+#include "ombrel/chart/Titles.h"
+#include "ombrel/chart/axes/WordLabels.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DGrid.h"
+#include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/Axes.h"
+#include "ombrel/platform/gdi/DC.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <functional>
+#include <span>
+
+namespace ombrel {
+
+namespace {
+
+/// Ends of an x axis move to the next tick when that is near, so that curves use the width there is.
+constexpr double kNear = 0.05;
+
+AxisRange RangeOf(PlotAxisSettings const& settings)
+{
+    AxisRange range = settings.data;
+    if (range.min > range.max)
+        range = { 0.0, 1.0 };
+    std::array const stops { 0.0, -settings.limit, settings.limit };
+    if (settings.dates)
+        range = WithMargins(range, settings.margin, {});
+    else
+        range = WithMargins(range, settings.margin, std::span(stops).first(settings.limit > 0.0 ? 3 : 1));
+    range = { range.min - settings.barRoom, range.max + settings.barRoom };
+    if (settings.min)
+        range.min = *settings.min;
+    if (settings.max)
+        range.max = *settings.max;
+    // One end given, and all data beyond it: the other end follows.
+    if (range.min > range.max)
+        (settings.min ? range.max : range.min) = settings.min ? range.min : range.max;
+    if (settings.dates && range.min == range.max)
+        range = { range.min - 0.5, range.max + 0.5 };
+    range = WidenEmptyRange(range);
+    // What was widened keeps the end that was given.
+    return { settings.min.value_or(range.min), settings.max.value_or(range.max) };
+}
+
+RangeFreedom FreedomOf(PlotAxisSettings const& settings, double reach)
+{
+    // The room for bars is the same on both sides.
+    return { settings.min.has_value(), settings.max.has_value(), settings.barRoom > 0.0 ? 0.0 : reach };
+}
+
+/// The sizes that labels have in the picture.
+class LabelMeasure {
+public:
+    LabelMeasure(C2DGraph& graph, CDC& dc)
+        : m_dc(dc)
+        , m_saved(dc)
+        , m_height(graph.GetAxes()->GetFontHeight())
+    {
+        CVUtils::ConfigureFont(&m_font, *graph.GetAxes()->GetLabelsFont(), m_height, 0);
+        m_dc.SelectObject(&m_font);
+    }
+    int Height() const { return m_height; }
+    int Width(std::string const& text) const { return m_dc.GetTextExtent(CString(text)).cx; }
+
+private:
+    CDC& m_dc;
+    SavedDC m_saved;
+    CFont m_font;
+    int m_height;
+};
+
+void SetNumberAxis(CAxes& axes, CAxes::AxisType type, NumberTicks const& ticks)
+{
+    AxisSettings axis = axes.GetAxis(type);
+    axis.min = ticks.range.min;
+    axis.max = ticks.range.max;
+    axis.rangeMode = CAxes::rmFixed;
+    axis.tickMode = CAxes::tmStep;
+    axis.tickMin = ticks.first;
+    axis.tickDel = ticks.step;
+    axis.numMinorTicks = ticks.minor;
+    axis.formatType = ticks.format;
+    axis.labelPrecision = ticks.precision;
+    axes.SetAxis(type, axis);
+}
+
+/// How many pixels of an axis a label takes up, with a gap to the next one.
+using LabelSize = std::function<int(std::string const&)>;
+
+/// The data's range with the ends that were given, which are positive where there is any data.
+AxisRange LogRangeOf(PlotAxisSettings const& settings)
+{
+    AxisRange data = settings.data;
+    if (!(data.min > 0.0) || data.min > data.max)
+        data = { settings.min.value_or(1.0), settings.max.value_or(settings.min.value_or(1.0) * 10.0) };
+    data = { settings.min.value_or(data.min), settings.max.value_or(data.max) };
+    // One end given, and all data beyond it.
+    if (data.min >= data.max && settings.min && !settings.max)
+        data.max = 10.0 * data.min;
+    else if (data.min >= data.max && settings.max && !settings.min)
+        data.min = data.max / 10.0;
+    return MakeLogRange(data, { settings.min.has_value(), settings.max.has_value() });
+}
+
+void SetLogAxis(
+    CAxes& axes, CAxes::AxisType type, PlotAxisSettings const& settings, int length, LabelSize const& sizeOf)
+{
+    // Whatever stands on a decade needs it; others use the room they have.
+    bool const hasEnds = settings.min || settings.max;
+    if ((settings.wholeDecades || settings.data.min > settings.data.max) && !hasEnds)
+        return;
+    AxisRange const range = LogRangeOf(settings);
+    AxisSettings axis = axes.GetAxis(type);
+    axis.min = range.min;
+    axis.max = range.max;
+    axis.rangeMode = CAxes::rmStored;
+    axis.tickMode = CAxes::tmStep;
+    axis.labelMode = CAxes::lmStrings;
+    // As many decades in a step as their labels need, of these numbers.
+    for (int const step : { 1, 2, 5, 10, 20, 50, 100, 200 }) {
+        axis.tickDel = step;
+        axes.SetAxis(type, axis);
+        axes.UpdateGraphParameters();
+        CDoubleArray ticks;
+        if (type == CAxes::atX)
+            axes.GetXNotchPositions(ticks);
+        else
+            axes.GetYNotchPositions(ticks);
+        std::span<double const> const places(ticks.GetData(), static_cast<std::size_t>(ticks.GetSize()));
+        std::vector<std::string> const labels = FitLogLabels(places, range, length, sizeOf);
+        bool const isWhole = range.max - range.min < 2.0
+            || std::none_of(labels.begin(), labels.end(), [](std::string const& text) { return text.empty(); });
+        axis.labels.RemoveAll();
+        for (std::string const& text : labels)
+            axis.labels.Add(CString(text));
+        if (isWhole)
+            break;
+    }
+    axes.SetAxis(type, axis);
+}
+
+void SetDateAxis(CAxes& axes, DateTicks const& ticks, CString const& title)
+{
+    AxisSettings axis = axes.GetAxis(CAxes::atX);
+    axis.title = title;
+    axis.min = ticks.range.min;
+    axis.max = ticks.range.max;
+    axis.rangeMode = CAxes::rmFixed;
+    axis.timeUnitsOn = 1;
+    axis.tickMode = CAxes::tmStep;
+    axes.SetAxis(CAxes::atX, axis);
+    DateTickSettings dates;
+    dates.alignRefDate = 0;
+    dates.tickMin = ticks.first;
+    dates.del = ticks.step;
+    dates.delUnit = ticks.unit;
+    dates.delMinor = ticks.minorStep;
+    dates.delUnitMinor = ticks.minorUnit;
+    dates.dateFormat = CString(ticks.format);
+    dates.timeFormat = "";
+    // Minor ticks have no labels, but the room for them would be kept.
+    dates.minorDateFormat = "";
+    dates.minorTimeFormat = "";
+    axes.SetDateTicks(dates);
+}
+
+/// Lays the graph out in the rectangle without drawing it.
+void Measure(C2DGraph& graph, CRect const& rect, CDC& dc)
+{
+    graph.SetGraphAndWindowRect(rect, graph.GetWindowRect());
+    graph.LayOut(&dc, graph.GetWindowRect());
+}
+
+/// With labels that leave out what they have in common, that goes into the title.
+std::string TitleWithCommon(std::string const& title, DateTicks const& ticks)
+{
+    if (ticks.common.empty())
+        return title;
+    std::string const common = COleDateTime(ticks.range.min).Format(CString(ticks.common)).ToUtf8();
+    std::string const last = COleDateTime(ticks.range.max).Format(CString(ticks.common)).ToUtf8();
+    std::string const text = common == last ? common : common + " – " + last;
+    return title.empty() ? text : title + " (" + text + ")";
+}
+
+void LayOutWords(CAxes& axes, PlotAxisSettings const& x, CSize area, LabelMeasure const& measure)
+{
+    auto const width = [&measure](std::string const& text) { return measure.Width(text); };
+    WordLabels const labels = FitWords(x.words, area.cx, area.cy / 3, measure.Height(), width);
+    AxisSettings axis = axes.GetAxis(CAxes::atX);
+    axis.min = 0.5;
+    axis.max = static_cast<double>(x.words.size()) + 0.5;
+    axis.rangeMode = CAxes::rmFixed;
+    axis.tickMode = CAxes::tmArbitrary;
+    axis.labelMode = CAxes::lmArbitraryStrings;
+    axis.arbitraryTicks.RemoveAll();
+    axis.labels.RemoveAll();
+    for (std::size_t i = 0; i < labels.shown.size(); ++i) {
+        axis.arbitraryTicks.Add(static_cast<double>(labels.shown[i] + 1));
+        axis.labels.Add(CString(labels.texts[i]));
+    }
+    axes.SetAxis(CAxes::atX, axis);
+    axes.SetLabelsHorizontal(labels.upright ? 0 : 1);
+}
+
+void LayOutX(CAxes& axes, PlotAxisSettings const& x, CSize area, LabelMeasure const& measure)
+{
+    auto const width = [&measure](std::string const& text) { return measure.Width(text); };
+    RangeFreedom const freedom = FreedomOf(x, kNear);
+    int const length = area.cx;
+    if (!x.words.empty()) {
+        LayOutWords(axes, x, area, measure);
+    } else if (x.dates) {
+        DateTicks const ticks = FitDateTicks(RangeOf(x), freedom, length, width);
+        SetDateAxis(axes, ticks, CString(TitleWithCommon(x.title, ticks)));
+    } else if (x.logarithmic) {
+        int const gap = width("00");
+        SetLogAxis(axes, CAxes::atX, x, length, [&](std::string const& text) { return width(text) + gap; });
+    } else {
+        double const smallestStep = x.counts ? 1.0 : 0.0;
+        SetNumberAxis(axes, CAxes::atX, FitNumberTicks(RangeOf(x), freedom, smallestStep, length, width));
+    }
+}
+
+void LayOutY(CAxes& axes, PlotAxisSettings const& y, int length, int fontHeight)
+{
+    constexpr int kMostSteps = 8;
+    if (y.logarithmic) {
+        SetLogAxis(axes, CAxes::atY, y, length, [fontHeight](std::string const&) { return fontHeight * 3 / 2; });
+        return;
+    }
+    // Labels need twice their height to be told apart easily.
+    int const steps = std::clamp(length / (2 * std::max(fontHeight, 1)), 1, kMostSteps);
+    double const smallestStep = y.counts ? 1.0 : 0.0;
+    SetNumberAxis(axes, CAxes::atY, MakeNumberTicks(RangeOf(y), FreedomOf(y, 1.0), steps, smallestStep));
+}
+
+/// What does not depend on the layout.
+void PrepareAxis(CAxes& axes, CAxes::AxisType type, PlotAxisSettings const& settings)
+{
+    AxisSettings axis = axes.GetAxis(type);
+    axis.title = CString(settings.title);
+    if (settings.logarithmic)
+        axis.scaleMode = 1;
+    axes.SetAxis(type, axis);
+}
+
+/// Half as long as labels are high, so that the first label of the x axis does not touch the lowest one of the y axis
+/// where they meet.
+void LengthenTicks(CAxes& axes, CRect const& graph)
+{
+    constexpr double kUsualPart = 1.0 / 80.0;
+    double const usual = std::max(1.0, std::round(std::min(graph.Width(), graph.Height()) * kUsualPart));
+    double const factor = std::max(1.0, axes.GetFontHeight() / 2.0 / usual);
+    for (CAxes::AxisType const type : { CAxes::atX, CAxes::atY }) {
+        AxisSettings axis = axes.GetAxis(type);
+        axis.majorTickScaleFac = factor;
+        axis.minorTickScaleFac = factor;
+        axes.SetAxis(type, axis);
+    }
+}
+
+} // namespace
+
+void SetGrid(C2DGraph& graph, GridChoice choice, bool withUprightLines)
+{
+    C2DPolarGrid& polar = *graph.GetPolarGrid();
+    C2DGrid& grid = *graph.GetGrid();
+    bool const minor = choice == GridChoice::Both;
+    if (!minor) {
+        polar.SetNumMinorRDivs(1);
+        polar.SetNumMinorPhiDivs(1);
+        // Decade lines cannot be left out, but not be seen.
+        grid.SetMinorColour(static_cast<COLORREF>(graph.GetBkndColour()));
+    }
+    grid.SetOn(choice != GridChoice::Off && !polar.IsOn());
+    grid.SetVertLinesOn(withUprightLines);
+}
+
+CRect GraphRectIn(C2DGraph& graph, CRect const& window, CDC& dc)
+{
+    // Labels are as high as the smaller side of the graph rectangle lets them be: a first guess is good enough.
+    int const guess = std::min(window.Width(), window.Height()) / 30;
+    graph.SetGraphAndWindowRect(
+        CRect(window.left + guess, window.top + guess, window.right - guess, window.bottom - guess), window);
+    Measure(graph, graph.GetGraphRect(), dc);
+    int const margin = graph.GetAxes()->GetFontHeight();
+    int const top = FindTitle(graph) ? margin * 5 / 2 : margin;
+    return CRect(window.left + margin, window.top + top, window.right - margin, window.bottom - margin);
+}
+
+void LayOutAxes(C2DGraph& graph, PlotAxisSettings const& x, PlotAxisSettings const& y, CRect const& rect, CDC& dc)
+{
+    CAxes& axes = *graph.GetAxes();
+    PrepareAxis(axes, CAxes::atX, x);
+    PrepareAxis(axes, CAxes::atY, y);
+    Measure(graph, rect, dc);
+    LengthenTicks(axes, rect);
+    LayOutY(axes, y, graph.GetAxesRect().Height(), axes.GetFontHeight());
+    // The y labels decide how much of the width is left.
+    Measure(graph, rect, dc);
+    LabelMeasure const measure(graph, dc);
+    LayOutX(axes, x, graph.GetAxesRect().Size(), measure);
+    Measure(graph, rect, dc);
+    if (!axes.GetLabelsHorizontal()) {
+        // Room at the end of the axis is kept as if these labels lay level: the axis gets it back. They leave less of
+        // the height.
+        CRect const wider(rect.left, rect.top, 2 * rect.right - graph.GetAxesRect().right, rect.bottom);
+        LayOutY(axes, y, graph.GetAxesRect().Height(), axes.GetFontHeight());
+        Measure(graph, wider, dc);
+    }
+}
+
+void LayOutPolar(C2DGraph& graph, CRect const& rect, CDC& dc)
+{
+    CAxes& axes = *graph.GetAxes();
+    for (CAxes::AxisType const type : { CAxes::atX, CAxes::atY }) {
+        AxisSettings axis = axes.GetAxis(type);
+        axis.on = 0;
+        axis.labelsOn = 0;
+        axis.title = "";
+        axes.SetAxis(type, axis);
+    }
+    Measure(graph, rect, dc);
+    graph.GetPolarGrid()->SetNumMajorRDivs(TidyCircles(axes.GetRange(CAxes::atX) / 2.0));
+    graph.GetPolarGrid()->SetNumMinorRDivs(2);
+    Measure(graph, rect, dc);
+    LabelMeasure const measure(graph, dc);
+    // The labels of the angles stand round the circle, those of the radii to its left.
+    int const above = measure.Height();
+    int const aside = measure.Width("180") + measure.Height() / 2;
+    CRect const measured = graph.GetAxesRect();
+    int const left = std::max(aside, static_cast<int>(measured.left - rect.left));
+    int const side = std::max(1, std::min(rect.Width() - left - aside, rect.Height() - 2 * above));
+    int const x = rect.left + left + (rect.Width() - left - aside - side) / 2;
+    int const y = rect.top + (rect.Height() - side) / 2;
+    // What the scale of the radius takes up makes the graph rectangle larger than the square.
+    CPoint const scale(measured.left - rect.left, measured.top - rect.top);
+    Measure(graph, CRect(x - scale.x, y - scale.y, x + side, y + side), dc);
+}
+
+} // namespace ombrel

@@ -1,0 +1,385 @@
+#include "ombrel/chart/AxisTicks.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace ombrel {
+
+namespace {
+
+/// The next larger step of 1, 2 or 5 times a power of ten.
+double NextStep(double step) { return CVUtils::NiceNum(1.5 * step, 0); }
+
+/// What the 1, 2 or 5 of such a step is multiplied by is ten to this power.
+double ExponentOf(double step) { return std::floor(std::log10(step) + 1e-9); }
+
+double DigitOf(double step) { return std::round(step / std::pow(10.0, ExponentOf(step))); }
+
+/// The multiple of the step at or outside of a value; what is a hair's breadth off counts as on it.
+double FloorTo(double value, double step) { return std::floor(value / step + 1e-9) * step; }
+double CeilTo(double value, double step) { return std::ceil(value / step - 1e-9) * step; }
+
+bool IsOn(double value, double step) { return FloorTo(value, step) == CeilTo(value, step); }
+
+AxisRange MoveEnds(AxisRange data, RangeFreedom const& freedom, double low, double high)
+{
+    double const reach = freedom.reach * (data.max - data.min) * (1.0 + 1e-9);
+    AxisRange range = data;
+    if (!freedom.minFixed && data.min - low <= reach)
+        range.min = low;
+    if (!freedom.maxFixed && high - data.max <= reach)
+        range.max = high;
+    return range;
+}
+
+/// How many minor ticks a step has room for when they are not to be closer than smallestStep.
+int MinorTicks(double step, double smallestStep)
+{
+    int const usual = DigitOf(step) == 2 ? 3 : 4;
+    if (smallestStep <= 0.0)
+        return usual;
+    return static_cast<int>(std::clamp(std::floor(step / smallestStep + 1e-9) - 1.0, 0.0, usual * 1.0));
+}
+
+/// The range with its free ends moved outwards to minor ticks, or to major ones where only one of those would be left.
+AxisRange EndOnTicks(AxisRange data, RangeFreedom const& freedom, double step, int minorTicks)
+{
+    auto const to = [&](double tick) {
+        AxisRange const range = MoveEnds(data, freedom, FloorTo(data.min, tick), CeilTo(data.max, tick));
+        // A multiple of the tick can be off by a bit.
+        return AxisRange { std::min(range.min, data.min), std::max(range.max, data.max) };
+    };
+    AxisRange const range = to(step / (minorTicks + 1));
+    bool const hasTwo = FloorTo(range.max, step) > CeilTo(range.min, step);
+    return hasTwo ? range : to(step);
+}
+
+void ChooseFormat(NumberTicks& ticks)
+{
+    double const largest = std::max(std::abs(ticks.range.min), std::abs(ticks.range.max));
+    double const exponent = ExponentOf(ticks.step);
+    double const decimals = std::max(0.0, -exponent);
+    // So many significant digits that neighbouring labels differ. Where these are many, a power of ten saves nothing.
+    double const digits = std::floor(std::log10(largest)) - exponent + 1.0;
+    bool const isPlain = largest < 1e7 || (largest < 1e12 && digits > 5.0);
+    if (isPlain && decimals <= 6.0) {
+        ticks.format = kFixedFormat;
+        ticks.precision = static_cast<int>(decimals);
+    } else {
+        ticks.format = kGeneralFormat;
+        ticks.precision = static_cast<int>(std::clamp(digits, 1.0, 17.0));
+    }
+}
+
+/// A calendar step and what its labels look like.
+struct CalendarStep {
+    TimeUnit unit;
+    int count;
+    /// Days, about.
+    double length;
+    char const* format;
+    /// Of what the labels leave out when the whole range lies in one such period, and when it does not.
+    char const* formatAcross;
+    char const* common;
+    TimeUnit minorUnit;
+    int minorCount;
+};
+
+constexpr double kMinute = 1.0 / 1440.0;
+constexpr double kSecond = 1.0 / 86400.0;
+constexpr char const* kSeconds = "%H:%M:%S";
+constexpr char const* kMinutes = "%H:%M";
+constexpr char const* kDayMinutes = "%d %b %H:%M";
+constexpr char const* kDaySeconds = "%d %b %H:%M:%S";
+constexpr char const* kDay = "%Y-%m-%d";
+constexpr char const* kMonth = "%b %Y";
+
+constexpr std::array kCalendarSteps {
+    CalendarStep { TimeUnit::Second, 1, kSecond, kSeconds, kDaySeconds, kDay, TimeUnit::Second, 0 },
+    CalendarStep { TimeUnit::Second, 5, 5 * kSecond, kSeconds, kDaySeconds, kDay, TimeUnit::Second, 1 },
+    CalendarStep { TimeUnit::Second, 15, 15 * kSecond, kSeconds, kDaySeconds, kDay, TimeUnit::Second, 5 },
+    CalendarStep { TimeUnit::Second, 30, 30 * kSecond, kSeconds, kDaySeconds, kDay, TimeUnit::Second, 10 },
+    CalendarStep { TimeUnit::Minute, 1, kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Second, 15 },
+    CalendarStep { TimeUnit::Minute, 5, 5 * kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Minute, 1 },
+    CalendarStep { TimeUnit::Minute, 15, 15 * kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Minute, 5 },
+    CalendarStep { TimeUnit::Minute, 30, 30 * kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Minute, 10 },
+    CalendarStep { TimeUnit::Hour, 1, 60 * kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Minute, 15 },
+    CalendarStep { TimeUnit::Hour, 3, 180 * kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Hour, 1 },
+    CalendarStep { TimeUnit::Hour, 6, 360 * kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Hour, 1 },
+    CalendarStep { TimeUnit::Hour, 12, 720 * kMinute, kMinutes, kDayMinutes, kDay, TimeUnit::Hour, 3 },
+    CalendarStep { TimeUnit::Day, 1, 1, kDay, kDay, "", TimeUnit::Hour, 6 },
+    CalendarStep { TimeUnit::Day, 2, 2, kDay, kDay, "", TimeUnit::Day, 1 },
+    CalendarStep { TimeUnit::Day, 7, 7, kDay, kDay, "", TimeUnit::Day, 1 },
+    CalendarStep { TimeUnit::Day, 14, 14, kDay, kDay, "", TimeUnit::Day, 7 },
+    CalendarStep { TimeUnit::Month, 1, 30.44, kMonth, kMonth, "", TimeUnit::Month, 0 },
+    CalendarStep { TimeUnit::Month, 2, 60.88, kMonth, kMonth, "", TimeUnit::Month, 1 },
+    CalendarStep { TimeUnit::Month, 3, 91.31, kMonth, kMonth, "", TimeUnit::Month, 1 },
+    CalendarStep { TimeUnit::Month, 6, 182.62, kMonth, kMonth, "", TimeUnit::Month, 1 },
+};
+
+/// Beyond months: years by 1, 2 or 5 times a power of ten.
+CalendarStep YearStep(int years)
+{
+    CalendarStep step { TimeUnit::Year, years, 365.2425 * years, "%Y", "%Y", "", TimeUnit::Year, 0 };
+    if (years == 1) {
+        step.minorUnit = TimeUnit::Month;
+        step.minorCount = 3;
+    } else {
+        int const digit = static_cast<int>(DigitOf(years));
+        step.minorCount = years / (digit == 1 ? 5 : digit);
+    }
+    return step;
+}
+
+std::string FormatDate(double days, char const* format) { return COleDateTime(days).Format(format).ToUtf8(); }
+
+/// The last date at or before the given one that steps are counted from: the first of a year or month that the step
+/// divides, a Monday, or a whole number of hours, minutes or seconds after midnight.
+COleDateTime AnchorOf(double days, CalendarStep const& step)
+{
+    COleDateTime::Fields f {};
+    COleDateTime date(days);
+    if (!date.GetFields(f))
+        return date;
+    switch (step.unit) {
+    case TimeUnit::Year:
+        date.SetDateTime(std::max(f.year - f.year % step.count, 100), 1, 1, 0, 0, 0);
+        break;
+    case TimeUnit::Month:
+        date.SetDateTime(f.year, f.month - (f.month - 1) % step.count, 1, 0, 0, 0);
+        break;
+    case TimeUnit::Day:
+    case TimeUnit::Week: {
+        // 1 January 1900, day 2, was a Monday.
+        double const back = std::fmod(std::floor(days) - 2.0, static_cast<double>(step.count));
+        return COleDateTime(std::floor(days) - (back < 0.0 ? back + step.count : back));
+    }
+    case TimeUnit::Hour:
+        date.SetDateTime(f.year, f.month, f.day, f.hour - f.hour % step.count, 0, 0);
+        break;
+    case TimeUnit::Minute:
+        date.SetDateTime(f.year, f.month, f.day, f.hour, f.minute - f.minute % step.count, 0);
+        break;
+    case TimeUnit::Second:
+        date.SetDateTime(f.year, f.month, f.day, f.hour, f.minute, f.second - f.second % step.count);
+        break;
+    }
+    return date;
+}
+
+/// The last tick at or before the date.
+double TickBefore(double days, CalendarStep const& step)
+{
+    COleDateTime const anchor = AnchorOf(days, step);
+    return anchor.IsValid() ? anchor.GetValue() : days;
+}
+
+double TickAfter(double days, CalendarStep const& step)
+{
+    COleDateTime tick = AnchorOf(days, step);
+    if (tick.IsValid() && tick.GetValue() < days)
+        CVUtils::IncrementTime(step.count, step.unit, tick);
+    return tick.IsValid() && tick.GetValue() >= days ? tick.GetValue() : days;
+}
+
+/// Whether both dates give the same text in that form.
+bool SharePeriod(AxisRange const& range, char const* format)
+{
+    return FormatDate(range.min, format) == FormatDate(range.max, format);
+}
+
+} // namespace
+
+AxisRange WidenEmptyRange(AxisRange range)
+{
+    if (range.min > range.max)
+        std::swap(range.min, range.max);
+    double const largest = std::max(std::abs(range.min), std::abs(range.max));
+    // Less than this could not be told apart at the ticks.
+    if (range.max - range.min > largest * 1e-12 && range.max > range.min)
+        return range;
+    double const half = range.max == 0.0 ? 1.0 : std::max(largest * (range.min == range.max ? 0.1 : 1e-11), 1e-290);
+    return { range.min - half, range.max + half };
+}
+
+AxisRange WithMargins(AxisRange range, double part, std::span<double const> stops)
+{
+    double const room = part * (range.max - range.min);
+    AxisRange wider { range.min - room, range.max + room };
+    for (double const stop : stops) {
+        if (range.min >= stop)
+            wider.min = std::max(wider.min, stop);
+        if (range.max <= stop)
+            wider.max = std::min(wider.max, stop);
+    }
+    return wider;
+}
+
+NumberTicks MakeNumberTicks(AxisRange data, RangeFreedom freedom, int mostSteps, double smallestStep)
+{
+    NumberTicks ticks;
+    double const length = data.max - data.min;
+    double const wanted = std::max(length / std::max(mostSteps, 1), smallestStep);
+    // Half of it: more steps than wanted are allowed below.
+    double const finest = CVUtils::NiceNum(std::max(wanted / 2, std::numeric_limits<double>::min()), 0);
+    auto const isStep = [smallestStep](double step) { return step >= smallestStep * (1.0 - 1e-9); };
+    for (double step = finest;; step = NextStep(step)) {
+        ticks.step = step;
+        ticks.range = EndOnTicks(data, freedom, step, MinorTicks(step, smallestStep));
+        if (isStep(step) && (ticks.range.max - ticks.range.min) / step <= mostSteps + 1e-6)
+            break;
+    }
+    // Fixed ends should have ticks of their own, for which there may be a few more of them or about half as many.
+    if (freedom.minFixed && freedom.maxFixed) {
+        int const most = mostSteps + mostSteps / 4;
+        for (double step = finest; length / step * 2 >= std::min(mostSteps, 4); step = NextStep(step)) {
+            if (isStep(step) && length / step <= most + 1e-6 && IsOn(data.min, step) && IsOn(data.max, step)) {
+                ticks.step = step;
+                break;
+            }
+        }
+    }
+    ticks.first = CeilTo(ticks.range.min, ticks.step);
+    ticks.minor = MinorTicks(ticks.step, smallestStep);
+    ChooseFormat(ticks);
+    return ticks;
+}
+
+std::string NumberLabel(NumberTicks const& ticks, double value)
+{
+    return CVUtils::FormatDouble(ticks.format, value, ticks.precision).ToUtf8();
+}
+
+NumberTicks FitNumberTicks(AxisRange data, RangeFreedom freedom, double smallestStep, int length,
+    std::function<int(std::string const&)> const& width)
+{
+    constexpr int kMostSteps = 10;
+    int const gap = width("00");
+    for (int steps = kMostSteps; steps > 1; --steps) {
+        NumberTicks const ticks = MakeNumberTicks(data, freedom, steps, smallestStep);
+        int const widest
+            = std::max({ width(NumberLabel(ticks, ticks.first)), width(NumberLabel(ticks, ticks.first + ticks.step)),
+                width(NumberLabel(ticks, FloorTo(ticks.range.max, ticks.step))) });
+        double const room = length * ticks.step / (ticks.range.max - ticks.range.min);
+        if (widest + gap <= room)
+            return ticks;
+    }
+    return MakeNumberTicks(data, freedom, 1, smallestStep);
+}
+
+AxisRange MakeLogRange(AxisRange data, RangeFreedom const& freedom)
+{
+    auto const tidy = [](double value, bool up) {
+        double const decade = std::floor(std::log10(value) + 1e-9);
+        double const digits = value / std::pow(10.0, decade);
+        constexpr std::array kDigits { 1.0, 2.0, 5.0, 10.0 };
+        auto const isAbove = [&](double d) { return up ? d >= digits * (1.0 - 1e-9) : d > digits * (1.0 + 1e-9); };
+        auto const above = std::find_if(kDigits.begin(), kDigits.end(), isAbove);
+        return decade + std::log10(up ? *above : above[-1]);
+    };
+    AxisRange range { freedom.minFixed ? std::log10(data.min) : tidy(data.min, false),
+        freedom.maxFixed ? std::log10(data.max) : tidy(data.max, true) };
+    // One value alone stands in the middle of what it spans.
+    if (!(range.max > range.min)) {
+        range.min -= freedom.minFixed ? 0.0 : 0.5;
+        range.max += freedom.maxFixed ? 0.0 : 0.5;
+    }
+    return range;
+}
+
+std::vector<std::string> FitLogLabels(std::span<double const> ticks, AxisRange const& range, int length,
+    std::function<int(std::string const&)> const& size)
+{
+    bool const isPlain = std::all_of(ticks.begin(), ticks.end(), [](double v) { return v >= -4.001 && v <= 6.001; });
+    auto const textOf = [&](double v) {
+        // A tick's number has few digits, which the power of ten gives but for rounding.
+        if (isPlain)
+            return CVUtils::FormatDouble(kGeneralFormat, std::pow(10.0, v), 7).ToUtf8();
+        double const decade = std::floor(v + 1e-9);
+        std::string const digits = CVUtils::FormatDouble(kGeneralFormat, std::pow(10.0, v - decade), 6).ToUtf8();
+        return digits + "e" + std::to_string(static_cast<int>(decade));
+    };
+    struct Taken {
+        double from;
+        double to;
+    };
+    std::vector<Taken> taken;
+    std::vector<std::string> labels(ticks.size());
+    auto const place = [&](std::size_t i) {
+        std::string text = textOf(ticks[i]);
+        double const middle = (ticks[i] - range.min) / (range.max - range.min) * length;
+        double const half = size(text) / 2.0;
+        Taken const room { middle - half, middle + half };
+        bool const isFree = std::none_of(
+            taken.begin(), taken.end(), [&](Taken const& t) { return room.from < t.to && t.from < room.to; });
+        if (!isFree)
+            return;
+        taken.push_back(room);
+        labels[i] = std::move(text);
+    };
+    auto const isDecade = [&](std::size_t i) { return std::abs(ticks[i] - std::round(ticks[i])) < 1e-9; };
+    for (bool const decades : { true, false }) {
+        for (std::size_t i = 0; i < ticks.size(); ++i) {
+            if (isDecade(i) == decades)
+                place(i);
+        }
+    }
+    return labels;
+}
+
+int TidyCircles(double radius)
+{
+    constexpr int kUsual = 5;
+    auto const isNice = [](double step) { return std::abs(CVUtils::NiceNum(step, 1) - step) < 1e-9 * step; };
+    for (int const circles : { kUsual, 4, 6, 3 }) {
+        // Half of a nice step will do as well: of so few circles 2.5, 5, 7.5 and 10 are read at a glance.
+        if (isNice(radius / circles) || isNice(2 * radius / circles))
+            return circles;
+    }
+    return kUsual;
+}
+
+DateTicks FitDateTicks(
+    AxisRange data, RangeFreedom freedom, int length, std::function<int(std::string const&)> const& width)
+{
+    constexpr double kMostLabels = 10.0;
+    double const days = data.max - data.min;
+    int const gap = width("00");
+    auto const fits = [&](CalendarStep const& step, char const* format) {
+        // Late September has the widest month, and two-digit days.
+        constexpr double kSample = 40446.98;
+        double const labels = days / step.length;
+        return labels <= kMostLabels && labels * (width(FormatDate(kSample, format)) + gap) <= length;
+    };
+    CalendarStep step {};
+    char const* format = nullptr;
+    for (CalendarStep const& candidate : kCalendarSteps) {
+        bool const alike = candidate.common[0] == 0 || SharePeriod(data, candidate.common);
+        char const* const text = alike ? candidate.format : candidate.formatAcross;
+        if (fits(candidate, text)) {
+            step = candidate;
+            format = text;
+            break;
+        }
+    }
+    for (double years = 1.0; !format; years = NextStep(years)) {
+        step = YearStep(static_cast<int>(years));
+        if (fits(step, step.format) || step.count >= 5000)
+            format = step.format;
+    }
+    DateTicks ticks;
+    ticks.range = MoveEnds(data, freedom, TickBefore(data.min, step), TickAfter(data.max, step));
+    ticks.first = COleDateTime(TickBefore(ticks.range.min, step));
+    ticks.step = step.count;
+    ticks.unit = step.unit;
+    ticks.minorStep = step.minorCount;
+    ticks.minorUnit = step.minorUnit;
+    ticks.format = format;
+    if (step.common[0] != 0)
+        ticks.common = format == step.format ? step.common : "%Y";
+    return ticks;
+}
+
+} // namespace ombrel

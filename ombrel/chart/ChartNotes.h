@@ -1,0 +1,32 @@
+#pragma once
+#include "ombrel/platform/framework/Export.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace ombrel {
+
+/// What was noticed while a chart was made, in order. It is drawn all the same.
+class ChartNotes {
+public:
+    struct Note {
+        /// The picture may not show what was meant; else it was a choice that somebody may want to know.
+        bool isWarning = false;
+        std::string text;
+    };
+    void AddWarning(std::string text) { m_notes.push_back({ true, std::move(text) }); }
+    void AddNote(std::string text) { m_notes.push_back({ false, std::move(text) }); }
+    std::vector<Note> const& All() const { return m_notes; }
+
+private:
+    std::vector<Note> m_notes;
+};
+
+/// "1 row", "2 rows".
+OMBREL_EXPORT std::string Counted(std::size_t count, std::string const& singular, std::string const& plural);
+
+/// A number as messages show it, with up to 15 digits.
+OMBREL_EXPORT std::string NumberText(double value);
+
+} // namespace ombrel

@@ -1,0 +1,96 @@
+#include "ombrel/chart/LegendPlacement.h"
+#include "ombrel/chart/placing/OccupancySurface.h"
+#include "ombrel/graph2d/2DAreaPlot.h"
+#include "ombrel/graph2d/2DErrorBarPlot.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/graph2d/2DTextPlot.h"
+#include "ombrel/graph2d/Axes.h"
+#include "ombrel/platform/gdi/DC.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace ombrel {
+
+namespace {
+
+CLegend::Style LegendStyleOf(C2DGraph const& graph)
+{
+    CLegend::Style style = CLegend::lsSymbol;
+    for (CPlot const* plot : graph.GetPlotArray()->GetPlots()) {
+        for (CPlotComponent const* component : plot->GetComponents()) {
+            bool const isText
+                = component->IsKindOf(C2DErrorBarCurve::kClass) || component->IsKindOf(C2DTextCurve::kClass);
+            auto const* const line = DynamicDowncast<C2DLine>(component);
+            if ((!line && !isText) || component->IsKindOf(C2DAreaCurve::kClass))
+                return CLegend::lsFill;
+            if (line && line->GetPointConnectionMode() != C2DLine::cmNone)
+                style = CLegend::lsLine;
+        }
+    }
+    return style;
+}
+
+/// Leaves room in the graph rectangle for a legend that is too large for the plotting area.
+CRect RectBesideLegend(CRect const& graph, CSize size, int gap, bool below)
+{
+    CRect rect = graph;
+    if (below)
+        rect.bottom = std::max(rect.top + 1, rect.bottom - size.cy - gap);
+    else
+        rect.right = std::max(rect.left + 1, rect.right - size.cx - gap);
+    return rect;
+}
+
+} // namespace
+
+void SetReadableFont(CAnnotation& box, C2DGraph const& graph, CDC& dc)
+{
+    CFontData font = box.GetFont();
+    font.sizeFactor = 1.0;
+    if (auto const frame = graph.GetAnnotationFrame(AnnotationKind::Caption, graph.GetWindowRect())) {
+        int const usual = GetAnnotationTextHeight(dc, *frame).pixels;
+        font.sizeFactor = std::max(1.0, graph.GetAxes()->GetFontHeight() / static_cast<double>(usual));
+    }
+    box.SetFont(font);
+}
+
+void PlaceLegend(
+    C2DGraph& graph, LegendPlace place, CRect const& rect, CDC& dc, std::function<void(CRect const&)> const& layOut)
+{
+    if (place == LegendPlace::Off)
+        return;
+    CLegend& legend = *graph.GetLegend();
+    legend.SetStyle(LegendStyleOf(graph));
+    SetReadableFont(legend, graph, dc);
+    CSize const size = legend.Measure(&dc);
+    CRect const area = graph.GetAxesRect();
+    int const gap = std::max(graph.GetAxes()->GetFontHeight() / 2, 2);
+    bool const atLeft = place == LegendPlace::TopLeft || place == LegendPlace::BottomLeft;
+    bool const atTop = place == LegendPlace::TopLeft || place == LegendPlace::TopRight;
+    if (place != LegendPlace::Auto) {
+        legend.Create(CPoint(atLeft ? area.left + gap : area.right - gap - size.cx,
+            atTop ? area.top + gap : area.bottom - gap - size.cy));
+        return;
+    }
+    bool const isPolar = graph.GetPolarGrid()->IsOn();
+    if (!isPolar) {
+        if (auto const free = FindFreePlace(OccupancyOf(graph), size, gap)) {
+            legend.Create(*free);
+            return;
+        }
+    }
+    bool const below = rect.Width() - size.cx - gap < rect.Height() * 3 / 4;
+    layOut(RectBesideLegend(rect, size, gap, below));
+    SetReadableFont(legend, graph, dc);
+    CRect const smaller = graph.GetAxesRect();
+    CSize const now = legend.Measure(&dc);
+    if (below)
+        legend.Create(CPoint(smaller.left + (smaller.Width() - now.cx) / 2, rect.bottom - now.cy));
+    else
+        legend.Create(CPoint(rect.right - now.cx, smaller.top));
+}
+
+} // namespace ombrel

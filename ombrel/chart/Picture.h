@@ -1,0 +1,79 @@
+#pragma once
+#include "ombrel/platform/framework/Export.h"
+#include "ombrel/platform/framework/Geometry.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace ombrel {
+
+class CAnnotatedGraph;
+class CDC;
+class CDIB;
+class PageSurface;
+
+enum class PictureFormat { Png, Bmp, Pdf, Svg, PostScript };
+
+/// The format of a file by its extension.
+OMBREL_EXPORT std::optional<PictureFormat> FormatOfPath(std::string_view path);
+
+/// Pixels.
+struct PictureSize {
+    int width = 1000;
+    int height = 640;
+};
+
+/// Millimetres.
+struct PageSize {
+    double width = 297.0;
+    double height = 210.0;
+};
+
+/// What is to be drawn on.
+struct PictureForm {
+    PictureFormat format = PictureFormat::Png;
+    /// Of bitmaps.
+    PictureSize size;
+    /// Of pages.
+    PageSize page;
+    /// For those who list files, not drawn.
+    std::string title;
+    /// The program that made it, in PNG files.
+    std::string software = "ombrel";
+
+    bool IsPage() const { return format != PictureFormat::Png && format != PictureFormat::Bmp; }
+};
+
+/// A bitmap or page to draw graphs on.
+class OMBREL_EXPORT Picture {
+public:
+    /// Throws CResourceException* when there is no memory.
+    explicit Picture(PictureForm form);
+    ~Picture();
+    Picture(Picture const&) = delete;
+    Picture& operator=(Picture const&) = delete;
+    PictureForm const& GetForm() const { return m_form; }
+    CDC& GetDC();
+    /// All of it, device pixels.
+    CRect GetRect() const { return m_rect; }
+    /// Draws a graph into the whole of it.
+    void Draw(CAnnotatedGraph& graph);
+    /// The bytes of the file. Nothing may be drawn after it. Of pages they depend on what was drawn alone, and on the
+    /// environment's SOURCE_DATE_EPOCH.
+    std::string Encode();
+
+private:
+    PictureForm m_form;
+    CRect m_rect;
+    std::unique_ptr<CDIB> m_bitmap;
+    /// Owned by the device context.
+    PageSurface* m_page = nullptr;
+    std::unique_ptr<CDC> m_pageDC;
+};
+
+/// Writes beside the file and renames, so that nothing is lost when that fails. Throws ChartError.
+OMBREL_EXPORT void WritePictureFile(std::string const& path, std::string const& bytes);
+
+} // namespace ombrel

@@ -1,0 +1,250 @@
+#include "ombrel/chart/AxisTicks.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <random>
+#include <set>
+
+namespace ombrel {
+namespace {
+
+/// Every character 8 pixels wide.
+int Width(std::string const& text) { return 8 * static_cast<int>(text.size()); }
+
+std::vector<double> PositionsOf(NumberTicks const& ticks)
+{
+    std::vector<double> positions;
+    for (double v = ticks.first; v <= ticks.range.max + ticks.step * 1e-6 && positions.size() < 50; v += ticks.step)
+        positions.push_back(v);
+    return positions;
+}
+
+void ExpectNear(AxisRange const& range, AxisRange const& expected)
+{
+    EXPECT_NEAR(range.min, expected.min, 1e-9);
+    EXPECT_NEAR(range.max, expected.max, 1e-9);
+}
+
+TEST(NumberTicks, AreTidyAndFewAndLabelledDifferently)
+{
+    std::mt19937_64 random(3);
+    auto const uniform = [&random] { return static_cast<double>(random() >> 11) / 9007199254740992.0; };
+    for (int i = 0; i < 5000; ++i) {
+        double const length = std::pow(10.0, uniform() * 30.0 - 15.0);
+        double const min = (uniform() - 0.5) * length * std::pow(10.0, uniform() * 5.0);
+        AxisRange const data { min, min + length };
+        NumberTicks const ticks = MakeNumberTicks(data, {}, 8);
+        SCOPED_TRACE(testing::Message() << data.min << " to " << data.max << " step " << ticks.step);
+        double const slack = ticks.step * 1e-6;
+        ASSERT_LE(ticks.range.min, data.min);
+        ASSERT_GE(ticks.range.max, data.max);
+        // Both ends lie on the ticks outside the data that are the nearest.
+        double const minorStep = ticks.step / (ticks.minor + 1);
+        for (double const end : { ticks.range.min, ticks.range.max })
+            ASSERT_NEAR(end, std::round(end / minorStep) * minorStep, slack);
+        ASSERT_LT(std::max(data.min - ticks.range.min, ticks.range.max - data.max), minorStep * (1 + 1e-6));
+        ASSERT_TRUE(data.min * ticks.range.min >= 0.0 && data.max * ticks.range.max >= 0.0) << "across zero";
+        std::vector<double> const positions = PositionsOf(ticks);
+        ASSERT_GE(positions.size(), 3u);
+        ASSERT_LE(positions.size(), 9u);
+        ASSERT_GE(positions.front(), ticks.range.min - slack);
+        ASSERT_LT(positions.front() - ticks.step, ticks.range.min - slack) << "a tick is missing";
+        ASSERT_EQ(ticks.step, CVUtils::NiceNum(ticks.step * 1.2, 1)) << "not 1, 2 or 5";
+        std::set<std::string> labels;
+        for (double const v : positions)
+            labels.insert(NumberLabel(ticks, std::abs(v) < slack ? 0.0 : v));
+        ASSERT_EQ(labels.size(), positions.size());
+    }
+}
+
+TEST(NumberTicks, StandAtTheEndsOfUsualRanges)
+{
+    struct {
+        AxisRange data;
+        RangeFreedom freedom;
+        AxisRange range;
+        double step;
+        int minor;
+        int mostSteps = 8;
+        double smallestStep = 0.0;
+    } const cases[] {
+        { { 0.3, 7.2 }, {}, { 0.2, 7.2 }, 1, 4 },
+        { { -0.3, 7.3 }, {}, { -0.4, 7.4 }, 1, 4 },
+        { { 0, 110 }, {}, { 0, 110 }, 20, 3 },
+        { { 0.1, 0.7 }, {}, { 0.1, 0.7 }, 0.1, 4 },
+        // An end too far from the next tick stays.
+        { { 1, 100 }, { false, false, 0.05 }, { 0, 100 }, 20, 3 },
+        { { 0, 8.05 }, { false, false, 0.05 }, { 0, 8.05 }, 2, 3 },
+        { { 0, 8.15 }, { false, false, 0.05 }, { 0, 8.5 }, 2, 3 },
+        { { -0.5, 79.5 }, { false, false, 0.0 }, { -0.5, 79.5 }, 10, 4 },
+        // Fixed ends get positions of their own.
+        { { 0.3, 7.2 }, { true, true, 1.0 }, { 0.3, 7.2 }, 1, 4 },
+        { { 0.3, 7.3 }, { true, false, 1.0 }, { 0.3, 7.4 }, 1, 4 },
+        { { 0.3, 7.3 }, { false, true, 1.0 }, { 0.2, 7.3 }, 1, 4 },
+        // One tick alone does not make a scale.
+        { { 0.4, 0.9 }, {}, { 0, 1 }, 1, 4, 1 },
+        // What counts has ticks at whole numbers, minor ones too.
+        { { 1, 3 }, {}, { 1, 3 }, 1, 0, 8, 1.0 },
+        { { 0, 12.6 }, {}, { 0, 13 }, 2, 1, 8, 1.0 },
+        { { 0, 36.5 }, {}, { 0, 37 }, 5, 4, 8, 1.0 },
+    };
+    for (auto const& c : cases) {
+        NumberTicks const ticks = MakeNumberTicks(c.data, c.freedom, c.mostSteps, c.smallestStep);
+        SCOPED_TRACE(testing::Message() << c.data.min << " to " << c.data.max);
+        ExpectNear(ticks.range, c.range);
+        EXPECT_NEAR(ticks.step, c.step, 1e-9);
+        EXPECT_EQ(ticks.minor, c.minor);
+    }
+}
+
+TEST(Margins, AreAlikeAndEndAtZeroAndAtTheLimit)
+{
+    constexpr std::array kStops { 0.0, -100.0, 100.0 };
+    struct {
+        AxisRange range;
+        std::size_t stops;
+        AxisRange wider;
+    } const cases[] {
+        { { 10, 60 }, 1, { 5, 65 } },
+        { { 1, 60 }, 1, { 0, 65.9 } },
+        { { -60, -1 }, 1, { -65.9, 0 } },
+        { { -100, 100 }, 3, { -100, 100 } },
+        { { -44, 99 }, 3, { -58.3, 100 } },
+        { { -99, 44 }, 3, { -100, 58.3 } },
+        { { 1, 60 }, 0, { -4.9, 65.9 } },
+        { { 110, 120 }, 3, { 109, 121 } },
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.range.min << " to " << c.range.max);
+        ExpectNear(WithMargins(c.range, 0.1, std::span(kStops).first(c.stops)), c.wider);
+    }
+}
+
+TEST(Circles, StandAtTidyRadii)
+{
+    for (auto const& [radius, circles] : { std::pair(5.0, 5), std::pair(10.0, 5), std::pair(12.5, 5), std::pair(4.0, 4),
+             std::pair(800.0, 4), std::pair(6.0, 6), std::pair(0.3, 6), std::pair(0.75, 3), std::pair(7.0, 5) })
+        EXPECT_EQ(TidyCircles(radius), circles) << radius;
+}
+
+TEST(EmptyRanges, GetALengthThatFitsTheirValue)
+{
+    for (double const value : { 0.0, 5.0, -5.0, 1e15, 1e-9, 1e300, 1e-300, -1e300 }) {
+        AxisRange const range = WidenEmptyRange({ value, value });
+        EXPECT_LT(range.min, value);
+        EXPECT_GT(range.max, value);
+        NumberTicks const ticks = MakeNumberTicks(range, {}, 8);
+        EXPECT_GE(PositionsOf(ticks).size(), 2u) << value;
+    }
+    AxisRange const narrow = WidenEmptyRange({ 1e6, std::nextafter(1e6, 2e6) });
+    EXPECT_GE(PositionsOf(MakeNumberTicks(narrow, {}, 8)).size(), 3u);
+    EXPECT_EQ(WidenEmptyRange({ 7, 3 }).min, 3);
+}
+
+double Day(int year, int month, int day, int hour = 0, int minute = 0, int second = 0)
+{
+    return COleDateTime(year, month, day, hour, minute, second).GetValue();
+}
+
+TEST(DateTicks, StepByTheCalendar)
+{
+    struct {
+        AxisRange data;
+        TimeUnit unit;
+        int step;
+        char const* first;
+        char const* format;
+        char const* common;
+    } const cases[] {
+        { { Day(1958, 3, 1), Day(2020, 4, 1) }, TimeUnit::Year, 10, "1950-01-01 00:00", "%Y", "" },
+        { { Day(2012, 1, 1), Day(2015, 12, 31) }, TimeUnit::Month, 6, "2012-01-01 00:00", "%b %Y", "" },
+        { { Day(2012, 2, 17), Day(2012, 6, 3) }, TimeUnit::Day, 14, "2012-02-13 00:00", "%Y-%m-%d", "" },
+        { { Day(2020, 3, 4, 10), Day(2020, 3, 8, 22) }, TimeUnit::Day, 1, "2020-03-04 00:00", "%Y-%m-%d", "" },
+        { { Day(2020, 3, 4, 10), Day(2020, 3, 5, 22) }, TimeUnit::Hour, 6, "2020-03-04 06:00", "%d %b %H:%M", "%Y" },
+        { { Day(2020, 3, 4, 10, 7), Day(2020, 3, 4, 15) }, TimeUnit::Minute, 30, "2020-03-04 10:00", "%H:%M",
+            "%Y-%m-%d" },
+        { { Day(2020, 3, 4, 10, 7, 3), Day(2020, 3, 4, 10, 7, 9) }, TimeUnit::Second, 1, "2020-03-04 10:07", "%H:%M:%S",
+            "%Y-%m-%d" },
+        { { Day(100, 1, 1), Day(9999, 12, 31) }, TimeUnit::Year, 1000, "100-01-01 00:00", "%Y", "" },
+    };
+    for (auto const& c : cases) {
+        DateTicks const ticks = FitDateTicks(c.data, { false, false, 0.05 }, 800, Width);
+        SCOPED_TRACE(c.first);
+        EXPECT_EQ(ticks.unit, c.unit);
+        EXPECT_EQ(ticks.step, c.step);
+        EXPECT_EQ(ticks.first.Format("%Y-%m-%d %H:%M").ToUtf8(), c.first);
+        EXPECT_EQ(ticks.format, c.format);
+        EXPECT_EQ(ticks.common, c.common);
+    }
+    // The end of the year is near enough for the axis to reach its tick.
+    EXPECT_EQ(FitDateTicks({ Day(2012, 1, 1), Day(2015, 12, 31) }, { false, false, 0.05 }, 800, Width).range.max,
+        Day(2016, 1, 1));
+}
+
+TEST(DateTicks, LeaveRoomBetweenTheirLabels)
+{
+    for (double const days : { 1e-5, 1e-3, 0.1, 0.9, 3.0, 20.0, 100.0, 900.0, 5000.0, 1e5, 2e6 }) {
+        for (int const length : { 200, 500, 1000 }) {
+            double const start = Day(2001, 5, 17, 9, 41, 12);
+            AxisRange const data { start, std::min(start + days, 2958000.0) };
+            DateTicks const ticks = FitDateTicks(data, { false, false, 0.05 }, length, Width);
+            COleDateTime date = ticks.first;
+            double last = -1e9;
+            for (int i = 0; i < 100 && date.IsValid() && date.GetValue() <= ticks.range.max; ++i) {
+                double const at = (date.GetValue() - ticks.range.min) / (ticks.range.max - ticks.range.min) * length;
+                if (date.GetValue() >= ticks.range.min) {
+                    EXPECT_GE(at - last, Width(date.Format(CString(ticks.format)).ToUtf8()))
+                        << days << " days in " << length << " " << ticks.format;
+                    last = at;
+                }
+                CVUtils::IncrementTime(ticks.step, ticks.unit, date);
+            }
+        }
+    }
+}
+
+TEST(LogAxes, EndAtOneTwoOrFiveTimesAPowerOfTen)
+{
+    struct {
+        AxisRange data;
+        RangeFreedom freedom;
+        AxisRange expected;
+    } const cases[] {
+        { { 3, 57 }, {}, { 2, 100 } },
+        { { 2, 500 }, {}, { 2, 500 } },
+        { { 0.0009, 0.6 }, {}, { 0.0005, 1 } },
+        { { 3, 57 }, { true, false }, { 3, 100 } },
+        { { 3, 57 }, { false, true }, { 2, 57 } },
+        { { 7, 7 }, {}, { 5, 10 } },
+    };
+    for (auto const& c : cases) {
+        AxisRange const range = MakeLogRange(c.data, c.freedom);
+        ExpectNear(range, { std::log10(c.expected.min), std::log10(c.expected.max) });
+    }
+    // One value on such a number stands in the middle.
+    ExpectNear(MakeLogRange({ 10, 10 }, {}), { 0.5, 1.5 });
+}
+
+TEST(LogAxes, HaveLabelsOfOneFormThatKeepApart)
+{
+    double const two = std::log10(2.0);
+    double const five = std::log10(5.0);
+    using Texts = std::vector<std::string>;
+    auto const fit = [](std::vector<double> const& ticks, int length) {
+        return FitLogLabels(ticks, { ticks.front(), ticks.back() }, length, Width);
+    };
+    EXPECT_EQ(fit({ -4, 0, 6 }, 1000), (Texts { "0.0001", "1", "1000000" }));
+    EXPECT_EQ(fit({ -5, 0, 6 }, 1000), (Texts { "1e-5", "1e0", "1e6" }));
+    EXPECT_EQ(fit({ 6 + two, 6 + five, 7 }, 1000), (Texts { "2e6", "5e6", "1e7" }));
+    EXPECT_EQ(fit({ 0, two, five, 1 }, 1000), (Texts { "1", "2", "5", "10" }));
+    // A decade has 40 pixels: 5 lies 12 from 10, which has the room of 8 to its left, and 5 that of 4.
+    EXPECT_EQ(fit({ 0, two, five, 1 }, 40), (Texts { "1", "2", "5", "10" }));
+    // 30 pixels: 9 are less than 12.
+    EXPECT_EQ(fit({ 0, two, five, 1 }, 30), (Texts { "1", "2", "", "10" }));
+    EXPECT_EQ(fit({ 0, 1, 2, 3 }, 40), (Texts { "1", "10", "", "1000" }));
+}
+
+} // namespace
+} // namespace ombrel
