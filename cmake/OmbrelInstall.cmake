@@ -17,7 +17,8 @@ install(TARGETS ombrel EXPORT OmbrelTargets
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 # A folder's own headers are public; those of its subfolders are not.
-install(FILES ombrel/Init.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ombrel COMPONENT development)
+file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/ombrel/*.h)
+install(FILES ${headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ombrel COMPONENT development)
 foreach(folder IN LISTS OMBREL_PUBLIC_FOLDERS)
     file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/ombrel/${folder}/*.h)
     install(FILES ${headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ombrel/${folder} COMPONENT development)
@@ -39,6 +40,10 @@ set(OMBREL_LIBRARY_PACKAGE libombrel${PROJECT_VERSION_MAJOR})
 install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${OMBREL_LIBRARY_PACKAGE} COMPONENT library)
 install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libombrel-dev COMPONENT development)
 install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/ombrel COMPONENT host)
+if(OMBREL_DOCS)
+    install(DIRECTORY ${OMBREL_DOCS_DIR}/html DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libombrel-doc COMPONENT reference)
+    install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libombrel-doc COMPONENT reference)
+endif()
 
 # The host finds the library beside it, wherever the tree is put; in the system's own folders the loader does.
 set_target_properties(ombrel_command PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)

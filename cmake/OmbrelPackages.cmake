@@ -1,4 +1,5 @@
-# What `cpack` makes of an installed tree: the Debian packages libombrel1, libombrel-dev and ombrel.
+# What `cpack` makes of an installed tree: the Debian packages libombrel1, libombrel-dev and ombrel, and of the
+# reference libombrel-doc.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME ombrel)
 set(CPACK_PACKAGE_VENDOR "The Ombrel developers")
@@ -9,6 +10,9 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 
 set(CPACK_COMPONENTS_ALL library development host)
+if(OMBREL_DOCS)
+    list(APPEND CPACK_COMPONENTS_ALL reference)
+endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -28,6 +32,7 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libombrel-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "The headers: what programs that use libombrel are compiled with.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${OMBREL_LIBRARY_PACKAGE} ${packageVersion}")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS libombrel-doc)
 
 set(CPACK_DEBIAN_HOST_PACKAGE_NAME ombrel)
 set(CPACK_DEBIAN_HOST_PACKAGE_SECTION graphics)
@@ -36,5 +41,10 @@ set(CPACK_DEBIAN_HOST_PACKAGE_DEPENDS "${OMBREL_LIBRARY_PACKAGE} ${packageVersio
 set(CPACK_DEBIAN_HOST_PACKAGE_SHLIBDEPS ON)
 # The library is among the packages, not among those that are installed here.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/ombrel)
+
+set(CPACK_DEBIAN_REFERENCE_PACKAGE_NAME libombrel-doc)
+set(CPACK_DEBIAN_REFERENCE_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_REFERENCE_PACKAGE_SECTION doc)
+set(CPACK_DEBIAN_REFERENCE_DESCRIPTION "The reference of the headers, to read in a browser.")
 
 include(CPack)

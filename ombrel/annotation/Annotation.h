@@ -88,7 +88,9 @@ protected:
     Leader Place();
     /// Keeps the corner where pixels can be and gives the box its size.
     void SetSize(long long width, long long height);
+    /// Of the font data, in the present height.
     CFont MakeFont() const;
+    /// The box in its background colour.
     void FillBackground(CDC& dc) const;
     /// Selects the colour, corner alignment and transparent background that the box's text is drawn with.
     void SelectTextStyle(CDC& dc) const;

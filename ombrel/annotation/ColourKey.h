@@ -20,6 +20,7 @@ public:
     /// What is shown: nothing yet, the colours of the curve, or the labels and colours of SetArbData. The library never
     /// sets the last one: a host's own class does.
     enum KeyMode : int { kmNotUpdated = 0, kmCurve = 1, kmArbitrary = 2 };
+    /// A swatch for each colour, or a bar that runs through them.
     enum Style : int { ksDiscrete = 0, ksContinuous = 1 };
 
     static CRuntimeClass const kClass;

@@ -11,6 +11,7 @@ namespace ombrel {
 class C2DGraph;
 class CDC;
 
+/// Which lines the grid has: none, those at labels, or those between them, too.
 enum class GridChoice { Off, Major, Both };
 
 /// What is known of one axis before it is laid out.

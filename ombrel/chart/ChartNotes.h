@@ -10,6 +10,7 @@ namespace ombrel {
 /// What was noticed while a chart was made, in order. It is drawn all the same.
 class ChartNotes {
 public:
+    /// One thing that was noticed, as a sentence.
     struct Note {
         /// The picture may not show what was meant; else it was a choice that somebody may want to know.
         bool isWarning = false;

@@ -6,9 +6,6 @@
 
 namespace ombrel {
 class CColourMap;
-}
-
-namespace ombrel {
 
 /// The names of all colour maps: presets first, then those of the files installed with the library or the
 /// program, sorted.
@@ -18,6 +15,7 @@ OMBREL_EXPORT std::vector<std::string> ListColourMaps();
 /// else from the file of that path. False when there is no such map or the file is damaged.
 OMBREL_EXPORT bool LoadColourMap(std::string const& name, CColourMap& map);
 
+/// Where a colour map comes from.
 enum class ColourMapKind { Preset, Installed, File };
 
 /// What LoadColourMap takes the name for.

@@ -13,6 +13,7 @@ class ChartNotes;
 /// Whether a file that begins with these bytes is a graph document: an archive whose first object is new, of a class
 /// not met before.
 OMBREL_EXPORT bool LooksLikeDocument(std::string_view firstBytes);
+/// How many bytes that takes.
 inline constexpr std::size_t kDocumentMarkLength = 8;
 
 /// The graph of a document's bytes. inPlaceClass is empty for a document that holds an object reference, else the class

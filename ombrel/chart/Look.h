@@ -10,6 +10,7 @@ class C2DGraph;
 class C2DLine;
 class CAnnotation;
 
+/// On which ground a chart is drawn: white, dark, or the white of paper.
 enum class Theme { Light, Dark, Print };
 
 /// The colours of everything in a graph but its curves.
@@ -28,6 +29,7 @@ struct Look {
     COLORREF barBorder = RGB(255, 255, 255);
 };
 
+/// The look of a theme.
 OMBREL_EXPORT Look LookOf(Theme theme);
 
 /// The look for a polar grid. Its labels are black in every theme, so a dark ground becomes a mid grey on which black

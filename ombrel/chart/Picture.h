@@ -14,6 +14,7 @@ class CDC;
 class CDIB;
 class PageSurface;
 
+/// What a picture is written as: bitmaps (PNG, BMP) or pages.
 enum class PictureFormat { Png, Bmp, Pdf, Svg, PostScript };
 
 /// The format of a file by its extension.

@@ -80,6 +80,7 @@ public:
     /// 1 when Create will read the file.
     int GetReloadNeeded() const { return m_reloadNeeded; }
 
+    /// Which way t goes: from the bottom of the image up, or from its top down.
     enum class Rows { Up, Down };
     /// Where a point given in data units lies on the image, s from left to right and t from bottom to top (or, with
     /// rows running down, from top to bottom): 1 when s and t, as single precision, are within 0 … 1, else 0.

@@ -11,6 +11,7 @@ class CPort;
 /// The shapes that mark points. Each is drawn into a device rectangle with the context's pen, filled with its brush.
 class OMBREL_EXPORT C2DSymbol {
 public:
+    /// The shapes, by the numbers that archives have.
     enum SymbolType : int {
         None = 0,
         Circle = 1,

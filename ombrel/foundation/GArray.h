@@ -16,6 +16,7 @@ inline bool IsGap(double v) { return !(v < kGap && v > -kGap); }
 /// Base of the typed arrays that carry curve data and labels.
 class OMBREL_EXPORT CGArray : public CObject {
 public:
+    /// What the elements are.
     enum ElType : int { etDouble = 0, etString = 1, etDate = 2, etChar = 3 };
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -18,6 +18,7 @@ class CSurface;
 /// wireframe colour map. Values are those of a Cartesian grid over x and y in data units.
 class OMBREL_EXPORT C2DContourCurve : public C2DCurve {
 public:
+    /// Lines along levels, bands of colour between them, or both.
     enum DisplayMode : int { dmLines = 0, dmShading = 1, dmShadingAndLines = 2 };
     /// Every line in the surface's own colour, or each in the colour of its level.
     enum ContourColourMode : int { ccOneColour = 0, ccLevelColours = 1 };

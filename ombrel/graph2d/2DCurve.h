@@ -17,11 +17,13 @@ class PointSummary;
 /// A table of 2 rows, x and y, with a column a point.
 class C2DCurveTableData : public CTableData {
 public:
+    /// All 0.
     explicit C2DCurveTableData(int points)
         : CTableData(2, points)
     {
     }
     using CTableData::operator=;
+    /// Point i; throws as CTableData does.
     CRealPoint operator[](int i) const { return { GetAt(0, i), GetAt(1, i) }; }
 };
 
@@ -31,8 +33,11 @@ public:
 /// line and takes no part in ranges. On a logarithmic axis GetAt and everything drawn use log10 values.
 class OMBREL_EXPORT C2DCurve : public CPlotComponent {
 public:
+    /// What x values are: numbers, or days since 30 December 1899, which axes of dates show.
     enum XValMode : int { xvNumbers = 0, xvDates = 1 };
+    /// What a formula says; nothing here computes one.
     enum LineModeType : int { lmScript = 0, lmParametric = 1, lmPolar = 2 };
+    /// Dash patterns beside the solid line.
     static constexpr int kLineTypes = 5;
 
     static CRuntimeClass const kClass;
@@ -59,42 +64,60 @@ public:
     /// 1 when the x values of a formula curve are data, and stored.
     int GetScriptXValueMode() const;
     void SetScriptXValueMode(int mode) { Change(m_scriptXValueMode, mode); }
+    /// Non-zero: number of points, x interval and x value mode are those of the series plot that the curve is in.
     int GetSeries() const { return m_series; }
     void SetSeries(int series) { Change(m_series, series); }
+    /// The mark at each point; none at first.
     C2DSymbol::SymbolType GetSymbolType() const { return m_symbolType; }
     void SetSymbolType(C2DSymbol::SymbolType type) { Change(m_symbolType, type); }
+    /// Of the outline of marks.
     COLORREF GetSymbolColour() const { return m_symbolColour; }
     void SetSymbolColour(COLORREF colour) { Change(m_symbolColour, colour); }
+    /// Of their inside, with GetFillSymbol non-zero.
     COLORREF GetSymbolFillColour() const { return m_symbolFillColour; }
     void SetSymbolFillColour(COLORREF colour) { Change(m_symbolFillColour, colour); }
+    /// Non-zero: marks are filled.
     int GetFillSymbol() const { return m_fillSymbol; }
     void SetFillSymbol(int fill) { Change(m_fillSymbol, fill); }
+    /// How large marks are: at 1 they reach a 150th of the longer side of the axes to each side, 2 pixels at least.
     double GetSymbolScaleFac() const { return m_symbolScaleFac; }
     void SetSymbolScaleFac(double factor) { Change(m_symbolScaleFac, factor); }
+    /// Only stored.
     int GetLineMode() const { return m_lineMode; }
     void SetLineMode(int mode) { m_lineMode = mode; }
+    /// 1 for a logarithmic x axis, 0 for a linear one. The axes set it whenever theirs is set.
     int GetXScaleMode() const { return m_xScaleMode; }
     void SetXScaleMode(int mode) { Store(m_xScaleMode, mode); }
     int GetYScaleMode() const { return m_yScaleMode; }
     void SetYScaleMode(int mode) { Store(m_yScaleMode, mode); }
+    /// The axes are asked separately (SetXTimeUnitsOn) to write dates.
     XValMode GetXValMode() const { return m_xValMode; }
     void SetXValMode(XValMode mode) { Store(m_xValMode, mode); }
+    /// Only stored.
     int GetUseDefaultRanges() const { return m_useDefaultRanges; }
     void SetUseDefaultRanges(int use) { m_useDefaultRanges = use; }
+    /// 0: the x range of axes that follow the data leaves the curve out. Returns 1.
     int SetContributeToXRange(int contribute);
     int GetContributeToXRange() const { return m_contributeToXRange; }
 
+    /// Row 0 x, row 1 y.
     CTableData& GetPoints() { return m_points; }
     CTableData const& GetPoints() const { return m_points; }
+    /// As many as the table of points has columns.
     int GetNumPoints() const { return m_points.GetNumCols(); }
     /// Makes the table 2 × points, all 0.
     void Initialise(int points) { m_points.Initialise(2, points, 1); }
+    /// Leaves no points; their memory is released.
     void ClearData() { m_points.Clear(); }
+    /// Stored values of point i, in data units. An index that is not 0 … GetNumPoints() − 1 throws
+    /// CInvalidArgException*: Initialise makes the points.
     void SetXAt(int i, double x) { m_points.SetAt(0, i, x); }
+    /// Its y, likewise.
     void SetYAt(int i, double y) { m_points.SetAt(1, i, y); }
+    /// Both values, likewise.
     void SetAt(int i, CRealPoint const& p);
 
-    /// Point i as it is drawn: log10 of coordinates on logarithmic axes.
+    /// Point i as it is drawn: log10 of coordinates on logarithmic axes. Throws as SetXAt does.
     CRealPoint GetAt(int i) const;
     /// The point at x on the curve as it is drawn, between two points on their straight line and beyond the ends at the
     /// end points' height; x ascending. (x, 0) without points.
@@ -114,6 +137,7 @@ public:
     void SetPoints(CDoubleArray const* xs, CByteArray const* ys, int n);
     /// Takes a 2 × n table over without copying it.
     void SetPoints(CTableData&& table);
+    /// Takes x from row 0 of the table, or y from its row 1, for as many points as both have.
     void SetXPoints(CTableData const& table);
     void SetYPoints(CTableData const& table);
     /// Spreads NumPts x values evenly over the x interval.
@@ -134,6 +158,7 @@ public:
     std::optional<LegendEntry> GetLegendEntry() const override;
     void TakeOverScaleModes(int x, int y) override;
 
+    /// Whether x, and y, are drawn by their logarithms.
     bool IsXLogarithmic() const { return m_xScaleMode == 1; }
     bool IsYLogarithmic() const { return m_yScaleMode == 1; }
     /// What the library's drawing code wants to know of the points; up to date with them.

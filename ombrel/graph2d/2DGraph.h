@@ -28,6 +28,7 @@ public:
     ~C2DGraph() override;
     void Serialize(CArchive& ar) override;
 
+    /// Of the kinds it2D…; null for any other. Owned by the graph.
     CPlot* AddPlot(ItemType type) override;
     /// The plotting area on the device.
     bool GetPlotClipRect(CRect& clip) const override;
@@ -38,9 +39,12 @@ public:
     CAxes* GetAxes() const { return m_axes; }
     C2DGrid* GetGrid() const { return m_grid; }
     C2DPolarGrid* GetPolarGrid() const { return m_polarGrid; }
+    /// The plotting area on the device, after a draw or SetGraphSize.
     CRect GetAxesRect() const { return m_layout.axesRect; }
+    /// Of the plotting area; at first that of the preferences.
     unsigned long GetBkndColour() const { return m_graphBackground; }
     void SetBkndColour(unsigned long colour) { Change(m_graphBackground, colour); }
+    /// Of what lies round it, likewise.
     unsigned long GetWindowBkndColour() const { return m_windowBackground; }
     void SetWindowBkndColour(unsigned long colour) { Change(m_windowBackground, colour); }
     /// Takes over all settings of the given axes; the graph keeps its own axes object and tag. Not owned.
@@ -50,6 +54,7 @@ public:
     int TimeUnitsOn() const;
     /// False without plots, and when some plot cannot be drawn on logarithmic axes.
     int CanHaveLogScale() const;
+    /// Does nothing: UpdatePlots evaluates.
     int Evaluate() { return 1; }
     /// The range of the data of all plots; (0, 0) when none reports one.
     void GetXRange(double& min, double& max) const;
@@ -58,7 +63,9 @@ public:
     CRealRect GetAxesRealRect() const;
     /// The device rectangle of the axes' range.
     CRect GetClipRect() const;
+    /// From data units (decades on logarithmic axes) to device pixels, by the layout of the last draw.
     CPoint UnitsToWindow(CRealPoint const& p) const;
+    /// And back.
     CRealPoint WindowToUnits(POINT p) const;
     /// The device rectangle that the axes take up with labels and titles; measured without drawing.
     CRect GetAxesExtent();
@@ -78,8 +85,10 @@ public:
     void GetDrawOrderTags(CDWordArray& tags) const;
     /// Each tag counts where it stands first. The default order is not kept as the user's.
     void SetDrawOrderTags(CDWordArray const& tags);
+    /// Goes back to the default order.
     void ResetDrawOrderTags();
 
+    /// The steps of a draw between its layout and its annotation.
     void DrawGraphBackground(CPort& port);
     void DrawComponents(CPort& port);
     void DrawComponentsDefaultOrder(CPort& port);

@@ -13,9 +13,14 @@ struct LinePath;
 /// A curve drawn as a line, with the area under it shaded and its points marked when asked for.
 class OMBREL_EXPORT C2DLine : public C2DCurve {
 public:
+    /// How points are joined: one with the next, by steps, the first with the second and the third with the fourth and
+    /// so on, or not at all.
     enum ConnectionMode : int { cmStraight = 0, cmStepped = 1, cmPairs = 2, cmNone = 3 };
+    /// Where a stepped line goes up or down: halfway between two points, at the second one, or at the first.
     enum StepModeType : int { smMiddle = 0, smHorizontalFirst = 1, smVerticalFirst = 2 };
+    /// What is shaded: between the line and its baseline, or the polygon of all points.
     enum ShadeMode : int { shBaseline = 0, shClosed = 1 };
+    /// On which sides of the baseline.
     enum BaselineShadeMode : int { bsBoth = 0, bsAbove = 1, bsBelow = 2 };
 
     static CRuntimeClass const kClass;
@@ -27,7 +32,9 @@ public:
     void Draw(CPort* port) override;
     int UsesInternalAutomationObject() const override { return 1; }
 
+    /// The line alone, without shading and symbols.
     virtual void DrawLines(CPort* port);
+    /// Steps that a host's own class may fill; nothing here calls them.
     virtual void DrawThickDashedLines(CPort*) { }
     virtual void DrawPathOutline(COLORREF const&, CDC&) { }
 
@@ -45,13 +52,16 @@ public:
     /// Hatch style of the shading; 6 is solid, as is a style that does not exist.
     int GetFillPattern() const { return m_fillPattern; }
     void SetFillPattern(int pattern) { Store(m_fillPattern, pattern); }
+    /// Non-zero: the line has its shading.
     int GetFillOn() const { return m_fillOn; }
     void SetFillOn(int on) { Store(m_fillOn, on); }
+    /// Non-zero: only the fill range is shaded.
     int GetUseFillRange() const { return m_useFillRange; }
     void SetUseFillRange(int on) { Change(m_useFillRange, on); }
     /// The shaded x interval, in the units that are drawn.
     void GetFillRange(double& min, double& max) const;
     void SetFillRange(double min, double max);
+    /// Non-zero: the shading has an outline in the border colour.
     int GetFillBoundaryOn() const { return m_fillBoundaryOn; }
     void SetFillBoundaryOn(int on) { Store(m_fillBoundaryOn, on); }
     COLORREF GetFillColour() const { return m_fillColour; }
@@ -62,6 +72,7 @@ public:
     void SetShadeMode(ShadeMode mode) { Store(m_shadeMode, mode); }
     BaselineShadeMode GetBaselineShadeMode() const { return m_baselineShadeMode; }
     void SetBaselineShadeMode(BaselineShadeMode mode) { Store(m_baselineShadeMode, mode); }
+    /// Non-zero: the line is smooth.
     int GetAntialiasingOn() const { return m_antialiasingOn; }
     void SetAntialiasingOn(int on) { Change(m_antialiasingOn, on); }
 

@@ -8,6 +8,9 @@
 namespace ombrel {
 
 /// The base of plots whose curves share their x values: spread evenly (the mesh), or given by a table.
+///
+/// UpdatePlots gives every curve the plot's x values and as many points as there are of these; a host's own stay only
+/// with SetXValueMode(1).
 class OMBREL_EXPORT C2DSeriesPlot : public C2DPlot {
 public:
     static CRuntimeClass const kClass;
@@ -22,17 +25,19 @@ public:
     void PrepareCurve(CPlotComponent& curve) override;
     void TakeOverPoints(CPlotComponent& first) override;
 
-    /// 0: x values are spread evenly over x min … x max; else they come from the points table.
+    /// 0, at first: x values are spread evenly over x min … x max, in place of those that curves were given. Else they
+    /// come from the points table; while it is empty, UpdatePlots takes it from the first curve. Later changes of that
+    /// curve's x values or number of points do nothing before SetPoints gave the plot the new ones, or an empty table.
     int GetXValueMode() const { return m_xValueMode; }
     void SetXValueMode(int mode) { Change(m_xValueMode, mode); }
-    /// 20 at first; limited to 0 … 65535.
+    /// Number of evenly spread x values, and so of each curve's points; 20 at first; limited to 0 … 65535.
     int GetNumPts() const { return m_numPts; }
     void SetNumPts(int points);
     double GetXMin() const { return m_xMin; }
     void SetXMin(double x) { Change(m_xMin, x); }
     double GetXMax() const { return m_xMax; }
     void SetXMax(double x) { Change(m_xMax, x); }
-    /// Row 0 x, row 1 y.
+    /// The table of x values in row 0; row 1 is the y of the first curve.
     CTableData const& GetPoints() const { return m_points; }
     void SetPoints(CTableData const& points);
     /// Takes the first n values as x and zeros as y; changes nothing when there are fewer.

@@ -20,6 +20,7 @@ public:
 /// not valid and curves with fewer points take no part. A stack takes up 0.5 of the largest bar width at first.
 class OMBREL_EXPORT C2DStackedBarPlot : public SeriesBarPlot {
 public:
+    /// Values as they are, or shares of their stack in percent.
     enum PlotStyle : int { psPlain = 0, psPercent = 1 };
 
     static CRuntimeClass const kClass;

@@ -24,6 +24,7 @@ struct AxesResults;
 /// Errors: only Serialize throws (CArchiveException*, newly allocated).
 class OMBREL_EXPORT CAxes : public AxesAccessors, public AxesScaleModes {
 public:
+    /// Which of the two axes an operation is for.
     enum AxisType : int { atX = 0, atY = 1 };
 
     static CRuntimeClass const kClass;
@@ -45,6 +46,7 @@ public:
     /// arithmetic only: no setting, range or graph rectangle, nor the device, may change in between. The mapping of
     /// the port may.
     void BeginLayout();
+    /// Ends what BeginLayout began.
     void EndLayout();
 
     // Settings
@@ -77,6 +79,7 @@ public:
     int GetIntersectMode() const { return m_intersectMode; }
     void SetIntersectMode(int value) { Change(m_intersectMode, value); }
     CRealPoint GetIntersect() const { return m_intersect; }
+    /// Where the axes cross by themselves: at the lower ends of both.
     CRealPoint GetAutoIntersect() const { return { m_x.min, m_y.min }; }
     CRealPoint GetXAxisStart() const { return m_xAxisStart; }
     void SetXAxisStart(CRealPoint const& value) { Change(m_xAxisStart, value); }
@@ -98,6 +101,7 @@ public:
     void GetYAxisRange(double& min, double& max) const;
     /// Maximum minus minimum; 0 for any other type.
     double GetRange(AxisType type) const;
+    /// Both ranges and the crossing point at once, in data units.
     void Set(double xmin, double xmax, double ymin, double ymax, CRealPoint const& intersect);
     void Get(double& xmin, double& xmax, double& ymin, double& ymax, CRealPoint& intersect) const;
     /// The range that the axis would scale itself to in that range mode.

@@ -84,6 +84,7 @@ private:
 /// Reads numbers as "%lf %lf …" and "%d %d …" do, the same in every process locale; returns how many there are from the
 /// start on, at most as many as there is room for. What is not finite is no number.
 OMBREL_EXPORT std::size_t ScanNumbers(std::string_view text, std::span<double> into);
+/// Whole numbers, likewise.
 OMBREL_EXPORT std::size_t ScanIntegers(std::string_view text, std::span<int> into);
 
 } // namespace ombrel

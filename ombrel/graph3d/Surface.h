@@ -27,6 +27,7 @@ class SurfaceRenderer;
 /// Errors: those of C3DRowColCurve; readers of files tell theirs.
 class OMBREL_EXPORT CSurface : public C3DRowColCurve, public ZValsOwner {
 public:
+    /// Bands of colour, bands with lines between them, or lines alone.
     enum ContourMode : int { cmBands = 0, cmBandsAndLines = 1, cmLines = 2 };
     /// By number of bands; by a value and a distance; as given.
     enum ContourLevelMode : int { clBands = 0, clSpacing = 1, clArbitrary = 2 };

@@ -6,6 +6,7 @@ namespace ombrel {
 
 /// How a curve wants to be shown in a colour key.
 struct ColourKeySource {
+    /// Bands of one colour each, or colours that run through.
     enum class Style {
         /// A swatch for each band of colour.
         Bands,

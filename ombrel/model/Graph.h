@@ -17,6 +17,7 @@ class CDC;
 
 /// An integer that a graph keeps for the host; nothing sets or reads it here. 0 at first.
 enum GraphType : int { gtDefault = 0 };
+/// Whether a graph is a plane or a 3D one.
 enum GraphDataDimension : int { gd2D = 0, gd3D = 1 };
 /// How a graph is drawn: 0 through off-screen bitmaps, so that an unchanged graph is only copied; any other value
 /// straight onto the target.
@@ -45,8 +46,11 @@ public:
 
     /// Does nothing here.
     virtual void Draw(CDC*, CRect const&, PaintMode) { }
+    /// What Draw would draw in the window, scaled into the target; does nothing here.
     virtual void DrawEmbedded(CDC*, CRect const& /*window*/, CRect const& /*target*/) { }
-    /// Evaluates every curve; the host calls it after it changed data and before drawing.
+    /// Evaluates every curve; the host calls it after it made or loaded curves or changed their data, and before it
+    /// draws. A curve that was never evaluated is not drawn, and axes take no range from it: without the call the
+    /// picture of a new graph is empty.
     virtual void UpdatePlots();
     virtual void UpdateZVals() { }
     virtual void SetInitialSize() { }
@@ -84,6 +88,7 @@ public:
     CGraphComponent* GetComponent(int index) const { return m_components.GetAt(index); }
     int GetNumComponents() const { return m_components.GetSize(); }
     OwnedArray<CGraphComponent> const& GetComponentArray() const { return m_components; }
+    /// Lets every component recompute what depends on the graph.
     void UpdateComponentParameters();
     /// Tells every component, plot and curve whose it is.
     void AttachToChildren();
@@ -127,10 +132,13 @@ public:
 
     /// The selected component, plot, caption or colour key; null when nothing is selected.
     CGraphComponent* GetSelectedComponent() const;
+    /// Nothing is selected afterwards.
     void ClearSelection();
 
+    /// Non-zero: the next draw is a complete one.
     int GetModifiedFlag() const { return m_modified; }
     void SetModifiedFlag(int modified) { m_modified = modified; }
+    /// Those of the graph and of its components, as at the end of a draw.
     void ResetModifiedFlags();
 
     /// A hint that is not 0 is kept as the previous one when the next is set.
@@ -152,6 +160,7 @@ public:
 
     CString GetTitle() const { return m_title; }
     void SetTitle(CString const& title) { Change(m_title, title); }
+    /// Non-zero, as at first: a frame round the graph rectangle.
     int GetGraphFrameOn() const { return m_frameOn; }
     void SetGraphFrameOn(int on) { Change(m_frameOn, on); }
     WindowHandle GetWindow() const { return m_window; }

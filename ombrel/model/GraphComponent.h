@@ -32,8 +32,11 @@ public:
 
     virtual void SetGraph(CGraph* graph) { m_graph = graph; }
     virtual void SetColour(unsigned long colour) { Change(m_colour, colour); }
+    /// The main colour; what else has colours of its own says so.
     virtual unsigned long GetColour() const { return m_colour; }
+    /// Non-zero after a change that asks for another draw, until that is done.
     virtual int Modified() const { return m_modified; }
+    /// Likewise, of changes that move 3D curves in their box.
     virtual int ZValPropertyModified() const { return m_zValPropertyModified; }
     /// 2D drawing; does nothing here.
     virtual void Draw(CPort*) { }
@@ -41,6 +44,7 @@ public:
     virtual void Draw() { }
     /// Recomputes what depends on the graph: ranges, rectangles; does nothing here.
     virtual void UpdateGraphParameters() { }
+    /// Puts both flags back, at the end of a draw.
     virtual void ResetModifiedFlags();
     /// This component, or one inside it, with that tag; null when there is none.
     virtual CObject* GetObjectByTag(unsigned long tag);
@@ -50,10 +54,13 @@ public:
 
     /// Whether the component is an array of others, which then stand for it in selections.
     virtual bool IsArray() const { return false; }
+    /// The components of an array, from 0 on; none here.
     virtual int GetNumItems() const { return 0; }
     virtual CGraphComponent* GetItem(int) const { return nullptr; }
 
+    /// Null outside a graph.
     CGraph* GetGraph() const { return m_graph; }
+    /// The number by which its graph finds the component; 0 outside a graph.
     unsigned long GetTag() const { return m_tag; }
     void SetTag(unsigned long tag) { m_tag = static_cast<DWORD>(tag); }
     DrawMode GetDrawMode() const { return m_drawMode; }

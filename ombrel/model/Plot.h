@@ -29,6 +29,7 @@ public:
 
     /// Smallest and largest z of the curves; leaves both unchanged here.
     virtual void GetZRange(double&, double&) { }
+    /// Does nothing here: CGraph::RemovePlotComponent takes a curve out of its plot.
     virtual void RemoveCurve(int) { }
     /// Non-zero when the plot evaluated its curves itself; with 0 the graph evaluates them one by one.
     virtual int Evaluate() { return 0; }
@@ -40,9 +41,11 @@ public:
     virtual int GetDataSize();
     /// Whether some curve is defined and valid.
     virtual int HasDefinedCurve();
-    /// Makes a curve with a title and a data source; null for plots that do not offer it. Owned by the plot.
+    /// Makes a curve with a title and a data source; null for all plots but C2DLinePlot and C2DContourPlot, so that a
+    /// cast of the answer must not come before a look at it. CreateCurve makes one in every plot. Owned by the plot.
     virtual CPlotComponent* AddCurve(CString const&, CPlotComponent::DataSourceType) { return nullptr; }
-    /// Makes a curve of the plot's kind, in the next free colour. Owned by the plot.
+    /// Makes a curve of the plot's kind, in the next free colour. Owned by the plot. Its data source is dsFormula: it
+    /// is not drawn before SetDataSourceType(dsTable) and UpdatePlots.
     virtual CPlotComponent* CreateCurve() { return nullptr; }
     virtual CObject* GetAutomationObject() { return nullptr; }
 

@@ -24,7 +24,9 @@ enum ScriptType : int { stNone = 0 };
 /// in the library computes with them. Lifetime: owned by its plot; the pointer to the plot is not owned.
 class OMBREL_EXPORT CPlotComponent : public CObject {
 public:
-    /// Where the curve's data comes from.
+    /// Where the curve's data comes from. Formulas are not computed here: a curve of source dsFormula is not drawn,
+    /// unless its class says otherwise. 2D curves are drawn from dsTable (what the host gave them), 3D curves from
+    /// dsFile, too.
     enum DataSourceType : int { dsFormula = 0, dsTable = 1, dsFile = 2 };
 
     static CRuntimeClass const kClass;
@@ -52,6 +54,7 @@ public:
     virtual int IsDefined() const;
     virtual void SetMeshZ(int, int, double) { }
     virtual void SetPlot(CPlot* plot) { m_plot = plot; }
+    /// dsFormula at first; UpdatePlots after it makes the curve valid.
     virtual void SetDataSourceType(DataSourceType type) { Change(m_dataSourceType, type); }
     virtual void SetColour(unsigned long colour) { Change(m_colour, colour); }
     virtual void SetColourDescription(int description) { Change(m_colourDescription, description & 0xFFFF); }
@@ -60,15 +63,18 @@ public:
     virtual int CheckForPlotUpdate(CPlotComponent*) { return 1; }
     /// 2D drawing; does nothing here.
     virtual void Draw(CPort*) { }
+    /// Recomputes what depends on the graph; does nothing here.
     virtual void UpdateGraphParameters() { }
     /// Bytes of data held.
     virtual int GetDataSize() const { return 0; }
+    /// Non-zero while the curve has colours that a key should explain.
     virtual int NeedsColourKey() const { return 0; }
     /// Whether hosts may offer a colour key for the curve.
     virtual bool CanHaveColourKey() const { return NeedsColourKey() != 0; }
     /// Automation objects are null.
     virtual CObject* GetAutomationObject() { return nullptr; }
     virtual CObject* GetAutomationObjectInt() { return nullptr; }
+    /// Release and make again what belongs to a device; do nothing here.
     virtual void InvalidateDeviceObjects() { }
     virtual void RestoreDeviceObjects() { }
 
@@ -86,6 +92,7 @@ public:
     /// Whether each axis of a 2D graph is logarithmic (1) or not (0), told when that changes.
     virtual void TakeOverScaleModes(int, int) { }
 
+    /// What legends call the curve.
     CString GetTitle() const { return m_title; }
     void SetTitle(CString const& title) { Change(m_title, title); }
     CString GetFormulaString() const { return m_formula; }
@@ -119,17 +126,24 @@ public:
     int GetNumScriptLines() const { return m_numScriptLines; }
     DataSourceType GetDataSourceType() const { return m_dataSourceType; }
     ItemType GetItemType() const { return m_itemType; }
+    /// The plot that owns the curve; null outside one.
     CPlot* GetPlot() const { return m_plot; }
+    /// The one that the graph gave the curve when it was made.
     unsigned long GetOriginalColour() const { return m_originalColour; }
+    /// The number by which its graph finds the curve.
     unsigned long GetTag() const { return m_tag; }
     void SetTag(unsigned long tag) { m_tag = static_cast<DWORD>(tag); }
+    /// Non-zero once the curve was evaluated and can be drawn.
     int IsValid() const { return m_valid; }
     void SetValid(int valid) { m_valid = valid; }
+    /// Non-zero after a change of a setting, until the next draw is done.
     int Modified() const { return m_modified; }
     void SetModified(int modified) { m_modified = modified; }
+    /// Non-zero after a change of the data.
     int PlotDataModified() const { return m_plotDataModified; }
     /// Sets the z-value flag to the same.
     void SetPlotDataModified(int modified);
+    /// Non-zero after a change that moves a 3D curve in its box.
     int ZValPropertyModified() const { return m_zValPropertyModified; }
     void SetZValPropertyModified(int modified) { m_zValPropertyModified = modified; }
     void ResetModifiedFlags();

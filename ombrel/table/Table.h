@@ -26,6 +26,7 @@ struct OMBREL_EXPORT TableError {
     bool operator==(TableError const&) const = default;
 };
 
+/// One column of a table, with its values or its texts.
 struct TableColumn {
     /// From the header, in UTF-8; empty without one.
     std::string name;
@@ -55,6 +56,7 @@ struct TableLineJump {
     std::size_t line = 0;
 };
 
+/// What was read from a text table: its columns, and how it was written.
 struct OMBREL_EXPORT Table {
     /// What messages call it; the path of a file.
     std::string name;

@@ -22,6 +22,7 @@ struct TableDialect {
     bool hasRowNames = false;
 };
 
+/// What a column holds; Unknown where only gaps were seen.
 enum class ColumnType { Unknown, Number, Date, Text };
 
 /// What the first lines of a table tell.
@@ -31,6 +32,7 @@ struct TableHead {
     std::vector<ColumnType> types;
 };
 
+/// Whether the first row names the columns: as it looks, or as is said.
 enum class HeaderChoice { Detect, Present, Absent };
 
 /// What is said of how a table is written; the rest is found out.
@@ -57,6 +59,7 @@ struct TableCell {
     bool quoted = false;
 };
 
+/// How a cell ends.
 enum class CellStatus {
     Cell,
     /// A quote is open where the text ends.

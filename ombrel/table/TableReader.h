@@ -11,6 +11,7 @@
 
 namespace ombrel {
 
+/// How a table is written, as far as that is known, and what is wanted of it.
 struct TableOptions : TableForm {
     /// Form of the dates in dateColumn; without it, dates are ISO dates.
     std::optional<DateFormat> dateFormat {};

@@ -6,6 +6,7 @@
 
 namespace ombrel {
 
+/// Whether the bytes are well-formed UTF-8.
 OMBREL_EXPORT bool IsUtf8(std::string_view text);
 
 /// Each byte as the character of that number.

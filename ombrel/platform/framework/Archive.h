@@ -25,6 +25,7 @@ class COleDateTime;
 /// Lifetime: the file is not owned and must outlive the archive. Close (or the destructor) hands buffered bytes to it.
 class OMBREL_EXPORT CArchive {
 public:
+    /// Whether an archive writes objects or makes them from what was written.
     enum Mode { store, load };
     /// Loading begins at the file's position and reads ahead; the file must have a length (see ReadWholeFile for
     /// pipes).
@@ -93,7 +94,8 @@ public:
     void WriteObject(CObject const* object);
     /// A new object of the class or one derived from it, or null for a null reference. A reference to an object met
     /// before is an error (badIndex), since every object of a document has one owner. Other causes: badClass (not
-    /// registered, not derived from expected), badSchema, badIndex, tooDeep (more than 64 objects within each other).
+    /// registered, as all classes without OmbrelInit; not derived from expected), badSchema, badIndex, tooDeep (more
+    /// than 64 objects within each other).
     std::unique_ptr<CObject> ReadObject(CRuntimeClass const& expected);
     template <typename T> std::unique_ptr<T> ReadObjectOf()
     {

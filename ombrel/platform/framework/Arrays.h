@@ -93,8 +93,11 @@ private:
     std::vector<T> m_values;
 };
 
+/// An array of texts.
 using CStringArray = CArray<CString>;
+/// An array of numbers of 32 bits.
 using CDWordArray = CArray<DWORD>;
+/// An array of bytes.
 using CByteArray = CArray<BYTE>;
 /// The framework's plain array of doubles, without the meaning that curve data gives to its values.
 using CPlainDoubleArray = CArray<double>;

@@ -26,6 +26,7 @@ private:
 /// second of a day belongs to the next one.
 class OMBREL_EXPORT COleDateTime {
 public:
+    /// Whether there is a date: yes, no since it cannot be, or none yet.
     enum DateTimeStatus { valid = 0, invalid = 1, null = 2 };
     /// The calendar fields of a valid date. weekday: 0 Sunday … 6; dayOfYear from 1.
     struct Fields {

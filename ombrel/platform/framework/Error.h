@@ -27,6 +27,7 @@ struct OMBREL_EXPORT ErrorPlace {
 /// one line for a person, in UTF-8.
 class OMBREL_EXPORT Error : public std::runtime_error {
 public:
+    /// What went wrong.
     enum class Kind {
         /// There is no file of that name.
         FileNotFound,
@@ -42,6 +43,7 @@ public:
         Argument,
         /// The system could not give a bitmap or a device.
         Resource,
+        /// What has no kind of its own.
         Other,
     };
     Error(Kind kind, std::string const& message, ErrorPlace place = {});

@@ -65,8 +65,10 @@ private:
     CString m_told;
 };
 
+/// What opening, reading, writing or closing a file throws.
 class OMBREL_EXPORT CFileException : public CException {
 public:
+    /// What the system said.
     enum Cause { none, genericException, fileNotFound, badPath, accessDenied, diskFull, endOfFile, hardIO };
     CFileException(Cause cause, CString const& path, int osError = 0)
         : m_cause(cause)
@@ -84,8 +86,10 @@ public:
     CString m_strFileName;
 };
 
+/// What an archive throws: what is stored is no such object, ends too early or is of a newer kind.
 class OMBREL_EXPORT CArchiveException : public CException {
 public:
+    /// What was wrong; GetErrorMessage tells it in words.
     enum Cause {
         none,
         genericException,

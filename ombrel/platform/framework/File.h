@@ -17,6 +17,7 @@ namespace ombrel {
 /// Errors are thrown as CFileException* (newly allocated) with the path and a cause.
 class OMBREL_EXPORT CFile : public CObject {
 public:
+    /// How a file is opened: for reading or for writing, and made or emptied first.
     enum Mode : unsigned { modeRead = 0, modeWrite = 1, modeCreate = 0x1000 };
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }

@@ -27,11 +27,13 @@ struct RECT {
 
 /// Sums and differences of coordinates wrap around: stored documents may hold any, and overflow is undefined.
 constexpr LONG AddWrapping(LONG a, LONG b) { return static_cast<LONG>(static_cast<DWORD>(a) + static_cast<DWORD>(b)); }
+/// a − b, likewise.
 constexpr LONG SubtractWrapping(LONG a, LONG b)
 {
     return static_cast<LONG>(static_cast<DWORD>(a) - static_cast<DWORD>(b));
 }
 
+/// A width and a height that can be compared.
 class CSize : public SIZE {
 public:
     constexpr CSize() = default;
@@ -46,6 +48,7 @@ public:
     friend constexpr bool operator==(CSize a, CSize b) { return a.cx == b.cx && a.cy == b.cy; }
 };
 
+/// A point that can be moved, added and compared; sums wrap around.
 class CPoint : public POINT {
 public:
     constexpr CPoint() = default;

@@ -27,15 +27,18 @@ struct OMBREL_EXPORT CRuntimeClass {
 /// The root of the classes that have run-time class information and, where registered, an archive form.
 class OMBREL_EXPORT CObject {
 public:
+    /// The record of the class itself, as every class below has one: what IsKindOf is asked for.
     static CRuntimeClass const kClass;
     CObject() = default;
+    /// The record of the object's own class.
     virtual CRuntimeClass const& GetRuntimeClass() const { return kClass; }
     virtual ~CObject() = default;
-    /// Stores the object in the archive or loads it from there; does nothing here.
+    /// Stores the object in the archive or loads it from there; nothing for an object that keeps nothing.
     /// Throws CArchiveException* or CFileException* (newly allocated; the catcher deletes it).
     virtual void Serialize(CArchive& ar);
-    /// Checks invariants; does nothing here.
+    /// Checks invariants, in classes that have some.
     virtual void AssertValid() const { }
+    /// Whether the object is of this class or of one derived from it.
     bool IsKindOf(CRuntimeClass const& c) const { return GetRuntimeClass().IsDerivedFrom(c); }
 
 protected:

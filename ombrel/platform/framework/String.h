@@ -143,6 +143,7 @@ private:
 /// One argument of CString::Format.
 class OMBREL_EXPORT FormatArgument {
 public:
+    /// What the argument is.
     enum class Kind { Integer, Real, Text };
     template <std::integral T> FormatArgument(T value)
         : m_kind(Kind::Integer)

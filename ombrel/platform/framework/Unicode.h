@@ -7,6 +7,7 @@
 /// Code points and their encodings. Nothing here throws (but for lack of memory) or depends on the process locale.
 namespace ombrel::unicode {
 
+/// What stands for text that cannot be decoded.
 constexpr char32_t kReplacement = 0xFFFD;
 
 /// The code point at position, which moves behind it; an unpaired surrogate comes out as itself.
@@ -23,6 +24,7 @@ OMBREL_EXPORT std::string ToUtf8(std::u16string_view text);
 
 /// Simple case mappings: one code point to one, never between the Basic Multilingual Plane and the rest.
 OMBREL_EXPORT char32_t ToLower(char32_t codePoint);
+/// To upper case, likewise.
 OMBREL_EXPORT char32_t ToUpper(char32_t codePoint);
 /// Alike for code points that differ in case only.
 OMBREL_EXPORT char32_t Fold(char32_t codePoint);

@@ -20,11 +20,14 @@ inline constexpr int kLongestBitmapSide = 32767;
 /// stay empty. Pages are made so.
 inline constexpr int kMappedLimit = 32000;
 
+/// Moves what lies beyond kCoordinateLimit to it.
 inline int ClampCoordinate(long long c)
 {
     return static_cast<int>(std::clamp<long long>(c, -kCoordinateLimit, kCoordinateLimit));
 }
+/// Both coordinates of a point, likewise.
 inline CPoint ClampPoint(CPoint p) { return { ClampCoordinate(p.x), ClampCoordinate(p.y) }; }
+/// The four edges of a rectangle, likewise.
 inline CRect ClampRect(CRect const& r)
 {
     return { ClampCoordinate(r.left), ClampCoordinate(r.top), ClampCoordinate(r.right), ClampCoordinate(r.bottom) };
@@ -34,6 +37,7 @@ inline CPoint MovePoint(CPoint p, CPoint by)
 {
     return { ClampCoordinate(static_cast<long long>(p.x) + by.x), ClampCoordinate(static_cast<long long>(p.y) + by.y) };
 }
+/// The rectangle moved; its edges stay within the limit.
 inline CRect MoveRect(CRect const& r, CPoint by)
 {
     CPoint const a = MovePoint({ r.left, r.top }, by);

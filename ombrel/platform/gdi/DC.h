@@ -13,9 +13,13 @@
 
 namespace ombrel {
 
+/// Whether the cells of text and the gaps of dashes keep what was there, or take the background colour.
 enum BackgroundMode { TRANSPARENT = 1, OPAQUE = 2 };
+/// Where the reference point of text lies: a sum of one for x and one for y.
 enum TextAlignment { TA_LEFT = 0, TA_TOP = 0, TA_RIGHT = 2, TA_CENTER = 6, TA_BOTTOM = 8, TA_BASELINE = 24 };
+/// How a picture that shrinks becomes fewer pixels.
 enum StretchMode { BLACKONWHITE = 1, WHITEONBLACK = 2, COLORONCOLOR = 3, HALFTONE = 4 };
+/// What GetDeviceCaps is asked for.
 enum DeviceCapability {
     TECHNOLOGY = 2,
     HORZSIZE = 4,
@@ -27,6 +31,7 @@ enum DeviceCapability {
     LOGPIXELSX = 88,
     LOGPIXELSY = 90,
 };
+/// No colour.
 inline constexpr COLORREF CLR_INVALID = 0xFFFFFFFF;
 
 /// A device context: drawing state, and the surface that primitives are sent to.

@@ -12,6 +12,7 @@ namespace ombrel {
 
 class CDC;
 
+/// Dash styles of pens.
 enum PenStyle {
     PS_SOLID = 0,
     PS_DASH = 1,
@@ -62,6 +63,7 @@ private:
     COLORREF m_colour = 0;
 };
 
+/// Room for the name of a face in stored fonts, its end included.
 inline constexpr int LF_FACESIZE = 32;
 
 /// A logical font. lfHeight > 0 is the cell height in device pixels. lfEscapement is in tenths of a degree,
@@ -85,6 +87,7 @@ struct LOGFONT {
     friend bool operator==(LOGFONT const&, LOGFONT const&) = default;
 };
 
+/// A font to select into a device context; copies share it.
 class CFont {
 public:
     CFont() = default;
@@ -128,7 +131,9 @@ private:
     std::shared_ptr<Region const> m_region;
 };
 
+/// A bitmap, not owned.
 using HBITMAP = CBitmap*;
+/// A device context, not owned.
 using HDC = CDC*;
 
 } // namespace ombrel

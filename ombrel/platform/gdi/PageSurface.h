@@ -7,6 +7,7 @@
 
 namespace ombrel {
 
+/// What a page is written as.
 enum class PageFormat { Pdf, Svg, PostScript };
 
 /// A printed page: its size, and what its document information says.

@@ -7,6 +7,7 @@
 
 namespace ombrel {
 
+/// One colour of a palette; the flags mean nothing here.
 struct PALETTEENTRY {
     BYTE peRed = 0;
     BYTE peGreen = 0;

@@ -13,6 +13,7 @@ namespace ombrel {
 /// What can be drawn on a surface, with all that it refers to.
 namespace primitive {
 
+/// Lines of whole pixels from point to point.
 struct Polyline {
     std::vector<CPoint> points;
     LineStyle line;
@@ -27,6 +28,7 @@ struct StrokePen {
     friend bool operator==(StrokePen const&, StrokePen const&) = default;
 };
 
+/// Figures drawn by a vector pen.
 struct Stroke {
     std::vector<CPoint> points;
     /// Where the figures begin.
@@ -43,6 +45,7 @@ struct Fill {
     friend bool operator==(Fill const&, Fill const&) = default;
 };
 
+/// One text output.
 struct Text {
     CString text;
     CPoint at;
@@ -62,6 +65,7 @@ struct Image {
     friend bool operator==(Image const&, Image const&) = default;
 };
 
+/// An ellipse in its box; without a line or a fill that part is not drawn.
 struct Ellipse {
     CRect box;
     std::optional<LineStyle> line;
@@ -69,6 +73,7 @@ struct Ellipse {
     friend bool operator==(Ellipse const&, Ellipse const&) = default;
 };
 
+/// The part of the outline of an ellipse between the rays to two points.
 struct Arc {
     CRect box;
     CPoint start;

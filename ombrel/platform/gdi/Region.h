@@ -9,6 +9,8 @@
 
 namespace ombrel {
 
+/// What is inside where a polygon crosses itself: points that an odd number of edges encloses, or all that it winds
+/// round.
 enum PolyFillMode { ALTERNATE = 1, WINDING = 2 };
 
 /// A set of device pixels, kept as spans ordered by row and column.

@@ -51,6 +51,7 @@ struct VectorPen {
     std::span<double const> dashes;
 };
 
+/// How many hatch styles there are.
 inline constexpr int kHatchStyles = 53;
 
 /// A solid fill, or one of the 53 hatch styles anchored to the device's pixel (0, 0).
@@ -76,6 +77,7 @@ struct TextRun {
     std::optional<COLORREF> cellColour;
 };
 
+/// How the pixels of a picture and those below it become one.
 enum RasterOperation : DWORD {
     SRCCOPY = 0x00CC0020,
     SRCAND = 0x008800C6,

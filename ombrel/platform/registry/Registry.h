@@ -9,6 +9,7 @@ enum HKEY : int { HKEY_CURRENT_USER = 1 };
 
 /// What a key is opened for: reading, or everything.
 inline constexpr DWORD KEY_READ = 0x20019;
+/// A key asked for with it is missing when the process may not write the file.
 inline constexpr DWORD KEY_ALL_ACCESS = 0xF003F;
 
 // Any thread may call these at any time: a reader sees the file as it is before or after a change, never between.
