@@ -74,6 +74,7 @@ Picture::Picture(PictureForm form)
     setup.heightMm = m_form.page.height;
     setup.title = CString(m_form.title);
     setup.creationTime = CreationTime();
+    setup.marks = m_form.marks;
     std::shared_ptr<PageSurface> surface = MakePageSurface(setup);
     m_page = surface.get();
     m_rect = surface->Bounds();

@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
+#include "ombrel/platform/gdi/PageSurface.h"
 
 #include <memory>
 #include <optional>
@@ -12,8 +13,6 @@ namespace ombrel {
 class CAnnotatedGraph;
 class CDC;
 class CDIB;
-class PageSurface;
-
 /// What a picture is written as: bitmaps (PNG, BMP) or pages.
 enum class PictureFormat { Png, Bmp, Pdf, Svg, PostScript };
 
@@ -39,6 +38,7 @@ struct PictureForm {
     PictureSize size;
     /// Of pages.
     PageSize page;
+    PageMarks marks = PageMarks::Auto;
     /// For those who list files, not drawn.
     std::string title;
     /// The program that made it, in PNG files.
@@ -64,6 +64,8 @@ public:
     /// The bytes of the file. Nothing may be drawn after it. Of pages they depend on what was drawn alone, and on the
     /// environment's SOURCE_DATE_EPOCH.
     std::string Encode();
+    /// Which marks are not on the page as shapes; none of a bitmap.
+    MarkCounts GetMarkCounts() const { return m_page ? m_page->GetMarkCounts() : MarkCounts(); }
 
 private:
     PictureForm m_form;

@@ -121,8 +121,9 @@ FolderRule const kFolders[] {
 std::map<std::string, std::set<std::string>> const kRooms {
     { "platform/gdi/geometry", {} },
     { "platform/gdi/text", { "geometry" } },
-    { "platform/gdi/raster", { "geometry", "text" } },
-    { "platform/gdi/page", { "geometry", "text" } },
+    { "platform/gdi/marks", {} },
+    { "platform/gdi/raster", { "geometry", "text", "marks" } },
+    { "platform/gdi/page", { "geometry", "text", "marks" } },
 };
 
 /// Everything that a folder may include, itself among it.

@@ -93,6 +93,22 @@ TEST_F(Command, GivesTheSameBytesWhateverTheClockAndTheLocaleSay)
         AllOf(HasSubstr("\n%%CreationDate: 1970-01-02T00:00:00Z\n"), HasSubstr("\n%%Title: Air\n")));
 }
 
+TEST_F(Command, TellsWhichMarksOfAPageAreNoShapesAndKeepsThemWhenAskedTo)
+{
+    m_files.Write("same.csv", "x,y\n1,2\n1,2\n1,2\n3,4\n");
+    std::string many = "x,y\n";
+    for (int i = 0; i < 15000; ++i)
+        many += std::to_string(i % 150) + "," + std::to_string(i / 150) + "\n";
+    m_files.Write("many.csv", many);
+    std::string const draw = "plot --kind points -v -o p.svg ";
+    EXPECT_THAT(RunWell(draw + "same.csv"), HasSubstr("p.svg: 2 marks hidden by others are left out (--vector all"));
+    EXPECT_THAT(
+        RunWell(draw + "many.csv"), HasSubstr("p.svg: 15000 marks are part of an image of 600 dots per inch (--vec"));
+    for (std::string const name : { "same.csv", "many.csv" })
+        EXPECT_THAT(RunWell(draw + "--vector all " + name), Not(HasSubstr("marks"))) << name;
+    EXPECT_EQ(Run("plot many.csv --vector auto -o p.png").status, 2);
+}
+
 TEST_F(Command, PutsSeveralFilesInOneGraph)
 {
     m_files.Write("a.csv", "t,v\n1,2\n2,3\n");

@@ -1,4 +1,5 @@
 #include "tools/ombrel/OutputFile.h"
+#include "ombrel/platform/gdi/DC.h"
 #include "tools/ombrel/Messages.h"
 
 #include <cmath>
@@ -65,8 +66,11 @@ Target MakeTarget(Options const& options, std::string const& input)
         fail("--size is for .png and .bmp; a page takes --page");
     if (options.page && !target.IsPage())
         fail("--page is for .pdf, .svg and .ps; a picture takes --size");
+    if (options.IsGiven(OptionId::Vector) && !target.IsPage())
+        fail("--vector is for .pdf, .svg and .ps");
     if (options.page)
         target.page = *options.page;
+    target.marks = options.allVector ? PageMarks::Vector : PageMarks::Auto;
     return target;
 }
 
@@ -80,6 +84,19 @@ void CheckPaths(Options const& options, Target const& target)
     }
     if (!options.save.empty() && options.save == target.path)
         throw Failure(kUsageFault, options.save + ": is to be the picture and the document");
+}
+
+void TellMarks(Target const& target, Picture& picture, Messages const& messages)
+{
+    MarkCounts const counts = picture.GetMarkCounts();
+    std::string text;
+    if (counts.inImages > 0)
+        text = std::to_string(counts.inImages) + " marks are part of an image of "
+            + std::to_string(picture.GetDC().GetDeviceCaps(LOGPIXELSX)) + " dots per inch";
+    if (counts.hidden > 0)
+        text += (text.empty() ? "" : ", ") + std::to_string(counts.hidden) + " marks hidden by others are left out";
+    if (!text.empty())
+        messages.Note((target.path.empty() ? "page" : target.path) + ": " + text + " (--vector all keeps each)");
 }
 
 void WriteTarget(Target const& target, std::string const& bytes, Messages const& messages)

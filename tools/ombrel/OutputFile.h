@@ -23,6 +23,9 @@ Target MakeTarget(Options const& options, std::string const& input);
 /// Throws Failure with kUsageFault when the picture or the document would be written over an input or each other.
 void CheckPaths(Options const& options, Target const& target);
 
+/// Notes which marks are not on the page as shapes.
+void TellMarks(Target const& target, Picture& picture, Messages const& messages);
+
 /// Writes beside the target and renames, or to standard output. Throws Failure or ChartError.
 void WriteTarget(Target const& target, std::string const& bytes, Messages const& messages);
 

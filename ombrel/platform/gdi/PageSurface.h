@@ -10,6 +10,15 @@ namespace ombrel {
 /// What a page is written as.
 enum class PageFormat { Pdf, Svg, PostScript };
 
+/// How pages keep the marks of many points.
+enum class PageMarks {
+    /// Those that later ones of the same kind hide are left out, and where more than some thousands of a kind show they
+    /// become an image of the page's own resolution.
+    Auto,
+    /// Every one is a shape, in view or not.
+    Vector
+};
+
 /// A printed page: its size, and what its document information says.
 struct PageSetup {
     PageFormat format = PageFormat::Pdf;
@@ -19,6 +28,16 @@ struct PageSetup {
     CString description;
     /// Seconds since 1970 for the document's date.
     long long creationTime = 0;
+    PageMarks marks = PageMarks::Auto;
+};
+
+/// What has become of marks that are not on a page as shapes.
+struct MarkCounts {
+    /// Left out, since others hide them.
+    long long hidden = 0;
+    /// Part of an image.
+    long long inImages = 0;
+    friend bool operator==(MarkCounts const&, MarkCounts const&) = default;
 };
 
 /// A printer with one page: device pixels at 600 to the inch, real millimetres. Lines stay lines, text stays text.
@@ -28,6 +47,8 @@ public:
     /// The bytes of the finished document; the surface takes no more drawing after it.
     /// Throws CResourceException* when the document cannot be made.
     virtual std::string Finish() = 0;
+    /// Of the marks drawn so far.
+    virtual MarkCounts GetMarkCounts() const = 0;
     bool IsPrinting() const override { return true; }
 };
 

@@ -53,6 +53,8 @@ private:
 
 /// The picture as PNG rows.
 struct Rows {
+    int width = 0;
+    int height = 0;
     int bitDepth = 8;
     int colourType = PNG_COLOR_TYPE_RGB;
     std::size_t rowBytes = 0;
@@ -79,9 +81,7 @@ void Pack(std::uint8_t const* source, int width, int bits, std::uint8_t* target)
 
 Rows Narrow(std::vector<std::uint8_t>&& indices, int width, int height, int bits, int colourType)
 {
-    Rows rows;
-    rows.bitDepth = bits;
-    rows.colourType = colourType;
+    Rows rows { width, height, bits, colourType, 0, {}, {} };
     rows.rowBytes = RowBytes(width, bits);
     if (bits == 8) {
         rows.bytes = std::move(indices);
@@ -138,7 +138,7 @@ std::optional<Rows> PaletteRows(Raster const& raster)
 
 Rows TrueColourRows(Raster const& raster)
 {
-    Rows rows;
+    Rows rows { raster.Width(), raster.Height(), 8, PNG_COLOR_TYPE_RGB, 0, {}, {} };
     rows.rowBytes = RowBytes(raster.Width(), 24);
     rows.bytes.resize(rows.rowBytes * static_cast<std::size_t>(raster.Height()));
     std::uint8_t* target = rows.bytes.data();
@@ -183,15 +183,14 @@ public:
     Writer& operator=(Writer const&) = delete;
 
     /// False when libpng gave up. Nothing made between here and a jump may need destroying.
-    bool Write(Raster const& raster, Rows const& rows, std::vector<png_text> const& texts, PngSettings const& settings,
-        std::string& output)
+    bool Write(Rows const& rows, std::vector<png_text> const& texts, PngSettings const& settings, std::string& output)
     {
         if (!m_info || setjmp(png_jmpbuf(m_png)) != 0)
             return false;
         png_set_write_fn(m_png, &output, Append, Flush);
         png_set_user_limits(m_png, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
         SetSpeed(rows);
-        png_set_IHDR(m_png, m_info, static_cast<png_uint_32>(raster.Width()), static_cast<png_uint_32>(raster.Height()),
+        png_set_IHDR(m_png, m_info, static_cast<png_uint_32>(rows.width), static_cast<png_uint_32>(rows.height),
             rows.bitDepth, rows.colourType, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
         if (!rows.palette.empty())
             png_set_PLTE(m_png, m_info, rows.palette.data(), static_cast<int>(rows.palette.size()));
@@ -205,7 +204,7 @@ public:
             png_set_text(m_png, m_info, texts.data(), static_cast<int>(texts.size()));
         png_write_info(m_png, m_info);
         std::uint8_t const* row = rows.bytes.data();
-        for (int y = 0; y < raster.Height(); ++y, row += rows.rowBytes)
+        for (int y = 0; y < rows.height; ++y, row += rows.rowBytes)
             png_write_row(m_png, row);
         png_write_end(m_png, m_info);
         return true;
@@ -282,17 +281,34 @@ Rows MakeRows(Raster const& raster)
     return TrueColourRows(raster);
 }
 
+std::string EncodeRows(Rows const& rows, PngSettings const& settings)
+{
+    std::vector<png_text> const texts = MakeTexts(settings);
+    std::string output;
+    Writer writer;
+    if (!writer.Write(rows, texts, settings, output))
+        throw new CResourceException;
+    return output;
+}
+
 } // namespace
 
 std::string EncodePng(Raster const& raster, PngSettings const& settings)
 {
-    Rows const rows = MakeRows(raster);
-    std::vector<png_text> const texts = MakeTexts(settings);
-    std::string output;
-    Writer writer;
-    if (!writer.Write(raster, rows, texts, settings, output))
-        throw new CResourceException;
-    return output;
+    return EncodeRows(MakeRows(raster), settings);
+}
+
+std::string EncodePng(PackedPicture&& picture)
+{
+    Rows rows { picture.width, picture.height, picture.bits, PNG_COLOR_TYPE_PALETTE, 0, {}, {} };
+    rows.rowBytes = RowBytes(picture.width, picture.bits);
+    rows.bytes = std::move(picture.rows);
+    for (COLORREF const colour : picture.colours)
+        rows.palette.push_back({ GetRValue(colour), GetGValue(colour), GetBValue(colour) });
+    PngSettings settings;
+    settings.dotsPerInch = 0;
+    settings.transparent = picture.colours.front();
+    return EncodeRows(rows, settings);
 }
 
 } // namespace ombrel

@@ -58,6 +58,7 @@ void RunDraw(Options const& options, InputFile& file, Messages const& messages)
     FitToPicture(*graph, target);
     Picture picture(target);
     picture.Draw(*graph);
+    TellMarks(target, picture, messages);
     WriteTarget(target, picture.Encode(), messages);
 }
 

@@ -32,6 +32,7 @@ void RunWith(Options const& options, Files const& files, char const* kind, Messa
     auto const graph = make(*files.front(), picture);
     picture.Draw(*graph);
     std::string const bytes = picture.Encode();
+    TellMarks(target, picture, messages);
     if (!options.save.empty())
         SaveDocument(options.save, *graph);
     WriteTarget(target, bytes, messages);

@@ -288,6 +288,7 @@ void RunPlot(Options const& options, std::vector<std::unique_ptr<InputFile>>& fi
     std::unique_ptr<C2DGraph> const graph = MakePlot(options, files, picture, messages);
     picture.Draw(*graph);
     std::string const bytes = picture.Encode();
+    TellMarks(target, picture, messages);
     if (!options.save.empty())
         SaveDocument(options.save, *graph);
     WriteTarget(target, bytes, messages);

@@ -42,6 +42,7 @@ constexpr string_view kColourings[] { "value", "plain", "columns", "rows" };
 constexpr string_view kSymbols[] { "sphere", "cone", "inverted-cone", "cube" };
 constexpr string_view kAlong[] { "x", "y" };
 constexpr string_view kOnOff[] { "on", "off" };
+constexpr string_view kVectors[] { "auto", "all" };
 constexpr string_view kThemes[] { "light", "dark", "print" };
 
 constexpr std::array kOptions {
@@ -192,6 +193,11 @@ constexpr std::array kOptions {
         "Size of a page (.pdf .svg .ps): A5, A4, A3 or Letter, which lie on their long side, or WxH in millimetres; A4 "
         "without it.",
         kPictures },
+    OptionEntry { OptionId::Vector, "vector", 0, "auto|all",
+        "Of marks on a page: auto leaves out those that others hide, and makes an image of 600 dots per inch of more "
+        "than "
+        "10,000 of a kind; all keeps each one as a shape. auto without it.",
+        kPlot | kContour | kDraw, kVectors },
     OptionEntry { OptionId::Antialias, "antialias", 0, "", "Smooth lines.", kPlot },
     OptionEntry { OptionId::LineWidth, "line-width", 0, "N",
         "Width of the lines in pixels at 96 to the inch; 1 without it.", kPlot | kSurface },

@@ -157,6 +157,9 @@ void Apply(Options& options, OptionEntry const& option, std::string const& value
     case OptionId::Page:
         options.page = ParsePage(option, value);
         break;
+    case OptionId::Vector:
+        options.allVector = ParseWord(option, value) == 1;
+        break;
     case OptionId::LineWidth:
         options.lineWidth = ParseLineWidth(option, value);
         break;

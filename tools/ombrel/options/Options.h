@@ -72,6 +72,7 @@ enum class OptionId : int {
     Missing,
     Size,
     Page,
+    Vector,
     Antialias,
     LineWidth,
     Symbols,
@@ -181,6 +182,8 @@ struct Options {
     TableForm table;
     std::optional<PictureSize> size;
     std::optional<PageSize> page;
+    /// Every mark on a page is a shape.
+    bool allVector = false;
     bool antialias = false;
     int lineWidth = 1;
     bool symbols = false;

@@ -95,6 +95,7 @@ protected:
     void DrawShape(PageShape const& shape, PagePaint const& paint, Clip const& clip) override;
     void DrawRun(TextRun const& run, Clip const& clip) override;
     void DrawPicture(PagePicture const& picture, Clip const& clip) override;
+    void DrawMarks(MarkImage const& marks, Clip const& clip) override;
     std::string FinishDocument() override;
 
 private:
@@ -440,6 +441,40 @@ void CairoPage::DrawPicture(PagePicture const& picture, Clip const& clip)
         cairo_pattern_set_filter(cairo_get_source(context), CAIRO_FILTER_NEAREST);
     cairo_paint(context);
     cairo_restore(context);
+}
+
+void CairoPage::DrawMarks(MarkImage const& marks, Clip const& clip)
+{
+    cairo_t* const context = m_context.get();
+    SetClip(clip);
+    for (MarkImage::Layer const& layer : marks.layers) {
+        BitPicture const bits = marks.Bits(layer);
+        // Cairo does not write to what it takes as a source.
+        auto* const data = reinterpret_cast<unsigned char*>(const_cast<std::uint64_t*>(layer.words.data()));
+        CairoOwned<cairo_surface_t> const mask(cairo_image_surface_create_for_data(
+            data, CAIRO_FORMAT_A1, bits.width, bits.height, static_cast<int>(bits.rowWords * sizeof(std::uint64_t))));
+        // Both formats take compressed bits as they are.
+        auto const attach = [&mask](char const* type, std::string text) {
+            auto bytes = std::make_unique<std::string>(std::move(text));
+            auto const* const start = reinterpret_cast<unsigned char const*>(bytes->data());
+            std::size_t const size = bytes->size();
+            auto const destroy = [](void* owned) { delete static_cast<std::string*>(owned); };
+            if (cairo_surface_set_mime_data(mask.get(), type, start, size, destroy, bytes.get())
+                != CAIRO_STATUS_SUCCESS)
+                throw new CResourceException;
+            static_cast<void>(bytes.release());
+        };
+        attach(CAIRO_MIME_TYPE_CCITT_FAX, EncodeFax(bits));
+        attach(CAIRO_MIME_TYPE_CCITT_FAX_PARAMS,
+            "Columns=" + std::to_string(bits.width) + " Rows=" + std::to_string(bits.height) + " K=-1 BlackIs1=true");
+        CairoOwned<cairo_pattern_t> const pattern(cairo_pattern_create_for_surface(mask.get()));
+        cairo_pattern_set_filter(pattern.get(), CAIRO_FILTER_NEAREST);
+        cairo_matrix_t toMask;
+        cairo_matrix_init_translate(&toMask, -marks.box.left, -marks.box.top);
+        cairo_pattern_set_matrix(pattern.get(), &toMask);
+        SetColour(context, { layer.colour, 255 });
+        cairo_mask(context, pattern.get());
+    }
 }
 
 std::string CairoPage::FinishDocument()

@@ -3,7 +3,7 @@
 #include "ombrel/platform/gdi/Coordinates.h"
 #include "ombrel/platform/gdi/geometry/DashPattern.h"
 #include "ombrel/platform/gdi/geometry/PathSimplify.h"
-#include "ombrel/platform/gdi/page/PageMarks.h"
+#include "ombrel/platform/gdi/marks/MarkPicture.h"
 #include "ombrel/platform/gdi/text/TextEngine.h"
 
 #include <algorithm>
@@ -292,16 +292,43 @@ void PageCanvas::Image(ImageCopy const& copy, Clip const& clip)
     DrawPicture(*picture, clip);
 }
 
+bool PageCanvas::KeepShapes(std::span<RecordedPrimitive const> mark, std::vector<CPoint>& points, Clip const& clip)
+{
+    // Each takes some 30 bytes of a document, and viewers some microseconds.
+    static constexpr std::size_t kMostShapes = 10000;
+    std::size_t const given = points.size();
+    points = LastOfEach(points);
+    auto const count = [this, given, &points] { m_markCounts.hidden += static_cast<long long>(given - points.size()); };
+    auto const solid = WithPageLines(mark, static_cast<int>(std::lround(ScreenScale() / 2.0)));
+    auto const picture = solid ? DrawMark(*solid, 24) : std::nullopt;
+    if (!picture || picture->colours.empty()) {
+        count();
+        return true;
+    }
+    if (auto kept = WithoutCovered(*picture, points, kMostShapes)) {
+        points = std::move(*kept);
+        count();
+        return true;
+    }
+    m_markCounts.inImages += static_cast<long long>(given);
+    CRect visible;
+    visible.IntersectRect(clip.Box(), m_bounds);
+    DrawMarks(DrawMarkImage(*picture, points, visible), clip);
+    return false;
+}
+
 void PageCanvas::Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip)
 {
     if (m_finished || !std::all_of(mark.begin(), mark.end(), IsPlain))
         return Surface::Repeat(mark, points, clip);
     std::vector<RecordedPrimitive> const shown = WithoutRedrawn(mark);
-    std::vector<CPoint> visible = LastOfEach(points);
+    std::vector<CPoint> visible(points.begin(), points.end());
     std::erase_if(visible, [&, reach = ReachOf(mark)](CPoint p) { return !IsVisible(MoveRect(reach, p), clip); });
     if (visible.empty())
         return;
     Flush();
+    if (m_setup.marks == PageMarks::Auto && !KeepShapes(shown, visible, clip))
+        return;
     if (!BeginMark(shown))
         return Surface::Repeat(shown, visible, clip);
     // Round (0, 0), as if the paper went on there.

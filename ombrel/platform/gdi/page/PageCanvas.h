@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/platform/gdi/PageSurface.h"
 #include "ombrel/platform/gdi/Primitive.h"
+#include "ombrel/platform/gdi/page/PageMarks.h"
 #include "ombrel/platform/gdi/page/PagePicture.h"
 #include "ombrel/platform/gdi/page/PageShape.h"
 
@@ -27,6 +28,7 @@ public:
     void Fill(Region const& region, VectorBrush const& brush, Clip const& clip) override;
     void Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip) override;
     std::string Finish() override;
+    MarkCounts GetMarkCounts() const override { return m_markCounts; }
 
 protected:
     PageSetup const& Setup() const { return m_setup; }
@@ -37,6 +39,7 @@ protected:
     virtual void DrawShape(PageShape const& shape, PagePaint const& paint, Clip const& clip) = 0;
     virtual void DrawRun(TextRun const& run, Clip const& clip) = 0;
     virtual void DrawPicture(PagePicture const& picture, Clip const& clip) = 0;
+    virtual void DrawMarks(MarkImage const& marks, Clip const& clip) = 0;
     virtual std::string FinishDocument() = 0;
     /// For formats that can keep a mark and refer to it: what is drawn until EndMark is one, round (0, 0). False when
     /// the mark is better drawn at each point.
@@ -53,8 +56,11 @@ private:
     void Add(PageShape&& shape, PagePaint&& paint, Merging merging, Clip const& clip);
     bool IsVisible(CRect const& box, Clip const& clip) const;
     void Flush();
+    /// Takes the marks that need not be shapes out of the points, which are visible ones; false when that is all.
+    bool KeepShapes(std::span<RecordedPrimitive const> mark, std::vector<CPoint>& points, Clip const& clip);
 
     PageSetup m_setup;
+    MarkCounts m_markCounts;
     DeviceCapabilities m_capabilities;
     CRect m_bounds;
     bool m_finished = false;

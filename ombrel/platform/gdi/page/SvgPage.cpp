@@ -9,6 +9,7 @@
 #include "ombrel/platform/gdi/text/TextEngine.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <utility>
 
@@ -109,6 +110,54 @@ std::string Base64(std::string_view bytes)
     return text;
 }
 
+/// One bit a pixel for each colour.
+PackedPicture PackedImage(MarkImage const& marks)
+{
+    // The eight pixels of a byte, the lowest bit's first, as the higher of two bits each; and as one bit each.
+    static constexpr auto kSpread = [] {
+        std::array<std::uint16_t, 256> spread {};
+        for (unsigned byte = 0; byte < spread.size(); ++byte)
+            for (unsigned i = 0; i < 8; ++i)
+                if ((byte >> i & 1U) != 0)
+                    spread[byte] = static_cast<std::uint16_t>(spread[byte] | 0x8000U >> 2 * i);
+        return spread;
+    }();
+    static constexpr auto kReversed = [] {
+        std::array<std::uint8_t, 256> reversed {};
+        for (unsigned byte = 0; byte < reversed.size(); ++byte)
+            for (unsigned i = 0; i < 8; ++i)
+                if ((byte >> i & 1U) != 0)
+                    reversed[byte] = static_cast<std::uint8_t>(reversed[byte] | 0x80U >> i);
+        return reversed;
+    }();
+    std::size_t const count = marks.layers.size();
+    PackedPicture picture { marks.box.Width(), marks.box.Height(), static_cast<int>(count), {}, {} };
+    for (MarkImage::Layer const& layer : marks.layers)
+        picture.colours.push_back(layer.colour);
+    COLORREF paper = 0;
+    while (std::find(picture.colours.begin(), picture.colours.end(), paper) != picture.colours.end())
+        ++paper;
+    picture.colours.insert(picture.colours.begin(), paper);
+    auto const width = static_cast<std::size_t>(picture.width);
+    std::size_t const rowBytes = (width * count + 7) / 8;
+    for (std::size_t y = 0; y < static_cast<std::size_t>(picture.height); ++y) {
+        for (std::size_t x = 0; x < width; x += 8) {
+            auto const byte = [&](std::size_t layer) {
+                return marks.layers[layer].words[y * marks.rowWords + x / 64] >> x % 64 & 0xFF;
+            };
+            if (count == 1) {
+                picture.rows.push_back(kReversed[byte(0)]);
+                continue;
+            }
+            unsigned const pixels = kSpread[byte(0)] >> 1 | kSpread[byte(1)];
+            picture.rows.push_back(static_cast<std::uint8_t>(pixels >> 8));
+            picture.rows.push_back(static_cast<std::uint8_t>(pixels));
+        }
+        picture.rows.resize((y + 1) * rowBytes);
+    }
+    return picture;
+}
+
 /// Scalable Vector Graphics in units of device pixels: text is text, equal clips and hatches are written once.
 class SvgPage : public PageCanvas {
 public:
@@ -121,6 +170,7 @@ protected:
     void DrawShape(PageShape const& shape, PagePaint const& paint, Clip const& clip) override;
     void DrawRun(TextRun const& run, Clip const& clip) override;
     void DrawPicture(PagePicture const& picture, Clip const& clip) override;
+    void DrawMarks(MarkImage const& marks, Clip const& clip) override;
     std::string FinishDocument() override;
     bool BeginMark(std::span<RecordedPrimitive const> mark) override;
     void EndMark(std::span<CPoint const> points, Clip const& clip) override;
@@ -130,6 +180,7 @@ private:
     std::string Define(std::string_view prefix, std::string const& content);
     std::string HatchFill(VectorBrush const& brush);
     std::string PenAttributes(PagePen const& pen) const;
+    void AddImage(CRect const& to, std::string const& png);
     void SetClip(Clip const& clip);
 
     std::string m_body;
@@ -271,10 +322,20 @@ void SvgPage::DrawPicture(PagePicture const& picture, Clip const& clip)
     PngSettings settings;
     settings.dotsPerInch = 0;
     settings.transparent = picture.transparent;
-    m_body += Join({ "<image", Attribute("x", picture.to.left), Attribute("y", picture.to.top),
-        Attribute("width", picture.to.Width()), Attribute("height", picture.to.Height()),
-        " preserveAspectRatio=\"none\" xlink:href=\"data:image/png;base64,",
-        Base64(EncodePng(picture.pixels, settings)), "\"/>\n" });
+    AddImage(picture.to, EncodePng(picture.pixels, settings));
+}
+
+void SvgPage::AddImage(CRect const& to, std::string const& png)
+{
+    m_body += Join({ "<image", Attribute("x", to.left), Attribute("y", to.top), Attribute("width", to.Width()),
+        Attribute("height", to.Height()), " preserveAspectRatio=\"none\" xlink:href=\"data:image/png;base64,",
+        Base64(png), "\"/>\n" });
+}
+
+void SvgPage::DrawMarks(MarkImage const& marks, Clip const& clip)
+{
+    SetClip(clip);
+    AddImage(marks.box, EncodePng(PackedImage(marks)));
 }
 
 bool SvgPage::BeginMark(std::span<RecordedPrimitive const> mark)
