@@ -1,4 +1,5 @@
 #include "ombrel/chart/Document.h"
+#include "ombrel/Init.h"
 #include "ombrel/chart/ChartError.h"
 #include "ombrel/chart/ChartNotes.h"
 #include "ombrel/chart/Picture.h"
@@ -39,6 +40,7 @@ bool LooksLikeDocument(std::string_view firstBytes)
 
 std::unique_ptr<CGraph> LoadDocument(std::string_view bytes, std::string const& inPlaceClass, ChartNotes& notes)
 {
+    OmbrelInit();
     CRuntimeClass const* const graphClass = inPlaceClass.empty() ? nullptr : FindGraphClass(inPlaceClass);
     std::unique_ptr<CGraph> graph;
     try {

@@ -93,6 +93,9 @@ std::span<COLORREF const> DistinctColours(Look const& look)
     return kOnLight;
 }
 
+/// A shade for areas on that ground.
+COLORREF Tint(COLORREF colour, COLORREF ground) { return Mix(colour, ground, 0.6); }
+
 } // namespace
 
 double ContrastOf(COLORREF a, COLORREF b)
@@ -183,13 +186,15 @@ CurveLook Palette::At(std::size_t index) const
     CurveLook look;
     std::size_t const round = index / m_colours.size();
     look.colour = m_colours[index % m_colours.size()];
-    look.tint = Mix(look.colour, m_ground, 0.6);
+    look.tint = Tint(look.colour, m_ground);
     std::size_t const pattern = round + (m_patterned ? index % m_colours.size() : 0);
     look.lineType = static_cast<int>(pattern % (C2DCurve::kLineTypes + 1));
     look.fillPattern = kFillPatterns[pattern % std::size(kFillPatterns)];
     look.symbol = kSymbols[index % kSymbols.size()];
     return look;
 }
+
+COLORREF TintOf(COLORREF colour, Look const& look) { return Tint(colour, look.plottingArea); }
 
 Palette PaletteNamed(std::string const& name, std::size_t count, Look const& look)
 {

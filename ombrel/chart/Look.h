@@ -53,6 +53,9 @@ struct CurveLook {
     C2DSymbol::SymbolType symbol = C2DSymbol::Circle;
 };
 
+/// A shade of a curve's colour for the area under its line.
+OMBREL_EXPORT COLORREF TintOf(COLORREF colour, Look const& look);
+
 /// The looks of the curves of one graph.
 class OMBREL_EXPORT Palette {
 public:

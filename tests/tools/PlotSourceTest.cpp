@@ -2,8 +2,8 @@
 #include "tests/tools/TestFolder.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/chart/PlotCurves.h"
 #include "tools/ombrel/commands/RowOrder.h"
+#include "tools/ombrel/commands/SourceSeries.h"
 #include "tools/ombrel/options/Options.h"
 
 #include <gtest/gtest.h>

@@ -1,29 +1,27 @@
 #include "ombrel/chart/Histogram.h"
+#include "ombrel/chart/data/BarSeries.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "tools/ombrel/Messages.h"
-#include "tools/ombrel/chart/PlotBars.h"
-#include "tools/ombrel/commands/TableFile.h"
 
 #include <cmath>
 
-namespace ombrel::host {
+namespace ombrel {
 
 namespace {
 
 /// The values of a column that are shown; counts the others.
 std::vector<double> ShownValues(
-    ColumnValues const& column, AxisRange const& shown, std::size_t& gaps, std::size_t& outside)
+    std::span<double const> column, AxisRange const& shown, std::size_t& gaps, std::size_t& outside)
 {
     std::vector<double> values;
-    column.ForEach([&](double v) {
-        if (std::isnan(v))
+    for (double const v : column) {
+        if (IsGap(v))
             ++gaps;
         else if (v < shown.min || v > shown.max)
             ++outside;
         else
             values.push_back(v);
-    });
+    }
     return values;
 }
 
@@ -40,48 +38,45 @@ std::vector<double> MiddlesOf(std::vector<double> const& edges)
 
 } // namespace
 
-CurveData AddHistogram(CurveInput const& input)
+void AddHistogram(CurveInput const& input, CurveData& data)
 {
     std::size_t gaps = 0;
     std::size_t outside = 0;
     std::vector<std::vector<double>> columns;
     std::vector<double> all;
-    for (PlotSource& source : input.sources) {
-        for (std::size_t const column : source.yColumns) {
-            columns.push_back(ShownValues(source.table.columns[column].values, input.shown, gaps, outside));
-            all.insert(all.end(), columns.back().begin(), columns.back().end());
-        }
+    for (SeriesData const* const one : input.series) {
+        columns.push_back(ShownValues(one->Y(), input.shown, gaps, outside));
+        all.insert(all.end(), columns.back().begin(), columns.back().end());
     }
-    CurveData data;
-    std::vector<double> const edges = HistogramEdges(all, input.options.bins);
+    std::vector<double> const edges = HistogramEdges(all, input.settings.bins);
     if (edges.empty())
-        return data;
-    input.messages.Note(Counted(all.size(), "value", "values") + " in " + Counted(edges.size() - 1, "bin", "bins")
+        return;
+    input.notes.AddNote(Counted(all.size(), "value", "values") + " in " + Counted(edges.size() - 1, "bin", "bins")
         + " of " + NumberText(edges[1] - edges[0]) + " from " + NumberText(edges.front()) + " to "
         + NumberText(edges.back()) + "; left out: " + Counted(gaps, "gap", "gaps") + ", "
-        + Counted(outside, "value", "values") + " outside of --x-range");
-    std::vector<std::string> const titles = CurveTitles(input.sources);
+        + Counted(outside, "value", "values") + " outside of the x range");
+    CurveData bars;
     SharedColumns shared;
     shared.xs = MiddlesOf(edges);
     for (std::size_t i = 0; i < columns.size(); ++i) {
         std::vector<std::size_t> const counts = CountInBins(columns[i], edges);
-        shared.columns.push_back({ titles[i], { counts.begin(), counts.end() }, {} });
+        shared.columns.push_back({ input.series[i], { counts.begin(), counts.end() }, {} });
         if (columns[i].empty())
-            data.emptyColumns.push_back(titles[i]);
+            bars.empty.push_back(input.series[i]->name);
         shared.columns.back().ys.resize(shared.xs.size(), kGap);
         // No count is no bar, on a logarithmic axis too.
         for (double& count : shared.columns.back().ys)
-            count = input.options.yLog && count == 0.0 ? kGap : count;
+            count = input.settings.yLog && count == 0.0 ? kGap : count;
     }
     // Bars that touch; the groups of several columns have to be kept apart.
     if (columns.size() == 1)
-        AddSingleBars(input, shared, 1.0, data);
+        AddSingleBars(input, shared, 1.0, bars);
     else
-        AddClusteredBars(input, shared, 0.9, data);
-    data.wholeNumbers = false;
-    data.x = { edges.front(), edges.back() };
-    data.spacing = 0.0;
-    return data;
+        AddClusteredBars(input, shared, 0.9, bars);
+    bars.wholeNumbers = false;
+    bars.x = { edges.front(), edges.back() };
+    bars.spacing = 0.0;
+    data.Add(bars);
 }
 
-} // namespace ombrel::host
+} // namespace ombrel

@@ -1,13 +1,13 @@
+#include "ombrel/chart/data/SeriesCurves.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DErrorBarPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "tools/ombrel/chart/PlotCurves.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-namespace ombrel::host {
+namespace ombrel {
 
 namespace {
 
@@ -30,7 +30,7 @@ C2DErrorBarCurve& AddCurve(CurveInput const& input, CDoubleArray const& xs, CDou
     auto& curve = static_cast<C2DErrorBarCurve&>(*ErrorPlotOf(input.graph).CreateCurve());
     curve.SetDataSourceType(CPlotComponent::dsTable);
     curve.SetColour(colour);
-    if (input.sources.front().HasDates())
+    if ((input.settings.xKind == XKind::Dates))
         curve.SetXValMode(C2DCurve::xvDates);
     curve.SetPoints(&xs, &middles, &heights, xs.GetSize());
     return curve;
@@ -61,7 +61,7 @@ void AddErrorBars(CurveInput const& input, std::span<double const> xs, std::span
     for (std::size_t i = 0; i < xs.size(); ++i) {
         if (IsGap(xs[i]) || IsGap(ys[i]) || !(errors[i] >= 0.0))
             continue;
-        ErrorBar const bar = MakeErrorBar(ys[i], errors[i], input.options.yLog);
+        ErrorBar const bar = MakeErrorBar(ys[i], errors[i], input.settings.yLog);
         barXs.Add(xs[i]);
         middles.Add(bar.middle);
         heights.Add(bar.height);
@@ -85,7 +85,7 @@ void AddDashes(CurveInput const& input, std::span<double const> xs, std::span<do
     for (std::size_t i = 0; i < xs.size(); ++i) {
         dashXs.Add(xs[i]);
         middles.Add(ys[i]);
-        heights.Add(kNoHeight * (input.options.yLog || largest == 0.0 ? 1.0 : largest));
+        heights.Add(kNoHeight * (input.settings.yLog || largest == 0.0 ? 1.0 : largest));
     }
     C2DErrorBarCurve& curve = AddCurve(input, dashXs, middles, heights, colour);
     curve.SetTitle("dashes");
@@ -94,11 +94,11 @@ void AddDashes(CurveInput const& input, std::span<double const> xs, std::span<do
 
 void MarkZero(CurveInput const& input, CurveData const& data)
 {
-    if (input.options.yLog || data.y.min >= 0.0 || data.y.max <= 0.0)
+    if (input.settings.yLog || data.y.min >= 0.0 || data.y.max <= 0.0)
         return;
     // Caps take up a hundredth of the plotting area; the dash reaches beyond both its ends, wherever its middle is.
     constexpr double kAcross = 300.0;
     AddDashes(input, std::span(&data.x.min, 1), std::array { 0.0 }, kAcross, input.look.axes, data);
 }
 
-} // namespace ombrel::host
+} // namespace ombrel

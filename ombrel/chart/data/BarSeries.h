@@ -1,11 +1,11 @@
 #pragma once
-#include "tools/ombrel/chart/SharedColumns.h"
+#include "ombrel/chart/data/SharedColumns.h"
 
 namespace ombrel {
 class C2DSeriesPlot;
 } // namespace ombrel
 
-namespace ombrel::host {
+namespace ombrel {
 
 /// Adds one bar for each value of the one column, which takes up that part of the room it has.
 void AddSingleBars(CurveInput const& input, SharedColumns& shared, double widthFactor, CurveData& data);
@@ -16,4 +16,4 @@ void AddClusteredBars(CurveInput const& input, SharedColumns& shared, double wid
 /// Gives the plot the x values, and adds a curve for each column to it.
 void FillSeriesPlot(C2DSeriesPlot& plot, CurveInput const& input, SharedColumns& shared);
 
-} // namespace ombrel::host
+} // namespace ombrel

@@ -1,7 +1,7 @@
-#include "tools/ombrel/chart/PlotCurves.h"
+#include "ombrel/chart/data/SeriesCurves.h"
 #include "ombrel/chart/FillLook.h"
+#include "ombrel/chart/data/SharedColumns.h"
 #include "ombrel/foundation/GArray.h"
-#include "tools/ombrel/chart/SharedColumns.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 #include <cmath>
 #include <limits>
 
-namespace ombrel::host {
+namespace ombrel {
 namespace {
 
 TEST(ErrorBars, ReachEquallyFarInValuesAlsoOnALogarithmicAxis)
@@ -129,4 +129,4 @@ TEST(SharedColumns, TellHowCloseTheirPlacesAre)
 }
 
 } // namespace
-} // namespace ombrel::host
+} // namespace ombrel

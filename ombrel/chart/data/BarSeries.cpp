@@ -1,17 +1,16 @@
-#include "tools/ombrel/chart/PlotBars.h"
+#include "ombrel/chart/data/BarSeries.h"
+#include "ombrel/chart/ChartError.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DBarPlot.h"
 #include "ombrel/graph2d/2DClusteredBarPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DStackedBarPlot.h"
-#include "tools/ombrel/Messages.h"
-#include "tools/ombrel/commands/TableFile.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace ombrel::host {
+namespace ombrel {
 
 namespace {
 
@@ -48,7 +47,7 @@ void AddHeights(CurveInput const& input, SharedColumns const& shared, CurveData&
                 data.AddY(column.ys[i]);
         }
     }
-    if (!input.options.yLog && data.y.min <= data.y.max)
+    if (!input.settings.yLog && data.y.min <= data.y.max)
         data.AddY(0.0);
 }
 
@@ -71,23 +70,23 @@ void AddStackHeights(CurveInput const& input, SharedColumns const& shared, Curve
         if (isEmpty || !IsShown(input, shared.xs[i]))
             continue;
         double const whole = above - below;
-        bool const isShare = input.options.percent && whole > 0.0;
+        bool const isShare = input.settings.percent && whole > 0.0;
         data.AddY(isShare ? 100.0 * (above / whole) : above);
         data.AddY(isShare ? 100.0 * (below / whole) : below);
     }
-    if (input.options.percent && !anyPositive && data.y.min <= data.y.max)
+    if (input.settings.percent && !anyPositive && data.y.min <= data.y.max)
         data.y = { 0.0, 100.0 };
 }
 
 void AddStackedBars(CurveInput const& input, SharedColumns& shared, CurveData& data)
 {
-    MarkGaps(input, shared, input.options.yLog, data);
+    MarkGaps(input, shared, input.settings.yLog, data);
     AddPlaces(input, shared, data);
     AddStackHeights(input, shared, data);
     auto& plot = static_cast<C2DStackedBarPlot&>(*input.graph.AddPlot(it2DStackedBarPlot));
     plot.SetBarWidthFactor(kSingleWidth);
     plot.SetBorderColour(input.look.barBorder);
-    plot.SetPlotStyle(input.options.percent ? C2DStackedBarPlot::psPercent : C2DStackedBarPlot::psPlain);
+    plot.SetPlotStyle(input.settings.percent ? C2DStackedBarPlot::psPercent : C2DStackedBarPlot::psPlain);
     FillSeriesPlot(plot, input, shared);
 }
 
@@ -106,9 +105,9 @@ void RequireValuesAboveOne(CurveInput const& input, SharedColumns const& shared)
 {
     for (SharedColumns::Column const& column : shared.columns) {
         for (double const y : column.ys) {
-            if (input.options.yLog && y < 1.0)
-                throw Failure(kUsageFault,
-                    "--log y: bars side by side stand on 1, and " + column.title + " has values below it, such as "
+            if (input.settings.yLog && y < 1.0)
+                throw ChartError(ChartError::Cause::Setting,
+                    "log y: bars side by side stand on 1, and " + column.series->name + " has values below it, such as "
                         + NumberText(y));
         }
     }
@@ -118,15 +117,14 @@ void RequireValuesAboveOne(CurveInput const& input, SharedColumns const& shared)
 
 void FillSeriesPlot(C2DSeriesPlot& plot, CurveInput const& input, SharedColumns& shared)
 {
-    bool const dates = input.sources.front().HasDates();
+    bool const dates = (input.settings.xKind == XKind::Dates);
     plot.SetXValueMode(1);
     plot.SetXValMode(dates ? C2DCurve::xvDates : C2DCurve::xvNumbers);
     plot.SetPoints(TableOf(shared.xs, std::vector<double>(shared.xs.size())));
-    std::size_t index = 0;
     for (SharedColumns::Column const& column : shared.columns) {
         auto& curve = static_cast<C2DCurve&>(*plot.CreateCurve());
-        CurveLook const look = input.palette.At(index++);
-        curve.SetTitle(CString(column.title));
+        CurveLook const look = input.LookOf(*column.series);
+        curve.SetTitle(CString(column.series->name));
         curve.SetDataSourceType(CPlotComponent::dsTable);
         curve.SetScriptXValueMode(1);
         curve.SetXValMode(plot.GetXValMode());
@@ -138,21 +136,21 @@ void FillSeriesPlot(C2DSeriesPlot& plot, CurveInput const& input, SharedColumns&
 
 void AddSingleBars(CurveInput const& input, SharedColumns& shared, double widthFactor, CurveData& data)
 {
-    MarkGaps(input, shared, input.options.yLog, data);
+    MarkGaps(input, shared, input.settings.yLog, data);
     AddPlaces(input, shared, data);
     AddHeights(input, shared, data);
     SharedColumns::Column const& column = shared.columns.front();
     auto& bars = static_cast<C2DBarCurve&>(*input.graph.AddPlot(it2DBarPlot)->CreateCurve());
-    CurveLook const look = input.palette.At(0);
-    bars.SetTitle(CString(column.title));
+    CurveLook const look = input.LookOf(*column.series);
+    bars.SetTitle(CString(column.series->name));
     bars.SetDataSourceType(CPlotComponent::dsTable);
-    if (input.sources.front().HasDates())
+    if ((input.settings.xKind == XKind::Dates))
         bars.SetXValMode(C2DCurve::xvDates);
     bars.SetColour(look.colour);
     bars.SetFillPattern(look.fillPattern);
     bars.SetBorderColour(input.look.barBorder);
     bars.SetBarWidthFactor(widthFactor);
-    if (!input.options.yLog) {
+    if (!input.settings.yLog) {
         bars.SetAutoBaseline(0);
         bars.SetBaseline(0.0);
     }
@@ -164,7 +162,7 @@ void AddSingleBars(CurveInput const& input, SharedColumns& shared, double widthF
 void AddClusteredBars(CurveInput const& input, SharedColumns& shared, double widthFactor, CurveData& data)
 {
     RequireValuesAboveOne(input, shared);
-    MarkGaps(input, shared, input.options.yLog, data);
+    MarkGaps(input, shared, input.settings.yLog, data);
     AddPlaces(input, shared, data);
     AddHeights(input, shared, data);
     auto& plot = static_cast<C2DClusteredBarPlot&>(*input.graph.AddPlot(it2DClusteredBarPlot));
@@ -185,21 +183,19 @@ void AddClusteredBars(CurveInput const& input, SharedColumns& shared, double wid
     }
 }
 
-CurveData AddBars(CurveInput const& input)
+void AddBars(CurveInput const& input, CurveData& all)
 {
     CurveData data;
-    SharedColumns shared = TakeSharedColumns(input, EqualX::Refused);
-    if (input.options.kind == PlotKind::Stacked) {
+    SharedColumns shared = ShareColumns(input, EqualX::Refused);
+    if (input.series.front()->kind == SeriesKind::Stacked) {
         AddStackedBars(input, shared, data);
-    } else if (input.options.kind == PlotKind::Bar && shared.columns.size() == 1) {
+    } else if (shared.columns.size() == 1) {
         AddSingleBars(input, shared, kSingleWidth, data);
     } else {
-        if (input.options.kind == PlotKind::Bar)
-            input.messages.Note(Counted(shared.columns.size(), "column", "columns") + ": the bars stand side by side");
         AddClusteredBars(input, shared, kClusterWidth, data);
     }
     MarkZero(input, data);
-    return data;
+    all.Add(data);
 }
 
-} // namespace ombrel::host
+} // namespace ombrel

@@ -1,12 +1,12 @@
 #pragma once
-#include "tools/ombrel/chart/PlotCurves.h"
+#include "ombrel/chart/data/SeriesCurves.h"
 
-namespace ombrel::host {
+namespace ombrel {
 
 /// The columns of one graph over x values that they have in common.
 struct SharedColumns {
     struct Column {
-        std::string title;
+        SeriesData const* series = nullptr;
         /// One for each x.
         std::vector<double> ys;
         /// Likewise, or empty.
@@ -28,8 +28,8 @@ enum class EqualX { Allowed, Refused };
 /// and notes those without a value that is shown.
 void MarkGaps(CurveInput const& input, SharedColumns& shared, bool logarithmic, CurveData& data);
 
-/// Takes all y columns out of the sources, in the order of x. Throws Failure when the sources' x values differ, or when
-/// equal ones are refused and there are some.
-SharedColumns TakeSharedColumns(CurveInput const& input, EqualX equalX);
+/// The values of all series in the order of x. Throws SeriesError when the series' x values differ, or when equal ones
+/// are refused and there are some.
+SharedColumns ShareColumns(CurveInput const& input, EqualX equalX);
 
-} // namespace ombrel::host
+} // namespace ombrel

@@ -1,13 +1,11 @@
+#include "ombrel/chart/data/BarSeries.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "tools/ombrel/Messages.h"
-#include "tools/ombrel/chart/PlotBars.h"
-#include "tools/ombrel/commands/TableFile.h"
 
 #include <algorithm>
 
-namespace ombrel::host {
+namespace ombrel {
 
 namespace {
 
@@ -32,7 +30,7 @@ void AddTotals(CurveInput const& input, SharedColumns const& shared, CurveData& 
         if (isEmpty)
             continue;
         double const whole = highest - lowest;
-        double const unit = input.options.normalised && whole > 0.0 ? whole : 1.0;
+        double const unit = input.settings.normalised && whole > 0.0 ? whole : 1.0;
         data.AddX(shared.xs[i]);
         data.AddY(highest / unit);
         data.AddY(lowest / unit);
@@ -41,10 +39,10 @@ void AddTotals(CurveInput const& input, SharedColumns const& shared, CurveData& 
 
 } // namespace
 
-CurveData AddBands(CurveInput const& input)
+void AddBands(CurveInput const& input, CurveData& all)
 {
     CurveData data;
-    SharedColumns shared = TakeSharedColumns(input, EqualX::Allowed);
+    SharedColumns shared = ShareColumns(input, EqualX::Allowed);
     std::size_t gaps = 0;
     std::size_t negative = 0;
     MarkGaps(input, shared, false, data);
@@ -55,22 +53,22 @@ CurveData AddBands(CurveInput const& input)
             std::count_if(column.ys.begin(), column.ys.end(), [](double y) { return y < 0.0; }));
     }
     if (gaps > 0)
-        input.messages.Warning(Counted(gaps, "gap counts", "gaps count") + " as 0 in the bands");
+        input.notes.AddWarning(Counted(gaps, "gap counts", "gaps count") + " as 0 in the bands");
     if (negative > 0)
-        input.messages.Warning(Counted(negative, "value is", "values are")
-            + " negative: there the bands lie over each other (--kind stacked keeps them apart)");
+        input.notes.AddWarning(Counted(negative, "value is", "values are")
+            + " negative: there the bands lie over each other (stacked bars keep them apart)");
     if (shared.xs.size() < 2)
-        input.messages.Warning("a single row has no area: there is nothing to see");
+        input.notes.AddWarning("a single row has no area: there is nothing to see");
     AddTotals(input, shared, data);
-    if (input.options.normalised && data.y.min == data.y.max)
+    if (input.settings.normalised && data.y.min == data.y.max)
         data.AddY(1.0);
     data.wholeNumbers = shared.HasWholeNumbers();
     auto& plot = static_cast<C2DAreaPlot&>(*input.graph.AddPlot(it2DAreaPlot));
-    plot.SetNormalised(input.options.normalised);
+    plot.SetNormalised(input.settings.normalised);
     plot.SetBorderColour(input.look.barBorder);
     FillSeriesPlot(plot, input, shared);
     MarkZero(input, data);
-    return data;
+    all.Add(data);
 }
 
-} // namespace ombrel::host
+} // namespace ombrel

@@ -1,0 +1,232 @@
+#include "ombrel/chart/Chart.h"
+#include "ombrel/chart/Document.h"
+#include "ombrel/drawing/DIB.h"
+#include "ombrel/graph2d/2DClusteredBarPlot.h"
+#include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph2d/Axes.h"
+#include "ombrel/platform/gdi/DC.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <limits>
+#include <thread>
+
+namespace ombrel {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+PictureForm SmallForm()
+{
+    PictureForm form;
+    form.size = { 300, 200 };
+    return form;
+}
+PictureForm const kSmall = SmallForm();
+
+std::vector<double> Numbers(int count, std::function<double(int)> const& value)
+{
+    std::vector<double> numbers;
+    for (int i = 0; i < count; ++i)
+        numbers.push_back(value(i));
+    return numbers;
+}
+
+std::vector<double> const kX = Numbers(50, [](int i) { return i * 0.25; });
+std::vector<double> const kY = Numbers(50, [](int i) { return std::sin(i * 0.25); });
+
+/// The ranges of the axes that a chart gets in a small picture.
+std::pair<AxisSettings, AxisSettings> AxesOf(Chart& chart)
+{
+    Picture picture(kSmall);
+    CAxes const& axes = *chart.Graph(picture.GetDC(), picture.GetRect()).GetAxes();
+    return { axes.GetAxis(CAxes::atX), axes.GetAxis(CAxes::atY) };
+}
+
+std::string MessageOf(std::function<void()> const& call)
+{
+    try {
+        call();
+    } catch (ChartError const& error) {
+        return error.what();
+    }
+    return "";
+}
+
+TEST(Chart, DrawsEveryKindOverTheRangeOfItsData)
+{
+    std::vector<std::string> const words { "north", "south", "east" };
+    std::vector<std::chrono::sys_days> const days { std::chrono::sys_days(2020y / 1 / 1),
+        std::chrono::sys_days(2020y / 2 / 1), std::chrono::sys_days(2020y / 3 / 1) };
+    std::vector<double> const three { 2, kNaN, 5 };
+    struct {
+        std::function<void(Chart&)> add;
+        double xMin, xMax, yMin, yMax;
+    } const cases[] {
+        { [&](Chart& c) { c.Line(kX, kY); }, 0, 12.5, -1, 1 },
+        { [&](Chart& c) { c.Line(three); }, 1, 3, 2, 5 },
+        { [&](Chart& c) { c.Points(words, three); }, 0.5, 3.5, 2, 5 },
+        { [&](Chart& c) { c.Steps(days, three); }, 43831, 43891, 2, 5 },
+        { [&](Chart& c) { c.Filled(kX, kY).Errors(std::vector<double>(50, 3)); }, 0, 12.5, -4, 4 },
+        { [&](Chart& c) { c.Bars(words, three); }, 0.5, 3.5, 0, 5 },
+        { [&](Chart& c) { c.Bars(three), c.Bars(three), c.Line(three); }, 0.5, 3.5, 0, 5 },
+        { [&](Chart& c) { c.Stacked(words, three), c.Stacked(words, three), c.Percent(); }, 0.5, 3.5, 0, 100 },
+        { [&](Chart& c) { c.Area(kX, kX), c.Area(kX, kX), c.Line(kX, kX); }, 0, 12.5, 0, 24.5 },
+        { [&](Chart& c) { c.Histogram(kX).Name("h"), c.Bins(5); }, 0, 12.25, 0, 10 },
+        { [&](Chart& c) { c.Texts(words, three, words); }, 0.5, 3.5, 2, 5 },
+        { [&](Chart& c) { c.Line(three).Name("a"), c.X().From(0), c.Y().Range(-10, 10); }, 0, 3, -10, 10 },
+        { [&](Chart& c) { c.Line(three), c.Y().Logarithmic(); }, 1, 3, std::log10(2), std::log10(5) },
+    };
+    for (auto const& c : cases) {
+        Chart chart;
+        c.add(chart);
+        SCOPED_TRACE(&c - cases);
+        auto const [x, y] = AxesOf(chart);
+        // Room at the sides is no more than a fifth of the range.
+        EXPECT_LE(x.min, c.xMin);
+        EXPECT_GE(x.max, c.xMax);
+        EXPECT_LE(x.max - x.min, 1.2 * (c.xMax - c.xMin));
+        EXPECT_LE(y.min, c.yMin + 1e-9);
+        EXPECT_GE(y.max, c.yMax - 1e-9);
+        EXPECT_LE(y.max - y.min, 1.3 * (c.yMax - c.yMin));
+    }
+}
+
+TEST(Chart, SaysWhatCannotBeDrawn)
+{
+    std::vector<std::string> const words { "a", "b" };
+    std::vector<double> const two { 1, 2 };
+    std::vector<double> const others { 1, 3 };
+    std::vector<double> const equal { 1, 1 };
+    std::vector<double> const gaps { kNaN, kNaN };
+    std::vector<double> const one { 1 };
+    struct {
+        std::function<void(Chart&)> make;
+        char const* message;
+    } const cases[] {
+        { [&](Chart&) {}, "no series was added" },
+        { [&](Chart& c) { c.Line(two, one); }, "expected as many y values as there are x values (2), found 1" },
+        { [&](Chart& c) { c.Line(two, two).Errors(one); }, "expected an error for each of 2 points, found 1" },
+        { [&](Chart& c) { c.Texts(two, two, std::span(words).first(1)); }, "expected a text for each of 2 points" },
+        { [&](Chart& c) { c.Line(words, two), c.Line(two, two); }, "expected x values of the kind" },
+        { [&](Chart& c) { c.Bars(two, two), c.Bars(others, two); }, "expected the x values of \"\" (2), found 3" },
+        { [&](Chart& c) { c.Bars(equal, two); }, "expected one point for each x" },
+        { [&](Chart& c) { c.Bars(two, two), c.Stacked(two, two); }, "stacked bars do not stand beside others" },
+        { [&](Chart& c) { c.Area(two, two), c.Y().Logarithmic(); }, "area values add up" },
+        { [&](Chart& c) { c.Bars(two, two), c.Polar(); }, "polar: is for lines" },
+        { [&](Chart& c) { c.Line(gaps); }, "there is nothing to draw: all values are gaps" },
+        { [&](Chart& c) { c.Line(two), c.SetPalette("rainbowish"); }, "palette: expected distinct, grey" },
+        { [&](Chart& c) { c.Line(two), c.X().Range(2, 1); }, "x-range: expected ends with the first below the second" },
+        { [&](Chart& c) { c.Line(two), c.Save("chart.gif"); }, "found \"chart.gif\"" },
+        { [&](Chart& c) { c.Line(two), c.Save("no/such/folder/chart.png"); }, "cannot be written: No such file" },
+        { [&](Chart& c) { c.Add(SeriesKind::Line, CTableData(3, 2)); }, "a table of two rows, x and y, found 3" },
+    };
+    for (auto const& c : cases) {
+        EXPECT_THAT(MessageOf([&] {
+            Chart chart;
+            c.make(chart);
+            (void)chart.Encode(kSmall);
+        }),
+            HasSubstr(c.message));
+    }
+    // What could not be added is not there.
+    Chart chart;
+    chart.Line(two);
+    EXPECT_THROW(chart.Line(two, one), SeriesError);
+    EXPECT_EQ(chart.GetSeries(1), nullptr);
+    EXPECT_FALSE(chart.Encode(kSmall).empty());
+}
+
+TEST(Chart, ShowsNewPointsAsANewChartWouldWithTheGraphThatItHas)
+{
+    auto const make = [](std::vector<double> const& y) {
+        Chart chart("Live");
+        chart.Line(kX, y).Name("a");
+        chart.Points(kX, kY).Name("b");
+        chart.Legend(LegendPlace::TopLeft);
+        return chart;
+    };
+    std::vector<double> const higher = Numbers(50, [](int i) { return 3.0 + std::cos(i * 0.3); });
+    Chart live = make(kY);
+    std::string const first = live.Encode(kSmall);
+    Picture picture(kSmall);
+    C2DGraph const* const graph = &live.Graph(picture.GetDC(), picture.GetRect());
+    live.GetSeries(0)->Update(kX, higher);
+    EXPECT_EQ(live.Encode(kSmall), make(higher).Encode(kSmall));
+    EXPECT_EQ(&live.Graph(picture.GetDC(), picture.GetRect()), graph);
+    live.GetSeries(0)->Update(kX, kY);
+    EXPECT_EQ(live.Encode(kSmall), first);
+    // Points between gaps, and errors, need curves of their own; fewer points are fine.
+    std::vector<double> const gappy = Numbers(50, [](int i) { return i % 2 ? kNaN : 1.0; });
+    live.GetSeries(0)->Update(kX, gappy);
+    EXPECT_EQ(live.Encode(kSmall), make(gappy).Encode(kSmall));
+    live.GetSeries(0)->Update(std::span(kX).first(10), std::span(kY).first(10));
+    EXPECT_NE(live.Encode(kSmall), first);
+    EXPECT_THROW(live.GetSeries(0)->Update(kX, std::span(kY).first(10)), SeriesError);
+    // A chart that is changed otherwise is built anew.
+    live.GetSeries(0)->Update(kX, kY);
+    live.GetSeries(0)->Colour(colours::kRed);
+    EXPECT_NE(live.Encode(kSmall), first);
+}
+
+TEST(Chart, LooksTheSameWhereverItIsDrawn)
+{
+    Chart chart("Title");
+    chart.Line(kX, kY).Name("a").Width(3).Dash(Dash::Dashed).Mark(Mark::Square);
+    chart.X().Title("x").Logarithmic(false);
+    // In a part of a bitmap as in one of that size.
+    CDIB whole(300, 200, 24);
+    chart.Draw(*whole.GetDC(), CRect(0, 0, 300, 200));
+    CDIB part(500, 400, 24);
+    chart.Draw(*part.GetDC(), CRect(120, 90, 420, 290));
+    int differing = 0;
+    for (int y = 0; y < 200; ++y) {
+        for (int x = 0; x < 300; ++x)
+            differing += whole.GetDC()->GetPixel(x, y) != part.GetDC()->GetPixel(x + 120, y + 90);
+    }
+    EXPECT_EQ(differing, 0);
+    // As a document, too.
+    auto const path = (std::filesystem::temp_directory_path() / "chart-test.ombrel").string();
+    chart.Save(path, kSmall);
+    std::string bytes;
+    {
+        std::ifstream file(path, std::ios::binary);
+        bytes.assign(std::istreambuf_iterator<char>(file), {});
+    }
+    std::filesystem::remove(path);
+    ChartNotes notes;
+    auto const loaded = LoadDocument(bytes, "", notes);
+    loaded->UpdatePlots();
+    CDIB again(300, 200, 24);
+    static_cast<C2DGraph&>(*loaded).Draw(again.GetDC(), CRect(0, 0, 300, 200), pmDirect);
+    EXPECT_EQ(again.EncodeBmp(), whole.EncodeBmp());
+    // And from any thread.
+    std::string fromThread;
+    std::thread([&] {
+        Chart other("Title");
+        other.Line(kX, kY).Name("a").Width(3).Dash(Dash::Dashed).Mark(Mark::Square);
+        other.X().Title("x");
+        fromThread = other.Encode(kSmall);
+    }).join();
+    EXPECT_EQ(fromThread, chart.Encode(kSmall));
+}
+
+TEST(Dates, AreDaysSinceTheEndOf1899)
+{
+    using std::chrono::sys_days;
+    EXPECT_EQ(DateValue(sys_days(1899y / 12 / 30)), 0.0);
+    EXPECT_EQ(DateValue(sys_days(2000y / 1 / 1) + 6h), 36526.25);
+    // Before that day, times count away from zero.
+    EXPECT_EQ(DateValue(sys_days(1899y / 12 / 29) + 6h), -1.25);
+}
+
+} // namespace
+} // namespace ombrel
