@@ -135,8 +135,9 @@ void C2DLine::DrawLines(CPort* port)
         break;
     default:
         if (pen.dashes.empty()) {
+            // Columns that half of the pen covers lie side by side unseen.
             constexpr int kHidesColumns = 4;
-            Merging const merging = dc.IsPrinting() && width >= kHidesColumns ? Merging::Extremes : Merging::Pixels;
+            Merging const merging { dc.IsPrinting() && width >= kHidesColumns, std::max(width / 2, 1) };
             // A wide pen reaches into columns beside its points.
             AddStraightLines(*m_drawPoints, points, map, clip.left - width, clip.right + width, merging);
         } else {
@@ -176,13 +177,13 @@ void C2DLine::DrawSymbols(CPort& port)
     CTableData const& table = std::as_const(*this).GetPoints();
     double const* const xs = table.GetRow(0);
     double const* const ys = table.GetRow(1);
-    // Enough at a time for what symbols have in common to pay.
-    constexpr int kMost = 1 << 20;
+    // Enough at a time for what symbols have in common to pay. Pages make one image of very many.
+    int const most = dc.IsPrinting() ? 1 << 25 : 1 << 20;
     std::vector<CPoint> centres;
-    centres.reserve(static_cast<std::size_t>(std::min(GetNumPoints(), kMost)));
+    centres.reserve(static_cast<std::size_t>(std::min(GetNumPoints(), most)));
     for (int i = 0, n = GetNumPoints(); i < n;) {
         centres.clear();
-        for (int const end = std::min(n - i, kMost) + i; i < end; ++i) {
+        for (int const end = std::min(n - i, most) + i; i < end; ++i) {
             if (IsGap(xs[i]) || IsGap(ys[i]))
                 continue;
             CPoint const p(map.X(xs[i]), map.Y(ys[i]));

@@ -95,6 +95,52 @@ TEST(LinePath, MergedLinesCoverThePixelsOfAllPoints)
     }
 }
 
+TEST(LinePath, TallColumnsBesideEachOtherBecomeOneForAWideLine)
+{
+    // 90 points a column, up and down all over it; in the middle third all of them at one height.
+    constexpr int kColumns = 60;
+    constexpr int kPoints = kColumns * 90;
+    Drawing drawing(false);
+    CTableData table(2, kPoints);
+    for (int i = 0; i < kPoints; ++i) {
+        int const column = i / 90;
+        double const height = column / 20 == 1 ? 0.0 : 0.2 + column / 300.0;
+        table.SetAt(0, i, (column + 0.5) / kSize.cx);
+        table.SetAt(1, i, i % 2 == 0 ? 0.1 : 0.1 + height);
+    }
+    PointSummary summary;
+    summary.Update(table);
+    StoredPoints const points { table.GetRow(0), table.GetRow(1), kPoints, &summary };
+    LinePath path;
+    path.Clear();
+    AddStraightLines(path, points, drawing.map, -1, kSize.cx, { true, 3 });
+    int const bottom = drawing.map.Y(0.1);
+    std::vector<int> xs;
+    int tallest = 0;
+    for (CPoint const& p : path.points) {
+        if (xs.empty() || xs.back() != p.x)
+            xs.push_back(p.x);
+        tallest = std::max(tallest, bottom - p.y);
+    }
+    std::vector<int> expected;
+    auto const expect = [&](int column) { expected.push_back(drawing.map.X((column + 0.5) / kSize.cx)); };
+    for (int first = 0; first < kColumns; first += 20) {
+        if (first == 20) {
+            for (int column = first; column < 40; ++column)
+                expect(column);
+            continue;
+        }
+        // Of twenty, two are left over in the end.
+        for (int column = first; column < first + 18; column += 3)
+            expect(column + 1);
+        expect(first + 18);
+    }
+    EXPECT_EQ(xs, expected);
+    // Nothing of the extremes is lost, and most are there once.
+    EXPECT_EQ(tallest, bottom - drawing.map.Y(0.1 + 0.2 + 59 / 300.0));
+    EXPECT_LT(path.points.size(), 2U * 14U + 20U + 8U);
+}
+
 TEST(LinePath, DashedColumnsAreSolidWhereTheirMovesOutgrowTheLimit)
 {
     // A hundred points in one column of pixels: up and down by about three, or up all the way. Nothing is dashed

@@ -163,7 +163,7 @@ TEST(LineFigures, KeepOnePointBeyondEachSideAndFourACrowdedColumn)
     // Ninety points fall into each pixel column: from 4 up to 9, down to 1 and up to 6.
     constexpr int kCrowd = 90;
     std::string thin;
-    std::string wide = "5,55-5,85-5,5-5,35";
+    std::string wide = "6,55-6,85-6,5-6,35";
     std::string dashes = "[8,2]";
     std::string solid = "  []  5,5-5,85";
     points.clear();
@@ -180,7 +180,9 @@ TEST(LineFigures, KeepOnePointBeyondEachSideAndFourACrowdedColumn)
         thin += (column > 0 ? "-" : "") + whole;
         if (column == 0)
             continue;
-        wide += "-" + (column < 90 ? x + ",85-" + x + ",5" : whole);
+        // Four columns, as wide as half of the pen, become one at their second; three are left over in the end.
+        if (column % 4 == 1 && column > 4)
+            wide += "-" + (column < 89 ? x + ",85-" + x + ",5" : whole);
         dashes += "  " + std::to_string(4 + column) + ",35-" + x + ",55";
         solid += "  " + x + ",5-" + x + ",85";
     }

@@ -38,7 +38,7 @@ struct ColumnRun {
 /// Merges successive device points of one column and puts what is left of them into a path.
 class ColumnMerger {
 public:
-    explicit ColumnMerger(LinePath& path, Merging merging = Merging::Pixels)
+    explicit ColumnMerger(LinePath& path, Merging merging = {})
         : m_path(path)
         , m_merging(merging)
     {
@@ -57,15 +57,17 @@ public:
     }
     void AddRun(ColumnRun const& run)
     {
-        if (m_open && run.x == m_run.x) {
-            m_run.min = std::min(m_run.min, run.min);
-            m_run.max = std::max(m_run.max, run.max);
-            m_run.last = run.last;
+        if (!m_open || (run.x != m_run.x && !IsPart(run))) {
+            Flush();
+            m_run = run;
+            m_left = run.x;
+            m_open = true;
             return;
         }
-        Flush();
-        m_run = run;
-        m_open = true;
+        m_run.x = m_left + (run.x - m_left) / 2;
+        m_run.min = std::min(m_run.min, run.min);
+        m_run.max = std::max(m_run.max, run.max);
+        m_run.last = run.last;
     }
     /// A gap, or the end.
     void Break()
@@ -82,8 +84,7 @@ private:
         if (!m_open)
             return;
         m_open = false;
-        bool const extremesSuffice = m_merging == Merging::Extremes && IsTall(m_run) && IsTall(m_before)
-            && m_run.min <= m_before.max && m_before.min <= m_run.max;
+        bool const extremesSuffice = m_merging.extremes && AreTall(m_before, m_run);
         m_before = m_run;
         if (extremesSuffice) {
             AddExtremes();
@@ -104,6 +105,16 @@ private:
     /// Tall enough for steep lines from an end of one column to the other end of the next: their corners are too sharp
     /// for a mitre to stick out.
     static bool IsTall(ColumnRun const& run) { return run.max - run.min > 8; }
+    /// Also that they overlap.
+    static bool AreTall(ColumnRun const& a, ColumnRun const& b)
+    {
+        return IsTall(a) && IsTall(b) && a.min <= b.max && b.min <= a.max;
+    }
+    /// Whether the next column may as well be one with those before it.
+    bool IsPart(ColumnRun const& next) const
+    {
+        return m_merging.extremes && next.x > m_left && next.x - m_left < m_merging.columns && AreTall(m_run, next);
+    }
     /// The farther extreme first, so that the line to it is steep and runs inside this column and the one before.
     void AddExtremes()
     {
@@ -117,6 +128,8 @@ private:
     Merging m_merging;
     ColumnRun m_run;
     ColumnRun m_before;
+    /// The first of the columns that are one.
+    int m_left = 0;
     bool m_open = false;
 };
 

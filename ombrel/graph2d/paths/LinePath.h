@@ -51,13 +51,13 @@ struct StoredPoints {
 std::size_t PastColumn(
     StoredPoints const& points, PointMapping const& map, std::size_t first, std::size_t last, int column);
 
-/// How much of a crowded pixel column is kept.
-enum class Merging {
-    /// What a line one pixel wide needs to cover the same pixels.
-    Pixels,
-    /// The extremes alone where columns overlap: enough for a line of several pixels, which hides how its columns are
-    /// joined.
-    Extremes,
+/// How much of crowded pixel columns is kept.
+struct Merging {
+    /// What a line one pixel wide needs to cover the same pixels, or the extremes alone where columns overlap: enough
+    /// for a line of several pixels, which hides how its columns are joined.
+    bool extremes = false;
+    /// With extremes alone, up to so many tall columns that overlap become one.
+    int columns = 1;
 };
 
 /// Puts straight lines through the points into the path, broken at gaps. The points that fall into one pixel column
@@ -65,7 +65,7 @@ enum class Merging {
 /// pixels. Where x ascends the columns are found by bisection and their extremes in the summary. Columns left of
 /// firstColumn and right of lastColumn are left out but for the points next to them.
 void AddStraightLines(LinePath& path, StoredPoints const& points, PointMapping const& map, int firstColumn,
-    int lastColumn, Merging merging = Merging::Pixels);
+    int lastColumn, Merging merging = {});
 
 /// As AddStraightLines for a dashed line. Moves along a column in one direction become one, which changes no dash;
 /// where a column's moves go up and down for longer than maxLength pixels their dashes would overlap into a solid
