@@ -3,6 +3,7 @@
 #include "ombrel/chart/Document.h"
 #include "ombrel/chart/data/ChartGraph.h"
 #include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/platform/framework/Exception.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/table/Utf8.h"
 
@@ -197,8 +198,10 @@ void Chart::Save(std::string const& path, PictureForm form)
 {
     form.title = OneLine(m_parts->content.title);
     if (path.ends_with(".ombrel")) {
-        Picture picture(form);
-        SaveDocument(path, Graph(picture.GetDC(), picture.GetRect()));
+        WithErrors([&] {
+            Picture picture(form);
+            SaveDocument(path, Graph(picture.GetDC(), picture.GetRect()));
+        });
         return;
     }
     auto const format = FormatOfPath(path);
@@ -212,22 +215,32 @@ void Chart::Save(std::string const& path, PictureForm form)
 
 std::string Chart::Encode(PictureForm form)
 {
-    Picture picture(std::move(form));
-    Draw(picture.GetDC(), picture.GetRect());
-    return picture.Encode();
+    return WithErrors([&] {
+        Picture picture(std::move(form));
+        Draw(picture.GetDC(), picture.GetRect());
+        return picture.Encode();
+    });
 }
 
-void Chart::Draw(CDC& dc, CRect const& rect) { m_parts->Prepare(dc, rect, false).Get().Draw(&dc, rect, pmDirect); }
+void Chart::Draw(CDC& dc, CRect const& rect)
+{
+    WithErrors([&] { m_parts->Prepare(dc, rect, false).Get().Draw(&dc, rect, pmDirect); });
+}
 
 ChartNotes const& Chart::Notes() const { return m_parts->notes; }
 
-C2DGraph& Chart::Graph(CDC& dc, CRect const& rect) { return m_parts->Prepare(dc, rect, false).Get(); }
+C2DGraph& Chart::Graph(CDC& dc, CRect const& rect)
+{
+    return WithErrors([&]() -> C2DGraph& { return m_parts->Prepare(dc, rect, false).Get(); });
+}
 
 std::unique_ptr<C2DGraph> Chart::TakeGraph(CDC& dc, CRect const& rect)
 {
-    std::unique_ptr<C2DGraph> graph = m_parts->Prepare(dc, rect, true).Take();
-    m_parts->graph.reset();
-    return graph;
+    return WithErrors([&] {
+        std::unique_ptr<C2DGraph> graph = m_parts->Prepare(dc, rect, true).Take();
+        m_parts->graph.reset();
+        return graph;
+    });
 }
 
 ChartAxis& ChartAxis::Title(std::string_view title)

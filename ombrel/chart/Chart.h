@@ -29,8 +29,7 @@ class CDC;
 /// Series of several kinds share one chart: areas lie lowest, then bars, then lines and marks. Values are copied; NaN
 /// is a gap. Texts are UTF-8. A chart belongs to one thread at a time; threads may have one each.
 ///
-/// Errors: ChartError for what cannot be drawn or written, CResourceException* (newly allocated) when there is no
-/// memory for a picture.
+/// Errors: ChartError for what cannot be drawn or written, Error when there is no memory for a picture.
 class OMBREL_EXPORT Chart {
 public:
     explicit Chart(std::string_view title = {});

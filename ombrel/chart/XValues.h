@@ -57,6 +57,14 @@ public:
             m_words.emplace_back(word);
         CountTo(m_words.size());
     }
+    /// Dates as DateValue gives them, and columns of tables have them; looked at in place, too.
+    static XValues Dates(std::span<double const> days)
+    {
+        XValues dates;
+        dates.m_kind = XKind::Dates;
+        dates.m_numbers = days;
+        return dates;
+    }
     /// 1, 2, 3, ..., count.
     static XValues Counted(std::size_t count)
     {
