@@ -84,6 +84,10 @@ public:
     void Render() override;
     void InvalidateDeviceObjects() override;
 
+protected:
+    /// Drawing follows them. Evaluated, the curve would read its text again, and lose what hosts did to the objects.
+    void TransformsChanged() override { }
+
 private:
     using TransformKey = std::vector<std::array<double, 4>>;
     void ReadObjects(C3DObjectFile& file, OwnedArray<C3DObject>& objects);

@@ -69,6 +69,12 @@ void CPlotComponent::SetFormulaString(CString const& formula)
     SetPlotDataModified(1);
 }
 
+void CPlotComponent::SetTransforms(CTransformArray const& transforms)
+{
+    Change(m_transforms, transforms);
+    TransformsChanged();
+}
+
 void CPlotComponent::GetLUTMinMax(double& min, double& max) const
 {
     min = m_lutMin;

@@ -149,7 +149,8 @@ public:
     void ResetModifiedFlags();
     /// Copies of the transforms, in the order they are applied.
     CTransformArray GetTransforms() const { return m_transforms; }
-    void SetTransforms(CTransformArray const& transforms) { Change(m_transforms, transforms); }
+    /// Raises the modified flag, and those of the data where the curve takes transforms over as it is evaluated.
+    void SetTransforms(CTransformArray const& transforms);
     int GetNumTransforms() const { return m_transforms.GetSize(); }
     /// The plot's index in its graph and the curve's in its plot; −1 where there is none.
     void GetPlotCurveIndices(int& plot, int& curve) const;
@@ -162,6 +163,8 @@ public:
 protected:
     virtual void UpdateMeshZVals(double, double, double, double, double, double, double, double, double, int) { }
     void SetItemType(ItemType type) { m_itemType = type; }
+    /// The transforms have changed.
+    virtual void TransformsChanged() { SetPlotDataModified(1); }
     /// The curve's own transforms, not copied.
     CTransformArray const& Transforms() const { return m_transforms; }
     /// Stores a setting and raises the modified flag.

@@ -103,6 +103,19 @@ TEST_F(DrawSurface, OneColourCoversItsCellsAndHolesShowWhatIsBehind)
         EXPECT_TRUE(AreNear(At(x, y, x + y), kBackground)) << x << ", " << y;
 }
 
+TEST_F(DrawSurface, TransformsMoveASurfaceThatWasDrawn)
+{
+    Fill(*m_surface, 3, 3, [](int c, int) { return c; });
+    Draw();
+    CTransformArray moved;
+    moved.Add(CCoordTransform(CCoordTransform::ctTranslate, 10, 0, 5));
+    m_surface->SetTransforms(moved);
+    m_graph.Draw(m_target.GetDC(), { { 0, 0 }, kSize }, pmOffScreen);
+    EXPECT_EQ(m_graph.GetAxes()[0]->GetMin(), 10.0);
+    EXPECT_EQ(m_graph.GetAxes()[2]->GetMax(), 7.0);
+    EXPECT_TRUE(AreNear(At(11.5, 0.7, 6.5), RGB(200, 100, 40)));
+}
+
 TEST_F(DrawSurface, BandsAreCutWhereTheValueIsTheLevel)
 {
     for (bool const isFlat : { false, true }) {

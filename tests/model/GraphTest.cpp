@@ -284,8 +284,8 @@ TEST(CurveFlags, RiseOnlyWithWhatIsDrawn)
     curve.SetSeed(1);
     curve.SetValid(1);
     EXPECT_FALSE(curve.Modified());
-    for (auto const& set : { +[](CPlotComponent& c) { c.SetLUTName("x"); }, +[](CPlotComponent& c) { c.SetColour(1); },
-             +[](CPlotComponent& c) { c.SetTransforms({}); } }) {
+    for (auto const& set :
+        { +[](CPlotComponent& c) { c.SetLUTName("x"); }, +[](CPlotComponent& c) { c.SetColour(1); } }) {
         curve.SetModified(0);
         set(curve);
         EXPECT_TRUE(curve.Modified());
