@@ -136,8 +136,16 @@ void FaceBatch::DrawFaces(C3DGraph& graph, unsigned int texture, std::vector<Spa
     graph.Set1DTextureState(texture != 0, static_cast<int>(texture));
     BindArrays();
     TextureProgram const program(texture != 0 && m_isWhite ? indices / 3 : 0);
-    for (Span const& part : parts)
-        DrawIndices(GL_TRIANGLES, part);
+    bool const isSampled = SampledTriangles::AreWorthIt(indices / 3) && !m_triangles.empty();
+    for (Span const& part : parts) {
+        if (isSampled) {
+            m_sampled.Find({ m_vertices.front().place.data(), sizeof m_vertices.front(), m_vertices.size() },
+                GetTriangles().subspan(part.first, part.count), SampledTriangles::Form::List);
+            m_sampled.Draw();
+        } else {
+            DrawIndices(GL_TRIANGLES, part);
+        }
+    }
     UnbindArrays();
     graph.Set1DTextureState(0, 0);
 }

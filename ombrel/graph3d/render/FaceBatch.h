@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/foundation/Vertex.h"
+#include "ombrel/graph3d/render/SampledTriangles.h"
 #include "ombrel/platform/framework/Types.h"
 #include "ombrel/platform/opengl/GLObject.h"
 
@@ -108,6 +109,7 @@ private:
     std::size_t m_numVertices = 0;
     std::size_t m_numTriangleIndices = 0;
     std::size_t m_numLineIndices = 0;
+    SampledTriangles m_sampled;
     GLObject m_vertexBuffer;
     GLObject m_triangleBuffer;
     GLObject m_lineBuffer;

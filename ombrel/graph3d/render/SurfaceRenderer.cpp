@@ -306,6 +306,14 @@ void SurfaceRenderer::AddTransparent(C3DGraph& graph) const
 
 void SurfaceRenderer::Upload()
 {
+    Release(m_places);
+    Release(m_strip);
+    if (m_blocks.empty() && SampledTriangles::AreWorthIt(m_indices.size())) {
+        m_places.reserve(m_vertices.size());
+        for (SurfaceVertex const& vertex : m_vertices)
+            m_places.push_back(std::to_array(vertex.place));
+        m_strip.swap(m_indices);
+    }
     FillBuffer(m_vertexBuffer, GL_ARRAY_BUFFER, m_vertices);
     FillBuffer(m_indexBuffer, GL_ELEMENT_ARRAY_BUFFER, m_indices);
     FillBuffer(m_imagePlaceBuffer, GL_ARRAY_BUFFER, m_imagePlaces);
@@ -364,10 +372,16 @@ void SurfaceRenderer::UnbindArrays() const
     gl::DisableClientState(GL_TEXTURE_COORD_ARRAY);
 }
 
-void SurfaceRenderer::DrawFaces(Span const& faces) const
+void SurfaceRenderer::DrawFaces(Span const& faces)
 {
     if (faces.count == 0)
         return;
+    if (!m_strip.empty()) {
+        m_sampled.Find({ m_places.front().data(), sizeof m_places.front(), m_places.size() },
+            std::span(m_strip).subspan(faces.first, faces.count), SampledTriangles::Form::Strip);
+        m_sampled.Draw();
+        return;
+    }
     auto const count = static_cast<GLsizei>(faces.count);
     if (m_key.isFlat)
         gl::DrawArrays(GL_TRIANGLES, static_cast<GLint>(faces.first), count);

@@ -4,6 +4,7 @@
 #include "ombrel/graph3d/render/ColourMapKey.h"
 #include "ombrel/graph3d/render/ColourTexture.h"
 #include "ombrel/graph3d/render/FaceBatch.h"
+#include "ombrel/graph3d/render/SampledTriangles.h"
 #include "ombrel/platform/framework/Types.h"
 #include "ombrel/platform/opengl/GLObject.h"
 
@@ -88,7 +89,7 @@ private:
     void UploadWireframeColours(CSurface const& surface);
     void BindArrays(bool withImagePlaces) const;
     void UnbindArrays() const;
-    void DrawFaces(Span const& faces) const;
+    void DrawFaces(Span const& faces);
 
     void SetImage(CSurface& surface, bool on);
     void DrawPolygons(CSurface& surface);
@@ -112,6 +113,10 @@ private:
     Span m_plainFaces;
     Span m_imageFaces;
     std::vector<Block> m_blocks;
+    /// Where the nodes are and how they make the faces, where only those that can be seen are drawn; else empty.
+    std::vector<std::array<float, 3>> m_places;
+    std::vector<std::uint32_t> m_strip;
+    SampledTriangles m_sampled;
     GLObject m_vertexBuffer;
     GLObject m_indexBuffer;
     GLObject m_imagePlaceBuffer;

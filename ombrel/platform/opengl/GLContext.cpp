@@ -6,6 +6,7 @@
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
 #include <algorithm>
+#include <array>
 #include <cassert>
 #include <string_view>
 #include <unistd.h>
@@ -365,6 +366,10 @@ void GLContext::Create()
     gl::GetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &sides[1]);
     gl::GetIntegerv(GL_MAX_VIEWPORT_DIMS, &sides[2]);
     m_longestSide = *std::min_element(std::begin(sides), std::end(sides));
+    auto const* const renderer = reinterpret_cast<char const*>(gl::GetString(GL_RENDERER));
+    std::string_view const name = renderer ? renderer : "";
+    m_isSoftware = std::ranges::any_of(std::array { "llvmpipe", "softpipe", "swr" },
+        [&](char const* software) { return name.find(software) != std::string_view::npos; });
 }
 
 } // namespace ombrel

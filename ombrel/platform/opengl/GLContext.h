@@ -37,6 +37,8 @@ public:
     std::uint64_t Generation() const { return m_generation; }
     /// The largest width and height of a picture. Within Enter and Leave.
     int LongestSide() const { return m_longestSide; }
+    /// Whether the processor draws, not a graphics card. Within Enter and Leave.
+    bool IsSoftware() const { return m_isSoftware; }
     /// Deletes an object of OpenGL, from any thread and without waiting: at once, or as soon as who has the context
     /// leaves it.
     void Release(Kind kind, unsigned int name, std::uint64_t generation) noexcept;
@@ -64,6 +66,7 @@ private:
     std::uint64_t m_generation = 0;
     int m_depth = 0;
     int m_longestSide = 0;
+    bool m_isSoftware = false;
     // Behind m_releasedLock, which is held for a moment only.
     std::mutex m_releasedLock;
     std::vector<Released> m_released;
