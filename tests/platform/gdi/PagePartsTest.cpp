@@ -78,6 +78,9 @@ TEST(PageHatch, LinesAreRunsOfPixelsOrBandsOfOneTurningSense)
         // Bands one pixel thick along the diagonal and through the other two corners.
         { 2, 1, 3, 8 * std::sqrt(2.0) },
         { 5, 1, 6, 16 * std::sqrt(2.0) },
+        // A grid of whole lines; light diagonals, as wide along the row as the pixels that they stand for.
+        { 4, 2, 4, 4 * 16 },
+        { 18, 1, 5, 16 },
     };
     for (auto const& c : cases) {
         auto const lines = HatchLines(c.style, c.cells);

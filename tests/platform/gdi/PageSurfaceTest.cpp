@@ -213,7 +213,8 @@ TEST(PageSurface, EqualClipsAndHatchesAreWrittenOnce)
         for (int i = 0; i < 6; ++i) {
             Clip clip;
             clip.box = { 0, 0, 100 + i % 2, 100 };
-            VectorBrush const brush = VectorBrush::Hatch(i % 2, { 0, 255 }, { RGB(255, 255, 255), 255 });
+            // Of dots, which differ by one row.
+            VectorBrush const brush = VectorBrush::Hatch(6 + i % 2, { 0, 255 }, { RGB(255, 255, 255), 255 });
             page.Fill(Region::FromRect({ 10 * i, 0, 10 * i + 5, 50 }), brush, clip);
         }
     });
@@ -221,7 +222,29 @@ TEST(PageSurface, EqualClipsAndHatchesAreWrittenOnce)
     EXPECT_EQ(Count(svg, "<pattern "), 2U);
     EXPECT_EQ(Count(svg, "<g clip-path="), 6U);
     EXPECT_EQ(Count(svg, "<g"), Count(svg, "</g>"));
-    EXPECT_THAT(svg, HasSubstr("fill=\"#000\" d=\"M0 0L8 0L8 1L0 1z\""));
+    EXPECT_THAT(svg, HasSubstr("fill=\"#000\" d=\"M0 0L1 0L1 1L0 1zM4 4L5 4L5 5L4 5z\""));
+}
+
+TEST(PageSurface, HatchesOfLinesAreLinesWithinTheShape)
+{
+    static CPoint const corners[] = { { 100, 0 }, { 200, 70 }, { 100, 120 } };
+    auto const draw = [](Surface& page) {
+        Clip clip;
+        clip.box = { 0, 0, 150, 1000 };
+        // 6.25 pixels of the page are one of the pattern, whose lines are 50 apart.
+        page.Fill(Region::FromPolygon(corners, WINDING), VectorBrush::Hatch(0, { 0, 255 }, { 0xFFFFFF, 255 }), clip);
+        page.Fill(Region::FromRect({ 120, 500, 190, 545 }), VectorBrush::Hatch(1, { 0, 255 }, { 0, 0 }), clip);
+    };
+    std::string const svg = MakeSvg(draw);
+    EXPECT_EQ(Count(svg, "<pattern"), 0U);
+    EXPECT_THAT(svg, HasSubstr("<path d=\"m100 0 100 70-100 50z\""));
+    EXPECT_THAT(
+        svg, HasSubstr("d=\"M100 0L250 0L250 6.25L100 6.25zM100 50L250 50L250 56.25L100 56.25zM100 100L250 100L"));
+    // The second begins at 150, where the clip ends.
+    EXPECT_THAT(svg, HasSubstr("<path d=\"m120 500h30v45h-30z\""));
+    EXPECT_THAT(svg, HasSubstr("<path fill=\"#000\" d=\"M100 500L106.25 500L106.25 550L100 550z\"/>"));
+    for (PageFormat const format : { PageFormat::Pdf, PageFormat::PostScript })
+        EXPECT_THAT(MakePage(format, draw), Not(HasSubstr("Pattern")));
 }
 
 TEST(PageSurface, WhatLiesOutsideIsLeftOut)
@@ -368,6 +391,7 @@ TEST(PageSurface, PdfHasEveryPrimitiveWhereItIsDrawn)
     static LOGFONT const font = MakeFont(125, 900);
     static Clip const clip { { 50, 25, 150, 200 }, std::make_shared<Region>(Region::FromPolygon(points, WINDING)) };
     static VectorBrush const hatch = VectorBrush::Hatch(0, { orange, 255 }, { RGB(0, 0, 255), 255 });
+    static VectorBrush const dotted = VectorBrush::Hatch(8, { orange, 255 }, { RGB(0, 0, 255), 255 });
     constexpr char kQuad[] = "0 0 m 12 0 l 12 6 l 3 6 l h";
     std::pair<Draw, std::vector<std::string>> const cases[] = {
         { [](Surface& s) { s.Ellipse(circle, &wide, &orange, {}); },
@@ -385,6 +409,9 @@ TEST(PageSurface, PdfHasEveryPrimitiveWhereItIsDrawn)
         { [](Surface& s) { s.Fill(Region::FromPolygon(points, ALTERNATE), VectorBrush::Solid(orange), {}); },
             { "1 0.4 0 RG 0.36 w 1 J 1 j", kQuad, " B* Q" } },
         { [](Surface& s) { s.Fill(Region::FromPolygon(points, WINDING), hatch, {}); },
+            { "0 0 1 rg", kQuad, " B Q Q q 0 0 12 1 re W n " + std::string(kQuad) + " 0 0 m W n 1 0.4 0 rg",
+                "0 0 12 0.75 re f" } },
+        { [](Surface& s) { s.Fill(Region::FromPolygon(points, WINDING), dotted, {}); },
             { "0 0 1 rg", kQuad, " B Q q /Pattern cs", " f Q Q" } },
         { [](Surface& s) {
              s.Fill(Region::FromPolygon(points, WINDING), { { orange, 51 }, {}, {} }, {});

@@ -67,6 +67,16 @@ cairo_status_t AppendBytes(void* closure, unsigned char const* data, unsigned le
     return CAIRO_STATUS_SUCCESS;
 }
 
+void TraceHatch(cairo_t* context, std::vector<HatchCorners> const& lines)
+{
+    for (HatchCorners const& line : lines) {
+        cairo_new_sub_path(context);
+        for (HatchCorner const& corner : line)
+            cairo_line_to(context, corner.x, corner.y);
+        cairo_close_path(context);
+    }
+}
+
 /// PDF and PostScript by Cairo: lines, curves, tiling patterns, embedded subsets of the fonts.
 class CairoPage : public PageCanvas {
 public:
@@ -95,6 +105,7 @@ protected:
     void DrawShape(PageShape const& shape, PagePaint const& paint, Clip const& clip) override;
     void DrawRun(TextRun const& run, Clip const& clip) override;
     void DrawPicture(PagePicture const& picture, Clip const& clip) override;
+    void DrawHatch(std::vector<HatchCorners> const& lines, VectorColour const& colour, Clip const& clip) override;
     void DrawMarks(MarkImage const& marks, Clip const& clip) override;
     std::string FinishDocument() override;
 
@@ -273,8 +284,8 @@ void CairoPage::SetHatch(VectorBrush const& brush)
 
 int CairoPage::CellsOfTile(int style) const
 {
-    // Some viewers leave a fine gap between tiles: lines are drawn over the whole page in one, and patterns of many
-    // parts have half an inch in one, so that gaps are few.
+    // Some viewers leave a fine gap between tiles: patterns of many parts have half an inch in one, so that gaps are
+    // few.
     static constexpr int kFewest = 6;
     static constexpr std::size_t kMostParts = 2000;
     double const pageCells = std::max(Bounds().Width(), Bounds().Height()) / (kHatchSide * ScreenScale());
@@ -295,12 +306,7 @@ cairo_surface_t* CairoPage::TileOf(VectorBrush const& brush)
     CairoOwned<cairo_surface_t> tile(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, &extents));
     CairoOwned<cairo_t> const painter(cairo_create(tile.get()));
     SetColour(painter.get(), brush.foreground);
-    for (auto const& line : HatchLines(*brush.hatchStyle, cells)) {
-        cairo_new_sub_path(painter.get());
-        for (HatchCorner const& corner : line)
-            cairo_line_to(painter.get(), corner.x, corner.y);
-        cairo_close_path(painter.get());
-    }
+    TraceHatch(painter.get(), HatchLines(*brush.hatchStyle, cells));
     cairo_fill(painter.get());
     return m_tiles.emplace_back(Tile { brush, std::move(tile) }).surface.get();
 }
@@ -319,9 +325,7 @@ void CairoPage::DrawShape(PageShape const& shape, PagePaint const& paint, Clip c
         if (!paint.fill->hatchStyle) {
             FillWith(paint.fill->foreground, shared);
         } else {
-            // A background in the tiles would let the paper shine through between them; one that cannot be seen stays
-            // away, so that the format needs no transparency for it.
-            static constexpr int kInvisible = 1;
+            // A background in the tiles would let the paper shine through between them.
             if (paint.fill->background.alpha > kInvisible)
                 FillWith(paint.fill->background, shared);
             SetHatch(*paint.fill);
@@ -441,6 +445,17 @@ void CairoPage::DrawPicture(PagePicture const& picture, Clip const& clip)
         cairo_pattern_set_filter(cairo_get_source(context), CAIRO_FILTER_NEAREST);
     cairo_paint(context);
     cairo_restore(context);
+}
+
+void CairoPage::DrawHatch(std::vector<HatchCorners> const& lines, VectorColour const& colour, Clip const& clip)
+{
+    cairo_t* const context = m_context.get();
+    SetClip(clip);
+    cairo_new_path(context);
+    TraceHatch(context, lines);
+    SetColour(context, colour);
+    cairo_set_fill_rule(context, CAIRO_FILL_RULE_WINDING);
+    cairo_fill(context);
 }
 
 void CairoPage::DrawMarks(MarkImage const& marks, Clip const& clip)

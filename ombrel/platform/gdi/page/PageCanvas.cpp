@@ -227,8 +227,27 @@ void PageCanvas::AddRect(CRect const& rect, VectorBrush const& brush, Clip const
         clip);
 }
 
+void PageCanvas::FillWithLines(Region const& region, VectorBrush const& brush, Clip const& clip)
+{
+    // Within the clip and the region.
+    Clip inner = clip;
+    if (region.IsRect())
+        inner.box.IntersectRect(clip.box, region.Box());
+    else
+        inner.region = std::make_shared<Region>(clip.region ? Region::Intersection(*clip.region, region) : region);
+    CRect visible;
+    if (m_finished || !visible.IntersectRect(inner.Box(), m_bounds))
+        return;
+    if (brush.background.alpha > kInvisible)
+        Fill(region, { brush.background, {}, {} }, clip);
+    Flush();
+    DrawHatch(HatchLinesOver(*brush.hatchStyle, visible, ScreenScale()), brush.foreground, inner);
+}
+
 void PageCanvas::Fill(Region const& region, VectorBrush const& brush, Clip const& clip)
 {
+    if (brush.hatchStyle && HasLongLines(*brush.hatchStyle))
+        return FillWithLines(region, brush, clip);
     if (region.IsRect())
         return AddRect(region.Box(), brush, clip);
     PageShape shape = RegionShape(region, m_bounds);

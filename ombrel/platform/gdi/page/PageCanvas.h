@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/platform/gdi/PageSurface.h"
 #include "ombrel/platform/gdi/Primitive.h"
+#include "ombrel/platform/gdi/page/PageHatch.h"
 #include "ombrel/platform/gdi/page/PageMarks.h"
 #include "ombrel/platform/gdi/page/PagePicture.h"
 #include "ombrel/platform/gdi/page/PageShape.h"
@@ -33,12 +34,16 @@ public:
 protected:
     PageSetup const& Setup() const { return m_setup; }
     int DotsPerInch() const { return m_capabilities.logPixelsX; }
+    /// Backgrounds that cannot be seen stay away, so that formats need no transparency for them.
+    static constexpr int kInvisible = 1;
     /// A pixel of a screen in those of the page, for what must look as on the screen: dots, dashes, hatches.
     double ScreenScale() const { return DotsPerInch() / 96.0; }
     /// Draws a shape; within the clip.
     virtual void DrawShape(PageShape const& shape, PagePaint const& paint, Clip const& clip) = 0;
     virtual void DrawRun(TextRun const& run, Clip const& clip) = 0;
     virtual void DrawPicture(PagePicture const& picture, Clip const& clip) = 0;
+    /// Fills the lines of a hatch.
+    virtual void DrawHatch(std::vector<HatchCorners> const& lines, VectorColour const& colour, Clip const& clip) = 0;
     virtual void DrawMarks(MarkImage const& marks, Clip const& clip) = 0;
     virtual std::string FinishDocument() = 0;
     /// For formats that can keep a mark and refer to it: what is drawn until EndMark is one, round (0, 0). False when
@@ -52,6 +57,7 @@ private:
     double StrokeWidth(LineStyle const& line) const;
     std::vector<double> StyleDashes(LineStyle const& line) const;
     void AddLine(PageShape&& shape, LineStyle const& line, Clip const& clip);
+    void FillWithLines(Region const& region, VectorBrush const& brush, Clip const& clip);
     void AddRect(CRect const& rect, VectorBrush const& brush, Clip const& clip);
     void Add(PageShape&& shape, PagePaint&& paint, Merging merging, Clip const& clip);
     bool IsVisible(CRect const& box, Clip const& clip) const;

@@ -1,8 +1,10 @@
 #include "ombrel/platform/gdi/page/PageHatch.h"
 
+#include "ombrel/platform/gdi/Surface.h"
 #include "ombrel/platform/gdi/geometry/HatchPatterns.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -10,23 +12,22 @@ namespace ombrel {
 
 namespace {
 
-using Corners = std::vector<HatchCorner>;
-
-/// Bands of one pixel's thickness from the upper left to the lower right through the corners of all cells.
-void AddDiagonals(std::vector<Corners>& lines, int cells, bool mirrored)
+/// Bands from the upper left to the lower right, one through the square's corner and others at a distance along the
+/// axes that divides a cell's side; half is half a band's extent along an axis.
+void AddDiagonals(std::vector<HatchCorners>& lines, int cells, bool mirrored, int distance, double half)
 {
-    // Half the band's extent along an axis.
-    static constexpr double kHalf = 0.5 * std::numbers::sqrt2;
     double const side = 8.0 * cells;
+    int const count = 8 * cells / distance;
     // The line y = x + shift from where it enters the square to where it leaves it.
     auto const enter = [](double shift) { return HatchCorner { std::max(0.0, -shift), std::max(0.0, shift) }; };
     auto const leave = [side](double shift) {
         return HatchCorner { std::min(side, side - shift), std::min(side, side + shift) };
     };
-    for (int diagonal = -cells; diagonal <= cells; ++diagonal) {
-        double const above = std::clamp(8.0 * diagonal - kHalf, -side, side);
-        double const below = std::clamp(8.0 * diagonal + kHalf, -side, side);
-        Corners band { enter(above), leave(above), leave(below), enter(below) };
+    for (int diagonal = -count; diagonal <= count; ++diagonal) {
+        double const shift = static_cast<double>(distance) * diagonal;
+        double const above = std::clamp(shift - half, -side, side);
+        double const below = std::clamp(shift + half, -side, side);
+        HatchCorners band { enter(above), leave(above), leave(below), enter(below) };
         if (diagonal == 0) {
             band.insert(band.begin() + 2, { side, side });
             band.push_back({ 0.0, 0.0 });
@@ -42,7 +43,7 @@ void AddDiagonals(std::vector<Corners>& lines, int cells, bool mirrored)
 }
 
 /// A rectangle over each run of pixels; equal runs of successive rows make one.
-void AddRuns(std::vector<Corners>& lines, std::array<std::uint8_t, 8> const& rows, int cells)
+void AddRuns(std::vector<HatchCorners>& lines, std::array<std::uint8_t, 8> const& rows, int cells)
 {
     int const side = 8 * cells;
     auto const isSet = [&](int x, int y) {
@@ -75,18 +76,62 @@ void AddRuns(std::vector<Corners>& lines, std::array<std::uint8_t, 8> const& row
 
 } // namespace
 
-std::vector<std::vector<HatchCorner>> HatchLines(int style, int cells)
+std::vector<HatchCorners> HatchLines(int style, int cells)
 {
+    static constexpr int kHorizontal = 0;
+    static constexpr int kVertical = 1;
     static constexpr int kForwardDiagonal = 2;
     static constexpr int kBackwardDiagonal = 3;
+    static constexpr int kCross = 4;
     static constexpr int kDiagonalCross = 5;
-    std::vector<Corners> lines;
+    static constexpr int kLightDownward = 18;
+    static constexpr int kLightUpward = 19;
+    // One pixel thick; the light ones cover as much as the pixel of each row that they stand for.
+    static constexpr double kThick = 0.5 * std::numbers::sqrt2;
+    static constexpr double kThin = 0.5;
+    std::vector<HatchCorners> lines;
     if (style == kForwardDiagonal || style == kDiagonalCross)
-        AddDiagonals(lines, cells, false);
+        AddDiagonals(lines, cells, false, 8, kThick);
     if (style == kBackwardDiagonal || style == kDiagonalCross)
-        AddDiagonals(lines, cells, true);
+        AddDiagonals(lines, cells, true, 8, kThick);
+    if (style == kLightDownward || style == kLightUpward)
+        AddDiagonals(lines, cells, style == kLightUpward, 4, kThin);
+    if (style == kCross)
+        for (int const part : { kHorizontal, kVertical })
+            AddRuns(lines, HatchPattern(part), cells);
     if (lines.empty())
         AddRuns(lines, HatchPattern(style), cells);
+    return lines;
+}
+
+bool HasLongLines(int style)
+{
+    static auto const kLong = [] {
+        std::array<bool, kHatchStyles> isLong {};
+        // Twice the side has at most twice the lines, not four times; a diagonal runs through the corner.
+        for (int s = 0; s < kHatchStyles; ++s)
+            isLong[static_cast<std::size_t>(s)] = HatchLines(s, 8).size() <= 2 * HatchLines(s, 4).size();
+        return isLong;
+    }();
+    return kLong[static_cast<std::size_t>(style)];
+}
+
+std::vector<HatchCorners> HatchLinesOver(int style, CRect const& box, double scale)
+{
+    double const cell = kHatchSide * scale;
+    double const left = std::floor(box.left / cell);
+    double const top = std::floor(box.top / cell);
+    double const cells = std::max(std::ceil(box.right / cell) - left, std::ceil(box.bottom / cell) - top);
+    std::vector<HatchCorners> lines = HatchLines(style, static_cast<int>(cells));
+    for (HatchCorners& line : lines)
+        for (HatchCorner& corner : line)
+            corner = { left * cell + corner.x * scale, top * cell + corner.y * scale };
+    // The square reaches beyond the box to one side.
+    std::erase_if(lines, [&box](HatchCorners const& line) {
+        auto const beyond = [&line](auto const& isOutside) { return std::all_of(line.begin(), line.end(), isOutside); };
+        return beyond([&box](HatchCorner const& c) { return c.x >= box.right; })
+            || beyond([&box](HatchCorner const& c) { return c.y >= box.bottom; });
+    });
     return lines;
 }
 

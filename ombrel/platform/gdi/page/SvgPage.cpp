@@ -110,6 +110,17 @@ std::string Base64(std::string_view bytes)
     return text;
 }
 
+std::string HatchPath(std::vector<HatchCorners> const& lines)
+{
+    std::string path;
+    for (HatchCorners const& line : lines) {
+        for (std::size_t i = 0; i < line.size(); ++i)
+            path += Join({ i == 0 ? "M" : "L", SvgNumber(line[i].x), " ", SvgNumber(line[i].y) });
+        path += "z";
+    }
+    return path;
+}
+
 /// One bit a pixel for each colour.
 PackedPicture PackedImage(MarkImage const& marks)
 {
@@ -170,6 +181,7 @@ protected:
     void DrawShape(PageShape const& shape, PagePaint const& paint, Clip const& clip) override;
     void DrawRun(TextRun const& run, Clip const& clip) override;
     void DrawPicture(PagePicture const& picture, Clip const& clip) override;
+    void DrawHatch(std::vector<HatchCorners> const& lines, VectorColour const& colour, Clip const& clip) override;
     void DrawMarks(MarkImage const& marks, Clip const& clip) override;
     std::string FinishDocument() override;
     bool BeginMark(std::span<RecordedPrimitive const> mark) override;
@@ -234,13 +246,7 @@ void SvgPage::SetClip(Clip const& clip)
 
 std::string SvgPage::HatchFill(VectorBrush const& brush)
 {
-    static constexpr int kInvisible = 1;
-    std::string path;
-    for (auto const& line : HatchLines(*brush.hatchStyle, 1)) {
-        for (std::size_t i = 0; i < line.size(); ++i)
-            path += Join({ i == 0 ? "M" : "L", SvgNumber(line[i].x), " ", SvgNumber(line[i].y) });
-        path += "z";
-    }
+    std::string const path = HatchPath(HatchLines(*brush.hatchStyle, 1));
     std::string const background = brush.background.alpha > kInvisible
         ? Join({ "<path", Paint("fill", brush.background), " d=\"M0 0h8v8h-8z\"/>" })
         : std::string();
@@ -330,6 +336,12 @@ void SvgPage::AddImage(CRect const& to, std::string const& png)
     m_body += Join({ "<image", Attribute("x", to.left), Attribute("y", to.top), Attribute("width", to.Width()),
         Attribute("height", to.Height()), " preserveAspectRatio=\"none\" xlink:href=\"data:image/png;base64,",
         Base64(png), "\"/>\n" });
+}
+
+void SvgPage::DrawHatch(std::vector<HatchCorners> const& lines, VectorColour const& colour, Clip const& clip)
+{
+    SetClip(clip);
+    m_body += Join({ "<path", Paint("fill", colour), Attribute("d", HatchPath(lines)), "/>\n" });
 }
 
 void SvgPage::DrawMarks(MarkImage const& marks, Clip const& clip)
