@@ -18,6 +18,8 @@ public:
     };
     void AddWarning(std::string text) { m_notes.push_back({ true, std::move(text) }); }
     void AddNote(std::string text) { m_notes.push_back({ false, std::move(text) }); }
+    /// Those of another behind the own.
+    void Add(ChartNotes const& notes) { m_notes.insert(m_notes.end(), notes.m_notes.begin(), notes.m_notes.end()); }
     std::vector<Note> const& All() const { return m_notes; }
 
 private:

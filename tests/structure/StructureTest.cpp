@@ -115,8 +115,9 @@ FolderRule const kFolders[] {
     // What programs call before they load or store with the classes above.
     { "", { "graph2d" } },
     { "chart", { "", "table" } },
+    { "scene", { "chart" } },
     // One header of all that charts need.
-    { "chart.h", { "chart" } },
+    { "chart.h", { "chart", "scene" } },
 };
 
 /// The subfolders, rooms, that a folder's room may include; a room that is not listed may include them all.

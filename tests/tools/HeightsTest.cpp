@@ -12,9 +12,7 @@
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/OutputFile.h"
 #include "tools/ombrel/Program.h"
-#include "tools/ombrel/chart/ContourMap.h"
-#include "tools/ombrel/chart/HeightColours.h"
-#include "tools/ombrel/chart/HeightScene.h"
+#include "tools/ombrel/commands/SceneOptions.h"
 #include "tools/ombrel/options/Options.h"
 
 #include <gmock/gmock.h>
@@ -28,7 +26,6 @@ namespace {
 
 using testing::HasSubstr;
 using testing::Not;
-using testing::Pointwise;
 
 /// Heights 0 to 11 in 3 rows of 4; x is 10 to 40, y 100 to 120.
 constexpr char const* kMatrix = ",10,20,30,40\n100,0,1,2,3\n110,4,5,6,7\n120,8,9,10,11\n";
@@ -77,7 +74,7 @@ protected:
         EXPECT_EQ(result.status, kDone) << line << ": " << result.errors;
         return result.output + result.errors;
     }
-    /// The graph that the command makes, laid out for the picture.
+    /// The graph that make(options, heights) makes, laid out for the picture.
     template <typename Make> auto MakeWith(Make const& make, std::string const& line)
     {
         Options const options = ParseOptions(Words(line));
@@ -85,59 +82,25 @@ protected:
         m_target.size = options.size.value_or(PictureSize());
         m_picture = std::make_unique<Picture>(m_target);
         InputFile file(options.files.front());
-        Messages const messages(false);
-        return make(options, ReadHeightFile(options, file, shape, messages), *m_picture, messages);
+        auto drawing = make(options, ReadHeightFile(options, file, shape, Messages(false)));
+        drawing.LayOut(m_picture->GetDC(), m_picture->GetRect());
+        return std::move(drawing).TakeGraph();
     }
-    std::unique_ptr<C3DGraph> Scene(std::string const& line) { return MakeWith(MakeHeightScene, "surface " + line); }
-    std::unique_ptr<C2DGraph> Map(std::string const& line) { return MakeWith(MakeContourMap, "contour " + line); }
+    std::unique_ptr<C3DGraph> Scene(std::string const& line)
+    {
+        auto const make = [](Options const& options, HeightSource&& heights) {
+            ombrel::Scene scene = SceneFor(options);
+            AddHeights(scene, options, std::move(heights));
+            return scene;
+        };
+        return MakeWith(make, "surface " + line);
+    }
+    std::unique_ptr<C2DGraph> Map(std::string const& line) { return MakeWith(MapFor, "contour " + line); }
 
     TestFolder m_folder;
     Target m_target;
     std::unique_ptr<Picture> m_picture;
 };
-
-std::vector<double> Levels(LevelChoice const& choice, AxisRange range)
-{
-    SurfaceOptions options;
-    options.levels = choice;
-    return LevelsOf(options, range);
-}
-
-TEST_F(Heights, LevelsLieAtTidyValuesInsideOfTheRange)
-{
-    auto const are = [](std::vector<double> const& expected) { return Pointwise(testing::DoubleEq(), expected); };
-    // About ten, and none at an end of the range.
-    EXPECT_THAT(LevelsOf({}, { 0, 10 }), are({ 1, 2, 3, 4, 5, 6, 7, 8, 9 }));
-    EXPECT_THAT(LevelsOf({}, { 305, 995 }), are({ 400, 500, 600, 700, 800, 900 }));
-    // So many bands: the tidiest step that makes just as many, else equal parts.
-    LevelChoice bands;
-    bands.bands = 4;
-    EXPECT_THAT(Levels(bands, { 0, 8 }), are({ 2, 4, 6 }));
-    EXPECT_THAT(Levels(bands, { -0.9993, 0.9989 }), are({ -0.5, 0, 0.5 }));
-    bands.bands = 2;
-    EXPECT_THAT(Levels(bands, { -3, 3 }), are({ 0 }));
-    EXPECT_THAT(Levels(bands, { 1000, 1001 }), are({ 1000.5 }));
-    for (int count = 1; count <= 1000; count += 37) {
-        bands.bands = count;
-        std::vector<double> const levels = Levels(bands, { -3.7e-5, 8.1e-4 });
-        EXPECT_EQ(levels.size(), static_cast<std::size_t>(std::max(count - 1, 1)));
-        EXPECT_TRUE(std::is_sorted(levels.begin(), levels.end()));
-    }
-    // A series from anywhere.
-    LevelChoice steps;
-    steps.reference = 1e6 + 1;
-    steps.spacing = 2.5;
-    EXPECT_THAT(Levels(steps, { 0, 8 }), are({ 1, 3.5, 6 }));
-    steps.spacing = 0.001;
-    EXPECT_THROW(Levels(steps, { 0, 8 }), Failure);
-    // Given ones stay; where nothing lies inside, the range's end is a level.
-    EXPECT_THAT(Levels({ {}, { -5, 100 }, {}, 0 }, { 0, 8 }), are({ -5, 100 }));
-    EXPECT_THAT(LevelsOf({}, { 5, 5 }), are({ 5 }));
-    // The colours' range counts when there is one.
-    SurfaceOptions options;
-    options.zRange = { 0, 1 };
-    EXPECT_EQ(LevelsOf(options, { 0, 1000 }).back(), 0.9);
-}
 
 TEST_F(Heights, CommandsDrawEveryKindOfFileTheSameEveryTime)
 {

@@ -5,8 +5,8 @@
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/OutputFile.h"
-#include "tools/ombrel/chart/ContourMap.h"
 #include "tools/ombrel/commands/PlotCommand.h"
+#include "tools/ombrel/commands/SceneOptions.h"
 #include "tools/ombrel/gallery/Drawing.h"
 #include "tools/ombrel/options/Options.h"
 
@@ -91,9 +91,12 @@ Structure StructureOf(std::string const& command)
         std::vector<std::unique_ptr<InputFile>> files;
         for (std::string const& path : options.files)
             files.push_back(std::make_unique<InputFile>(path));
-        return options.command == Command::Contour ? MakeContourMap(
-                   options, ReadHeightFile(options, *files.front(), HeightShape::Grid, messages), picture, messages)
-                                                   : MakePlot(options, files, picture, messages);
+        if (options.command != Command::Contour)
+            return MakePlot(options, files, picture, messages);
+        ContourMap map = MapFor(options, ReadHeightFile(options, *files.front(), HeightShape::Grid, messages));
+        NotesTeller const notes([notes = map.GetNotes()] { return notes; }, messages);
+        map.LayOut(picture.GetDC(), picture.GetRect());
+        return std::move(map).TakeGraph();
     });
 }
 

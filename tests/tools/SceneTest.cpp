@@ -11,9 +11,7 @@
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/OutputFile.h"
 #include "tools/ombrel/Program.h"
-#include "tools/ombrel/chart/HeightScene.h"
-#include "tools/ombrel/chart/MeshScene.h"
-#include "tools/ombrel/chart/SceneData.h"
+#include "tools/ombrel/commands/SceneOptions.h"
 #include "tools/ombrel/options/OptionValues.h"
 #include "tools/ombrel/options/Options.h"
 
@@ -56,16 +54,19 @@ protected:
         Options const options = OptionsOf(line);
         m_target.size = options.size.value_or(PictureSize { 300, 200 });
         m_picture = std::make_unique<Picture>(m_target);
-        Messages const messages(false);
-        if (options.command == Command::Mesh)
-            return MakeMeshScene(options, options.files.front(), *m_picture, messages);
-        InputFile file(options.files.front());
-        return MakeHeightScene(
-            options, ReadHeightFile(options, file, ShapeFor(options), messages), *m_picture, messages);
+        Scene scene = SceneFor(options);
+        if (options.command == Command::Mesh) {
+            AddMesh(scene, options, options.files.front());
+        } else {
+            InputFile file(options.files.front());
+            AddHeights(scene, options, ReadHeightFile(options, file, ShapeFor(options), Messages(false)));
+        }
+        scene.LayOut(m_picture->GetDC(), m_picture->GetRect());
+        return std::move(scene).TakeGraph();
     }
     template <typename Curve> static Curve& First(C3DGraph const& scene)
     {
-        return dynamic_cast<Curve&>(*CurvesOf(scene).front());
+        return dynamic_cast<Curve&>(*scene.GetPlotArray()->GetAt(0)->GetComponent(0));
     }
 
     TestFolder m_folder;

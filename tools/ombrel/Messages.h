@@ -3,8 +3,10 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace ombrel::host {
 
@@ -51,6 +53,29 @@ public:
 
 private:
     bool m_verbose;
+};
+
+/// Tells what was noted at the end of its life at the latest, when something failed too.
+class NotesTeller {
+public:
+    /// notes gives all there are.
+    NotesTeller(std::function<ChartNotes()> notes, Messages const& messages)
+        : m_notes(std::move(notes))
+        , m_messages(messages)
+    {
+    }
+    ~NotesTeller() { Tell(); }
+    NotesTeller(NotesTeller const&) = delete;
+    NotesTeller& operator=(NotesTeller const&) = delete;
+    void Tell()
+    {
+        if (m_notes)
+            m_messages.Tell(std::exchange(m_notes, nullptr)());
+    }
+
+private:
+    std::function<ChartNotes()> m_notes;
+    Messages const& m_messages;
 };
 
 /// One line on a terminal for work that takes longer than half a second; removed when the work ends.

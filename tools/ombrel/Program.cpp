@@ -3,17 +3,17 @@
 #include "ombrel/chart/ChartError.h"
 #include "ombrel/chart/Document.h"
 #include "ombrel/platform/framework/Exception.h"
+#include "ombrel/scene/Heights.h"
+#include "ombrel/scene/MeshFile.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/Version.h"
-#include "tools/ombrel/chart/MeshScene.h"
 #include "tools/ombrel/commands/ColoursCommand.h"
 #include "tools/ombrel/commands/DrawCommand.h"
 #include "tools/ombrel/commands/GalleryCommand.h"
 #include "tools/ombrel/commands/HeightCommands.h"
 #include "tools/ombrel/commands/InfoCommand.h"
 #include "tools/ombrel/commands/PlotCommand.h"
-#include "tools/ombrel/grid/HeightFile.h"
 #include "tools/ombrel/options/Options.h"
 #include "tools/ombrel/options/PlotChecks.h"
 
@@ -31,6 +31,9 @@ void Print(std::string const& text)
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0)
         throw Failure(kDataFault, "standard output: cannot be written");
 }
+
+/// What is wrong with a setting, which the text begins with, as the command line calls it.
+std::string OptionText(std::string const& text) { return (text.find_first_of(" :") == 1 ? "-" : "--") + text; }
 
 /// Without a command the first file decides.
 Command CommandFor(Options const& options, InputFile& first)
@@ -114,7 +117,7 @@ int RunProgram(std::vector<std::string> const& arguments)
         return failure.GetStatus();
     } catch (ChartError const& error) {
         bool const isSetting = error.GetCause() == ChartError::Cause::Setting;
-        messages.Error((isSetting ? "--" : "") + std::string(error.what()));
+        messages.Error(isSetting ? OptionText(error.what()) : error.what());
         return isSetting ? kUsageFault : kDataFault;
     } catch (std::bad_alloc const&) {
         messages.Error("there is not enough memory");

@@ -3,12 +3,11 @@
 #include "ombrel/chart/Titles.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/scene/MeshFile.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/OutputFile.h"
-#include "tools/ombrel/chart/ContourMap.h"
-#include "tools/ombrel/chart/HeightScene.h"
-#include "tools/ombrel/chart/MeshScene.h"
+#include "tools/ombrel/commands/SceneOptions.h"
 #include "tools/ombrel/options/Options.h"
 #include "tools/ombrel/options/PlotChecks.h"
 
@@ -18,9 +17,8 @@ namespace {
 
 using Files = std::vector<std::unique_ptr<InputFile>>;
 
-/// What the commands do round the making of their graph: make(file, picture).
-template <typename Make>
-void RunWith(Options const& options, Files const& files, char const* kind, Messages const& messages, Make const& make)
+/// Where the picture of the one file goes.
+Target TargetFor(Options const& options, Files const& files, char const* kind)
 {
     if (files.size() > 1)
         throw Failure(
@@ -28,13 +26,20 @@ void RunWith(Options const& options, Files const& files, char const* kind, Messa
     Target target = MakeTarget(options, options.files.front());
     target.title = OneLine(options.title);
     CheckPaths(options, target);
+    return target;
+}
+
+/// Draws it, and writes what the options ask for.
+template <typename Drawing>
+void Write(Drawing& drawing, Options const& options, Target const& target, NotesTeller& notes, Messages const& messages)
+{
     Picture picture(target);
-    auto const graph = make(*files.front(), picture);
-    picture.Draw(*graph);
+    drawing.Draw(picture);
+    notes.Tell();
     std::string const bytes = picture.Encode();
     TellMarks(target, picture, messages);
     if (!options.save.empty())
-        SaveDocument(options.save, *graph);
+        SaveDocument(options.save, drawing.Graph());
     WriteTarget(target, bytes, messages);
 }
 
@@ -43,26 +48,33 @@ void RunWith(Options const& options, Files const& files, char const* kind, Messa
 void RunSurface(Options const& options, Files& files, Messages const& messages)
 {
     CheckSceneOptions(options);
-    RunWith(options, files, "heights", messages, [&](InputFile& file, Picture& picture) {
-        return MakeHeightScene(options, ReadHeightFile(options, file, ShapeFor(options), messages), picture, messages);
-    });
+    Target const target = TargetFor(options, files, "heights");
+    HeightSource heights = ReadHeightFile(options, *files.front(), ShapeFor(options), messages);
+    Scene scene = SceneFor(options);
+    NotesTeller notes([&scene] { return scene.GetNotes(); }, messages);
+    AddHeights(scene, options, std::move(heights));
+    Write(scene, options, target, notes, messages);
 }
 
 void RunContour(Options const& options, Files& files, Messages const& messages)
 {
-    RunWith(options, files, "heights", messages, [&](InputFile& file, Picture& picture) {
-        return MakeContourMap(options, ReadHeightFile(options, file, HeightShape::Grid, messages), picture, messages);
-    });
+    Target const target = TargetFor(options, files, "heights");
+    ContourMap map = MapFor(options, ReadHeightFile(options, *files.front(), HeightShape::Grid, messages));
+    NotesTeller notes([&map] { return map.GetNotes(); }, messages);
+    Write(map, options, target, notes, messages);
 }
 
 void RunMesh(Options const& options, Files& files, Messages const& messages)
 {
     CheckMeshOptions(options);
-    RunWith(options, files, "a mesh", messages, [&](InputFile const& file, Picture& picture) {
-        if (!IsMeshFile(file.GetName()))
-            throw Failure(kUsageFault, file.GetName() + ": expected a .tvm, .tvo or .dxf file");
-        return MakeMeshScene(options, file.GetName(), picture, messages);
-    });
+    Target const target = TargetFor(options, files, "a mesh");
+    std::string const& path = files.front()->GetName();
+    if (!IsMeshFile(path))
+        throw Failure(kUsageFault, path + ": expected a .tvm, .tvo or .dxf file");
+    Scene scene = SceneFor(options);
+    NotesTeller notes([&scene] { return scene.GetNotes(); }, messages);
+    AddMesh(scene, options, path);
+    Write(scene, options, target, notes, messages);
 }
 
 } // namespace ombrel::host

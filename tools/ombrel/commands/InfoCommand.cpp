@@ -9,15 +9,15 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/Surface.h"
 #include "ombrel/model/ItemType.h"
+#include "ombrel/scene/Heights.h"
+#include "ombrel/scene/MeshFile.h"
 #include "ombrel/table/Utf8.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/chart/MeshScene.h"
 #include "tools/ombrel/commands/DocumentFile.h"
 #include "tools/ombrel/commands/MeshInfo.h"
 #include "tools/ombrel/commands/SceneInfo.h"
 #include "tools/ombrel/commands/TableFile.h"
-#include "tools/ombrel/grid/HeightFile.h"
 #include "tools/ombrel/options/Options.h"
 
 #include <algorithm>
@@ -222,7 +222,9 @@ std::string DescribeDocument(Options const& options, InputFile& file, Messages c
 std::string DescribeHeights(InputFile& file, Messages const& messages)
 {
     CSurface surface;
-    HeightTitles const titles = GiveHeights({ file.GetName() }, surface, messages);
+    ChartNotes notes;
+    HeightTitles const titles = GiveHeights(HeightFile { file.GetName() }, surface, notes);
+    messages.Tell(notes);
     surface.Evaluate();
     bool const isModel = surface.GetFileType() == CSurface::ftDEM;
     std::string text = file.GetName() + (isModel ? ": elevation model" : ": z values") + DescribeGrid(surface);

@@ -5,10 +5,10 @@
 #include "ombrel/graph3d/3DObjectCurve.h"
 #include "ombrel/graph3d/MeshNodeSet.h"
 #include "ombrel/graph3d/MeshPatch.h"
+#include "ombrel/scene/MeshFile.h"
 #include "ombrel/table/Utf8.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/chart/MeshScene.h"
 #include "tools/ombrel/commands/SceneInfo.h"
 #include "tools/ombrel/commands/TableFile.h"
 #include "tools/ombrel/options/OptionValues.h"
@@ -126,7 +126,9 @@ std::string DescribeObjects(C3DObjectCurve const& curve)
 std::string DescribeMeshFile(InputFile const& file, Messages const& messages)
 {
     C3DGraph scene(1);
-    std::vector<C3DCurve*> const curves = AddMeshFile(scene, file.GetName(), messages);
+    ChartNotes notes;
+    NotesTeller const teller([&] { return notes; }, messages);
+    std::vector<C3DCurve*> const curves = AddMeshFile(scene, file.GetName(), notes);
     scene.UpdatePlots();
     std::string text;
     for (C3DCurve* const curve : curves)

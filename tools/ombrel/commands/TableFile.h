@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/chart/ChartNotes.h"
+#include "ombrel/table/ColumnTexts.h"
 #include "ombrel/table/TableReader.h"
 
 #include <string>
@@ -13,18 +14,6 @@ class Messages;
 /// Reads a table from a file, with progress on a terminal, and tells under -v what was assumed about it.
 /// Throws Failure with kDataFault, naming file, line and column.
 Table ReadTableFile(InputFile& file, TableOptions const& options, Messages const& messages);
-
-/// "column 3 (temperature)", or "column 3" without a header.
-std::string ColumnLabel(Table const& table, std::size_t index);
-
-/// "numbers", "dates", "texts" or "only gaps".
-std::string TypeLabel(ColumnType type);
-
-/// What a column holds: "dates", or "texts such as …" with the first of them.
-std::string ContentsOf(TableColumn const& column);
-
-/// By column; empty without a header.
-std::vector<std::string> NamesOf(Table const& table);
 
 /// The separator as a person writes it: "," or "tab".
 std::string SeparatorLabel(char separator);

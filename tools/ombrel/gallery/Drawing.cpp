@@ -16,8 +16,8 @@
 #include "ombrel/graph3d/3DCurve.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/platform/gdi/DC.h"
-#include "tools/ombrel/chart/MapKey.h"
-#include "tools/ombrel/chart/Scene.h"
+#include "ombrel/scene/MapKey.h"
+#include "ombrel/scene/Scene.h"
 
 #include <algorithm>
 #include <cassert>
@@ -199,11 +199,11 @@ private:
 void PlaceAnnotation(C2DGraph& graph, PictureLayout& layout, PictureLook const& look, CDC& dc)
 {
     if (CPlotComponent const* const curve = CurveWithKey(graph)) {
-        MapKey key(graph, *curve, curve->GetTitle().ToUtf8(), look, dc);
+        MapKey key(graph, *curve, curve->GetTitle().ToUtf8(), look);
         CRect rect = layout.WholeRect();
-        rect.right -= key.Width();
+        rect.right -= key.Width(dc);
         layout.LayOutIn(rect);
-        key.Place();
+        key.Place(dc);
     }
     CLegend& legend = *graph.GetLegend();
     if (legend.IsOn()) {
@@ -248,18 +248,12 @@ std::unique_ptr<C2DGraph> MakeGraph(BuildGraph build, PictureLook const& look, A
 
 std::unique_ptr<C3DGraph> MakeGraph(BuildScene build, PictureLook const& look, Target const& target)
 {
-    Options options;
-    std::unique_ptr<C3DGraph> scene = MakeScene(options, look);
-    build(*scene, look);
-    scene->UpdatePlots();
-    CPlotComponent const* const coloured = CurveWithKey(*scene);
-    auto const& curve = coloured ? static_cast<C3DCurve const&>(*coloured) : *CurvesOf(*scene).front();
-    SceneData data = SceneDataOf(*scene);
-    C3DAxis const* const* const axes = scene->GetAxes();
-    data.titles = { axes[0]->GetTitle().ToUtf8(), axes[1]->GetTitle().ToUtf8(), axes[2]->GetTitle().ToUtf8() };
+    Scene scene;
+    scene.Theme(look.theme);
+    build(scene.Graph(), look);
     Picture scratch(target);
-    LayOutScene(*scene, curve, data, look, scratch, options);
-    return scene;
+    scene.LayOut(scratch.GetDC(), scratch.GetRect());
+    return std::move(scene).TakeGraph();
 }
 
 } // namespace

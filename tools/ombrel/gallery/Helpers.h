@@ -4,6 +4,7 @@
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DSeriesPlot.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/Surface.h"
 
 #include <span>
@@ -20,6 +21,14 @@ template <typename Curve> Curve& AddCurve(CPlot& plot, char const* title, COLORR
     curve.SetTitle(title);
     curve.SetDataSourceType(CPlotComponent::dsTable);
     curve.SetColour(colour);
+    return curve;
+}
+
+/// Adds a curve in a plot of its own that takes its data from a table.
+template <typename Curve> Curve& AddCurve(C3DGraph& scene, ItemType plot)
+{
+    auto& curve = static_cast<Curve&>(*scene.AddPlot(plot)->CreateCurve());
+    curve.SetDataSourceType(CPlotComponent::dsTable);
     return curve;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
+#include "ombrel/scene/SceneStyle.h"
+#include "ombrel/scene/TableHeights.h"
 
-#include <array>
 #include <optional>
 #include <string>
 #include <utility>
@@ -10,44 +11,6 @@ namespace ombrel::host {
 
 enum class OptionId : int;
 struct OptionEntry;
-
-/// Detect: whatever the table looks like. Plain: all cells are heights. Headed: the first row holds the x and the first
-/// column the y coordinates.
-enum class MatrixChoice { Detect, Plain, Headed };
-/// What is drawn of the levels: lines along them, bands of one colour between them, or both.
-enum class ContourChoice { Off, Lines, Bands, Both };
-enum class KeyChoice { Auto, Off };
-/// What the columns and rows of a grid are; the order is that of C3DCurve::CurveType, which has no radial grids.
-enum class CoordinateChoice { Cartesian, Polar, Cylindrical, Geographical, Radial };
-
-/// How bars, series and points are coloured: by the colour map, all alike, or each column or row of a grid in a colour
-/// of its own.
-enum class ColouringChoice { Value, Plain, Columns, Rows };
-/// The order is that of C3DLineCurve's symbol styles.
-enum class SymbolChoice { Sphere, Cone, InvertedCone, Cube };
-/// What the lines of a series run along.
-enum class AlongChoice { X, Y };
-
-/// Where levels lie: so many bands between the ends of the range, or the values, or steps from a reference.
-struct LevelChoice {
-    std::optional<int> bands;
-    std::vector<double> values;
-    std::optional<double> reference;
-    double spacing = 0.0;
-};
-
-/// The ends of an axis; what is missing is taken from the data.
-struct AxisEnds {
-    std::optional<double> min;
-    std::optional<double> max;
-};
-using ClipBox = std::array<AxisEnds, 3>;
-
-/// Degrees: counter-clockwise from the x axis, and from the zenith down.
-struct Direction {
-    double azimuth = 0.0;
-    double polar = 0.0;
-};
 
 /// How a grid is read, and how its heights are shown.
 struct SurfaceOptions {

@@ -5,7 +5,7 @@
 #include "ombrel/graph3d/3DObjectCurve.h"
 #include "ombrel/graph3d/3DObjectCylinder.h"
 #include "ombrel/graph3d/3DObjectSphere.h"
-#include "tools/ombrel/chart/SceneData.h"
+#include "tools/ombrel/gallery/Helpers.h"
 #include "tools/ombrel/gallery/Pictures.h"
 
 #include <array>

@@ -5,7 +5,6 @@
 #include "ombrel/graph3d/3DIrregBarCurve.h"
 #include "ombrel/graph3d/3DLineArrayCurve.h"
 #include "ombrel/graph3d/3DWireframeCurve.h"
-#include "tools/ombrel/chart/SceneData.h"
 #include "tools/ombrel/gallery/Data.h"
 #include "tools/ombrel/gallery/Helpers.h"
 #include "tools/ombrel/gallery/Pictures.h"

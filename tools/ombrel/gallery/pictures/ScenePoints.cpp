@@ -3,7 +3,6 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DScatterCurve.h"
 #include "ombrel/graph3d/3DTextCurve.h"
-#include "tools/ombrel/chart/SceneData.h"
 #include "tools/ombrel/gallery/Data.h"
 #include "tools/ombrel/gallery/Helpers.h"
 #include "tools/ombrel/gallery/Pictures.h"

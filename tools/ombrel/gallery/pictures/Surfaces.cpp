@@ -4,7 +4,6 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DIrregularSurfaceCurve.h"
 #include "ombrel/graph3d/Surface.h"
-#include "tools/ombrel/chart/SceneData.h"
 #include "tools/ombrel/gallery/Data.h"
 #include "tools/ombrel/gallery/Helpers.h"
 #include "tools/ombrel/gallery/Pictures.h"

@@ -1,0 +1,45 @@
+#pragma once
+#include "ombrel/chart/ChartNotes.h"
+#include "ombrel/chart/Picture.h"
+
+namespace ombrel {
+
+/// What is drawn on bitmaps and pages, or written to files: what scenes and maps have in common.
+///
+/// One thread a picture; threads may have pictures of their own. Errors: ChartError, and Error where the system refuses
+/// something, such as OpenGL.
+class OMBREL_EXPORT DrawnPicture {
+public:
+    virtual ~DrawnPicture() = default;
+    /// Of bitmaps, pixels; 1000 x 640 at first.
+    void Size(int width, int height);
+    /// Of pages, millimetres; A4 across at first.
+    void Page(double width, double height);
+
+    /// Writes a picture (.png, .bmp), a page (.pdf, .svg, .ps) or the graph as a document (.ombrel), by the ending of
+    /// the name. The file is written beside its target and renamed.
+    void Save(std::string const& path);
+    /// The bytes of such a file.
+    std::string Encode(PictureFormat format);
+    /// Draws into the rectangle, device pixels.
+    void Draw(CDC& dc, CRect const& rect);
+    void Draw(Picture& picture);
+
+    /// Does what Draw does first: lays everything out for a context like dc and a rectangle of that size. What a graph
+    /// holds then is what is drawn.
+    void LayOut(CDC& dc, CRect const& rect);
+
+    /// What was noticed in the data and in making what was last laid out.
+    virtual ChartNotes GetNotes() const = 0;
+
+protected:
+    explicit DrawnPicture(std::string title);
+    DrawnPicture(DrawnPicture&&) = default;
+    DrawnPicture& operator=(DrawnPicture&&) = default;
+
+private:
+    virtual CAnnotatedGraph& LaidOut(CDC& dc, CRect const& window) = 0;
+    PictureForm m_form;
+};
+
+} // namespace ombrel

@@ -1,0 +1,393 @@
+#include "ombrel/scene/parts/SceneLayout.h"
+#include "ombrel/chart/Look.h"
+#include "ombrel/chart/Titles.h"
+#include "ombrel/drawing/DIB.h"
+#include "ombrel/graph3d/3DAxis.h"
+#include "ombrel/graph3d/3DCurve.h"
+#include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/3DGrid.h"
+#include "ombrel/graph3d/Walls.h"
+#include "ombrel/scene/MapKey.h"
+#include "ombrel/scene/parts/HeightColours.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+
+namespace ombrel {
+
+namespace {
+
+/// From the left in front of the box and well above it.
+constexpr Direction kUsualView { 330.0, 62.0 };
+/// Straight lines stay nearly parallel, and the far side is still smaller than the near one.
+constexpr double kUsualPerspective = 0.35;
+/// What the library can draw: beyond it, the near side of the box would lie behind the eye.
+constexpr double kStrongestPerspective = 0.85;
+
+/// Over the viewer's left shoulder, above or below as the viewer is: relief stands out, and no side that can be seen is
+/// dark.
+Direction LightBeside(Direction view)
+{
+    constexpr double kToTheLeft = 65.0;
+    constexpr double kFromZenith = 40.0;
+    constexpr double kLevel = 90.0;
+    return { std::fmod(view.azimuth + 360.0 - kToTheLeft, 360.0),
+        view.polar > kLevel ? 2.0 * kLevel - kFromZenith : kFromZenith };
+}
+
+void SetLights(C3DGraph& scene, SceneStyle const& style, Direction view)
+{
+    scene.SetLightingOn(style.lit ? 1 : 0);
+    std::vector<Direction> lights = style.lights;
+    if (lights.empty())
+        lights.push_back(LightBeside(view));
+    // Far away, light falls on all of the box from the same side.
+    constexpr double kFar = 6.0;
+    scene.SetLightDistance(kFar);
+    scene.SetLight1On(1);
+    scene.SetLight1Pos(lights.front().azimuth, lights.front().polar);
+    scene.SetLight2On(lights.size() > 1 ? 1 : 0);
+    if (lights.size() > 1)
+        scene.SetLight2Pos(lights[1].azimuth, lights[1].polar);
+    // Together with what the library adds, the brightest places have the very colours of the colour map, and those
+    // turned away keep half of them.
+    scene.SetAmbientLight(0.3);
+    scene.SetAttenuation(lights.size() > 1 ? 2.2 : 1.55);
+}
+
+/// Ticks inside of the range, which stays as it is.
+NumberTicks TicksIn(AxisRange range, int most) { return MakeNumberTicks(WidenEmptyRange(range), { true, true }, most); }
+
+void SetAxis(C3DAxis& axis, NumberTicks const& ticks, std::string const& title)
+{
+    axis.SetRangeMode(C3DAxis::rmFixed);
+    axis.SetRange(ticks.range.min, ticks.range.max);
+    axis.SetTickMode(C3DAxis::tmStep);
+    axis.SetTickMin(ticks.first);
+    axis.SetTickDel(ticks.step);
+    axis.SetNumMinorDivs(ticks.minor + 1);
+    axis.SetFormatType(ticks.format);
+    axis.SetLabelPrecision(ticks.precision);
+    axis.SetTitle(CString(title));
+}
+
+double WidthOf(AxisRange range)
+{
+    AxisRange const wide = WidenEmptyRange(range);
+    return wide.max - wide.min;
+}
+
+/// The sides of the box, the longest on the ground 1 long.
+std::array<double, 3> Proportions(SceneData const& data, std::optional<double> verticalScale)
+{
+    // Ranges that differ more are hardly lengths of one kind.
+    constexpr double kMostAlike = 3.0;
+    constexpr double kUsualHeight = 0.5;
+    constexpr double kReliefHeight = 0.25;
+    double const width = WidthOf(data.x);
+    double const depth = WidthOf(data.y);
+    double const longer = std::max(width, depth);
+    double const height = WidthOf(data.z);
+    if (data.inSpace) {
+        double const high = height * verticalScale.value_or(1.0);
+        double const longest = std::max(longer, high);
+        return { width / longest, depth / longest, high / longest };
+    }
+    bool const isAlike = longer <= kMostAlike * std::min(width, depth);
+    double const sx = data.titles.sameUnits || isAlike ? width / longer : 1.0;
+    double const sy = data.titles.sameUnits || isAlike ? depth / longer : 1.0;
+    double const sz = verticalScale.value_or(data.titles.sameUnits ? kReliefHeight : kUsualHeight);
+    // The camera sees a box whose longest side is about 1.
+    double const longest = std::max(sz, 1.0);
+    return { sx / longest, sy / longest, sz / longest };
+}
+
+/// What is drawn of the scene, in a bitmap of a picture's proportions.
+class Sketch {
+public:
+    Sketch(C3DGraph& scene, CRect const& window, CRect const& graph)
+        : m_scene(scene)
+        , m_bitmap(window.Width(), window.Height(), 24)
+    {
+        // The first layout of all gives the graph the whole window.
+        scene.LayOut(m_bitmap.GetDC(), window);
+        scene.SetGraphAndWindowRect(graph, window);
+    }
+    /// The box round all that differs from the background; in the graph's rectangle.
+    CRect Extent()
+    {
+        CSize const size = m_bitmap.GetSize();
+        m_scene.Draw(m_bitmap.GetDC(), CRect(0, 0, size.cx, size.cy), pmDirect);
+        Raster const& pixels = *m_bitmap.GetBitmap().GetRaster();
+        std::uint32_t const ground = Raster::FromColour(static_cast<COLORREF>(m_scene.GetBackgroundColour()));
+        CRect extent(size.cx, size.cy, 0, 0);
+        for (int y = 0; y < size.cy; ++y) {
+            std::uint32_t const* const row = pixels.Row(y);
+            for (int x = 0; x < size.cx; ++x) {
+                if ((row[x] & 0xFFFFFFU) == ground)
+                    continue;
+                extent = { std::min<LONG>(extent.left, x), std::min<LONG>(extent.top, y),
+                    std::max<LONG>(extent.right, x + 1), std::max<LONG>(extent.bottom, y + 1) };
+            }
+        }
+        return extent;
+    }
+
+private:
+    C3DGraph& m_scene;
+    CDIB m_bitmap;
+};
+
+/// The box with axes and labels, which is what a scene is fitted by: plots lie inside of the box and take long to draw.
+/// Nor have the x and y axes their titles, which stand far from short axes but never outside of the graph: fitted
+/// without them, the scene leaves them just the room at its edges.
+class BoxAlone {
+public:
+    explicit BoxAlone(C3DGraph& scene)
+        : m_scene(scene)
+        , m_plots(scene.GetPlotArray()->GetPlots().begin(), scene.GetPlotArray()->GetPlots().end())
+    {
+        scene.GetPlotArray()->RemoveAll();
+        for (std::size_t i = 0; i < m_titles.size(); ++i) {
+            m_titles[i] = scene.GetAxes()[i]->GetTitle();
+            scene.GetAxes()[i]->SetTitle("");
+        }
+    }
+    ~BoxAlone()
+    {
+        for (std::size_t i = 0; i < m_titles.size(); ++i)
+            m_scene.GetAxes()[i]->SetTitle(m_titles[i]);
+        for (CPlot* const plot : m_plots)
+            m_scene.GetPlotArray()->Add(plot);
+        // What changed meanwhile was told to the axes alone.
+        m_scene.UpdateZVals();
+    }
+    BoxAlone(BoxAlone const&) = delete;
+    BoxAlone& operator=(BoxAlone const&) = delete;
+
+private:
+    C3DGraph& m_scene;
+    std::vector<CPlot*> m_plots;
+    std::array<CString, 2> m_titles;
+};
+
+/// A rectangle of the picture at the resolution of a screen: pages have several times its pixels.
+CRect OnScreen(CRect const& rect, double scale)
+{
+    auto const scaled = [scale](LONG v) { return static_cast<int>(std::lround(static_cast<double>(v) * scale)); };
+    return { scaled(rect.left), scaled(rect.top), scaled(rect.right), scaled(rect.bottom) };
+}
+
+/// Pixels of the picture that one unit in the middle of the box covers: the camera's distance and angle.
+double PixelsPerUnit(C3DGraph const& scene, CRect const& graph)
+{
+    double const distance = 10.5 - 9.0 * scene.GetPerspective();
+    double const degrees = std::numbers::pi / 180.0;
+    double const aspect = static_cast<double>(graph.Width()) / graph.Height();
+    double angle = 2.6 * std::atan(0.7 / distance) / degrees / scene.GetZoomFactor();
+    if (aspect < 1.0)
+        angle /= aspect;
+    return graph.Height() / 2.0 / (distance * std::tan(angle / 2.0 * degrees));
+}
+
+/// What fitting changes of a view.
+struct View {
+    double x = 0.0;
+    double y = 0.0;
+    double zoom = 1.0;
+};
+
+View ViewOf(C3DGraph const& scene) { return { scene.GetXPos(), scene.GetYPos(), scene.GetZoomFactor() }; }
+
+void SetView(C3DGraph& scene, View const& view)
+{
+    scene.SetXPos(view.x);
+    scene.SetYPos(view.y);
+    scene.SetZoomFactor(view.zoom);
+}
+
+/// Where the title stands in a window; without height when there is none.
+CRect TitleRoom(CRect const& window, CAnnotatedGraph& graph)
+{
+    int const height = !FindTitle(graph) ? 0 : std::min(window.Width(), window.Height()) / 14;
+    return { window.left, window.top, window.right, window.top + height };
+}
+
+/// Makes box, labels and titles as large as the picture has room for beside a strip of that many pixels at its right
+/// and under the graph's title. Only the view's size and place change. Returns where what is drawn ends at the right.
+int FitScene(C3DGraph& scene, CDC& dc, CRect const& window, int stripAtRight, double zoom)
+{
+    constexpr int kScreenDotsPerInch = 96;
+    constexpr int kPasses = 6;
+    double const scale = static_cast<double>(kScreenDotsPerInch) / dc.GetDeviceCaps(LOGPIXELSX);
+    int const margin = std::min(window.Width(), window.Height()) / 40;
+    int const titleRoom = 2 * margin;
+    CRect const room(window.left, TitleRoom(window, scene).bottom, window.right - stripAtRight, window.bottom);
+    SetView(scene, {});
+    CRect const graph = OnScreen(room, scale);
+    Sketch sketch(scene, OnScreen(window, scale), graph);
+    CRect const inside = OnScreen(
+        CRect(room.left + titleRoom, room.top + margin, room.right - titleRoom, room.bottom - margin - titleRoom),
+        scale);
+    int const antialiased = scene.GetAntialiasMode();
+    scene.SetAntialiasMode(0);
+    auto boxAlone = std::make_unique<BoxAlone>(scene);
+    CRect extent;
+    // What reaches the edge of the room may reach beyond it, how far is not known: the largest view that is whole
+    // counts.
+    constexpr double kStepBack = 0.85;
+    constexpr double kTooLarge = 1e9;
+    CRect const all(graph.left + 1, graph.top + 1, graph.right - 1, graph.bottom - 1);
+    View whole = ViewOf(scene);
+    double cutZoom = kTooLarge;
+    for (int pass = 0; pass < kPasses; ++pass) {
+        extent = sketch.Extent();
+        if (extent.IsRectEmpty())
+            break;
+        bool const isCut
+            = extent.left < all.left || extent.top < all.top || extent.right > all.right || extent.bottom > all.bottom;
+        if (isCut)
+            cutZoom = std::min(cutZoom, scene.GetZoomFactor());
+        else
+            whole = ViewOf(scene);
+        double const fit = std::min(static_cast<double>(inside.Width()) / extent.Width(),
+            static_cast<double>(inside.Height()) / extent.Height());
+        constexpr double kGoodFit = 0.02;
+        if (!isCut && std::abs(fit - 1.0) < kGoodFit)
+            break;
+        double const unit = PixelsPerUnit(scene, graph);
+        // The place where the middle of what is drawn lies, from the middle of the room.
+        double const right = (extent.left + extent.right - inside.left - inside.right) / 2.0;
+        double const down = (extent.top + extent.bottom - inside.top - inside.bottom) / 2.0;
+        double const next = scene.GetZoomFactor() * (isCut ? kStepBack : fit);
+        SetView(scene,
+            { scene.GetXPos() - right / unit, scene.GetYPos() + down / unit,
+                next < cutZoom ? next : (whole.zoom + cutZoom) / 2.0 });
+    }
+    SetView(scene, whole);
+    scene.SetZoomFactor(scene.GetZoomFactor() * zoom);
+    boxAlone.reset();
+    // In a wide picture, what stands beside the scene should not stand far from it.
+    constexpr double kHalfEmpty = 0.75;
+    bool const isWide = stripAtRight > 0 && extent.right - inside.left < kHalfEmpty * inside.Width();
+    int const right = isWide ? static_cast<int>(std::lround(sketch.Extent().right / scale)) : room.right;
+    scene.SetAntialiasMode(antialiased);
+    scene.SetGraphAndWindowRect(room, window);
+    return right;
+}
+
+/// A key of a curve's colours, and over it what they mean.
+class SceneKey {
+public:
+    SceneKey(C3DGraph& scene, C3DCurve const& curve, std::string const& title, Look const& look)
+        : m_key(AddKey(scene, curve, title, look))
+    {
+    }
+    int Width(CDC& dc) const
+    {
+        return static_cast<int>(
+            std::max(m_key.colours->Measure(&dc).cx, m_key.title ? m_key.title->Measure(&dc).cx : 0));
+    }
+    /// In the middle of the window's height, at that place or farther to the left.
+    void Place(CRect const& window, int left, CDC& dc) const
+    {
+        CSize const size = m_key.colours->Measure(&dc);
+        int const above = m_key.title ? static_cast<int>(m_key.title->Measure(&dc).cy) : 0;
+        int const top = window.top + std::max<int>(0, (window.Height() - size.cy - above) / 2);
+        m_key.colours->Create(CPoint(left, top + above));
+        if (m_key.title)
+            static_cast<CAnnotation&>(*m_key.title).Create(CPoint(left, top));
+    }
+    TitledKey const& Get() const { return m_key; }
+
+private:
+    TitledKey m_key;
+};
+
+} // namespace
+
+std::unique_ptr<C3DGraph> MakeScene()
+{
+    auto scene = std::make_unique<C3DGraph>(1);
+    scene->SetGraphFrameOn(0);
+    scene->GetWalls()->SetOn(0);
+    // What they have then is somebody's wish.
+    for (int i = 0; i < 3; ++i)
+        scene->GetAxes()[i]->SetTitle("");
+    return scene;
+}
+
+void ApplySceneStyle(C3DGraph& scene, SceneStyle const& style, Look const& look)
+{
+    Direction const view = style.view.value_or(kUsualView);
+    scene.SetViewingAzimuth(view.azimuth);
+    scene.SetViewingElevation(view.polar);
+    scene.SetPerspective(std::min(style.perspective.value_or(kUsualPerspective), kStrongestPerspective));
+    scene.SetAntialiasMode(style.edges == EdgeChoice::Smooth ? 1 : 0);
+    scene.SetBackgroundColour(look.window);
+    SetLights(scene, style, view);
+    for (int i = 0; i < 3; ++i) {
+        C3DAxis& axis = *scene.GetAxes()[i];
+        axis.SetColour(look.axes);
+        axis.SetLabelsColour(look.text);
+        axis.SetTitleColour(look.text);
+    }
+    scene.GetGrid()->SetColour(look.majorGrid);
+    if (CCaption* const title = FindTitle(scene))
+        ApplyLook(*title, look);
+}
+
+void SetSceneAxes(C3DGraph& scene, SceneData const& data, std::optional<double> verticalScale)
+{
+    constexpr int kMostSteps = 6;
+    C3DAxis* const* const axes = scene.GetAxes();
+    NumberTicks const x = TicksIn(data.x, kMostSteps);
+    NumberTicks const y = TicksIn(data.y, kMostSteps);
+    NumberTicks const z = TicksIn(data.z, kMostSteps - 1);
+    SetAxis(*axes[0], x, data.titles.x);
+    SetAxis(*axes[1], y, data.titles.y);
+    SetAxis(*axes[2], z, data.titles.z);
+    auto const [sx, sy, sz] = Proportions(data, verticalScale);
+    for (int i = 0; i < 3; ++i)
+        axes[i]->SetScaleFacs(sx, sy, sz);
+    C3DGrid& grid = *scene.GetGrid();
+    grid.SetXLineMode(GridLines3D::glStep);
+    grid.SetXLineMin(x.first);
+    grid.SetXLineDel(x.step);
+    grid.SetYLineMode(GridLines3D::glStep);
+    grid.SetYLineMin(y.first);
+    grid.SetYLineDel(y.step);
+    grid.SetZLineMode(GridLines3D::glStep);
+    grid.SetZLineMin(z.first);
+    grid.SetZLineDel(z.step);
+}
+
+TitledKey LayOutScene(C3DGraph& scene, C3DCurve const* keyCurve, SceneData const& data, Look const& look,
+    SceneStyle const& style, TitledKey keys, CDC& dc, CRect const& window)
+{
+    RemoveKey(scene, keys);
+    keys = {};
+    SetSceneAxes(scene, data, style.verticalScale);
+    scene.SetGraphAndWindowRect(window, window);
+    int strip = 0;
+    if (keyCurve) {
+        SceneKey const measured(scene, *keyCurve, data.keyTitle, look);
+        strip = measured.Width(dc) * 5 / 4;
+        // While its curve is away, a key goes.
+        RemoveKey(scene, measured.Get());
+    }
+    int const right = FitScene(scene, dc, window, strip, style.zoom);
+    if (keyCurve) {
+        SceneKey const key(scene, *keyCurve, data.keyTitle, look);
+        int const width = key.Width(dc);
+        key.Place(
+            window, std::min(right + (strip - width) * 2, static_cast<int>(window.right) - (strip + width) / 2), dc);
+        keys = key.Get();
+    }
+    PlaceTitleIn(scene, TitleRoom(window, scene), dc);
+    return keys;
+}
+
+} // namespace ombrel

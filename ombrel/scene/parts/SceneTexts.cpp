@@ -1,0 +1,20 @@
+#include "ombrel/scene/parts/SceneTexts.h"
+#include "ombrel/platform/framework/Number.h"
+
+#include <filesystem>
+
+namespace ombrel {
+
+std::string LowerCase(std::string_view text)
+{
+    std::string lower(text);
+    for (char& c : lower)
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+    return lower;
+}
+
+std::string ExtensionOf(std::string const& path) { return LowerCase(std::filesystem::path(path).extension().string()); }
+
+std::string ShortNumber(double value) { return FormatNumber(value, 'g', 10); }
+
+} // namespace ombrel
