@@ -11,8 +11,9 @@ class C2DGraph;
 /// The rectangular grid of a 2D graph: major and minor lines across the data rectangle, and free lines anywhere.
 ///
 /// "X" settings belong to vertical lines, at x positions; "Y" settings to horizontal ones. Positions are data units.
-/// While synchronised the grid takes its spacing over from the axes, so that its lines meet the ticks.
-/// Lifetime: owned by its graph. Errors: only Serialize throws (CArchiveException*, newly allocated).
+/// More about them stands at the fields of GridLine and GridDirection. While synchronised the grid takes its spacing
+/// over from the axes, so that its lines meet the ticks. Lifetime: owned by its graph. Errors: only Serialize throws
+/// (CArchiveException*, newly allocated).
 class OMBREL_EXPORT C2DGrid : public CGraphComponent {
 public:
     using LineMode = GridDirection::LineMode;

@@ -7,7 +7,8 @@
 namespace ombrel {
 
 /// Each setting of the axes of a 2D graph by a name of its own; CAxes::GetAxis and SetAxis read and set all settings of
-/// one axis at once.
+/// one axis at once. What a setting means, and its value at first, stands at the field of AxisSettings,
+/// DateTickSettings or AxesTextSettings that has its name without the axis.
 ///
 /// Setters raise the modified flag, but for those under "only stored".
 class OMBREL_EXPORT AxesAccessors : public CGraphComponent {

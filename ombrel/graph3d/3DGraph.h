@@ -46,6 +46,7 @@ public:
     ~C3DGraph() override;
     void Serialize(CArchive& ar) override;
 
+    /// Of the kinds that 3D graphs have; null for any other. Owned by the graph.
     CPlot* AddPlot(ItemType type) override;
     /// Tells every defined curve to take its points into the data box again.
     void UpdateZVals() override;
@@ -62,6 +63,7 @@ public:
     /// The axes X, Y and Z, in this order; null in a graph without components. Owned by the graph.
     C3DAxis** GetAxes() { return m_axes.data(); }
     C3DAxis* const* GetAxes() const { return m_axes.data(); }
+    /// Null in a graph without components.
     C3DGrid* GetGrid() const { return m_grid; }
     CWalls* GetWalls() const { return m_walls; }
     /// As CAnnotatedGraph; without a context, the picture is only kept. On a printer: off screen, the finished picture
@@ -116,15 +118,19 @@ public:
 
     // Colours and lights
 
+    /// Of the whole picture.
     unsigned long GetBackgroundColour() const;
     void SetBackgroundColour(unsigned long colour);
+    /// The light that comes from everywhere, 0 … 1.
     double GetAmbientLight() const { return m_ambientLight; }
     void SetAmbientLight(double level) { Change(m_ambientLight, level); }
     /// Only stored.
     double GetSpecularLight() const { return m_specularLight; }
     void SetSpecularLight(double level) { Change(m_specularLight, level); }
+    /// Only stored.
     double GetMaterialShininess() const { return m_shininess; }
     void SetMaterialShininess(double shininess) { Change(m_shininess, shininess); }
+    /// Degrees: about the z axis from x to y, and from the z axis down.
     void GetLight1Pos(double& azimuth, double& polarAngle) const;
     void SetLight1Pos(double azimuth, double polarAngle);
     int GetLight1On() const { return m_lights[0].on; }
@@ -139,6 +145,7 @@ public:
     /// Divides the light of both.
     double GetAttenuation() const { return m_attenuation; }
     void SetAttenuation(double attenuation) { Change(m_attenuation, attenuation); }
+    /// 0: faces have their plain colours.
     int GetLightingOn() const { return m_lightingOn; }
     void SetLightingOn(int on) { Change(m_lightingOn, on); }
 
@@ -150,6 +157,7 @@ public:
     /// Eight pictures, each moved by a part of a pixel, are made into one.
     int GetAntialiasMode() const { return m_antialiasMode; }
     void SetAntialiasMode(int on) { Change(m_antialiasMode, on); }
+    /// Of the grid's lines, and of the axes'; both count when the whole is not anti-aliased.
     int GetGridLineAntialiasMode() const { return m_gridLineAntialiasMode; }
     void SetGridLineAntialiasMode(int on) { Change(m_gridLineAntialiasMode, on); }
     int GetAxisLineAntialiasMode() const { return m_axisLineAntialiasMode; }
@@ -163,6 +171,7 @@ public:
     /// Only stored.
     CString GetFontFaceName() const { return m_fontFaceName; }
     void SetFontFaceName(CString const& name) { Change(m_fontFaceName, name); }
+    /// Only stored.
     double GetTextScaleFac() const { return m_textScaleFac; }
     void SetTextScaleFac(double factor) { Change(m_textScaleFac, factor); }
     double GetCombinedTextScaleFac() const { return m_textScaleFac * m_baseTextScale; }
@@ -231,6 +240,7 @@ public:
     /// the picture is drawn. Names of textures of one and of two dimensions, 0 for none.
     void AddTransparentFaces(FaceBatch const& batch, int texture, int image = 0);
     OwnedArray<CPolygon> const& GetTransparentPolygons() const { return m_polygons; }
+    /// Leaves none of them to be drawn.
     void ClearPolygons();
     /// The picture that is being drawn; null outside of a draw. For what is drawn in this folder.
     Picture3D* GetPicture() const { return m_picture; }

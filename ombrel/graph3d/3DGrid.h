@@ -29,7 +29,8 @@ struct GridLines3D {
     int total = 11;
 };
 
-/// The grid on the three back walls of a 3D graph's data box. Errors: Serialize throws CArchiveException*.
+/// The grid on the three back walls of a 3D graph's data box. What its numbers mean, and what they are at first, stands
+/// at the fields of GridLines3D. Errors: Serialize throws CArchiveException*.
 class OMBREL_EXPORT C3DGrid : public CGraphComponent {
 public:
     static CRuntimeClass const kClass;

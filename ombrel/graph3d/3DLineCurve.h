@@ -41,8 +41,9 @@ struct PointSettings {
 /// it and radius; cylindrical ones angle, height and radius; geographical ones longitude, latitude and radius; all
 /// angles are degrees. In every other system x, y and z are just these.
 /// Lines are straight in the data box, unless intermediate points let them follow a curved coordinate system.
-/// Setters of data raise all three flags, those of looks the modified one.
-/// Errors: Serialize throws CArchiveException*, an index outside CInvalidArgException* (both newly allocated).
+/// Setters of data raise all three flags, those of looks the modified one. What the numbers of looks mean, and what
+/// they are at first, stands at the fields of PointSettings. Errors: Serialize throws CArchiveException*, an index
+/// outside CInvalidArgException* (both newly allocated).
 class OMBREL_EXPORT C3DLineCurve : public C3DCurve {
 public:
     static CRuntimeClass const kClass;

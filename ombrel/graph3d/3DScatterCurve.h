@@ -29,7 +29,8 @@ struct StickSettings {
 /// Symbols at points in space, whose colours and sizes may tell of two more variables, with sticks to a baseline.
 ///
 /// A point that lies outside of the data box has neither symbol nor stick; one on its face has. A point whose colour
-/// is missing (IsGap) has the curve's; one whose size is missing has a stick but no symbol.
+/// is missing (IsGap) has the curve's; one whose size is missing has a stick but no symbol. What the numbers of sticks
+/// mean stands at the fields of StickSettings.
 class OMBREL_EXPORT C3DScatterCurve : public C3DLineCurve {
 public:
     /// What a variable is shown by.

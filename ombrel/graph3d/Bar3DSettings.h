@@ -17,7 +17,7 @@ struct Bar3DSettings {
     friend bool operator==(Bar3DSettings const& a, Bar3DSettings const& b) = default;
 };
 
-/// The settings of bars, for the curves that draw these.
+/// The settings of bars, for the curves that draw these; Bar3DSettings has what they are at first.
 ///
 /// Colour descriptions: 0 the curve's colour, 1 the colour map's by the bar's z, 2 and 3 the row colour of its place
 /// along x and along y; what is above is black.

@@ -16,6 +16,7 @@ class SeriesDrawing;
 /// stack down to the baseline.
 ///
 /// Lines have an x of their own and run along y, or in another row mode the reverse. A missing point breaks its line.
+/// What a setting means, and its value at first, stands at the field of SeriesSettings that has its name.
 template <typename Base> class OMBREL_EXPORT SeriesCurve : public Base {
 public:
     explicit SeriesCurve(CPlot* plot, int useGraphColour);

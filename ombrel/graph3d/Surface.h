@@ -23,8 +23,9 @@ class SurfaceRenderer;
 ///
 /// Give it a table (SetTableData) or a file (SetPathname), and the graph does the rest. Colours, contours and wireframe
 /// follow their settings at each draw; data and grid are taken over by Evaluate, which the graph calls when a flag of
-/// the data is raised. A node whose value is missing leaves a hole.
-/// Errors: those of C3DRowColCurve; readers of files tell theirs.
+/// the data is raised. A node whose value is missing leaves a hole. More about settings, and what they are at first,
+/// stands at the fields of ContourSettings, WireframeSettings, ValueTableSettings and SurfaceTextureSettings. Errors:
+/// those of C3DRowColCurve; readers of files tell theirs.
 class OMBREL_EXPORT CSurface : public C3DRowColCurve, public ZValsOwner {
 public:
     /// Bands of colour, bands with lines between them, or lines alone.
@@ -149,6 +150,7 @@ public:
     void SetContourScaleFac(double factor) { Change(m_contours.scaleFac, factor); }
     CDoubleArray const& GetArbContourLevels() const { return m_arbitraryLevels; }
     void SetArbContourLevels(CDoubleArray const& levels) { Change(m_arbitraryLevels, levels); }
+    /// Colours of bands, and of lines that have one each. Owned by the surface.
     CColourMap* GetContourColourmap() { return &m_contourColourmap; }
     /// CColourMap::Load's answer.
     int SetContourColourmap(CString const& name);
@@ -180,6 +182,7 @@ public:
 
     int GetWireframeOn() const { return m_wireframe.on; }
     void SetWireframeOn(int on) { Change(m_wireframe.on, on); }
+    /// As GetWireframeOn.
     int WireframeOn() const { return m_wireframe.on; }
     int GetWireframeEmissionOn() const { return m_wireframe.emissionOn; }
     void SetWireframeEmissionOn(int on) { Change(m_wireframe.emissionOn, on); }

@@ -85,6 +85,7 @@ public:
     void AddComponent(CGraphComponent* component);
     /// Detaches the component, which then belongs to the caller; false when it is not of this graph.
     bool RemoveComponent(CGraphComponent* component);
+    /// From 0 on; an index outside throws CInvalidArgException*. Owned by the graph.
     CGraphComponent* GetComponent(int index) const { return m_components.GetAt(index); }
     int GetNumComponents() const { return m_components.GetSize(); }
     OwnedArray<CGraphComponent> const& GetComponentArray() const { return m_components; }
@@ -102,13 +103,16 @@ public:
     int GetPlotIndex(CPlot const* plot) const { return m_plotArray ? m_plotArray->GetPlotIndex(plot) : -1; }
     /// Appends the tags of the plots of a kind.
     void GetPlotTags(ItemType type, CDWordArray& tags) const;
+    /// Non-zero when some plot is of the kind.
     int HasPlotType(ItemType type) const;
     /// Detach without deleting: the plot or curve then belongs to the caller. False when it is not of this graph.
     bool RemovePlot(CPlot* plot);
+    /// A curve, likewise.
     bool RemovePlotComponent(CPlotComponent* curve);
     /// The first curve with that tag or that exact title, or null.
     CPlotComponent* GetComponentByTag(unsigned long tag) const;
     CPlotComponent* GetComponentByName(CString const& title) const;
+    /// Non-zero when the x values of some curve are dates.
     int HasDateCurve() const { return m_plotArray ? m_plotArray->HasDateCurve() : 0; }
     /// Whether some plot has a curve.
     int IsDefined() const;
@@ -120,6 +124,7 @@ public:
     unsigned long GetNewTag() { return ++m_tagCounter; }
     /// The component, plot or curve with that tag, or null.
     CObject* GetObjectByTag(unsigned long tag) const;
+    /// The graph's own number, for the host; 0 at first.
     unsigned long GetTag() const { return m_tag; }
     void SetTag(unsigned long tag) { m_tag = static_cast<DWORD>(tag); }
 
@@ -146,7 +151,7 @@ public:
     long GetHint() const { return m_hint; }
     long GetPrevHint() const { return m_prevHint; }
 
-    /// Device pixels.
+    /// The host's window and the part of it that the graph takes up, in device pixels.
     CRect GetWindowRect() const { return m_windowRect; }
     CRect GetGraphRect() const { return m_graphRect; }
     void SetGraphRect(CRect const& graph);
@@ -170,6 +175,7 @@ public:
     void SetRefDateTime(COleDateTime const& date) { m_refDateTime = date; }
     double GetRefDataVal() const { return m_refDataVal; }
     void SetRefDataVal(double value) { m_refDataVal = value; }
+    /// 2D or 3D.
     GraphDataDimension GetDataDimension() const { return m_dataDimension; }
     GraphType GetType() const { return m_type; }
     /// The context in use during a draw, else null.
