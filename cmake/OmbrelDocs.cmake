@@ -38,12 +38,12 @@ set(input ${OMBREL_DOCS_DIR}/main.md ${OMBREL_DOCS_DIR}/groups.dox ${pages} ${he
 list(JOIN input "\" \"" OMBREL_DOCS_INPUT)
 configure_file(docs/reference/Doxyfile.in ${OMBREL_DOCS_DIR}/Doxyfile @ONLY)
 
-# A class, an enumeration or a function beside the classes without a comment is a warning. Members of classes may do without: many
-# are told enough by their names, or by the comment of the member before them.
+# A class, an enumeration or a function beside the classes without a comment is a warning. Members of classes, and constants, may do
+# without: many are told enough by their names, or by the comment of the one before them.
 add_custom_command(OUTPUT ${OMBREL_DOCS_DIR}/html/index.html
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${OMBREL_DOCS_DIR}/html
     COMMAND ${OMBREL_DOXYGEN} ${OMBREL_DOCS_DIR}/Doxyfile
-    COMMAND sed -E "/\\((function|variable|typedef|friend)\\) of (class|struct|union) .* is not documented/d"
+    COMMAND sed -E "/\\(((function|typedef|friend)\\) of (class|struct|union)|variable\\) of) .* is not documented/d"
         ${OMBREL_DOCS_DIR}/all-warnings > ${OMBREL_DOCS_DIR}/warnings
     DEPENDS ${OMBREL_DOCS_DIR}/Doxyfile docs/reference/header.awk examples/host/main.cpp ${input}
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR} COMMENT "Making the reference" VERBATIM)

@@ -10,6 +10,7 @@ namespace ombrel {
 
 /// value when it lies between least and most. setting is what messages call it.
 OMBREL_EXPORT double CheckedSetting(char const* setting, double value, double least, double most);
+/// The range when its ends are finite and ascend.
 OMBREL_EXPORT AxisRange CheckedRange(char const* setting, double low, double high);
 /// Ascending levels, at most 1000.
 OMBREL_EXPORT LevelChoice LevelsAt(std::span<double const> values);

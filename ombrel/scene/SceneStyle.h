@@ -66,6 +66,7 @@ struct ColourStyle {
     std::optional<AxisRange> range;
 };
 
+/// Which levels are shown, and how.
 struct ContourStyle {
     std::optional<LevelChoice> levels;
     /// Without a choice, what shows the levels where there are some.
@@ -74,6 +75,7 @@ struct ContourStyle {
     bool lineColours = false;
 };
 
+/// How a surface is shown.
 struct SurfaceStyle {
     ColourStyle colours;
     ContourStyle contours;
@@ -86,6 +88,7 @@ struct SurfaceStyle {
     CoordinateChoice coordinates = CoordinateChoice::Cartesian;
 };
 
+/// How the bars of a grid or of points are shown.
 struct BarStyle {
     ColourStyle colours;
     ColouringChoice colouring = ColouringChoice::Value;
@@ -95,6 +98,7 @@ struct BarStyle {
     std::optional<std::pair<double, double>> width;
 };
 
+/// How lines one behind the other are shown.
 struct SeriesStyle {
     ColourStyle colours;
     ColouringChoice colouring = ColouringChoice::Value;
@@ -102,18 +106,21 @@ struct SeriesStyle {
     AlongChoice along = AlongChoice::X;
 };
 
+/// How a net of lines is shown.
 struct NetStyle {
     ColourStyle colours;
     ColouringChoice colouring = ColouringChoice::Value;
     CoordinateChoice coordinates = CoordinateChoice::Cartesian;
 };
 
+/// What stands at a point.
 struct SymbolStyle {
     SymbolChoice shape = SymbolChoice::Sphere;
     /// Of the usual size, which is smaller where there are many.
     double size = 1.0;
 };
 
+/// How a line through points in space is shown.
 struct LineStyle3D {
     /// Pixels.
     double width = 1.0;
@@ -124,6 +131,7 @@ struct LineStyle3D {
     CoordinateChoice coordinates = CoordinateChoice::Cartesian;
 };
 
+/// How points in space are shown.
 struct PointStyle {
     ColourStyle colours;
     /// Value: by height, where the points have no values of their own to be coloured by.
@@ -135,12 +143,14 @@ struct PointStyle {
     CoordinateChoice coordinates = CoordinateChoice::Cartesian;
 };
 
+/// How texts at points in space are shown.
 struct TextStyle {
     bool marks = false;
     SymbolStyle symbols;
     CoordinateChoice coordinates = CoordinateChoice::Cartesian;
 };
 
+/// How a mesh is shown.
 struct MeshStyle {
     ColourStyle colours;
     ContourStyle contours;
@@ -151,6 +161,7 @@ struct MeshStyle {
     MeshFaces faces = MeshFaces::Solid;
 };
 
+/// How an axis of a scene is shown.
 struct AxisStyle {
     /// Without it, what the data is called.
     std::optional<std::string> title;
