@@ -37,7 +37,7 @@ TEST(Options, AreReadFromAnyPlaceOfTheCommandLine)
     EXPECT_EQ(options.xRange, "-5:5");
     EXPECT_EQ(options.xTitle, "");
     EXPECT_FALSE(options.yTitle);
-    EXPECT_TRUE(options.yLog && !options.xLog && options.verbose && !options.antialias);
+    EXPECT_TRUE(options.yLog && !options.xLog && options.verbose && !options.surface.plainEdges);
     ASSERT_EQ(options.captions.size(), 2U);
     EXPECT_EQ(options.captions[1].y, 1.0);
     EXPECT_EQ(options.output, "out.png");

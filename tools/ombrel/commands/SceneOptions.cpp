@@ -34,7 +34,7 @@ SurfaceStyle SurfaceOf(SurfaceOptions const& options)
 
 LineStyle3D LineOf(Options const& options)
 {
-    return { static_cast<double>(options.lineWidth), options.surface.tubes, options.symbols || options.surface.symbol,
+    return { static_cast<double>(options.lineWidth.value_or(1)), options.surface.tubes, options.symbols || options.surface.symbol,
         SymbolsOf(options.surface), options.surface.coordinates };
 }
 

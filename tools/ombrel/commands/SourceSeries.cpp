@@ -114,7 +114,9 @@ void AddSeries(Chart& chart, std::vector<PlotSource>& sources, Options const& op
             throw Failure(kDataFault, source.name + ": has more than 2147483647 rows");
         for (std::size_t i = 0; i < source.yColumns.size(); ++i) {
             Series& series = chart.Add(kind, TakePoints(source, i), XKindOf(source));
-            series.Name(titles[index++]).Width(options.lineWidth).Smooth(options.antialias).Marks(options.symbols);
+            series.Name(titles[index++]).Marks(options.symbols).Smooth(!options.surface.plainEdges);
+            if (options.lineWidth)
+                series.Width(*options.lineWidth);
             if (!source.errorColumns.empty()) {
                 std::vector<double> errors(source.table.rows);
                 TakeValues(source.table.columns[source.errorColumns[i]].values, false, errors.data());

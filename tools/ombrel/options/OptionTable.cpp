@@ -145,8 +145,8 @@ constexpr std::array kOptions {
         "Leave out the bricks and tetrahedra that do not lie inside of these ends; an end may be left out.", kMesh },
     OptionEntry { OptionId::Outline, "outline", 0, "", "Draw the outlines of elements alone.", kMesh },
     OptionEntry { OptionId::Solid, "solid", 0, "on|off", "Fill the elements; on without it.", kMesh, kOnOff },
-    OptionEntry {
-        OptionId::NoAntialias, "no-antialias", 0, "", "Do not smooth the edges of a 3D picture.", kScenes | kDraw },
+    OptionEntry { OptionId::NoAntialias, "no-antialias", 0, "", "Do not smooth lines, nor the edges of a 3D picture.",
+        kPlot | kScenes | kDraw },
     OptionEntry { OptionId::Title, "title", 0, "TEXT", "Title over the graph.", kGraphs },
     OptionEntry {
         OptionId::XTitle, "x-title", 0, "TEXT", "Title of the x axis. Without it, the column's name.", kGraphs },
@@ -198,9 +198,8 @@ constexpr std::array kOptions {
         "than "
         "10,000 of a kind; all keeps each one as a shape. auto without it.",
         kPlot | kContour | kDraw, kVectors },
-    OptionEntry { OptionId::Antialias, "antialias", 0, "", "Smooth lines.", kPlot },
     OptionEntry { OptionId::LineWidth, "line-width", 0, "N",
-        "Width of the lines in pixels at 96 to the inch; 1 without it.", kPlot | kSurface },
+        "Width of the lines in pixels at 96 to the inch; 2 without it, 1 in a 3D scene.", kPlot | kSurface },
     OptionEntry { OptionId::Symbols, "symbols", 0, "",
         "Mark the points, each curve of a plot with a symbol of its own.", kPlot | kSurface },
     OptionEntry {

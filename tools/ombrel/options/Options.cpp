@@ -31,8 +31,6 @@ void ParseLog(Options& options, OptionEntry const& option, std::string const& va
 bool* SwitchOf(Options& options, OptionId id)
 {
     switch (id) {
-    case OptionId::Antialias:
-        return &options.antialias;
     case OptionId::Symbols:
         return &options.symbols;
     case OptionId::Percent:

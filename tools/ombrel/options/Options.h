@@ -73,7 +73,6 @@ enum class OptionId : int {
     Size,
     Page,
     Vector,
-    Antialias,
     LineWidth,
     Symbols,
     Bins,
@@ -184,8 +183,7 @@ struct Options {
     std::optional<PageSize> page;
     /// Every mark on a page is a shape.
     bool allVector = false;
-    bool antialias = false;
-    int lineWidth = 1;
+    std::optional<int> lineWidth;
     bool symbols = false;
     /// Of a histogram; 0 for a number that fits the data.
     int bins = 0;

@@ -81,7 +81,7 @@ void CheckPlotOptions(Options const& options)
     check(OptionId::ErrorColumns, { Line, Steps, Pairs, Points, Bar, Clustered, Error });
     check(OptionId::LabelColumn, { Text });
     check(OptionId::LineWidth, { Line, Steps, Pairs, Filled });
-    check(OptionId::Antialias, { Line, Steps, Pairs, Filled });
+    check(OptionId::NoAntialias, { Line, Steps, Pairs, Filled });
     check(OptionId::Symbols, { Line, Steps, Pairs, Points, Filled, Error, Text });
     if (options.kind == Error && options.errorColumns.empty())
         FailUsage("--kind error needs --error, the columns of the errors");
