@@ -4,7 +4,7 @@
 namespace ombrel {
 
 /// Makes the library's classes known to archives; a host calls it once before it loads or stores. Calling it again
-/// changes nothing.
+/// changes nothing. Without it, loading throws a CArchiveException* that asks for it.
 OMBREL_EXPORT void OmbrelInit();
 
 } // namespace ombrel

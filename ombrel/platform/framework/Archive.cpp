@@ -384,7 +384,8 @@ CRuntimeClass const& CArchive::ReadNewClass()
     std::string_view const name(text.data(), length);
     CRuntimeClass const* const c = FindRegisteredClass(name);
     if (!c || !c->create) {
-        auto unknown = std::make_unique<CArchiveException>(CArchiveException::badClass, GetOffset(), CString());
+        char const* const hint = HasRegisteredClasses() ? "" : "a call of OmbrelInit before anything is loaded";
+        auto unknown = std::make_unique<CArchiveException>(CArchiveException::badClass, GetOffset(), hint);
         unknown->m_unknownClass = CString(name);
         Fail(std::move(unknown));
     }

@@ -52,4 +52,11 @@ CRuntimeClass const* FindRegisteredClass(std::string_view name)
     return found == table.classes.end() ? nullptr : found->second;
 }
 
+bool HasRegisteredClasses()
+{
+    ClassTable& table = RegisteredClasses();
+    std::shared_lock const lock(table.mutex);
+    return !table.classes.empty();
+}
+
 } // namespace ombrel

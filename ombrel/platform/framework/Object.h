@@ -64,6 +64,8 @@ template <typename Base> constexpr CRuntimeClass DynamicClass(char const* name)
 OMBREL_EXPORT void RegisterClass(CRuntimeClass const& c);
 /// The registered class of that name, or null.
 OMBREL_EXPORT CRuntimeClass const* FindRegisteredClass(std::string_view name);
+/// Whether any class is registered.
+OMBREL_EXPORT bool HasRegisteredClasses();
 
 /// The object as a T when it is one, else null.
 template <typename T> T* DynamicDowncast(CObject* object)

@@ -162,6 +162,28 @@ Bytes SomeDocument()
 
 } // namespace
 
+TEST(ArchiveWithoutClasses, AsksForTheCallThatRegistersThem)
+{
+    // The other tests register classes, for as long as the program runs.
+    if (HasRegisteredClasses())
+        GTEST_SKIP();
+    Leaf const leaf;
+    Bytes const stored = Store([&](CArchive& ar) { ar.WriteObject(&leaf); });
+    auto const load = [&] { (void)CArchive(stored).ReadObject(CObject::kClass); };
+    auto const message = [&] {
+        try {
+            WithErrors(load);
+        } catch (Error const& error) {
+            return std::string(error.what());
+        }
+        return std::string();
+    };
+    EXPECT_EQ(
+        message(), "Archive, byte 10: unknown class Leaf; expected a call of OmbrelInit before anything is loaded.");
+    RegisterClass(Chain::kClass);
+    EXPECT_EQ(message(), "Archive, byte 10: unknown class Leaf.");
+}
+
 TEST_F(ArchiveTest, ItemsHaveThePlatformsBytes)
 {
     COleDateTime null(0.0);
