@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/annotation/Annotation.h"
 #include "ombrel/model/LegendEntry.h"
+#include "ombrel/model/NamesOtherThan.h"
 #include "ombrel/platform/framework/Export.h"
 
 #include <vector>
@@ -42,6 +43,7 @@ public:
     void SetOn(int on) { m_on = on; }
     int GetStyle() const { return m_style; }
     void SetStyle(int style) { Change(m_style, style); }
+    void SetStyle(NamesOtherThan<Style> auto) = delete;
     /// Pixels; holds until the next draw, which follows the graph's size.
     void SetFontHeight(int height) { m_fontHeight = height; }
 

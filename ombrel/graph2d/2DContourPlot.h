@@ -2,6 +2,7 @@
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DCurve.h"
 #include "ombrel/graph2d/2DPlot.h"
+#include "ombrel/model/NamesOtherThan.h"
 #include "ombrel/platform/framework/Arrays.h"
 #include "ombrel/platform/framework/Export.h"
 
@@ -35,10 +36,13 @@ public:
     CSurface* GetSurface() const { return m_surface.get(); }
     int GetDisplayMode() const { return m_displayMode; }
     void SetDisplayMode(int mode) { Store(m_displayMode, mode); }
+    void SetDisplayMode(NamesOtherThan<DisplayMode> auto) = delete;
     int GetContourColourMode() const { return m_contourColourMode; }
     void SetContourColourMode(int mode) { Store(m_contourColourMode, mode); }
+    void SetContourColourMode(NamesOtherThan<ContourColourMode> auto) = delete;
     int GetLevelMode() const { return m_levelMode; }
     void SetLevelMode(int mode) { Store(m_levelMode, mode); }
+    void SetLevelMode(NamesOtherThan<LevelMode> auto) = delete;
     /// Of level mode 0; without any, shading follows the colour map without bands.
     int GetNumContours() const { return m_numContours; }
     void SetNumContours(int count) { Store(m_numContours, count); }

@@ -2,6 +2,7 @@
 #include "ombrel/drawing/2DSymbol.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/foundation/RealTypes.h"
+#include "ombrel/model/NamesOtherThan.h"
 #include "ombrel/model/PlotComponent.h"
 #include "ombrel/model/TableData.h"
 #include "ombrel/platform/framework/Export.h"
@@ -85,6 +86,7 @@ public:
     /// Only stored.
     int GetLineMode() const { return m_lineMode; }
     void SetLineMode(int mode) { m_lineMode = mode; }
+    void SetLineMode(NamesOtherThan<LineModeType> auto) = delete;
     /// 1 for a logarithmic x axis, 0 for a linear one. The axes set it whenever theirs is set.
     int GetXScaleMode() const { return m_xScaleMode; }
     void SetXScaleMode(int mode) { Store(m_xScaleMode, mode); }

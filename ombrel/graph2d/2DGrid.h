@@ -2,6 +2,7 @@
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/graph2d/GridSettings.h"
 #include "ombrel/model/GraphComponent.h"
+#include "ombrel/model/NamesOtherThan.h"
 #include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
@@ -87,8 +88,10 @@ public:
     /// One of LineMode.
     int GetXLineMode() const { return m_x.lineMode; }
     void SetXLineMode(int mode) { Change(m_x.lineMode, mode); }
+    void SetXLineMode(NamesOtherThan<LineMode> auto) = delete;
     int GetYLineMode() const { return m_y.lineMode; }
     void SetYLineMode(int mode) { Change(m_y.lineMode, mode); }
+    void SetYLineMode(NamesOtherThan<LineMode> auto) = delete;
     /// A position that a line of the fixed step lies on, and the step.
     double GetXLineMin() const { return m_x.lineMin; }
     void SetXLineMin(double min) { Change(m_x.lineMin, min); }

@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/drawing/FillPattern.h"
 #include "ombrel/graph2d/2DCurve.h"
+#include "ombrel/model/NamesOtherThan.h"
 #include "ombrel/platform/framework/Export.h"
 
 #include <span>
@@ -40,9 +41,11 @@ public:
 
     int GetPointConnectionMode() const { return m_connectionMode; }
     void SetPointConnectionMode(int mode) { Change(m_connectionMode, mode); }
+    void SetPointConnectionMode(NamesOtherThan<ConnectionMode> auto) = delete;
     /// Where a stepped line steps; any other value draws straight from the first point to the last.
     int GetStepMode() const { return m_stepMode; }
     void SetStepMode(int mode) { Change(m_stepMode, mode); }
+    void SetStepMode(NamesOtherThan<StepModeType> auto) = delete;
     /// Data units (decades on a logarithmic axis).
     double GetBaseline() const { return m_baseline; }
     void SetBaseline(double y) { Change(m_baseline, y); }

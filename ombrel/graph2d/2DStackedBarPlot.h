@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/graph2d/SeriesBarPlot.h"
+#include "ombrel/model/NamesOtherThan.h"
 #include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
@@ -36,6 +37,7 @@ public:
     /// A PlotStyle; any other value draws plain stacks.
     int GetPlotStyle() const { return m_plotStyle; }
     void SetPlotStyle(int style) { Store(m_plotStyle, style); }
+    void SetPlotStyle(NamesOtherThan<PlotStyle> auto) = delete;
     /// Non-zero: the x range ends at the outermost points, which cuts their bars in half.
     int GetNoRangeMargin() const { return m_noRangeMargin; }
     void SetNoRangeMargin(int on) { Change(m_noRangeMargin, on); }

@@ -2,6 +2,7 @@
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/AxisSettings.h"
 #include "ombrel/model/GraphComponent.h"
+#include "ombrel/model/NamesOtherThan.h"
 #include "ombrel/platform/framework/Export.h"
 
 namespace ombrel {
@@ -35,8 +36,10 @@ public:
     void SetYAxisMax(double value) { Change(m_y.max, value); }
     int GetXAxisRangeMode() const { return m_x.rangeMode; }
     void SetXAxisRangeMode(int value) { Change(m_x.rangeMode, value); }
+    void SetXAxisRangeMode(NamesOtherThan<AxisSettings::RangeMode> auto) = delete;
     int GetYAxisRangeMode() const { return m_y.rangeMode; }
     void SetYAxisRangeMode(int value) { Change(m_y.rangeMode, value); }
+    void SetYAxisRangeMode(NamesOtherThan<AxisSettings::RangeMode> auto) = delete;
     double GetXAxisScaleFac() const { return m_x.scaleFac; }
     void SetXAxisScaleFac(double value) { Change(m_x.scaleFac, value); }
     double GetYAxisScaleFac() const { return m_y.scaleFac; }
@@ -77,8 +80,10 @@ public:
     void SetYTickDel(double value) { Change(m_y.tickDel, value); }
     int GetXTickRangeMode() const { return m_x.tickRangeMode; }
     void SetXTickRangeMode(int value) { Change(m_x.tickRangeMode, value); }
+    void SetXTickRangeMode(NamesOtherThan<AxisSettings::TickRangeMode> auto) = delete;
     int GetYTickRangeMode() const { return m_y.tickRangeMode; }
     void SetYTickRangeMode(int value) { Change(m_y.tickRangeMode, value); }
+    void SetYTickRangeMode(NamesOtherThan<AxisSettings::TickRangeMode> auto) = delete;
     double GetXTickRangeMin() const { return m_x.tickRangeMin; }
     void SetXTickRangeMin(double value) { Change(m_x.tickRangeMin, value); }
     double GetYTickRangeMin() const { return m_y.tickRangeMin; }
@@ -162,8 +167,10 @@ public:
 
     int GetXAxisLabelMode() const { return m_x.labelMode; }
     void SetXAxisLabelMode(int value) { Store(m_x.labelMode, value); }
+    void SetXAxisLabelMode(NamesOtherThan<AxisSettings::LabelMode> auto) = delete;
     int GetYAxisLabelMode() const { return m_y.labelMode; }
     void SetYAxisLabelMode(int value) { Store(m_y.labelMode, value); }
+    void SetYAxisLabelMode(NamesOtherThan<AxisSettings::LabelMode> auto) = delete;
     int GetXLabelPrecision() const { return m_x.labelPrecision; }
     void SetXLabelPrecision(int value) { Store(m_x.labelPrecision, value); }
     int GetYLabelPrecision() const { return m_y.labelPrecision; }

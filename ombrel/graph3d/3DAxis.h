@@ -5,6 +5,7 @@
 #include "ombrel/foundation/Vertex.h"
 #include "ombrel/graph3d/Colour3.h"
 #include "ombrel/model/GraphComponent.h"
+#include "ombrel/model/NamesOtherThan.h"
 #include "ombrel/platform/framework/Arrays.h"
 #include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Variant.h"
@@ -82,6 +83,7 @@ public:
     void SetRange(double min, double max);
     int GetRangeMode() const { return m_rangeMode; }
     void SetRangeMode(int mode) { ChangeView(m_rangeMode, mode); }
+    void SetRangeMode(NamesOtherThan<RangeMode> auto) = delete;
     /// The sides of the data box along x, y and z.
     void GetScaleFacs(double& sx, double& sy, double& sz) const;
     void SetScaleFacs(double sx, double sy, double sz);
@@ -125,6 +127,7 @@ public:
 
     int GetLabelMode() const { return m_labelMode; }
     void SetLabelMode(int mode) { Change(m_labelMode, mode); }
+    void SetLabelMode(NamesOtherThan<LabelMode> auto) = delete;
     int GetLabelPrecision() const { return m_labelPrecision; }
     void SetLabelPrecision(int precision) { Change(m_labelPrecision, precision); }
     FormatType GetFormatType() const { return m_formatType; }

@@ -2,6 +2,7 @@
 #include "ombrel/graph3d/Colour3.h"
 #include "ombrel/graph3d/WallType.h"
 #include "ombrel/model/GraphComponent.h"
+#include "ombrel/model/NamesOtherThan.h"
 #include "ombrel/platform/framework/Export.h"
 
 #include <array>
@@ -69,10 +70,13 @@ public:
     void SetNumMinorZDivs(int n) { Change(m_z.minorDivs, n); }
     int GetXLineMode() const { return m_x.mode; }
     void SetXLineMode(int mode) { Change(m_x.mode, mode); }
+    void SetXLineMode(NamesOtherThan<GridLines3D::Mode> auto) = delete;
     int GetYLineMode() const { return m_y.mode; }
     void SetYLineMode(int mode) { Change(m_y.mode, mode); }
+    void SetYLineMode(NamesOtherThan<GridLines3D::Mode> auto) = delete;
     int GetZLineMode() const { return m_z.mode; }
     void SetZLineMode(int mode) { Change(m_z.mode, mode); }
+    void SetZLineMode(NamesOtherThan<GridLines3D::Mode> auto) = delete;
     double GetXLineMin() const { return m_x.min; }
     void SetXLineMin(double v) { Change(m_x.min, v); }
     double GetYLineMin() const { return m_y.min; }

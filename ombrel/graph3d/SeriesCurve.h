@@ -3,6 +3,7 @@
 #include "ombrel/graph3d/GridNodeCurve.h"
 #include "ombrel/graph3d/RowColours.h"
 #include "ombrel/graph3d/SeriesSettings.h"
+#include "ombrel/model/NamesOtherThan.h"
 #include "ombrel/platform/framework/Export.h"
 
 #include <memory>
@@ -44,8 +45,10 @@ public:
     /// SeriesSettings::ColourBy.
     int GetLineColourDescription() const { return m_series.lineColourDescription; }
     void SetLineColourDescription(int description) { this->Change(m_series.lineColourDescription, description); }
+    void SetLineColourDescription(NamesOtherThan<SeriesSettings::ColourBy> auto) = delete;
     int GetStackColourDescription() const { return m_series.stackColourDescription; }
     void SetStackColourDescription(int description) { this->Change(m_series.stackColourDescription, description); }
+    void SetStackColourDescription(NamesOtherThan<SeriesSettings::ColourBy> auto) = delete;
 
     /// The automatic baseline on the graph's z axis, whether it is used or not; data units.
     double GetBaselineAuto() const;

@@ -7,6 +7,7 @@
 #include "ombrel/io/ScanTestHeader.h"
 #include "ombrel/io/USGSDEM.h"
 #include "ombrel/io/ZValsFile.h"
+#include "ombrel/model/NamesOtherThan.h"
 #include "ombrel/platform/framework/Export.h"
 
 #include <memory>
@@ -133,8 +134,10 @@ public:
     void SetContoursOn(int on) { Change(m_contours.on, on); }
     ContourMode GetContourMode() const { return static_cast<ContourMode>(m_contours.mode); }
     void SetContourMode(int mode) { Change(m_contours.mode, mode); }
+    void SetContourMode(NamesOtherThan<ContourMode> auto) = delete;
     int GetContourLevelMode() const { return m_contours.levelMode; }
     void SetContourLevelMode(int mode) { Change(m_contours.levelMode, mode); }
+    void SetContourLevelMode(NamesOtherThan<ContourLevelMode> auto) = delete;
     int GetNumContourBands() const { return m_contours.numBands; }
     void SetNumContourBands(int bands) { Change(m_contours.numBands, bands); }
     double GetContourRef() const { return m_contours.ref; }
@@ -192,6 +195,7 @@ public:
     void SetWireframeColour(COLORREF colour);
     WireframeMode GetWireframeMode() const { return static_cast<WireframeMode>(m_wireframe.mode); }
     void SetWireframeMode(int mode) { Change(m_wireframe.mode, mode); }
+    void SetWireframeMode(NamesOtherThan<WireframeMode> auto) = delete;
     int GetNumWireframeRows() const { return m_wireframe.rows; }
     void SetNumWireframeRows(int rows) { Change(m_wireframe.rows, rows); }
     int GetNumWireframeCols() const { return m_wireframe.cols; }
