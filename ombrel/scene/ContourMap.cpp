@@ -139,7 +139,7 @@ ContourMap& ContourMap::YRange(double first, double last)
 ContourMap& ContourMap::Name(std::string_view name) { return Set(m_style.zTitle, std::string(name)); }
 ContourMap& ContourMap::XTitle(std::string_view title) { return Set(m_style.xTitle, std::string(title)); }
 ContourMap& ContourMap::YTitle(std::string_view title) { return Set(m_style.yTitle, std::string(title)); }
-ContourMap& ContourMap::Theme(ombrel::Theme theme) { return Set(m_style.theme, theme); }
+ContourMap& ContourMap::SetTheme(Theme theme) { return Set(m_style.theme, theme); }
 ContourMap& ContourMap::Key(KeyChoice choice) { return Set(m_style.key, choice); }
 
 ContourMap& ContourMap::Update(std::span<double const> heights)
@@ -153,7 +153,7 @@ C2DGraph& ContourMap::Graph() { return *m_state->graph; }
 
 std::unique_ptr<C2DGraph> ContourMap::TakeGraph() && { return std::move(m_state->graph); }
 
-ChartNotes ContourMap::GetNotes() const
+ChartNotes ContourMap::Notes() const
 {
     ChartNotes all = m_state->readNotes;
     all.Add(m_state->notes);

@@ -37,7 +37,7 @@ public:
     ContourMap& Name(std::string_view name);
     ContourMap& XTitle(std::string_view title);
     ContourMap& YTitle(std::string_view title);
-    ContourMap& Theme(ombrel::Theme theme);
+    ContourMap& SetTheme(Theme theme);
     ContourMap& Key(KeyChoice choice);
 
     /// Shows other heights on the same grid. Throws ChartError when there are more or fewer.
@@ -48,7 +48,7 @@ public:
     /// Gives the graph away, as it was last laid out; nothing else may be done with the map then.
     std::unique_ptr<C2DGraph> TakeGraph() &&;
 
-    ChartNotes GetNotes() const override;
+    ChartNotes Notes() const override;
 
 private:
     friend class SceneSetters<ContourMap, MapStyle>;

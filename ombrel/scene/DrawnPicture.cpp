@@ -2,28 +2,13 @@
 #include "ombrel/annotation/AnnotatedGraph.h"
 #include "ombrel/chart/ChartError.h"
 #include "ombrel/chart/Document.h"
-#include "ombrel/scene/SceneSetters.h"
 #include "ombrel/scene/parts/SceneTexts.h"
 
 namespace ombrel {
 
-DrawnPicture::DrawnPicture(std::string title) { m_form.title = std::move(title); }
-
-void DrawnPicture::Size(int width, int height)
+DrawnPicture::DrawnPicture(std::string title)
+    : m_title(std::move(title))
 {
-    constexpr double kSmallest = 16;
-    constexpr double kLargest = 32000;
-    CheckedSetting("size", width, kSmallest, kLargest);
-    CheckedSetting("size", height, kSmallest, kLargest);
-    m_form.size = { width, height };
-}
-
-void DrawnPicture::Page(double width, double height)
-{
-    constexpr double kSmallest = 10;
-    constexpr double kLargest = 5000;
-    m_form.page
-        = { CheckedSetting("page", width, kSmallest, kLargest), CheckedSetting("page", height, kSmallest, kLargest) };
 }
 
 void DrawnPicture::LayOut(CDC& dc, CRect const& rect) { LaidOut(dc, CRect(0, 0, rect.Width(), rect.Height())); }
@@ -35,20 +20,20 @@ void DrawnPicture::Draw(CDC& dc, CRect const& rect)
 
 void DrawnPicture::Draw(Picture& picture) { Draw(picture.GetDC(), picture.GetRect()); }
 
-std::string DrawnPicture::Encode(PictureFormat format)
+std::string DrawnPicture::Encode(PictureForm form)
 {
-    PictureForm form = m_form;
-    form.format = format;
+    form.title = m_title;
     Picture picture(form);
     Draw(picture);
     return picture.Encode();
 }
 
-void DrawnPicture::Save(std::string const& path)
+void DrawnPicture::Save(std::string const& path, PictureForm form)
 {
     if (ExtensionOf(path) == ".ombrel") {
+        form.format = PictureFormat::Png;
         // A draw gives annotation its place in the graph.
-        Picture picture(m_form);
+        Picture picture(form);
         CRect const rect = picture.GetRect();
         CAnnotatedGraph& graph = LaidOut(picture.GetDC(), rect);
         graph.Draw(&picture.GetDC(), rect, pmDirect);
@@ -59,7 +44,8 @@ void DrawnPicture::Save(std::string const& path)
     if (!format)
         throw ChartError(ChartError::Cause::Setting,
             "output: expected the extension .png, .bmp, .pdf, .svg, .ps or .ombrel, found " + path);
-    WritePictureFile(path, Encode(*format));
+    form.format = *format;
+    WritePictureFile(path, Encode(std::move(form)));
 }
 
 } // namespace ombrel

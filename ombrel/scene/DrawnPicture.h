@@ -11,16 +11,12 @@ namespace ombrel {
 class OMBREL_EXPORT DrawnPicture {
 public:
     virtual ~DrawnPicture() = default;
-    /// Of bitmaps, pixels; 1000 x 640 at first.
-    void Size(int width, int height);
-    /// Of pages, millimetres; A4 across at first.
-    void Page(double width, double height);
-
     /// Writes a picture (.png, .bmp), a page (.pdf, .svg, .ps) or the graph as a document (.ombrel), by the ending of
-    /// the name. The file is written beside its target and renamed.
-    void Save(std::string const& path);
+    /// the name. The file is written beside its target and renamed. form gives the size of pictures and pages; its
+    /// format and title are not looked at.
+    void Save(std::string const& path, PictureForm form = {});
     /// The bytes of such a file.
-    std::string Encode(PictureFormat format);
+    std::string Encode(PictureForm form);
     /// Draws into the rectangle, device pixels.
     void Draw(CDC& dc, CRect const& rect);
     void Draw(Picture& picture);
@@ -30,7 +26,7 @@ public:
     void LayOut(CDC& dc, CRect const& rect);
 
     /// What was noticed in the data and in making what was last laid out.
-    virtual ChartNotes GetNotes() const = 0;
+    virtual ChartNotes Notes() const = 0;
 
 protected:
     explicit DrawnPicture(std::string title);
@@ -39,7 +35,7 @@ protected:
 
 private:
     virtual CAnnotatedGraph& LaidOut(CDC& dc, CRect const& window) = 0;
-    PictureForm m_form;
+    std::string m_title;
 };
 
 } // namespace ombrel

@@ -28,9 +28,12 @@ struct Scene::State : SceneParts {
 
 namespace {
 
-void ApplyEnds(AxisRange& range, AxisEnds const& ends)
+void ApplyEnds(AxisRange& range, AxisEnds const& ends, char const* setting)
 {
     range = { ends.min.value_or(range.min), ends.max.value_or(range.max) };
+    if (range.max < range.min)
+        throw ChartError(ChartError::Cause::Setting,
+            std::string(setting) + ": all data lies beyond the end at " + NumberText(ends.min ? *ends.min : *ends.max));
 }
 
 void TakeTitle(std::string& title, std::string const& found) { title = title.empty() ? found : title; }
@@ -97,11 +100,22 @@ Scene& Scene::operator=(Scene&&) noexcept = default;
 
 template <typename Item, typename Data> Item& Scene::Add(Data&& data)
 {
-    auto item = std::make_unique<Item>(*m_state, std::forward<Data>(data));
-    Item& added = *item;
-    m_state->items.push_back(std::move(item));
-    m_state->Raise(Stale::View);
-    return added;
+    CPlotArray const& plots = *m_state->graph->GetPlotArray();
+    int const before = plots.GetSize();
+    try {
+        auto item = std::make_unique<Item>(*m_state, std::forward<Data>(data));
+        Item& added = *item;
+        m_state->items.push_back(std::move(item));
+        m_state->Raise(Stale::View);
+        return added;
+    } catch (...) {
+        // What cannot be shown leaves no empty curve behind.
+        while (plots.GetSize() > before) {
+            std::unique_ptr<CPlot> const empty(plots.GetAt(plots.GetSize() - 1));
+            m_state->graph->RemovePlot(empty.get());
+        }
+        throw;
+    }
 }
 
 SceneSurface& Scene::Surface(HeightSource heights) { return Add<SceneSurface>(std::move(heights)); }
@@ -204,7 +218,7 @@ template <typename T, typename Value> SceneStyle With(SceneStyle style, T SceneS
 
 } // namespace
 
-Scene& Scene::Theme(ombrel::Theme theme) { return Style(With(GetStyle(), &SceneStyle::theme, theme)); }
+Scene& Scene::SetTheme(Theme theme) { return Style(With(GetStyle(), &SceneStyle::theme, theme)); }
 Scene& Scene::View(Direction direction) { return Style(With(GetStyle(), &SceneStyle::view, Turned(direction))); }
 Scene& Scene::Edges(EdgeChoice edges) { return Style(With(GetStyle(), &SceneStyle::edges, edges)); }
 Scene& Scene::Key(KeyChoice choice) { return Style(With(GetStyle(), &SceneStyle::key, choice)); }
@@ -252,7 +266,7 @@ std::unique_ptr<C3DGraph> Scene::TakeGraph() &&
     return graph;
 }
 
-ChartNotes Scene::GetNotes() const
+ChartNotes Scene::Notes() const
 {
     ChartNotes all = m_state->readNotes;
     for (auto const& item : m_state->items)
@@ -281,9 +295,9 @@ void Scene::State::Settle()
 SceneData Scene::State::Describe(C3DCurve const*& keyCurve)
 {
     SceneData data = SceneDataOf(*graph);
-    ApplyEnds(data.x, style.x.ends);
-    ApplyEnds(data.y, style.y.ends);
-    ApplyEnds(data.z, style.z.ends);
+    ApplyEnds(data.x, style.x.ends, "x-range");
+    ApplyEnds(data.y, style.y.ends, "y-range");
+    ApplyEnds(data.z, style.z.ends, "z-range");
     keyCurve = nullptr;
     for (auto const& item : items) {
         TakeTitle(data.titles.x, item->m_titles.x);

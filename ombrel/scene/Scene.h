@@ -87,7 +87,7 @@ public:
     SceneAxis Z();
     SceneStyle const& GetStyle() const;
     Scene& Style(SceneStyle style);
-    Scene& Theme(ombrel::Theme theme);
+    Scene& SetTheme(Theme theme);
     Scene& View(Direction direction);
     /// Of the size that fits the picture, 0.1 to 10.
     Scene& Zoom(double factor);
@@ -110,7 +110,7 @@ public:
     /// Gives the graph away, as it was last laid out; nothing else may be done with the scene then.
     std::unique_ptr<C3DGraph> TakeGraph() &&;
 
-    ChartNotes GetNotes() const override;
+    ChartNotes Notes() const override;
 
 private:
     friend class SceneAxis;

@@ -94,7 +94,7 @@ Structure StructureOf(std::string const& command)
         if (options.command != Command::Contour)
             return MakePlot(options, files, picture, messages);
         ContourMap map = MapFor(options, ReadHeightFile(options, *files.front(), HeightShape::Grid, messages));
-        NotesTeller const notes([notes = map.GetNotes()] { return notes; }, messages);
+        NotesTeller const notes([notes = map.Notes()] { return notes; }, messages);
         map.LayOut(picture.GetDC(), picture.GetRect());
         return std::move(map).TakeGraph();
     });

@@ -369,6 +369,9 @@ TitledKey LayOutScene(C3DGraph& scene, C3DCurve const* keyCurve, SceneData const
 {
     RemoveKey(scene, keys);
     keys = {};
+    // What the scene is fitted by does not include the title, which gets its place last.
+    if (CCaption* const title = FindTitle(scene))
+        title->SetOn(0);
     SetSceneAxes(scene, data, style.verticalScale);
     scene.SetGraphAndWindowRect(window, window);
     int strip = 0;

@@ -51,7 +51,7 @@ void RunSurface(Options const& options, Files& files, Messages const& messages)
     Target const target = TargetFor(options, files, "heights");
     HeightSource heights = ReadHeightFile(options, *files.front(), ShapeFor(options), messages);
     Scene scene = SceneFor(options);
-    NotesTeller notes([&scene] { return scene.GetNotes(); }, messages);
+    NotesTeller notes([&scene] { return scene.Notes(); }, messages);
     AddHeights(scene, options, std::move(heights));
     Write(scene, options, target, notes, messages);
 }
@@ -60,7 +60,7 @@ void RunContour(Options const& options, Files& files, Messages const& messages)
 {
     Target const target = TargetFor(options, files, "heights");
     ContourMap map = MapFor(options, ReadHeightFile(options, *files.front(), HeightShape::Grid, messages));
-    NotesTeller notes([&map] { return map.GetNotes(); }, messages);
+    NotesTeller notes([&map] { return map.Notes(); }, messages);
     Write(map, options, target, notes, messages);
 }
 
@@ -72,7 +72,7 @@ void RunMesh(Options const& options, Files& files, Messages const& messages)
     if (!IsMeshFile(path))
         throw Failure(kUsageFault, path + ": expected a .tvm, .tvo or .dxf file");
     Scene scene = SceneFor(options);
-    NotesTeller notes([&scene] { return scene.GetNotes(); }, messages);
+    NotesTeller notes([&scene] { return scene.Notes(); }, messages);
     AddMesh(scene, options, path);
     Write(scene, options, target, notes, messages);
 }

@@ -249,7 +249,7 @@ std::unique_ptr<C2DGraph> MakeGraph(BuildGraph build, PictureLook const& look, A
 std::unique_ptr<C3DGraph> MakeGraph(BuildScene build, PictureLook const& look, Target const& target)
 {
     Scene scene;
-    scene.Theme(look.theme);
+    scene.SetTheme(look.theme);
     build(scene.Graph(), look);
     Picture scratch(target);
     scene.LayOut(scratch.GetDC(), scratch.GetRect());
