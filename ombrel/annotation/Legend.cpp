@@ -9,6 +9,8 @@
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/VectorGraphics.h"
 
+#include <algorithm>
+
 namespace ombrel {
 
 constinit CRuntimeClass const CLegend::kClass = PersistentClass<CLegend, CGraphComponent>("CLegend");
@@ -50,6 +52,8 @@ void CLegend::UpdateGraphParameters()
             m_entries.push_back(std::move(*entry));
         }
     }
+    if (m_style == lsStack)
+        std::reverse(m_entries.begin(), m_entries.end());
 }
 
 int CLegend::IsFillPatternCurve(CPlotComponent* curve) { return GetFillPattern(curve) != LegendEntry::kNoPattern; }
@@ -146,6 +150,13 @@ void DrawPatch(CDC& dc, CRect const& patch, LegendEntry const& entry)
     CVUtils::DrawRect(&dc, patch);
 }
 
+/// The square of a symbol in the middle of a stretch of line, as large as one that stands alone.
+CRect SymbolOn(CRect const& line, int height)
+{
+    int const side = height - 2 * (height / 6);
+    return { CPoint((line.left + line.right - side) / 2, line.top - side / 2), CSize(side, side) };
+}
+
 } // namespace
 
 void CLegend::DrawLine(CPort* port, CPoint from, CPoint to, int index)
@@ -182,7 +193,7 @@ void CLegend::GetLegendCellRects(CRect cell, CRect& sample, CRect& text, CDC*)
     int const height = cell.Height();
     int const width = SampleWidth(height);
     text = CRect(cell.left + width, cell.top, cell.right, cell.bottom);
-    if (m_style == lsLine) {
+    if (HasLines()) {
         int const half = height / 2;
         sample = CRect(cell.left + half, cell.top + half, cell.left + width - half, cell.top + half);
         return;
@@ -209,12 +220,14 @@ void CLegend::DrawEntries(CPort& port, CSize cell)
         CRect sample;
         CRect text;
         GetLegendCellRects(CRect(at, cell), sample, text, &dc);
-        if (m_style == lsLine)
+        if (HasLines())
             DrawLine(&port, sample.TopLeft(), sample.BottomRight(), i);
-        else if (m_style == lsSymbol)
-            DrawSymbol(&port, sample, i);
-        else
+        else if (m_style != lsSymbol)
             DrawPatch(dc, sample, entry);
+        if (m_style == lsSymbol)
+            DrawSymbol(&port, sample, i);
+        else if (m_style == lsLineAndSymbol)
+            DrawSymbol(&port, SymbolOn(sample, cell.cy), i);
         dc.TextOut(text.left, text.top, entry.title);
     }
 }

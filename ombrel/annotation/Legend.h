@@ -17,8 +17,10 @@ class CPlotComponent;
 /// graph. Errors: only Serialize throws (CArchiveException*, newly allocated).
 class OMBREL_EXPORT CLegend : public CAnnotation {
 public:
-    /// What stands before each title: a patch filled as the curve is, a stretch of its line, or its symbol.
-    enum Style : int { lsFill = 0, lsLine = 1, lsSymbol = 2 };
+    /// What stands before each title: a patch filled as the curve is, a stretch of its line, or its symbol; a stretch
+    /// of its line with its symbol in the middle; or a patch, the last curve first, as stacks are drawn from the bottom
+    /// up.
+    enum Style : int { lsFill = 0, lsLine = 1, lsSymbol = 2, lsLineAndSymbol = 3, lsStack = 4 };
 
     static CRuntimeClass const kClass;
     CRuntimeClass const& GetRuntimeClass() const override { return kClass; }
@@ -30,7 +32,8 @@ public:
     }
     void Serialize(CArchive& ar) override;
 
-    /// Lists the curves of the graph's plots that show themselves in legends, in order. Every draw does that, too.
+    /// Lists the curves of the graph's plots that show themselves in legends, in order, or for stacks from the last to
+    /// the first. Every draw does that, too.
     void UpdateGraphParameters() override;
     /// Follows the graph's size and draws; entries outside the context's clip are left out.
     void Draw(CPort* port) override;
@@ -73,7 +76,8 @@ private:
     static constexpr double kPrintedLineSpacing = 1.463;
 
     /// From an entry's height.
-    int SampleWidth(int height) const { return m_style == lsLine ? 5 * height : 3 * height / 2; }
+    int SampleWidth(int height) const { return HasLines() ? 5 * height : 3 * height / 2; }
+    bool HasLines() const { return m_style == lsLine || m_style == lsLineAndSymbol; }
     /// From one entry's top to the next.
     int Step(int height) const;
     CSize SizeOf(CSize cell) const;

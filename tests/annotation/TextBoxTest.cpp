@@ -201,6 +201,28 @@ protected:
     void DrawSymbol(CPort*, CRect square, int entry) override { symbols.emplace_back(square, entry); }
 };
 
+TEST(Legend, ShowsSymbolsOnTheirLinesAndStacksFromTheTop)
+{
+    FramedGraph graph;
+    graph.SetFrame({ 0, 0, 900, 900 });
+    graph.List("a");
+    graph.List("b");
+    graph.GetPlotArray()->GetAt(0)->GetComponent(1)->SetTitle("odd");
+    HostLegend legend(&graph);
+    legend.Create({ 100, 50 });
+    Recorder recorder;
+    legend.SetStyle(CLegend::lsLineAndSymbol);
+    recorder.Draw(legend);
+    EXPECT_EQ(legend.lines.size(), 2u);
+    EXPECT_EQ(legend.symbols,
+        (std::vector<std::pair<CRect, int>> { { { 143, 58, 157, 72 }, 0 }, { { 143, 80, 157, 94 }, 1 } }));
+    legend.SetStyle(CLegend::lsStack);
+    auto const patches = recorder.Draw<primitive::Fill>(legend);
+    ASSERT_EQ(patches.size(), 3u);
+    EXPECT_EQ(patches[1].brush.hatchStyle, 5) << "the second curve comes first";
+    EXPECT_EQ(patches[2].brush.hatchStyle, std::nullopt);
+}
+
 TEST(Legend, StepsBelongToTheHostThatOverridesThem)
 {
     FramedGraph graph;
