@@ -216,8 +216,24 @@ TEST(Mesh, EdgesAreThereOnce)
     two.numNodes = 12;
     for (DWORD const number : BrickBlock { 2, 1, 1 }.Indices())
         two.columns.push_back(number - 1);
-    EXPECT_EQ(FindEdges(two, {}).size(), 20U);
-    EXPECT_EQ(FindEdges(two, std::vector<BYTE> { 1, 0 }).size(), 12U);
+    auto const countEdges = [&two](std::vector<BYTE> const& isLeftOut) {
+        std::set<std::pair<std::uint32_t, std::uint32_t>> edges;
+        ForEachEdge(two, isLeftOut, [&](std::uint32_t a, std::uint32_t b) {
+            EXPECT_LT(a, b);
+            EXPECT_TRUE(edges.emplace(a, b).second);
+        });
+        return edges.size();
+    };
+    EXPECT_EQ(countEdges({}), 20U);
+    EXPECT_EQ(countEdges({ 1, 0 }), 12U);
+    // A bar of so many bricks that their nodes are gone through in several goes.
+    BrickBlock const bar { 80000, 1, 1 };
+    two.count = 80000;
+    two.numNodes = static_cast<std::size_t>(bar.NumNodes());
+    two.columns.clear();
+    for (DWORD const number : bar.Indices())
+        two.columns.push_back(number - 1);
+    EXPECT_EQ(countEdges({}), 8U * 80000U + 4U);
 }
 
 TEST(Mesh, RangesAreThoseOfNodesThatElementsUse)

@@ -129,34 +129,44 @@ std::vector<BYTE> FindOuterFaces(MeshElements const& elements, std::span<BYTE co
     return flags;
 }
 
-std::vector<std::array<std::uint32_t, 2>> FindEdges(MeshElements const& elements, std::span<BYTE const> isLeftOut)
+void ForEachEdge(MeshElements const& elements, std::span<BYTE const> isLeftOut,
+    std::function<void(std::uint32_t a, std::uint32_t b)> const& take)
 {
-    ByNode byFirst(elements.numNodes, [&](auto const& add) {
+    auto const forEachLine = [&](auto const& add) {
         for (std::size_t e = 0; e < elements.count; ++e) {
             if (!isLeftOut.empty() && isLeftOut[e] != 0)
                 continue;
             std::span<std::uint32_t const> const nodes = elements.NodesOf(e);
             if (nodes.empty())
                 continue;
-            auto const addLine = [&](std::uint32_t a, std::uint32_t b) { add(std::min(a, b), std::max(a, b)); };
             if (!elements.shape) {
                 for (std::size_t i = 0; i < nodes.size(); ++i)
-                    addLine(nodes[i], nodes[(i + 1) % nodes.size()]);
+                    add(nodes[i], nodes[(i + 1) % nodes.size()]);
                 continue;
             }
             for (auto const& [a, b] : std::span(elements.shape->edges).first(elements.shape->numEdges))
-                addLine(nodes[a], nodes[b]);
+                add(nodes[a], nodes[b]);
         }
-    });
-    std::vector<std::array<std::uint32_t, 2>> edges;
-    for (std::size_t node = 0; node < elements.numNodes; ++node) {
-        std::span<std::uint32_t> const ends = byFirst.Of(node);
-        std::sort(ends.begin(), ends.end());
-        auto const last = std::unique(ends.begin(), ends.end());
-        for (auto end = ends.begin(); end != last; ++end)
-            edges.push_back({ static_cast<std::uint32_t>(node), *end });
+    };
+    // The lines of so many nodes at a time, so that those of a large mesh need not be held all at once.
+    constexpr std::size_t kNodes = std::size_t { 1 } << 18;
+    for (std::size_t firstNode = 0; firstNode < elements.numNodes; firstNode += kNodes) {
+        std::size_t const count = std::min(kNodes, elements.numNodes - firstNode);
+        ByNode byFirst(count, [&](auto const& add) {
+            forEachLine([&](std::uint32_t a, std::uint32_t b) {
+                std::size_t const first = std::min(a, b) - firstNode;
+                if (std::min(a, b) >= firstNode && first < count)
+                    add(static_cast<std::uint32_t>(first), std::max(a, b));
+            });
+        });
+        for (std::size_t node = 0; node < count; ++node) {
+            std::span<std::uint32_t> const ends = byFirst.Of(node);
+            std::sort(ends.begin(), ends.end());
+            auto const last = std::unique(ends.begin(), ends.end());
+            for (auto end = ends.begin(); end != last; ++end)
+                take(static_cast<std::uint32_t>(firstNode + node), *end);
+        }
     }
-    return edges;
 }
 
 } // namespace ombrel

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -76,7 +77,8 @@ struct MeshElements {
 /// corners are compared as they are, so that no faces are taken for each other.
 std::vector<BYTE> FindOuterFaces(MeshElements const& elements, std::span<BYTE const> isLeftOut);
 
-/// The edges of all elements that are not left out, each once: two columns.
-std::vector<std::array<std::uint32_t, 2>> FindEdges(MeshElements const& elements, std::span<BYTE const> isLeftOut);
+/// Gives take(a, b) the edges of all elements that are not left out, each once: two columns.
+void ForEachEdge(MeshElements const& elements, std::span<BYTE const> isLeftOut,
+    std::function<void(std::uint32_t a, std::uint32_t b)> const& take);
 
 } // namespace ombrel

@@ -12,8 +12,9 @@
 namespace ombrel {
 namespace {
 
-/// A batch as large as this goes to the driver, so that never all of a mesh is held twice.
-constexpr std::size_t kMostVertices = std::size_t { 1 } << 17;
+/// A batch as large as this goes to the driver, so that never all of a mesh is held twice: two bytes are enough for an
+/// index, and the last face has its corners yet.
+constexpr std::size_t kMostVertices = (std::size_t { 1 } << 16) - 64;
 
 using Place = std::array<double, 3>;
 
@@ -107,11 +108,11 @@ void MeshGeometry::MakeLines()
 {
     m_colour = FaceVertex::Bytes(m_look.outlineColour, 0.0);
     m_vertexOf.assign(m_world.GetSize(), kNoVertex);
-    for (auto const& [a, b] : FindEdges(m_elements, m_patch.FindClipped())) {
+    ForEachEdge(m_elements, m_patch.FindClipped(), [this](std::uint32_t a, std::uint32_t b) {
         m_batch.AddLine(AddSharedVertex(a), AddSharedVertex(b));
         if (m_batch.GetVertices().size() >= kMostVertices)
             TakeBatch();
-    }
+    });
 }
 
 // --- Faces

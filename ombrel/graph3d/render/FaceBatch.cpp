@@ -10,18 +10,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstring>
+#include <utility>
 
 namespace ombrel {
-namespace {
-
-void DrawIndices(unsigned int mode, FaceBatch::Span const& span)
-{
-    if (span.count != 0)
-        gl::DrawElements(
-            mode, static_cast<GLsizei>(span.count), GL_UNSIGNED_INT, BufferOffset(span.first * sizeof(std::uint32_t)));
-}
-
-} // namespace
 
 std::array<BYTE, 4> FaceVertex::Bytes(COLORREF colour, double transparency)
 {
@@ -82,13 +74,73 @@ void FaceBatch::Upload()
 {
     if (IsInDriver())
         return;
-    FillBuffer(m_vertexBuffer, GL_ARRAY_BUFFER, m_vertices);
-    FillBuffer(m_triangleBuffer, GL_ELEMENT_ARRAY_BUFFER, m_triangles);
-    FillBuffer(m_lineBuffer, GL_ELEMENT_ARRAY_BUFFER, m_lines);
     m_numVertices = m_vertices.size();
     m_numTriangleIndices = m_triangles.size();
     m_numLineIndices = m_lines.size();
+    UploadVertices();
+    UploadIndices(m_triangleBuffer, m_triangles);
+    UploadIndices(m_lineBuffer, m_lines);
     m_isUploaded = true;
+}
+
+void FaceBatch::UploadVertices()
+{
+    m_common = m_vertices.empty() ? FaceVertex() : m_vertices.front();
+    m_layout = {};
+    std::size_t end = sizeof(FaceVertex::place);
+    auto const place = [&](auto FaceVertex::*part) {
+        auto const isCommon = [&](FaceVertex const& vertex) { return vertex.*part == m_common.*part; };
+        if (std::ranges::all_of(m_vertices, isCommon))
+            return std::size_t {};
+        return std::exchange(end, end + sizeof(m_common.*part));
+    };
+    m_layout.normal = place(&FaceVertex::normal);
+    m_layout.value = place(&FaceVertex::value);
+    // With one colour for all, drivers multiply light and colour in another order, which rounding tells; white it does
+    // not.
+    m_layout.colour = m_isWhite ? place(&FaceVertex::colour) : std::exchange(end, end + sizeof(FaceVertex::colour));
+    m_layout.stride = end;
+    if (end == sizeof(FaceVertex)) {
+        FillBuffer(m_vertexBuffer, GL_ARRAY_BUFFER, m_vertices);
+        return;
+    }
+    std::vector<std::byte> bytes(m_vertices.size() * end);
+    std::byte* to = bytes.data();
+    for (FaceVertex const& vertex : m_vertices) {
+        std::memcpy(to, &vertex.place, sizeof vertex.place);
+        if (m_layout.normal != 0)
+            std::memcpy(to + m_layout.normal, &vertex.normal, sizeof vertex.normal);
+        if (m_layout.value != 0)
+            std::memcpy(to + m_layout.value, &vertex.value, sizeof vertex.value);
+        if (m_layout.colour != 0)
+            std::memcpy(to + m_layout.colour, &vertex.colour, sizeof vertex.colour);
+        to += end;
+    }
+    FillBuffer(m_vertexBuffer, GL_ARRAY_BUFFER, bytes);
+}
+
+namespace {
+
+/// Whether two bytes are enough for an index.
+bool AreFew(std::size_t vertices) { return vertices <= 0x10000; }
+
+} // namespace
+
+void FaceBatch::UploadIndices(GLObject& buffer, std::vector<std::uint32_t> const& indices) const
+{
+    if (AreFew(m_numVertices))
+        FillBuffer(buffer, GL_ELEMENT_ARRAY_BUFFER, std::vector<std::uint16_t>(indices.begin(), indices.end()));
+    else
+        FillBuffer(buffer, GL_ELEMENT_ARRAY_BUFFER, indices);
+}
+
+void FaceBatch::DrawIndices(unsigned int mode, Span const& span) const
+{
+    if (span.count == 0)
+        return;
+    bool const areShort = AreFew(m_numVertices);
+    gl::DrawElements(mode, static_cast<GLsizei>(span.count), areShort ? GL_UNSIGNED_SHORT : GL_UNSIGNED_INT,
+        BufferOffset(span.first * (areShort ? sizeof(std::uint16_t) : sizeof(std::uint32_t))));
 }
 
 void FaceBatch::MoveToDriver()
@@ -99,17 +151,37 @@ void FaceBatch::MoveToDriver()
     Release(m_lines);
 }
 
+// What all vertices have in common is what OpenGL takes where there is no array.
 void FaceBatch::BindArrays() const
 {
-    for (int const array : { GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_TEXTURE_COORD_ARRAY, GL_COLOR_ARRAY })
-        gl::EnableClientState(static_cast<GLenum>(array));
+    auto const stride = static_cast<GLsizei>(m_layout.stride);
     gl::BindBuffer(GL_ARRAY_BUFFER, m_vertexBuffer.Name());
-    constexpr int kStride = sizeof(FaceVertex);
-    gl::VertexPointer(3, GL_FLOAT, kStride, BufferOffset(offsetof(FaceVertex, place)));
-    gl::NormalPointer(GL_FLOAT, kStride, BufferOffset(offsetof(FaceVertex, normal)));
-    gl::TexCoordPointer(1, GL_FLOAT, kStride, BufferOffset(offsetof(FaceVertex, value)));
-    gl::ColorPointer(4, GL_UNSIGNED_BYTE, kStride, BufferOffset(offsetof(FaceVertex, colour)));
+    gl::EnableClientState(GL_VERTEX_ARRAY);
+    gl::VertexPointer(3, GL_FLOAT, stride, BufferOffset(0));
+    if (m_layout.normal != 0) {
+        gl::EnableClientState(GL_NORMAL_ARRAY);
+        gl::NormalPointer(GL_FLOAT, stride, BufferOffset(m_layout.normal));
+    } else {
+        gl::Normal3fv(m_common.normal.data());
+    }
+    if (m_layout.value != 0) {
+        gl::EnableClientState(GL_TEXTURE_COORD_ARRAY);
+        gl::TexCoordPointer(1, GL_FLOAT, stride, BufferOffset(m_layout.value));
+    } else {
+        gl::TexCoord1f(m_common.value);
+    }
+    if (m_layout.colour != 0)
+        gl::ColorPointer(4, GL_UNSIGNED_BYTE, stride, BufferOffset(m_layout.colour));
+    BindColours();
     gl::BindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_triangleBuffer.Name());
+}
+
+void FaceBatch::BindColours() const
+{
+    if (m_layout.colour != 0)
+        gl::EnableClientState(GL_COLOR_ARRAY);
+    else
+        gl::Color4ubv(m_common.colour.data());
 }
 
 void FaceBatch::UnbindArrays()
@@ -217,7 +289,7 @@ void FaceBatch::DrawOutlined(C3DGraph& graph, COLORREF lineColour, double width,
         gl::BindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_lineBuffer.Name());
         DrawIndices(GL_LINES, lines);
         gl::BindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_triangleBuffer.Name());
-        gl::EnableClientState(GL_COLOR_ARRAY);
+        BindColours();
     };
     for (std::size_t e = 0; e < m_elements.size(); ++e) {
         if (e == 0)

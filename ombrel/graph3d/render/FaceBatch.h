@@ -93,8 +93,20 @@ public:
     bool IsInDriver() const { return m_isUploaded && m_vertexBuffer.IsAlive(); }
 
 private:
+    /// What the vertex buffer holds of each vertex behind its place: offsets in bytes, 0 for what all vertices have in
+    /// common, which is not in the buffer.
+    struct Layout {
+        std::size_t normal = 0;
+        std::size_t value = 0;
+        std::size_t colour = 0;
+        std::size_t stride = 0;
+    };
     void Upload();
+    void UploadVertices();
+    void UploadIndices(GLObject& buffer, std::vector<std::uint32_t> const& indices) const;
+    void DrawIndices(unsigned int mode, Span const& span) const;
     void BindArrays() const;
+    void BindColours() const;
     static void UnbindArrays();
     void DrawAllLines(C3DGraph& graph, double width, unsigned int texture, bool withVertices);
 
@@ -106,6 +118,8 @@ private:
     bool m_isWhite = true;
     bool m_isUploaded = false;
     /// What the buffers hold.
+    Layout m_layout;
+    FaceVertex m_common;
     std::size_t m_numVertices = 0;
     std::size_t m_numTriangleIndices = 0;
     std::size_t m_numLineIndices = 0;
