@@ -109,7 +109,6 @@ int C3DIrregularSurfaceCurve::Evaluate()
     Triangulate();
     SetValid(1);
     BuildContourLevels();
-    BuildContourColours();
     return 1;
 }
 

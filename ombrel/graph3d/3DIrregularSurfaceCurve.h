@@ -2,7 +2,7 @@
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/foundation/Vertex.h"
 #include "ombrel/graph3d/3DCurve.h"
-#include "ombrel/graph3d/ContourLevels.h"
+#include "ombrel/graph3d/ContourColours.h"
 #include "ombrel/graph3d/SurfaceSettings.h"
 #include "ombrel/model/TableData.h"
 #include "ombrel/platform/framework/Export.h"
@@ -152,15 +152,15 @@ public:
     /// Documents do not hold these.
     CDoubleArray const& GetArbContourLevels() const { return m_arbitraryLevels; }
     void SetArbContourLevels(CDoubleArray const& levels) { Change(m_arbitraryLevels, levels); }
-    /// The levels become those of the settings; a level that cannot be made is told once.
+    /// Levels and band colours become those of the settings; a level that cannot be made is told once.
     void BuildContourLevels();
-    /// The bands' colours become those of the levels.
-    void BuildContourColours();
+    /// The same: colours are those of the levels.
+    void BuildContourColours() { BuildContourLevels(); }
     /// As last built, as are the colours: a band more than levels.
-    std::span<double const> GetContourLevels() const { return m_bands.GetLevels(); }
-    CDWordArray const& GetContourBandColours() const { return m_bandColours; }
+    std::span<double const> GetContourLevels() const { return m_contourColours.GetLevels(); }
+    CDWordArray const& GetContourBandColours() const { return m_contourColours.GetColours(); }
     /// The colour of the band that the value lies in; black before bands are built.
-    COLORREF GetContourColour(double value) const;
+    COLORREF GetContourColour(double value) const { return m_contourColours.GetColour(value); }
     /// The band colours, and the values from which they reach, the first of these being the range's low end where a
     /// colour map is used.
     void GetContourColourKeyEntries(CDWordArray& colours, CDoubleArray& values) const;
@@ -176,7 +176,7 @@ private:
         double max = 0.0;
     };
     void GetPlaceRange(std::size_t coordinate, double& min, double& max) const;
-    ContourLevels MakeContourLevels() const;
+    ContourColours MakeContourColours() const;
     /// The value that colours a point; a gap where there is none.
     double GetColourValue(std::size_t point) const;
     void FillBatch(FaceBatch& batch, IrregularSurfaceKey const& key) const;
@@ -196,9 +196,7 @@ private:
     ContourSettings m_contours;
     CDoubleArray m_arbitraryLevels;
 
-    ContourBands m_bands;
-    CDWordArray m_bandColours;
-    CString m_contourError;
+    ContourColours m_contourColours;
 
     std::array<Range, 3> m_placeRanges;
     bool m_hasPlaces = false;

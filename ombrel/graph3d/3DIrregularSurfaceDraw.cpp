@@ -1,4 +1,3 @@
-#include "ombrel/foundation/Utils.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DIrregularSurfaceCurve.h"
 #include "ombrel/graph3d/ContourLines.h"
@@ -47,58 +46,25 @@ ColourKeySource C3DIrregularSurfaceCurve::GetColourKeySource() const
 
 // --- Levels
 
-ContourLevels C3DIrregularSurfaceCurve::MakeContourLevels() const
+ContourColours C3DIrregularSurfaceCurve::MakeContourColours() const
 {
     double lo = 0.0;
     double hi = 0.0;
     GetUntransformedDataRange(lo, hi);
-    return MakeLevels({ m_contours.levelMode, m_contours.numBands, m_contours.ref, m_contours.spacing,
-                          { m_arbitraryLevels.GetData(), static_cast<std::size_t>(m_arbitraryLevels.GetSize()) } },
-        lo, hi);
+    return { m_contours.GetLevels(m_arbitraryLevels), lo, hi, [this](double value) { return GetLUTColour(value); } };
 }
 
 void C3DIrregularSurfaceCurve::BuildContourLevels()
 {
-    ContourLevels const levels = m_contours.on ? MakeContourLevels() : ContourLevels();
-    m_bands = ContourBands(levels.values);
-    if (levels.error == m_contourError)
-        return;
-    m_contourError = levels.error;
-    if (!m_contourError.IsEmpty())
-        CVUtils::PlotDialogErrMsg(this, m_contourError, "");
-}
-
-void C3DIrregularSurfaceCurve::BuildContourColours()
-{
-    if (!m_contours.on)
-        return;
-    double lo = 0.0;
-    double hi = 0.0;
-    GetUntransformedDataRange(lo, hi);
-    MakeBandColours(
-        static_cast<int>(m_bands.GetLevels().size()), lo, hi, [this](double value) { return GetLUTColour(value); },
-        m_bandColours);
-}
-
-COLORREF C3DIrregularSurfaceCurve::GetContourColour(double value) const
-{
-    int const band = m_bands.Find(value);
-    return band < m_bandColours.GetSize() ? m_bandColours.GetAt(band) : 0;
+    m_contourColours.Replace(m_contours.on ? MakeContourColours() : ContourColours(), this);
 }
 
 void C3DIrregularSurfaceCurve::GetContourColourKeyEntries(CDWordArray& colours, CDoubleArray& values) const
 {
-    ContourLevels const levels = MakeContourLevels();
     double lo = 0.0;
     double hi = 0.0;
     GetUntransformedDataRange(lo, hi);
-    MakeBandColours(
-        static_cast<int>(levels.values.size()), lo, hi, [this](double value) { return GetLUTColour(value); }, colours);
-    values.RemoveAll();
-    if (UseColourmap())
-        values.Add(lo);
-    for (double const level : levels.values)
-        values.Add(level);
+    MakeContourColours().GetKeyEntries(UseColourmap() ? std::optional(lo) : std::nullopt, colours, values);
 }
 
 // --- Drawing
@@ -123,7 +89,6 @@ void C3DIrregularSurfaceCurve::Render()
     unsigned int texture = 0;
     if (UseColourmap()) {
         BuildContourLevels();
-        BuildContourColours();
         texture = m_drawing->colours.Update(Make1DTexture());
     }
     if (isTransparent)

@@ -222,14 +222,9 @@ COLORREF C3DMeshCurve::GetDrawnColour(double value) const
 void C3DMeshCurve::BuildContours()
 {
     m_colouring.FindVariable();
-    if (!m_colouring.settings.contoursOn)
-        return;
-    CString const error = m_colouring.BuildContours([this](double value) { return GetLUTColour(value); });
-    if (error == m_contourError)
-        return;
-    m_contourError = error;
-    if (!error.IsEmpty())
-        CVUtils::PlotDialogErrMsg(this, error, "");
+    if (m_colouring.settings.contoursOn)
+        m_colouring.contours.Replace(
+            m_colouring.MakeContours([this](double value) { return GetLUTColour(value); }), this);
 }
 
 void C3DMeshCurve::GetContourColourKeyEntries(CDWordArray& colours, CDoubleArray& values) const
@@ -237,8 +232,10 @@ void C3DMeshCurve::GetContourColourKeyEntries(CDWordArray& colours, CDoubleArray
     // Those that the settings ask for now, whether they have been drawn or not.
     MeshColouring colouring = m_colouring;
     colouring.FindVariable();
-    colouring.BuildContours([this](double value) { return GetLUTColour(value); });
-    colouring.GetColourKeyEntries(colours, values);
+    double lo = 0.0;
+    double hi = 0.0;
+    colouring.GetDataRange(lo, hi);
+    colouring.MakeContours([this](double value) { return GetLUTColour(value); }).GetKeyEntries(lo, colours, values);
 }
 
 ColourKeySource C3DMeshCurve::GetColourKeySource() const

@@ -132,8 +132,8 @@ public:
     /// Variable, levels and band colours become those of the settings; levels that cannot be made are told once.
     void BuildContours();
     /// As last built.
-    std::span<double const> GetWorkingContourLevels() const { return m_colouring.GetWorkingLevels(); }
-    COLORREF GetContourColour(double value) const { return m_colouring.GetContourColour(value); }
+    std::span<double const> GetWorkingContourLevels() const { return m_colouring.contours.GetLevels(); }
+    COLORREF GetContourColour(double value) const { return m_colouring.contours.GetColour(value); }
     /// The band colours, and the values that they begin at.
     void GetContourColourKeyEntries(CDWordArray& colours, CDoubleArray& values) const;
 
@@ -176,7 +176,6 @@ private:
     CVertex m_rangeMin;
     CVertex m_rangeMax;
     BoxAxes m_axes { BoxAxis { -10.0, 10.0, 1.0 }, BoxAxis { -10.0, 10.0, 1.0 }, BoxAxis { -100.0, 100.0, 1.0 } };
-    CString m_contourError;
     /// Goes up with each change of the data or the clip box.
     std::uint64_t m_revision = 0;
     std::unique_ptr<MeshRenderer> m_renderer;

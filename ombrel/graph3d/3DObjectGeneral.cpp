@@ -148,7 +148,7 @@ bool C3DObjectGeneral::UseTextureCoords() const
 
 COLORREF C3DObjectGeneral::GetDrawnColour(double value) const
 {
-    return m_colouring.settings.contoursOn ? m_colouring.GetContourColour(value) : GetLUTColour(value);
+    return m_colouring.settings.contoursOn ? m_colouring.contours.GetColour(value) : GetLUTColour(value);
 }
 
 // --- Drawing
@@ -163,7 +163,7 @@ void C3DObjectGeneral::Draw()
         Evaluate();
     m_colouring.FindVariable();
     if (m_colouring.settings.contoursOn)
-        m_colouring.BuildContours([this](double value) { return GetLUTColour(value); });
+        m_colouring.contours = m_colouring.MakeContours([this](double value) { return GetLUTColour(value); });
     MeshLook look;
     look.colour = GetColour();
     look.transparency = IsTransparent() ? GetTransparency() : 0.0;

@@ -91,14 +91,6 @@ ContourLevels MakeLevels(LevelSettings const& settings, double lo, double hi)
     return levels;
 }
 
-void MakeBandColours(
-    int n, double lo, double hi, std::function<COLORREF(double value)> const& colourOf, CDWordArray& bands)
-{
-    bands.RemoveAll();
-    for (int k = 0; k <= n; ++k)
-        bands.Add(colourOf(n > 0 ? lo + k * (hi - lo) / n : lo));
-}
-
 ContourBands::ContourBands(std::span<double const> levels)
     : m_levels(levels.begin(), levels.end())
     , m_ascending(std::ranges::is_sorted(levels))

@@ -42,10 +42,6 @@ struct LevelSettings {
 };
 /// The levels of a range by these settings, without those at its ends. A mode that is not named counts as kBands.
 OMBREL_EXPORT ContourLevels MakeLevels(LevelSettings const& settings, double lo, double hi);
-/// The colours of the bands between n levels, one more than these: those of values spread evenly from lo to hi. Without
-/// levels one band covers everything.
-OMBREL_EXPORT void MakeBandColours(
-    int n, double lo, double hi, std::function<COLORREF(double value)> const& colourOf, CDWordArray& bands);
 
 /// Which of the levels' bands, 0 … number of levels, a value lies in; a value on a level lies in the lower band.
 class OMBREL_EXPORT ContourBands {

@@ -58,38 +58,15 @@ MeshColourSource MeshColouring::GetSource(int colourDescription, int gradation) 
     return m_kind == 1 ? MeshColourSource::ElementVariable : MeshColourSource::Plain;
 }
 
-CString MeshColouring::BuildContours(ColourOf const& colourOf)
+ContourColours MeshColouring::MakeContours(ColourOf const& colourOf) const
 {
     double lo = 0.0;
     double hi = 0.0;
     GetDataRange(lo, hi);
-    ContourLevels levels = MakeLevels(
-        { settings.contourLevelMode, settings.numContours, settings.contourRef, settings.contourSpacing,
-            { settings.arbitraryLevels.GetData(), static_cast<std::size_t>(settings.arbitraryLevels.GetSize()) } },
-        lo, hi);
-    MakeBandColours(static_cast<int>(levels.values.size()), lo, hi, colourOf, m_bandColours);
-    m_bands = ContourBands(levels.values);
-    return levels.error;
-}
-
-COLORREF MeshColouring::GetContourColour(double value) const
-{
-    int const band = m_bands.Find(value);
-    return band < m_bandColours.GetSize() ? m_bandColours.GetAt(band) : 0;
-}
-
-void MeshColouring::GetColourKeyEntries(CDWordArray& colours, CDoubleArray& values) const
-{
-    colours = m_bandColours;
-    values.RemoveAll();
-    if (colours.IsEmpty())
-        return;
-    double lo = 0.0;
-    double hi = 0.0;
-    GetDataRange(lo, hi);
-    values.Add(lo);
-    for (double const level : m_bands.GetLevels())
-        values.Add(level);
+    LevelSettings const levels { settings.contourLevelMode, settings.numContours, settings.contourRef,
+        settings.contourSpacing,
+        { settings.arbitraryLevels.GetData(), static_cast<std::size_t>(settings.arbitraryLevels.GetSize()) } };
+    return { levels, lo, hi, colourOf };
 }
 
 } // namespace ombrel

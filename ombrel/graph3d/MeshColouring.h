@@ -1,5 +1,5 @@
 #pragma once
-#include "ombrel/graph3d/ContourLevels.h"
+#include "ombrel/graph3d/ContourColours.h"
 #include "ombrel/model/ColourKeySource.h"
 #include "ombrel/model/TableData.h"
 #include "ombrel/platform/framework/Arrays.h"
@@ -47,8 +47,7 @@ enum class MeshColourSource {
 /// The variable that colours a mesh: its range, and its contour bands. What mesh curves and general objects share.
 class OMBREL_EXPORT MeshColouring {
 public:
-    /// A colour for a value of the variable.
-    using ColourOf = std::function<COLORREF(double value)>;
+    using ColourOf = ContourColours::ColourOf;
     /// Of values: smallest and largest, the other way round while there are none.
     using Range = std::array<double, 2>;
 
@@ -59,6 +58,8 @@ public:
     CTableData nodeRanges;
     CTableData elementRanges;
     Range height { 0.0, 0.0 };
+    /// As drawn.
+    ContourColours contours;
 
     bool IsHeight() const;
     /// Finds the variable by its name, in any case: the first of the nodes, else of the elements.
@@ -70,21 +71,13 @@ public:
     void GetDataRange(double& lo, double& hi) const;
     MeshColourSource GetSource(int colourDescription, int gradation) const;
 
-    /// Levels and band colours by the settings; returns why there are no levels.
-    CString BuildContours(ColourOf const& colourOf);
-    /// The colour of the band that the value lies in; black before bands are built.
-    COLORREF GetContourColour(double value) const;
-    CDWordArray const& GetBandColours() const { return m_bandColours; }
-    std::span<double const> GetWorkingLevels() const { return m_bands.GetLevels(); }
-    /// The band colours, and the values that they begin at, the smallest value first.
-    void GetColourKeyEntries(CDWordArray& colours, CDoubleArray& values) const;
+    /// Levels and band colours by the settings, of the variable that was found.
+    ContourColours MakeContours(ColourOf const& colourOf) const;
 
 private:
     /// Of the variable: 0 a node variable, 1 an element variable, −1 neither; and which one.
     int m_kind = -1;
     int m_index = -1;
-    ContourBands m_bands;
-    CDWordArray m_bandColours;
 };
 
 } // namespace ombrel

@@ -1,7 +1,7 @@
 #pragma once
 #include "ombrel/colour/TextureMap.h"
 #include "ombrel/graph3d/3DRowColCurve.h"
-#include "ombrel/graph3d/ContourLevels.h"
+#include "ombrel/graph3d/ContourColours.h"
 #include "ombrel/graph3d/SurfaceMesh.h"
 #include "ombrel/graph3d/SurfaceSettings.h"
 #include "ombrel/io/ScanTestHeader.h"
@@ -164,11 +164,11 @@ public:
     /// Levels, band and line colours become those of the settings; a level that cannot be made is told once.
     void BuildContours();
     /// As last built, as are the colours: a band more than levels, and a line colour a level.
-    std::span<double const> GetContourLevels() const { return m_bands.GetLevels(); }
-    CDWordArray const& GetContourBandColours() const { return m_bandColours; }
+    std::span<double const> GetContourLevels() const { return m_contourColours.GetLevels(); }
+    CDWordArray const& GetContourBandColours() const { return m_contourColours.GetColours(); }
     CDWordArray const& GetContourLineColours() const { return m_lineColours; }
     /// The colour of the band that the value lies in; black before bands are built.
-    COLORREF GetContourColour(double value) const;
+    COLORREF GetContourColour(double value) const { return m_contourColours.GetColour(value); }
     /// The band colours, and the values from which they reach, the first of these being the range's low end where a
     /// colour map is used.
     void GetContourColourKeyEntries(CDWordArray& colours, CDoubleArray& values) const;
@@ -266,7 +266,7 @@ private:
     void BuildUntransformedFVals();
     /// What colours the nodes, in the mesh's order.
     std::vector<double> const& ColourValues() const;
-    void MakeContourColours(ContourLevels& levels, CDWordArray& bands, CDWordArray& lines) const;
+    ContourColours MakeContourColours() const;
     void MakeContourFinder() const;
     void SerializeFiles(ArchiveFields& fields);
     void ConvertLoaded();
@@ -293,10 +293,8 @@ private:
     CDoubleArray m_arbitraryLevels;
     CColourMap m_contourColourmap;
 
-    ContourBands m_bands;
-    CDWordArray m_bandColours;
+    ContourColours m_contourColours;
     CDWordArray m_lineColours;
-    CString m_contourError;
 
     Range m_untransformedZ;
     Range m_untransformedR;

@@ -55,59 +55,36 @@ ContourLevels CSurface::MakeContourLevels() const
     double lo = 0.0;
     double hi = 0.0;
     GetUntransformedDataRange(lo, hi);
-    return MakeLevels({ m_contours.levelMode, m_contours.numBands, m_contours.ref, m_contours.spacing,
-                          { m_arbitraryLevels.GetData(), static_cast<std::size_t>(m_arbitraryLevels.GetSize()) } },
-        lo, hi);
+    return MakeLevels(m_contours.GetLevels(m_arbitraryLevels), lo, hi);
 }
 
-void CSurface::MakeContourColours(ContourLevels& levels, CDWordArray& bands, CDWordArray& lines) const
+ContourColours CSurface::MakeContourColours() const
 {
-    levels = MakeContourLevels();
     double lo = 0.0;
     double hi = 0.0;
     GetUntransformedDataRange(lo, hi);
-    auto const n = static_cast<int>(levels.values.size());
-    lines.RemoveAll();
-    MakeBandColours(
-        n, lo, hi, [this](double value) { return GetLUTColour(value); }, bands);
-    double const step = n > 1 ? (hi - lo) / (n - 1) : 0.0;
-    for (int k = 0; k < n; ++k)
-        lines.Add(GetContourLineLUTColour(lo + k * step));
+    return { m_contours.GetLevels(m_arbitraryLevels), lo, hi, [this](double value) { return GetLUTColour(value); } };
 }
 
 void CSurface::BuildContours()
 {
-    ContourLevels levels;
-    if (m_contours.on)
-        MakeContourColours(levels, m_bandColours, m_lineColours);
-    m_bands = ContourBands(levels.values);
-    if (levels.error == m_contourError)
-        return;
-    m_contourError = levels.error;
-    if (!m_contourError.IsEmpty())
-        CVUtils::PlotDialogErrMsg(this, m_contourError, "");
-}
-
-COLORREF CSurface::GetContourColour(double value) const
-{
-    int const band = m_bands.Find(value);
-    return band < m_bandColours.GetSize() ? m_bandColours.GetAt(band) : 0;
+    m_contourColours.Replace(m_contours.on ? MakeContourColours() : ContourColours(), this);
+    m_lineColours.RemoveAll();
+    double lo = 0.0;
+    double hi = 0.0;
+    GetUntransformedDataRange(lo, hi);
+    auto const n = static_cast<int>(GetContourLevels().size());
+    double const step = n > 1 ? (hi - lo) / (n - 1) : 0.0;
+    for (int k = 0; k < n; ++k)
+        m_lineColours.Add(GetContourLineLUTColour(lo + k * step));
 }
 
 void CSurface::GetContourColourKeyEntries(CDWordArray& colours, CDoubleArray& values) const
 {
-    ContourLevels levels;
-    CDWordArray lines;
-    MakeContourColours(levels, colours, lines);
-    values.RemoveAll();
-    if (UseColourmap()) {
-        double lo = 0.0;
-        double hi = 0.0;
-        GetUntransformedDataRange(lo, hi);
-        values.Add(lo);
-    }
-    for (double const level : levels.values)
-        values.Add(level);
+    double lo = 0.0;
+    double hi = 0.0;
+    GetUntransformedDataRange(lo, hi);
+    MakeContourColours().GetKeyEntries(UseColourmap() ? std::optional(lo) : std::nullopt, colours, values);
 }
 
 // --- Lines

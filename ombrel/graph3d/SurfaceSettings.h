@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/graph3d/Colour3.h"
+#include "ombrel/graph3d/ContourLevels.h"
 #include "ombrel/platform/framework/Types.h"
 
 #include <cstdint>
@@ -39,6 +40,12 @@ struct ContourSettings {
     int colourMode = 0;
     /// Of the lines' width.
     double scaleFac = 1.0;
+
+    LevelSettings GetLevels(CDoubleArray const& arbitrary) const
+    {
+        return { levelMode, numBands, ref, spacing,
+            { arbitrary.GetData(), static_cast<std::size_t>(arbitrary.GetSize()) } };
+    }
 };
 
 /// How a second table colours the surface: where its first value lies, and its steps.

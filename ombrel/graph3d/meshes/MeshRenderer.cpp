@@ -24,9 +24,9 @@ void MeshRenderer::Render(C3DGraph& graph, MeshScene const& scene, MeshLook look
         texture = m_colours.Update(MakeTexels(look.lo, look.hi, scene.colourOf));
     } else if (look.source == MeshColourSource::ElementVariable) {
         if (scene.colouring.settings.contoursOn) {
-            auto const levels = scene.colouring.GetWorkingLevels();
+            auto const levels = scene.colouring.contours.GetLevels();
             look.elementLevels.assign(levels.begin(), levels.end());
-            look.elementBands = scene.colouring.GetBandColours();
+            look.elementBands = scene.colouring.contours.GetColours();
         } else {
             look.elementMap = ColourMapKey(scene.map);
             look.mapEnds = scene.mapEnds;
