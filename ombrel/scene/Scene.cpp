@@ -317,9 +317,10 @@ SceneData Scene::State::Describe(C3DCurve const*& keyCurve)
     if (style.key == KeyChoice::Off)
         keyCurve = nullptr;
     C3DAxis* const* const axes = graph->GetAxes();
-    auto const settle = [&axes](std::string& title, AxisStyle const& axis, int index) {
-        // What somebody gave the graph stays.
-        TakeTitle(title, axes[index]->GetTitle().ToUtf8());
+    auto const settle = [this, &axes](std::string& title, AxisStyle const& axis, int index) {
+        // Of curves that were added to the graph itself.
+        if (items.empty())
+            title = axes[index]->GetTitle().ToUtf8();
         title = axis.title.value_or(title);
     };
     settle(data.titles.x, style.x, 0);

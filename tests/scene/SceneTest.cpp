@@ -5,6 +5,7 @@
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph3d/3DAxis.h"
 #include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/graph3d/3DLineCurve.h"
 #include "ombrel/platform/framework/Exception.h"
 #include "ombrel/scene/ContourMap.h"
 
@@ -136,6 +137,27 @@ TEST(Scenes, DrawEveryKindInTheBoxThatItsDataSpans)
         std::string const page = scene.Encode({ PictureFormat::Svg, {}, { 40, 30 } });
         EXPECT_THAT(page, HasSubstr("<image"));
     }
+}
+
+TEST(Scenes, LeaveTheTitlesOfGraphsWithCurvesOfTheirOwn)
+{
+    Scene scene;
+    auto& line = dynamic_cast<C3DLineCurve&>(*scene.Graph().AddPlot(it3DLinePlot)->CreateCurve());
+    line.SetDataSourceType(CPlotComponent::dsTable);
+    CDoubleArray values;
+    for (double const v : kZ)
+        values.Add(v);
+    line.SetPoints(&values, &values, &values);
+    scene.Graph().GetAxes()[0]->SetTitle("own");
+    scene.Y().Title("asked for");
+    Pixels(scene);
+    EXPECT_EQ(scene.Graph().GetAxes()[0]->GetTitle(), "own");
+    EXPECT_EQ(scene.Graph().GetAxes()[1]->GetTitle(), "asked for");
+    // What is added by the scene has titles of its data, or none.
+    Scene added;
+    added.Line(kX, kY, kZ);
+    Pixels(added);
+    EXPECT_EQ(added.Graph().GetAxes()[0]->GetTitle(), "");
 }
 
 TEST(Scenes, ShowSettingsThatChangeAfterADraw)

@@ -313,9 +313,6 @@ std::unique_ptr<C3DGraph> MakeScene()
     auto scene = std::make_unique<C3DGraph>(1);
     scene->SetGraphFrameOn(0);
     scene->GetWalls()->SetOn(0);
-    // What they have then is somebody's wish.
-    for (int i = 0; i < 3; ++i)
-        scene->GetAxes()[i]->SetTitle("");
     return scene;
 }
 
