@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/foundation/GArray.h"
 #include "ombrel/graph3d/Colour3.h"
 #include "ombrel/graph3d/ContourLevels.h"
 #include "ombrel/platform/framework/Types.h"
