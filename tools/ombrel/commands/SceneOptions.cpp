@@ -34,8 +34,8 @@ SurfaceStyle SurfaceOf(SurfaceOptions const& options)
 
 LineStyle3D LineOf(Options const& options)
 {
-    return { static_cast<double>(options.lineWidth.value_or(1)), options.surface.tubes, options.symbols || options.surface.symbol,
-        SymbolsOf(options.surface), options.surface.coordinates };
+    return { static_cast<double>(options.lineWidth.value_or(1)), options.surface.tubes,
+        options.symbols || options.surface.symbol, SymbolsOf(options.surface), options.surface.coordinates };
 }
 
 PointStyle PointsOf(SurfaceOptions const& options)
