@@ -49,6 +49,16 @@ std::string MeshFile()
 constexpr int kWidth = 160;
 constexpr int kHeight = 120;
 
+/// A small picture, or a small page.
+PictureForm Form(PictureFormat format)
+{
+    PictureForm form;
+    form.format = format;
+    form.size = { kWidth, kHeight };
+    form.page = { 40, 30 };
+    return form;
+}
+
 /// What the drawing shows, a colour a pixel.
 std::vector<std::uint32_t> Pixels(DrawnPicture& drawing, int width = kWidth, int height = kHeight)
 {
@@ -134,7 +144,7 @@ TEST(Scenes, DrawEveryKindInTheBoxThatItsDataSpans)
         // The same picture when it is drawn again, also after another size.
         Pixels(scene, 90, 200);
         EXPECT_TRUE(Pixels(scene) == pixels);
-        std::string const page = scene.Encode({ PictureFormat::Svg, {}, { 40, 30 } });
+        std::string const page = scene.Encode(Form(PictureFormat::Svg));
         EXPECT_THAT(page, HasSubstr("<image"));
     }
 }
@@ -378,7 +388,7 @@ TEST(Scenes, OfSeveralThreadsAreWhatTheyAreAlone)
             Scene scene("Thread");
             scene.Surface(heights, kRows, kColumns).Contours(ContourChoice::Both);
             scene.Points(kX, kY, kZ);
-            bytes += scene.Encode({ PictureFormat::Png, { kWidth, kHeight } });
+            bytes += scene.Encode(Form(PictureFormat::Png));
         }
         return bytes;
     };
@@ -416,7 +426,7 @@ TEST(ContourMaps, ShowSettingsAndDataThatChange)
     change(map);
     EXPECT_TRUE(Pixels(map) == pixels(turned, change));
     EXPECT_EQ(map.Graph().GetColourKeyArray()->GetSize(), 1);
-    EXPECT_THAT(map.Encode({ PictureFormat::Svg }), HasSubstr(">east<"));
+    EXPECT_THAT(map.Encode(Form(PictureFormat::Svg)), HasSubstr(">east<"));
     // Points on a grid in any order are the grid.
     std::vector<double> const x { 3, 0, 1, 2, 0, 1, 2, 3 };
     std::vector<double> const y { 0, 1, 0, 0, 0, 1, 1, 1 };
