@@ -1,12 +1,12 @@
 #pragma once
-#include "ombrel/chart/AxesLayout.h"
 #include "ombrel/chart/ChartAxis.h"
-#include "ombrel/chart/ChartError.h"
-#include "ombrel/chart/ChartNotes.h"
-#include "ombrel/chart/LegendPlacement.h"
-#include "ombrel/chart/Look.h"
 #include "ombrel/chart/Picture.h"
 #include "ombrel/chart/Series.h"
+#include "ombrel/layout/AxesLayout.h"
+#include "ombrel/layout/ChartError.h"
+#include "ombrel/layout/ChartNotes.h"
+#include "ombrel/layout/LegendPlacement.h"
+#include "ombrel/layout/Look.h"
 #include "ombrel/model/TableData.h"
 
 #include <memory>

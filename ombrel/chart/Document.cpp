@@ -1,8 +1,8 @@
 #include "ombrel/chart/Document.h"
 #include "ombrel/Init.h"
-#include "ombrel/chart/ChartError.h"
-#include "ombrel/chart/ChartNotes.h"
 #include "ombrel/chart/Picture.h"
+#include "ombrel/layout/ChartError.h"
+#include "ombrel/layout/ChartNotes.h"
 #include "ombrel/model/Graph.h"
 #include "ombrel/platform/framework/Archive.h"
 

@@ -1,7 +1,7 @@
 #include "ombrel/chart/Picture.h"
 #include "ombrel/annotation/AnnotatedGraph.h"
-#include "ombrel/chart/ChartError.h"
 #include "ombrel/drawing/DIB.h"
+#include "ombrel/layout/ChartError.h"
 #include "ombrel/platform/framework/Exception.h"
 #include "ombrel/platform/framework/File.h"
 #include "ombrel/platform/gdi/DC.h"

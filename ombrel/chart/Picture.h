@@ -35,12 +35,12 @@ struct PageSize {
 struct PictureForm {
     PictureFormat format = PictureFormat::Png;
     /// Of bitmaps.
-    PictureSize size;
+    PictureSize size {};
     /// Of pages.
-    PageSize page;
+    PageSize page {};
     PageMarks marks = PageMarks::Auto;
     /// For those who list files, not drawn.
-    std::string title;
+    std::string title {};
     /// The program that made it, in PNG files.
     std::string software = "ombrel";
 

@@ -1,6 +1,6 @@
 #include "ombrel/chart/Series.h"
-#include "ombrel/chart/ChartError.h"
 #include "ombrel/chart/data/SeriesCurves.h"
+#include "ombrel/layout/ChartError.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,7 +1,7 @@
 #include "ombrel/scene/DrawnPicture.h"
 #include "ombrel/annotation/AnnotatedGraph.h"
-#include "ombrel/chart/ChartError.h"
 #include "ombrel/chart/Document.h"
+#include "ombrel/layout/ChartError.h"
 #include "ombrel/scene/parts/SceneTexts.h"
 
 namespace ombrel {

@@ -1,6 +1,6 @@
 #pragma once
-#include "ombrel/chart/ChartNotes.h"
 #include "ombrel/chart/Picture.h"
+#include "ombrel/layout/ChartNotes.h"
 
 namespace ombrel {
 

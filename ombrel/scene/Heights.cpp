@@ -1,5 +1,5 @@
 #include "ombrel/scene/Heights.h"
-#include "ombrel/chart/ChartError.h"
+#include "ombrel/layout/ChartError.h"
 #include "ombrel/scene/parts/PointGrid.h"
 #include "ombrel/scene/parts/SceneTexts.h"
 

@@ -1,7 +1,7 @@
 #include "ombrel/scene/MapKey.h"
-#include "ombrel/chart/LegendPlacement.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/layout/LegendPlacement.h"
 #include "ombrel/scene/parts/HeightColours.h"
 
 #include <algorithm>

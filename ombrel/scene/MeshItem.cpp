@@ -1,6 +1,6 @@
-#include "ombrel/chart/ChartError.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DMeshCurve.h"
+#include "ombrel/layout/ChartError.h"
 #include "ombrel/scene/MeshFile.h"
 #include "ombrel/scene/SceneItems.h"
 #include "ombrel/scene/parts/HeightColours.h"

@@ -1,5 +1,5 @@
-#include "ombrel/chart/ChartError.h"
 #include "ombrel/graph3d/3DRowColCurve.h"
+#include "ombrel/layout/ChartError.h"
 #include "ombrel/scene/SceneItems.h"
 #include "ombrel/scene/parts/HeightData.h"
 #include "ombrel/scene/parts/SceneParts.h"

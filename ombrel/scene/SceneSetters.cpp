@@ -1,5 +1,5 @@
 #include "ombrel/scene/SceneSetters.h"
-#include "ombrel/chart/ChartError.h"
+#include "ombrel/layout/ChartError.h"
 #include "ombrel/scene/parts/SceneTexts.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
-#include "ombrel/chart/AxisTicks.h"
-#include "ombrel/chart/Look.h"
+#include "ombrel/layout/AxisTicks.h"
+#include "ombrel/layout/Look.h"
 
 #include <array>
 #include <optional>

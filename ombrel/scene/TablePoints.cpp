@@ -1,6 +1,6 @@
 #include "ombrel/scene/TablePoints.h"
-#include "ombrel/chart/ChartError.h"
-#include "ombrel/chart/ChartNotes.h"
+#include "ombrel/layout/ChartError.h"
+#include "ombrel/layout/ChartNotes.h"
 #include "ombrel/scene/parts/SceneTexts.h"
 #include "ombrel/table/ColumnTexts.h"
 

@@ -1,7 +1,7 @@
 #include "ombrel/chart/data/SeriesCurves.h"
-#include "ombrel/chart/FillLook.h"
 #include "ombrel/chart/data/SharedColumns.h"
 #include "ombrel/foundation/GArray.h"
+#include "ombrel/layout/FillLook.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "ombrel/chart/ChartError.h"
+#include "ombrel/layout/ChartError.h"
 #include "ombrel/scene/parts/HeightColours.h"
 
 #include <gmock/gmock.h>

@@ -1,11 +1,11 @@
 #include "ombrel/scene/Scene.h"
 #include "ombrel/annotation/ColourKeyArray.h"
-#include "ombrel/chart/ChartError.h"
 #include "ombrel/drawing/DIB.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph3d/3DAxis.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DLineCurve.h"
+#include "ombrel/layout/ChartError.h"
 #include "ombrel/platform/framework/Exception.h"
 #include "ombrel/scene/ContourMap.h"
 

@@ -1,6 +1,6 @@
 #include "ombrel/scene/TableHeights.h"
-#include "ombrel/chart/ChartError.h"
-#include "ombrel/chart/ChartNotes.h"
+#include "ombrel/layout/ChartError.h"
+#include "ombrel/layout/ChartNotes.h"
 #include "ombrel/table/TableReader.h"
 
 #include <gtest/gtest.h>

@@ -112,9 +112,10 @@ FolderRule const kFolders[] {
     { "graph3d", { "annotation", "io" } },
     { "graph2d", { "annotation", "io", "graph3d" } },
     { "table", { "platform/framework" } },
+    { "layout", { "graph2d", "table" } },
     // What programs call before they load or store with the classes above.
     { "", { "graph2d" } },
-    { "chart", { "", "table" } },
+    { "chart", { "", "layout" } },
     { "scene", { "chart" } },
     // One header of all that charts need.
     { "chart.h", { "chart", "scene" } },

@@ -1,5 +1,5 @@
-#include "ombrel/chart/ColourMapFiles.h"
 #include "ombrel/colour/ColourMap.h"
+#include "ombrel/layout/ColourMapFiles.h"
 #include "tests/tools/TestFolder.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/commands/ColoursCommand.h"

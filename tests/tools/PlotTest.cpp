@@ -1,5 +1,4 @@
 #include "ombrel/Init.h"
-#include "ombrel/chart/Titles.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DBarPlot.h"
@@ -9,6 +8,7 @@
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DStackedBarPlot.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/layout/Titles.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "tests/tools/TestFolder.h"
 #include "tools/ombrel/InputFile.h"

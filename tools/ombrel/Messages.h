@@ -1,5 +1,5 @@
 #pragma once
-#include "ombrel/chart/ChartNotes.h"
+#include "ombrel/layout/ChartNotes.h"
 
 #include <chrono>
 #include <cstdint>

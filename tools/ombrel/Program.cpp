@@ -1,7 +1,7 @@
 #include "tools/ombrel/Program.h"
 #include "ombrel/Init.h"
-#include "ombrel/chart/ChartError.h"
 #include "ombrel/chart/Document.h"
+#include "ombrel/layout/ChartError.h"
 #include "ombrel/platform/framework/Exception.h"
 #include "ombrel/scene/Heights.h"
 #include "ombrel/scene/MeshFile.h"

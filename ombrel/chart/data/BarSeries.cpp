@@ -1,11 +1,11 @@
 #include "ombrel/chart/data/BarSeries.h"
-#include "ombrel/chart/ChartError.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DBarPlot.h"
 #include "ombrel/graph2d/2DClusteredBarPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DStackedBarPlot.h"
+#include "ombrel/layout/ChartError.h"
 
 #include <algorithm>
 #include <cmath>

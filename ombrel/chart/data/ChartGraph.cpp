@@ -1,8 +1,8 @@
 #include "ombrel/chart/data/ChartGraph.h"
-#include "ombrel/chart/ChartError.h"
-#include "ombrel/chart/FillLook.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/layout/ChartError.h"
+#include "ombrel/layout/FillLook.h"
 
 #include <algorithm>
 #include <limits>

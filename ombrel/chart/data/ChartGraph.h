@@ -1,8 +1,8 @@
 #pragma once
-#include "ombrel/chart/AxesLayout.h"
-#include "ombrel/chart/LegendPlacement.h"
-#include "ombrel/chart/Titles.h"
 #include "ombrel/chart/data/SeriesCurves.h"
+#include "ombrel/layout/AxesLayout.h"
+#include "ombrel/layout/LegendPlacement.h"
+#include "ombrel/layout/Titles.h"
 
 #include <memory>
 #include <optional>

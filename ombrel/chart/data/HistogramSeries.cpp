@@ -1,7 +1,7 @@
-#include "ombrel/chart/Histogram.h"
 #include "ombrel/chart/data/BarSeries.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/layout/Histogram.h"
 
 #include <cmath>
 

@@ -1,9 +1,9 @@
 #pragma once
-#include "ombrel/chart/AxisTicks.h"
-#include "ombrel/chart/ChartNotes.h"
-#include "ombrel/chart/Look.h"
-#include "ombrel/chart/PointLabels.h"
 #include "ombrel/chart/Series.h"
+#include "ombrel/layout/AxisTicks.h"
+#include "ombrel/layout/ChartNotes.h"
+#include "ombrel/layout/Look.h"
+#include "ombrel/layout/PointLabels.h"
 #include "ombrel/model/TableData.h"
 
 #include <optional>

@@ -1,6 +1,6 @@
 #include "ombrel/chart/data/SharedColumns.h"
-#include "ombrel/chart/ChartError.h"
 #include "ombrel/foundation/GArray.h"
+#include "ombrel/layout/ChartError.h"
 #include "ombrel/platform/framework/DateTime.h"
 #include "ombrel/table/Utf8.h"
 

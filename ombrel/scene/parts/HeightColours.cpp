@@ -1,9 +1,9 @@
 #include "ombrel/scene/parts/HeightColours.h"
 #include "ombrel/annotation/ColourKey.h"
-#include "ombrel/chart/ChartError.h"
-#include "ombrel/chart/ColourMapFiles.h"
 #include "ombrel/colour/ColourMap.h"
 #include "ombrel/graph3d/3DCurve.h"
+#include "ombrel/layout/ChartError.h"
+#include "ombrel/layout/ColourMapFiles.h"
 #include "ombrel/model/PlotComponent.h"
 #include "ombrel/table/Utf8.h"
 

@@ -1,6 +1,6 @@
 #pragma once
-#include "ombrel/chart/AxisTicks.h"
 #include "ombrel/foundation/GArray.h"
+#include "ombrel/layout/AxisTicks.h"
 #include "ombrel/platform/framework/Types.h"
 #include "ombrel/scene/SceneStyle.h"
 

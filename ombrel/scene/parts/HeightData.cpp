@@ -1,7 +1,7 @@
 #include "ombrel/scene/parts/HeightData.h"
-#include "ombrel/chart/ChartError.h"
-#include "ombrel/chart/ChartNotes.h"
 #include "ombrel/graph3d/Surface.h"
+#include "ombrel/layout/ChartError.h"
+#include "ombrel/layout/ChartNotes.h"
 #include "ombrel/platform/framework/Exception.h"
 #include "ombrel/platform/framework/Number.h"
 

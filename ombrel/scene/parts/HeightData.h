@@ -1,5 +1,5 @@
 #pragma once
-#include "ombrel/chart/AxisTicks.h"
+#include "ombrel/layout/AxisTicks.h"
 #include "ombrel/scene/Heights.h"
 
 namespace ombrel {

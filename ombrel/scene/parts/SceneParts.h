@@ -1,7 +1,7 @@
 #pragma once
-#include "ombrel/chart/ChartNotes.h"
-#include "ombrel/chart/Look.h"
 #include "ombrel/graph3d/3DGraph.h"
+#include "ombrel/layout/ChartNotes.h"
+#include "ombrel/layout/Look.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #include "tools/ombrel/commands/ColoursCommand.h"
-#include "ombrel/chart/ColourMapFiles.h"
 #include "ombrel/colour/ColourMap.h"
 #include "ombrel/foundation/Utils.h"
+#include "ombrel/layout/ColourMapFiles.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/VectorGraphics.h"
 #include "tools/ombrel/Messages.h"

@@ -1,6 +1,6 @@
 #include "tools/ombrel/commands/DocumentFile.h"
-#include "ombrel/chart/ChartError.h"
 #include "ombrel/chart/Document.h"
+#include "ombrel/layout/ChartError.h"
 #include "ombrel/model/Graph.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"

@@ -1,5 +1,4 @@
 #include "tools/ombrel/commands/InfoCommand.h"
-#include "ombrel/chart/AxisTicks.h"
 #include "ombrel/chart/Document.h"
 #include "ombrel/graph2d/2DContourPlot.h"
 #include "ombrel/graph2d/2DCurve.h"
@@ -8,6 +7,7 @@
 #include "ombrel/graph3d/3DAxis.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/Surface.h"
+#include "ombrel/layout/AxisTicks.h"
 #include "ombrel/model/ItemType.h"
 #include "ombrel/scene/Heights.h"
 #include "ombrel/scene/MeshFile.h"

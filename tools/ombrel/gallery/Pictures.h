@@ -1,5 +1,5 @@
 #pragma once
-#include "ombrel/chart/Look.h"
+#include "ombrel/layout/Look.h"
 #include "tools/ombrel/options/Options.h"
 
 #include <optional>

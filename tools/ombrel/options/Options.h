@@ -1,9 +1,9 @@
 #pragma once
-#include "ombrel/chart/AxesLayout.h"
-#include "ombrel/chart/LegendPlacement.h"
-#include "ombrel/chart/Look.h"
 #include "ombrel/chart/Picture.h"
-#include "ombrel/chart/Titles.h"
+#include "ombrel/layout/AxesLayout.h"
+#include "ombrel/layout/LegendPlacement.h"
+#include "ombrel/layout/Look.h"
+#include "ombrel/layout/Titles.h"
 #include "ombrel/table/TableCells.h"
 #include "ombrel/table/TableDialect.h"
 #include "tools/ombrel/options/SurfaceOptions.h"

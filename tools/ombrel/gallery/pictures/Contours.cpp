@@ -1,9 +1,9 @@
-#include "ombrel/chart/ColourMapFiles.h"
 #include "ombrel/graph2d/2DContourPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/graph3d/Surface.h"
+#include "ombrel/layout/ColourMapFiles.h"
 #include "tools/ombrel/gallery/Helpers.h"
 #include "tools/ombrel/gallery/Pictures.h"
 

@@ -1,10 +1,10 @@
-#include "ombrel/chart/ColourMapFiles.h"
 #include "ombrel/graph3d/3DAxis.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DMeshCurve.h"
 #include "ombrel/graph3d/3DObjectCurve.h"
 #include "ombrel/graph3d/3DObjectCylinder.h"
 #include "ombrel/graph3d/3DObjectSphere.h"
+#include "ombrel/layout/ColourMapFiles.h"
 #include "tools/ombrel/gallery/Helpers.h"
 #include "tools/ombrel/gallery/Pictures.h"
 

@@ -1,4 +1,4 @@
-#include "ombrel/chart/Histogram.h"
+#include "ombrel/layout/Histogram.h"
 #include "ombrel/foundation/Utils.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 #pragma once
-#include "ombrel/chart/placing/Occupancy.h"
+#include "ombrel/layout/placing/Occupancy.h"
 #include "ombrel/platform/gdi/Surface.h"
 
 namespace ombrel {

@@ -1,11 +1,11 @@
-#include "ombrel/chart/Look.h"
-#include "ombrel/chart/ChartError.h"
-#include "ombrel/chart/ColourMapFiles.h"
+#include "ombrel/layout/Look.h"
 #include "ombrel/colour/ColourMap.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
+#include "ombrel/layout/ChartError.h"
+#include "ombrel/layout/ColourMapFiles.h"
 #include "ombrel/table/Utf8.h"
 
 #include <algorithm>

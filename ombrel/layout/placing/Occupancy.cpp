@@ -1,4 +1,4 @@
-#include "ombrel/chart/placing/Occupancy.h"
+#include "ombrel/layout/placing/Occupancy.h"
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,5 @@
-#include "ombrel/chart/Look.h"
-#include "ombrel/chart/ChartError.h"
+#include "ombrel/layout/Look.h"
+#include "ombrel/layout/ChartError.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,4 @@
-#include "ombrel/chart/LegendPlacement.h"
-#include "ombrel/chart/placing/OccupancySurface.h"
+#include "ombrel/layout/LegendPlacement.h"
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DErrorBarPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
@@ -7,6 +6,7 @@
 #include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/graph2d/2DTextPlot.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/layout/placing/OccupancySurface.h"
 #include "ombrel/platform/gdi/DC.h"
 
 #include <algorithm>

@@ -1,10 +1,10 @@
-#include "ombrel/chart/placing/Occupancy.h"
-#include "ombrel/chart/LegendPlacement.h"
-#include "ombrel/chart/placing/OccupancySurface.h"
+#include "ombrel/layout/placing/Occupancy.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/layout/LegendPlacement.h"
+#include "ombrel/layout/placing/OccupancySurface.h"
 #include "ombrel/platform/gdi/DC.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "ombrel/chart/ColourMapFiles.h"
+#include "ombrel/layout/ColourMapFiles.h"
 #include "ombrel/colour/ColourMap.h"
 
 #include <algorithm>

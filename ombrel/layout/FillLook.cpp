@@ -1,5 +1,4 @@
-#include "ombrel/chart/FillLook.h"
-#include "ombrel/chart/ChartNotes.h"
+#include "ombrel/layout/FillLook.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DBarPlot.h"
@@ -8,6 +7,7 @@
 #include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/graph2d/2DStackedBarPlot.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/layout/ChartNotes.h"
 #include "ombrel/model/LineWidth.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "ombrel/chart/placing/OccupancySurface.h"
+#include "ombrel/layout/placing/OccupancySurface.h"
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/platform/gdi/DC.h"

@@ -1,10 +1,10 @@
-#include "ombrel/chart/AxesLayout.h"
-#include "ombrel/chart/Titles.h"
-#include "ombrel/chart/axes/WordLabels.h"
+#include "ombrel/layout/AxesLayout.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/layout/Titles.h"
+#include "ombrel/layout/axes/WordLabels.h"
 #include "ombrel/platform/gdi/DC.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "ombrel/chart/ChartNotes.h"
+#include "ombrel/layout/ChartNotes.h"
 #include "ombrel/foundation/Utils.h"
 
 namespace ombrel {

@@ -1,8 +1,8 @@
-#include "ombrel/chart/Titles.h"
-#include "ombrel/chart/LegendPlacement.h"
+#include "ombrel/layout/Titles.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/layout/LegendPlacement.h"
 
 #include <algorithm>
 

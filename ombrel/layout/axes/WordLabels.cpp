@@ -1,4 +1,4 @@
-#include "ombrel/chart/axes/WordLabels.h"
+#include "ombrel/layout/axes/WordLabels.h"
 
 #include <algorithm>
 

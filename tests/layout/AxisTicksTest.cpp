@@ -1,4 +1,4 @@
-#include "ombrel/chart/AxisTicks.h"
+#include "ombrel/layout/AxisTicks.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "ombrel/chart/AxisTicks.h"
+#include "ombrel/layout/AxisTicks.h"
 #include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
 
