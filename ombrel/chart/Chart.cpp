@@ -1,6 +1,5 @@
 #include "ombrel/chart/Chart.h"
 #include "ombrel/Init.h"
-#include "ombrel/chart/Document.h"
 #include "ombrel/chart/data/ChartGraph.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/platform/framework/Exception.h"
@@ -67,7 +66,8 @@ ChartGraph& Chart::Parts::Prepare(CDC& dc, CRect const& rect, bool takeOver)
 }
 
 Chart::Chart(std::string_view title)
-    : m_parts(std::make_unique<Parts>())
+    : DrawnPicture(title)
+    , m_parts(std::make_unique<Parts>())
 {
     m_parts->content.title = title;
 }
@@ -143,6 +143,7 @@ template <typename Change> Chart& Chart::Set(Change const& change)
 
 Chart& Chart::Title(std::string_view title)
 {
+    SetFileTitle(title);
     return Set([title](ChartContent& content) { content.title = title; });
 }
 
@@ -194,40 +195,9 @@ Chart& Chart::Bins(int bins)
     return Set([bins](ChartContent& content) { content.settings.bins = std::max(bins, 0); });
 }
 
-void Chart::Save(std::string const& path, PictureForm form)
-{
-    form.title = OneLine(m_parts->content.title);
-    if (path.ends_with(".ombrel")) {
-        WithErrors([&] {
-            Picture picture(form);
-            SaveDocument(path, Graph(picture.GetDC(), picture.GetRect()));
-        });
-        return;
-    }
-    auto const format = FormatOfPath(path);
-    if (!format)
-        throw ChartError(ChartError::Cause::Setting,
-            "path: expected a name that ends in .png, .bmp, .pdf, .svg, .ps or .ombrel, found "
-                + QuoteForMessage(path));
-    form.format = *format;
-    WritePictureFile(path, Encode(form));
-}
+CAnnotatedGraph& Chart::LaidOut(CDC& dc, CRect const& window) { return m_parts->Prepare(dc, window, false).Get(); }
 
-std::string Chart::Encode(PictureForm form)
-{
-    return WithErrors([&] {
-        Picture picture(std::move(form));
-        Draw(picture.GetDC(), picture.GetRect());
-        return picture.Encode();
-    });
-}
-
-void Chart::Draw(CDC& dc, CRect const& rect)
-{
-    WithErrors([&] { m_parts->Prepare(dc, rect, false).Get().Draw(&dc, rect, pmDirect); });
-}
-
-ChartNotes const& Chart::Notes() const { return m_parts->notes; }
+ChartNotes Chart::Notes() const { return m_parts->notes; }
 
 C2DGraph& Chart::Graph(CDC& dc, CRect const& rect)
 {

@@ -1,10 +1,9 @@
 #pragma once
 #include "ombrel/chart/ChartAxis.h"
-#include "ombrel/chart/Picture.h"
+#include "ombrel/chart/DrawnPicture.h"
 #include "ombrel/chart/Series.h"
 #include "ombrel/layout/AxesLayout.h"
 #include "ombrel/layout/ChartError.h"
-#include "ombrel/layout/ChartNotes.h"
 #include "ombrel/layout/LegendPlacement.h"
 #include "ombrel/layout/Look.h"
 #include "ombrel/model/TableData.h"
@@ -27,13 +26,11 @@ class CDC;
 ///     chart.Save("example.png");
 ///
 /// Series of several kinds share one chart: areas lie lowest, then bars, then lines and marks. Values are copied; NaN
-/// is a gap. Texts are UTF-8. A chart belongs to one thread at a time; threads may have one each.
-///
-/// Errors: ChartError for what cannot be drawn or written, Error when there is no memory for a picture.
-class OMBREL_EXPORT Chart {
+/// is a gap. Texts are UTF-8.
+class OMBREL_EXPORT Chart : public DrawnPicture {
 public:
     explicit Chart(std::string_view title = {});
-    ~Chart();
+    ~Chart() override;
     Chart(Chart&&) noexcept;
     Chart& operator=(Chart&&) noexcept;
 
@@ -90,19 +87,7 @@ public:
     /// Of histograms; 0 for as many as fit the data.
     Chart& Bins(int bins);
 
-    // Results.
-
-    /// Writes the picture that the extension tells: .png, .bmp, .pdf, .svg or .ps; .ombrel stores the graph as a
-    /// document. The file is written beside and renamed. form gives the size of pictures and pages; its format and
-    /// title are not looked at.
-    void Save(std::string const& path, PictureForm form = {});
-    /// The bytes of such a file.
-    std::string Encode(PictureForm form);
-    /// Draws into a rectangle of a context: of a bitmap, a page, a window. Drawn again at the same size, only what has
-    /// changed is worked out anew.
-    void Draw(CDC& dc, CRect const& rect);
-    /// What was noticed when it was built last.
-    ChartNotes const& Notes() const;
+    ChartNotes Notes() const override;
 
     /// The graph as it was built for a context and a rectangle, for everything that charts do not offer. It is the
     /// chart's; what is changed in it lasts until the chart changes.
@@ -112,6 +97,7 @@ public:
 
 private:
     template <typename Change> Chart& Set(Change const& change);
+    CAnnotatedGraph& LaidOut(CDC& dc, CRect const& window) override;
 
     struct Parts;
     std::unique_ptr<Parts> m_parts;

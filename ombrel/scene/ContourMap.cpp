@@ -101,7 +101,7 @@ ContourMap::ContourMap(std::span<double const> heights, std::size_t rows, std::s
 }
 
 ContourMap::ContourMap(HeightSource heights, std::string_view title)
-    : DrawnPicture(OneLine(std::string(title)))
+    : DrawnPicture(title)
     , m_state(std::make_unique<State>())
 {
     State& state = *m_state;

@@ -85,7 +85,7 @@ SceneAxis& SceneAxis::Max(double max)
 // --- the scene ---
 
 Scene::Scene(std::string_view title)
-    : DrawnPicture(OneLine(std::string(title)))
+    : DrawnPicture(title)
     , m_state(std::make_unique<State>())
 {
     m_state->graph = MakeScene();

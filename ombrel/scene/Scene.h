@@ -1,5 +1,5 @@
 #pragma once
-#include "ombrel/scene/DrawnPicture.h"
+#include "ombrel/chart/DrawnPicture.h"
 #include "ombrel/scene/SceneItems.h"
 
 #include <memory>

@@ -319,7 +319,7 @@ TEST(Scenes, SayWhatIsWrong)
          },
             "setting x-range: all data lies beyond the end at 50" },
         { [&] { scene.Save("a.gif"); },
-            "setting output: expected the extension .png, .bmp, .pdf, .svg, .ps or .ombrel, found a.gif" },
+            "setting path: expected a name that ends in .png, .bmp, .pdf, .svg, .ps or .ombrel, found \"a.gif\"" },
         { [&] { scene.Mesh("a.csv"); }, "data a.csv: expected a .tvm, .tvo or .dxf file" },
         { [&] {
              surface.ColourMap("nosuch");

@@ -2,12 +2,15 @@
 #include "ombrel/chart/Picture.h"
 #include "ombrel/layout/ChartNotes.h"
 
+#include <string>
+#include <string_view>
+
 namespace ombrel {
 
-/// What is drawn on bitmaps and pages, or written to files: what scenes and maps have in common.
+/// What is drawn on bitmaps and pages, or written to files: what charts, scenes and maps have in common.
 ///
-/// One thread a picture; threads may have pictures of their own. Errors: ChartError, and Error where the system refuses
-/// something, such as OpenGL.
+/// One thread a picture; threads may have pictures of their own. Errors: ChartError for what cannot be drawn or
+/// written, and Error where the system refuses something, such as memory or OpenGL.
 class OMBREL_EXPORT DrawnPicture {
 public:
     virtual ~DrawnPicture() = default;
@@ -17,7 +20,8 @@ public:
     void Save(std::string const& path, PictureForm form = {});
     /// The bytes of such a file.
     std::string Encode(PictureForm form);
-    /// Draws into the rectangle, device pixels.
+    /// Draws into a rectangle of a context, device pixels: of a bitmap, a page, a window. Drawn again at the same size,
+    /// only what has changed is worked out anew.
     void Draw(CDC& dc, CRect const& rect);
     void Draw(Picture& picture);
 
@@ -29,12 +33,17 @@ public:
     virtual ChartNotes Notes() const = 0;
 
 protected:
-    explicit DrawnPicture(std::string title);
+    explicit DrawnPicture(std::string_view title) { SetFileTitle(title); }
     DrawnPicture(DrawnPicture&&) = default;
     DrawnPicture& operator=(DrawnPicture&&) = default;
 
+    /// For those who list files.
+    void SetFileTitle(std::string_view title);
+
 private:
+    /// window begins at the origin.
     virtual CAnnotatedGraph& LaidOut(CDC& dc, CRect const& window) = 0;
+
     std::string m_title;
 };
 
