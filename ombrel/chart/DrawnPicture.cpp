@@ -20,11 +20,16 @@ void DrawnPicture::Draw(CDC& dc, CRect const& rect)
     WithErrors([&] { LaidOut(dc, CRect(CPoint(0, 0), rect.Size())).Draw(&dc, rect, pmDirect); });
 }
 
-void DrawnPicture::Draw(Picture& picture) { Draw(picture.GetDC(), picture.GetRect()); }
+void DrawnPicture::Draw(Picture& picture)
+{
+    WithErrors([&] { picture.Draw(LaidOut(picture.GetDC(), picture.GetRect())); });
+}
 
 std::string DrawnPicture::Encode(PictureForm form)
 {
     form.title = m_title;
+    if (!m_description.empty())
+        form.description = m_description;
     return WithErrors([&] {
         Picture picture(std::move(form));
         Draw(picture);

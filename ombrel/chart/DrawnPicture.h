@@ -18,6 +18,9 @@ public:
     /// the name. The file is written beside its target and renamed. form gives the size of pictures and pages; its
     /// format and title are not looked at.
     void Save(std::string const& path, PictureForm form = {});
+    /// What files say for those who cannot see the picture; empty, as at first, for a sentence about kind, series and
+    /// ranges.
+    void Description(std::string_view text) { m_description = text; }
     /// The bytes of such a file.
     std::string Encode(PictureForm form);
     /// Draws into a rectangle of a context, device pixels: of a bitmap, a page, a window. Drawn again at the same size,
@@ -45,6 +48,7 @@ private:
     virtual CAnnotatedGraph& LaidOut(CDC& dc, CRect const& window) = 0;
 
     std::string m_title;
+    std::string m_description;
 };
 
 } // namespace ombrel

@@ -2,6 +2,7 @@
 #include "ombrel/annotation/AnnotatedGraph.h"
 #include "ombrel/drawing/DIB.h"
 #include "ombrel/layout/ChartError.h"
+#include "ombrel/layout/Description.h"
 #include "ombrel/platform/framework/Exception.h"
 #include "ombrel/platform/framework/File.h"
 #include "ombrel/platform/gdi/DC.h"
@@ -62,6 +63,7 @@ std::optional<PictureFormat> FormatOfPath(std::string_view path)
 
 Picture::Picture(PictureForm form)
     : m_form(std::move(form))
+    , m_description(m_form.description)
 {
     if (!m_form.IsPage()) {
         m_rect = CRect(0, 0, m_form.size.width, m_form.size.height);
@@ -87,19 +89,31 @@ CDC& Picture::GetDC() { return m_pageDC ? *m_pageDC : *m_bitmap->GetDC(); }
 
 std::string Picture::Encode()
 {
-    if (m_page)
+    if (m_page) {
+        m_page->Describe(CString(m_description));
         return m_page->Finish();
+    }
     if (m_form.format == PictureFormat::Bmp)
         return m_bitmap->EncodeBmp();
     PngSettings settings;
     settings.dotsPerInch = kScreenDotsPerInch;
     if (!m_form.title.empty())
         settings.texts.emplace_back("Title", m_form.title);
+    if (!m_description.empty())
+        settings.texts.emplace_back("Description", m_description);
     settings.texts.emplace_back("Software", m_form.software);
     return EncodePng(*m_bitmap->GetBitmap().GetRaster(), settings);
 }
 
-void Picture::Draw(CAnnotatedGraph& graph) { graph.Draw(&GetDC(), m_rect, pmDirect); }
+void Picture::Draw(CAnnotatedGraph& graph)
+{
+    graph.Draw(&GetDC(), m_rect, pmDirect);
+    if (!m_form.description.empty())
+        return;
+    if (!m_description.empty())
+        m_description += ' ';
+    m_description += DescribeGraph(graph);
+}
 
 void WritePictureFile(std::string const& path, std::string const& bytes)
 {

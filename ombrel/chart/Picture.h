@@ -41,6 +41,9 @@ struct PictureForm {
     PageMarks marks = PageMarks::Auto;
     /// For those who list files, not drawn.
     std::string title {};
+    /// For those who cannot see it, not drawn: in PNG, SVG and PDF files. Empty for a sentence about each graph that
+    /// Draw draws.
+    std::string description {};
     /// The program that made it, in PNG files.
     std::string software = "ombrel";
 
@@ -59,7 +62,7 @@ public:
     CDC& GetDC();
     /// All of it, device pixels.
     CRect GetRect() const { return m_rect; }
-    /// Draws a graph into the whole of it.
+    /// Draws a graph into the whole of it, and describes it where the form does not.
     void Draw(CAnnotatedGraph& graph);
     /// The bytes of the file. Nothing may be drawn after it. Of pages they depend on what was drawn alone, and on the
     /// environment's SOURCE_DATE_EPOCH.
@@ -69,6 +72,7 @@ public:
 
 private:
     PictureForm m_form;
+    std::string m_description;
     CRect m_rect;
     std::unique_ptr<CDIB> m_bitmap;
     /// Owned by the device context.

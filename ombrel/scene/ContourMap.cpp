@@ -190,6 +190,7 @@ void ContourMap::Settle(CDC& dc, CRect const& window)
     CheckHeights(surface, state.source, state.notes);
     AxisRange heights;
     surface.GetZRange(heights.min, heights.max);
+    curve.SetTitle(CString(m_style.zTitle.value_or(state.titles.z)));
     SetLevels(curve, m_style, heights, look);
     AxisRange x;
     AxisRange y;

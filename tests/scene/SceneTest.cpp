@@ -146,6 +146,8 @@ TEST(Scenes, DrawEveryKindInTheBoxThatItsDataSpans)
         EXPECT_TRUE(Pixels(scene) == pixels);
         std::string const page = scene.Encode(Form(PictureFormat::Svg));
         EXPECT_THAT(page, HasSubstr("<image"));
+        // What it is, and three ranges.
+        EXPECT_THAT(page, testing::ContainsRegex("<desc>3D [^<]*: x [^<]*, y [^<]*, z [^<]* to [^<]*[.]</desc>"));
     }
 }
 
@@ -426,7 +428,12 @@ TEST(ContourMaps, ShowSettingsAndDataThatChange)
     change(map);
     EXPECT_TRUE(Pixels(map) == pixels(turned, change));
     EXPECT_EQ(map.Graph().GetColourKeyArray()->GetSize(), 1);
-    EXPECT_THAT(map.Encode(Form(PictureFormat::Svg)), HasSubstr(">east<"));
+    std::string const page = map.Encode(Form(PictureFormat::Svg));
+    EXPECT_THAT(page, HasSubstr(">east<"));
+    EXPECT_THAT(page, HasSubstr("<desc>Contour map “Map”: east from 10 to 40, y from"));
+    EXPECT_THAT(page, HasSubstr(", height / m from "));
+    map.Description("Mine");
+    EXPECT_THAT(map.Encode(Form(PictureFormat::Svg)), HasSubstr("<desc>Mine</desc>"));
     // Points on a grid in any order are the grid.
     std::vector<double> const x { 3, 0, 1, 2, 0, 1, 2, 3 };
     std::vector<double> const y { 0, 1, 0, 0, 0, 1, 1, 1 };

@@ -73,7 +73,8 @@ template <typename Make> Structure StructureOf(PictureSize size, Make const& mak
         }
         s.pixels.assign(
             reinterpret_cast<char const*>(raster->Row(0)), reinterpret_cast<char const*>(raster->Row(size.height)));
-        page.Draw(*make(pageTarget, page));
+        // The sums are of what is seen, not of what is said about it.
+        make(pageTarget, page)->Draw(&page.GetDC(), page.GetRect(), pmDirect);
         s.page = page.Encode();
     } catch (Failure const& failure) {
         s.told = failure.what();

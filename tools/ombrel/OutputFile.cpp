@@ -70,6 +70,7 @@ Target MakeTarget(Options const& options, std::string const& input)
         fail("--vector is for .pdf, .svg and .ps");
     if (options.page)
         target.page = *options.page;
+    target.description = options.description;
     target.marks = options.allVector ? PageMarks::Vector : PageMarks::Auto;
     return target;
 }

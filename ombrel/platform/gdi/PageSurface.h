@@ -25,6 +25,7 @@ struct PageSetup {
     double widthMm = 297.0;
     double heightMm = 210.0;
     CString title;
+    /// For those who cannot see it; in SVG and PDF.
     CString description;
     /// Seconds since 1970 for the document's date.
     long long creationTime = 0;
@@ -47,6 +48,8 @@ public:
     /// The bytes of the finished document; the surface takes no more drawing after it.
     /// Throws CResourceException* when the document cannot be made.
     virtual std::string Finish() = 0;
+    /// Sets the description of the setup, at any time before the end.
+    virtual void Describe(CString const& description) = 0;
     /// Of the marks drawn so far.
     virtual MarkCounts GetMarkCounts() const = 0;
     bool IsPrinting() const override { return true; }

@@ -148,6 +148,10 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::NoAntialias, "no-antialias", 0, "", "Do not smooth lines, nor the edges of a 3D picture.",
         kPlot | kScenes | kDraw },
     OptionEntry { OptionId::Title, "title", 0, "TEXT", "Title over the graph.", kGraphs },
+    OptionEntry { OptionId::Description, "description", 0, "TEXT",
+        "What the picture's file says for those who cannot see it. Without it, a sentence about kind, series and "
+        "ranges.",
+        kGraphs | kDraw },
     OptionEntry {
         OptionId::XTitle, "x-title", 0, "TEXT", "Title of the x axis. Without it, the column's name.", kGraphs },
     OptionEntry {

@@ -68,6 +68,8 @@ std::string* TextOf(Options& options, OptionId id)
         return &options.palette;
     case OptionId::Title:
         return &options.title;
+    case OptionId::Description:
+        return &options.description;
     case OptionId::XTitle:
         return &options.xTitle.emplace();
     case OptionId::YTitle:

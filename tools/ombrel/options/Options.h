@@ -58,6 +58,7 @@ enum class OptionId : int {
     Solid,
     NoAntialias,
     Title,
+    Description,
     XTitle,
     YTitle,
     ZTitle,
@@ -171,6 +172,8 @@ struct Options {
     std::string groupColumn;
     PlotKind kind = PlotKind::Line;
     std::string title;
+    /// For those who cannot see the picture; empty for what the graph says of itself.
+    std::string description;
     std::optional<std::string> xTitle;
     std::optional<std::string> yTitle;
     std::optional<std::string> xRange;

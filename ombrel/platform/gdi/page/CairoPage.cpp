@@ -91,7 +91,7 @@ public:
         else
             m_surface.reset(cairo_ps_surface_create_for_stream(AppendBytes, &m_bytes, width, height));
         cairo_surface_set_fallback_resolution(m_surface.get(), DotsPerInch(), DotsPerInch());
-        Describe();
+        Entitle();
         m_context.reset(cairo_create(m_surface.get()));
         cairo_scale(m_context.get(), kPointsPerInch / DotsPerInch(), kPointsPerInch / DotsPerInch());
         cairo_set_miter_limit(m_context.get(), 10.0);
@@ -110,7 +110,8 @@ protected:
     std::string FinishDocument() override;
 
 private:
-    void Describe();
+    void Entitle();
+    void SetMetadata(cairo_pdf_metadata_t key, std::string const& value);
     void CoverPage();
     void SetClip(Clip const& clip);
     void SetColour(cairo_t* context, VectorColour const& colour) const;
@@ -146,20 +147,20 @@ private:
     long long m_shapeCount = 0;
 };
 
-void CairoPage::Describe()
+void CairoPage::SetMetadata(cairo_pdf_metadata_t key, std::string const& value)
+{
+    if (!value.empty())
+        cairo_pdf_surface_set_metadata(m_surface.get(), key, value.c_str());
+}
+
+void CairoPage::Entitle()
 {
     std::string const title = Setup().title.ToUtf8();
-    std::string const description = Setup().description.ToUtf8();
     std::string const date = IsoDate(Setup().creationTime);
     if (m_isPdf) {
-        auto const set = [this](cairo_pdf_metadata_t key, std::string const& value) {
-            if (!value.empty())
-                cairo_pdf_surface_set_metadata(m_surface.get(), key, value.c_str());
-        };
-        set(CAIRO_PDF_METADATA_TITLE, title);
-        set(CAIRO_PDF_METADATA_SUBJECT, description);
-        set(CAIRO_PDF_METADATA_CREATOR, "Ombrel");
-        set(CAIRO_PDF_METADATA_CREATE_DATE, date);
+        SetMetadata(CAIRO_PDF_METADATA_TITLE, title);
+        SetMetadata(CAIRO_PDF_METADATA_CREATOR, "Ombrel");
+        SetMetadata(CAIRO_PDF_METADATA_CREATE_DATE, date);
         return;
     }
     // A comment is one line of at most 255 bytes.
@@ -494,6 +495,8 @@ void CairoPage::DrawMarks(MarkImage const& marks, Clip const& clip)
 
 std::string CairoPage::FinishDocument()
 {
+    if (m_isPdf)
+        SetMetadata(CAIRO_PDF_METADATA_SUBJECT, Setup().description.ToUtf8());
     cairo_show_page(m_context.get());
     cairo_status_t const drawn = cairo_status(m_context.get());
     m_context.reset();

@@ -29,6 +29,7 @@ public:
     void Fill(Region const& region, VectorBrush const& brush, Clip const& clip) override;
     void Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip) override;
     std::string Finish() override;
+    void Describe(CString const& description) override { m_setup.description = description; }
     MarkCounts GetMarkCounts() const override { return m_markCounts; }
 
 protected:

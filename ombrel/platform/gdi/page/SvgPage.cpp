@@ -388,8 +388,10 @@ std::string SvgPage::FinishDocument()
     return Join({ "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\""
                   " xmlns:xlink=\"http://www.w3.org/1999/xlink\"",
         Attribute("width", Join({ SvgNumber(Setup().widthMm), "mm" })),
-        Attribute("height", Join({ SvgNumber(Setup().heightMm), "mm" })), Attribute("viewBox", viewBox), ">\n",
-        element("title", Setup().title), element("desc", Setup().description),
+        Attribute("height", Join({ SvgNumber(Setup().heightMm), "mm" })), Attribute("viewBox", viewBox),
+        // A picture as a whole rather than its texts one by one.
+        Setup().description.IsEmpty() ? "" : " role=\"img\"", ">\n", element("title", Setup().title),
+        element("desc", Setup().description),
         "<style>.f{shape-rendering:crispEdges}.r{stroke-linejoin:round;stroke-linecap:round}</style>\n", definitions,
         "<g fill=\"none\" stroke-miterlimit=\"10\" font-family=\"", kSansFamilies, "\">\n", m_body, "</g>\n</svg>\n" });
 }

@@ -1,0 +1,17 @@
+#pragma once
+#include "ombrel/platform/framework/Export.h"
+
+#include <string>
+
+namespace ombrel {
+class CAnnotatedGraph;
+
+/// What the graph shows, in a sentence for those who cannot see it: the kind of graph, its title, its series by name,
+/// and the range of the data along each axis with the axis' title.
+///
+///     Line chart “Damped oscillation” of measured and model: time / s from 0 to 10, amplitude / mm from -0.8 to 1.
+///
+/// The graph must have been drawn or laid out, and is left as it is. UTF-8.
+OMBREL_EXPORT std::string DescribeGraph(CAnnotatedGraph& graph);
+
+} // namespace ombrel
