@@ -61,14 +61,16 @@ std::unique_ptr<CGraph> LoadDocument(std::string_view bytes, std::string const& 
     return graph;
 }
 
-void SaveDocument(std::string const& path, CGraph const& graph)
+std::string EncodeDocument(CGraph const& graph)
 {
     CMemFile memory;
     CArchive archive(&memory, CArchive::store);
     archive.WriteObject(&graph);
     archive.Close();
     auto const& bytes = memory.GetBytes();
-    WritePictureFile(path, std::string(reinterpret_cast<char const*>(bytes.data()), bytes.size()));
+    return { reinterpret_cast<char const*>(bytes.data()), bytes.size() };
 }
+
+void SaveDocument(std::string const& path, CGraph const& graph) { WritePictureFile(path, EncodeDocument(graph)); }
 
 } // namespace ombrel

@@ -22,6 +22,9 @@ inline constexpr std::size_t kDocumentMarkLength = 8;
 OMBREL_EXPORT std::unique_ptr<CGraph> LoadDocument(
     std::string_view bytes, std::string const& inPlaceClass, ChartNotes& notes);
 
+/// The bytes of a document that holds the graph as an object reference.
+OMBREL_EXPORT std::string EncodeDocument(CGraph const& graph);
+
 /// Stores the graph as an object reference in a file. Throws ChartError.
 OMBREL_EXPORT void SaveDocument(std::string const& path, CGraph const& graph);
 

@@ -30,7 +30,7 @@ protected:
     {
         Options options;
         options.files = names;
-        options.output = output;
+        options.outputs = { output };
         options.size = size;
         try {
             RunColours(options, Messages(false));

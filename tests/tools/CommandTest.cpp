@@ -109,6 +109,40 @@ TEST_F(Command, TellsWhichMarksOfAPageAreNoShapesAndKeepsThemWhenAskedTo)
     EXPECT_EQ(Run("plot many.csv --vector auto -o p.png").status, 2);
 }
 
+TEST_F(Command, WritesSeveralFilesFromOneReading)
+{
+    m_files.Write("co2.csv", kMonths);
+    m_files.Write("z.csv", "1,2,3\n4,5,6\n7,9,8\n");
+    for (std::string const draw : { "plot co2.csv --title Air", "contour z.csv", "surface z.csv" }) {
+        SCOPED_TRACE(draw);
+        // Standard input is read once only.
+        std::string const file = draw.find("co2") == std::string::npos ? "z.csv" : "co2.csv";
+        std::string piped = draw;
+        piped.replace(draw.find(file), file.size(), "-");
+        RunWell(piped.append(" -o a.png -o a.svg --size 300x200 -o a.ombrel -o a.pdf < ").append(file));
+        RunWell(draw + " --size 300x200 -o b.png --save b.ombrel");
+        RunWell(draw + " --size 300x200 -o c.ombrel");
+        RunWell(draw + " -o b.svg");
+        RunWell(draw + " -o b.pdf");
+        for (std::string const ending : { ".png", ".svg", ".pdf", ".ombrel" })
+            EXPECT_TRUE(m_files.Read('a' + ending) == m_files.Read('b' + ending)) << ending;
+        ExpectSame("c.ombrel", "b.ombrel");
+        RunWell("draw b.ombrel --size 300x200 -o c.png -o d.ombrel -o c.svg");
+        ExpectSame("c.png", "b.png");
+        ExpectSame("d.ombrel", "b.ombrel");
+    }
+    // One that cannot be written does not keep the others from being, and nothing is when the data is at fault.
+    Result const partly = Run("plot co2.csv -o nowhere/a.png -o new.png -o nowhere/b.png");
+    EXPECT_EQ(partly.status, 1);
+    EXPECT_THAT(partly.errors, AllOf(HasSubstr("nowhere/a.png: cannot be"), HasSubstr("nowhere/b.png: cannot be")));
+    EXPECT_THAT(m_files.Read("new.png"), StartsWith("\x89PNG"));
+    std::string const before = m_files.Read("a.png");
+    EXPECT_EQ(Run("plot co2.csv --y-range 1:0 -o a.png -o other.png").status, 2);
+    EXPECT_EQ(Run("plot co2.csv -o other.png -o a.png -o other.png").status, 2);
+    EXPECT_TRUE(m_files.Read("a.png") == before);
+    EXPECT_THAT(m_files.List(), Not(testing::Contains("other.png")));
+}
+
 TEST_F(Command, PutsSeveralFilesInOneGraph)
 {
     m_files.Write("a.csv", "t,v\n1,2\n2,3\n");

@@ -40,7 +40,7 @@ TEST(Options, AreReadFromAnyPlaceOfTheCommandLine)
     EXPECT_TRUE(options.yLog && !options.xLog && options.verbose && !options.surface.plainEdges);
     ASSERT_EQ(options.captions.size(), 2U);
     EXPECT_EQ(options.captions[1].y, 1.0);
-    EXPECT_EQ(options.output, "out.png");
+    EXPECT_EQ(options.outputs, std::vector<std::string> { "out.png" });
     EXPECT_EQ(options.save, "a.doc");
     EXPECT_EQ(options.legend, LegendPlace::BottomRight);
     EXPECT_TRUE(options.IsGiven(OptionId::Log));

@@ -3,7 +3,13 @@
 #include "tools/ombrel/Version.h"
 #include "tools/ombrel/options/Options.h"
 
+#include <functional>
 #include <string>
+#include <vector>
+
+namespace ombrel {
+class CAnnotatedGraph;
+} // namespace ombrel
 
 namespace ombrel::host {
 
@@ -16,18 +22,32 @@ struct Target : PictureForm {
     std::string path;
 };
 
-/// The target that the options ask for, with the input's name for one that is not named. Throws Failure with
-/// kUsageFault.
-Target MakeTarget(Options const& options, std::string const& input);
+/// The files that the options ask for.
+class Outputs {
+public:
+    /// input names the picture when nothing else does. Throws Failure with kUsageFault, also when a file would be
+    /// written over an input or another.
+    Outputs(Options const& options, std::string const& input);
 
-/// Throws Failure with kUsageFault when the picture or the document would be written over an input or each other.
-void CheckPaths(Options const& options, Target const& target);
+    /// Of the pictures, for those who list files.
+    void SetTitle(std::string const& title);
+    std::vector<Target>& GetPictures() { return m_pictures; }
 
-/// Notes which marks are not on the page as shapes.
-void TellMarks(Target const& target, Picture& picture, Messages const& messages);
+    /// Draws on the picture, the last one or not, and gives the graph.
+    using Draw = std::function<CAnnotatedGraph const*(Picture& picture, bool isLast)>;
+    /// Makes all files, and writes them when that has gone well: each beside its target, and renamed. One that cannot
+    /// be written does not keep the others from being; what is wrong with it is thrown at the end as Failure. Documents
+    /// hold the graph as it is in the first picture, unless their bytes are given.
+    void Write(Draw const& draw, Messages const& messages, std::string const& document = {});
 
-/// Writes beside the target and renames, or to standard output. Throws Failure or ChartError.
-void WriteTarget(Target const& target, std::string const& bytes, Messages const& messages);
+private:
+    std::vector<Target> m_pictures;
+    std::vector<std::string> m_documents;
+    Target m_scratch;
+};
+
+/// To standard output. Throws Failure.
+void WriteToStandardOutput(std::string const& bytes);
 
 /// True when both name the same existing file.
 bool IsSameFile(std::string const& a, std::string const& b);

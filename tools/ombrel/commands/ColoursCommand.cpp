@@ -317,23 +317,23 @@ void FitHeight(Target& target, std::size_t count)
 void RunColours(Options const& options, Messages const& messages)
 {
     bool const toPicture
-        = !options.files.empty() || !options.output.empty() || options.format || options.size || options.page;
+        = !options.files.empty() || !options.outputs.empty() || options.format || options.size || options.page;
     std::vector<Entry> const entries = LoadEntries(options.files, messages);
     if (!toPicture) {
-        WriteTarget(Target(), FormatList(entries), messages);
+        WriteToStandardOutput(FormatList(entries));
         return;
     }
-    Target target = MakeTarget(options, options.files.size() == 1 ? options.files.front() : "colours");
-    for (std::string const& name : options.files) {
-        if (KindOfColourMap(name) == ColourMapKind::File && IsSameFile(target.path, name))
-            throw Failure(kUsageFault, target.path + ": would be written over the colour map");
+    Outputs outputs(options, options.files.size() == 1 ? options.files.front() : "colours");
+    for (Target& target : outputs.GetPictures()) {
+        if (!options.size)
+            FitHeight(target, entries.size());
     }
-    if (!options.size)
-        FitHeight(target, entries.size());
-    target.title = entries.size() == 1 ? entries.front().name : "Colour maps";
-    Picture picture(target);
-    Chart(picture.GetDC(), picture.GetRect(), entries).Draw();
-    WriteTarget(target, picture.Encode(), messages);
+    outputs.SetTitle(entries.size() == 1 ? entries.front().name : "Colour maps");
+    auto const draw = [&entries](Picture& picture, bool) {
+        Chart(picture.GetDC(), picture.GetRect(), entries).Draw();
+        return nullptr;
+    };
+    outputs.Write(draw, messages);
 }
 
 } // namespace ombrel::host

@@ -20,11 +20,11 @@ bool HasBoxes(CAnnotatedGraph const& graph)
 
 /// The picture may have another shape than the one that the document was made for: puts the title in the middle again
 /// and what floats over the graph inside.
-void FitToPicture(CAnnotatedGraph& graph, Target const& target)
+void FitToPicture(CAnnotatedGraph& graph, PictureForm const& form)
 {
     if (!HasBoxes(graph))
         return;
-    Picture scratch(target);
+    Picture scratch(form);
     graph.LayOut(&scratch.GetDC(), scratch.GetRect());
     if (auto* const flat = DynamicDowncast<C2DGraph>(&graph))
         PlaceTitle(*flat, scratch.GetDC());
@@ -36,9 +36,7 @@ void FitToPicture(CAnnotatedGraph& graph, Target const& target)
 
 void RunDraw(Options const& options, InputFile& file, Messages const& messages)
 {
-    Target target = MakeTarget(options, options.files.front());
-    if (IsSameFile(target.path, options.files.front()))
-        throw Failure(kUsageFault, target.path + ": would be written over the document");
+    Outputs outputs(options, options.files.front());
     std::unique_ptr<CGraph> const loaded = ReadDocument(options, file, messages);
     // Not by its run-time class: what 2D and 3D graphs share has none.
     auto* const graph = dynamic_cast<CAnnotatedGraph*>(loaded.get());
@@ -47,19 +45,19 @@ void RunDraw(Options const& options, InputFile& file, Messages const& messages)
             file.GetName() + ": holds a " + loaded->GetRuntimeClass().name
                 + ", and only C2DGraph and C3DGraph can be drawn");
     // As it was loaded: drawing lays the graph out anew for the picture's size.
-    if (!options.save.empty())
-        SaveDocument(options.save, *graph);
+    std::string const document = EncodeDocument(*graph);
     graph->UpdatePlots();
     // Documents do not say whether edges are smooth.
     if (auto* const scene = DynamicDowncast<C3DGraph>(loaded.get()))
         scene->SetAntialiasMode(options.surface.plainEdges ? 0 : 1);
     if (graph->GetTitle() != CString(kUntitled))
-        target.title = graph->GetTitle().ToUtf8();
-    FitToPicture(*graph, target);
-    Picture picture(target);
-    picture.Draw(*graph);
-    TellMarks(target, picture, messages);
-    WriteTarget(target, picture.Encode(), messages);
+        outputs.SetTitle(graph->GetTitle().ToUtf8());
+    auto const draw = [graph](Picture& picture, bool) {
+        FitToPicture(*graph, picture.GetForm());
+        picture.Draw(*graph);
+        return graph;
+    };
+    outputs.Write(draw, messages, document);
 }
 
 } // namespace ombrel::host

@@ -1,5 +1,4 @@
 #include "tools/ombrel/commands/HeightCommands.h"
-#include "ombrel/chart/Document.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/layout/Titles.h"
@@ -17,30 +16,26 @@ namespace {
 
 using Files = std::vector<std::unique_ptr<InputFile>>;
 
-/// Where the picture of the one file goes.
-Target TargetFor(Options const& options, Files const& files, char const* kind)
+/// Where pictures of the one file go.
+Outputs OutputsFor(Options const& options, Files const& files, char const* kind)
 {
     if (files.size() > 1)
         throw Failure(
             kUsageFault, std::string("expected one file of ") + kind + ", found " + std::to_string(files.size()));
-    Target target = MakeTarget(options, options.files.front());
-    target.title = OneLine(options.title);
-    CheckPaths(options, target);
-    return target;
+    Outputs outputs(options, options.files.front());
+    outputs.SetTitle(OneLine(options.title));
+    return outputs;
 }
 
 /// Draws it, and writes what the options ask for.
-template <typename Drawing>
-void Write(Drawing& drawing, Options const& options, Target const& target, NotesTeller& notes, Messages const& messages)
+template <typename Drawing> void Write(Drawing& drawing, Outputs& outputs, NotesTeller& notes, Messages const& messages)
 {
-    Picture picture(target);
-    drawing.Draw(picture);
-    notes.Tell();
-    std::string const bytes = picture.Encode();
-    TellMarks(target, picture, messages);
-    if (!options.save.empty())
-        SaveDocument(options.save, drawing.Graph());
-    WriteTarget(target, bytes, messages);
+    auto const draw = [&](Picture& picture, bool) {
+        drawing.Draw(picture);
+        notes.Tell();
+        return &drawing.Graph();
+    };
+    outputs.Write(draw, messages);
 }
 
 } // namespace
@@ -48,33 +43,33 @@ void Write(Drawing& drawing, Options const& options, Target const& target, Notes
 void RunSurface(Options const& options, Files& files, Messages const& messages)
 {
     CheckSceneOptions(options);
-    Target const target = TargetFor(options, files, "heights");
+    Outputs outputs = OutputsFor(options, files, "heights");
     HeightSource heights = ReadHeightFile(options, *files.front(), ShapeFor(options), messages);
     Scene scene = SceneFor(options);
     NotesTeller notes([&scene] { return scene.Notes(); }, messages);
     AddHeights(scene, options, std::move(heights));
-    Write(scene, options, target, notes, messages);
+    Write(scene, outputs, notes, messages);
 }
 
 void RunContour(Options const& options, Files& files, Messages const& messages)
 {
-    Target const target = TargetFor(options, files, "heights");
+    Outputs outputs = OutputsFor(options, files, "heights");
     ContourMap map = MapFor(options, ReadHeightFile(options, *files.front(), HeightShape::Grid, messages));
     NotesTeller notes([&map] { return map.Notes(); }, messages);
-    Write(map, options, target, notes, messages);
+    Write(map, outputs, notes, messages);
 }
 
 void RunMesh(Options const& options, Files& files, Messages const& messages)
 {
     CheckMeshOptions(options);
-    Target const target = TargetFor(options, files, "a mesh");
+    Outputs outputs = OutputsFor(options, files, "a mesh");
     std::string const& path = files.front()->GetName();
     if (!IsMeshFile(path))
         throw Failure(kUsageFault, path + ": expected a .tvm, .tvo or .dxf file");
     Scene scene = SceneFor(options);
     NotesTeller notes([&scene] { return scene.Notes(); }, messages);
     AddMesh(scene, options, path);
-    Write(scene, options, target, notes, messages);
+    Write(scene, outputs, notes, messages);
 }
 
 } // namespace ombrel::host

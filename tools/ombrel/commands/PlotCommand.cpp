@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace ombrel::host {
 
@@ -154,12 +155,8 @@ void SetAxes(Chart& chart, Options const& options, std::vector<PlotSource> const
     chart.Y().Logarithmic(options.yLog);
 }
 
-} // namespace
-
-std::unique_ptr<C2DGraph> MakePlot(
-    Options const& options, std::vector<std::unique_ptr<InputFile>>& files, Picture& picture, Messages const& messages)
+Chart ChartFor(Options const& options, std::vector<PlotSource> const& sources, Messages const& messages)
 {
-    std::vector<PlotSource> sources = ReadSources(options, files, messages);
     std::size_t const curves = CountCurves(sources);
     if (options.kind == PlotKind::Bar && curves > 1)
         messages.Note(Counted(curves, "column", "columns") + ": the bars stand side by side");
@@ -172,35 +169,78 @@ std::unique_ptr<C2DGraph> MakePlot(
         chart.Caption(caption.text, caption.x, caption.y);
     chart.SetWords(WordsAlongX(sources));
     SetAxes(chart, options, sources);
-    try {
-        AddSeries(chart, sources, options);
-        std::unique_ptr<C2DGraph> graph = chart.TakeGraph(picture.GetDC(), picture.GetRect());
-        messages.Tell(chart.Notes());
-        return graph;
-    } catch (SeriesError const& error) {
-        throw Failure(kDataFault, PlacedText(error, sources));
-    } catch (ChartError const& error) {
-        messages.Tell(chart.Notes());
-        if (error.GetCause() == ChartError::Cause::Data)
-            throw Failure(kDataFault, files.front()->GetName() + ": " + error.what());
-        throw;
+    return chart;
+}
+
+/// The charts of options, one picture after the other.
+class Plotter {
+public:
+    Plotter(Options const& options, std::vector<std::unique_ptr<InputFile>>& files, Messages const& messages)
+        : m_options(options)
+        , m_messages(messages)
+        , m_sources(ReadSources(options, files, messages))
+        , m_chart(ChartFor(options, m_sources, messages))
+        , m_name(files.front()->GetName())
+    {
     }
+
+    /// Laid out for the picture; the points go into the last one.
+    C2DGraph& Graph(Picture& picture, bool isLast)
+    {
+        try {
+            if (!m_hasSeries)
+                AddSeries(m_chart, m_sources, m_options);
+            bool const isTold = std::exchange(m_hasSeries, true);
+            if (isLast)
+                m_graph = m_chart.TakeGraph(picture.GetDC(), picture.GetRect());
+            C2DGraph& graph = isLast ? *m_graph : m_chart.Graph(picture.GetDC(), picture.GetRect());
+            if (!isTold)
+                m_messages.Tell(m_chart.Notes());
+            return graph;
+        } catch (SeriesError const& error) {
+            throw Failure(kDataFault, PlacedText(error, m_sources));
+        } catch (ChartError const& error) {
+            m_messages.Tell(m_chart.Notes());
+            if (error.GetCause() == ChartError::Cause::Data)
+                throw Failure(kDataFault, m_name + ": " + error.what());
+            throw;
+        }
+    }
+    /// The last graph.
+    std::unique_ptr<C2DGraph> Take() { return std::move(m_graph); }
+
+private:
+    Options const& m_options;
+    Messages const& m_messages;
+    std::vector<PlotSource> m_sources;
+    Chart m_chart;
+    bool m_hasSeries = false;
+    std::string m_name;
+    std::unique_ptr<C2DGraph> m_graph;
+};
+
+} // namespace
+
+std::unique_ptr<C2DGraph> MakePlot(
+    Options const& options, std::vector<std::unique_ptr<InputFile>>& files, Picture& picture, Messages const& messages)
+{
+    Plotter plotter(options, files, messages);
+    plotter.Graph(picture, true);
+    return plotter.Take();
 }
 
 void RunPlot(Options const& options, std::vector<std::unique_ptr<InputFile>>& files, Messages const& messages)
 {
     CheckPlotOptions(options);
-    Target target = MakeTarget(options, options.files.front());
-    target.title = OneLine(options.title);
-    CheckPaths(options, target);
-    Picture picture(target);
-    std::unique_ptr<C2DGraph> const graph = MakePlot(options, files, picture, messages);
-    picture.Draw(*graph);
-    std::string const bytes = picture.Encode();
-    TellMarks(target, picture, messages);
-    if (!options.save.empty())
-        SaveDocument(options.save, *graph);
-    WriteTarget(target, bytes, messages);
+    Outputs outputs(options, options.files.front());
+    outputs.SetTitle(OneLine(options.title));
+    Plotter plotter(options, files, messages);
+    auto const draw = [&plotter](Picture& picture, bool isLast) {
+        C2DGraph& graph = plotter.Graph(picture, isLast);
+        picture.Draw(graph);
+        return &graph;
+    };
+    outputs.Write(draw, messages);
 }
 
 } // namespace ombrel::host

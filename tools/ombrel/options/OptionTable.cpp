@@ -48,10 +48,10 @@ constexpr string_view kThemes[] { "light", "dark", "print" };
 constexpr std::array kOptions {
     // option, long, short, argument, help, commands, choices, kind of value
     OptionEntry { OptionId::Output, "output", 'o', "OUT",
-        "Write the picture to OUT: .png .bmp .pdf .svg or .ps. Without it, FILE's name with .png in the current "
-        "folder; "
-        "- is standard output and needs --format.",
-        kPictures, {}, ValueKind::File },
+        "Write the picture to OUT: .png .bmp .pdf .svg or .ps, or .ombrel for the graph as a document. Without it, "
+        "FILE's name with .png in the current folder; - is standard output and needs --format. May be given several "
+        "times.",
+        kPictures, {}, ValueKind::File, true },
     OptionEntry { OptionId::Format, "format", 0, "FORMAT", "png, bmp, pdf, svg or ps, whatever the extension of OUT.",
         kPictures, kFormats },
     OptionEntry { OptionId::XColumn, "x", 'x', "COL",

@@ -57,7 +57,7 @@ std::string* TextOf(Options& options, OptionId id)
 {
     switch (id) {
     case OptionId::Output:
-        return &options.output;
+        return &options.outputs.emplace_back();
     case OptionId::XColumn:
         return &options.xColumn;
     case OptionId::LabelColumn:

@@ -164,7 +164,8 @@ struct Options {
     std::vector<std::string> files;
     /// What was given, in order.
     std::vector<OptionId> given;
-    std::string output;
+    /// Pictures and documents to write; empty for one picture with the input's name.
+    std::vector<std::string> outputs;
     std::optional<PictureFormat> format;
     std::string xColumn;
     std::vector<std::string> yColumns;
