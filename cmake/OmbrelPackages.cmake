@@ -22,9 +22,10 @@ set(packageVersion "(= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME ${OMBREL_LIBRARY_PACKAGE})
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "The library: draws charts in memory, into other drawings and on printed pages.")
-# Text has the sizes that the documents were laid out with only in this face; the others are opened by name when the
-# first 3D picture is drawn.
-set(CPACK_DEBIAN_LIBRARY_PACKAGE_DEPENDS "fonts-liberation, libegl1, libopengl0, libglu1-mesa, libgl1-mesa-dri")
+# Text has the sizes that the documents were laid out with only in the first face; the second has the raised digits of
+# powers of ten. The others are opened by name when the first 3D picture is drawn.
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_DEPENDS
+    "fonts-liberation, fonts-dejavu-core, libegl1, libopengl0, libglu1-mesa, libgl1-mesa-dri")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 

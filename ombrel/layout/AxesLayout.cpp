@@ -72,9 +72,10 @@ private:
     int m_height;
 };
 
-void SetNumberAxis(CAxes& axes, CAxes::AxisType type, NumberTicks const& ticks)
+void SetNumberAxis(CAxes& axes, CAxes::AxisType type, PlotAxisSettings const& settings, NumberTicks const& ticks)
 {
     AxisSettings axis = axes.GetAxis(type);
+    axis.title = CString(TitleWithPower(settings.title, ticks));
     axis.min = ticks.range.min;
     axis.max = ticks.range.max;
     axis.rangeMode = CAxes::rmFixed;
@@ -82,8 +83,15 @@ void SetNumberAxis(CAxes& axes, CAxes::AxisType type, NumberTicks const& ticks)
     axis.tickMin = ticks.first;
     axis.tickDel = ticks.step;
     axis.numMinorTicks = ticks.minor;
-    axis.formatType = ticks.format;
-    axis.labelPrecision = ticks.precision;
+    // Where the axis's own labels would do, they follow when a host changes the range.
+    axis.formatType = kFixedFormat;
+    axis.labelPrecision = ticks.decimals;
+    axis.labelMode = ticks.IsPlain() ? CAxes::lmValues : CAxes::lmStrings;
+    axis.labels.RemoveAll();
+    if (!ticks.IsPlain()) {
+        for (std::string const& text : NumberLabels(ticks))
+            axis.labels.Add(CString(text));
+    }
     axes.SetAxis(type, axis);
 }
 
@@ -220,7 +228,7 @@ void LayOutX(CAxes& axes, PlotAxisSettings const& x, CSize area, LabelMeasure co
         SetLogAxis(axes, CAxes::atX, x, length, [&](std::string const& text) { return width(text) + gap; });
     } else {
         double const smallestStep = x.counts ? 1.0 : 0.0;
-        SetNumberAxis(axes, CAxes::atX, FitNumberTicks(RangeOf(x), freedom, smallestStep, length, width));
+        SetNumberAxis(axes, CAxes::atX, x, FitNumberTicks(RangeOf(x), freedom, smallestStep, length, width));
     }
 }
 
@@ -234,7 +242,7 @@ void LayOutY(CAxes& axes, PlotAxisSettings const& y, int length, int fontHeight)
     // Labels need twice their height to be told apart easily.
     int const steps = std::clamp(length / (2 * std::max(fontHeight, 1)), 1, kMostSteps);
     double const smallestStep = y.counts ? 1.0 : 0.0;
-    SetNumberAxis(axes, CAxes::atY, MakeNumberTicks(RangeOf(y), FreedomOf(y, 1.0), steps, smallestStep));
+    SetNumberAxis(axes, CAxes::atY, y, MakeNumberTicks(RangeOf(y), FreedomOf(y, 1.0), steps, smallestStep));
 }
 
 /// What does not depend on the layout.

@@ -56,21 +56,44 @@ AxisRange EndOnTicks(AxisRange data, RangeFreedom const& freedom, double step, i
     return hasTwo ? range : to(step);
 }
 
-void ChooseFormat(NumberTicks& ticks)
+void ChooseForm(NumberTicks& ticks)
 {
+    constexpr double kMany = 1e6;
+    constexpr double kTooMany = 1e15;
+    constexpr double kFew = 1e-3;
+    constexpr double kMostDecimalsOfFew = 4.0;
+    constexpr double kMostShortDigits = 5.0;
+    constexpr double kSmallestGrouped = 1e4;
     double const largest = std::max(std::abs(ticks.range.min), std::abs(ticks.range.max));
     double const exponent = ExponentOf(ticks.step);
-    double const decimals = std::max(0.0, -exponent);
     // So many significant digits that neighbouring labels differ. Where these are many, a power of ten saves nothing.
-    double const digits = std::floor(std::log10(largest)) - exponent + 1.0;
-    bool const isPlain = largest < 1e7 || (largest < 1e12 && digits > 5.0);
-    if (isPlain && decimals <= 6.0) {
-        ticks.format = kFixedFormat;
-        ticks.precision = static_cast<int>(decimals);
-    } else {
-        ticks.format = kGeneralFormat;
-        ticks.precision = static_cast<int>(std::clamp(digits, 1.0, 17.0));
-    }
+    double const digits = std::floor(std::log10(largest) + 1e-9) - exponent + 1.0;
+    bool const isLarge = largest >= kMany && (digits <= kMostShortDigits || largest >= kTooMany);
+    bool const isSmall = largest < kFew && -exponent > kMostDecimalsOfFew;
+    if (isLarge || isSmall)
+        ticks.power = 3 * static_cast<int>(std::floor((std::log10(largest) + 1e-9) / 3.0));
+    ticks.decimals = static_cast<int>(std::max(0.0, ticks.power - exponent));
+    ticks.isGrouped = ticks.power == 0 && largest >= kSmallestGrouped;
+}
+
+/// A number with a comma between thousands.
+std::string Grouped(std::string number)
+{
+    std::size_t const first = number.starts_with('-') ? 1 : 0;
+    std::size_t const end = std::min(number.find('.'), number.size());
+    for (std::size_t at = end; at > first + 3;)
+        number.insert(at -= 3, ",");
+    return number;
+}
+
+/// "10⁻⁹".
+std::string PowerOfTen(int power)
+{
+    constexpr std::array kDigits { "⁰", "¹", "²", "³", "⁴", "⁵", "⁶", "⁷", "⁸", "⁹" };
+    std::string text = power < 0 ? "10⁻" : "10";
+    for (char const digit : std::to_string(std::abs(power)))
+        text += kDigits[static_cast<std::size_t>(digit - '0')];
+    return text;
 }
 
 /// A calendar step and what its labels look like.
@@ -243,13 +266,34 @@ NumberTicks MakeNumberTicks(AxisRange data, RangeFreedom freedom, int mostSteps,
     }
     ticks.first = CeilTo(ticks.range.min, ticks.step);
     ticks.minor = MinorTicks(ticks.step, smallestStep);
-    ChooseFormat(ticks);
+    ChooseForm(ticks);
     return ticks;
 }
 
 std::string NumberLabel(NumberTicks const& ticks, double value)
 {
-    return CVUtils::FormatDouble(ticks.format, value, ticks.precision).ToUtf8();
+    // A multiple of the step can be off by a bit, also round zero.
+    bool const isZero = std::abs(value) < ticks.step * 1e-6;
+    double const scaled = isZero ? 0.0 : value / std::pow(10.0, ticks.power);
+    std::string text = CVUtils::FormatDouble(kFixedFormat, scaled, ticks.decimals).ToUtf8();
+    return ticks.isGrouped ? Grouped(std::move(text)) : text;
+}
+
+std::vector<std::string> NumberLabels(NumberTicks const& ticks)
+{
+    std::vector<std::string> labels;
+    double const steps = std::floor((ticks.range.max - ticks.first) / ticks.step + 1e-6);
+    for (double i = 0.0; i <= steps; ++i)
+        labels.push_back(NumberLabel(ticks, ticks.first + i * ticks.step));
+    return labels;
+}
+
+std::string TitleWithPower(std::string const& title, NumberTicks const& ticks)
+{
+    if (ticks.power == 0)
+        return title;
+    std::string const power = "× " + PowerOfTen(ticks.power);
+    return title.empty() ? power : title + " (" + power + ")";
 }
 
 NumberTicks FitNumberTicks(AxisRange data, RangeFreedom freedom, double smallestStep, int length,
@@ -293,13 +337,16 @@ std::vector<std::string> FitLogLabels(std::span<double const> ticks, AxisRange c
     std::function<int(std::string const&)> const& size)
 {
     bool const isPlain = std::all_of(ticks.begin(), ticks.end(), [](double v) { return v >= -4.001 && v <= 6.001; });
+    bool const isGrouped = std::any_of(ticks.begin(), ticks.end(), [](double v) { return v >= 4.0; });
     auto const textOf = [&](double v) {
         // A tick's number has few digits, which the power of ten gives but for rounding.
-        if (isPlain)
-            return CVUtils::FormatDouble(kGeneralFormat, std::pow(10.0, v), 7).ToUtf8();
+        if (isPlain) {
+            std::string text = CVUtils::FormatDouble(kGeneralFormat, std::pow(10.0, v), 7).ToUtf8();
+            return isGrouped ? Grouped(std::move(text)) : text;
+        }
         double const decade = std::floor(v + 1e-9);
         std::string const digits = CVUtils::FormatDouble(kGeneralFormat, std::pow(10.0, v - decade), 6).ToUtf8();
-        return digits + "e" + std::to_string(static_cast<int>(decade));
+        return (digits == "1" ? "" : digits + "×") + PowerOfTen(static_cast<int>(decade));
     };
     struct Taken {
         double from;

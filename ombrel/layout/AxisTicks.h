@@ -26,7 +26,9 @@ struct RangeFreedom {
     double reach = 1.0;
 };
 
-/// Ticks of an axis of numbers.
+/// Ticks of an axis of numbers, and how all of its labels are written: with a comma between thousands from 10,000 on,
+/// so that years have none, and from a million on, or below a thousandth, without a power of ten that they have in
+/// common.
 struct NumberTicks {
     AxisRange range;
     double step = 1.0;
@@ -34,8 +36,14 @@ struct NumberTicks {
     double first = 0.0;
     /// Minor ticks between two major ones.
     int minor = 0;
-    NumberFormat format = kGeneralFormat;
-    int precision = 4;
+    /// Digits behind the point.
+    int decimals = 0;
+    /// Labels leave out ten to this power, a multiple of 3; the axis's title tells it.
+    int power = 0;
+    /// Thousands are separated.
+    bool isGrouped = false;
+    /// A class's own labels with fixed decimals read the same.
+    bool IsPlain() const { return power == 0 && !isGrouped; }
 };
 
 /// The range with some length in any case: what has none is widened round its value.
@@ -53,6 +61,12 @@ OMBREL_EXPORT NumberTicks MakeNumberTicks(
 /// The label of the number at a tick.
 OMBREL_EXPORT std::string NumberLabel(NumberTicks const& ticks, double value);
 
+/// Those of all ticks in the range, in order.
+OMBREL_EXPORT std::vector<std::string> NumberLabels(NumberTicks const& ticks);
+
+/// An axis's title with the power of ten that its labels leave out.
+OMBREL_EXPORT std::string TitleWithPower(std::string const& title, NumberTicks const& ticks);
+
 /// As MakeNumberTicks, with as many steps as there is room for labels along an x axis of length pixels. width gives
 /// the pixels of a text.
 OMBREL_EXPORT NumberTicks FitNumberTicks(AxisRange data, RangeFreedom freedom, double smallestStep, int length,
@@ -61,9 +75,9 @@ OMBREL_EXPORT NumberTicks FitNumberTicks(AxisRange data, RangeFreedom freedom, d
 /// Ends of a logarithmic axis for positive data, as decades: free ends move outwards to 1, 2 or 5 times a power of ten.
 OMBREL_EXPORT AxisRange MakeLogRange(AxisRange data, RangeFreedom const& freedom);
 
-/// The labels of ticks at these decades, in one form: numbers written out from 0.0001 to 1000000, else like 2e-7. Where
-/// two would come closer than their sizes allow, one stays empty, that of a power of ten last. length is that of the
-/// axis, size a label's along it, both in pixels.
+/// The labels of ticks at these decades, in one form: numbers written out from 0.0001 to 1,000,000, else powers of ten
+/// as in 2×10⁻⁷. Where two would come closer than their sizes allow, one stays empty, that of a power of ten last.
+/// length is that of the axis, size a label's along it, both in pixels.
 OMBREL_EXPORT std::vector<std::string> FitLogLabels(std::span<double const> ticks, AxisRange const& range, int length,
     std::function<int(std::string const&)> const& size);
 

@@ -99,6 +99,36 @@ TEST(NumberTicks, StandAtTheEndsOfUsualRanges)
     }
 }
 
+TEST(NumberLabels, AreWrittenAlikeAlongAnAxis)
+{
+    using Texts = std::vector<std::string>;
+    struct {
+        AxisRange range;
+        int steps;
+        Texts labels;
+        char const* title;
+    } const cases[] {
+        { { 1990, 2020 }, 3, { "1990", "2000", "2010", "2020" }, "q" },
+        { { -5000, 10000 }, 3, { "-5,000", "0", "5,000", "10,000" }, "q" },
+        { { 0, 600000 }, 3, { "0", "200,000", "400,000", "600,000" }, "q" },
+        { { -500000, 1500000 }, 4, { "-0.5", "0.0", "0.5", "1.0", "1.5" }, "q (× 10⁶)" },
+        { { 0, 4e10 }, 4, { "0", "10", "20", "30", "40" }, "q (× 10⁹)" },
+        // A power of ten would leave as many digits.
+        { { 1000000.1, 1000000.3 }, 2, { "1,000,000.1", "1,000,000.2", "1,000,000.3" }, "q" },
+        { { 123456000, 123456400 }, 2, { "123,456,000", "123,456,200", "123,456,400" }, "q" },
+        { { 0, 0.0006 }, 3, { "0.0000", "0.0002", "0.0004", "0.0006" }, "q" },
+        { { -2e-9, 4e-9 }, 3, { "-2", "0", "2", "4" }, "q (× 10⁻⁹)" },
+        { { 0.4e-13, 0.8e-13 }, 2, { "40", "60", "80" }, "q (× 10⁻¹⁵)" },
+        { { 1e300, 3e300 }, 2, { "1", "2", "3" }, "q (× 10³⁰⁰)" },
+    };
+    for (auto const& c : cases) {
+        NumberTicks const ticks = MakeNumberTicks(c.range, { true, true }, c.steps);
+        EXPECT_EQ(NumberLabels(ticks), c.labels);
+        EXPECT_EQ(TitleWithPower("q", ticks), c.title) << c.labels.front();
+    }
+    EXPECT_EQ(TitleWithPower("", MakeNumberTicks({ 0, 1e7 }, {}, 5)), "× 10⁶");
+}
+
 TEST(Margins, AreAlikeAndEndAtZeroAndAtTheLimit)
 {
     constexpr std::array kStops { 0.0, -100.0, 100.0 };
@@ -235,9 +265,9 @@ TEST(LogAxes, HaveLabelsOfOneFormThatKeepApart)
     auto const fit = [](std::vector<double> const& ticks, int length) {
         return FitLogLabels(ticks, { ticks.front(), ticks.back() }, length, Width);
     };
-    EXPECT_EQ(fit({ -4, 0, 6 }, 1000), (Texts { "0.0001", "1", "1000000" }));
-    EXPECT_EQ(fit({ -5, 0, 6 }, 1000), (Texts { "1e-5", "1e0", "1e6" }));
-    EXPECT_EQ(fit({ 6 + two, 6 + five, 7 }, 1000), (Texts { "2e6", "5e6", "1e7" }));
+    EXPECT_EQ(fit({ -4, 0, 6 }, 1000), (Texts { "0.0001", "1", "1,000,000" }));
+    EXPECT_EQ(fit({ -5, 0, 6 }, 1000), (Texts { "10⁻⁵", "10⁰", "10⁶" }));
+    EXPECT_EQ(fit({ 6 + two, 6 + five, 7 }, 1000), (Texts { "2×10⁶", "5×10⁶", "10⁷" }));
     EXPECT_EQ(fit({ 0, two, five, 1 }, 1000), (Texts { "1", "2", "5", "10" }));
     // A decade has 40 pixels: 5 lies 12 from 10, which has the room of 8 to its left, and 5 that of 4.
     EXPECT_EQ(fit({ 0, two, five, 1 }, 40), (Texts { "1", "2", "5", "10" }));

@@ -68,9 +68,16 @@ void SetAxis(C3DAxis& axis, NumberTicks const& ticks, std::string const& title)
     axis.SetTickMin(ticks.first);
     axis.SetTickDel(ticks.step);
     axis.SetNumMinorDivs(ticks.minor + 1);
-    axis.SetFormatType(ticks.format);
-    axis.SetLabelPrecision(ticks.precision);
-    axis.SetTitle(CString(title));
+    axis.SetFormatType(kFixedFormat);
+    axis.SetLabelPrecision(ticks.decimals);
+    axis.SetLabelMode(ticks.IsPlain() ? C3DAxis::lmNumbers : C3DAxis::lmTexts);
+    CStringArray labels;
+    if (!ticks.IsPlain()) {
+        for (std::string const& text : NumberLabels(ticks))
+            labels.Add(CString(text));
+    }
+    axis.SetLabels(labels);
+    axis.SetTitle(CString(TitleWithPower(title, ticks)));
 }
 
 double WidthOf(AxisRange range)
