@@ -86,6 +86,9 @@ std::string Grouped(std::string number)
     return number;
 }
 
+/// Before a power of ten in a title.
+constexpr char const* kTimes = "× ";
+
 /// "10⁻⁹".
 std::string PowerOfTen(int power)
 {
@@ -292,8 +295,16 @@ std::string TitleWithPower(std::string const& title, NumberTicks const& ticks)
 {
     if (ticks.power == 0)
         return title;
-    std::string const power = "× " + PowerOfTen(ticks.power);
+    std::string const power = kTimes + PowerOfTen(ticks.power);
     return title.empty() ? power : title + " (" + power + ")";
+}
+
+std::string TitleWithoutPower(std::string title)
+{
+    if (title.starts_with(kTimes))
+        return {};
+    std::size_t const behind = title.rfind(" (" + std::string(kTimes));
+    return behind == std::string::npos || !title.ends_with(')') ? title : title.substr(0, behind);
 }
 
 NumberTicks FitNumberTicks(AxisRange data, RangeFreedom freedom, double smallestStep, int length,

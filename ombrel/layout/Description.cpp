@@ -195,7 +195,7 @@ void FindWords(AxisSettings const& axis, AxisWords& found)
 
 AxisWords WordsOf(AxisSettings const& axis, Extent drawn)
 {
-    AxisWords words { axis.title.ToUtf8(), drawn };
+    AxisWords words { TitleWithoutPower(axis.title.ToUtf8()), drawn };
     words.isLogarithmic = axis.scaleMode != 0;
     words.hasDates = axis.timeUnitsOn != 0;
     if (!drawn.IsEmpty()) {
@@ -410,7 +410,7 @@ std::string DescribeScene(C3DGraph& graph)
     }
     std::vector<AxisWords> axes;
     for (std::size_t i = 0; i < 3; ++i)
-        axes.push_back({ OneLine(graph.GetAxes()[i]->GetTitle().ToUtf8()), extents[i] });
+        axes.push_back({ TitleWithoutPower(OneLine(graph.GetAxes()[i]->GetTitle().ToUtf8())), extents[i] });
     return Sentence(graph, contents, axes);
 }
 

@@ -125,8 +125,10 @@ TEST(NumberLabels, AreWrittenAlikeAlongAnAxis)
         NumberTicks const ticks = MakeNumberTicks(c.range, { true, true }, c.steps);
         EXPECT_EQ(NumberLabels(ticks), c.labels);
         EXPECT_EQ(TitleWithPower("q", ticks), c.title) << c.labels.front();
+        EXPECT_EQ(TitleWithoutPower(c.title), "q");
     }
     EXPECT_EQ(TitleWithPower("", MakeNumberTicks({ 0, 1e7 }, {}, 5)), "× 10⁶");
+    EXPECT_EQ(TitleWithoutPower("× 10⁶"), "");
 }
 
 TEST(Margins, AreAlikeAndEndAtZeroAndAtTheLimit)
