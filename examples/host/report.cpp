@@ -1,4 +1,4 @@
-// A report from a table: pages of A4, each with charts of its own, as vector graphics.
+// A report from a table: one PDF of several A4 pages, each with charts of its own, as vector graphics.
 #include <ombrel/chart.h>
 #include <ombrel/platform/gdi/DC.h>
 
@@ -19,21 +19,12 @@ CRect Half(Picture const& page, bool upper)
     return upper ? CRect(all.left, all.top, all.right, middle) : CRect(all.left, middle, all.right, all.bottom);
 }
 
-Picture NewPage()
-{
-    PictureForm form;
-    form.format = PictureFormat::Pdf;
-    form.page = { 210, 297 };
-    return Picture(form);
-}
-
 /// How warm it was, and how often.
-void DrawTemperatures(Table const& table)
+void DrawTemperatures(Table const& table, Picture& page)
 {
     std::vector<double> const days = table.Values("date");
     std::vector<double> const highest = table.Values("temp_max");
     std::vector<double> const lowest = table.Values("temp_min");
-    Picture page = NewPage();
     Chart lines("Temperatures");
     lines.Line(XValues::Dates(days), highest).Name("highest").Width(1);
     lines.Line(XValues::Dates(days), lowest).Name("lowest").Width(1);
@@ -45,18 +36,16 @@ void DrawTemperatures(Table const& table)
     bars.X().Title("degrees Celsius");
     bars.Y().Title("days");
     bars.Draw(page.GetDC(), Half(page, false));
-    WritePictureFile("report-1.pdf", page.Encode());
 }
 
 /// How much it rained.
-void DrawRain(Table const& table)
+void DrawRain(Table const& table, Picture& page)
 {
     std::vector<double> const days = table.Values("date");
     std::vector<double> const rain = table.Values("precipitation");
     std::vector<double> sum;
     for (double const day : rain)
         sum.push_back(day + (sum.empty() ? 0.0 : sum.back()));
-    Picture page = NewPage();
     Chart daily("Rain of a day");
     daily.Bars(XValues::Dates(days), rain);
     daily.Y().Title("mm");
@@ -66,7 +55,6 @@ void DrawRain(Table const& table)
     together.Filled(XValues::Dates(days), sum);
     together.Y().Title("mm");
     together.Draw(page.GetDC(), Half(page, false));
-    WritePictureFile("report-2.pdf", page.Encode());
 }
 
 } // namespace
@@ -76,8 +64,16 @@ try {
     if (count != 2)
         throw std::runtime_error("expected the path of seattle-weather.csv, which lies beside this program's folder");
     Table const table = ReadTableFile(arguments[1]);
-    DrawTemperatures(table);
-    DrawRain(table);
+    PictureForm form;
+    form.format = PictureFormat::Pdf;
+    form.page = { 210, 297 };
+    form.title = "Weather in Seattle";
+    form.description = "Two pages of charts: temperatures, and rain, from 2012 to 2015.";
+    Picture report(form);
+    DrawTemperatures(table, report);
+    report.NextPage();
+    DrawRain(table, report);
+    WritePictureFile("report.pdf", report.Encode());
 } catch (std::exception const& error) {
     std::cerr << error.what() << "\n";
     return 1;

@@ -87,6 +87,12 @@ Picture::~Picture() = default;
 
 CDC& Picture::GetDC() { return m_pageDC ? *m_pageDC : *m_bitmap->GetDC(); }
 
+void Picture::NextPage()
+{
+    if (!m_page || !m_page->NextPage())
+        throw ChartError(ChartError::Cause::Setting, "pages: several need PDF or PostScript");
+}
+
 std::string Picture::Encode()
 {
     if (m_page) {

@@ -50,7 +50,7 @@ struct PictureForm {
     bool IsPage() const { return format != PictureFormat::Png && format != PictureFormat::Bmp; }
 };
 
-/// A bitmap or page to draw graphs on.
+/// A bitmap, or one page or several, to draw graphs on.
 class OMBREL_EXPORT Picture {
 public:
     /// Throws CResourceException* when there is no memory.
@@ -64,6 +64,9 @@ public:
     CRect GetRect() const { return m_rect; }
     /// Draws a graph into the whole of it, and describes it where the form does not.
     void Draw(CAnnotatedGraph& graph);
+    /// What is drawn from here on goes on another page of the same size. Throws ChartError for all formats but PDF and
+    /// PostScript.
+    void NextPage();
     /// The bytes of the file. Nothing may be drawn after it. Of pages they depend on what was drawn alone, and on the
     /// environment's SOURCE_DATE_EPOCH.
     std::string Encode();

@@ -219,6 +219,28 @@ TEST(Chart, LooksTheSameWhereverItIsDrawn)
     EXPECT_EQ(fromThread, chart.Encode(kSmall));
 }
 
+TEST(Pictures, HoldSeveralPagesWhereTheFormatCan)
+{
+    Chart one("One");
+    one.Line(kX, kY);
+    Chart two("Two");
+    two.Points(kX, kY);
+    PictureForm form;
+    for (PictureFormat const format : { PictureFormat::Pdf, PictureFormat::PostScript }) {
+        form.format = format;
+        Picture report(form);
+        one.Draw(report);
+        report.NextPage();
+        two.Draw(report);
+        EXPECT_THAT(report.Encode(), HasSubstr(format == PictureFormat::Pdf ? "/Count 2" : "%%Pages: 2"));
+    }
+    for (PictureFormat const format : { PictureFormat::Svg, PictureFormat::Png }) {
+        form.format = format;
+        Picture page(form);
+        EXPECT_EQ(MessageOf([&] { page.NextPage(); }), "pages: several need PDF or PostScript");
+    }
+}
+
 TEST(Dates, AreDaysSinceTheEndOf1899)
 {
     using std::chrono::sys_days;

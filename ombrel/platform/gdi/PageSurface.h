@@ -41,13 +41,16 @@ struct MarkCounts {
     friend bool operator==(MarkCounts const&, MarkCounts const&) = default;
 };
 
-/// A printer with one page: device pixels at 600 to the inch, real millimetres. Lines stay lines, text stays text.
+/// A printer: device pixels at 600 to the inch, real millimetres. Lines stay lines, text stays text.
 /// Pages longer than 1354 mm have 300 or 150 pixels to the inch, so that no side is beyond kMappedLimit.
 class PageSurface : public Surface {
 public:
     /// The bytes of the finished document; the surface takes no more drawing after it.
     /// Throws CResourceException* when the document cannot be made.
     virtual std::string Finish() = 0;
+    /// What is drawn from here on goes on another page of the same size; false, and nothing is changed, where the format
+    /// holds one page only, which is SVG.
+    virtual bool NextPage() = 0;
     /// Sets the description of the setup, at any time before the end.
     virtual void Describe(CString const& description) = 0;
     /// Of the marks drawn so far.

@@ -439,6 +439,41 @@ TEST(PageSurface, PdfHasEveryPrimitiveWhereItIsDrawn)
     EXPECT_THAT(MakePage(PageFormat::Pdf, cases[4].first), HasSubstr("/CA 0.2 /ca 0.2"));
 }
 
+TEST(PageSurface, DocumentsHoldSeveralPages)
+{
+    LOGFONT const font = MakeFont(100);
+    auto const drawing = [&](char const* text) {
+        return [&font, text](Surface& page) {
+            DrawText(page, text, font);
+            page.Fill(Region::FromRect({ 1000, 1000, 1500, 1200 }), VectorBrush::Solid(RGB(200, 0, 0)),
+                { CRect(0, 0, 1200, 9000), nullptr });
+        };
+    };
+    auto const both = [&](bool next) {
+        return [&, next](Surface& surface) {
+            drawing("One")(surface);
+            // What neighbours are still added to stays on its page.
+            EXPECT_EQ(static_cast<PageSurface&>(surface).NextPage(), next);
+            drawing("Two")(surface);
+        };
+    };
+    std::string const pdf = MakePage(PageFormat::Pdf, both(true));
+    EXPECT_THAT(pdf, HasSubstr("/Count 2"));
+    std::string const ps = MakePage(PageFormat::PostScript, both(true));
+    EXPECT_THAT(ps, HasSubstr("%%Pages: 2\n"));
+    // Each page is what it is alone.
+    auto const pageOf = [](std::string const& text, std::string const& begin) {
+        std::size_t const from = text.find("%%EndPageSetup\n", text.find(begin));
+        return text.substr(from, text.find("showpage", from) - from);
+    };
+    std::string const first = pageOf(ps, "%%Page: 1 1");
+    EXPECT_THAT(first, testing::Not(testing::IsEmpty()));
+    EXPECT_EQ(first, pageOf(MakePage(PageFormat::PostScript, drawing("One")), "%%Page: 1 1"));
+    EXPECT_THAT(pageOf(ps, "%%Page: 2 2"), testing::Not(testing::AnyOf(first, "")));
+    std::string const svg = MakePage(PageFormat::Svg, both(false));
+    EXPECT_THAT(svg, testing::AllOf(HasSubstr(">One<"), HasSubstr(">Two<")));
+}
+
 TEST(PageSurface, VeryLargePagesHaveFewerDotsButAllOfTheirArea)
 {
     using Case = std::tuple<double, double, int, CSize, char const*>;

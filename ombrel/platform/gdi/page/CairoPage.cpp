@@ -108,6 +108,7 @@ protected:
     void DrawHatch(std::vector<HatchCorners> const& lines, VectorColour const& colour, Clip const& clip) override;
     void DrawMarks(MarkImage const& marks, Clip const& clip) override;
     std::string FinishDocument() override;
+    bool EndPage() override;
 
 private:
     void Entitle();
@@ -491,6 +492,13 @@ void CairoPage::DrawMarks(MarkImage const& marks, Clip const& clip)
         SetColour(context, { layer.colour, 255 });
         cairo_mask(context, pattern.get());
     }
+}
+
+bool CairoPage::EndPage()
+{
+    cairo_show_page(m_context.get());
+    m_shapeCount = 0;
+    return true;
 }
 
 std::string CairoPage::FinishDocument()

@@ -411,6 +411,14 @@ void PageCanvas::Flush()
     DrawShape(pending.shape, pending.paint, pending.clip);
 }
 
+bool PageCanvas::NextPage()
+{
+    if (m_finished)
+        return false;
+    Flush();
+    return EndPage();
+}
+
 std::string PageCanvas::Finish()
 {
     if (m_finished)

@@ -29,6 +29,7 @@ public:
     void Fill(Region const& region, VectorBrush const& brush, Clip const& clip) override;
     void Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip) override;
     std::string Finish() override;
+    bool NextPage() override;
     void Describe(CString const& description) override { m_setup.description = description; }
     MarkCounts GetMarkCounts() const override { return m_markCounts; }
 
@@ -47,6 +48,8 @@ protected:
     virtual void DrawHatch(std::vector<HatchCorners> const& lines, VectorColour const& colour, Clip const& clip) = 0;
     virtual void DrawMarks(MarkImage const& marks, Clip const& clip) = 0;
     virtual std::string FinishDocument() = 0;
+    /// Ends the page; false for formats of one page.
+    virtual bool EndPage() { return false; }
     /// For formats that can keep a mark and refer to it: what is drawn until EndMark is one, round (0, 0). False when
     /// the mark is better drawn at each point.
     virtual bool BeginMark(std::span<RecordedPrimitive const>) { return false; }
