@@ -147,6 +147,11 @@ Chart& Chart::Title(std::string_view title)
     return Set([title](ChartContent& content) { content.title = title; });
 }
 
+Chart& Chart::Footnote(std::string_view text)
+{
+    return Set([text](ChartContent& content) { content.footnote = text; });
+}
+
 Chart& Chart::SetTheme(Theme theme)
 {
     return Set([theme](ChartContent& content) { content.theme = theme; });

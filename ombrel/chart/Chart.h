@@ -69,6 +69,8 @@ public:
     // What the whole chart looks like; each takes effect when it is drawn next.
 
     Chart& Title(std::string_view title);
+    /// A small line below everything, such as where the data come from.
+    Chart& Footnote(std::string_view text);
     Chart& SetTheme(Theme theme);
     /// "distinct", "grey" or the name of a colour map; empty for what the theme prefers.
     Chart& SetPalette(std::string_view name);

@@ -296,7 +296,8 @@ CRect GraphRectIn(C2DGraph& graph, CRect const& window, CDC& dc)
     Measure(graph, graph.GetGraphRect(), dc);
     int const margin = graph.GetAxes()->GetFontHeight();
     int const top = FindTitle(graph) ? margin * 5 / 2 : margin;
-    return CRect(window.left + margin, window.top + top, window.right - margin, window.bottom - margin);
+    int const bottom = FindFootnote(graph) ? margin * 2 : margin;
+    return CRect(window.left + margin, window.top + top, window.right - margin, window.bottom - bottom);
 }
 
 void LayOutAxes(C2DGraph& graph, PlotAxisSettings const& x, PlotAxisSettings const& y, CRect const& rect, CDC& dc)

@@ -55,7 +55,7 @@ OMBREL_EXPORT void LayOutAxes(
 /// round it.
 OMBREL_EXPORT void LayOutPolar(C2DGraph& graph, CRect const& rect, CDC& dc);
 
-/// The graph rectangle in a window: all of it but for a margin, and room for the title.
+/// The graph rectangle in a window: all of it but for a margin, and room for title and footnote.
 OMBREL_EXPORT CRect GraphRectIn(C2DGraph& graph, CRect const& window, CDC& dc);
 
 } // namespace ombrel

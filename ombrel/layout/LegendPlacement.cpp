@@ -70,7 +70,7 @@ void PlaceLegend(
     int const gap = std::max(graph.GetAxes()->GetFontHeight() / 2, 2);
     bool const atLeft = place == LegendPlace::TopLeft || place == LegendPlace::BottomLeft;
     bool const atTop = place == LegendPlace::TopLeft || place == LegendPlace::TopRight;
-    if (place != LegendPlace::Auto) {
+    if (place != LegendPlace::Auto && place != LegendPlace::Ends) {
         legend.Create(CPoint(atLeft ? area.left + gap : area.right - gap - size.cx,
             atTop ? area.top + gap : area.bottom - gap - size.cy));
         return;

@@ -12,6 +12,7 @@ namespace {
 
 /// The caption that shows the graph's title; those of a user are general ones.
 constexpr CCaption::TitleType kGraphTitle = CCaption::ctNone;
+constexpr auto kFootnote = static_cast<CCaption::TitleType>(2);
 constexpr char const* kEllipsis = "…";
 
 CCaption& AddCaption(CAnnotatedGraph& graph, CString const& text, CCaption::TitleType type, Look const& look)
@@ -43,11 +44,11 @@ void MoveTo(CCaption& caption, C2DGraph const& graph, CPoint at)
 }
 
 /// Makes the text of the caption fit into the room, between its usual height and half of that.
-bool FitHeight(CCaption& caption, CDC& dc, double usualFactor, CSize room)
+bool FitHeight(CCaption& caption, CDC& dc, int weight, double usualFactor, CSize room)
 {
     constexpr int kSteps = 10;
     for (int i = 0; i <= kSteps; ++i) {
-        caption.SetFont(CFontData("Arial", CFontData::kBoldWeight, 0, usualFactor * (1.0 - 0.5 * i / kSteps)));
+        caption.SetFont(CFontData("Arial", weight, 0, usualFactor * (1.0 - 0.5 * i / kSteps)));
         CSize const size = caption.Measure(&dc);
         if (size.cx <= room.cx && size.cy <= room.cy)
             return true;
@@ -55,15 +56,15 @@ bool FitHeight(CCaption& caption, CDC& dc, double usualFactor, CSize room)
     return false;
 }
 
-/// Likewise of a title, which is shortened where it would have to be smaller; false when that does not help.
-bool FitTitle(CCaption& caption, CDC& dc, CString title, double usualFactor, CSize room)
+/// Likewise of a line, which is shortened where it would have to be smaller; false when that does not help.
+bool FitLine(CCaption& caption, CDC& dc, CString title, int weight, double usualFactor, CSize room)
 {
     caption.SetText(title);
-    bool fits = FitHeight(caption, dc, usualFactor, room);
+    bool fits = FitHeight(caption, dc, weight, usualFactor, room);
     while (!fits && title.GetLength() > 8) {
         title = Shortened(title) + CString(kEllipsis);
         caption.SetText(title);
-        fits = FitHeight(caption, dc, usualFactor, room);
+        fits = FitHeight(caption, dc, weight, usualFactor, room);
     }
     return fits;
 }
@@ -113,7 +114,8 @@ void PlaceTitle(C2DGraph& graph, CDC& dc)
     CSize const room(window.Width() - graph.GetAxes()->GetFontHeight(), top - window.top);
     constexpr double kLargerThanLabels = 1.25;
     SetReadableFont(*caption, graph, dc);
-    bool const fits = FitTitle(*caption, dc, graph.GetTitle(), caption->GetFont().sizeFactor * kLargerThanLabels, room);
+    bool const fits = FitLine(*caption, dc, graph.GetTitle(), CFontData::kBoldWeight,
+        caption->GetFont().sizeFactor * kLargerThanLabels, room);
     CSize const size = caption->Measure(&dc);
     auto const centred = static_cast<int>(axes.left + (axes.Width() - size.cx) / 2);
     int const x
@@ -131,10 +133,60 @@ void PlaceTitleIn(CAnnotatedGraph& graph, CRect const& room, CDC& dc)
     if (!caption)
         return;
     constexpr double kUsualFactor = 1.0;
-    bool const fits = FitTitle(*caption, dc, graph.GetTitle(), kUsualFactor, room.Size());
+    bool const fits = FitLine(*caption, dc, graph.GetTitle(), CFontData::kBoldWeight, kUsualFactor, room.Size());
     CSize const size = caption->Measure(&dc);
     static_cast<CAnnotation&>(*caption).Create(CPoint(
         std::max<int>(room.left, room.left + (room.Width() - size.cx) / 2), room.top + (room.Height() - size.cy) / 2));
+    caption->SetOn(fits);
+}
+
+void SetFootnote(CAnnotatedGraph& graph, std::string const& text, Look const& look)
+{
+    CCaptionArray& captions = *graph.GetCaptionArray();
+    for (int i = captions.GetSize() - 1; i >= 0; --i) {
+        if (captions.GetAt(i)->GetTitleType() == kFootnote)
+            captions.RemoveAt(i);
+    }
+    if (!text.empty())
+        AddCaption(graph, CString(OneLine(text)), kFootnote, look).SetTransparentBkgnd(1);
+}
+
+CCaption* FindFootnote(CAnnotatedGraph& graph)
+{
+    CCaptionArray const* const captions = graph.GetCaptionArray();
+    for (int i = 0; captions && i < captions->GetSize(); ++i) {
+        if (captions->GetAt(i)->GetTitleType() == kFootnote)
+            return captions->GetAt(i);
+    }
+    return nullptr;
+}
+
+void PlaceFootnote(C2DGraph& graph, std::string const& text, CDC& dc)
+{
+    CCaption* const caption = FindFootnote(graph);
+    if (!caption || !graph.GetAxes())
+        return;
+    constexpr double kSmallerThanLabels = 0.85;
+    CRect const window = graph.GetWindowRect();
+    int const margin = graph.GetAxes()->GetFontHeight();
+    SetReadableFont(*caption, graph, dc);
+    double const factor = caption->GetFont().sizeFactor * kSmallerThanLabels;
+    bool const fits = FitLine(*caption, dc, CString(OneLine(text)), CFontData::kNormalWeight, factor,
+        CSize(window.Width() - margin, 2 * margin));
+    MoveTo(*caption, graph, CPoint(window.left + margin / 2, window.bottom - margin / 2 - caption->Measure(&dc).cy));
+    caption->SetOn(fits);
+}
+
+void PlaceFootnoteIn(CAnnotatedGraph& graph, std::string const& text, CRect const& room, CDC& dc)
+{
+    CCaption* const caption = FindFootnote(graph);
+    if (!caption)
+        return;
+    constexpr double kUsualFactor = 0.8;
+    bool const fits
+        = FitLine(*caption, dc, CString(OneLine(text)), CFontData::kNormalWeight, kUsualFactor, room.Size());
+    CSize const size = caption->Measure(&dc);
+    static_cast<CAnnotation&>(*caption).Create(CPoint(room.left, room.top + (room.Height() - size.cy) / 2));
     caption->SetOn(fits);
 }
 
@@ -152,7 +204,7 @@ void PlaceCaptions(C2DGraph& graph, std::vector<CaptionSettings> const& settings
     std::size_t next = 0;
     for (int i = 0; i < captions.GetSize() && next < settings.size(); ++i) {
         CCaption& caption = *captions.GetAt(i);
-        if (caption.GetTitleType() == kGraphTitle)
+        if (caption.GetTitleType() != CCaption::ctGeneral)
             continue;
         CaptionSettings const& one = settings[next++];
         SetReadableFont(caption, graph, dc);

@@ -37,6 +37,20 @@ OMBREL_EXPORT void PlaceTitle(C2DGraph& graph, CDC& dc);
 /// Centres the title in the room at the top of a window without axes to go by, likewise.
 OMBREL_EXPORT void PlaceTitleIn(CAnnotatedGraph& graph, CRect const& room, CDC& dc);
 
+/// Gives the graph a small line below it, such as where its data come from, in place of the one it has; an empty one is
+/// none. PlaceFootnote places it.
+OMBREL_EXPORT void SetFootnote(CAnnotatedGraph& graph, std::string const& text, Look const& look);
+
+/// The caption that SetFootnote made, in a document too; null when there is none.
+OMBREL_EXPORT CCaption* FindFootnote(CAnnotatedGraph& graph);
+
+/// Puts that footnote at the left of the window's bottom: a little smaller than labels, smaller where it is long, and
+/// shortened when it would be too small to read. The graph must have been laid out for a context like dc.
+OMBREL_EXPORT void PlaceFootnote(C2DGraph& graph, std::string const& text, CDC& dc);
+
+/// Likewise in the room at the bottom of a window without axes to go by.
+OMBREL_EXPORT void PlaceFootnoteIn(CAnnotatedGraph& graph, std::string const& text, CRect const& room, CDC& dc);
+
 /// Adds captions without frames, for PlaceCaptions.
 OMBREL_EXPORT void AddCaptions(C2DGraph& graph, std::vector<CaptionSettings> const& settings, Look const& look);
 

@@ -140,6 +140,7 @@ ContourMap& ContourMap::Name(std::string_view name) { return Set(m_style.zTitle,
 ContourMap& ContourMap::XTitle(std::string_view title) { return Set(m_style.xTitle, std::string(title)); }
 ContourMap& ContourMap::YTitle(std::string_view title) { return Set(m_style.yTitle, std::string(title)); }
 ContourMap& ContourMap::SetTheme(Theme theme) { return Set(m_style.theme, theme); }
+ContourMap& ContourMap::Footnote(std::string_view text) { return Set(m_style.footnote, std::string(text)); }
 ContourMap& ContourMap::Key(KeyChoice choice) { return Set(m_style.key, choice); }
 
 ContourMap& ContourMap::Update(std::span<double const> heights)
@@ -202,6 +203,7 @@ void ContourMap::Settle(CDC& dc, CRect const& window)
     PlotAxisSettings const yAxis = FixedAxis(y, m_style.yTitle.value_or(state.titles.y));
     if (m_style.key == KeyChoice::Auto && curve.NeedsColourKey())
         state.key.emplace(graph, curve, m_style.zTitle.value_or(state.titles.z), look);
+    SetFootnote(graph, m_style.footnote, look);
     ApplyLook(graph, look);
     CRect rect = GraphRectIn(graph, graph.GetWindowRect(), dc);
     LayOutAxes(graph, xAxis, yAxis, rect, dc);
@@ -214,6 +216,7 @@ void ContourMap::Settle(CDC& dc, CRect const& window)
     if (state.key)
         state.key->Place(dc);
     PlaceTitle(graph, dc);
+    PlaceFootnote(graph, m_style.footnote, dc);
 }
 
 } // namespace ombrel

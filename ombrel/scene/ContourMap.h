@@ -38,6 +38,8 @@ public:
     ContourMap& XTitle(std::string_view title);
     ContourMap& YTitle(std::string_view title);
     ContourMap& SetTheme(Theme theme);
+    /// A small line below everything, such as where the heights come from.
+    ContourMap& Footnote(std::string_view text);
     ContourMap& Key(KeyChoice choice);
 
     /// Shows other heights on the same grid. Throws ChartError when there are more or fewer.

@@ -219,6 +219,7 @@ template <typename T, typename Value> SceneStyle With(SceneStyle style, T SceneS
 } // namespace
 
 Scene& Scene::SetTheme(Theme theme) { return Style(With(GetStyle(), &SceneStyle::theme, theme)); }
+Scene& Scene::Footnote(std::string_view text) { return Style(With(GetStyle(), &SceneStyle::footnote, text)); }
 Scene& Scene::View(Direction direction) { return Style(With(GetStyle(), &SceneStyle::view, Turned(direction))); }
 Scene& Scene::Edges(EdgeChoice edges) { return Style(With(GetStyle(), &SceneStyle::edges, edges)); }
 Scene& Scene::Key(KeyChoice choice) { return Style(With(GetStyle(), &SceneStyle::key, choice)); }

@@ -88,6 +88,8 @@ public:
     SceneStyle const& GetStyle() const;
     Scene& Style(SceneStyle style);
     Scene& SetTheme(Theme theme);
+    /// A small line below everything, such as where the data come from.
+    Scene& Footnote(std::string_view text);
     Scene& View(Direction direction);
     /// Of the size that fits the picture, 0.1 to 10.
     Scene& Zoom(double factor);

@@ -171,6 +171,8 @@ struct AxisStyle {
 /// How the whole scene is shown.
 struct SceneStyle {
     Theme theme = Theme::Light;
+    /// A small line below everything.
+    std::string footnote;
     KeyChoice key = KeyChoice::Auto;
     EdgeChoice edges = EdgeChoice::Smooth;
     /// Where the viewer stands; in front at the left and well above without it.
@@ -192,6 +194,8 @@ struct SceneStyle {
 /// How a map of heights is shown.
 struct MapStyle {
     Theme theme = Theme::Light;
+    /// A small line below everything.
+    std::string footnote;
     KeyChoice key = KeyChoice::Auto;
     ColourStyle colours;
     ContourStyle contours;

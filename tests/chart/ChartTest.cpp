@@ -5,6 +5,7 @@
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/Axes.h"
+#include "ombrel/layout/Titles.h"
 #include "ombrel/platform/gdi/DC.h"
 
 #include <gmock/gmock.h>
@@ -15,6 +16,7 @@
 #include <fstream>
 #include <functional>
 #include <limits>
+#include <map>
 #include <thread>
 
 namespace ombrel {
@@ -238,6 +240,53 @@ TEST(Pictures, HoldSeveralPagesWhereTheFormatCan)
         form.format = format;
         Picture page(form);
         EXPECT_EQ(MessageOf([&] { page.NextPage(); }), "pages: several need PDF or PostScript");
+    }
+}
+
+TEST(Chart, NamesLinesAtTheirEndsWhereThereIsRoomAndHasALegendElsewhere)
+{
+    // The captions' texts from the top, and whether there is a legend.
+    auto const namesOf = [](std::vector<double> const& ends, double lastX) {
+        Chart chart;
+        for (std::size_t i = 0; i < ends.size(); ++i) {
+            std::vector const x { 0.0, i == 0 ? lastX : 10.0 };
+            std::vector const y { 0.0, ends[i] };
+            chart.Line(x, y).Name("line " + std::to_string(i));
+        }
+        chart.Legend(LegendPlace::Ends);
+        Picture picture(kSmall);
+        C2DGraph& graph = chart.Graph(picture.GetDC(), picture.GetRect());
+        graph.Draw(&picture.GetDC(), picture.GetRect(), pmDirect);
+        std::map<LONG, std::string> names;
+        CCaptionArray& captions = *graph.GetCaptionArray();
+        for (int i = 0; i < captions.GetSize(); ++i)
+            names[captions.GetAt(i)->GetRect().top] = captions.GetAt(i)->GetText().ToUtf8();
+        std::string all;
+        for (auto const& [y, name] : names)
+            all += name + ";";
+        return all + (graph.GetLegend()->IsOn() ? "legend" : "");
+    };
+    EXPECT_EQ(namesOf({ 1, 3, 2 }, 10), "line 1;line 2;line 0;");
+    EXPECT_EQ(namesOf({ 1, 3, 2 }, 5), "legend") << "a line that ends in the middle";
+    EXPECT_EQ(namesOf({ 1, 1, 1, 1, 1, 1, 2 }, 10), "legend") << "too many at one height";
+}
+
+TEST(Chart, KeepsItsFootnoteBelowEverythingAndInside)
+{
+    Chart chart("Title");
+    chart.Line(kX, kY);
+    for (std::string const& text : { std::string("Source"), std::string(300, 'x') }) {
+        chart.Footnote(text);
+        Picture picture(kSmall);
+        C2DGraph& graph = chart.Graph(picture.GetDC(), picture.GetRect());
+        graph.Draw(&picture.GetDC(), picture.GetRect(), pmDirect);
+        CCaption const* const note = FindFootnote(graph);
+        ASSERT_NE(note, nullptr);
+        EXPECT_TRUE(note->IsOn());
+        EXPECT_GE(note->GetRect().left, 0);
+        EXPECT_LE(note->GetRect().right, kSmall.size.width);
+        EXPECT_LE(note->GetRect().bottom, kSmall.size.height);
+        EXPECT_GE(note->GetRect().top, graph.GetAxes()->GetExtentRect().bottom);
     }
 }
 

@@ -2,6 +2,7 @@
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/layout/ChartError.h"
+#include "ombrel/layout/EndLabels.h"
 #include "ombrel/layout/FillLook.h"
 
 #include <algorithm>
@@ -40,7 +41,7 @@ std::vector<SeriesData*> SeriesOf(ChartContent const& content, bool (*belongs)(S
 
 bool HasLegend(ChartContent const& content)
 {
-    if (content.legend != LegendPlace::Auto)
+    if (content.legend != LegendPlace::Auto && content.legend != LegendPlace::Ends)
         return content.legend != LegendPlace::Off;
     return content.series.size() > 1 && AnySeries(content, [](SeriesData const& one) { return !one.name.empty(); });
 }
@@ -124,6 +125,7 @@ ChartGraph::ChartGraph(ChartContent const& content, CDC& dc, CSize size, ChartNo
     m_graph->SetGraphFrameOn(0);
     m_graph->GetPolarGrid()->SetOn(content.settings.polar);
     AddTitle(*m_graph, OneLine(content.title), m_look);
+    SetFootnote(*m_graph, content.footnote, m_look);
     AddCaptions(*m_graph, content.captions, m_look);
     ApplyLook(*m_graph, m_look);
     bool const hasBars = AnySeries(content, [](SeriesData const& one) { return IsBars(one.kind); });
@@ -198,18 +200,23 @@ void ChartGraph::LayOut(ChartContent const& content, CDC& dc, ChartNotes& notes)
     CRect const rect = GraphRectIn(*m_graph, m_graph->GetWindowRect(), dc);
     auto const layOut = [&](CRect const& room) { LayOutAxesIn(content, room, dc); };
     layOut(rect);
-    if (HasLegend(content))
+    bool const isNamed = content.legend == LegendPlace::Ends && PlaceEndLabels(*m_graph, rect, dc, m_look, layOut);
+    if (!isNamed && HasLegend(content))
         PlaceLegend(*m_graph, content.legend, rect, dc, layOut);
     SettleOutlines(*m_graph, dc, notes);
     SettleMarks(*m_graph, dc);
     PlaceLabels(*m_graph, m_data.labels, dc, m_look, notes);
     PlaceTitle(*m_graph, dc);
+    PlaceFootnote(*m_graph, content.footnote, dc);
     PlaceCaptions(*m_graph, content.captions, dc);
 }
 
 bool ChartGraph::Refill(
     ChartContent const& content, std::vector<SeriesData*> const& changed, CDC& dc, ChartNotes& notes)
 {
+    // Names at the ends of lines move with them.
+    if (content.legend == LegendPlace::Ends)
+        return false;
     if (!std::all_of(content.series.begin(), content.series.end(), [](SeriesData* one) { return IsLine(one->kind); }))
         return false;
     CurveInput const input { *m_graph, content.settings, content.series, m_look, m_palette, ShownOf(content), notes };

@@ -21,6 +21,7 @@ struct AxisContent {
 /// All that a chart was told.
 struct ChartContent {
     std::string title;
+    std::string footnote;
     Theme theme = Theme::Light;
     std::string palette;
     GridChoice grid = GridChoice::Major;

@@ -222,8 +222,17 @@ CRect TitleRoom(CRect const& window, CAnnotatedGraph& graph)
     return { window.left, window.top, window.right, window.top + height };
 }
 
+/// Where the footnote stands, likewise.
+CRect FootnoteRoom(CRect const& window, CAnnotatedGraph& graph)
+{
+    int const height = !FindFootnote(graph) ? 0 : std::min(window.Width(), window.Height()) / 20;
+    int const margin = height / 3;
+    return { window.left + margin, window.bottom - height, window.right - margin, window.bottom };
+}
+
 /// Makes box, labels and titles as large as the picture has room for beside a strip of that many pixels at its right
-/// and under the graph's title. Only the view's size and place change. Returns where what is drawn ends at the right.
+/// between the graph's title and its footnote. Only the view's size and place change. Returns where what is drawn ends
+/// at the right.
 int FitScene(C3DGraph& scene, CDC& dc, CRect const& window, int stripAtRight, double zoom)
 {
     constexpr int kScreenDotsPerInch = 96;
@@ -231,7 +240,8 @@ int FitScene(C3DGraph& scene, CDC& dc, CRect const& window, int stripAtRight, do
     double const scale = static_cast<double>(kScreenDotsPerInch) / dc.GetDeviceCaps(LOGPIXELSX);
     int const margin = std::min(window.Width(), window.Height()) / 40;
     int const titleRoom = 2 * margin;
-    CRect const room(window.left, TitleRoom(window, scene).bottom, window.right - stripAtRight, window.bottom);
+    CRect const room(
+        window.left, TitleRoom(window, scene).bottom, window.right - stripAtRight, FootnoteRoom(window, scene).top);
     SetView(scene, {});
     CRect const graph = OnScreen(room, scale);
     Sketch sketch(scene, OnScreen(window, scale), graph);
@@ -341,6 +351,7 @@ void ApplySceneStyle(C3DGraph& scene, SceneStyle const& style, Look const& look)
     scene.GetGrid()->SetColour(look.majorGrid);
     if (CCaption* const title = FindTitle(scene))
         ApplyLook(*title, look);
+    SetFootnote(scene, style.footnote, look);
 }
 
 void SetSceneAxes(C3DGraph& scene, SceneData const& data, std::optional<double> verticalScale)
@@ -373,9 +384,11 @@ TitledKey LayOutScene(C3DGraph& scene, C3DCurve const* keyCurve, SceneData const
 {
     RemoveKey(scene, keys);
     keys = {};
-    // What the scene is fitted by does not include the title, which gets its place last.
-    if (CCaption* const title = FindTitle(scene))
-        title->SetOn(0);
+    // What the scene is fitted by does not include title and footnote, which get their places last.
+    for (CCaption* const line : { FindTitle(scene), FindFootnote(scene) }) {
+        if (line)
+            line->SetOn(0);
+    }
     SetSceneAxes(scene, data, style.verticalScale);
     scene.SetGraphAndWindowRect(window, window);
     int strip = 0;
@@ -394,6 +407,7 @@ TitledKey LayOutScene(C3DGraph& scene, C3DCurve const* keyCurve, SceneData const
         keys = key.Get();
     }
     PlaceTitleIn(scene, TitleRoom(window, scene), dc);
+    PlaceFootnoteIn(scene, style.footnote, FootnoteRoom(window, scene), dc);
     return keys;
 }
 

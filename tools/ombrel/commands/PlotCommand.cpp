@@ -161,7 +161,11 @@ Chart ChartFor(Options const& options, std::vector<PlotSource> const& sources, M
     if (options.kind == PlotKind::Bar && curves > 1)
         messages.Note(Counted(curves, "column", "columns") + ": the bars stand side by side");
     Chart chart(options.title);
-    chart.SetTheme(options.theme).SetPalette(options.palette).Grid(options.grid).Legend(options.legend);
+    chart.Footnote(options.footnote)
+        .SetTheme(options.theme)
+        .SetPalette(options.palette)
+        .Grid(options.grid)
+        .Legend(options.legend);
     chart.Percent(options.percent).Normalised(options.normalised).Bins(options.bins);
     if (options.polar)
         chart.Polar(options.radians ? Chart::Angle::Radians : Chart::Angle::Degrees);

@@ -96,6 +96,7 @@ Scene SceneFor(Options const& options)
     SurfaceOptions const& wanted = options.surface;
     SceneStyle style;
     style.theme = options.theme;
+    style.footnote = options.footnote;
     style.key = wanted.key;
     style.edges = wanted.plainEdges ? EdgeChoice::Plain : EdgeChoice::Smooth;
     style.view = wanted.view;
@@ -156,8 +157,8 @@ ContourMap MapFor(Options const& options, HeightSource&& heights)
 {
     SurfaceOptions const& wanted = options.surface;
     ContourMap map(std::move(heights), options.title);
-    map.Style({ options.theme, wanted.key, ColoursOf(wanted), ContoursOf(wanted), options.xTitle, options.yTitle,
-        wanted.zTitle });
+    map.Style({ options.theme, options.footnote, wanted.key, ColoursOf(wanted), ContoursOf(wanted), options.xTitle,
+        options.yTitle, wanted.zTitle });
     return map;
 }
 

@@ -33,7 +33,7 @@ constexpr string_view kLogAxes[] { "x", "y", "xy" };
 constexpr string_view kYesNo[] { "yes", "no" };
 constexpr string_view kDecimalMarks[] { "point", "comma" };
 constexpr string_view kGrids[] { "off", "major", "both" };
-constexpr string_view kLegends[] { "auto", "off", "tl", "tr", "bl", "br" };
+constexpr string_view kLegends[] { "auto", "off", "tl", "tr", "bl", "br", "ends" };
 constexpr string_view kMatrices[] { "plain", "headed" };
 constexpr string_view kCoordinates[] { "cartesian", "polar", "cylindrical", "geographical", "radial" };
 constexpr string_view kContours[] { "off", "lines", "bands", "both" };
@@ -152,6 +152,8 @@ constexpr std::array kOptions {
         "What the picture's file says for those who cannot see it. Without it, a sentence about kind, series and "
         "ranges.",
         kGraphs | kDraw },
+    OptionEntry { OptionId::Footnote, "footnote", 0, "TEXT",
+        "Small line below the graph, such as where data come from.", kGraphs },
     OptionEntry {
         OptionId::XTitle, "x-title", 0, "TEXT", "Title of the x axis. Without it, the column's name.", kGraphs },
     OptionEntry {
@@ -167,8 +169,9 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::Log, "log", 0, "x|y|xy", "Logarithmic axes.", kPlot, kLogAxes },
     OptionEntry { OptionId::Grid, "grid", 0, "off|major|both", "Grid lines; major without it.", kPlot, kGrids },
     OptionEntry { OptionId::Legend, "legend", 0, "WHERE",
-        "auto (where there is room, when there are several curves), off, or a corner: tl, tr, bl or br.", kPlot,
-        kLegends },
+        "auto (where there is room, when there are several curves), off, a corner: tl, tr, bl or br, or ends (names at "
+        "the ends of lines where there is room).",
+        kPlot, kLegends },
     OptionEntry { OptionId::Caption, "caption", 0, "TEXT@X,Y",
         "A text with its top-left corner at fractions of the plotting area, 0,0 its top left; \\n starts a line.",
         kPlot, {}, ValueKind::Text, true },

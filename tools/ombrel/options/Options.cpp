@@ -70,6 +70,8 @@ std::string* TextOf(Options& options, OptionId id)
         return &options.title;
     case OptionId::Description:
         return &options.description;
+    case OptionId::Footnote:
+        return &options.footnote;
     case OptionId::XTitle:
         return &options.xTitle.emplace();
     case OptionId::YTitle:

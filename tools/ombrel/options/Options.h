@@ -59,6 +59,7 @@ enum class OptionId : int {
     NoAntialias,
     Title,
     Description,
+    Footnote,
     XTitle,
     YTitle,
     ZTitle,
@@ -175,6 +176,7 @@ struct Options {
     std::string title;
     /// For those who cannot see the picture; empty for what the graph says of itself.
     std::string description;
+    std::string footnote;
     std::optional<std::string> xTitle;
     std::optional<std::string> yTitle;
     std::optional<std::string> xRange;
