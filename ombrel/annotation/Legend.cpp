@@ -150,11 +150,12 @@ void DrawPatch(CDC& dc, CRect const& patch, LegendEntry const& entry)
     CVUtils::DrawRect(&dc, patch);
 }
 
-/// The square of a symbol in the middle of a stretch of line, as large as one that stands alone.
-CRect SymbolOn(CRect const& line, int height)
+/// The square in the middle of a sample, as large as one that stands alone.
+CRect SquareIn(CRect const& sample, int height)
 {
     int const side = height - 2 * (height / 6);
-    return { CPoint((line.left + line.right - side) / 2, line.top - side / 2), CSize(side, side) };
+    CPoint const middle = sample.CenterPoint();
+    return { CPoint(middle.x - side / 2, middle.y - side / 2), CSize(side, side) };
 }
 
 } // namespace
@@ -204,6 +205,22 @@ void CLegend::GetLegendCellRects(CRect cell, CRect& sample, CRect& text, CDC*)
     sample = CRect(CPoint(cell.left + (width - side) / 2, cell.top + inset), CSize(side, side));
 }
 
+void CLegend::DrawSample(CPort& port, CRect const& sample, CRect const& cell, int index)
+{
+    LegendEntry const& entry = m_entries[static_cast<std::size_t>(index)];
+    CRect const square = SquareIn(sample, cell.Height());
+    if (entry.isFill) {
+        DrawPatch(*port.GetDC(), square, entry);
+        return;
+    }
+    // As wide as the room for a patch.
+    int const beside = HasLines() ? 0 : (sample.left - cell.left) / 2;
+    int const y = sample.CenterPoint().y;
+    if (entry.hasLine)
+        DrawLine(&port, CPoint(sample.left - beside, y), CPoint(sample.right + beside, y), index);
+    DrawSymbol(&port, square, index);
+}
+
 void CLegend::DrawEntries(CPort& port, CSize cell)
 {
     CDC& dc = *port.GetDC();
@@ -220,14 +237,14 @@ void CLegend::DrawEntries(CPort& port, CSize cell)
         CRect sample;
         CRect text;
         GetLegendCellRects(CRect(at, cell), sample, text, &dc);
-        if (HasLines())
+        if (m_style == lsLineAndSymbol || m_style == lsStack)
+            DrawSample(port, sample, CRect(at, cell), i);
+        else if (m_style == lsLine)
             DrawLine(&port, sample.TopLeft(), sample.BottomRight(), i);
-        else if (m_style != lsSymbol)
-            DrawPatch(dc, sample, entry);
-        if (m_style == lsSymbol)
+        else if (m_style == lsSymbol)
             DrawSymbol(&port, sample, i);
-        else if (m_style == lsLineAndSymbol)
-            DrawSymbol(&port, SymbolOn(sample, cell.cy), i);
+        else
+            DrawPatch(dc, sample, entry);
         dc.TextOut(text.left, text.top, entry.title);
     }
 }

@@ -17,9 +17,9 @@ class CPlotComponent;
 /// graph. Errors: only Serialize throws (CArchiveException*, newly allocated).
 class OMBREL_EXPORT CLegend : public CAnnotation {
 public:
-    /// What stands before each title: a patch filled as the curve is, a stretch of its line, or its symbol; a stretch
-    /// of its line with its symbol in the middle; or a patch, the last curve first, as stacks are drawn from the bottom
-    /// up.
+    /// What stands before each title: a patch filled as the curve is, a stretch of its line, or its symbol; what the
+    /// curve is drawn with, a patch or a stretch of its line with its symbol in the middle; or likewise on samples as
+    /// narrow as patches, the last curve first, as stacks are drawn from the bottom up.
     enum Style : int { lsFill = 0, lsLine = 1, lsSymbol = 2, lsLineAndSymbol = 3, lsStack = 4 };
 
     static CRuntimeClass const kClass;
@@ -81,6 +81,8 @@ private:
     /// From one entry's top to the next.
     int Step(int height) const;
     CSize SizeOf(CSize cell) const;
+    /// As the curve is drawn.
+    void DrawSample(CPort& port, CRect const& sample, CRect const& cell, int index);
     void DrawEntries(CPort& port, CSize cell);
 
     /// One of Style, unless an archive or a host brought another value, which draws as patches do.

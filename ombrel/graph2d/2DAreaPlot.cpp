@@ -49,6 +49,7 @@ std::optional<LegendEntry> C2DAreaCurve::GetLegendEntry() const
 {
     std::optional<LegendEntry> entry = C2DLine::GetLegendEntry();
     entry->fillPattern = GetFillPattern();
+    entry->isFill = true;
     return entry;
 }
 

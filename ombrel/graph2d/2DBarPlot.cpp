@@ -80,6 +80,7 @@ std::optional<LegendEntry> C2DBarCurve::GetLegendEntry() const
 {
     auto entry = C2DCurve::GetLegendEntry();
     entry->fillPattern = m_fillPattern;
+    entry->isFill = true;
     return entry;
 }
 

@@ -53,6 +53,13 @@ void C2DLine::Serialize(CArchive& ar)
         f.Int(m_antialiasingOn);
 }
 
+std::optional<LegendEntry> C2DLine::GetLegendEntry() const
+{
+    std::optional<LegendEntry> entry = C2DCurve::GetLegendEntry();
+    entry->hasLine = m_connectionMode != cmNone;
+    return entry;
+}
+
 std::span<int const> C2DLine::GetPatternIDs() { return kPatternIDs; }
 
 std::span<double const* const> C2DLine::GetDashPatts() { return kDashPatterns; }

@@ -39,6 +39,7 @@ public:
     virtual void DrawThickDashedLines(CPort*) { }
     virtual void DrawPathOutline(COLORREF const&, CDC&) { }
 
+    std::optional<LegendEntry> GetLegendEntry() const override;
     int GetPointConnectionMode() const { return m_connectionMode; }
     void SetPointConnectionMode(int mode) { Change(m_connectionMode, mode); }
     void SetPointConnectionMode(NamesOtherThan<ConnectionMode> auto) = delete;

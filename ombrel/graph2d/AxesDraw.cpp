@@ -243,7 +243,8 @@ void CAxes::Pass::PlaceYTitle()
 {
     auto const [from, to] = LongerPart(m_axes.m_y, m_axes.m_intersect.y);
     double const height = m_port.WindowToUnitsHeight(m_results.yTitle.cx);
-    int const column = m_yLabelsLeft - m_results.yTitle.cy;
+    int const gap = VUNearest(m_axes.m_y.TitleGap() * m_results.fontHeight);
+    int const column = m_yLabelsLeft - gap - m_results.yTitle.cy;
     m_extent.left = std::min(m_extent.left, column);
     if (!m_draws)
         return;

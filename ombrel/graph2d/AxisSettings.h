@@ -40,6 +40,7 @@ struct OMBREL_EXPORT AxisSettings {
     bool HasDivisions() const { return tickMode == tmDivisions || tickMode == tmDivisionsArbitrary; }
     bool HasSteps() const { return tickMode == tmStep || tickMode == tmStepArbitrary; }
     bool HasArbitrary() const { return tickMode >= tmArbitrary && tickMode <= tmStepArbitrary; }
+    double TitleGap() const { return scaleFac > 1.0 && scaleFac < 2.0 ? scaleFac - 1.0 : 0.0; }
     bool IsWithinTickRange(double v) const { return v >= tickRangeMin && v <= tickRangeMax; }
 
     double min = 0.0;
@@ -47,7 +48,8 @@ struct OMBREL_EXPORT AxisSettings {
     int rangeMode = rmTidy;
     /// 0 linear, any other value logarithmic.
     int scaleMode = 0;
-    /// Only stored.
+    /// Of the y axis, from 1 to below 2: by how much it is above 1 is the gap between its title and its labels, as a
+    /// part of the labels' height. Any other value, and that of the x axis, is only stored.
     double scaleFac = 1.0;
     /// The axis line, its tick marks and its title.
     int on = 1;

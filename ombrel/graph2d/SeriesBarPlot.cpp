@@ -29,6 +29,7 @@ std::optional<LegendEntry> SeriesBarCurve::GetLegendEntry() const
 {
     auto entry = C2DCurve::GetLegendEntry();
     entry->fillPattern = m_fillPattern;
+    entry->isFill = true;
     return entry;
 }
 

@@ -26,7 +26,7 @@ AxisRange RangeOf(PlotAxisSettings const& settings)
     if (range.min > range.max)
         range = { 0.0, 1.0 };
     std::array const stops { 0.0, -settings.limit, settings.limit };
-    if (settings.dates)
+    if (settings.dates || settings.pastZero)
         range = WithMargins(range, settings.margin, {});
     else
         range = WithMargins(range, settings.margin, std::span(stops).first(settings.limit > 0.0 ? 3 : 1));
@@ -175,6 +175,15 @@ void SetDateAxis(CAxes& axes, DateTicks const& ticks, CString const& title)
     axes.SetDateTicks(dates);
 }
 
+/// So that the y title does not touch the labels beside it.
+void KeepTitleApart(CAxes& axes)
+{
+    constexpr double kTitleGap = 0.35;
+    AxisSettings axis = axes.GetAxis(CAxes::atY);
+    axis.scaleFac = 1.0 + kTitleGap;
+    axes.SetAxis(CAxes::atY, axis);
+}
+
 /// Lays the graph out in the rectangle without drawing it.
 void Measure(C2DGraph& graph, CRect const& rect, CDC& dc)
 {
@@ -305,6 +314,7 @@ void LayOutAxes(C2DGraph& graph, PlotAxisSettings const& x, PlotAxisSettings con
     CAxes& axes = *graph.GetAxes();
     PrepareAxis(axes, CAxes::atX, x);
     PrepareAxis(axes, CAxes::atY, y);
+    KeepTitleApart(axes);
     Measure(graph, rect, dc);
     LengthenTicks(axes, rect);
     LayOutY(axes, y, graph.GetAxesRect().Height(), axes.GetFontHeight());

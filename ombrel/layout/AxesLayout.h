@@ -30,6 +30,8 @@ struct PlotAxisSettings {
     /// Room beyond the data on both sides as a part of its range, so that nothing runs along the frame. It ends at
     /// zero, and at the limit.
     double margin = 0.0;
+    /// The margin goes on beyond zero.
+    bool pastZero = false;
     /// What no value can be above, and with its sign changed below: 100 for percentages; 0 for none.
     double limit = 0.0;
     /// Room on both sides for half a bar and half of what is between bars, data units.

@@ -1,10 +1,8 @@
 #include "ombrel/layout/LegendPlacement.h"
 #include "ombrel/graph2d/2DAreaPlot.h"
-#include "ombrel/graph2d/2DErrorBarPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
-#include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/2DPolarGrid.h"
-#include "ombrel/graph2d/2DTextPlot.h"
+#include "ombrel/graph2d/2DStackedBarPlot.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/layout/placing/OccupancySurface.h"
 #include "ombrel/platform/gdi/DC.h"
@@ -18,19 +16,38 @@ namespace {
 
 CLegend::Style LegendStyleOf(C2DGraph const& graph)
 {
-    CLegend::Style style = CLegend::lsSymbol;
+    bool hasFills = false;
+    bool hasLines = false;
+    bool hasMarks = false;
     for (CPlot const* plot : graph.GetPlotArray()->GetPlots()) {
+        if (plot->IsKindOf(C2DAreaPlot::kClass) || plot->IsKindOf(C2DStackedBarPlot::kClass))
+            return CLegend::lsStack;
         for (CPlotComponent const* component : plot->GetComponents()) {
-            bool const isText
-                = component->IsKindOf(C2DErrorBarCurve::kClass) || component->IsKindOf(C2DTextCurve::kClass);
-            auto const* const line = DynamicDowncast<C2DLine>(component);
-            if ((!line && !isText) || component->IsKindOf(C2DAreaCurve::kClass))
-                return CLegend::lsFill;
-            if (line && line->GetPointConnectionMode() != C2DLine::cmNone)
-                style = CLegend::lsLine;
+            std::optional<LegendEntry> const entry = component->GetLegendEntry();
+            if (entry)
+                (entry->isFill ? hasFills : entry->hasLine ? hasLines : hasMarks) = true;
         }
     }
-    return style;
+    return hasLines || (hasFills && hasMarks) ? CLegend::lsLineAndSymbol
+        : hasFills                            ? CLegend::lsFill
+                                              : CLegend::lsSymbol;
+}
+
+/// Gives the legend a readable font, smaller when it would be higher than the room; returns its size.
+CSize FitLegend(CLegend& legend, C2DGraph const& graph, int room, CDC& dc)
+{
+    constexpr double kSmaller = 0.92;
+    constexpr double kSmallest = 0.6;
+    SetReadableFont(legend, graph, dc);
+    CFontData font = legend.GetFont();
+    double const least = font.sizeFactor * kSmallest;
+    CSize size = legend.Measure(&dc);
+    while (size.cy > room && font.sizeFactor * kSmaller >= least) {
+        font.sizeFactor *= kSmaller;
+        legend.SetFont(font);
+        size = legend.Measure(&dc);
+    }
+    return size;
 }
 
 /// Leaves room in the graph rectangle for a legend that is too large for the plotting area.
@@ -64,8 +81,7 @@ void PlaceLegend(
         return;
     CLegend& legend = *graph.GetLegend();
     legend.SetStyle(LegendStyleOf(graph));
-    SetReadableFont(legend, graph, dc);
-    CSize const size = legend.Measure(&dc);
+    CSize const size = FitLegend(legend, graph, rect.Height(), dc);
     CRect const area = graph.GetAxesRect();
     int const gap = std::max(graph.GetAxes()->GetFontHeight() / 2, 2);
     bool const atLeft = place == LegendPlace::TopLeft || place == LegendPlace::BottomLeft;
@@ -84,9 +100,8 @@ void PlaceLegend(
     }
     bool const below = rect.Width() - size.cx - gap < rect.Height() * 3 / 4;
     layOut(RectBesideLegend(rect, size, gap, below));
-    SetReadableFont(legend, graph, dc);
     CRect const smaller = graph.GetAxesRect();
-    CSize const now = legend.Measure(&dc);
+    CSize const now = FitLegend(legend, graph, rect.Height(), dc);
     if (below)
         legend.Create(CPoint(smaller.left + (smaller.Width() - now.cx) / 2, rect.bottom - now.cy));
     else

@@ -20,8 +20,8 @@ OMBREL_EXPORT void SetReadableFont(CAnnotation& box, C2DGraph const& graph, CDC&
 /// else beside the plotting area at the right, or below it in narrow pictures.
 ///
 /// The graph must have been laid out in the rectangle for a context like dc, and its curves evaluated. layOut lays it
-/// out again in a smaller rectangle of the same window. Its samples are patches for bars and bands, stretches of
-/// lines, else symbols. Off leaves the legend alone.
+/// out again in a smaller rectangle of the same window. Its samples show curves as they are drawn, those of
+/// stacks from the top down. Off leaves the legend alone.
 OMBREL_EXPORT void PlaceLegend(
     C2DGraph& graph, LegendPlace place, CRect const& rect, CDC& dc, std::function<void(CRect const&)> const& layOut);
 

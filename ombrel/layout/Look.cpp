@@ -28,8 +28,8 @@ constexpr COLORREF kOnDark[] { RGB(86, 180, 233), RGB(255, 159, 64), RGB(64, 210
 constexpr COLORREF kOnPaper[] { RGB(8, 48, 107), RGB(192, 40, 40), RGB(40, 150, 90), RGB(240, 160, 30),
     RGB(175, 215, 240) };
 
-/// In the order of their difference: solid, rising, falling, level and upright lines, crossed ones, a grid, dots.
-constexpr int kFillPatterns[] { kSolidFillPattern, 3, 2, 0, 1, 5, 4, 18 };
+/// Dash styles in the order of their difference: solid, short, dash and dot, long, dash and two dots, dots.
+constexpr int kDashes[] { 0, 2, 3, 1, 4, 5 };
 
 constexpr std::array<C2DSymbol::SymbolType, 7> kSymbols { C2DSymbol::Circle, C2DSymbol::Square, C2DSymbol::Diamond,
     C2DSymbol::Triangle, C2DSymbol::InvertedTriangle, C2DSymbol::Cross, C2DSymbol::Plus };
@@ -95,6 +95,21 @@ std::span<COLORREF const> DistinctColours(Look const& look)
 
 /// A shade for areas on that ground.
 COLORREF Tint(COLORREF colour, COLORREF ground) { return Mix(colour, ground, 0.6); }
+
+/// Shades of one colour: itself, lighter ones towards the ground and darker ones towards the text.
+COLORREF Shade(COLORREF colour, std::size_t which, COLORREF ground, COLORREF text)
+{
+    constexpr struct {
+        double share;
+        bool darker;
+        /// Of a colour like the text, which cannot be darker.
+        double instead;
+    } kShades[] { { 0.0, false, 0.0 }, { 0.5, false, 0.5 }, { 0.4, true, 0.3 }, { 0.7, false, 0.7 },
+        { 0.65, true, 0.4 } };
+    auto const& shade = kShades[which % std::size(kShades)];
+    bool const darker = shade.darker && ContrastOf(colour, text) >= kLeastContrast;
+    return Mix(colour, darker ? text : ground, shade.darker && !darker ? shade.instead : shade.share);
+}
 
 } // namespace
 
@@ -177,7 +192,8 @@ void ApplyLook(C2DGraph& graph, Look const& look)
 Palette::Palette(std::vector<COLORREF> colours, Look const& look)
     : m_colours(std::move(colours))
     , m_ground(look.plottingArea)
-    , m_patterned(look.theme == Theme::Print)
+    , m_text(look.text)
+    , m_dashed(look.theme == Theme::Print)
 {
 }
 
@@ -187,10 +203,10 @@ CurveLook Palette::At(std::size_t index) const
     std::size_t const round = index / m_colours.size();
     look.colour = m_colours[index % m_colours.size()];
     look.tint = Tint(look.colour, m_ground);
-    std::size_t const pattern = round + (m_patterned ? index % m_colours.size() : 0);
-    look.lineType = static_cast<int>(pattern % (C2DCurve::kLineTypes + 1));
-    look.fillPattern = kFillPatterns[pattern % std::size(kFillPatterns)];
-    look.symbol = kSymbols[index % kSymbols.size()];
+    std::size_t const inRound = index % m_colours.size();
+    look.fill = Shade(look.colour, round, m_ground, m_text);
+    look.lineType = kDashes[(round + (m_dashed ? inRound : 0)) % std::size(kDashes)];
+    look.symbol = kSymbols[(inRound + round) % kSymbols.size()];
     return look;
 }
 

@@ -48,8 +48,8 @@ struct CurveLook {
     COLORREF tint = 0;
     /// Dash style of a line; 0 is solid.
     int lineType = 0;
-    /// Fill pattern of bars and bands: 6 is solid.
-    int fillPattern = 6;
+    /// Of bars and bands.
+    COLORREF fill = 0;
     C2DSymbol::SymbolType symbol = C2DSymbol::Circle;
 };
 
@@ -60,15 +60,17 @@ OMBREL_EXPORT COLORREF TintOf(COLORREF colour, Look const& look);
 class OMBREL_EXPORT Palette {
 public:
     Palette(std::vector<COLORREF> colours, Look const& look);
-    /// Curves beyond the colours get them again, with other dashes and fill patterns.
+    /// Curves beyond the colours get them again: lines with other dashes, points with other symbols, bars and bands
+    /// in lighter and darker shades.
     CurveLook At(std::size_t index) const;
     std::size_t NumColours() const { return m_colours.size(); }
 
 private:
     std::vector<COLORREF> m_colours;
     COLORREF m_ground;
-    /// Every curve has dashes and a fill pattern of its own, not just those that share a colour.
-    bool m_patterned;
+    COLORREF m_text;
+    /// Every line has dashes of its own, not just those that share a colour.
+    bool m_dashed;
 };
 
 /// The palette for so many curves: distinct, grey, or the name of a colour map, whose colours are taken evenly; an

@@ -20,6 +20,9 @@ struct LegendEntry {
     std::span<double const> dashes;
     /// Nominal, in pixels at 96 to the inch.
     int lineWidth = 1;
+    /// What stands for the curve where a legend shows each as it is: its patch, else its line and symbol.
+    bool isFill = false;
+    bool hasLine = true;
     C2DSymbol::SymbolType symbolType = C2DSymbol::None;
     COLORREF symbolColour = 0;
     int fillSymbol = 0;

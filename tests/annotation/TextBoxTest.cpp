@@ -201,26 +201,38 @@ protected:
     void DrawSymbol(CPort*, CRect square, int entry) override { symbols.emplace_back(square, entry); }
 };
 
-TEST(Legend, ShowsSymbolsOnTheirLinesAndStacksFromTheTop)
+TEST(Legend, ShowsCurvesAsTheyAreDrawnAndStacksFromTheTop)
 {
     FramedGraph graph;
     graph.SetFrame({ 0, 0, 900, 900 });
-    graph.List("a");
-    graph.List("b");
-    graph.GetPlotArray()->GetAt(0)->GetComponent(1)->SetTitle("odd");
+    graph.List("line");
+    LegendEntry entry;
+    entry.title = "marks";
+    entry.hasLine = false;
+    graph.List(entry);
+    entry.title = "bars";
+    entry.isFill = true;
+    graph.List(entry);
+    graph.GetPlotArray()->GetAt(0)->GetComponent(2)->SetTitle("odd");
     HostLegend legend(&graph);
     legend.Create({ 100, 50 });
     Recorder recorder;
     legend.SetStyle(CLegend::lsLineAndSymbol);
-    recorder.Draw(legend);
-    EXPECT_EQ(legend.lines.size(), 2u);
+    auto patches = recorder.Draw<primitive::Fill>(legend);
+    ASSERT_EQ(legend.lines.size(), 1u);
+    EXPECT_EQ(std::get<2>(legend.lines[0]), 0);
     EXPECT_EQ(legend.symbols,
         (std::vector<std::pair<CRect, int>> { { { 143, 58, 157, 72 }, 0 }, { { 143, 80, 157, 94 }, 1 } }));
+    ASSERT_EQ(patches.size(), 2u) << "the background and the bars";
+    legend.lines.clear();
+    legend.symbols.clear();
     legend.SetStyle(CLegend::lsStack);
-    auto const patches = recorder.Draw<primitive::Fill>(legend);
-    ASSERT_EQ(patches.size(), 3u);
-    EXPECT_EQ(patches[1].brush.hatchStyle, 5) << "the second curve comes first";
-    EXPECT_EQ(patches[2].brush.hatchStyle, std::nullopt);
+    patches = recorder.Draw<primitive::Fill>(legend);
+    ASSERT_EQ(patches.size(), 2u);
+    EXPECT_EQ(patches[1].brush.hatchStyle, 5);
+    EXPECT_LT(patches[1].region.Box().top, 70) << "the last curve comes first";
+    ASSERT_EQ(legend.lines.size(), 1u);
+    EXPECT_EQ(std::get<2>(legend.lines[0]), 2);
 }
 
 TEST(Legend, StepsBelongToTheHostThatOverridesThem)

@@ -299,5 +299,54 @@ TEST(Dates, AreDaysSinceTheEndOf1899)
     EXPECT_EQ(DateValue(sys_days(1899y / 12 / 29) + 6h), -1.25);
 }
 
+TEST(Charts, ChooseLegendSamplesThatShowHowSeriesAreDrawn)
+{
+    using enum SeriesKind;
+    struct {
+        std::vector<SeriesKind> kinds;
+        int style;
+    } const cases[] {
+        { { Line, Points }, CLegend::lsLineAndSymbol },
+        { { Points, Points }, CLegend::lsSymbol },
+        { { Bars, Bars }, CLegend::lsFill },
+        { { Bars, Points }, CLegend::lsLineAndSymbol },
+        { { Stacked, Stacked, Line }, CLegend::lsStack },
+        { { Area, Area }, CLegend::lsStack },
+    };
+    for (auto const& c : cases) {
+        Chart chart;
+        for (SeriesKind const kind : c.kinds)
+            chart.Add(kind, kX, kY).Name("some");
+        Picture picture(kSmall);
+        EXPECT_EQ(chart.Graph(picture.GetDC(), picture.GetRect()).GetLegend()->GetStyle(), c.style);
+    }
+}
+
+TEST(Charts, KeepLegendsOfManySeriesInsideThePicture)
+{
+    Chart chart;
+    for (int i = 0; i < 30; ++i)
+        chart.Line(kX, kY).Name("some");
+    Picture picture({ .size = { 800, 480 } });
+    chart.Draw(picture.GetDC(), picture.GetRect());
+    CRect const legend = chart.Graph(picture.GetDC(), picture.GetRect()).GetLegend()->GetRect();
+    EXPECT_LE(legend.bottom, 480);
+    EXPECT_LE(legend.right, 800);
+}
+
+TEST(Charts, KeepTheYTitleApartFromTheLabels)
+{
+    auto const leftOfAxes = [](std::string_view title) {
+        Chart chart;
+        chart.Line(kX, kY);
+        chart.Y().Title(title);
+        Picture picture(PictureForm {});
+        C2DGraph& graph = chart.Graph(picture.GetDC(), picture.GetRect());
+        return std::pair(graph.GetAxesRect().left, graph.GetAxes()->GetFontHeight());
+    };
+    auto const [without, height] = leftOfAxes("");
+    EXPECT_GE(leftOfAxes("y").first - without, height + height / 4) << "its height and a gap";
+}
+
 } // namespace
 } // namespace ombrel

@@ -133,7 +133,7 @@ TEST_F(Plots, GiveAxesTheRangeOfTheDataAndMarginsThatEndWhereItNaturallyEnds)
         { "x,a,b\n1,-3,1\n2,-4,0\n", "--kind stacked --percent", { 0.5, 2.5, 1 }, { -100, 30, 20 } },
         { signs, "--kind area", { 1, 4, 1 }, { 0, 6.2, 1 } },
         { signs, "--kind area --normalised", { 1, 4, 1 }, { 0, 1, 0.2 } },
-        { "x,y,e\n1,10,2\n2,20,1\n", "-y y --error e", { 1, 2, 1 }, { 7.5, 21.5, 2 } },
+        { "x,y,e\n1,10,2\n2,20,1\n", "-y y --error e", { 0.98, 2.02, 1 }, { 7.5, 21.5, 2 } },
         { "v\n1\n1\n2\n3\n", "--kind histogram --bins 2", { 1, 3, 0.2 }, { 0, 3, 1 } },
     };
     for (auto const& c : cases) {

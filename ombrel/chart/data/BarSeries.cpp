@@ -90,14 +90,14 @@ void AddStackedBars(CurveInput const& input, SharedColumns& shared, CurveData& d
     FillSeriesPlot(plot, input, shared);
 }
 
-void SetFillPattern(CPlotComponent& curve, int pattern)
+void SetSolid(CPlotComponent& curve)
 {
     if (auto* const clustered = DynamicDowncast<C2DClusteredBarCurve>(&curve))
-        clustered->SetFillPattern(pattern);
+        clustered->SetFillPattern(kSolidFillPattern);
     else if (auto* const stacked = DynamicDowncast<C2DStackedBarCurve>(&curve))
-        stacked->SetFillPattern(pattern);
+        stacked->SetFillPattern(kSolidFillPattern);
     else if (auto* const area = DynamicDowncast<C2DAreaCurve>(&curve))
-        area->SetFillPattern(pattern);
+        area->SetFillPattern(kSolidFillPattern);
 }
 
 /// Bars stand on the value 1 on a logarithmic axis: smaller values would hang from there.
@@ -128,8 +128,8 @@ void FillSeriesPlot(C2DSeriesPlot& plot, CurveInput const& input, SharedColumns&
         curve.SetDataSourceType(CPlotComponent::dsTable);
         curve.SetScriptXValueMode(1);
         curve.SetXValMode(plot.GetXValMode());
-        curve.SetColour(look.colour);
-        SetFillPattern(curve, look.fillPattern);
+        curve.SetColour(look.fill);
+        SetSolid(curve);
         curve.SetPoints(TableOf(shared.xs, column.ys));
     }
 }
@@ -146,8 +146,8 @@ void AddSingleBars(CurveInput const& input, SharedColumns& shared, double widthF
     bars.SetDataSourceType(CPlotComponent::dsTable);
     if ((input.settings.xKind == XKind::Dates))
         bars.SetXValMode(C2DCurve::xvDates);
-    bars.SetColour(look.colour);
-    bars.SetFillPattern(look.fillPattern);
+    bars.SetColour(look.fill);
+    bars.SetFillPattern(kSolidFillPattern);
     bars.SetBorderColour(input.look.barBorder);
     bars.SetBarWidthFactor(widthFactor);
     if (!input.settings.yLog) {

@@ -190,7 +190,9 @@ void ChartGraph::LayOut(ChartContent const& content, CDC& dc, ChartNotes& notes)
     m_x.words = content.words;
     m_x.dates = settings.xKind == XKind::Dates;
     m_x.barRoom = m_data.spacing / 2.0;
-    m_x.margin = hasMarks ? kMarkMargin : 0.0;
+    // Half a cap at the frame would look like a tick, at zero too.
+    m_x.pastZero = !hasBars && AnySeries(content, [](SeriesData const& one) { return !one.errors.empty(); });
+    m_x.margin = hasMarks || m_x.pastZero ? kMarkMargin : 0.0;
     m_y.margin = hasMarks || hasBars ? kMarkMargin : kCurveMargin;
     m_x.wholeDecades = m_y.wholeDecades = hasBars;
     m_y.limit = settings.percent ? 100.0 : settings.normalised ? 1.0 : 0.0;

@@ -35,6 +35,7 @@ CurveLook CurveInput::LookOf(SeriesData const& one) const
 {
     CurveLook own = palette.At(one.index);
     own.colour = one.colour.value_or(own.colour);
+    own.fill = one.colour.value_or(own.fill);
     own.tint = one.colour ? TintOf(*one.colour, look) : own.tint;
     own.lineType = one.lineType.value_or(own.lineType);
     own.symbol = one.symbol.value_or(own.symbol);
