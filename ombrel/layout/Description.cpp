@@ -121,20 +121,10 @@ std::string FromTo(std::string const& from, std::string const& to)
     return from == to ? " at " + from : " from " + from + " to " + to;
 }
 
-/// The title of an axis of dates without what its labels have in common, which stands behind it or in its place.
-std::string WithoutCommon(std::string const& title, double days)
-{
-    constexpr std::size_t kLongestDate = 12;
-    std::size_t const behind = title.rfind(" (");
-    std::size_t const begin = behind == std::string::npos ? 0 : behind;
-    bool const hasYear = title.find(DateText(days, "%Y"), begin) != std::string::npos;
-    return hasYear && title.size() - begin <= kLongestDate + 3 ? title.substr(0, begin) : title;
-}
-
 /// Dates as a person writes them: to the month over years, and with times within days.
 std::string DatesPhrase(AxisWords const& axis)
 {
-    std::string const title = WithoutCommon(axis.title, axis.range.min);
+    std::string const title = TitleWithoutDate(axis.title, axis.range.min);
     std::string const name = title.empty() ? "dates" : title;
     constexpr double kYears = 3.0 * 365.0;
     constexpr double kDays = 3.0;
@@ -253,15 +243,6 @@ std::string_view KindOf(CPlot const& plot, CPlotComponent const& curve, bool isP
         // Error bars and texts go with the points that they belong to.
         return {};
     }
-}
-
-/// What a curve is called before anyone gives it a name.
-std::string FirstTitle(CPlotComponent const& curve)
-{
-    CRuntimeClass const& kind = curve.GetRuntimeClass();
-    std::unique_ptr<CObject> const fresh = kind.create ? kind.create() : nullptr;
-    auto const* const component = DynamicDowncast<CPlotComponent>(fresh.get());
-    return component ? component->GetTitle().ToUtf8() : std::string();
 }
 
 Contents ContentsOf(CPlotArray const& plots, bool isPolar)
@@ -415,6 +396,23 @@ std::string DescribeScene(C3DGraph& graph)
 }
 
 } // namespace
+
+std::string FirstTitle(CPlotComponent const& curve)
+{
+    CRuntimeClass const& kind = curve.GetRuntimeClass();
+    std::unique_ptr<CObject> const fresh = kind.create ? kind.create() : nullptr;
+    auto const* const component = DynamicDowncast<CPlotComponent>(fresh.get());
+    return component ? component->GetTitle().ToUtf8() : std::string();
+}
+
+std::string TitleWithoutDate(std::string const& title, double days)
+{
+    constexpr std::size_t kLongestDate = 12;
+    std::size_t const behind = title.rfind(" (");
+    std::size_t const begin = behind == std::string::npos ? 0 : behind;
+    bool const hasYear = title.find(COleDateTime(days).Format("%Y").ToUtf8(), begin) != std::string::npos;
+    return hasYear && title.size() - begin <= kLongestDate + 3 ? title.substr(0, begin) : title;
+}
 
 std::string DescribeGraph(CAnnotatedGraph& graph)
 {

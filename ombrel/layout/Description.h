@@ -5,6 +5,7 @@
 
 namespace ombrel {
 class CAnnotatedGraph;
+class CPlotComponent;
 
 /// What the graph shows, in a sentence for those who cannot see it: the kind of graph, its title, its series by name,
 /// and the range of the data along each axis with the axis' title.
@@ -13,5 +14,12 @@ class CAnnotatedGraph;
 ///
 /// The graph must have been drawn or laid out, and is left as it is. UTF-8.
 OMBREL_EXPORT std::string DescribeGraph(CAnnotatedGraph& graph);
+
+/// What a curve of that class is called before anyone gives it a name.
+OMBREL_EXPORT std::string FirstTitle(CPlotComponent const& curve);
+
+/// The title of an axis of dates without what its labels have in common, which stands behind it or in its place; days
+/// is one of the dates.
+OMBREL_EXPORT std::string TitleWithoutDate(std::string const& title, double days);
 
 } // namespace ombrel

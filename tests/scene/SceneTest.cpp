@@ -1,5 +1,6 @@
 #include "ombrel/scene/Scene.h"
 #include "ombrel/annotation/ColourKeyArray.h"
+#include "ombrel/chart/CurvesCsv.h"
 #include "ombrel/drawing/DIB.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph3d/3DAxis.h"
@@ -432,6 +433,10 @@ TEST(ContourMaps, ShowSettingsAndDataThatChange)
     EXPECT_THAT(page, HasSubstr(">east<"));
     EXPECT_THAT(page, HasSubstr("<desc>Contour map “Map”: east from 10 to 40, y from"));
     EXPECT_THAT(page, HasSubstr(", height / m from "));
+    // The table that the map was made from, a row for each height.
+    std::string const csv = CurvesAsCsv(map.Graph());
+    EXPECT_THAT(csv, testing::StartsWith("east,y,height / m\n10,0,"));
+    EXPECT_EQ(static_cast<std::size_t>(std::count(csv.begin(), csv.end(), '\n')), kRows * kColumns + 1);
     map.Description("Mine");
     EXPECT_THAT(map.Encode(Form(PictureFormat::Svg)), HasSubstr("<desc>Mine</desc>"));
     // Points on a grid in any order are the grid.

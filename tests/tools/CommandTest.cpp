@@ -50,7 +50,7 @@ private:
     TestFolder m_streams;
 };
 
-constexpr auto kMonths = "Month,CO2,adjusted\n2019-01-01,410.8,410.5\n2019-02-01,411.7,411.0\n2019-03-01,,411.4\n"
+constexpr auto kMonths = "Month,CO2,adjusted\n2019-01-01,410.8,410.5\n2019-02-01,411.7,411\n2019-03-01,,411.4\n"
                          "2019-04-01,413.3,411.7\n2020-03-01,414.5,413.2\n"sv;
 
 TEST_F(Command, WritesEveryFormatAndNothingElse)
@@ -198,6 +198,34 @@ TEST_F(Command, DocumentsKeepTheGraphAndTheirBytes)
     EXPECT_NEAR(titleAt("draw.svg"), titleAt("plot.svg"), 15.0);
     RunWell("draw - -o d.png < a.doc");
     ExpectSame("a.png", "d.png");
+}
+
+TEST_F(Command, ConvertsDocumentsToTheNewestLayoutAndToTables)
+{
+    m_files.Write("co2.csv", kMonths);
+    RunWell("plot co2.csv -o a.ombrel");
+    // A plot of the table is the plot that the table was made from.
+    RunWell("convert a.ombrel -o b.ombrel -o b.csv");
+    ExpectSame("a.ombrel", "b.ombrel");
+    ExpectSame("b.csv", "co2.csv");
+    EXPECT_EQ(RunWell("convert - < a.ombrel"), m_files.Read("b.csv"));
+    std::string const before = m_files.Read("a.ombrel");
+    struct {
+        char const* arguments;
+        int status;
+        char const* message;
+    } const cases[] {
+        { "convert co2.csv -o c.ombrel", 1, "co2.csv: is not a graph document" },
+        { "convert a.ombrel -o c.png", 2, "expected .ombrel or .csv" },
+        { "convert a.ombrel -o a.ombrel", 2, "would be written over the input" },
+        { "convert a.ombrel b.ombrel", 2, "expected one document, found 2" },
+    };
+    for (auto const& c : cases) {
+        Result const result = Run(c.arguments);
+        EXPECT_EQ(result.status, c.status) << c.arguments;
+        EXPECT_THAT(result.errors, HasSubstr(c.message));
+    }
+    EXPECT_TRUE(m_files.Read("a.ombrel") == before);
 }
 
 TEST_F(Command, ReadsTheContentsOfAGraphWithoutItsReferenceAndNothingDamaged)

@@ -149,12 +149,7 @@ void Outputs::SetTitle(std::string const& title)
 
 void Outputs::Write(Draw const& draw, Messages const& messages, std::string const& document)
 {
-    struct File {
-        std::string path;
-        std::string bytes;
-        std::string size;
-    };
-    std::vector<File> files;
+    std::vector<OutputFile> files;
     auto const addDocuments = [&](CAnnotatedGraph const* graph) {
         for (std::string const& path : m_documents) {
             if (!graph)
@@ -174,8 +169,13 @@ void Outputs::Write(Draw const& draw, Messages const& messages, std::string cons
         files.push_back({ target.path, picture.Encode(), SizeText(target) });
         TellMarks(target, picture, messages);
     }
+    WriteFiles(files, messages);
+}
+
+void WriteFiles(std::vector<OutputFile> const& files, Messages const& messages)
+{
     std::string faults;
-    for (File const& file : files) {
+    for (OutputFile const& file : files) {
         try {
             if (file.path.empty()) {
                 WriteToStandardOutput(file.bytes);

@@ -22,6 +22,19 @@ struct Target : PictureForm {
     std::string path;
 };
 
+/// A file that is ready to be written.
+struct OutputFile {
+    /// Empty for standard output.
+    std::string path;
+    std::string bytes;
+    /// What is told of it; empty for nothing.
+    std::string size {};
+};
+
+/// Writes each beside its target and renames it. One that cannot be written does not keep the others from being; what
+/// is wrong with it is thrown at the end as Failure.
+void WriteFiles(std::vector<OutputFile> const& files, Messages const& messages);
+
 /// The files that the options ask for.
 class Outputs {
 public:
@@ -35,9 +48,8 @@ public:
 
     /// Draws on the picture, the last one or not, and gives the graph.
     using Draw = std::function<CAnnotatedGraph const*(Picture& picture, bool isLast)>;
-    /// Makes all files, and writes them when that has gone well: each beside its target, and renamed. One that cannot
-    /// be written does not keep the others from being; what is wrong with it is thrown at the end as Failure. Documents
-    /// hold the graph as it is in the first picture, unless their bytes are given.
+    /// Makes all files, and writes them when that has gone well. Documents hold the graph as it is in the first
+    /// picture, unless their bytes are given.
     void Write(Draw const& draw, Messages const& messages, std::string const& document = {});
 
 private:

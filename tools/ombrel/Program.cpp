@@ -9,6 +9,7 @@
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/Version.h"
 #include "tools/ombrel/commands/ColoursCommand.h"
+#include "tools/ombrel/commands/ConvertCommand.h"
 #include "tools/ombrel/commands/DrawCommand.h"
 #include "tools/ombrel/commands/GalleryCommand.h"
 #include "tools/ombrel/commands/HeightCommands.h"
@@ -84,6 +85,11 @@ void Run(Options const& options)
         if (files.size() > 1)
             throw Failure(kUsageFault, "expected one document, found " + std::to_string(files.size()) + " files");
         RunDraw(options, *files.front(), messages);
+        break;
+    case Command::Convert:
+        if (files.size() > 1)
+            throw Failure(kUsageFault, "expected one document, found " + std::to_string(files.size()) + " files");
+        RunConvert(options, *files.front(), messages);
         break;
     case Command::Surface:
         RunSurface(options, files, messages);

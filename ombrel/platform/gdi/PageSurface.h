@@ -48,8 +48,8 @@ public:
     /// The bytes of the finished document; the surface takes no more drawing after it.
     /// Throws CResourceException* when the document cannot be made.
     virtual std::string Finish() = 0;
-    /// What is drawn from here on goes on another page of the same size; false, and nothing is changed, where the format
-    /// holds one page only, which is SVG.
+    /// What is drawn from here on goes on another page of the same size; false, and nothing is changed, where the
+    /// format holds one page only, which is SVG.
     virtual bool NextPage() = 0;
     /// Sets the description of the setup, at any time before the end.
     virtual void Describe(CString const& description) = 0;

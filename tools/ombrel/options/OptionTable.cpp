@@ -11,6 +11,7 @@ constexpr CommandSet kSurface = SetOf(Command::Surface);
 constexpr CommandSet kContour = SetOf(Command::Contour);
 constexpr CommandSet kMesh = SetOf(Command::Mesh);
 constexpr CommandSet kDraw = SetOf(Command::Draw);
+constexpr CommandSet kConvert = SetOf(Command::Convert);
 constexpr CommandSet kInfo = SetOf(Command::Info);
 constexpr CommandSet kGallery = SetOf(Command::Gallery);
 constexpr CommandSet kColours = SetOf(Command::Colours);
@@ -22,7 +23,7 @@ constexpr CommandSet kCharts = kPlot | kHeights;
 constexpr CommandSet kScenes = kSurface | kMesh;
 constexpr CommandSet kColoured = kHeights | kMesh;
 constexpr CommandSet kGraphs = kCharts | kMesh;
-constexpr CommandSet kAll = kGraphs | kDraw | kInfo | kGallery | kColours;
+constexpr CommandSet kAll = kGraphs | kDraw | kConvert | kInfo | kGallery | kColours;
 constexpr CommandSet kPictures = kGraphs | kDraw | kColours;
 
 using std::string_view;
@@ -51,7 +52,7 @@ constexpr std::array kOptions {
         "Write the picture to OUT: .png .bmp .pdf .svg or .ps, or .ombrel for the graph as a document. Without it, "
         "FILE's name with .png in the current folder; - is standard output and needs --format. May be given several "
         "times.",
-        kPictures, {}, ValueKind::File, true },
+        kPictures | kConvert, {}, ValueKind::File, true },
     OptionEntry { OptionId::Format, "format", 0, "FORMAT", "png, bmp, pdf, svg or ps, whatever the extension of OUT.",
         kPictures, kFormats },
     OptionEntry { OptionId::XColumn, "x", 'x', "COL",
@@ -212,7 +213,8 @@ constexpr std::array kOptions {
     OptionEntry {
         OptionId::Save, "save", 0, "DOC", "Store the graph as a document.", kGraphs | kDraw, {}, ValueKind::File },
     OptionEntry { OptionId::InPlace, "in-place", 0, "CLASS",
-        "The document holds the contents of a graph of CLASS (C2DGraph) and not a reference to one.", kDraw | kInfo },
+        "The document holds the contents of a graph of CLASS (C2DGraph) and not a reference to one.",
+        kDraw | kConvert | kInfo },
     OptionEntry {
         OptionId::Verbose, "verbose", 'v', "", "Tell what was assumed about the input, on standard error.", kAll },
     OptionEntry { OptionId::Help, "help", 'h', "", "Print this text.", kAll },
@@ -229,6 +231,9 @@ constexpr std::array kCommands {
     CommandEntry { Command::Mesh, "mesh", "ombrel mesh FILE",
         "Draw a finite-element mesh (.tvm), solid objects (.tvo), or the faces of a drawing (.dxf)." },
     CommandEntry { Command::Draw, "draw", "ombrel draw DOCUMENT [options]", "Draw a stored graph document." },
+    CommandEntry { Command::Convert, "convert", "ombrel convert DOCUMENT -o OUT",
+        "Write a document of any age in the newest layout (.ombrel), or its curves as a table (.csv; standard output "
+        "without -o)." },
     CommandEntry { Command::Info, "info", "ombrel info FILE...",
         "Print what is in a file: the object tree of a document; columns, types and gaps of a table." },
     CommandEntry { Command::Gallery, "gallery", "ombrel gallery DIRECTORY",

@@ -17,7 +17,7 @@
 namespace ombrel::host {
 
 /// None: the file decides what fits.
-enum class Command { None, Plot, Surface, Contour, Mesh, Draw, Info, Gallery, Colours };
+enum class Command { None, Plot, Surface, Contour, Mesh, Draw, Convert, Info, Gallery, Colours };
 
 enum class OptionId : int {
     Output,
