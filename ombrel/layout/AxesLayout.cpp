@@ -159,7 +159,6 @@ void SetDateAxis(CAxes& axes, DateTicks const& ticks, CString const& title)
     axis.rangeMode = CAxes::rmFixed;
     axis.timeUnitsOn = 1;
     axis.tickMode = CAxes::tmStep;
-    axes.SetAxis(CAxes::atX, axis);
     DateTickSettings dates;
     dates.alignRefDate = 0;
     dates.tickMin = ticks.first;
@@ -173,6 +172,15 @@ void SetDateAxis(CAxes& axes, DateTicks const& ticks, CString const& title)
     dates.minorDateFormat = "";
     dates.minorTimeFormat = "";
     axes.SetDateTicks(dates);
+    axis.labelMode = CAxes::lmStrings;
+    axis.labels.RemoveAll();
+    axes.SetAxis(CAxes::atX, axis);
+    axes.UpdateGraphParameters();
+    CDoubleArray places;
+    axes.GetXNotchPositions(places);
+    for (std::string const& text : DateLabels(ticks, { places.GetData(), static_cast<std::size_t>(places.GetSize()) }))
+        axis.labels.Add(CString(text));
+    axes.SetAxis(CAxes::atX, axis);
 }
 
 /// So that the y title does not touch the labels beside it.
@@ -196,10 +204,7 @@ std::string TitleWithCommon(std::string const& title, DateTicks const& ticks)
 {
     if (ticks.common.empty())
         return title;
-    std::string const common = COleDateTime(ticks.range.min).Format(CString(ticks.common)).ToUtf8();
-    std::string const last = COleDateTime(ticks.range.max).Format(CString(ticks.common)).ToUtf8();
-    std::string const text = common == last ? common : common + " – " + last;
-    return title.empty() ? text : title + " (" + text + ")";
+    return title.empty() ? ticks.common : title + " (" + ticks.common + ")";
 }
 
 void LayOutWords(CAxes& axes, PlotAxisSettings const& x, CSize area, LabelMeasure const& measure)

@@ -99,9 +99,14 @@ struct DateTicks {
     TimeUnit minorUnit = TimeUnit::Year;
     /// strftime codes of the labels.
     std::string format;
-    /// strftime codes of what all labels have in common and leave out; empty when they say everything.
+    /// strftime codes of the day or year that a label tells, too, when it is the first in it; empty for none.
+    std::string period;
+    /// What all labels have in common and leave out, for the title: "2020", or "4 Mar 2020".
     std::string common;
 };
+
+/// The labels of ticks at these places, in order: "28 Dec 2020", "4 Jan 2021", "11 Jan".
+OMBREL_EXPORT std::vector<std::string> DateLabels(DateTicks const& ticks, std::span<double const> places);
 
 /// Calendar steps that fit an axis of length pixels; width gives the pixels of a text.
 OMBREL_EXPORT DateTicks FitDateTicks(

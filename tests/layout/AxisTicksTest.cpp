@@ -180,34 +180,57 @@ double Day(int year, int month, int day, int hour = 0, int minute = 0, int secon
     return COleDateTime(year, month, day, hour, minute, second).GetValue();
 }
 
-TEST(DateTicks, StepByTheCalendar)
+/// Where the ticks stand on the axis.
+std::vector<double> PlacesOf(DateTicks const& ticks)
 {
+    std::vector<double> places;
+    COleDateTime date = ticks.first;
+    for (; date.IsValid() && date.GetValue() <= ticks.range.max; CVUtils::IncrementTime(ticks.step, ticks.unit, date)) {
+        if (date.GetValue() >= ticks.range.min)
+            places.push_back(date.GetValue());
+    }
+    return places;
+}
+
+TEST(DateTicks, StepByTheCalendarAndTellEachYearAndDayOnce)
+{
+    using Texts = std::vector<std::string>;
     struct {
         AxisRange data;
+        int length;
         TimeUnit unit;
         int step;
-        char const* first;
-        char const* format;
+        Texts labels;
         char const* common;
     } const cases[] {
-        { { Day(1958, 3, 1), Day(2020, 4, 1) }, TimeUnit::Year, 10, "1950-01-01 00:00", "%Y", "" },
-        { { Day(2012, 1, 1), Day(2015, 12, 31) }, TimeUnit::Month, 6, "2012-01-01 00:00", "%b %Y", "" },
-        { { Day(2012, 2, 17), Day(2012, 6, 3) }, TimeUnit::Day, 14, "2012-02-13 00:00", "%Y-%m-%d", "" },
-        { { Day(2020, 3, 4, 10), Day(2020, 3, 8, 22) }, TimeUnit::Day, 1, "2020-03-04 00:00", "%Y-%m-%d", "" },
-        { { Day(2020, 3, 4, 10), Day(2020, 3, 5, 22) }, TimeUnit::Hour, 6, "2020-03-04 06:00", "%d %b %H:%M", "%Y" },
-        { { Day(2020, 3, 4, 10, 7), Day(2020, 3, 4, 15) }, TimeUnit::Minute, 30, "2020-03-04 10:00", "%H:%M",
-            "%Y-%m-%d" },
-        { { Day(2020, 3, 4, 10, 7, 3), Day(2020, 3, 4, 10, 7, 9) }, TimeUnit::Second, 1, "2020-03-04 10:07", "%H:%M:%S",
-            "%Y-%m-%d" },
-        { { Day(100, 1, 1), Day(9999, 12, 31) }, TimeUnit::Year, 1000, "100-01-01 00:00", "%Y", "" },
+        { { Day(1958, 3, 1), Day(1990, 4, 1) }, 800, TimeUnit::Year, 5,
+            { "1960", "1965", "1970", "1975", "1980", "1985", "1990" }, "" },
+        { { Day(2019, 11, 1), Day(2020, 3, 1) }, 400, TimeUnit::Month, 1,
+            { "Nov 2019", "Dec", "Jan 2020", "Feb", "Mar" }, "" },
+        { { Day(2020, 1, 1), Day(2020, 9, 1) }, 200, TimeUnit::Month, 2, { "Jan", "Mar", "May", "Jul", "Sep" },
+            "2020" },
+        // Weeks begin on Mondays.
+        { { Day(2020, 12, 22), Day(2021, 1, 13) }, 800, TimeUnit::Day, 7, { "28 Dec 2020", "4 Jan 2021", "11 Jan" },
+            "" },
+        { { Day(2020, 3, 30), Day(2020, 4, 2) }, 300, TimeUnit::Day, 1, { "30 Mar", "31 Mar", "1 Apr", "2 Apr" },
+            "2020" },
+        { { Day(2020, 3, 4, 15), Day(2020, 3, 6, 1) }, 800, TimeUnit::Hour, 6,
+            { "4 Mar 18:00", "5 Mar", "06:00", "12:00", "18:00", "6 Mar" }, "2020" },
+        { { Day(2020, 12, 31, 15), Day(2021, 1, 1, 7) }, 500, TimeUnit::Hour, 6,
+            { "31 Dec 2020 18:00", "1 Jan 2021", "06:00" }, "" },
+        { { Day(2020, 3, 4, 10, 7), Day(2020, 3, 4, 11, 32) }, 400, TimeUnit::Minute, 15,
+            { "10:15", "10:30", "10:45", "11:00", "11:15", "11:30" }, "4 Mar 2020" },
+        { { Day(2020, 3, 4, 10, 7, 3), Day(2020, 3, 4, 10, 7, 5) + 1e-6 }, 800, TimeUnit::Second, 1,
+            { "10:07:03", "10:07:04", "10:07:05" }, "4 Mar 2020" },
+        { { Day(100, 1, 1), Day(9999, 12, 31) }, 800, TimeUnit::Year, 1000,
+            { "100", "1100", "2100", "3100", "4100", "5100", "6100", "7100", "8100", "9100" }, "" },
     };
     for (auto const& c : cases) {
-        DateTicks const ticks = FitDateTicks(c.data, { false, false, 0.05 }, 800, Width);
-        SCOPED_TRACE(c.first);
+        DateTicks const ticks = FitDateTicks(c.data, { false, false, 0.0 }, c.length, Width);
+        SCOPED_TRACE(c.labels.front());
         EXPECT_EQ(ticks.unit, c.unit);
         EXPECT_EQ(ticks.step, c.step);
-        EXPECT_EQ(ticks.first.Format("%Y-%m-%d %H:%M").ToUtf8(), c.first);
-        EXPECT_EQ(ticks.format, c.format);
+        EXPECT_EQ(DateLabels(ticks, PlacesOf(ticks)), c.labels);
         EXPECT_EQ(ticks.common, c.common);
     }
     // The end of the year is near enough for the axis to reach its tick.
@@ -222,16 +245,12 @@ TEST(DateTicks, LeaveRoomBetweenTheirLabels)
             double const start = Day(2001, 5, 17, 9, 41, 12);
             AxisRange const data { start, std::min(start + days, 2958000.0) };
             DateTicks const ticks = FitDateTicks(data, { false, false, 0.05 }, length, Width);
-            COleDateTime date = ticks.first;
-            double last = -1e9;
-            for (int i = 0; i < 100 && date.IsValid() && date.GetValue() <= ticks.range.max; ++i) {
-                double const at = (date.GetValue() - ticks.range.min) / (ticks.range.max - ticks.range.min) * length;
-                if (date.GetValue() >= ticks.range.min) {
-                    EXPECT_GE(at - last, Width(date.Format(CString(ticks.format)).ToUtf8()))
-                        << days << " days in " << length << " " << ticks.format;
-                    last = at;
-                }
-                CVUtils::IncrementTime(ticks.step, ticks.unit, date);
+            std::vector<double> const places = PlacesOf(ticks);
+            std::vector<std::string> const labels = DateLabels(ticks, places);
+            for (std::size_t i = 1; i < places.size(); ++i) {
+                double const apart = (places[i] - places[i - 1]) / (ticks.range.max - ticks.range.min) * length;
+                EXPECT_GE(apart, (Width(labels[i - 1]) + Width(labels[i])) / 2)
+                    << days << " days in " << length << ": " << labels[i];
             }
         }
     }
