@@ -31,7 +31,27 @@ foreach(folder IN LISTS OMBREL_PUBLIC_FOLDERS ITEMS ".")
     string(PREPEND OMBREL_FOLDER_LIST "- @ref ${group} \"${path}\": ${about}\n")
 endforeach()
 
-file(GLOB pages CONFIGURE_DEPENDS docs/*.md)
+file(GLOB pages CONFIGURE_DEPENDS docs/*.md docs/tutorial/*.md)
+
+# The pictures of the tutorial are drawn by the programs that its pages show.
+set(pictureDir ${OMBREL_DOCS_DIR}/tutorial)
+file(MAKE_DIRECTORY ${pictureDir})
+file(GLOB programs CONFIGURE_DEPENDS examples/families/*.cpp)
+set(pictures "")
+foreach(program IN LISTS programs)
+    get_filename_component(name ${program} NAME_WE)
+    add_executable(ombrel_example_${name} EXCLUDE_FROM_ALL ${program})
+    target_link_libraries(ombrel_example_${name} PRIVATE ombrel)
+    set(arguments "")
+    if(name STREQUAL "mesh_3d")
+        set(arguments ${PROJECT_SOURCE_DIR}/examples/beam.tvm)
+    endif()
+    # Colour maps are found beside the folder of the program.
+    set_target_properties(ombrel_example_${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin/examples)
+    add_custom_command(OUTPUT ${pictureDir}/${name}.png COMMAND ombrel_example_${name} ${arguments}
+        DEPENDS ombrel_example_${name} ombrel_colour_maps WORKING_DIRECTORY ${pictureDir} VERBATIM)
+    list(APPEND pictures ${pictureDir}/${name}.png)
+endforeach()
 configure_file(docs/reference/main.md ${OMBREL_DOCS_DIR}/main.md @ONLY)
 file(CONFIGURE OUTPUT ${OMBREL_DOCS_DIR}/groups.dox CONTENT "${groups}" @ONLY)
 set(input ${OMBREL_DOCS_DIR}/main.md ${OMBREL_DOCS_DIR}/groups.dox ${pages} ${headers})
@@ -45,6 +65,6 @@ add_custom_command(OUTPUT ${OMBREL_DOCS_DIR}/html/index.html
     COMMAND ${OMBREL_DOXYGEN} ${OMBREL_DOCS_DIR}/Doxyfile
     COMMAND sed -E "/\\(((function|typedef|friend)\\) of (class|struct|union)|variable\\) of) .* is not documented/d"
         ${OMBREL_DOCS_DIR}/all-warnings > ${OMBREL_DOCS_DIR}/warnings
-    DEPENDS ${OMBREL_DOCS_DIR}/Doxyfile docs/reference/header.awk examples/host/main.cpp ${input}
+    DEPENDS ${OMBREL_DOCS_DIR}/Doxyfile docs/reference/header.awk examples/host/main.cpp ${programs} ${pictures} ${input}
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR} COMMENT "Making the reference" VERBATIM)
 add_custom_target(ombrel_docs ALL DEPENDS ${OMBREL_DOCS_DIR}/html/index.html)
