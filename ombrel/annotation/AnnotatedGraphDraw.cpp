@@ -153,9 +153,13 @@ void CAnnotatedGraph::LayOutInWindow()
 
 void CAnnotatedGraph::DrawOffScreen(CDC& target)
 {
+    constexpr int kScreenDotsPerInch = 96;
     CSize const size = m_windowRect.Size();
-    if (size != m_bitmapSize) {
+    // Off-screen pictures for printers are those of a screen.
+    int const dotsPerInch = target.IsPrinting() ? kScreenDotsPerInch : target.GetDeviceCaps(LOGPIXELSX);
+    if (size != m_bitmapSize || m_dib.GetDotsPerInch() != dotsPerInch) {
         m_dib.Create(size.cx, size.cy, 24);
+        m_dib.SetDotsPerInch(dotsPerInch);
         m_bitmapSize = size;
         m_bodyIsDrawn = false;
     }
@@ -245,6 +249,7 @@ CDIB& CAnnotatedGraph::GetDisplayDIB()
         CSize const size = m_dib.GetSize();
         if (m_displayDIB.GetSize() != size)
             m_displayDIB.Create(size.cx, size.cy, m_dib.GetBitsPerPixel());
+        m_displayDIB.SetDotsPerInch(m_dib.GetDotsPerInch());
         m_dib.Draw(m_displayDIB.GetDC(), 0, 0);
         m_displayIsBody = false;
     }

@@ -53,7 +53,7 @@ void Chart::Parts::TakeAxes()
 ChartGraph& Chart::Parts::Prepare(CDC& dc, CRect const& rect, bool takeOver)
 {
     notes = ChartNotes();
-    bool const isBuilt = graph && !changes.all && graph->Size() == rect.Size() && !takeOver;
+    bool const isBuilt = graph && !changes.all && graph->Fits(dc, rect.Size()) && !takeOver;
     if (!isBuilt || (!changes.points.empty() && !graph->Refill(content, changes.points, dc, notes))) {
         TakeAxes();
         graph.reset();

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <span>
@@ -20,7 +21,11 @@ namespace ombrel {
 
 namespace {
 
-constexpr int kScreenDotsPerInch = 96;
+int DotsPerInch(PictureForm const& form)
+{
+    constexpr double kScreen = 96.0;
+    return std::max(static_cast<int>(std::lround(kScreen * form.scale)), 1);
+}
 
 PageFormat PageFormatOf(PictureFormat format)
 {
@@ -68,6 +73,7 @@ Picture::Picture(PictureForm form)
     if (!m_form.IsPage()) {
         m_rect = CRect(0, 0, m_form.size.width, m_form.size.height);
         m_bitmap = std::make_unique<CDIB>(m_form.size.width, m_form.size.height, 24);
+        m_bitmap->SetDotsPerInch(DotsPerInch(m_form));
         return;
     }
     PageSetup setup;
@@ -102,7 +108,7 @@ std::string Picture::Encode()
     if (m_form.format == PictureFormat::Bmp)
         return m_bitmap->EncodeBmp();
     PngSettings settings;
-    settings.dotsPerInch = kScreenDotsPerInch;
+    settings.dotsPerInch = DotsPerInch(m_form);
     if (!m_form.title.empty())
         settings.texts.emplace_back("Title", m_form.title);
     if (!m_description.empty())

@@ -36,6 +36,9 @@ struct PictureForm {
     PictureFormat format = PictureFormat::Png;
     /// Of bitmaps.
     PictureSize size {};
+    /// Of bitmaps: how many times as large fonts, lines and marks are as on a screen of 96 dots per inch; above 0.
+    /// Twice the size and twice the scale look the same on a screen of twice as many dots.
+    double scale = 1.0;
     /// Of pages.
     PageSize page {};
     PageMarks marks = PageMarks::Auto;

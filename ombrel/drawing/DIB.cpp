@@ -78,6 +78,12 @@ int CDIB::Create(int width, int height, int bitsPerPixel, CDC* reference)
     return 1;
 }
 
+void CDIB::SetDotsPerInch(int dots)
+{
+    if (m_bitmap)
+        m_bitmap->GetRaster()->SetDotsPerInch(dots);
+}
+
 void CDIB::Draw(CDC* target, int x, int y)
 {
     if (m_bitmap)

@@ -46,6 +46,9 @@ public:
     /// reference (not kept), or with the screen; without a reference an existing one is kept. A size or depth that
     /// cannot be, or no memory, is told to the user and throws CResourceException* (newly allocated).
     int Create(int width, int height, int bitsPerPixel, CDC* reference = nullptr);
+    /// How dense the bitmap is, which fonts and lines on it follow; 96 after Create. Nothing happens before it.
+    void SetDotsPerInch(int dots);
+    int GetDotsPerInch() const { return m_bitmap ? m_bitmap->GetRaster()->DotsPerInch() : 96; }
     /// Owned by this object; null before Create.
     CDC* GetDC() const { return m_dc.get(); }
     /// Owned by this object; null before Create.

@@ -80,6 +80,8 @@ void C3DGraph::RenderOn(Picture3D& picture, CDIB& bitmap)
     picture.isDrawn = false;
     picture.bitmap = &bitmap;
     picture.graphRect = m_graphRect;
+    if (&picture == m_ownPicture.get())
+        picture.pixelsPerInch = bitmap.GetDotsPerInch();
     picture.canvas.SetSize(m_windowRect.Size());
     if (m_graphRect.Height() != 0)
         m_aspectRatio = static_cast<double>(m_graphRect.Width()) / m_graphRect.Height();

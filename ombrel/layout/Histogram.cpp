@@ -80,6 +80,30 @@ std::vector<double> HistogramEdges(std::span<double const> values, int bins)
     return edges;
 }
 
+Outline OutlineOf(std::span<std::size_t const> counts, std::span<double const> edges)
+{
+    std::size_t first = 0;
+    while (first < counts.size() && counts[first] == 0)
+        ++first;
+    std::size_t last = counts.size();
+    while (last > first && counts[last - 1] == 0)
+        --last;
+    Outline outline;
+    auto const add = [&outline](double x, double y) {
+        outline.xs.push_back(x);
+        outline.ys.push_back(y);
+    };
+    if (first == last)
+        return outline;
+    add(edges[first], 0.0);
+    for (std::size_t i = first; i < last; ++i) {
+        add(edges[i], static_cast<double>(counts[i]));
+        add(edges[i + 1], static_cast<double>(counts[i]));
+    }
+    add(edges[last], 0.0);
+    return outline;
+}
+
 std::vector<std::size_t> CountInBins(std::span<double const> values, std::span<double const> edges)
 {
     if (edges.size() < 2)

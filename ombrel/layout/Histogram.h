@@ -22,4 +22,13 @@ OMBREL_EXPORT std::vector<double> HistogramEdges(std::span<double const> values,
 /// left. Values outside count nowhere.
 OMBREL_EXPORT std::vector<std::size_t> CountInBins(std::span<double const> values, std::span<double const> edges);
 
+/// Points that a line follows.
+struct Outline {
+    std::vector<double> xs;
+    std::vector<double> ys;
+};
+
+/// The outline of bars of these heights from 0, without the empty bins before the first and after the last.
+OMBREL_EXPORT Outline OutlineOf(std::span<std::size_t const> counts, std::span<double const> edges);
+
 } // namespace ombrel

@@ -6,6 +6,7 @@
 #include "ombrel/graph2d/2DLine.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/layout/Titles.h"
+#include "ombrel/model/LineWidth.h"
 #include "ombrel/platform/gdi/DC.h"
 
 #include <gmock/gmock.h>
@@ -346,6 +347,50 @@ TEST(Charts, KeepTheYTitleApartFromTheLabels)
     };
     auto const [without, height] = leftOfAxes("");
     EXPECT_GE(leftOfAxes("y").first - without, height + height / 4) << "its height and a gap";
+}
+
+TEST(Charts, DrawHistogramsOfSeveralColumnsAsOutlinesUnlessTheyAreFew)
+{
+    auto const classOf = [](int columns, int bins) {
+        Chart chart;
+        for (int i = 0; i < columns; ++i)
+            chart.Histogram(kY);
+        chart.Bins(bins);
+        Picture picture(kSmall);
+        CPlot const& plot = *chart.Graph(picture.GetDC(), picture.GetRect()).GetPlotArray()->GetAt(0);
+        return std::string(plot.GetComponents()[0]->GetRuntimeClass().name);
+    };
+    EXPECT_EQ(classOf(1, 20), "C2DBarCurve");
+    EXPECT_EQ(classOf(2, 5), "C2DClusteredBarCurve");
+    EXPECT_EQ(classOf(2, 20), "C2DLine");
+    EXPECT_EQ(classOf(4, 5), "C2DLine");
+}
+
+TEST(Charts, AreTwiceAsLargeAtTwiceTheScale)
+{
+    struct Sizes {
+        int font, frame, legend, line;
+    };
+    auto const sizesOf = [](int factor) {
+        Chart chart("Title");
+        chart.Line(kX, kY).Name("a");
+        chart.Points(kX, kY).Name("b");
+        chart.Legend(LegendPlace::TopLeft);
+        PictureForm form;
+        form.size = { 600 * factor, 400 * factor };
+        form.scale = factor;
+        Picture picture(form);
+        chart.Draw(picture.GetDC(), picture.GetRect());
+        C2DGraph& graph = chart.Graph(picture.GetDC(), picture.GetRect());
+        return Sizes { graph.GetAxes()->GetFontHeight(), static_cast<int>(graph.GetAxesRect().Width()),
+            static_cast<int>(graph.GetLegend()->GetRect().Width()), DeviceLineWidth(picture.GetDC(), 2) };
+    };
+    Sizes const once = sizesOf(1);
+    Sizes const twice = sizesOf(2);
+    EXPECT_NEAR(twice.font, 2 * once.font, 1);
+    EXPECT_NEAR(twice.frame, 2 * once.frame, 12);
+    EXPECT_NEAR(twice.legend, 2 * once.legend, 12);
+    EXPECT_EQ(twice.line, 2 * once.line);
 }
 
 } // namespace

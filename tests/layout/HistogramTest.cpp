@@ -66,5 +66,14 @@ TEST(HistogramBins, FollowTheirRule)
     }
 }
 
+TEST(Histograms, HaveOutlinesThatEncloseAllCounts)
+{
+    std::vector<double> const edges { 0, 2, 4, 6, 8, 10 };
+    Outline const outline = OutlineOf(std::vector<std::size_t> { 0, 3, 0, 1, 0 }, edges);
+    EXPECT_EQ(outline.xs, (std::vector<double> { 2, 2, 4, 4, 6, 6, 8, 8 }));
+    EXPECT_EQ(outline.ys, (std::vector<double> { 0, 3, 3, 0, 0, 1, 1, 0 }));
+    EXPECT_TRUE(OutlineOf(std::vector<std::size_t> { 0, 0, 0, 0, 0 }, edges).xs.empty());
+}
+
 } // namespace
 } // namespace ombrel

@@ -68,6 +68,8 @@ void CheckForms(Options const& options, std::vector<Target> const& pictures)
     bool const hasPages = std::any_of(pictures.begin(), pictures.end(), isPage);
     if (options.size && std::all_of(pictures.begin(), pictures.end(), isPage))
         fail("--size is for .png and .bmp; a page takes --page");
+    if (options.IsGiven(OptionId::Scale) && std::all_of(pictures.begin(), pictures.end(), isPage))
+        fail("--scale is for .png and .bmp; on a page everything has the size that it has in print");
     if (options.page && !hasPages)
         fail("--page is for .pdf, .svg and .ps; a picture takes --size");
     if (options.IsGiven(OptionId::Vector) && !hasPages)
@@ -119,6 +121,7 @@ Outputs::Outputs(Options const& options, std::string const& input)
 {
     auto const settle = [&options](Target& target) {
         target.size = options.size.value_or(target.size);
+        target.scale = options.scale;
         target.page = options.page.value_or(target.page);
         target.description = options.description;
         target.marks = options.allVector ? PageMarks::Vector : PageMarks::Auto;

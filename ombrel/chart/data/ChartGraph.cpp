@@ -4,6 +4,7 @@
 #include "ombrel/layout/ChartError.h"
 #include "ombrel/layout/EndLabels.h"
 #include "ombrel/layout/FillLook.h"
+#include "ombrel/platform/gdi/DC.h"
 
 #include <algorithm>
 #include <limits>
@@ -118,6 +119,7 @@ void CheckData(CurveData const& data, ChartContent const& content, ChartNotes& n
 ChartGraph::ChartGraph(ChartContent const& content, CDC& dc, CSize size, ChartNotes& notes, bool takeOver)
     : m_graph(std::make_unique<C2DGraph>(1))
     , m_size(size)
+    , m_dotsPerInch(dc.GetDeviceCaps(LOGPIXELSX))
     , m_look(content.settings.polar ? PolarLookOf(content.theme) : LookOf(content.theme))
     , m_palette(PaletteNamed(content.palette, content.series.size(), m_look))
 {
@@ -138,6 +140,11 @@ ChartGraph::ChartGraph(ChartContent const& content, CDC& dc, CSize size, ChartNo
     // Logarithmic axes follow the curves, and so does the legend.
     m_graph->UpdatePlots();
     LayOut(content, dc, notes);
+}
+
+bool ChartGraph::Fits(CDC const& dc, CSize size) const
+{
+    return size == m_size && dc.GetDeviceCaps(LOGPIXELSX) == m_dotsPerInch;
 }
 
 void ChartGraph::AddSeries(ChartContent const& content, ChartNotes& notes, bool takeOver)

@@ -48,7 +48,8 @@ public:
 
     C2DGraph& Get() { return *m_graph; }
     std::unique_ptr<C2DGraph> Take() { return std::move(m_graph); }
-    CSize Size() const { return m_size; }
+    /// Whether it was laid out for a window of that size on a context like that.
+    bool Fits(CDC const& dc, CSize size) const;
 
 private:
     void AddSeries(ChartContent const& content, ChartNotes& notes, bool takeOver);
@@ -59,6 +60,7 @@ private:
 
     std::unique_ptr<C2DGraph> m_graph;
     CSize m_size;
+    int m_dotsPerInch;
     Look m_look;
     Palette m_palette;
     /// What all series say together.

@@ -17,6 +17,9 @@ public:
     int Height() const { return m_height; }
     /// 1, 24 or 32: what the bitmap says of itself. A 1-bit bitmap holds black and white only.
     int BitsPerPixel() const { return m_bitsPerPixel; }
+    /// What contexts that draw on it say of it; 96 at first, as of a screen.
+    int DotsPerInch() const { return m_dotsPerInch; }
+    void SetDotsPerInch(int dots) { m_dotsPerInch = dots; }
     CRect Bounds() const { return { 0, 0, m_width, m_height }; }
     std::uint32_t* Row(int y)
     {
@@ -41,6 +44,7 @@ private:
     int m_width;
     int m_height;
     int m_bitsPerPixel;
+    int m_dotsPerInch = 96;
     std::vector<std::uint32_t> m_pixels;
 };
 

@@ -197,6 +197,8 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::Missing, "missing", 0, "WORD[,WORD...]",
         "Cells of these words or numbers are gaps, besides empty ones, NA, N/A, NaN, null, - and ?.", kCharts | kInfo },
     OptionEntry { OptionId::Size, "size", 0, "WxH", "Size of a picture in pixels; 1000x640 without it.", kPictures },
+    OptionEntry { OptionId::Scale, "scale", 0, "N",
+        "Fonts, lines and marks of a picture N times as large, for dense screens; 1 without it.", kGraphs | kDraw },
     OptionEntry { OptionId::Page, "page", 0, "PAGE",
         "Size of a page (.pdf .svg .ps): A5, A4, A3 or Letter, which lie on their long side, or WxH in millimetres; A4 "
         "without it.",

@@ -105,6 +105,14 @@ CaptionSettings ParseCaption(OptionEntry const& option, std::string const& value
     FailValue(option, value, "TEXT@X,Y with fractions such as 0.5,0.1");
 }
 
+double ParseNumber(OptionEntry const& option, std::string const& value, double least, double most, char const* expected)
+{
+    auto const number = ParseCellNumber(value, '.');
+    if (!number || *number < least || *number > most)
+        FailValue(option, value, expected);
+    return *number;
+}
+
 PictureSize ParseSize(OptionEntry const& option, std::string const& value)
 {
     // More pixels would need more than 400 MB, and no one could look at them; what lay beyond the sides would stay

@@ -21,6 +21,9 @@ std::size_t ParseWord(OptionEntry const& option, std::string_view value);
 int ParseBins(OptionEntry const& option, std::string const& value);
 /// TEXT@X,Y, where TEXT may itself hold an @ and stands for a line break as \n.
 CaptionSettings ParseCaption(OptionEntry const& option, std::string const& value);
+/// Of least to most, which is what was expected.
+double ParseNumber(
+    OptionEntry const& option, std::string const& value, double least, double most, char const* expected);
 /// WxH in pixels.
 PictureSize ParseSize(OptionEntry const& option, std::string const& value);
 /// A5, A4, A3, Letter, or WxH in millimetres.

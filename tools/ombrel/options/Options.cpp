@@ -156,6 +156,9 @@ void Apply(Options& options, OptionEntry const& option, std::string const& value
     case OptionId::Size:
         options.size = ParseSize(option, value);
         break;
+    case OptionId::Scale:
+        options.scale = ParseNumber(option, value, 0.25, 16.0, "a number of 0.25 to 16");
+        break;
     case OptionId::Page:
         options.page = ParsePage(option, value);
         break;

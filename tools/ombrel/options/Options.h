@@ -73,6 +73,7 @@ enum class OptionId : int {
     Decimal,
     Missing,
     Size,
+    Scale,
     Page,
     Vector,
     LineWidth,
@@ -186,6 +187,7 @@ struct Options {
     std::optional<DateFormat> dateFormat;
     TableForm table;
     std::optional<PictureSize> size;
+    double scale = 1.0;
     std::optional<PageSize> page;
     /// Every mark on a page is a shape.
     bool allVector = false;

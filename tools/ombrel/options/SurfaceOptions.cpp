@@ -14,14 +14,6 @@ namespace {
 /// More levels could not be told apart, and each is a walk over the grid.
 constexpr int kMostBands = 1000;
 
-double ParseNumber(OptionEntry const& option, std::string const& value, double least, double most, char const* expected)
-{
-    auto const number = ParseCellNumber(value, '.');
-    if (!number || *number < least || *number > most)
-        FailValue(option, value, expected);
-    return *number;
-}
-
 /// Numbers with commas between; empty when something else stands there.
 std::vector<double> ParseNumbers(std::string_view text)
 {

@@ -6,6 +6,8 @@
 #include "ombrel/platform/gdi/raster/PolygonMask.h"
 #include "ombrel/platform/gdi/text/TextEngine.h"
 
+#include <cmath>
+
 namespace ombrel {
 
 namespace {
@@ -38,6 +40,19 @@ RasterSurface::RasterSurface(std::shared_ptr<Raster> raster)
 std::unique_ptr<Surface> MakeRasterSurface(std::shared_ptr<Raster> raster)
 {
     return std::make_unique<RasterSurface>(std::move(raster));
+}
+
+DeviceCapabilities const& RasterSurface::Capabilities() const
+{
+    DeviceCapabilities const& screen = Surface::Capabilities();
+    if (!m_raster || m_raster->DotsPerInch() == screen.logPixelsX)
+        return screen;
+    double const scale = static_cast<double>(m_raster->DotsPerInch()) / screen.logPixelsX;
+    m_capabilities = screen;
+    m_capabilities.logPixelsX = m_capabilities.logPixelsY = m_raster->DotsPerInch();
+    m_capabilities.horzRes = static_cast<int>(std::lround(screen.horzRes * scale));
+    m_capabilities.vertRes = static_cast<int>(std::lround(screen.vertRes * scale));
+    return m_capabilities;
 }
 
 bool RasterSurface::FillCrowded(Region const& region, RasterCanvas const& canvas, Ink const& ink)

@@ -12,6 +12,8 @@ namespace ombrel {
 class RasterSurface : public Surface {
 public:
     explicit RasterSurface(std::shared_ptr<Raster> raster);
+    /// Those of a screen, with the bitmap's dots per inch.
+    DeviceCapabilities const& Capabilities() const override;
     CRect Bounds() const override { return m_raster ? m_raster->Bounds() : CRect(); }
     void Polyline(std::span<CPoint const> points, LineStyle const& line, Clip const& clip) override;
     void Stroke(Figures const& figures, VectorPen const& pen, bool smooth, Clip const& clip) override;
@@ -29,6 +31,8 @@ private:
 
     std::shared_ptr<Raster> m_raster;
     CoverageMask m_mask;
+    /// Of a bitmap that is denser than a screen.
+    mutable DeviceCapabilities m_capabilities;
 };
 
 } // namespace ombrel
