@@ -31,6 +31,16 @@ public:
         }
     }
 
+    /// Puts change(value) in place of every value.
+    template <typename Change> void Transform(Change&& change)
+    {
+        for (std::size_t i = 0; i < m_blocks.size(); ++i) {
+            double* const block = m_blocks[i].get();
+            double* const end = i + 1 == m_blocks.size() ? m_next : block + BlockSize(i);
+            std::transform(block, end, block, change);
+        }
+    }
+
     /// Writes all values to out, which has room for Size() of them, and frees each block as it goes.
     void MoveTo(double* out)
     {

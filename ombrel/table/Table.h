@@ -38,6 +38,10 @@ struct TableColumn {
     std::vector<std::string> texts;
     /// The first text of a wanted column of texts, for messages.
     std::string firstText;
+    /// Whether its dates in numbers begin with the day or the month, where it has such.
+    std::optional<DateOrder> dateOrder;
+    /// Nothing told that order: the day was taken to come first.
+    bool isDateOrderAssumed = false;
     /// Cells that are empty, missing at the end of a short row, or hold a gap word. Counted in wanted columns.
     std::size_t gaps = 0;
     /// The first cell of a wanted column that is neither a gap nor of the column's type.

@@ -343,6 +343,157 @@ std::optional<CellDate> ParseIsoDate(std::string_view text)
     return CellDate { *date, hasOffset };
 }
 
+namespace {
+
+/// A number of a date, and how many digits it has.
+struct DateNumber {
+    int value = 0;
+    std::size_t digits = 0;
+};
+
+bool TakeNumber(std::string_view& rest, DateNumber& number)
+{
+    std::size_t const before = rest.size();
+    bool const isRead = TakeField(rest, 4, false, number.value);
+    number.digits = before - rest.size();
+    return isRead && number.digits != 3 && (rest.empty() || !IsDigit(rest.front()));
+}
+
+int FullYear(DateNumber const& year)
+{
+    return year.digits > 2 ? year.value : year.value + (year.value < 69 ? 2000 : 1900);
+}
+
+bool IsDay(DateNumber const& number) { return number.digits <= 2; }
+bool IsYear(DateNumber const& number) { return number.digits == 2 || number.digits == 4; }
+
+void SkipBlanks(std::string_view& rest)
+{
+    while (!rest.empty() && IsBlank(rest.front()))
+        rest.remove_prefix(1);
+}
+
+/// What stands between a month's name and numbers.
+bool TakeGap(std::string_view& rest)
+{
+    std::size_t const before = rest.size();
+    TakeChar(rest, '.') || TakeChar(rest, ',') || TakeChar(rest, '-') || TakeChar(rest, '/');
+    SkipBlanks(rest);
+    return rest.size() < before;
+}
+
+/// Nothing, or a time up to the end, into seconds.
+bool TakeTimeBehind(std::string_view rest, double& seconds)
+{
+    seconds = 0.0;
+    if (rest.empty())
+        return true;
+    if (!TakeChar(rest, 'T') && !TakeChar(rest, ',') && !IsBlank(rest.front()))
+        return false;
+    SkipBlanks(rest);
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+    if (!TakeField(rest, 2, false, hour) || !TakeChar(rest, ':') || !TakeDigits(rest, 2, minute))
+        return false;
+    double fraction = 0.0;
+    if (TakeChar(rest, ':') && (!TakeDigits(rest, 2, second) || !TakeFraction(rest, fraction)))
+        return false;
+    SkipBlanks(rest);
+    bool const isAfternoon = StartsWithNoCase(rest, "pm");
+    if (isAfternoon || StartsWithNoCase(rest, "am")) {
+        if (hour < 1 || hour > 12)
+            return false;
+        rest.remove_prefix(2);
+        hour = hour % 12 + (isAfternoon ? 12 : 0);
+    }
+    seconds = hour * 3600.0 + minute * 60.0 + second + fraction;
+    return rest.empty() && hour <= 23 && minute <= 59 && second <= 59;
+}
+
+/// Year, month and day, and what stands behind them.
+std::optional<WrittenDate> DateOf(int year, int month, int day, std::string_view behind)
+{
+    double seconds = 0.0;
+    if (!TakeTimeBehind(behind, seconds))
+        return std::nullopt;
+    auto const date = MakeDate(year, month, day, seconds);
+    return date ? std::optional(WrittenDate { date, date }) : std::nullopt;
+}
+
+/// Jan 1 2000, January 1, 2000, Sep 2003.
+std::optional<WrittenDate> ParseMonthDate(std::string_view rest)
+{
+    int month = 0;
+    DateNumber day;
+    DateNumber year;
+    if (!TakeMonthName(rest, month) || !TakeGap(rest) || !TakeNumber(rest, day))
+        return std::nullopt;
+    if (day.digits == 4)
+        return DateOf(day.value, month, 1, rest);
+    if (!TakeGap(rest) || !TakeNumber(rest, year) || !IsYear(year))
+        return std::nullopt;
+    return DateOf(FullYear(year), month, day.value, rest);
+}
+
+/// 19-Sep-03, 19 Sep 2003 or 2003-Sep-19, after the first number.
+std::optional<WrittenDate> ParseDateRoundMonth(DateNumber const& first, std::string_view rest)
+{
+    int month = 0;
+    DateNumber last;
+    if (!TakeMonthName(rest, month) || !TakeGap(rest) || !TakeNumber(rest, last))
+        return std::nullopt;
+    if (first.digits == 4)
+        return IsDay(last) ? DateOf(first.value, month, last.value, rest) : std::nullopt;
+    return IsYear(last) ? DateOf(FullYear(last), month, first.value, rest) : std::nullopt;
+}
+
+/// Three numbers, after the first.
+std::optional<WrittenDate> ParseDateNumbers(
+    DateNumber const& first, std::string_view rest, std::optional<DateOrder> order)
+{
+    char const mark = rest.front();
+    DateNumber second;
+    DateNumber third;
+    if ((mark != '/' && mark != '.' && mark != '-') || !TakeChar(rest, mark) || !TakeNumber(rest, second)
+        || !IsDay(second) || !TakeChar(rest, mark) || !TakeNumber(rest, third))
+        return std::nullopt;
+    if (first.digits == 4 || (order == DateOrder::YearFirst && first.digits == 2 && IsDay(third)))
+        return IsDay(third) ? DateOf(FullYear(first), second.value, third.value, rest) : std::nullopt;
+    // 1.2.10 is rather a version, and 01-02-10 may be anything.
+    bool const isShortYear
+        = third.digits == 2 && (mark == '/' || (mark == '.' && first.digits == 2 && second.digits == 2));
+    if (third.digits != 4 && !isShortYear)
+        return std::nullopt;
+    auto const dayFirst = DateOf(FullYear(third), second.value, first.value, rest);
+    auto const monthFirst = DateOf(FullYear(third), first.value, second.value, rest);
+    if (order == DateOrder::MonthFirst)
+        return monthFirst;
+    if (order || mark == '.')
+        return dayFirst;
+    if (!dayFirst && !monthFirst)
+        return std::nullopt;
+    return WrittenDate { dayFirst ? dayFirst->dayFirst : std::nullopt,
+        monthFirst ? monthFirst->monthFirst : std::nullopt };
+}
+
+} // namespace
+
+std::optional<WrittenDate> ParseWrittenDate(std::string_view text, std::optional<DateOrder> order)
+{
+    DateNumber first;
+    std::string_view rest = text;
+    if (rest.empty())
+        return std::nullopt;
+    if (!IsDigit(rest.front()))
+        return ParseMonthDate(rest);
+    if (!TakeNumber(rest, first) || rest.empty())
+        return std::nullopt;
+    std::string_view behind = rest;
+    bool const hasName = TakeGap(behind) && !behind.empty() && !IsDigit(behind.front());
+    return hasName ? ParseDateRoundMonth(first, behind) : ParseDateNumbers(first, rest, order);
+}
+
 struct DateFormat::Fields {
     std::optional<int> year;
     int month = 0;

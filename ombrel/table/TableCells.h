@@ -117,6 +117,22 @@ OMBREL_EXPORT std::optional<double> MakeDate(int year, int month, int day, doubl
 /// blank, and Z, +02, +0200 or +02:00 after that. A plain year is a number, not a date.
 OMBREL_EXPORT std::optional<CellDate> ParseIsoDate(std::string_view text);
 
+/// Which of three numbers of a date come first: 31/12/2020, 12/31/2020 or 20/12/31.
+enum class DateOrder { DayFirst, MonthFirst, YearFirst };
+
+/// A date that may be read in two ways, as days since 30 December 1899; nothing for one that does not exist.
+struct WrittenDate {
+    std::optional<double> dayFirst;
+    std::optional<double> monthFirst;
+};
+
+/// A date as people write it: 31/12/2020, 1.2.2020, 1/2/03, 19-Sep-03, Jan 1 2000, January 1, 2000, 1 Jan 2000 or Sep
+/// 2003, with a time like 9:30, 21:30:15 or 9:30 pm behind it. Months have English names; years of two digits are 1969
+/// … 2068; a year of four digits may come first, too. Numbers with points begin with the day, others are read both ways
+/// unless the order is known; what else there is reads the same both ways.
+OMBREL_EXPORT std::optional<WrittenDate> ParseWrittenDate(
+    std::string_view text, std::optional<DateOrder> order = std::nullopt);
+
 /// Dates written in a form of the user's own.
 ///
 /// Codes: %Y year, %y two-digit year (69 … 99 are 1969 … 1999), %m month, %b %B English month name, %d or %e day,

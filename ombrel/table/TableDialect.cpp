@@ -268,7 +268,7 @@ ColumnType ClassifyCell(TableCell const& cell, char decimalMark, DateFormat cons
         return dateFormat->Parse(cell.text) ? ColumnType::Date : ColumnType::Text;
     if (auto const value = ParseWrittenNumber(cell.text, decimalMark))
         return gaps.Contains(*value) ? ColumnType::Unknown : ColumnType::Number;
-    return ParseIsoDate(cell.text) ? ColumnType::Date : ColumnType::Text;
+    return ParseIsoDate(cell.text) || ParseWrittenDate(cell.text) ? ColumnType::Date : ColumnType::Text;
 }
 
 bool LooksLikeJson(std::string_view text)

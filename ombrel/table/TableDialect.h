@@ -42,11 +42,13 @@ struct TableForm {
     std::optional<char> separator {};
     std::optional<char> decimalMark {};
     GapWords gaps {};
+    /// Of dates in numbers such as 01/02/2020; without it, the column's other dates tell.
+    std::optional<DateOrder> dateOrder {};
 };
 
 /// What is known of a table before its first lines are looked at.
 struct TableHints : TableForm {
-    /// Form of the dates in dateColumn; null for ISO dates in any column.
+    /// Form of the dates in dateColumn; null for dates as they are usually written.
     DateFormat const* dateFormat = nullptr;
     /// Name of the column, or its number from 1; empty for the first, whatever its name.
     std::string dateColumn {};
@@ -86,7 +88,7 @@ OMBREL_EXPORT char const* FindLineEnd(char const* p, char const* end);
 /// True for a line that is blank or begins with # or //.
 OMBREL_EXPORT bool IsCommentOrBlank(char const* p, char const* end);
 
-/// The type of one cell; dateFormat is null for ISO dates.
+/// The type of one cell; dateFormat is null for dates as they are usually written.
 OMBREL_EXPORT ColumnType ClassifyCell(
     TableCell const& cell, char decimalMark, DateFormat const* dateFormat, GapWords const& gaps = {});
 

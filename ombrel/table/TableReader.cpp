@@ -34,13 +34,16 @@ std::size_t CountLineBreaks(std::string_view text)
     return count;
 }
 
-std::string ExpectedOf(ColumnType type, DateFormat const* format, bool decimalComma)
+std::string ExpectedOf(TableColumn const& column, DateFormat const* format, bool decimalComma)
 {
-    if (type != ColumnType::Date)
+    if (column.type != ColumnType::Date)
         return decimalComma ? "a number with a decimal comma or a gap (empty, NA, NaN)"
                             : "a number or a gap (empty, NA, NaN)";
     if (format)
         return "a date in the form " + format->GetText() + " or a gap (empty, NA, NaN)";
+    if (column.dateOrder)
+        return std::string("a date like ") + (column.dateOrder == DateOrder::DayFirst ? "31/12/2020" : "12/31/2020")
+            + " as in the lines before or a gap (empty, NA, NaN)";
     return "a date like 2020-03-31 12:30 or a gap (empty, NA, NaN)";
 }
 
@@ -405,8 +408,41 @@ char const* TableReader::ReadOtherCell(char const* p, char const* end, std::size
 void TableReader::AddGap(Column& column)
 {
     ++column.gaps;
-    if (column.keep)
-        column.values.Append(kGap);
+    Append(column, kGap);
+}
+
+void TableReader::Append(Column& column, double value)
+{
+    if (!column.keep)
+        return;
+    column.values.Append(value);
+    if (column.isDateOrderAssumed)
+        column.monthFirst.Append(value);
+}
+
+/// The date in the column's order, which the first date settles that exists in one order only. Until then both readings
+/// are kept from the first date on that has two; its value is then appended here.
+std::optional<double> TableReader::SettleOrder(Column& column, WrittenDate const& date) const
+{
+    if (m_options.dateOrder)
+        return date.dayFirst;
+    if (column.dateOrder && !column.isDateOrderAssumed)
+        return column.dateOrder == DateOrder::DayFirst ? date.dayFirst : date.monthFirst;
+    if (date.dayFirst == date.monthFirst)
+        return date.dayFirst;
+    if (date.dayFirst && date.monthFirst) {
+        if (!column.isDateOrderAssumed)
+            column.values.ForEach([&column](double value) { column.monthFirst.Append(value); });
+        column.dateOrder = DateOrder::DayFirst;
+        column.isDateOrderAssumed = true;
+        return date.dayFirst;
+    }
+    column.dateOrder = date.dayFirst ? DateOrder::DayFirst : DateOrder::MonthFirst;
+    if (column.isDateOrderAssumed && column.dateOrder == DateOrder::MonthFirst)
+        column.values = std::move(column.monthFirst);
+    column.monthFirst.Clear();
+    column.isDateOrderAssumed = false;
+    return date.dayFirst ? date.dayFirst : date.monthFirst;
 }
 
 void TableReader::AddText(Column& column, TableCell const& cell)
@@ -453,11 +489,18 @@ void TableReader::StoreCell(TableCell const& cell, std::size_t index)
     } else if (auto const date = ParseIsoDate(cell.text)) {
         value = date->days;
         m_table.shiftedDates += date->hasOffset;
+    } else if (auto const written = ParseWrittenDate(cell.text, m_options.dateOrder)) {
+        value = SettleOrder(column, *written);
+        if (value && column.isDateOrderAssumed && column.keep) {
+            column.values.Append(*value);
+            column.monthFirst.Append(*written->monthFirst);
+            return;
+        }
     }
     if (!value)
-        SetMisfit(index, ExpectedOf(column.type, FormatOf(index), m_dialect.decimalMark == ','), cell.text);
-    else if (column.keep)
-        column.values.Append(*value);
+        SetMisfit(index, ExpectedOf(column, FormatOf(index), m_dialect.decimalMark == ','), cell.text);
+    else
+        Append(column, *value);
 }
 
 void TableReader::SetMisfit(std::size_t index, std::string expected, std::string_view found)
@@ -466,6 +509,7 @@ void TableReader::SetMisfit(std::size_t index, std::string expected, std::string
     column.misfit = TableError { m_cellLine, index + 1, std::move(expected), QuoteForMessage(found) };
     column.keep = false;
     column.values.Clear();
+    column.monthFirst.Clear();
 }
 
 /// An empty cell may follow the last column; anything else has no column.

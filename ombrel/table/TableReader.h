@@ -13,7 +13,7 @@ namespace ombrel {
 
 /// How a table is written, as far as that is known, and what is wanted of it.
 struct TableOptions : TableForm {
-    /// Form of the dates in dateColumn; without it, dates are ISO dates.
+    /// Form of the dates in dateColumn; without it, dates are read as they are usually written.
     std::optional<DateFormat> dateFormat {};
     /// Name of that column, or its number from 1; empty for the first, whatever its name.
     std::string dateColumn {};
@@ -48,6 +48,8 @@ private:
         bool keep = true;
         /// Which of its cells are collected as texts, too.
         enum class Texts { None, OfWords, All } kept = Texts::None;
+        /// The values if months came first, while dates so far may be read both ways and differ.
+        ColumnValues monthFirst;
         bool KeepsTexts() const { return kept == Texts::All || (kept == Texts::OfWords && type == ColumnType::Text); }
     };
     bool Process(bool final);
@@ -67,6 +69,8 @@ private:
     bool CheckSurplus(char const*& p, char const* end);
     bool PadRow(std::size_t cells);
     void AddGap(Column& column);
+    static void Append(Column& column, double value);
+    std::optional<double> SettleOrder(Column& column, WrittenDate const& date) const;
     void AddText(Column& column, TableCell const& cell);
     void NoteLineJump();
     void SetMisfit(std::size_t index, std::string expected, std::string_view found);

@@ -85,6 +85,61 @@ TEST(IsoDates, ThatDoNotExistAreRefused)
         EXPECT_FALSE(ParseIsoDate(text)) << text;
 }
 
+TEST(WrittenDates, AreReadInOneWayOrBoth)
+{
+    double const first = *MakeDate(2020, 2, 1, 0.0);
+    double const second = *MakeDate(2020, 1, 2, 0.0);
+    double const last = *MakeDate(2003, 9, 19, 0.0);
+    double const evening = *MakeDate(2003, 9, 19, 21.5 * 3600.0);
+    using Both = std::pair<std::optional<double>, std::optional<double>>;
+    struct {
+        char const* text;
+        Both readings;
+        std::optional<DateOrder> order = std::nullopt;
+    } const cases[] {
+        { "01/02/2020", { first, second } },
+        { "1-2-2020", { first, second } },
+        { "1/2/20", { first, second } },
+        { "1.2.2020", { first, first } },
+        { "01.02.20", { first, first } },
+        { "01/02/2020", { first, first }, DateOrder::DayFirst },
+        { "1.2.2020", { second, second }, DateOrder::MonthFirst },
+        { "20/2/1", { first, first }, DateOrder::YearFirst },
+        { "2020-2-1", { first, first }, DateOrder::MonthFirst },
+        { "2020.02.01", { first, first } },
+        { "19/09/2003", { last, std::nullopt } },
+        { "9/19/2003", { std::nullopt, last } },
+        { "9/19/2003 9:30 PM", { std::nullopt, evening } },
+        { "19-Sep-03", { last, last } },
+        { "19 September 2003, 21:30", { evening, evening } },
+        { "Sep 19 2003", { last, last } },
+        { "Sept 19 2003", {} },
+        { "September 19, 2003 21:30:00", { evening, evening } },
+        { "Sep 2003", { last - 18.0, last - 18.0 } },
+        { "2003-Sep-19", { last, last } },
+        { "31/02/2020", {} },
+        { "13/13/2020", {} },
+        { "9/19/2003", {}, DateOrder::DayFirst },
+        // Versions, addresses, times of day, words and numbers.
+        { "1.2.10", {} },
+        { "01-02-03", {} },
+        { "192.168.1.2020", {} },
+        { "1/2/2020 24:00", {} },
+        { "1/2/2020 13:00 pm", {} },
+        { "1/2/2020x", {} },
+        { "Market 5 2000", {} },
+        { "May", {} },
+        { "5", {} },
+        { "1/2", {} },
+        { "-1/2/2020", {} },
+        { "", {} },
+    };
+    for (auto const& c : cases) {
+        WrittenDate const found = ParseWrittenDate(c.text, c.order).value_or(WrittenDate());
+        EXPECT_EQ(Both(found.dayFirst, found.monthFirst), c.readings) << c.text;
+    }
+}
+
 TEST(DateFormats, ReadWhatTheyDescribe)
 {
     struct {

@@ -1,4 +1,5 @@
 #include "ombrel/table/TableReader.h"
+#include "ombrel/table/EpochTimes.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -216,6 +217,68 @@ TEST(TableReader, ReadsWhatIsAskedForAsItIsTold)
     EXPECT_EQ(table.LineOf(0), 3u);
     EXPECT_EQ(table.LineOf(1), 4u);
     EXPECT_EQ(table.LineOf(2), 8u);
+}
+
+TEST(TableReader, ReadsDatesInTheOrderThatTheColumnSettles)
+{
+    auto const day = [](int year, int month, int d) { return *MakeDate(year, month, d, 0.0); };
+    auto const daysOf = [](Table const& table) {
+        std::vector<double> days;
+        table.columns.front().values.ForEach([&days](double v) { days.push_back(std::isnan(v) ? 0.0 : v); });
+        return days;
+    };
+    using Days = std::vector<double>;
+    // Gaps and dates that read the same both ways stand before and between.
+    Table const american
+        = ReadWell("when,y\n2020-01-05,1\n01/02/2020,2\n,3\n02/02/2020,4\n01/13/2020,5\n03/04/2020,6\n");
+    EXPECT_EQ(daysOf(american),
+        (Days { day(2020, 1, 5), day(2020, 1, 2), 0.0, day(2020, 2, 2), day(2020, 1, 13), day(2020, 3, 4) }));
+    EXPECT_EQ(american.columns.front().dateOrder, DateOrder::MonthFirst);
+    EXPECT_FALSE(american.columns.front().isDateOrderAssumed);
+    Table const other = ReadWell("when,y\n01/02/2020,2\n,3\n13/02/2020,5\n03/04/2020,6\n");
+    EXPECT_EQ(daysOf(other), (Days { day(2020, 2, 1), 0.0, day(2020, 2, 13), day(2020, 4, 3) }));
+    EXPECT_EQ(other.columns.front().dateOrder, DateOrder::DayFirst);
+    EXPECT_FALSE(other.columns.front().isDateOrderAssumed);
+    Table const open = ReadWell("01/02/2020,2\n03/04/2020,6\n");
+    EXPECT_EQ(daysOf(open), (Days { day(2020, 2, 1), day(2020, 4, 3) }));
+    EXPECT_TRUE(open.columns.front().isDateOrderAssumed);
+    TableOptions told;
+    told.dateOrder = DateOrder::MonthFirst;
+    Table const settled = ReadWell("01/02/2020,2\n03/04/2020,6\n", told);
+    EXPECT_EQ(daysOf(settled), (Days { day(2020, 1, 2), day(2020, 3, 4) }));
+    EXPECT_FALSE(settled.columns.front().isDateOrderAssumed);
+    // Both orders in one column are none.
+    Table const mixed = ReadWell("01/13/2020,2\n03/04/2020,6\n13/01/2020,1\n");
+    ASSERT_TRUE(mixed.columns.front().misfit);
+    EXPECT_EQ(mixed.columns.front().misfit->line, 3u);
+    EXPECT_THAT(mixed.columns.front().misfit->expected, testing::HasSubstr("12/31/2020"));
+}
+
+TEST(EpochTimes, AreFoundWhereNumbersCanHardlyBeAnythingElse)
+{
+    struct {
+        char const* text;
+        std::optional<EpochUnit> unit;
+    } const cases[] {
+        { "a\n1580515200\n1580601600.5\n", EpochUnit::Seconds },
+        { "a\n1580601600000\n\n1580515200000\n", EpochUnit::Milliseconds },
+        { "a\n1580515200\n1580601600\n1580515201\n", std::nullopt },
+        { "Timestamp\n1580515200\n1580601600\n1580515201\n", EpochUnit::Seconds },
+        { "a\n1580515200\n1580515200\n", std::nullopt },
+        { "a\n1580515200\n2600000000\n", std::nullopt },
+        { "time\n0\n1580515200\n", std::nullopt },
+        { "a\n1000000000000\n1000000100000\n", std::nullopt },
+        { "time\n1000000000000\n1000000100000\n", EpochUnit::Milliseconds },
+    };
+    for (auto const& c : cases) {
+        TableOptions options;
+        options.header = HeaderChoice::Present;
+        EXPECT_EQ(FindEpoch(ReadWell(c.text, options).columns.front()), c.unit) << c.text;
+    }
+    Table table = ReadWell("a\n1580515200000\n1580601600000\n");
+    MakeDates(table.columns.front(), EpochUnit::Milliseconds);
+    EXPECT_EQ(table.columns.front().type, ColumnType::Date);
+    table.columns.front().values.ForEach([day = *MakeDate(2020, 2, 1, 0.0)](double v) mutable { EXPECT_EQ(v, day++); });
 }
 
 TEST(Table, GivesColumnsOfAFileOrSaysWhatIsWrong)

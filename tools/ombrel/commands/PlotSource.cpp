@@ -1,5 +1,6 @@
 #include "tools/ombrel/commands/PlotSource.h"
 #include "ombrel/foundation/Utils.h"
+#include "ombrel/table/EpochTimes.h"
 #include "ombrel/table/Utf8.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
@@ -159,6 +160,32 @@ void TellColumns(PlotSource const& source, Messages const& messages)
         tellGaps(index);
 }
 
+/// How dates along x were read; makes some of numbers that look like them.
+void TellDates(PlotSource& source, Options const& options, Messages const& messages)
+{
+    if (source.xColumn == PlotSource::kRowNumbers)
+        return;
+    TableColumn& column = source.table.columns[source.xColumn];
+    std::string const place = source.name + ": " + ColumnLabel(source.table, source.xColumn);
+    bool const isAlsoY
+        = std::find(source.yColumns.begin(), source.yColumns.end(), source.xColumn) != source.yColumns.end();
+    if (options.epochDates && !options.polar && !isAlsoY) {
+        if (auto const unit = FindEpoch(column)) {
+            MakeDates(column, *unit);
+            messages.Note(place + (*unit == EpochUnit::Seconds ? ": seconds" : ": milliseconds")
+                + " since 1970 are dates (UTC); --date-format none keeps numbers");
+        }
+    }
+    if (!column.dateOrder)
+        return;
+    std::string const order = column.dateOrder == DateOrder::DayFirst ? "day/month/year" : "month/day/year";
+    if (column.isDateOrderAssumed)
+        messages.Warning(place + ": dates are read as " + order + ", and no day tells whether that is right; "
+            + "--date-order dmy or mdy says so");
+    else
+        messages.Note(place + ": dates are " + order);
+}
+
 /// What the reader is to keep.
 TableOptions ReadingOptions(Options const& options)
 {
@@ -292,6 +319,7 @@ std::vector<PlotSource> ReadPlotSources(Options const& options, InputFile& file,
     for (std::size_t const index : source.yColumns)
         RequireValues(source, index, Others::None);
     MatchErrors(source);
+    TellDates(source, options, messages);
     TellColumns(source, messages);
     std::vector<PlotSource> sources;
     if (source.groupColumn == PlotSource::kRowNumbers) {

@@ -44,6 +44,7 @@ constexpr string_view kSymbols[] { "sphere", "cone", "inverted-cone", "cube" };
 constexpr string_view kAlong[] { "x", "y" };
 constexpr string_view kOnOff[] { "on", "off" };
 constexpr string_view kVectors[] { "auto", "all" };
+constexpr string_view kDateOrders[] { "dmy", "mdy", "ymd" };
 constexpr string_view kThemes[] { "light", "dark", "print" };
 
 constexpr std::array kOptions {
@@ -181,9 +182,12 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::Theme, "theme", 0, "light|dark|print", "Colours of the graph; light without it.",
         kGraphs | kGallery, kThemes },
     OptionEntry { OptionId::DateFormat, "date-format", 0, "FORMAT",
-        "The x values are dates in this form, such as %d.%m.%Y (%Y %y %m %b %B %d %j %H %M %S). Without it, ISO dates "
-        "are found by themselves.",
+        "The x values are dates in this form, such as %d.%m.%Y (%Y %y %m %b %B %d %j %H %M %S). Without it, dates "
+        "are found by themselves, also seconds and milliseconds since 1970; none keeps those numbers.",
         kPlot | kInfo },
+    OptionEntry { OptionId::DateOrder, "date-order", 0, "dmy|mdy|ymd",
+        "The order in dates like 01/02/2020; without it, a day above 12 in the column settles it.", kPlot,
+        kDateOrders },
     OptionEntry { OptionId::Header, "header", 0, "yes|no",
         "The first row names the columns, or not. Without it, it does when one of its cells is a text.",
         kCharts | kInfo, kYesNo },

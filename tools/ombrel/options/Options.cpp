@@ -136,7 +136,12 @@ void Apply(Options& options, OptionEntry const& option, std::string const& value
         ParseLog(options, option, value);
         break;
     case OptionId::DateFormat:
-        options.dateFormat = ParseDateFormat(option, value);
+        options.epochDates = value != "none";
+        if (options.epochDates)
+            options.dateFormat = ParseDateFormat(option, value);
+        break;
+    case OptionId::DateOrder:
+        options.table.dateOrder = ParseChoice<DateOrder>(option, value);
         break;
     case OptionId::Header: {
         enum class YesNo { Yes, No };

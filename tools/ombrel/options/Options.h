@@ -68,6 +68,7 @@ enum class OptionId : int {
     ZRange,
     Log,
     DateFormat,
+    DateOrder,
     Header,
     Separator,
     Decimal,
@@ -185,6 +186,8 @@ struct Options {
     bool xLog = false;
     bool yLog = false;
     std::optional<DateFormat> dateFormat;
+    /// Whether numbers along x that count seconds or milliseconds since 1970 are dates.
+    bool epochDates = true;
     TableForm table;
     std::optional<PictureSize> size;
     double scale = 1.0;

@@ -61,7 +61,7 @@ void CheckPolar(Options const& options)
     if (!IsOneOf(options.kind, { Line, Points, Filled }))
         FailUsage("--polar is for --kind " + ListKinds({ Line, Points, Filled }) + ", not for " + NameOf(options.kind));
     for (OptionId const id : { OptionId::XTitle, OptionId::YTitle, OptionId::XRange, OptionId::YRange, OptionId::Log,
-             OptionId::DateFormat, OptionId::ErrorColumns }) {
+             OptionId::DateFormat, OptionId::DateOrder, OptionId::ErrorColumns }) {
         if (options.IsGiven(id))
             FailUsage(NameOf(id) + " does nothing with --polar, which has no axes of x and y");
     }
@@ -88,7 +88,7 @@ void CheckPlotOptions(Options const& options)
     if (options.kind == Text && options.labelColumn.empty())
         FailUsage("--kind text needs --label, the column of the texts");
     if (options.kind == Histogram) {
-        for (OptionId const id : { OptionId::XColumn, OptionId::DateFormat }) {
+        for (OptionId const id : { OptionId::XColumn, OptionId::DateFormat, OptionId::DateOrder }) {
             if (options.IsGiven(id))
                 FailUsage(NameOf(id) + " does nothing with --kind histogram, which counts the values of -y");
         }
