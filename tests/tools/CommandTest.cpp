@@ -255,6 +255,36 @@ TEST_F(Command, ReadsTheContentsOfAGraphWithoutItsReferenceAndNothingDamaged)
     EXPECT_THAT(RunWell("draw long.doc"), HasSubstr("4 bytes after the graph"));
 }
 
+TEST_F(Command, WatchesItsInputUntilItIsInterrupted)
+{
+    m_files.Write("t.csv", "x,y\n1,2\n2,3\n");
+    // Waits for each step to show, ten seconds at most. Jobs in the background ignore interrupts otherwise.
+    m_files.Write("steps", R"(
+        waitFor() { n=0; until eval "$1"; do n=$((n + 1)); [ $n -lt 500 ] || { echo "waited for: $1"; break; }; sleep 0.02; done; }
+        has() { grep -q ">$1<" a.svg 2>/dev/null; }
+        env --default-signal=INT ")" OMBREL_PROGRAM R"(" plot t.csv -o a.svg --watch 2>told &
+        job=$!
+        waitFor 'has y'
+        printf 'x,replaced\n1,2\n2,3\n' >new; mv new t.csv
+        waitFor 'has replaced'
+        printf 'x,written\n1,2\n2,5\n' >t.csv
+        waitFor 'has written'
+        printf 'x,broken\n1,2\n2,z\n' >t.csv
+        waitFor 'grep -q z told'
+        has written || echo 'the picture is gone'
+        rm t.csv
+        (printf 'x,kept\n1,2\n'; waitFor 'has kept'; printf '2,3\n') >t.csv
+        waitFor 'has kept'
+        kill -INT $job; wait $job; echo "status $?"
+    )");
+    EXPECT_EQ(std::system(("cd '" + m_files.In("") + "' && sh steps >out 2>&1").c_str()), 0);
+    EXPECT_EQ(m_files.Read("out"), "status 0\n");
+    EXPECT_THAT(m_files.Read("told"), HasSubstr("t.csv:3: column 2: expected a number"));
+    EXPECT_EQ(Run("plot - --watch -o b.svg < t.csv").status, 2);
+    EXPECT_EQ(Run("plot t.csv --watch --kind nothing -o b.svg").status, 2);
+    EXPECT_EQ(Run("plot t.csv --watch -y nothing -o b.svg").status, 2);
+}
+
 TEST_F(Command, PrintsHelpVersionAndColourMapsOnStandardOutput)
 {
     for (char const* const arguments : { "--help", "-h", "plot --help", "draw --help", "info -h" })

@@ -5,6 +5,7 @@
 #include "ombrel/platform/framework/Exception.h"
 #include "ombrel/scene/Heights.h"
 #include "ombrel/scene/MeshFile.h"
+#include "tools/ombrel/FileWatch.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/Version.h"
@@ -20,6 +21,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <new>
 
@@ -52,31 +54,8 @@ Command CommandFor(Options const& options, InputFile& first)
     return command;
 }
 
-void Run(Options const& options)
+void RunOnFiles(Options const& options, Messages const& messages)
 {
-    if (options.help) {
-        Print(HelpText(options.command));
-        return;
-    }
-    if (options.version) {
-        Print(std::string("ombrel ") + kVersion + "\n");
-        return;
-    }
-    Messages const messages(options.verbose);
-    OmbrelInit();
-    if (options.command == Command::Gallery) {
-        RunGallery(options, messages);
-        return;
-    }
-    if (options.command == Command::Colours) {
-        RunColours(options, messages);
-        return;
-    }
-    if (options.files.empty())
-        throw Failure(kUsageFault, "expected a FILE (ombrel --help lists the commands and options)");
-    if (std::count(options.files.begin(), options.files.end(), "-") > 1)
-        throw Failure(kUsageFault, "standard input can be read once only");
-
     std::vector<std::unique_ptr<InputFile>> files;
     for (std::string const& path : options.files)
         files.push_back(std::make_unique<InputFile>(path));
@@ -110,13 +89,12 @@ void Run(Options const& options)
     }
 }
 
-} // namespace
-
-int RunProgram(std::vector<std::string> const& arguments)
+/// The status of what was done; what went wrong is told.
+int StatusOf(std::function<void()> const& act)
 {
     Messages const messages(false);
     try {
-        WithErrors([&] { Run(ParseOptions(arguments)); });
+        WithErrors(act);
         return kDone;
     } catch (Failure const& failure) {
         messages.Error(failure.what());
@@ -131,6 +109,56 @@ int RunProgram(std::vector<std::string> const& arguments)
         messages.Error(exception.what());
     }
     return kDataFault;
+}
+
+/// Draws again and again. Only a wrong command line ends it at once.
+void Watch(Options const& options, Messages const& messages)
+{
+    if (std::count(options.files.begin(), options.files.end(), "-") > 0)
+        throw Failure(kUsageFault, "--watch: standard input cannot be read again");
+    FileWatch watch(options.files);
+    do {
+        if (StatusOf([&] { RunOnFiles(options, messages); }) == kUsageFault)
+            throw Failure(kUsageFault, "--watch: ended, since the command line is at fault");
+    } while (watch.Wait());
+}
+
+void Run(Options const& options)
+{
+    if (options.help) {
+        Print(HelpText(options.command));
+        return;
+    }
+    if (options.version) {
+        Print(std::string("ombrel ") + kVersion + "\n");
+        return;
+    }
+    Messages const messages(options.verbose);
+    OmbrelInit();
+    if (options.command == Command::Gallery) {
+        RunGallery(options, messages);
+        return;
+    }
+    if (options.command == Command::Colours) {
+        RunColours(options, messages);
+        return;
+    }
+    if (options.files.empty())
+        throw Failure(kUsageFault, "expected a FILE (ombrel --help lists the commands and options)");
+    if (std::count(options.files.begin(), options.files.end(), "-") > 1)
+        throw Failure(kUsageFault, "standard input can be read once only");
+
+    if (options.watch)
+        Watch(options, messages);
+    else
+        RunOnFiles(options, messages);
+}
+
+} // namespace
+
+int RunProgram(std::vector<std::string> const& arguments)
+{
+    return StatusOf([&] { Run(ParseOptions(arguments)); });
 }
 
 } // namespace ombrel::host

@@ -221,6 +221,8 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::InPlace, "in-place", 0, "CLASS",
         "The document holds the contents of a graph of CLASS (C2DGraph) and not a reference to one.",
         kDraw | kConvert | kInfo },
+    OptionEntry { OptionId::Watch, "watch", 0, "",
+        "Draw again whenever FILE changes, until Ctrl-C. When it cannot be drawn, the last picture stays.", kGraphs },
     OptionEntry {
         OptionId::Verbose, "verbose", 'v', "", "Tell what was assumed about the input, on standard error.", kAll },
     OptionEntry { OptionId::Help, "help", 'h', "", "Print this text.", kAll },

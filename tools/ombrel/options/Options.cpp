@@ -41,6 +41,8 @@ bool* SwitchOf(Options& options, OptionId id)
         return &options.polar;
     case OptionId::Radians:
         return &options.radians;
+    case OptionId::Watch:
+        return &options.watch;
     case OptionId::Verbose:
         return &options.verbose;
     case OptionId::Help:

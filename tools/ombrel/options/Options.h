@@ -93,6 +93,7 @@ enum class OptionId : int {
     Theme,
     Save,
     InPlace,
+    Watch,
     Verbose,
     Help,
     Version,
@@ -214,6 +215,8 @@ struct Options {
     std::string save;
     std::string inPlaceClass;
     SurfaceOptions surface;
+    /// Draw again whenever an input changes.
+    bool watch = false;
     bool verbose = false;
     bool help = false;
     bool version = false;
