@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <unordered_map>
 #include <vector>
 
 namespace ombrel {
@@ -34,8 +35,9 @@ template <typename Type>
 concept WordRange
     = std::ranges::input_range<Type> && std::convertible_to<std::ranges::range_value_t<Type>, std::string_view>;
 
-/// The x values of a series, made from any contiguous range: of numbers (NaN is a gap), of points in time, or of words.
-/// Numbers are looked at in place, so the range must outlive the call that it is handed to.
+/// The x values of a series, made from any contiguous range: of numbers (NaN is a gap), of points in time, or of words,
+/// of which equal ones share a place. Numbers are looked at in place, so the range must outlive the call that it is
+/// handed to.
 class OMBREL_EXPORT XValues {
 public:
     template <NumberRange Range>
@@ -53,9 +55,15 @@ public:
     template <WordRange Range> XValues(Range const& words) // NOLINT(google-explicit-constructor)
         : m_kind(XKind::Words)
     {
-        for (std::string_view const word : words)
-            m_words.emplace_back(word);
-        CountTo(m_words.size());
+        // By word, its place from 1.
+        std::unordered_map<std::string, double> places;
+        for (std::string_view const word : words) {
+            auto const [place, isNew] = places.try_emplace(std::string(word), static_cast<double>(m_words.size() + 1));
+            if (isNew)
+                m_words.emplace_back(word);
+            m_made.push_back(place->second);
+        }
+        m_numbers = m_made;
     }
     /// Dates as DateValue gives them, and columns of tables have them; looked at in place, too.
     static XValues Dates(std::span<double const> days)
@@ -80,6 +88,7 @@ public:
 
     XKind Kind() const { return m_kind; }
     std::span<double const> Numbers() const { return m_numbers; }
+    /// The different ones, in the order in which they first appear.
     std::vector<std::string> const& Words() const { return m_words; }
 
 private:

@@ -79,6 +79,11 @@ TEST(Chart, DrawsEveryKindOverTheRangeOfItsData)
         { [&](Chart& c) { c.Points(words, three); }, 0.5, 3.5, 2, 5 },
         { [&](Chart& c) { c.Steps(days, three); }, 43831, 43891, 2, 5 },
         { [&](Chart& c) { c.Filled(kX, kY).Errors(std::vector<double>(50, 3)); }, 0, 12.5, -4, 4 },
+        // Equal words share a place.
+        { [&](Chart& c) {
+             c.Points(std::vector<std::string> { "a", "b", "a" }, three);
+         },
+            0.5, 2.5, 2, 5 },
         { [&](Chart& c) { c.Bars(words, three); }, 0.5, 3.5, 0, 5 },
         { [&](Chart& c) { c.Bars(three), c.Bars(three), c.Line(three); }, 0.5, 3.5, 0, 5 },
         { [&](Chart& c) { c.Stacked(words, three), c.Stacked(words, three), c.Percent(); }, 0.5, 3.5, 0, 100 },
