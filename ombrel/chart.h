@@ -1,6 +1,7 @@
 #pragma once
 #include "ombrel/chart/Chart.h"
 #include "ombrel/scene/ContourMap.h"
+#include "ombrel/scene/GraphPicture.h"
 #include "ombrel/scene/Scene.h"
 #include "ombrel/table/TableReader.h"
 

@@ -132,7 +132,7 @@ void PlaceTitleIn(CAnnotatedGraph& graph, CRect const& room, CDC& dc)
     CCaption* const caption = FindTitle(graph);
     if (!caption)
         return;
-    constexpr double kUsualFactor = 1.0;
+    constexpr double kUsualFactor = 1.5;
     bool const fits = FitLine(*caption, dc, graph.GetTitle(), CFontData::kBoldWeight, kUsualFactor, room.Size());
     CSize const size = caption->Measure(&dc);
     static_cast<CAnnotation&>(*caption).Create(CPoint(

@@ -2,13 +2,17 @@
 #include "ombrel/annotation/ColourKeyArray.h"
 #include "ombrel/chart/CurvesCsv.h"
 #include "ombrel/drawing/DIB.h"
+#include "ombrel/graph2d/2DContourPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
+#include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph3d/Surface.h"
 #include "ombrel/graph3d/3DAxis.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DLineCurve.h"
 #include "ombrel/layout/ChartError.h"
 #include "ombrel/platform/framework/Exception.h"
 #include "ombrel/scene/ContourMap.h"
+#include "ombrel/scene/GraphPicture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -404,6 +408,49 @@ TEST(Scenes, OfSeveralThreadsAreWhatTheyAreAlone)
     EXPECT_TRUE(together[0] == alone[0]);
     EXPECT_TRUE(together[1] == alone[1]);
     EXPECT_FALSE(alone[0] == alone[1]);
+}
+
+TEST(GraphPictures, AreDrawnAnywhereAndAtAnySizeAsInAPictureOfTheirOwn)
+{
+    auto const addMap = [](C2DGraph& graph) {
+        auto& curve = static_cast<C2DContourCurve&>(
+            *graph.AddPlot(it2DContourPlot)->AddCurve("height / m", CPlotComponent::dsTable));
+        CTableData heights(4, 4);
+        for (int i = 0; i < 16; ++i)
+            heights.SetAt(i / 4, i % 4, i * i % 7);
+        curve.GetSurface()->SetTableData(std::move(heights));
+        curve.GetSurface()->SetTablePlacement({ 0, 0, 1, 1 });
+        curve.GetSurface()->AlignMeshes();
+    };
+    auto const addLine = [](C2DGraph& graph) {
+        auto& line = static_cast<C2DLine&>(*graph.AddPlot(it2DLinePlot)->AddCurve("line", CPlotComponent::dsTable));
+        line.Initialise(2);
+        line.SetAt(0, { 0, 1 });
+        line.SetAt(1, { 3, 5 });
+        graph.GetLegend()->Create(CPoint());
+    };
+    for (auto const& build : { std::function<void(C2DGraph&)>(addMap), std::function<void(C2DGraph&)>(addLine) }) {
+        auto const make = [&build] {
+            auto picture = std::make_unique<GraphPicture>("Title");
+            picture->Footnote("Source");
+            build(picture->Graph());
+            return picture;
+        };
+        std::vector<std::uint32_t> const alone = Pixels(*make());
+        auto const picture = make();
+        Pixels(*picture, 2 * kWidth, kHeight);
+        CDIB bitmap(kWidth + 50, kHeight + 40, 24);
+        picture->Draw(*bitmap.GetDC(), CRect(CPoint(50, 40), CSize(kWidth, kHeight)));
+        Raster const& raster = *bitmap.GetBitmap().GetRaster();
+        int differing = 0;
+        for (int y = 0; y < kHeight; ++y) {
+            for (int x = 0; x < kWidth; ++x)
+                differing += (raster.Row(y + 40)[x + 50] & 0xFFFFFFU)
+                    != alone[static_cast<std::size_t>(y) * kWidth + static_cast<std::size_t>(x)];
+        }
+        EXPECT_EQ(differing, 0);
+        EXPECT_EQ(raster.Row(20)[20] & 0xFFFFFFU, 0U) << "outside of the rectangle";
+    }
 }
 
 TEST(ContourMaps, ShowSettingsAndDataThatChange)

@@ -56,24 +56,26 @@ TEST_F(Gallery, DrawsEveryPictureAndAPageThatShowsThem)
     std::set<std::string_view> names;
     for (GalleryPicture const& picture : AllGalleryPictures()) {
         EXPECT_TRUE(names.insert(picture.name).second) << picture.name << " is there twice";
-        EXPECT_NE(SourceOf(picture).find("graph"), std::string::npos) << picture.name;
+        std::string const program = files[std::string(picture.name) + ".cpp"];
+        EXPECT_NE(program.find(".Save(\"" + std::string(picture.name) + ".png\");\n}"), std::string::npos)
+            << picture.name;
     }
-    EXPECT_EQ(files.size(), names.size() * 4 + 2);
+    EXPECT_EQ(files.size(), names.size() * 5 + 2);
 }
 
 TEST_F(Gallery, FillsEveryPictureWithoutTouchingItsEdge)
 {
     // The bytes of a bitmap file after its header of 54: rows of blue, green and red, filled up to four bytes.
     constexpr std::size_t kHeader = 54;
-    Target target;
-    target.format = PictureFormat::Bmp;
+    PictureForm form;
+    form.format = PictureFormat::Bmp;
     for (PictureSize const size : { kSmallPicture, kLargePicture }) {
-        target.size = size;
+        form.size = size;
         auto const width = static_cast<std::size_t>(size.width);
         auto const height = static_cast<std::size_t>(size.height);
         std::size_t const stride = (width * 3 + 3) / 4 * 4;
         for (GalleryPicture const& picture : AllGalleryPictures()) {
-            std::string const file = DrawGalleryPicture(picture, target, Theme::Dark);
+            std::string const file = MakeGalleryPicture(picture, Theme::Dark)->Encode(form);
             ASSERT_EQ(file.size(), kHeader + stride * height);
             auto const pixel = [&](std::size_t x, std::size_t y) {
                 return std::string_view(file).substr(kHeader + y * stride + x * 3, 3);

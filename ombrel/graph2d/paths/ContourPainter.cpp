@@ -26,13 +26,10 @@ void ContourPainter::DrawLevel(double level, COLORREF colour)
     SavedDC const saved(dc);
     CPen pen(PS_SOLID, m_width, colour);
     dc.SelectObject(&pen);
-    // The region cuts pieces off without moving them, wherever their ends lie.
+    // This cuts pieces off without moving them, wherever their ends lie.
     CRect clip;
-    if (m_port.GetClipRect(clip)) {
-        CRgn region;
-        region.CreateRectRgn(clip.left, clip.top, clip.right + 1, clip.bottom + 1);
-        dc.SelectClipRgn(&region);
-    }
+    if (m_port.GetClipRect(clip))
+        dc.IntersectClipRect(CRect(clip.left, clip.top, clip.right + 1, clip.bottom + 1));
     if (dc.IsPrinting())
         DrawJoined(level);
     else

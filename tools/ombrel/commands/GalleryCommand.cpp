@@ -2,6 +2,7 @@
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/gallery/Drawing.h"
 #include "tools/ombrel/gallery/Page.h"
+#include "tools/ombrel/gallery/Sources.h"
 #include "tools/ombrel/options/Options.h"
 
 #include <filesystem>
@@ -10,7 +11,7 @@ namespace ombrel::host {
 
 namespace {
 
-constexpr int kFilesPerPicture = 4;
+constexpr int kFilesPerPicture = 5;
 
 void MakeFolder(std::filesystem::path const& folder)
 {
@@ -49,19 +50,20 @@ private:
 void WritePicture(GalleryPicture const& picture, Theme theme, Folder& folder)
 {
     constexpr double kMillimetresPerPixel = 25.4 / 96;
-    Target target;
-    target.title = picture.title;
-    target.page = { kLargePicture.width * kMillimetresPerPixel, kLargePicture.height * kMillimetresPerPixel };
+    PictureForm form;
+    form.page = { kLargePicture.width * kMillimetresPerPixel, kLargePicture.height * kMillimetresPerPixel };
+    auto const drawing = MakeGalleryPicture(picture, theme);
     auto const write = [&](std::string const& name, PictureFormat format) {
-        target.format = format;
-        folder.Write(name, DrawGalleryPicture(picture, target, theme));
+        form.format = format;
+        folder.Write(name, drawing->Encode(form));
     };
-    target.size = kLargePicture;
+    form.size = kLargePicture;
     write(LargeName(picture), PictureFormat::Png);
-    target.size = kSmallPicture;
-    write(SmallName(picture), PictureFormat::Png);
     write(SvgName(picture), PictureFormat::Svg);
     write(PdfName(picture), PictureFormat::Pdf);
+    form.size = kSmallPicture;
+    write(SmallName(picture), PictureFormat::Png);
+    folder.Write(ProgramName(picture), ProgramOf(picture, picture.theme.value_or(theme)));
 }
 
 } // namespace
@@ -80,7 +82,7 @@ void RunGallery(Options const& options, Messages const& messages)
         WritePicture(picture, options.theme, folder);
     folder.Write(kOverviewName, DrawOverview(pictures, options.theme));
     // Last, so that a page never shows pictures that are not there.
-    folder.Write("index.html", MakeGalleryPage(pictures));
+    folder.Write("index.html", MakeGalleryPage(pictures, options.theme));
     messages.Note((path / "index.html").string() + ": written, with " + std::to_string(pictures.size()) + " pictures; "
         + std::to_string(folder.Written()) + " files, " + std::to_string(folder.Bytes() / 1000) + " kB");
 }

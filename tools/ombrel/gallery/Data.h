@@ -4,7 +4,10 @@
 
 namespace ombrel::host {
 
-// Small tables that the gallery draws.
+// Small tables that the gallery draws, and where they come from.
+
+inline constexpr char const* kWeatherSource = "Source: NOAA, daily figures of Seattle-Tacoma, 2012 to 2015";
+inline constexpr char const* kCarbonSource = "Source: Scripps Institution of Oceanography and NOAA, Mauna Loa";
 
 /// Weather at Seattle-Tacoma, 2012 to 2015, by month from January on (from daily figures of NOAA, public domain).
 /// Temperatures in degrees Celsius.
@@ -68,10 +71,22 @@ public:
         : m_state(seed)
     {
     }
-    /// Evenly spread over 0 … 1.
-    double Uniform();
+    /// Evenly spread over 0 … 1: Marsaglia's xorshift (2003), which is enough for a picture.
+    double Uniform()
+    {
+        m_state ^= m_state << 13;
+        m_state ^= m_state >> 7;
+        m_state ^= m_state << 17;
+        return static_cast<double>(m_state >> 11) * 0x1p-53;
+    }
     /// Mean 0, deviation 1: the sum of twelve even ones, which needs no function that machines round differently.
-    double Normal();
+    double Normal()
+    {
+        double sum = -6.0;
+        for (int i = 0; i < 12; ++i)
+            sum += Uniform();
+        return sum;
+    }
 
 private:
     std::uint64_t m_state;

@@ -12,7 +12,7 @@ foreach(family Lines Bars Areas Contours Surfaces SceneBars ScenePoints Meshes A
     string(APPEND gallerySources "${text},\n")
 endforeach()
 ombrel_read_text(${CMAKE_CURRENT_LIST_DIR}/Helpers.h galleryHelpers)
-ombrel_read_text(${PROJECT_SOURCE_DIR}/examples/host/main.cpp galleryProgram)
+ombrel_read_text(${CMAKE_CURRENT_LIST_DIR}/Data.h galleryData)
 ombrel_read_text(${CMAKE_CURRENT_LIST_DIR}/Page.css galleryStyle)
 ombrel_read_text(${CMAKE_CURRENT_LIST_DIR}/Page.js galleryScript)
 set(galleryTexts ${CMAKE_CURRENT_BINARY_DIR}/GalleryTexts.cpp)

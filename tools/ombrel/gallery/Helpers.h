@@ -25,7 +25,7 @@ template <typename Curve> Curve& AddCurve(CPlot& plot, char const* title, COLORR
 }
 
 /// Adds a curve in a plot of its own that takes its data from a table.
-template <typename Curve> Curve& AddCurve(C3DGraph& scene, ItemType plot)
+template <typename Curve> Curve& AddSceneCurve(C3DGraph& scene, ItemType plot)
 {
     auto& curve = static_cast<Curve&>(*scene.AddPlot(plot)->CreateCurve());
     curve.SetDataSourceType(CPlotComponent::dsTable);
@@ -68,7 +68,8 @@ inline void NameTicks(C2DGraph& graph, CStringArray const& names, double margin 
     x.labelMode = CAxes::lmStrings;
     x.labels = names;
     axes.SetAxis(CAxes::atX, x);
-    graph.GetGrid()->SetVertLinesOn(0);
+    C2DGrid& grid = *graph.GetGrid();
+    grid.SetVertLinesOn(0);
 }
 
 /// Gives the surface heights z = f(x, y) at the nodes of a grid of so many cells each way.

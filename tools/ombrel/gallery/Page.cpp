@@ -96,7 +96,7 @@ std::string Image(std::string const& file, PictureSize size, std::string const& 
 std::string FileLinks(GalleryPicture const& picture)
 {
     return "<p class=\"files\"><a href=\"" + LargeName(picture) + "\">PNG</a> <a href=\"" + SvgName(picture)
-        + "\">SVG</a> <a href=\"" + PdfName(picture) + "\">PDF</a>";
+        + "\">SVG</a> <a href=\"" + PdfName(picture) + "\">PDF</a> <a href=\"" + ProgramName(picture) + "\">C++</a>";
 }
 
 std::string TextFor(GalleryPicture const& picture)
@@ -119,7 +119,7 @@ std::string Card(GalleryPicture const& picture)
 }
 
 /// The large picture, with links to its neighbours.
-std::string Sheet(GalleryPicture const* before, GalleryPicture const& picture, GalleryPicture const* after)
+std::string Sheet(GalleryPicture const* before, GalleryPicture const& picture, GalleryPicture const* after, Theme theme)
 {
     auto const link = [](GalleryPicture const* to, char const* style, std::string const& text) {
         if (!to)
@@ -134,7 +134,8 @@ std::string Sheet(GalleryPicture const* before, GalleryPicture const& picture, G
     sheet += "<figure><picture><source media=\"(max-width: 600px)\" srcset=\"" + SmallName(picture) + "\">"
         + Image(LargeName(picture), kLargePicture, AlternativeFor(picture)) + "</picture>\n" + TextFor(picture)
         + FileLinks(picture) + "</p></figcaption></figure>\n";
-    sheet += "<pre tabindex=\"0\"><code>" + Highlighted(SourceOf(picture)) + "</code></pre>\n</article>\n";
+    sheet += "<pre tabindex=\"0\"><code>" + Highlighted(ProgramOf(picture, picture.theme.value_or(theme)))
+        + "</code></pre>\n</article>\n";
     return sheet;
 }
 
@@ -151,9 +152,9 @@ std::string Head()
 std::string Introduction(std::size_t pictures)
 {
     return "<header>\n<h1>Ombrel: gallery</h1>\n<p>" + std::to_string(pictures)
-        + " pictures of every kind of plot and every setting that changes how one looks. Each is drawn by the code "
-          "beside "
-          "it, once for each size, so that the small ones are laid out anew and not scaled.</p>\n</header>\n";
+        + " pictures of every kind of plot and every setting that changes how one looks. Each is drawn by the "
+          "program beside it, which compiles as it stands, once for each size, so that the small ones are laid out "
+          "anew and not scaled.</p>\n</header>\n";
 }
 
 std::string Navigation(std::span<GalleryPicture const> pictures)
@@ -186,24 +187,10 @@ std::string Sections(std::span<GalleryPicture const> pictures)
     return text + (section.empty() ? "" : "</div></section>\n") + "</main>\n";
 }
 
-/// Code that is hidden until it is asked for.
-std::string Details(std::string_view summary, std::string_view code)
-{
-    return "<details><summary>" + Escaped(summary) + "</summary><pre tabindex=\"0\"><code>" + Highlighted(code)
-        + "</code></pre></details>\n";
-}
-
 std::string Footer()
 {
-    // The helpers from the first comment on, without what only a header needs.
-    std::string_view const helpers
-        = kGalleryHelpers.substr(std::min(kGalleryHelpers.find("///"), kGalleryHelpers.size()));
-    return "<footer>\n"
-        + Details("What the pictures share: AddCurve, Sample, SetValues and others",
-            helpers.substr(0, helpers.find("\n} // namespace")))
-        + Details("A whole program, from the graph to the file", kGalleryProgram) + "<p><a href=\""
-        + std::string(kOverviewName) + "\">Fifteen of them on one sheet</a>. Drawn by ombrel " + std::string(kVersion)
-        + ".</p>\n</footer>\n";
+    return "<footer>\n<p><a href=\"" + std::string(kOverviewName)
+        + "\">Fifteen of them on one sheet</a>. Drawn by ombrel " + std::string(kVersion) + ".</p>\n</footer>\n";
 }
 
 } // namespace
@@ -213,13 +200,15 @@ std::string SmallName(GalleryPicture const& picture) { return std::string(pictur
 std::string SvgName(GalleryPicture const& picture) { return std::string(picture.name) + ".svg"; }
 std::string PdfName(GalleryPicture const& picture) { return std::string(picture.name) + ".pdf"; }
 
-std::string MakeGalleryPage(std::span<GalleryPicture const> pictures)
+std::string ProgramName(GalleryPicture const& picture) { return std::string(picture.name) + ".cpp"; }
+
+std::string MakeGalleryPage(std::span<GalleryPicture const> pictures, Theme theme)
 {
     std::string page = Head() + "<body>\n" + Introduction(pictures.size()) + Navigation(pictures) + Sections(pictures);
     for (std::size_t i = 0; i < pictures.size(); ++i) {
         GalleryPicture const* const before = i > 0 ? &pictures[i - 1] : nullptr;
         GalleryPicture const* const after = i + 1 < pictures.size() ? &pictures[i + 1] : nullptr;
-        page += Sheet(before, pictures[i], after);
+        page += Sheet(before, pictures[i], after, theme);
     }
     return page + Footer() + "<script>\n" + std::string(kGalleryScript) + "</script>\n</body>\n</html>\n";
 }

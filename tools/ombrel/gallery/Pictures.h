@@ -1,5 +1,5 @@
 #pragma once
-#include "ombrel/layout/Look.h"
+#include "ombrel/scene/GraphPicture.h"
 #include "tools/ombrel/options/Options.h"
 
 #include <optional>
@@ -11,31 +11,15 @@
 namespace ombrel {
 class C2DGraph;
 class C3DGraph;
+class Chart;
+class Scene;
 } // namespace ombrel
 
 namespace ombrel::host {
 
-/// The colours of a picture: of its curves, and of all else.
-class PictureLook : public Look {
-public:
-    explicit PictureLook(Theme which)
-        : Look(LookOf(which))
-        , m_palette(PaletteNamed("", 0, *this))
-    {
-    }
-    CurveLook Curve(int index) const { return m_palette.At(static_cast<std::size_t>(index)); }
-    COLORREF Colour(int index) const { return Curve(index).colour; }
-    /// A lighter shade of the colour, for areas.
-    COLORREF Tint(int index) const { return Curve(index).tint; }
-
-private:
-    Palette m_palette;
-};
-
-/// Builds the plots of a picture and sets what is not usual about axes, grids and annotation; the rest is laid out for
-/// the picture's size afterwards: axes of a 2D graph, axes and the size of the box in a 3D graph.
-using BuildPicture = std::variant<void (*)(C2DGraph& graph, PictureLook const& look),
-    void (*)(C3DGraph& graph, PictureLook const& look)>;
+/// Builds a picture: a chart, or the plots of a graph with what is not usual about its axes, grids and annotation.
+using BuildPicture = std::variant<void (*)(Chart& chart), void (*)(C2DGraph& graph, PictureLook const& look),
+    void (*)(Scene& scene), void (*)(C3DGraph& graph, PictureLook const& look)>;
 
 /// Whether ranges and ticks are chosen for the picture's size, or stay as the graph itself makes them.
 enum class AxesChoice { Fitted, AsBuilt };
@@ -44,15 +28,20 @@ struct GalleryPicture {
     /// Of its files, without extension; of the anchors in the page.
     std::string_view name;
     std::string_view section;
+    /// What is seen, over the picture.
     std::string_view title;
-    /// One sentence: what is to be seen.
+    /// One sentence: what shows it.
     std::string_view caption;
     BuildPicture build;
     /// As it stands in the source, by which the page finds the code.
     std::string_view functionName;
+    /// Where the data come from, below the picture; empty for what was made up.
+    std::string_view source = {};
     AxesChoice axes = AxesChoice::Fitted;
     /// None for that of the gallery.
     std::optional<Theme> theme = std::nullopt;
+
+    bool IsScene() const { return build.index() >= 2; }
 };
 
 /// In the order of the page, sections together.

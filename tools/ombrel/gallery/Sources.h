@@ -1,4 +1,6 @@
 #pragma once
+#include "ombrel/layout/Look.h"
+
 #include <span>
 #include <string>
 #include <string_view>
@@ -7,16 +9,17 @@ namespace ombrel::host {
 
 struct GalleryPicture;
 
-/// The code that builds the picture: the body of its function, after the functions of the same source that it calls.
-std::string SourceOf(GalleryPicture const& picture);
+/// A whole program that draws the picture in that theme into its current folder, as the large picture of the gallery:
+/// the body of the picture's function, after all that it calls and names.
+std::string ProgramOf(GalleryPicture const& picture, Theme theme);
 
 // What the build puts into the program from files of their own.
 
 /// The sources of all pictures.
 extern std::span<std::string_view const> const kGallerySources;
-/// The helpers that they share, and a whole program.
+/// The helpers and the data that they share.
 extern std::string_view const kGalleryHelpers;
-extern std::string_view const kGalleryProgram;
+extern std::string_view const kGalleryData;
 /// Style sheet and script of the page.
 extern std::string_view const kGalleryStyle;
 extern std::string_view const kGalleryScript;

@@ -204,21 +204,22 @@ void TurnedTexts(C2DGraph& graph, PictureLook const& look)
 }
 
 constexpr GalleryPicture kPictures[] {
-    { "areas-stacked", "Areas", "Stacked areas", "Three spectral lines and their sum.", OMBREL_PICTURE(StackedAreas) },
-    { "areas-shares", "Areas", "Shares of one", "Kinds of weather in Seattle, 2012 to 2015, normalised (NOAA).",
-        OMBREL_PICTURE(WeatherAreas) },
-    { "areas-stream", "Areas", "A stream", "Without outlines, on a base that keeps the middle at zero.",
-        OMBREL_PICTURE(Stream) },
-    { "errors-deviations", "Error bars", "Means and deviations",
-        "Daily highs in Seattle by month, 2012 to 2015: mean and standard deviation (NOAA).",
-        OMBREL_PICTURE(Deviations) },
-    { "errors-fit", "Error bars", "Points and a line", "Measurements with errors that grow, beside what is expected.",
-        OMBREL_PICTURE(FittedLine) },
-    { "texts-points", "Texts", "Names at points",
+    { "areas-stacked", "Areas", "Three spectral lines add up to one broad band", "Three spectral lines and their sum.",
+        OMBREL_PICTURE(StackedAreas) },
+    { "areas-shares", "Areas", "Nearly three of four days in July are sunny",
+        "Kinds of weather in Seattle as shares of one.", OMBREL_PICTURE(WeatherAreas), kWeatherSource },
+    { "areas-stream", "Areas", "A stream swells and ebbs on both sides of zero",
+        "Without outlines, on a base that keeps the middle at zero.", OMBREL_PICTURE(Stream) },
+    { "errors-deviations", "Error bars", "Highs in Seattle spread most in early summer",
+        "Mean and standard deviation of daily highs by month.", OMBREL_PICTURE(Deviations), kWeatherSource },
+    { "errors-fit", "Error bars", "Measurements agree with what is expected within their errors",
+        "Measurements with errors that grow, beside what is expected.", OMBREL_PICTURE(FittedLine) },
+    { "texts-points", "Texts", "A planet's year grows with its distance from the sun",
         "The planets: the square of the period grows with the cube of the distance.", OMBREL_PICTURE(LabelledPoints) },
-    { "texts-bars", "Texts", "Values on bars", "Precipitation of an average month in Seattle (NOAA).",
-        OMBREL_PICTURE(LabelledBars) },
-    { "texts-turned", "Texts", "Turned texts", "Texts that run upwards, in italics.", OMBREL_PICTURE(TurnedTexts) },
+    { "texts-bars", "Texts", "Novembers bring thirteen times the rain of Julys",
+        "Values on bars: an average month in Seattle.", OMBREL_PICTURE(LabelledBars), kWeatherSource },
+    { "texts-turned", "Texts", "Texts may run upwards", "Texts that run upwards, in italics.",
+        OMBREL_PICTURE(TurnedTexts) },
 };
 
 } // namespace

@@ -10,6 +10,9 @@
 #include "tools/ombrel/gallery/Pictures.h"
 
 #include <cmath>
+#include <functional>
+#include <map>
+#include <numeric>
 
 namespace ombrel::host {
 
@@ -62,22 +65,24 @@ void UpAndDown(C2DGraph& graph, PictureLook const& look)
 void HatchedBars(C2DGraph& graph, PictureLook const& look)
 {
     CPlot& plot = *graph.AddPlot(it2DBarPlot);
-    // The days of each kind of weather in four years, a curve for each so that it has a hatch of its own.
+    // The days of each kind of weather in four years, the most frequent first.
+    std::multimap<double, char const*, std::greater<>> kinds;
+    for (auto const& kind : kWeatherKinds)
+        kinds.emplace(std::accumulate(kind.days.begin(), kind.days.end(), 0.0), kind.name);
     int const patterns[] { 18, 2, 24, 32, 39 };
     CStringArray names;
-    for (int i = 0; i < 5; ++i) {
-        auto const& kind = kWeatherKinds[static_cast<std::size_t>(i)];
-        auto& bar = AddCurve<C2DBarCurve>(plot, kind.name, look.Colour(i));
+    int i = 0;
+    for (auto const& [days, name] : kinds) {
+        // A curve for each, so that it has a hatch of its own.
+        auto& bar = AddCurve<C2DBarCurve>(plot, name, look.Colour(i));
         bar.SetFillPattern(patterns[i]);
         bar.SetBorderColour(look.Colour(i));
         bar.SetBarWidthFactor(0.7);
         bar.SetAutoBaseline(0);
         bar.Initialise(1);
-        double days = 0;
-        for (double const month : kind.days)
-            days += month;
         bar.SetAt(0, { i + 1.0, days });
-        names.Add(kind.name);
+        names.Add(name);
+        ++i;
     }
     NameTicks(graph, names);
     graph.GetAxes()->SetYAxisTitle("days");
@@ -165,23 +170,27 @@ void StacksBelowZero(C2DGraph& graph, PictureLook const& look)
 }
 
 constexpr GalleryPicture kPictures[] {
-    { "bars-months", "Bars", "Bars", "Precipitation of an average month in Seattle, 2012 to 2015 (NOAA).",
-        OMBREL_PICTURE(Precipitation) },
-    { "bars-histogram", "Bars", "A histogram",
-        "How warm it was on 1461 days in Seattle, 2012 to 2015 (NOAA): bars without gaps.", OMBREL_PICTURE(Histogram) },
-    { "bars-up-and-down", "Bars", "Up and down",
-        "Bars that stand on zero or hang from it: the season's part of carbon dioxide at Mauna Loa (Scripps, NOAA).",
-        OMBREL_PICTURE(UpAndDown) },
-    { "bars-hatched", "Bars", "Hatched bars", "Days of each kind of weather in Seattle, 2012 to 2015 (NOAA).",
-        OMBREL_PICTURE(HatchedBars) },
-    { "clustered-years", "Clustered bars", "Years side by side", "Precipitation in Seattle, month by month (NOAA).",
-        OMBREL_PICTURE(YearsSideBySide) },
-    { "clustered-hatched", "Clustered bars", "Two bars, one hatched",
-        "Record temperatures in Seattle, 2012 to 2015, below zero in winter (NOAA).", OMBREL_PICTURE(HatchedClusters) },
-    { "stacked-weather", "Stacked bars", "Stacks", "Kinds of weather in Seattle, 2012 to 2015 (NOAA).",
-        OMBREL_PICTURE(WeatherStacks) },
-    { "stacked-shares", "Stacked bars", "Shares", "The same in percent.", OMBREL_PICTURE(WeatherShares) },
-    { "stacked-below-zero", "Stacked bars", "Above and below zero",
+    { "bars-months", "Bars", "Seattle's Novembers are wet, its Julys dry", "Bars: an average month, 2012 to 2015.",
+        OMBREL_PICTURE(Precipitation), kWeatherSource },
+    { "bars-histogram", "Bars", "Days of 10 to 14 °C are the most common",
+        "A histogram: how warm it was on 1461 days in Seattle. Bars have no gaps.", OMBREL_PICTURE(Histogram),
+        kWeatherSource },
+    { "bars-up-and-down", "Bars", "Carbon dioxide peaks in May and is lowest in October",
+        "Bars that stand on zero or hang from it: the season's part.", OMBREL_PICTURE(UpAndDown), kCarbonSource },
+    { "bars-hatched", "Bars", "Seattle has as many days of rain as of sun",
+        "Hatches besides colours: days of each kind of weather, 2012 to 2015.", OMBREL_PICTURE(HatchedBars),
+        kWeatherSource },
+    { "clustered-years", "Clustered bars", "In four years no July had 30 mm of rain",
+        "Years side by side: precipitation in Seattle, month by month.", OMBREL_PICTURE(YearsSideBySide),
+        kWeatherSource },
+    { "clustered-hatched", "Clustered bars", "From −7 °C in December to 36 °C in August",
+        "Two bars, one hatched: record temperatures in Seattle, 2012 to 2015.", OMBREL_PICTURE(HatchedClusters),
+        kWeatherSource },
+    { "stacked-weather", "Stacked bars", "From May to September there is more sun than rain",
+        "Stacks: kinds of weather in Seattle, 2012 to 2015.", OMBREL_PICTURE(WeatherStacks), kWeatherSource },
+    { "stacked-shares", "Stacked bars", "Nearly three of four days in July are sunny", "The same in percent.",
+        OMBREL_PICTURE(WeatherShares), kWeatherSource },
+    { "stacked-below-zero", "Stacked bars", "Gains are stacked upwards, losses downwards",
         "Positive values are stacked upwards, negative ones downwards.", OMBREL_PICTURE(StacksBelowZero) },
 };
 

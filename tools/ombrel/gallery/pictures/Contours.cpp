@@ -88,14 +88,14 @@ void Hole(C2DGraph& graph, PictureLook const& /*look*/)
 }
 
 constexpr GalleryPicture kPictures[] {
-    { "contours-bands", "Contours", "Bands and lines",
+    { "contours-bands", "Contours", "Two hills and the saddle between them",
         "Heights from above: a colour for each ten metres, and lines between.", OMBREL_PICTURE(BandsAndLines) },
-    { "contours-lines", "Contours", "Coloured lines", "The same heights as lines, each in the colour of its level.",
-        OMBREL_PICTURE(ColouredLines) },
-    { "contours-shades", "Contours", "Shades", "Colours that follow the heights without steps.",
+    { "contours-lines", "Contours", "The same hills in lines of their colours",
+        "The same heights as lines, each in the colour of its level.", OMBREL_PICTURE(ColouredLines) },
+    { "contours-shades", "Contours", "The same hills without steps", "Colours that follow the heights without steps.",
         OMBREL_PICTURE(Shades) },
-    { "contours-hole", "Contours", "A grid with a hole",
-        "Flow round a cylinder: where values are missing nothing is drawn.", OMBREL_PICTURE(Hole) },
+    { "contours-hole", "Contours", "A flow round a cylinder is fastest at its sides",
+        "Where values are missing nothing is drawn.", OMBREL_PICTURE(Hole) },
 };
 
 } // namespace

@@ -54,7 +54,7 @@ std::unique_ptr<CMeshNodeSet> BeamNodes()
 /// A mesh of the beam's bricks.
 C3DMeshCurve& AddBeam(C3DGraph& graph)
 {
-    auto& mesh = AddCurve<C3DMeshCurve>(graph, it3DMeshPlot);
+    auto& mesh = AddSceneCurve<C3DMeshCurve>(graph, it3DMeshPlot);
     mesh.SetVariableNames({ "stress" }, {});
     CMeshNodeSet* const nodes = mesh.AddNodeSet(BeamNodes());
     CDWordArray corners;
@@ -131,7 +131,7 @@ void AddBond(C3DObjectCurve& molecule, CVertex const& from, CVertex const& to, d
 
 void Benzene(C3DGraph& graph, PictureLook const& /*look*/)
 {
-    auto& molecule = AddCurve<C3DObjectCurve>(graph, it3DObjectPlot);
+    auto& molecule = AddSceneCurve<C3DObjectCurve>(graph, it3DObjectPlot);
     molecule.SetDataSourceType(CPlotComponent::dsTable);
     // Ångströms from the middle of the ring.
     constexpr double kCarbon = 1.39;
@@ -150,13 +150,16 @@ void Benzene(C3DGraph& graph, PictureLook const& /*look*/)
 }
 
 constexpr GalleryPicture kPictures[] {
-    { "mesh-bricks", "Meshes and solids", "Finite elements", "The stress in a beam that bends.", OMBREL_PICTURE(Beam) },
-    { "mesh-clipped", "Meshes and solids", "Cut open", "A box takes elements away; outlines show the others.",
+    { "mesh-bricks", "Meshes and solids", "A bent beam is stretched above and pressed below",
+        "The stress in a beam that bends.", OMBREL_PICTURE(Beam) },
+    { "mesh-clipped", "Meshes and solids", "The beam, cut open", "A box takes elements away; outlines show the others.",
         OMBREL_PICTURE(CutBeam) },
-    { "mesh-bands", "Meshes and solids", "Bands", "A colour for each tenth of the stress.",
+    { "mesh-bands", "Meshes and solids", "The beam in ten bands", "A colour for each tenth of the stress.",
         OMBREL_PICTURE(BandedBeam) },
-    { "mesh-outlines", "Meshes and solids", "Outlines", "The edges of all elements alone.", OMBREL_PICTURE(Outlines) },
-    { "objects-benzene", "Meshes and solids", "Solid objects", "Atoms and bonds of benzene.", OMBREL_PICTURE(Benzene) },
+    { "mesh-outlines", "Meshes and solids", "The beam as a net", "The edges of all elements alone.",
+        OMBREL_PICTURE(Outlines) },
+    { "objects-benzene", "Meshes and solids", "Benzene is a flat ring", "Atoms and bonds of benzene.",
+        OMBREL_PICTURE(Benzene) },
 };
 
 } // namespace

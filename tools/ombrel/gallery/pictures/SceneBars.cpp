@@ -35,7 +35,7 @@ void SetRain(C3DGraph& graph, C3DRowColCurve& curve)
 
 void RainBars(C3DGraph& graph, PictureLook const& /*look*/)
 {
-    auto& bars = AddCurve<C3DBarCurve>(graph, it3DBarPlot);
+    auto& bars = AddSceneCurve<C3DBarCurve>(graph, it3DBarPlot);
     SetRain(graph, bars);
     bars.SetColourDescription(1);
     LoadColourMap("viridis", *bars.GetColourmap());
@@ -43,7 +43,7 @@ void RainBars(C3DGraph& graph, PictureLook const& /*look*/)
 
 void RowBars(C3DGraph& graph, PictureLook const& /*look*/)
 {
-    auto& bars = AddCurve<C3DBarCurve>(graph, it3DBarPlot);
+    auto& bars = AddSceneCurve<C3DBarCurve>(graph, it3DBarPlot);
     SetRain(graph, bars);
     // By the place along y.
     bars.SetColourDescription(3);
@@ -54,7 +54,7 @@ void RowBars(C3DGraph& graph, PictureLook const& /*look*/)
 
 void ScatteredBars(C3DGraph& graph, PictureLook const& /*look*/)
 {
-    auto& bars = AddCurve<C3DIrregBarCurve>(graph, it3DIrregBarPlot);
+    auto& bars = AddSceneCurve<C3DIrregBarCurve>(graph, it3DIrregBarPlot);
     // The seeds of a sunflower: each a golden angle beyond the one before.
     constexpr int kSeeds = 120;
     constexpr double kGoldenAngle = 2.399963229728653;
@@ -104,7 +104,7 @@ void SetResonances(C3DGraph& graph, C3DRowColCurve& series)
 
 void Stacks(C3DGraph& graph, PictureLook const& look)
 {
-    auto& series = AddCurve<C3DLineArrayCurve>(graph, it3DLineArrayPlot);
+    auto& series = AddSceneCurve<C3DLineArrayCurve>(graph, it3DLineArrayPlot);
     SetResonances(graph, series);
     // Lines along x.
     series.SetRowMode(1);
@@ -115,7 +115,7 @@ void Stacks(C3DGraph& graph, PictureLook const& look)
 
 void Ribbons(C3DGraph& graph, PictureLook const& look)
 {
-    auto& series = AddCurve<C3DLineArrayCurve>(graph, it3DLineArrayPlot);
+    auto& series = AddSceneCurve<C3DLineArrayCurve>(graph, it3DLineArrayPlot);
     SetResonances(graph, series);
     series.SetRowMode(1);
     series.SetDrawStacks(0);
@@ -125,7 +125,7 @@ void Ribbons(C3DGraph& graph, PictureLook const& look)
 
 void Net(C3DGraph& graph, PictureLook const& /*look*/)
 {
-    auto& net = AddCurve<C3DWireframeCurve>(graph, it3DWireframePlot);
+    auto& net = AddSceneCurve<C3DWireframeCurve>(graph, it3DWireframePlot);
     SampleGrid(net, { -12, -12 }, { 12, 12 }, 48, [](double x, double y) {
         double const r = std::hypot(x, y);
         return r > 0 ? std::sin(r) / r : 1;
@@ -135,10 +135,10 @@ void Net(C3DGraph& graph, PictureLook const& /*look*/)
 }
 
 constexpr GalleryPicture kPictures[] {
-    { "bars3d-rain", "Bars and series in 3D", "Bars over a grid", "Rain at Seattle over months and years.",
-        OMBREL_PICTURE(RainBars) },
+    { "bars3d-rain", "Bars and series in 3D", "Rain falls in winter, year after year",
+        "Bars over a grid of months and years.", OMBREL_PICTURE(RainBars), kWeatherSource },
     { "bars3d-rows", "Bars and series in 3D", "A colour for each row", "The same, wider along x than along y.",
-        OMBREL_PICTURE(RowBars) },
+        OMBREL_PICTURE(RowBars), kWeatherSource },
     { "bars3d-scattered", "Bars and series in 3D", "Bars anywhere", "At points that form no grid.",
         OMBREL_PICTURE(ScatteredBars) },
     { "series3d-stacks", "Bars and series in 3D", "Series", "Lines one behind the other, each over a stack.",

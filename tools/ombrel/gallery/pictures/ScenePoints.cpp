@@ -31,7 +31,7 @@ struct PointList {
 
 void Attractor(C3DGraph& graph, PictureLook const& look)
 {
-    auto& line = AddCurve<C3DLineCurve>(graph, it3DLinePlot);
+    auto& line = AddSceneCurve<C3DLineCurve>(graph, it3DLinePlot);
     // The path of Lorenz's three equations of convection.
     PointList path;
     double x = 1;
@@ -54,7 +54,7 @@ void Attractor(C3DGraph& graph, PictureLook const& look)
 
 void Knot(C3DGraph& graph, PictureLook const& look)
 {
-    auto& line = AddCurve<C3DLineCurve>(graph, it3DLinePlot);
+    auto& line = AddSceneCurve<C3DLineCurve>(graph, it3DLinePlot);
     PointList knot;
     constexpr int kPoints = 240;
     for (int i = 0; i <= kPoints; ++i) {
@@ -68,7 +68,7 @@ void Knot(C3DGraph& graph, PictureLook const& look)
 
 void Helix(C3DGraph& graph, PictureLook const& look)
 {
-    auto& line = AddCurve<C3DLineCurve>(graph, it3DLinePlot);
+    auto& line = AddSceneCurve<C3DLineCurve>(graph, it3DLinePlot);
     PointList helix;
     for (int i = 0; i <= 60; ++i)
         helix.Add(std::cos(0.3 * i), std::sin(0.3 * i), 0.1 * i);
@@ -82,7 +82,7 @@ void Helix(C3DGraph& graph, PictureLook const& look)
 
 void Clouds(C3DGraph& graph, PictureLook const& /*look*/)
 {
-    auto& scatter = AddCurve<C3DScatterCurve>(graph, it3DScatterPlot);
+    auto& scatter = AddSceneCurve<C3DScatterCurve>(graph, it3DScatterPlot);
     constexpr std::array<std::array<double, 3>, 3> kCentres { { { 0, 0, 2 }, { 4, 5, 6 }, { 8, 1, 4 } } };
     FixedRandom random(7);
     PointList points;
@@ -107,7 +107,7 @@ void Clouds(C3DGraph& graph, PictureLook const& /*look*/)
 
 void Sticks(C3DGraph& graph, PictureLook const& look)
 {
-    auto& scatter = AddCurve<C3DScatterCurve>(graph, it3DScatterPlot);
+    auto& scatter = AddSceneCurve<C3DScatterCurve>(graph, it3DScatterPlot);
     PointList points;
     for (int i = 0; i < 36; ++i) {
         double const angle = 2 * std::numbers::pi * i / 36;
@@ -131,7 +131,7 @@ void ColourCube(C3DGraph& graph, PictureLook const& look)
         corners.Add(i & 1, i >> 1 & 1, i >> 2);
         names.Add(kNames[static_cast<std::size_t>(i)]);
         // One curve each, for a colour each.
-        auto& corner = AddCurve<C3DScatterCurve>(graph, it3DScatterPlot);
+        auto& corner = AddSceneCurve<C3DScatterCurve>(graph, it3DScatterPlot);
         corner.SetNumPts(1);
         corner.SetXVal(0, i & 1);
         corner.SetYVal(0, i >> 1 & 1);
@@ -140,7 +140,7 @@ void ColourCube(C3DGraph& graph, PictureLook const& look)
         corner.SetSymbolStyle(3);
         corner.SetSymbolScaleFac(1.2);
     }
-    auto& texts = AddCurve<C3DTextCurve>(graph, it3DTextPlot);
+    auto& texts = AddSceneCurve<C3DTextCurve>(graph, it3DTextPlot);
     texts.SetPoints(&corners.x, &corners.y, &corners.z, &names, 8);
     texts.SetDeltas(0, 0.04, 0);
     // Below their points, where the axes leave room.
@@ -153,15 +153,16 @@ void ColourCube(C3DGraph& graph, PictureLook const& look)
 }
 
 constexpr GalleryPicture kPictures[] {
-    { "lines3d-attractor", "Points in 3D", "A line", "A path that never repeats.", OMBREL_PICTURE(Attractor) },
-    { "lines3d-knot", "Points in 3D", "A tube", "A knot of one thick line.", OMBREL_PICTURE(Knot) },
+    { "lines3d-attractor", "Points in 3D", "A path that never repeats",
+        "A line through 12,000 points of Lorenz's equations.", OMBREL_PICTURE(Attractor) },
+    { "lines3d-knot", "Points in 3D", "A knot of one thick line", "A line with a width, lit.", OMBREL_PICTURE(Knot) },
     { "lines3d-helix", "Points in 3D", "Line and symbols", "A sphere at each point.", OMBREL_PICTURE(Helix) },
     { "scatter3d-clouds", "Points in 3D", "Scattered points", "Coloured by one variable, as large as another.",
         OMBREL_PICTURE(Clouds) },
     { "scatter3d-sticks", "Points in 3D", "Points on sticks", "Sticks show where points stand.",
         OMBREL_PICTURE(Sticks) },
-    { "text3d-colours", "Points in 3D", "Texts", "The corners of the cube of all colours, with their names.",
-        OMBREL_PICTURE(ColourCube) },
+    { "text3d-colours", "Points in 3D", "Eight corners of the cube of all colours",
+        "The corners of the cube of all colours, with their names.", OMBREL_PICTURE(ColourCube) },
 };
 
 } // namespace

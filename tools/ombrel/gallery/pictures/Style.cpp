@@ -86,7 +86,6 @@ void Captions(C2DGraph& graph, PictureLook const& look)
 
 void Titles(C2DGraph& graph, PictureLook const& look)
 {
-    graph.SetTitle("Rain in Seattle");
     NameMonths(graph);
     graph.GetAxes()->SetXAxisTitle("month");
     graph.GetAxes()->SetYAxisTitle("precipitation / mm");
@@ -202,7 +201,6 @@ void Stripes(C2DGraph& graph, PictureLook const&)
 
 void ThemedGraph(C2DGraph& graph, PictureLook const& look)
 {
-    graph.SetTitle("Four oscillators");
     graph.GetAxes()->SetXAxisTitle("time / s");
     graph.GetAxes()->SetYAxisTitle("deflection / mm");
     CPlot& plot = *graph.AddPlot(it2DLinePlot);
@@ -218,30 +216,32 @@ void ThemedGraph(C2DGraph& graph, PictureLook const& look)
 }
 
 constexpr GalleryPicture kPictures[] {
-    { "legend-patches", "Legends", "Patches", "The legend shows each curve's colour and fill.",
+    { "legend-patches", "Legends", "A legend of patches", "The legend shows each curve's colour and fill.",
         OMBREL_PICTURE(LegendOfPatches) },
-    { "legend-lines", "Legends", "Lines", "The legend shows a stretch of each line, with its dashes.",
+    { "legend-lines", "Legends", "A legend of lines", "The legend shows a stretch of each line, with its dashes.",
         OMBREL_PICTURE(LegendOfLines) },
-    { "legend-symbols", "Legends", "Symbols", "The legend shows each curve's symbol; here without a frame.",
+    { "legend-symbols", "Legends", "A legend of symbols", "The legend shows each curve's symbol; here without a frame.",
         OMBREL_PICTURE(LegendOfSymbols) },
-    { "captions-texts", "Captions", "Captions", "Texts of several lines anywhere over the graph, framed or not.",
-        OMBREL_PICTURE(Captions) },
-    { "captions-titles", "Captions", "Titles", "A title over the graph, and one along each axis.",
-        OMBREL_PICTURE(Titles) },
-    { "hatches-all", "Hatches", "Fill patterns", "The twenty patterns on offer, with their numbers; 6 is solid.",
+    { "captions-texts", "Captions", "Texts anywhere over the graph",
+        "Texts of several lines anywhere over the graph, framed or not.", OMBREL_PICTURE(Captions) },
+    { "captions-titles", "Captions", "A title over the graph, and one along each axis",
+        "A title over the graph, and one along each axis.", OMBREL_PICTURE(Titles) },
+    { "hatches-all", "Hatches", "Twenty fill patterns", "The twenty patterns on offer, with their numbers; 6 is solid.",
         OMBREL_PICTURE(Hatches) },
-    { "colours-spectrum", "Colour maps", "Spectrum", "Forty lines in colours from blue to red.",
+    { "colours-spectrum", "Colour maps", "Forty lines from blue to red", "Forty lines in colours from blue to red.",
         OMBREL_PICTURE(SpectrumMap) },
-    { "colours-extended", "Colour maps", "Extended spectrum", "The same, from magenta on.",
+    { "colours-extended", "Colour maps", "Forty lines from magenta to red", "The same, from magenta on.",
         OMBREL_PICTURE(ExtendedSpectrumMap) },
-    { "colours-graded", "Colour maps", "Graded", "Shades of one colour.", OMBREL_PICTURE(GradedMap) },
-    { "colours-stripes", "Colour maps", "Stripes in a map of one's own",
-        "How much carbon dioxide at Mauna Loa grew in each year: from 0.2 (blue) to 3.2 ppm (red) (Scripps, NOAA).",
-        OMBREL_PICTURE(Stripes) },
-    { "theme-light", "Themes", "Light", "For screens.", OMBREL_PICTURE(ThemedGraph), AxesChoice::Fitted, Theme::Light },
-    { "theme-dark", "Themes", "Dark", "For dark screens.", OMBREL_PICTURE(ThemedGraph), AxesChoice::Fitted,
-        Theme::Dark },
-    { "theme-print", "Themes", "Print", "For paper.", OMBREL_PICTURE(ThemedGraph), AxesChoice::Fitted, Theme::Print },
+    { "colours-graded", "Colour maps", "Shades of one colour", "A map between two colours.",
+        OMBREL_PICTURE(GradedMap) },
+    { "colours-stripes", "Colour maps", "Carbon dioxide grows faster than it did",
+        "How much it grew in each year: from 0.2 (blue) to 3.2 ppm (red).", OMBREL_PICTURE(Stripes), kCarbonSource },
+    { "theme-light", "Themes", "The light theme", "For screens.", OMBREL_PICTURE(ThemedGraph), {}, AxesChoice::Fitted,
+        Theme::Light },
+    { "theme-dark", "Themes", "The dark theme", "For dark screens.", OMBREL_PICTURE(ThemedGraph), {},
+        AxesChoice::Fitted, Theme::Dark },
+    { "theme-print", "Themes", "The theme for paper", "For paper.", OMBREL_PICTURE(ThemedGraph), {}, AxesChoice::Fitted,
+        Theme::Print },
 };
 
 } // namespace

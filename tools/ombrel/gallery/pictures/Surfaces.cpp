@@ -129,7 +129,7 @@ void Drum(C3DGraph& graph, PictureLook const& /*look*/)
 
 void Scattered(C3DGraph& graph, PictureLook const& /*look*/)
 {
-    auto& surface = AddCurve<C3DIrregularSurfaceCurve>(graph, it3DIrregularSurfacePlot);
+    auto& surface = AddSceneCurve<C3DIrregularSurfaceCurve>(graph, it3DIrregularSurfacePlot);
     FixedRandom random(3);
     constexpr int kPoints = 700;
     CDoubleArray x;
@@ -151,9 +151,9 @@ void Scattered(C3DGraph& graph, PictureLook const& /*look*/)
 }
 
 constexpr GalleryPicture kPictures[] {
-    { "surfaces-lit", "Surfaces", "A lit surface", "Heights in a box, lit from the viewer's left.",
+    { "surfaces-lit", "Surfaces", "A ripple, lit from the left", "Heights in a box, lit from the viewer's left.",
         OMBREL_PICTURE(LitSurface) },
-    { "surfaces-bands", "Surfaces", "Bands and lines", "A colour for each quarter, and lines where they meet.",
+    { "surfaces-bands", "Surfaces", "A ripple in four bands", "A colour for each quarter, and lines where they meet.",
         OMBREL_PICTURE(BandedSurface) },
     { "surfaces-wireframe", "Surfaces", "Wireframe", "The lines of the grid over the surface.",
         OMBREL_PICTURE(Wireframe) },
@@ -164,8 +164,8 @@ constexpr GalleryPicture kPictures[] {
     { "surfaces-scattered", "Surfaces", "Scattered points", "Triangles between points that form no grid.",
         OMBREL_PICTURE(Scattered) },
     { "surfaces-globe", "Surfaces", "Round a sphere", "Radii over longitudes and latitudes.", OMBREL_PICTURE(Globe) },
-    { "surfaces-drum", "Surfaces", "A round grid", "A shape of a drum's skin over radii and angles.",
-        OMBREL_PICTURE(Drum) },
+    { "surfaces-drum", "Surfaces", "A drum's skin in one of its shapes",
+        "A shape of a drum's skin over radii and angles.", OMBREL_PICTURE(Drum) },
 };
 
 } // namespace
