@@ -10,6 +10,7 @@
 
 #include <map>
 #include <set>
+#include <sstream>
 
 namespace ombrel::host {
 namespace {
@@ -48,6 +49,11 @@ TEST_F(Gallery, DrawsEveryPictureAndAPageThatShowsThem)
     std::set<std::string> const anchors = Values(page, "id");
     std::set<std::string> shown = Values(page, "src");
     shown.merge(Values(page, "href"));
+    for (std::string const& set : Values(page, "srcset")) {
+        std::istringstream sources(set);
+        for (std::string file; std::getline(sources >> std::ws, file, ',');)
+            shown.insert(file.substr(0, file.find(' ')));
+    }
     for (std::string const& link : shown)
         EXPECT_TRUE(link[0] == '#' ? anchors.contains(link.substr(1)) : files.contains(link)) << link;
     for (auto const& [name, bytes] : files)
@@ -60,7 +66,7 @@ TEST_F(Gallery, DrawsEveryPictureAndAPageThatShowsThem)
         EXPECT_NE(program.find(".Save(\"" + std::string(picture.name) + ".png\");\n}"), std::string::npos)
             << picture.name;
     }
-    EXPECT_EQ(files.size(), names.size() * 5 + 2);
+    EXPECT_EQ(files.size(), names.size() * 7 + 2);
 }
 
 TEST_F(Gallery, FillsEveryPictureWithoutTouchingItsEdge)

@@ -11,7 +11,7 @@ namespace ombrel::host {
 
 namespace {
 
-constexpr int kFilesPerPicture = 5;
+constexpr int kFilesPerPicture = 7;
 
 void MakeFolder(std::filesystem::path const& folder)
 {
@@ -57,12 +57,18 @@ void WritePicture(GalleryPicture const& picture, Theme theme, Folder& folder)
         form.format = format;
         folder.Write(name, drawing->Encode(form));
     };
-    form.size = kLargePicture;
-    write(LargeName(picture), PictureFormat::Png);
+    auto const writeBitmaps = [&](std::string const& name, PictureSize size) {
+        form.size = size;
+        write(name, PictureFormat::Png);
+        form.size = { 2 * size.width, 2 * size.height };
+        form.scale = 2.0;
+        write(DenseName(name), PictureFormat::Png);
+        form.scale = 1.0;
+    };
+    writeBitmaps(LargeName(picture), kLargePicture);
+    writeBitmaps(SmallName(picture), kSmallPicture);
     write(SvgName(picture), PictureFormat::Svg);
     write(PdfName(picture), PictureFormat::Pdf);
-    form.size = kSmallPicture;
-    write(SmallName(picture), PictureFormat::Png);
     folder.Write(ProgramName(picture), ProgramOf(picture, picture.theme.value_or(theme)));
 }
 

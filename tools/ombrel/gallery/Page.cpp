@@ -87,10 +87,13 @@ std::string Highlighted(std::string_view code)
     return out;
 }
 
+/// A bitmap, and that for dense screens.
+std::string SourceSet(std::string const& file) { return file + ", " + DenseName(file) + " 2x"; }
+
 std::string Image(std::string const& file, PictureSize size, std::string const& alternative)
 {
-    return "<img src=\"" + file + "\" width=\"" + std::to_string(size.width) + "\" height=\""
-        + std::to_string(size.height) + "\" alt=\"" + alternative + "\" loading=\"lazy\">";
+    return "<img src=\"" + file + "\" srcset=\"" + SourceSet(file) + "\" width=\"" + std::to_string(size.width)
+        + "\" height=\"" + std::to_string(size.height) + "\" alt=\"" + alternative + "\" loading=\"lazy\">";
 }
 
 std::string FileLinks(GalleryPicture const& picture)
@@ -131,7 +134,7 @@ std::string Sheet(GalleryPicture const* before, GalleryPicture const& picture, G
     sheet += "<div class=\"turn\">" + link(before, "before", "← before") + " <a class=\"close\" href=\"#card-" + name
         + "\">all pictures</a> " + link(after, "after", "next →") + "</div>\n";
     // Narrow windows show the small picture rather than the large one with its labels scaled down.
-    sheet += "<figure><picture><source media=\"(max-width: 600px)\" srcset=\"" + SmallName(picture) + "\">"
+    sheet += "<figure><picture><source media=\"(max-width: 600px)\" srcset=\"" + SourceSet(SmallName(picture)) + "\">"
         + Image(LargeName(picture), kLargePicture, AlternativeFor(picture)) + "</picture>\n" + TextFor(picture)
         + FileLinks(picture) + "</p></figcaption></figure>\n";
     sheet += "<pre tabindex=\"0\"><code>" + Highlighted(ProgramOf(picture, picture.theme.value_or(theme)))
@@ -197,6 +200,7 @@ std::string Footer()
 
 std::string LargeName(GalleryPicture const& picture) { return std::string(picture.name) + ".png"; }
 std::string SmallName(GalleryPicture const& picture) { return std::string(picture.name) + "-small.png"; }
+std::string DenseName(std::string const& name) { return name.substr(0, name.rfind('.')) + "-dense.png"; }
 std::string SvgName(GalleryPicture const& picture) { return std::string(picture.name) + ".svg"; }
 std::string PdfName(GalleryPicture const& picture) { return std::string(picture.name) + ".pdf"; }
 

@@ -11,6 +11,8 @@ std::string MakeGalleryPage(std::span<GalleryPicture const> pictures, Theme them
 /// The names of a picture's files.
 std::string LargeName(GalleryPicture const& picture);
 std::string SmallName(GalleryPicture const& picture);
+/// That of a bitmap with twice the pixels, for dense screens.
+std::string DenseName(std::string const& name);
 std::string SvgName(GalleryPicture const& picture);
 std::string PdfName(GalleryPicture const& picture);
 std::string ProgramName(GalleryPicture const& picture);

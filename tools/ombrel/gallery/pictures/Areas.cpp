@@ -212,7 +212,7 @@ constexpr GalleryPicture kPictures[] {
         "Without outlines, on a base that keeps the middle at zero.", OMBREL_PICTURE(Stream) },
     { "errors-deviations", "Error bars", "Highs in Seattle spread most in early summer",
         "Mean and standard deviation of daily highs by month.", OMBREL_PICTURE(Deviations), kWeatherSource },
-    { "errors-fit", "Error bars", "Measurements agree with what is expected within their errors",
+    { "errors-fit", "Error bars", "Most measurements lie within an error of what is expected",
         "Measurements with errors that grow, beside what is expected.", OMBREL_PICTURE(FittedLine) },
     { "texts-points", "Texts", "A planet's year grows with its distance from the sun",
         "The planets: the square of the period grows with the cube of the distance.", OMBREL_PICTURE(LabelledPoints) },
