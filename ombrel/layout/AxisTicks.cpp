@@ -182,7 +182,7 @@ std::string TitleWithPower(std::string const& title, NumberTicks const& ticks)
     return title.empty() ? power : title + " (" + power + ")";
 }
 
-std::string TitleWithoutPower(std::string title)
+std::string TitleWithoutPower(std::string const& title)
 {
     if (title.starts_with(kTimes))
         return {};

@@ -67,7 +67,7 @@ OMBREL_EXPORT std::vector<std::string> NumberLabels(NumberTicks const& ticks);
 /// An axis's title with the power of ten that its labels leave out.
 OMBREL_EXPORT std::string TitleWithPower(std::string const& title, NumberTicks const& ticks);
 /// The title that TitleWithPower was given.
-OMBREL_EXPORT std::string TitleWithoutPower(std::string title);
+OMBREL_EXPORT std::string TitleWithoutPower(std::string const& title);
 
 /// As MakeNumberTicks, with as many steps as there is room for labels along an x axis of length pixels. width gives
 /// the pixels of a text.

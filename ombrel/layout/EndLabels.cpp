@@ -20,7 +20,7 @@ struct EndLabel {
     C2DLine const* line = nullptr;
     /// The graph's.
     CCaption* caption = nullptr;
-    CPoint end;
+    CPoint end {};
 };
 
 /// The lines that have names; nothing when other curves have, too.
@@ -76,7 +76,7 @@ CSize AddCaptions(C2DGraph& graph, std::vector<EndLabel>& labels, Look const& lo
         label.caption->SetText(label.line->GetTitle());
         label.caption->SetBoundingRectOn(0);
         label.caption->SetTransparentBkgnd(1);
-        label.caption->SetTextColour(ReadableColour(label.line->GetColour(), look));
+        label.caption->SetTextColour(ReadableColour(static_cast<COLORREF>(label.line->GetColour()), look));
         SetReadableFont(*label.caption, graph, dc);
         CSize const size = label.caption->Measure(&dc);
         largest = { std::max(largest.cx, size.cx), std::max(largest.cy, size.cy) };
@@ -116,6 +116,7 @@ bool PlaceBeside(C2DGraph const& graph, std::vector<EndLabel> const& labels, dou
 {
     CRect const area = graph.GetAxesRect();
     std::vector<double> wanted;
+    wanted.reserve(labels.size());
     for (EndLabel const& label : labels)
         wanted.push_back(static_cast<double>(label.end.y) - height / 2);
     std::vector<double> const tops

@@ -196,13 +196,14 @@ std::vector<std::string> DateLabels(DateTicks const& ticks, std::span<double con
         std::string text = FormatDate(place, ticks.format);
         // What lies before the axis has no label.
         if (!ticks.period.empty() && place >= ticks.range.min) {
-            std::string const period = FormatDate(place, ticks.period);
-            bool const isNew = period != std::exchange(last, period);
+            std::string period = FormatDate(place, ticks.period);
+            bool const isNew = period != last;
+            last = period;
             bool const isMidnight = FormatDate(place, kSeconds) == "00:00:00";
-            if (isNew && HasTimes(ticks.unit))
-                text = isMidnight ? period : period + " " + text;
+            if (isNew && !HasTimes(ticks.unit))
+                text.append(" ").append(period);
             else if (isNew)
-                text += " " + period;
+                text = isMidnight ? std::move(period) : period.append(" ").append(text);
         }
         labels.push_back(std::move(text));
     }
