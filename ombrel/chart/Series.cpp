@@ -97,6 +97,13 @@ Series& Series::Marks(bool on)
     return Set([on](SeriesData& data) { data.marked = on; });
 }
 
+Series& Series::MarkSize(double factor)
+{
+    if (!(factor > 0.0))
+        FailSetting("symbol-size: expected a factor above 0, found " + NumberText(factor));
+    return Set([factor](SeriesData& data) { data.markSize = factor; });
+}
+
 Series& Series::Smooth(bool on)
 {
     return Set([on](SeriesData& data) { data.smooth = on; });

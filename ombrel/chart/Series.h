@@ -81,6 +81,8 @@ public:
     Series& Mark(ombrel::Mark mark);
     /// Likewise with a mark that the palette chooses.
     Series& Marks(bool on = true);
+    /// How large marks are against their usual size; 1 without it. Throws ChartError unless it is above 0.
+    Series& MarkSize(double factor);
     /// Whether edges of lines are smooth; they are without it.
     Series& Smooth(bool on);
     /// Error bars reach so far above and below each point: one error a point; NaN for none. Throws ChartError.

@@ -398,5 +398,20 @@ TEST(Charts, AreTwiceAsLargeAtTwiceTheScale)
     EXPECT_EQ(twice.line, 2 * once.line);
 }
 
+TEST(Charts, MarkPointsAsLargeAsTheyAreTold)
+{
+    auto const sizeOf = [](double factor) {
+        Chart chart;
+        chart.Points(kX, kY).MarkSize(factor);
+        Picture picture(PictureForm {});
+        CPlotComponent const& curve
+            = *chart.Graph(picture.GetDC(), picture.GetRect()).GetPlotArray()->GetAt(0)->GetComponents()[0];
+        return static_cast<C2DLine const&>(curve).GetSymbolScaleFac();
+    };
+    EXPECT_DOUBLE_EQ(sizeOf(3.0), 3.0 * sizeOf(1.0));
+    EXPECT_THROW(sizeOf(0.0), ChartError);
+    EXPECT_THROW(sizeOf(kNaN), ChartError);
+}
+
 } // namespace
 } // namespace ombrel

@@ -250,6 +250,17 @@ TEST(SurfaceOptions, AreReadAsTheyWereMeantOrRefused)
     for (auto const& [words, expected] : cases)
         EXPECT_EQ(ReadSurface(words), expected) << words.back();
     EXPECT_EQ(ParseOptions({ "surface", "--wireframe", "a.csv" }).files, (Words { "a.csv" }));
+    for (char const* const value : { "", "y", "x", "xy" }) {
+        Words words { "plot", "--log", "a.csv" };
+        if (*value)
+            words.insert(words.begin() + 2, value);
+        Options const options = ParseOptions(words);
+        EXPECT_EQ(options.files, (Words { "a.csv" }));
+        EXPECT_EQ(options.xLog, value[0] == 'x');
+        EXPECT_EQ(options.yLog, std::string(value) != "x");
+    }
+    EXPECT_TRUE(ParseOptions({ "plot", "a.csv", "--log" }).yLog);
+    EXPECT_EQ(ParseOptions({ "plot", "--log", "-" }).files, (Words { "-" }));
     EXPECT_EQ(ParseOptions({ "contour", "--z", "b", "a" }).surface.zColumn, "b");
     EXPECT_EQ(ParseOptions({ "contour", "--matrix", "headed", "a" }).surface.matrix, MatrixChoice::Headed);
     EXPECT_EQ(

@@ -48,13 +48,13 @@ void SetConnection(C2DLine& line, SeriesKind kind, ChartSettings const& settings
     }
 }
 
-void SetSymbols(C2DLine& line, CurveLook const& look)
+void SetSymbols(C2DLine& line, SeriesData const& one, CurveLook const& look)
 {
     line.SetSymbolType(look.symbol);
     line.SetSymbolColour(look.colour);
     line.SetSymbolFillColour(look.colour);
     line.SetFillSymbol(1);
-    line.SetSymbolScaleFac(kSymbolScale);
+    line.SetSymbolScaleFac(kSymbolScale * one.markSize);
 }
 
 void SetLook(C2DLine& line, SeriesData const& one, ChartSettings const& settings, CurveLook const& look)
@@ -65,7 +65,7 @@ void SetLook(C2DLine& line, SeriesData const& one, ChartSettings const& settings
     line.SetAntialiasingOn(one.smooth);
     SetConnection(line, one.kind, settings, look);
     if (one.marked || line.GetPointConnectionMode() == C2DLine::cmNone)
-        SetSymbols(line, look);
+        SetSymbols(line, one, look);
 }
 
 /// The largest and smallest of what was seen.
@@ -129,15 +129,15 @@ std::vector<std::size_t> LeftOut(C2DLine const& line, std::span<double const> xs
 
 /// Marks points that the line leaves out: with all others in a short curve, by dashes in a longer one, whose line would
 /// not be seen for marks.
-void MarkLonePoints(C2DLine& line, CurveLook const& look, std::span<double const> xs, std::span<double const> ys,
-    std::size_t shownPoints, CurveInput const& input, CurveData const& data)
+void MarkLonePoints(C2DLine& line, SeriesData const& one, CurveLook const& look, std::span<double const> xs,
+    std::span<double const> ys, std::size_t shownPoints, CurveInput const& input, CurveData const& data)
 {
     constexpr std::size_t kFew = 100;
     std::vector<std::size_t> const lone = LeftOut(line, xs, ys);
     if (lone.empty())
         return;
     if (shownPoints <= kFew) {
-        SetSymbols(line, look);
+        SetSymbols(line, one, look);
         return;
     }
     std::vector<double> loneXs;
@@ -198,7 +198,7 @@ void AddLine(C2DLinePlot& plot, CurveInput const& input, SeriesData& one)
     if (!one.errors.empty())
         AddErrorBars(input, points.X(), points.Y(), one.errors, look.colour, one.shown);
     points.Sort(one.kind, input.settings.polar);
-    MarkLonePoints(line, look, points.X(), points.Y(), points.CountShown(), input, one.shown);
+    MarkLonePoints(line, one, look, points.X(), points.Y(), points.CountShown(), input, one.shown);
     line.SetPoints(points.Take());
     if (!one.labels.empty())
         one.shown.labels.push_back({ &line, one.labels });

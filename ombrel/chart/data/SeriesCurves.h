@@ -53,6 +53,8 @@ struct SeriesData {
     std::optional<int> lineType;
     std::optional<C2DSymbol::SymbolType> symbol;
     int lineWidth = 2;
+    /// Against the usual size.
+    double markSize = 1.0;
     bool smooth = true;
     /// Its points are marked, besides the line.
     bool marked = false;

@@ -115,6 +115,7 @@ void AddSeries(Chart& chart, std::vector<PlotSource>& sources, Options const& op
         for (std::size_t i = 0; i < source.yColumns.size(); ++i) {
             Series& series = chart.Add(kind, TakePoints(source, i), XKindOf(source));
             series.Name(titles[index++]).Marks(options.symbols).Smooth(!options.surface.plainEdges);
+            series.MarkSize(options.surface.symbolSize);
             if (options.lineWidth)
                 series.Width(*options.lineWidth);
             if (!source.errorColumns.empty()) {

@@ -126,7 +126,8 @@ constexpr std::array kOptions {
     OptionEntry { OptionId::Tubes, "tubes", 0, "", "Lines are tubes.", kSurface },
     OptionEntry { OptionId::Symbol, "symbol", 0, "SYMBOL",
         "What marks a point: sphere, cone, inverted-cone or cube; sphere without it.", kSurface, kSymbols },
-    OptionEntry { OptionId::SymbolSize, "symbol-size", 0, "FACTOR", "How large symbols are; 1 without it.", kSurface },
+    OptionEntry {
+        OptionId::SymbolSize, "symbol-size", 0, "FACTOR", "How large symbols are; 1 without it.", kPlot | kSurface },
     OptionEntry { OptionId::Colouring, "colours", 0, "value|plain|columns|rows",
         "By the heights (without it), one colour, or a colour for each column or row of bars; series have one for each "
         "line.",
@@ -168,7 +169,8 @@ constexpr std::array kOptions {
         OptionId::YRange, "y-range", 0, "A:B", "Ends of the y axis; an empty one is taken from the data.", kCharts },
     OptionEntry { OptionId::ZRange, "z-range", 0, "A:B",
         "Heights that colours reach from and to, and the z axis except with mesh.", kColoured },
-    OptionEntry { OptionId::Log, "log", 0, "x|y|xy", "Logarithmic axes.", kPlot, kLogAxes },
+    OptionEntry { OptionId::Log, "log", 0, "[x|y|xy]", "Logarithmic axes; y without a value.", kPlot, kLogAxes,
+        ValueKind::Text, false, true },
     OptionEntry { OptionId::Grid, "grid", 0, "off|major|both", "Grid lines; major without it.", kPlot, kGrids },
     OptionEntry { OptionId::Legend, "legend", 0, "WHERE",
         "auto (where there is room, when there are several curves), off, a corner: tl, tr, bl or br, or ends (names at "

@@ -22,7 +22,7 @@ template <typename Enum> Enum ParseChoice(OptionEntry const& option, std::string
 void ParseLog(Options& options, OptionEntry const& option, std::string const& value)
 {
     enum class LogAxes { X, Y, Both };
-    auto const axes = ParseChoice<LogAxes>(option, value);
+    auto const axes = value.empty() ? LogAxes::Y : ParseChoice<LogAxes>(option, value);
     options.xLog = axes != LogAxes::Y;
     options.yLog = axes != LogAxes::X;
 }
@@ -191,10 +191,21 @@ std::string NamesForParser(OptionEntry const& option)
     return names;
 }
 
-/// Stands for a number that was left out.
+/// Stands for a value that was left out.
 constexpr char const* kLeftOut = "left out";
 
-/// The arguments as the parser takes them: options whose number may be left out get a word in its place, so that a file
+/// Whether a word can be the value of an option that may do without: no file's name, nor another option.
+bool IsOptionalValue(OptionEntry const& option, std::string_view word)
+{
+    if (option.choices.empty())
+        return !word.empty() && word.find_first_not_of("0123456789") == std::string::npos;
+    std::size_t longest = 0;
+    for (std::string_view const choice : option.choices)
+        longest = std::max(longest, choice.size());
+    return !word.empty() && word.size() <= longest && word.front() != '-';
+}
+
+/// The arguments as the parser takes them: options whose value may be left out get a word in its place, so that a file
 /// that follows is not taken for it, and two dashes before a single letter are as good as one.
 std::vector<std::string> ForParser(std::vector<std::string> const& arguments)
 {
@@ -204,12 +215,11 @@ std::vector<std::string> ForParser(std::vector<std::string> const& arguments)
         if (arguments[i].size() == 3 && arguments[i].starts_with("--"))
             words.back().erase(0, 1);
         auto const options = AllOptions();
-        bool const takesNumber = std::any_of(options.begin(), options.end(), [&](OptionEntry const& option) {
-            return option.optionalNumber && arguments[i] == "--" + std::string(option.longName);
+        auto const found = std::find_if(options.begin(), options.end(), [&](OptionEntry const& option) {
+            return option.optionalValue && arguments[i] == "--" + std::string(option.longName);
         });
-        bool const hasNumber = i + 1 < arguments.size() && !arguments[i + 1].empty()
-            && arguments[i + 1].find_first_not_of("0123456789") == std::string::npos;
-        if (takesNumber && !hasNumber)
+        bool const isLast = i + 1 == arguments.size();
+        if (found != options.end() && (isLast || !IsOptionalValue(*found, arguments[i + 1])))
             words.emplace_back(kLeftOut);
     }
     return words;
@@ -271,7 +281,7 @@ Options ParseOptions(std::vector<std::string> const& arguments)
         if (!TakesOption(options.command, option))
             continue;
         std::string const names = NamesForParser(option);
-        if (option.optionalNumber) {
+        if (option.optionalValue) {
             auto const take = [&options, &option](std::vector<std::string> const& values) {
                 Apply(options, option, values.front() == kLeftOut ? "" : values.front());
             };

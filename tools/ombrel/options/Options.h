@@ -122,8 +122,8 @@ struct OptionEntry {
     ValueKind valueKind = ValueKind::Text;
     /// May be given several times.
     bool repeats = false;
-    /// The value is a number that may be left out.
-    bool optionalNumber = false;
+    /// The value, a whole number or one of the choices, may be left out.
+    bool optionalValue = false;
 };
 
 struct CommandEntry {

@@ -82,7 +82,8 @@ void CheckPlotOptions(Options const& options)
     check(OptionId::LabelColumn, { Text });
     check(OptionId::LineWidth, { Line, Steps, Pairs, Filled });
     check(OptionId::NoAntialias, { Line, Steps, Pairs, Filled });
-    check(OptionId::Symbols, { Line, Steps, Pairs, Points, Filled, Error, Text });
+    for (OptionId const id : { OptionId::Symbols, OptionId::SymbolSize })
+        check(id, { Line, Steps, Pairs, Points, Filled, Error, Text });
     if (options.kind == Error && options.errorColumns.empty())
         FailUsage("--kind error needs --error, the columns of the errors");
     if (options.kind == Text && options.labelColumn.empty())
