@@ -21,6 +21,8 @@ inline constexpr std::array<double, 12> kRecordLows { -4.4, -6.0, -1.7, 1.7, 3.3
     -7.1 };
 /// Standard deviation of the daily highs.
 inline constexpr std::array<double, 12> kHighDeviations { 3.3, 3.3, 3.3, 3.6, 4.3, 4.4, 4.2, 3.7, 4.0, 3.5, 2.9, 3.3 };
+inline constexpr std::array<char const*, 12> kMonths { "Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep",
+    "Oct", "Nov", "Dec" };
 /// Millimetres of precipitation in an average month, and in the months of each year.
 inline constexpr std::array<double, 12> kMeanPrecipitation { 117, 106, 152, 94, 52, 33, 12, 41, 59, 126, 161, 156 };
 inline constexpr int kFirstYear = 2012;

@@ -7,8 +7,10 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/Surface.h"
 
+#include <algorithm>
 #include <span>
 #include <utility>
+#include <vector>
 
 // What the pictures of the gallery share: the code that they are shown with is all there is besides.
 
@@ -30,6 +32,23 @@ template <typename Curve> Curve& AddSceneCurve(C3DGraph& scene, ItemType plot)
     auto& curve = static_cast<Curve&>(*scene.AddPlot(plot)->CreateCurve());
     curve.SetDataSourceType(CPlotComponent::dsTable);
     return curve;
+}
+
+/// So many numbers, evenly spread from one to the other.
+inline std::vector<double> Spread(double from, double to, std::size_t n)
+{
+    std::vector<double> numbers(n);
+    for (std::size_t i = 0; i < n; ++i)
+        numbers[i] = from + (to - from) * static_cast<double>(i) / static_cast<double>(n - 1);
+    return numbers;
+}
+
+/// The function's value at each of the numbers.
+template <typename Function> std::vector<double> Each(std::vector<double> const& numbers, Function const& f)
+{
+    std::vector<double> values(numbers.size());
+    std::transform(numbers.begin(), numbers.end(), values.begin(), f);
+    return values;
 }
 
 /// Gives the curve n points of y = f(x), evenly spread from one x to the other.

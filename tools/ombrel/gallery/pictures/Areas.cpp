@@ -1,3 +1,4 @@
+#include "ombrel/chart/Chart.h"
 #include "ombrel/graph2d/2DAreaPlot.h"
 #include "ombrel/graph2d/2DBarPlot.h"
 #include "ombrel/graph2d/2DErrorBarPlot.h"
@@ -93,30 +94,20 @@ void Deviations(C2DGraph& graph, PictureLook const& look)
     SetValues(means, kMeanHighs);
 }
 
-void FittedLine(C2DGraph& graph, PictureLook const& look)
+void FittedLine(Chart& chart)
 {
-    graph.GetAxes()->SetXAxisTitle("distance / m");
-    graph.GetAxes()->SetYAxisTitle("time / s");
-    auto& errors = AddCurve<C2DErrorBarCurve>(*graph.AddPlot(it2DErrorBarPlot), "error", look.Colour(0));
-    auto& points = AddCurve<C2DLine>(*graph.AddPlot(it2DLinePlot), "measured", look.Colour(0));
-    points.SetPointConnectionMode(C2DLine::cmNone);
-    points.SetSymbolType(C2DSymbol::Square);
-    points.SetSymbolColour(look.Colour(0));
-    points.SetSymbolScaleFac(0.7);
-    points.SetFillSymbol(1);
-    points.SetSymbolFillColour(look.Colour(0));
+    chart.X().Title("distance / m");
+    chart.Y().Title("time / s");
+    auto const expected = [](double x) { return 2 + 0.8 * x; };
     FixedRandom random(99);
-    points.Initialise(15);
-    for (int i = 0; i < 15; ++i) {
-        double const error = 0.3 + 0.05 * i;
-        points.SetAt(i, { i + 1.0, 2 + 0.8 * (i + 1) + error * random.Normal() });
-        errors.GetHeights().Add(2 * error);
-    }
-    errors.SetPoints(points.GetPoints(), 0, 1);
-    auto& fit = AddCurve<C2DLine>(*graph.AddPlot(it2DLinePlot), "expected", look.Colour(1));
-    fit.SetLineWidth(2);
-    fit.SetAntialiasingOn(1);
-    Sample(fit, 0, 16, 2, [](double x) { return 2 + 0.8 * x; });
+    std::vector<double> const x = Spread(1, 15, 15);
+    std::vector<double> const errors = Each(x, [](double at) { return 0.25 + 0.05 * at; });
+    std::vector<double> measured;
+    for (std::size_t i = 0; i < x.size(); ++i)
+        measured.push_back(expected(x[i]) + errors[i] * random.Normal());
+    chart.Points(x, measured).Errors(errors).Name("measured");
+    std::vector<double> const ends { 0, 16 };
+    chart.Line(ends, Each(ends, expected)).Name("expected");
 }
 
 // --- texts ---

@@ -1,3 +1,4 @@
+#include "ombrel/chart/Chart.h"
 #include "ombrel/colour/ColourMap.h"
 #include "ombrel/graph2d/2DBarPlot.h"
 #include "ombrel/graph2d/2DClusteredBarPlot.h"
@@ -13,6 +14,7 @@
 #include <functional>
 #include <map>
 #include <numeric>
+#include <string>
 
 namespace ombrel::host {
 
@@ -20,15 +22,10 @@ namespace {
 
 // --- bars ---
 
-void Precipitation(C2DGraph& graph, PictureLook const& look)
+void Precipitation(Chart& chart)
 {
-    NameMonths(graph);
-    graph.GetAxes()->SetYAxisTitle("precipitation / mm");
-    auto& bars = AddCurve<C2DBarCurve>(*graph.AddPlot(it2DBarPlot), "an average month", look.Colour(0));
-    bars.SetBarWidthFactor(0.7);
-    bars.SetAutoBaseline(0);
-    bars.SetBorderColour(look.Colour(0));
-    SetValues(bars, kMeanPrecipitation);
+    chart.Y().Title("precipitation / mm");
+    chart.Bars(kMonths, kMeanPrecipitation);
 }
 
 void Histogram(C2DGraph& graph, PictureLook const& look)
@@ -90,20 +87,12 @@ void HatchedBars(C2DGraph& graph, PictureLook const& look)
 
 // --- clustered bars ---
 
-void YearsSideBySide(C2DGraph& graph, PictureLook const& look)
+void YearsSideBySide(Chart& chart)
 {
-    NameMonths(graph);
-    graph.GetAxes()->SetYAxisTitle("precipitation / mm");
-    auto& plot = static_cast<C2DClusteredBarPlot&>(*graph.AddPlot(it2DClusteredBarPlot));
-    ShareMonths(plot);
-    plot.SetBarWidthFactor(0.8);
-    plot.SetBorderColour(look.plottingArea);
-    char const* const titles[] { "2012", "2013", "2014", "2015" };
-    for (int year = 0; year < 4; ++year) {
-        auto& bars = AddCurve<C2DClusteredBarCurve>(plot, titles[year], look.Colour(year));
-        SetValues(bars, kPrecipitation[static_cast<std::size_t>(year)]);
-    }
-    graph.GetLegend()->Create(CPoint());
+    chart.Y().Title("precipitation / mm");
+    int year = kFirstYear;
+    for (auto const& months : kPrecipitation)
+        chart.Bars(kMonths, months).Name(std::to_string(year++));
 }
 
 void HatchedClusters(C2DGraph& graph, PictureLook const& look)

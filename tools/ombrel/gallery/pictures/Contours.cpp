@@ -88,7 +88,7 @@ void Hole(C2DGraph& graph, PictureLook const& /*look*/)
 }
 
 constexpr GalleryPicture kPictures[] {
-    { "contours-bands", "Contours", "Two hills and the saddle between them",
+    { "contours-bands", "Contours", "Two hills and a hollow",
         "Heights from above: a colour for each ten metres, and lines between.", OMBREL_PICTURE(BandsAndLines) },
     { "contours-lines", "Contours", "The same hills in lines of their colours",
         "The same heights as lines, each in the colour of its level.", OMBREL_PICTURE(ColouredLines) },

@@ -1,3 +1,4 @@
+#include "ombrel/chart/Chart.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DGrid.h"
 #include "ombrel/graph2d/2DLine.h"
@@ -19,44 +20,37 @@ using std::numbers::pi;
 
 // --- lines ---
 
-void DampedOscillations(C2DGraph& graph, PictureLook const& look)
+void DampedOscillations(Chart& chart)
 {
-    graph.GetAxes()->SetXAxisTitle("time / s");
-    graph.GetAxes()->SetYAxisTitle("deflection / mm");
-    CPlot& plot = *graph.AddPlot(it2DLinePlot);
-    char const* const titles[] { "weak", "medium", "strong" };
-    double const damping[] { 0.05, 0.15, 0.4 };
-    for (int i = 0; i < 3; ++i) {
-        auto& line = AddCurve<C2DLine>(plot, titles[i], look.Colour(i));
-        line.SetLineWidth(2);
-        line.SetAntialiasingOn(1);
-        Sample(line, 0, 20, 500, [&](double t) { return 5 * std::exp(-damping[i] * t) * std::cos(1.5 * t); });
-    }
-    graph.GetLegend()->Create(CPoint());
-    graph.GetLegend()->SetStyle(CLegend::lsLine);
+    chart.X().Title("time / s");
+    chart.Y().Title("deflection / mm");
+    std::vector<double> const t = Spread(0, 20, 500);
+    auto const add = [&](char const* name, double damping) {
+        chart.Line(t, Each(t, [&](double at) { return 5 * std::exp(-damping * at) * std::cos(1.5 * at); })).Name(name);
+    };
+    add("weak", 0.05);
+    add("medium", 0.15);
+    add("strong", 0.4);
 }
 
-void CarbonDioxide(C2DGraph& graph, PictureLook const& look)
+void CarbonDioxide(Chart& chart)
 {
-    graph.GetAxes()->SetXAxisTitle("year");
-    graph.GetAxes()->SetYAxisTitle("carbon dioxide / ppm");
-    auto& line = AddCurve<C2DLine>(*graph.AddPlot(it2DLinePlot), "Mauna Loa", look.Colour(0));
-    line.SetLineWidth(3);
-    line.SetAntialiasingOn(1);
-    SetValues(line, kCarbonDioxide, kFirstCarbonYear);
+    chart.X().Title("year");
+    chart.Y().Title("carbon dioxide / ppm");
+    chart.Line(Spread(kFirstCarbonYear, kFirstCarbonYear + 60, 61), kCarbonDioxide).Width(3);
 }
 
-void RandomWalks(C2DGraph& graph, PictureLook const& look)
+void RandomWalks(Chart& chart)
 {
-    graph.GetAxes()->SetXAxisTitle("step");
-    graph.GetAxes()->SetYAxisTitle("distance");
-    CPlot& plot = *graph.AddPlot(it2DLinePlot);
+    chart.X().Title("step");
+    chart.Y().Title("distance");
+    std::vector<double> const steps = Spread(0, 1000, 1001);
     FixedRandom random(2012);
-    for (int walk = 0; walk < 6; ++walk) {
-        auto& line = AddCurve<C2DLine>(plot, "walk", look.Colour(walk));
+    for (char const* const name : { "first", "second", "third", "fourth", "fifth", "sixth" }) {
         double y = 0;
-        Sample(line, 0, 1000, 1001, [&](double) { return y += random.Normal(); });
+        chart.Line(steps, Each(steps, [&](double) { return y += random.Normal(); })).Name(name).Width(1);
     }
+    chart.Legend(LegendPlace::Ends);
 }
 
 void ManyPoints(C2DGraph& graph, PictureLook const& look)
@@ -226,19 +220,11 @@ void Symbols(C2DGraph& graph, PictureLook const& look)
     graph.GetLegend()->SetStyle(CLegend::lsSymbol);
 }
 
-void Scatter(C2DGraph& graph, PictureLook const& look)
+void Scatter(Chart& chart)
 {
-    graph.GetAxes()->SetXAxisTitle("lowest temperature / °C");
-    graph.GetAxes()->SetYAxisTitle("highest temperature / °C");
-    auto& points = AddCurve<C2DLine>(*graph.AddPlot(it2DLinePlot), "days of July 2014", look.Colour(1));
-    points.SetPointConnectionMode(C2DLine::cmNone);
-    points.SetSymbolType(C2DSymbol::Circle);
-    points.SetSymbolColour(look.Colour(1));
-    points.SetSymbolFillColour(look.Colour(1));
-    points.SetFillSymbol(1);
-    points.Initialise(31);
-    for (int i = 0; i < 31; ++i)
-        points.SetAt(i, { kJulyLows[static_cast<std::size_t>(i)], kJulyHighs[static_cast<std::size_t>(i)] });
+    chart.X().Title("lowest temperature / °C");
+    chart.Y().Title("highest temperature / °C");
+    chart.Points(kJulyLows, kJulyHighs);
 }
 
 void PointClouds(C2DGraph& graph, PictureLook const& look)

@@ -4,6 +4,7 @@
 #include "ombrel/graph3d/3DIrregularSurfaceCurve.h"
 #include "ombrel/graph3d/Surface.h"
 #include "ombrel/layout/ColourMapFiles.h"
+#include "ombrel/scene/Scene.h"
 #include "tools/ombrel/gallery/Data.h"
 #include "tools/ombrel/gallery/Helpers.h"
 #include "tools/ombrel/gallery/Pictures.h"
@@ -37,10 +38,15 @@ CSurface& AddSurface(C3DGraph& graph, char const* colourMap)
     return surface;
 }
 
-void LitSurface(C3DGraph& graph, PictureLook const& /*look*/)
+void LitSurface(Scene& scene)
 {
-    CSurface& surface = AddSurface(graph, "viridis");
-    SampleGrid(surface, { -12, -12 }, { 12, 12 }, 120, Hat);
+    constexpr std::size_t kNodes = 121;
+    std::vector<double> heights;
+    for (double const y : Spread(-12, 12, kNodes)) {
+        for (double const x : Spread(-12, 12, kNodes))
+            heights.push_back(Hat(x, y));
+    }
+    scene.Surface(heights, kNodes, kNodes).XRange(-12, 12).YRange(-12, 12).ColourMap("viridis");
 }
 
 void BandedSurface(C3DGraph& graph, PictureLook const& /*look*/)
@@ -153,8 +159,8 @@ void Scattered(C3DGraph& graph, PictureLook const& /*look*/)
 constexpr GalleryPicture kPictures[] {
     { "surfaces-lit", "Surfaces", "A ripple, lit from the left", "Heights in a box, lit from the viewer's left.",
         OMBREL_PICTURE(LitSurface) },
-    { "surfaces-bands", "Surfaces", "A ripple in four bands", "A colour for each quarter, and lines where they meet.",
-        OMBREL_PICTURE(BandedSurface) },
+    { "surfaces-bands", "Surfaces", "Hills and hollows in four bands",
+        "A colour for each quarter, and lines where they meet.", OMBREL_PICTURE(BandedSurface) },
     { "surfaces-wireframe", "Surfaces", "Wireframe", "The lines of the grid over the surface.",
         OMBREL_PICTURE(Wireframe) },
     { "surfaces-transparent", "Surfaces", "Transparent", "Half of what lies behind shines through; the lines do not.",
