@@ -262,7 +262,7 @@ std::array<std::string, 3> TitlesOf(CGraph& graph)
             titles[i] = OneLine(scene->GetAxes()[i]->GetTitle().ToUtf8());
     }
     for (std::string& title : titles)
-        title = TitleWithoutPower(std::move(title));
+        title = TitleWithoutPower(title);
     return titles;
 }
 
