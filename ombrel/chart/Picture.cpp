@@ -68,7 +68,6 @@ std::optional<PictureFormat> FormatOfPath(std::string_view path)
 
 Picture::Picture(PictureForm form)
     : m_form(std::move(form))
-    , m_description(m_form.description)
 {
     if (!m_form.IsPage()) {
         m_rect = CRect(0, 0, m_form.size.width, m_form.size.height);
@@ -97,12 +96,20 @@ void Picture::NextPage()
 {
     if (!m_page || !m_page->NextPage())
         throw ChartError(ChartError::Cause::Setting, "pages: several need PDF or PostScript");
+    if (!m_thisPage.empty())
+        m_earlierPages += m_thisPage + ' ';
+    m_thisPage.clear();
+}
+
+std::string Picture::Description() const
+{
+    return m_form.description.empty() ? m_earlierPages + m_thisPage : m_form.description;
 }
 
 std::string Picture::Encode()
 {
     if (m_page) {
-        m_page->Describe(CString(m_description));
+        m_page->Describe(CString(Description()));
         return m_page->Finish();
     }
     if (m_form.format == PictureFormat::Bmp)
@@ -111,8 +118,8 @@ std::string Picture::Encode()
     settings.dotsPerInch = DotsPerInch(m_form);
     if (!m_form.title.empty())
         settings.texts.emplace_back("Title", m_form.title);
-    if (!m_description.empty())
-        settings.texts.emplace_back("Description", m_description);
+    if (std::string const description = Description(); !description.empty())
+        settings.texts.emplace_back("Description", description);
     settings.texts.emplace_back("Software", m_form.software);
     return EncodePng(*m_bitmap->GetBitmap().GetRaster(), settings);
 }
@@ -120,11 +127,10 @@ std::string Picture::Encode()
 void Picture::Draw(CAnnotatedGraph& graph)
 {
     graph.Draw(&GetDC(), m_rect, pmDirect);
-    if (!m_form.description.empty())
-        return;
-    if (!m_description.empty())
-        m_description += ' ';
-    m_description += DescribeGraph(graph);
+    // Drawn again and again, bitmaps without texts and pages without descriptions need no words.
+    bool const isTold = m_form.format != PictureFormat::Bmp && m_form.format != PictureFormat::PostScript;
+    if (isTold && m_form.description.empty())
+        m_thisPage = DescribeGraph(graph);
 }
 
 void WritePictureFile(std::string const& path, std::string const& bytes)

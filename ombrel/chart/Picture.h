@@ -44,8 +44,8 @@ struct PictureForm {
     PageMarks marks = PageMarks::Auto;
     /// For those who list files, not drawn.
     std::string title {};
-    /// For those who cannot see it, not drawn: in PNG, SVG and PDF files. Empty for a sentence about each graph that
-    /// Draw draws.
+    /// For those who cannot see it, not drawn: in PNG, SVG and PDF files. Empty for a sentence about the graph that
+    /// Draw drew last on each page.
     std::string description {};
     /// The program that made it, in PNG files.
     std::string software = "ombrel";
@@ -77,8 +77,13 @@ public:
     MarkCounts GetMarkCounts() const { return m_page ? m_page->GetMarkCounts() : MarkCounts(); }
 
 private:
+    /// The form's, or what the pages say.
+    std::string Description() const;
+
     PictureForm m_form;
-    std::string m_description;
+    /// Of the pages that are done, and of this one; empty where the form has a description or the format none.
+    std::string m_earlierPages;
+    std::string m_thisPage;
     CRect m_rect;
     std::unique_ptr<CDIB> m_bitmap;
     /// Owned by the device context.

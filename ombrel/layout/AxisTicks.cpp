@@ -76,16 +76,6 @@ void ChooseForm(NumberTicks& ticks)
     ticks.isGrouped = ticks.power == 0 && largest >= kSmallestGrouped;
 }
 
-/// A number with a comma between thousands.
-std::string Grouped(std::string number)
-{
-    std::size_t const first = number.starts_with('-') ? 1 : 0;
-    std::size_t const end = std::min(number.find('.'), number.size());
-    for (std::size_t at = end; at > first + 3;)
-        number.insert(at -= 3, ",");
-    return number;
-}
-
 /// Before a power of ten in a title.
 constexpr char const* kTimes = "× ";
 
@@ -156,13 +146,22 @@ NumberTicks MakeNumberTicks(AxisRange data, RangeFreedom freedom, int mostSteps,
     return ticks;
 }
 
+std::string GroupThousands(std::string number)
+{
+    std::size_t const first = number.starts_with('-') ? 1 : 0;
+    std::size_t const end = std::min(number.find('.'), number.size());
+    for (std::size_t at = end; at > first + 3;)
+        number.insert(at -= 3, ",");
+    return number;
+}
+
 std::string NumberLabel(NumberTicks const& ticks, double value)
 {
     // A multiple of the step can be off by a bit, also round zero.
     bool const isZero = std::abs(value) < ticks.step * 1e-6;
     double const scaled = isZero ? 0.0 : value / std::pow(10.0, ticks.power);
     std::string text = CVUtils::FormatDouble(kFixedFormat, scaled, ticks.decimals).ToUtf8();
-    return ticks.isGrouped ? Grouped(std::move(text)) : text;
+    return ticks.isGrouped ? GroupThousands(std::move(text)) : text;
 }
 
 std::vector<std::string> NumberLabels(NumberTicks const& ticks)
@@ -236,7 +235,7 @@ std::vector<std::string> FitLogLabels(std::span<double const> ticks, AxisRange c
         // A tick's number has few digits, which the power of ten gives but for rounding.
         if (isPlain) {
             std::string text = CVUtils::FormatDouble(kGeneralFormat, std::pow(10.0, v), 7).ToUtf8();
-            return isGrouped ? Grouped(std::move(text)) : text;
+            return isGrouped ? GroupThousands(std::move(text)) : text;
         }
         double const decade = std::floor(v + 1e-9);
         std::string const digits = CVUtils::FormatDouble(kGeneralFormat, std::pow(10.0, v - decade), 6).ToUtf8();

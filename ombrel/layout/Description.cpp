@@ -84,10 +84,8 @@ std::string Fixed(double value, int decimals)
     std::size_t const point = std::min(text.find('.'), text.size());
     // Years have no comma.
     constexpr std::size_t kPlain = 4;
-    if (point - first > kPlain) {
-        for (std::size_t i = point - 3; i > first; i -= std::min<std::size_t>(i, 3))
-            text.insert(i, 1, ',');
-    }
+    if (point - first > kPlain)
+        text = GroupThousands(std::move(text));
     return text == "-0" ? "0" : text;
 }
 

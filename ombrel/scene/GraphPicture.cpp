@@ -189,8 +189,10 @@ private:
 void SetCaptionFonts(C2DGraph& graph, CDC& dc)
 {
     CCaptionArray const& captions = *graph.GetCaptionArray();
+    CCaption const* const title = FindTitle(graph);
+    CCaption const* const footnote = FindFootnote(graph);
     for (int i = 0; i < captions.GetSize(); ++i) {
-        if (captions.GetAt(i) != FindTitle(graph) && captions.GetAt(i) != FindFootnote(graph))
+        if (captions.GetAt(i) != title && captions.GetAt(i) != footnote)
             SetReadableFont(*captions.GetAt(i), graph, dc);
     }
 }

@@ -76,21 +76,6 @@ void CheckForms(Options const& options, std::vector<Target> const& pictures)
         fail("--vector is for .pdf, .svg and .ps");
 }
 
-/// Throws when something would be written over an input or another output.
-void CheckPaths(Options const& options, std::vector<std::string> const& paths)
-{
-    for (std::size_t i = 0; i < paths.size(); ++i) {
-        for (std::string const& file : options.files) {
-            if (file != "-" && IsSameFile(file, paths[i]))
-                throw Failure(kUsageFault, paths[i] + ": would be written over the input");
-        }
-        for (std::size_t k = 0; k < i; ++k) {
-            if (paths[i] == paths[k] || IsSameFile(paths[i], paths[k]))
-                throw Failure(kUsageFault, paths[i].empty() ? "-o -: given twice" : paths[i] + ": is to be two files");
-        }
-    }
-}
-
 /// Notes which marks are not on the page as shapes.
 void TellMarks(Target const& target, Picture& picture, Messages const& messages)
 {
@@ -115,6 +100,20 @@ std::string SizeText(Target const& target)
 }
 
 } // namespace
+
+void CheckPaths(Options const& options, std::vector<std::string> const& paths)
+{
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        for (std::string const& file : options.files) {
+            if (file != "-" && IsSameFile(file, paths[i]))
+                throw Failure(kUsageFault, paths[i] + ": would be written over the input");
+        }
+        for (std::size_t k = 0; k < i; ++k) {
+            if (paths[i] == paths[k] || IsSameFile(paths[i], paths[k]))
+                throw Failure(kUsageFault, paths[i].empty() ? "-o -: given twice" : paths[i] + ": is to be two files");
+        }
+    }
+}
 
 Outputs::Outputs(Options const& options, std::string const& input)
     : m_documents(options.save.empty() ? 0 : 1, options.save)

@@ -35,6 +35,10 @@ struct OutputFile {
 /// is wrong with it is thrown at the end as Failure.
 void WriteFiles(std::vector<OutputFile> const& files, Messages const& messages);
 
+/// Throws Failure with kUsageFault when something would be written over an input or another output; an empty path is
+/// standard output.
+void CheckPaths(Options const& options, std::vector<std::string> const& paths);
+
 /// The files that the options ask for.
 class Outputs {
 public:
@@ -45,6 +49,7 @@ public:
     /// Of the pictures, for those who list files.
     void SetTitle(std::string const& title);
     std::vector<Target>& GetPictures() { return m_pictures; }
+    bool HasDocuments() const { return !m_documents.empty(); }
 
     /// Draws on the picture, the last one or not, and gives the graph.
     using Draw = std::function<CAnnotatedGraph const*(Picture& picture, bool isLast)>;

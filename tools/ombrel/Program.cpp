@@ -54,6 +54,13 @@ Command CommandFor(Options const& options, InputFile& first)
     return command;
 }
 
+InputFile& OnlyFile(std::vector<std::unique_ptr<InputFile>> const& files)
+{
+    if (files.size() > 1)
+        throw Failure(kUsageFault, "expected one document, found " + std::to_string(files.size()) + " files");
+    return *files.front();
+}
+
 void RunOnFiles(Options const& options, Messages const& messages)
 {
     std::vector<std::unique_ptr<InputFile>> files;
@@ -61,14 +68,10 @@ void RunOnFiles(Options const& options, Messages const& messages)
         files.push_back(std::make_unique<InputFile>(path));
     switch (CommandFor(options, *files.front())) {
     case Command::Draw:
-        if (files.size() > 1)
-            throw Failure(kUsageFault, "expected one document, found " + std::to_string(files.size()) + " files");
-        RunDraw(options, *files.front(), messages);
+        RunDraw(options, OnlyFile(files), messages);
         break;
     case Command::Convert:
-        if (files.size() > 1)
-            throw Failure(kUsageFault, "expected one document, found " + std::to_string(files.size()) + " files");
-        RunConvert(options, *files.front(), messages);
+        RunConvert(options, OnlyFile(files), messages);
         break;
     case Command::Surface:
         RunSurface(options, files, messages);

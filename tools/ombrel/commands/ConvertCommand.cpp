@@ -15,12 +15,13 @@ void RunConvert(Options const& options, InputFile& file, Messages const& message
     std::vector<std::string> paths = options.outputs;
     if (paths.empty())
         paths.emplace_back("-");
-    for (std::string const& path : paths) {
+    for (std::string& path : paths) {
         if (path != "-" && !path.ends_with(".csv") && !path.ends_with(".ombrel"))
             throw Failure(kUsageFault, "-o " + path + ": expected .ombrel or .csv (ombrel draw makes pictures)");
-        if (IsSameFile(path, options.files.front()))
-            throw Failure(kUsageFault, path + ": would be written over the input");
+        if (path == "-")
+            path.clear();
     }
+    CheckPaths(options, paths);
     std::unique_ptr<CGraph> const graph = ReadDocument(options, file, messages);
     std::string const document = EncodeDocument(*graph);
     graph->UpdatePlots();
@@ -28,7 +29,7 @@ void RunConvert(Options const& options, InputFile& file, Messages const& message
     for (std::string const& path : paths) {
         try {
             bool const isDocument = path.ends_with(".ombrel");
-            files.push_back({ path == "-" ? "" : path, isDocument ? document : CurvesAsCsv(*graph) });
+            files.push_back({ path, isDocument ? document : CurvesAsCsv(*graph) });
         } catch (ChartError const& error) {
             throw Failure(kDataFault, file.GetName() + ": " + error.what());
         }

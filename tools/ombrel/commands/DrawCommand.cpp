@@ -45,7 +45,7 @@ void RunDraw(Options const& options, InputFile& file, Messages const& messages)
             file.GetName() + ": holds a " + loaded->GetRuntimeClass().name
                 + ", and only C2DGraph and C3DGraph can be drawn");
     // As it was loaded: drawing lays the graph out anew for the picture's size.
-    std::string const document = EncodeDocument(*graph);
+    std::string const document = outputs.HasDocuments() ? EncodeDocument(*graph) : std::string();
     graph->UpdatePlots();
     // Documents do not say whether edges are smooth.
     if (auto* const scene = DynamicDowncast<C3DGraph>(loaded.get()))

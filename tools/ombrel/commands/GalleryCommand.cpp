@@ -69,7 +69,7 @@ void WritePicture(GalleryPicture const& picture, Theme theme, Folder& folder)
     writeBitmaps(SmallName(picture), kSmallPicture);
     write(SvgName(picture), PictureFormat::Svg);
     write(PdfName(picture), PictureFormat::Pdf);
-    folder.Write(ProgramName(picture), ProgramOf(picture, picture.theme.value_or(theme)));
+    folder.Write(ProgramName(picture), ProgramOf(picture, theme));
 }
 
 } // namespace

@@ -43,8 +43,6 @@ std::string AnchorOf(std::string_view section)
     return anchor;
 }
 
-bool IsWord(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_'; }
-
 /// Whether a word of C++ is one of the language's own.
 bool IsKeyword(std::string_view word)
 {
@@ -137,8 +135,7 @@ std::string Sheet(GalleryPicture const* before, GalleryPicture const& picture, G
     sheet += "<figure><picture><source media=\"(max-width: 600px)\" srcset=\"" + SourceSet(SmallName(picture)) + "\">"
         + Image(LargeName(picture), kLargePicture, AlternativeFor(picture)) + "</picture>\n" + TextFor(picture)
         + FileLinks(picture) + "</p></figcaption></figure>\n";
-    sheet += "<pre tabindex=\"0\"><code>" + Highlighted(ProgramOf(picture, picture.theme.value_or(theme)))
-        + "</code></pre>\n</article>\n";
+    sheet += "<pre tabindex=\"0\"><code>" + Highlighted(ProgramOf(picture, theme)) + "</code></pre>\n</article>\n";
     return sheet;
 }
 

@@ -10,8 +10,6 @@ namespace ombrel::host {
 
 namespace {
 
-bool IsWord(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_'; }
-
 /// Takes the first line off a text.
 std::string_view TakeLine(std::string_view& text)
 {
@@ -137,15 +135,26 @@ char const* NameOf(Theme theme)
     return theme == Theme::Light ? "Theme::Light" : theme == Theme::Dark ? "Theme::Dark" : "Theme::Print";
 }
 
+/// What the body of the picture's function calls what it works on, and its class.
+struct Object {
+    char const* className;
+    char const* name;
+};
+
+Object ObjectOf(GalleryPicture const& picture)
+{
+    constexpr Object kObjects[] { { "Chart", "chart" }, { "GraphPicture", "picture" }, { "Scene", "scene" },
+        { "Scene", "scene" } };
+    return kObjects[picture.build.index()];
+}
+
 /// What makes the object that the body of the picture's function works on.
 std::string Beginning(GalleryPicture const& picture, std::string_view body, Theme theme)
 {
-    constexpr std::string_view kClasses[] { "Chart", "GraphPicture", "Scene", "Scene" };
-    constexpr std::string_view kObjects[] { "chart", "picture", "scene", "scene" };
     std::size_t const kind = picture.build.index();
-    std::string const object(kObjects[kind]);
+    std::string const object = ObjectOf(picture).name;
     bool const isGraph = kind == 1;
-    std::string code = "    " + std::string(kClasses[kind]) + " " + object + "(" + Literal(picture.title);
+    std::string code = "    " + std::string(ObjectOf(picture).className) + " " + object + "(" + Literal(picture.title);
     code += isGraph && theme != Theme::Light ? std::string(", ") + NameOf(theme) + ");\n" : ");\n";
     if (!picture.source.empty())
         code += "    " + object + ".Footnote(" + Literal(picture.source) + ");\n";
@@ -179,7 +188,6 @@ std::string BodyOf(std::string const& definition)
 std::string MakeProgram(
     GalleryPicture const& picture, std::string_view source, std::string const& definition, Theme theme)
 {
-    constexpr std::string_view kObjects[] { "chart", "picture", "scene", "scene" };
     std::string const body = BodyOf(definition);
     std::vector<Definition> definitions = DefinitionsIn(kGalleryData);
     for (std::string_view const text : { kGalleryHelpers, source }) {
@@ -212,19 +220,20 @@ std::string MakeProgram(
         program += line + "\n";
     program += "\nusing namespace ombrel;\n\n" + needed + "int main()\n{\n";
     program += Beginning(picture, body, theme) + body;
-    program += "    " + std::string(kObjects[picture.build.index()]) + ".Save(\"" + std::string(picture.name)
-        + ".png\");\n}\n";
+    program += "    " + std::string(ObjectOf(picture).name) + ".Save(\"" + std::string(picture.name) + ".png\");\n}\n";
     return program;
 }
 
 } // namespace
+
+bool IsWord(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_'; }
 
 std::string ProgramOf(GalleryPicture const& picture, Theme theme)
 {
     for (std::string_view const source : kGallerySources) {
         for (Definition const& one : DefinitionsIn(source)) {
             if (one.name == picture.functionName)
-                return MakeProgram(picture, source, one.text, theme);
+                return MakeProgram(picture, source, one.text, picture.theme.value_or(theme));
         }
     }
     return {};

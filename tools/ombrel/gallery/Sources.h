@@ -9,8 +9,11 @@ namespace ombrel::host {
 
 struct GalleryPicture;
 
-/// A whole program that draws the picture in that theme into its current folder, as the large picture of the gallery:
-/// the body of the picture's function, after all that it calls and names.
+/// Whether a character of C++ can be part of a name.
+bool IsWord(char c);
+
+/// A whole program that draws the picture, in the gallery's theme unless it has one of its own, into its current
+/// folder, as the large picture of the gallery: the body of the picture's function, after all that it calls and names.
 std::string ProgramOf(GalleryPicture const& picture, Theme theme);
 
 // What the build puts into the program from files of their own.
