@@ -9,36 +9,19 @@
 namespace ombrel {
 namespace {
 
-constexpr COLORREF kBackground = RGB(10, 20, 30);
+using test::kBackground;
+
 constexpr COLORREF kColour = RGB(200, 100, 40);
 
 class DrawGrid : public test::Draw3D {
 protected:
     DrawGrid() { m_graph.SetLightingOn(0); }
-    /// The curve of a new plot, in one colour.
+    /// In one colour.
     template <typename Curve> Curve& Add(ItemType type)
     {
-        auto& curve = *static_cast<Curve*>(m_graph.AddPlot(type)->CreateCurve());
+        auto& curve = Draw3D::Add<Curve>(type);
         curve.SetColour(kColour);
         return curve;
-    }
-    void DrawAnew()
-    {
-        m_graph.SetModifiedFlag(1);
-        Draw();
-    }
-    COLORREF AtPlace(CVertex const& box) const { return At(Place(box)); }
-    /// Whether the colour is within two pixels of the place.
-    bool IsNear(CVertex const& box, COLORREF colour) const
-    {
-        CPoint const p = Place(box);
-        for (int dy = -2; dy <= 2; ++dy) {
-            for (int dx = -2; dx <= 2; ++dx) {
-                if (At({ p.x + dx, p.y + dy }) == colour)
-                    return true;
-            }
-        }
-        return false;
     }
 };
 
@@ -52,21 +35,21 @@ TEST_F(DrawGrid, BarsStandAtTheirNodesWithGapsBetweenThem)
     auto const top = [](int c, int r) { return CVertex(0.2 * c - 0.4, 0.25 * r - 0.375, (c + r) / 7.0 - 0.5); };
     for (int c = 0; c < 5; ++c) {
         for (int r = 0; r < 4; ++r)
-            EXPECT_EQ(AtPlace(top(c, r)), c == 1 && r == 2 ? kBackground : kColour) << c << ", " << r;
+            EXPECT_EQ(AtBox(top(c, r)), c == 1 && r == 2 ? kBackground : kColour) << c << ", " << r;
     }
-    EXPECT_EQ(AtPlace({ -0.1, 0.375, -0.5 }), kBackground) << "between columns";
+    EXPECT_EQ(AtBox({ -0.1, 0.375, -0.5 }), kBackground) << "between columns";
     bars.SetColourDescription(2);
     bars.SetBarWidthScaleFacX(0.3);
     DrawAnew();
     for (int c = 0; c < 5; ++c)
-        EXPECT_EQ(AtPlace(top(c, 3)), GetRowColour(c));
-    EXPECT_EQ(AtPlace(top(2, 2) + CVertex(0.06, 0, 0)), kBackground) << "narrower";
-    EXPECT_EQ(AtPlace(top(2, 2) + CVertex(0, 0.06, 0)), GetRowColour(2)) << "as deep as before";
+        EXPECT_EQ(AtBox(top(c, 3)), GetRowColour(c));
+    EXPECT_EQ(AtBox(top(2, 2) + CVertex(0.06, 0, 0)), kBackground) << "narrower";
+    EXPECT_EQ(AtBox(top(2, 2) + CVertex(0, 0.06, 0)), GetRowColour(2)) << "as deep as before";
     bars.SetColourDescription(3);
     bars.SetBarWidthScaleFacX(1.0);
     DrawAnew();
     for (int r = 0; r < 4; ++r)
-        EXPECT_EQ(AtPlace(top(3, r)), GetRowColour(r));
+        EXPECT_EQ(AtBox(top(3, r)), GetRowColour(r));
 }
 
 TEST_F(DrawGrid, BarsStandOnAndHangFromTheBaselineOnAllSides)
@@ -79,8 +62,8 @@ TEST_F(DrawGrid, BarsStandOnAndHangFromTheBaselineOnAllSides)
         DrawAnew();
         for (int c = 0; c < 3; ++c) {
             double const x = (c - 1) / 3.0;
-            EXPECT_EQ(AtPlace({ x, 0, 0.2 }), c == 1 ? kBackground : kColour) << azimuth << ", " << c;
-            EXPECT_EQ(AtPlace({ x, 0, -0.2 }), c == 1 ? kColour : kBackground) << azimuth << ", " << c;
+            EXPECT_EQ(AtBox({ x, 0, 0.2 }), c == 1 ? kBackground : kColour) << azimuth << ", " << c;
+            EXPECT_EQ(AtBox({ x, 0, -0.2 }), c == 1 ? kColour : kBackground) << azimuth << ", " << c;
         }
     }
     // Once they all hang, and once they all stand; beyond the range the baseline stays in it.
@@ -88,9 +71,9 @@ TEST_F(DrawGrid, BarsStandOnAndHangFromTheBaselineOnAllSides)
     for (double const baseline : { 50.0, -50.0 }) {
         bars.SetBaseline(baseline);
         DrawAnew();
-        EXPECT_EQ(AtPlace({ 0, 0, 0.2 }), baseline > 0 ? kColour : kBackground);
-        EXPECT_EQ(AtPlace({ 0.3, 0, 0.2 }), baseline > 0 ? kBackground : kColour);
-        EXPECT_EQ(AtPlace({ 0.3, 0, -0.2 }), baseline > 0 ? kBackground : kColour);
+        EXPECT_EQ(AtBox({ 0, 0, 0.2 }), baseline > 0 ? kColour : kBackground);
+        EXPECT_EQ(AtBox({ 0.3, 0, 0.2 }), baseline > 0 ? kBackground : kColour);
+        EXPECT_EQ(AtBox({ 0.3, 0, -0.2 }), baseline > 0 ? kBackground : kColour);
     }
 }
 
@@ -103,8 +86,8 @@ TEST_F(DrawGrid, BarsAreLitByTheirSides)
     m_graph.SetLight1Pos(0, 0);
     DrawAnew();
     // The range is 4 … 6, the bar as wide as deep.
-    COLORREF const top = AtPlace({ 0, 0, 0 });
-    COLORREF const side = AtPlace({ 0.1, -0.375, -0.25 });
+    COLORREF const top = AtBox({ 0, 0, 0 });
+    COLORREF const side = AtBox({ 0.1, -0.375, -0.25 });
     EXPECT_GT(GetRValue(top), GetRValue(side) + 30);
     EXPECT_GT(GetRValue(side), 0);
 }
@@ -118,10 +101,10 @@ TEST_F(DrawGrid, StacksFillWhatTheirLinesAreAbove)
     Draw();
     COLORREF const stack = series.GetStackColour();
     // Seen along x: from −2 … 2 over y, about a baseline in the middle; the nearer line stands on the box's side.
-    EXPECT_EQ(AtPlace({ -0.5, -0.4, -0.2 }), stack);
-    EXPECT_EQ(AtPlace({ -0.5, -0.4, 0.2 }), kBackground);
-    EXPECT_EQ(AtPlace({ -0.5, 0.4, 0.2 }), stack);
-    EXPECT_EQ(AtPlace({ -0.5, 0.4, -0.2 }), kBackground);
+    EXPECT_EQ(AtBox({ -0.5, -0.4, -0.2 }), stack);
+    EXPECT_EQ(AtBox({ -0.5, -0.4, 0.2 }), kBackground);
+    EXPECT_EQ(AtBox({ -0.5, 0.4, 0.2 }), stack);
+    EXPECT_EQ(AtBox({ -0.5, 0.4, -0.2 }), kBackground);
     for (double const y : { -0.4, -0.2, 0.2, 0.4 })
         EXPECT_TRUE(IsNear({ -0.5, y, y }, series.GetLineColour())) << y;
     EXPECT_TRUE(IsNear({ -0.5, 0.2, 0.0 }, series.GetLineColour())) << "the baseline";
@@ -131,8 +114,8 @@ TEST_F(DrawGrid, StacksFillWhatTheirLinesAreAbove)
     series.SetDrawLines(0);
     DrawAnew();
     EXPECT_EQ(Count(series.GetLineColour()), 0);
-    COLORREF const low = AtPlace({ -0.5, -0.45, -0.44 });
-    COLORREF const high = AtPlace({ -0.5, 0.45, 0.44 });
+    COLORREF const low = AtBox({ -0.5, -0.45, -0.44 });
+    COLORREF const high = AtBox({ -0.5, 0.45, 0.44 });
     EXPECT_TRUE(GetBValue(low) > 200 && GetRValue(low) < 50);
     EXPECT_TRUE(GetRValue(high) > 200 && GetBValue(high) < 50);
     series.SetStackColourDescription(2);
@@ -143,7 +126,7 @@ TEST_F(DrawGrid, StacksFillWhatTheirLinesAreAbove)
     series.SetLineColour(RGB(1, 255, 1));
     DrawAnew();
     EXPECT_TRUE(IsNear({ -0.5, 0.3, 0.3 }, RGB(1, 255, 1)));
-    EXPECT_EQ(AtPlace({ -0.5, 0.4, 0.2 }), kBackground);
+    EXPECT_EQ(AtBox({ -0.5, 0.4, 0.2 }), kBackground);
 }
 
 TEST_F(DrawGrid, SeriesAreCutAlongTheirLinesAndWholeAcross)
@@ -157,8 +140,8 @@ TEST_F(DrawGrid, SeriesAreCutAlongTheirLinesAndWholeAcross)
     y.SetRangeMode(2);
     y.SetRange(0, 2);
     DrawAnew();
-    EXPECT_EQ(AtPlace({ -0.5, 0.45, 0.2 }), stack);
-    EXPECT_EQ(AtPlace({ -0.5, 0.6, 0.2 }), kBackground) << "cut at the side of the box";
+    EXPECT_EQ(AtBox({ -0.5, 0.45, 0.2 }), stack);
+    EXPECT_EQ(AtBox({ -0.5, 0.6, 0.2 }), kBackground) << "cut at the side of the box";
     // Bars are cut wherever the box ends.
     auto& bars = Add<C3DBarCurve>(it3DBarPlot);
     series.SetDataSourceType(CPlotComponent::dsFormula);
@@ -167,7 +150,7 @@ TEST_F(DrawGrid, SeriesAreCutAlongTheirLinesAndWholeAcross)
     DrawAnew();
     EXPECT_EQ(Count(stack), 0);
     EXPECT_GT(Count(kColour), 500);
-    EXPECT_EQ(AtPlace({ -0.5, 0.6, 0.0 }), kBackground);
+    EXPECT_EQ(AtBox({ -0.5, 0.6, 0.0 }), kBackground);
 }
 
 TEST_F(DrawGrid, PointsOfAGridAreDrawnAsTheGridIs)
@@ -178,11 +161,7 @@ TEST_F(DrawGrid, PointsOfAGridAreDrawnAsTheGridIs)
     auto& series = Add<C3DLineArrayCurve>(it3DLineArrayPlot);
     test::Fill(series, 4, 5, height);
     DrawAnew();
-    std::vector<COLORREF> expected;
-    for (int y = 0; y < test::kSize.cy; ++y) {
-        for (int x = 0; x < test::kSize.cx; ++x)
-            expected.push_back(At({ x, y }));
-    }
+    std::vector<COLORREF> const expected = Pixels();
     grid.SetDataSourceType(CPlotComponent::dsFormula);
     series.SetDataSourceType(CPlotComponent::dsFormula);
     std::array<CDoubleArray, 3> rows;
@@ -201,13 +180,7 @@ TEST_F(DrawGrid, PointsOfAGridAreDrawnAsTheGridIs)
     lines.SetPoints(rows[0], rows[1], rows[2]);
     lines.SetDataSourceType(CPlotComponent::dsTable);
     DrawAnew();
-    std::size_t n = 0;
-    int different = 0;
-    for (int y = 0; y < test::kSize.cy; ++y) {
-        for (int x = 0; x < test::kSize.cx; ++x)
-            different += At({ x, y }) != expected[n++];
-    }
-    EXPECT_EQ(different, 0);
+    EXPECT_TRUE(Pixels() == expected);
     EXPECT_GT(Count(kColour), 1000);
     EXPECT_GT(Count(series.GetStackColour()), 100);
 }
@@ -220,7 +193,7 @@ TEST_F(DrawGrid, NetsHaveLinesThroughTheirNodesAndHolesWhereOneIsMissing)
     Draw();
     EXPECT_TRUE(IsNear({ -0.125, 0.25, 0 }, kColour));
     EXPECT_TRUE(IsNear({ 0.25, -0.125, 0 }, kColour));
-    EXPECT_EQ(AtPlace({ -0.125, 0.125, 0 }), kBackground) << "nothing between lines";
+    EXPECT_EQ(AtBox({ -0.125, 0.125, 0 }), kBackground) << "nothing between lines";
     EXPECT_FALSE(IsNear({ -0.1, 0, 0 }, kColour)) << "a missing node has no lines";
     EXPECT_FALSE(IsNear({ 0, 0.1, 0 }, kColour));
     test::Fill(net, 2, 2, [](int c, int) { return 1.0 * c; });
@@ -250,12 +223,12 @@ TEST_F(DrawGrid, WhatIsDrawnFollowsColoursThatNoFlagTells)
         bars.SetUseLUTMinMax(1);
         bars.SetLUTMinMax(0, 4);
         Draw();
-        EXPECT_EQ(AtPlace({ 0, 0, 0 }), bars.GetLUTColour(2)) << name;
+        EXPECT_EQ(AtBox({ 0, 0, 0 }), bars.GetLUTColour(2)) << name;
     }
     m_graph.SetAntialiasMode(1);
     m_graph.InvalidateDeviceObjects();
     DrawAnew();
-    EXPECT_EQ(AtPlace({ 0, 0, 0 }), bars.GetLUTColour(2));
+    EXPECT_EQ(AtBox({ 0, 0, 0 }), bars.GetLUTColour(2));
 }
 
 } // namespace

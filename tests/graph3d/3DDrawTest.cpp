@@ -9,6 +9,7 @@ namespace ombrel {
 namespace {
 
 using test::Draw3D;
+using test::kBackground;
 using test::kSize;
 
 TEST_F(Draw3D, ShowsTheThreeWallsAtTheBackInTheirOwnColour)
@@ -31,22 +32,22 @@ TEST_F(Draw3D, ShowsTheThreeWallsAtTheBackInTheirOwnColour)
         m_graph.SetViewingElevation(each.elevation);
         Draw();
         int const all = Count(colour);
-        EXPECT_EQ(At(Place(each.x)), colour) << each.azimuth;
-        EXPECT_EQ(At(Place(each.y)), colour) << each.azimuth;
-        EXPECT_EQ(At(Place(each.z)), colour) << each.azimuth;
-        EXPECT_EQ(At({ 1, 1 }), RGB(10, 20, 30)) << each.azimuth;
+        EXPECT_EQ(AtBox(each.x), colour) << each.azimuth;
+        EXPECT_EQ(AtBox(each.y), colour) << each.azimuth;
+        EXPECT_EQ(AtBox(each.z), colour) << each.azimuth;
+        EXPECT_EQ(At({ 1, 1 }), kBackground) << each.azimuth;
         // Each wall by its own flag.
         m_graph.GetWalls()->SetXWallOn(0);
         Draw();
-        EXPECT_EQ(At(Place(each.x)), RGB(10, 20, 30)) << each.azimuth;
+        EXPECT_EQ(AtBox(each.x), kBackground) << each.azimuth;
         EXPECT_LT(Count(colour), all);
-        EXPECT_EQ(At(Place(each.z)), colour) << each.azimuth;
+        EXPECT_EQ(AtBox(each.z), colour) << each.azimuth;
         m_graph.GetWalls()->SetXWallOn(1);
     }
     // Lit, the floor has another colour than in its own light.
     m_graph.GetWalls()->SetLit(1);
     Draw();
-    EXPECT_NE(At(Place(cases[3].z)), colour);
+    EXPECT_NE(AtBox(cases[3].z), colour);
 }
 
 TEST_F(Draw3D, DrawsGridLinesWhereTheirSettingsSay)
@@ -59,15 +60,7 @@ TEST_F(Draw3D, DrawsGridLinesWhereTheirSettingsSay)
     grid.SetYPLaneOn(0);
     m_graph.SetViewingElevation(0.0);
     m_graph.SetViewingAzimuth(270.0);
-    auto const isLine = [&](double x, double y) {
-        CPoint const p = Place({ x, y, -0.5 });
-        int hits = 0;
-        for (int dx = -1; dx <= 1; ++dx) {
-            for (int dy = -1; dy <= 1; ++dy)
-                hits += At({ p.x + dx, p.y + dy }) == colour;
-        }
-        return hits > 0;
-    };
+    auto const isLine = [&](double x, double y) { return IsNear({ x, y, -0.5 }, colour); };
     // Straight down on the floor: three lines across x, and two across y.
     grid.SetNumXLines(3);
     grid.SetNumYLines(2);
@@ -113,7 +106,7 @@ TEST_F(Draw3D, KeepsToTheGraphsRectangle)
     Draw();
     for (int y = 0; y < kSize.cy; ++y) {
         for (int x = 0; x < kSize.cx; ++x)
-            ASSERT_EQ(At({ x, y }), part.PtInRect({ x, y }) ? colour : RGB(10, 20, 30)) << x << "," << y;
+            ASSERT_EQ(At({ x, y }), part.PtInRect({ x, y }) ? colour : kBackground) << x << "," << y;
     }
     EXPECT_DOUBLE_EQ(m_graph.GetAspectRatio(), 100.0 / 60.0);
     EXPECT_EQ(m_graph.GetViewportRect(), CRect(40, 110, 140, 170));
@@ -125,7 +118,7 @@ TEST_F(Draw3D, LeavesTheBoxToTheDataAndPutsTextOutsideInEveryView)
     for (int i = 0; i < 3; ++i) {
         C3DAxis& axis = *m_graph.GetAxes()[i];
         axis.SetOn(1);
-        axis.SetColour(RGB(10, 20, 30));
+        axis.SetColour(kBackground);
         axis.SetLabelsColour(RGB(255, 0, 0));
         axis.SetTitleColour(RGB(0, 255, 0));
         axis.SetTitle("A rather long title");

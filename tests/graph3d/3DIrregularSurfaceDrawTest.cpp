@@ -5,65 +5,36 @@
 #include "tests/graph3d/SurfaceData.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <memory>
 
 namespace ombrel {
 namespace {
 
-constexpr COLORREF kBackground = RGB(10, 20, 30);
+using test::AreNear;
+using test::Brightness;
+using test::kBackground;
+
 constexpr COLORREF kColour = RGB(200, 100, 40);
-
-bool AreNear(COLORREF a, COLORREF b)
-{
-    for (int shift = 0; shift < 24; shift += 8) {
-        if (std::abs(static_cast<int>(a >> shift & 255) - static_cast<int>(b >> shift & 255)) > 2)
-            return false;
-    }
-    return true;
-}
-
-int Brightness(COLORREF c) { return static_cast<int>((c & 255) + (c >> 8 & 255) + (c >> 16 & 255)); }
 
 /// A surface alone, without light, seen from straight above.
 class DrawIrregularSurface : public test::Draw3D {
 protected:
     DrawIrregularSurface()
-        : m_curve(Add())
+        : m_curve(AddSurface())
     {
         m_graph.SetLightingOn(0);
         m_graph.SetViewingElevation(0);
     }
-    C3DIrregularSurfaceCurve& Add()
+    C3DIrregularSurfaceCurve& AddSurface()
     {
-        auto& curve = *static_cast<C3DIrregularSurfaceCurve*>(m_graph.AddPlot(it3DIrregularSurfacePlot)->CreateCurve());
+        auto& curve = Add<C3DIrregularSurfaceCurve>(it3DIrregularSurfacePlot);
         curve.SetColour(kColour);
         curve.SetGradationOn(0);
         return curve;
     }
-    void DrawAnew()
-    {
-        m_graph.SetModifiedFlag(1);
-        Draw();
-    }
-    /// At a place in data units.
-    COLORREF AtData(double x, double y, double z) const { return At(Place(BoxPlace(x, y, z))); }
     bool IsNear(double x, double y, double z, COLORREF colour) const
     {
-        CPoint const p = Place(BoxPlace(x, y, z));
-        for (int dy = -2; dy <= 2; ++dy) {
-            for (int dx = -2; dx <= 2; ++dx) {
-                if (AreNear(At({ p.x + dx, p.y + dy }), colour))
-                    return true;
-            }
-        }
-        return false;
-    }
-    CVertex BoxPlace(double x, double y, double z) const
-    {
-        BoxAxes axes;
-        m_curve.GetBoxAxes(axes);
-        return GetBoxPlace(axes, { x, y, z });
+        return Draw3D::IsNear(BoxPlace(x, y, z), colour);
     }
 
     C3DIrregularSurfaceCurve& m_curve;
@@ -135,7 +106,7 @@ TEST_F(DrawIrregularSurface, TheSideTowardsALightIsLit)
                 EXPECT_GT(Brightness(sides[1]), Brightness(sides[0]) + 50) << averaging;
             }
             // As a grid with the same heights.
-            CSurface& grid = *static_cast<CSurface*>(m_graph.AddPlot(itSurfacePlot)->CreateCurve());
+            CSurface& grid = Add<CSurface>(itSurfacePlot);
             grid.SetColour(kColour);
             grid.SetGradationOn(0);
             grid.SetForceNormalAveraging(0);
@@ -160,7 +131,7 @@ TEST_F(DrawIrregularSurface, OutlinesHideWhatLiesBehindThem)
     test::SetPoints(m_curve, { { 0, 0, 5 }, { 8, 0, 5 }, { 0, 8, 5 }, { 8, 8.5, 5 } });
     m_curve.SetWireframeOn(1);
     m_curve.SetWireframeColour(RGB(0, 0, 250));
-    C3DIrregularSurfaceCurve& below = Add();
+    C3DIrregularSurfaceCurve& below = AddSurface();
     below.SetColour(RGB(0, 255, 0));
     test::SetPoints(below, { { 0, 0, 0 }, { 8, 0, 0 }, { 0, 8, 0 }, { 8, 8, 0 } });
     for (int const averaging : { 0, 1 }) {
@@ -178,7 +149,7 @@ TEST_F(DrawIrregularSurface, OutlinesHideWhatLiesBehindThem)
 TEST_F(DrawIrregularSurface, TransparentFacesShowWhatLiesBehindThem)
 {
     test::SetPoints(m_curve, { { 0, 0, 5 }, { 8, 0, 5 }, { 0, 8, 5 }, { 8, 8, 5 } });
-    C3DIrregularSurfaceCurve& below = Add();
+    C3DIrregularSurfaceCurve& below = AddSurface();
     below.SetColour(RGB(0, 255, 0));
     test::SetPoints(below, { { 0, 0, 0 }, { 8, 0, 0 }, { 0, 8, 0 }, { 8, 8, 0 } });
     m_curve.SetTransparency(0.5);
@@ -187,30 +158,6 @@ TEST_F(DrawIrregularSurface, TransparentFacesShowWhatLiesBehindThem)
     m_curve.SetTransparency(0.0);
     DrawAnew();
     EXPECT_EQ(AtData(2, 2.5, 5), kColour);
-}
-
-TEST_F(DrawIrregularSurface, OddPointsAreDrawnOrLeftOutWithoutHarm)
-{
-    double const huge = 1e300;
-    for (std::vector<std::array<double, 3>> const& points :
-        std::vector<std::vector<std::array<double, 3>>> { {}, { { 1, 2, 3 } },
-            { { 1, 1, 1 }, { 1, 1, 1 }, { 1, 1, 1 } }, { { 0, 0, 0 }, { 1, 1, 1 }, { 2, 2, 2 } },
-            { { 0, 0, huge }, { 1, 0, -huge }, { 0, 1, 0 } }, { { huge, 0, 0 }, { 1, 0, 0 }, { 0, 1, 0 }, { 2, 2, 0 } },
-            { { -5, -5, -5 }, { -6, -5, -5 }, { -5, -6, -5 } },
-            { { 1e7, 1e7, 0 }, { 1e7 + 0.1, 1e7, 0 }, { 1e7, 1e7 + 0.1, 1 } } }) {
-        test::SetPoints(m_curve, points);
-        for (int const type : { 0, 1, 2, 3, 4 }) {
-            m_curve.SetCurveType(static_cast<C3DCurve::CurveType>(type));
-            m_curve.SetWireframeOn(type == 3 ? 1 : 0);
-            m_curve.SetTransparency(type == 2 ? std::nan("") : 0.0);
-            DrawAnew();
-        }
-    }
-    m_curve.SetCurveType(C3DCurve::ctCartesian);
-    m_curve.SetWireframeOn(0);
-    test::SetPoints(m_curve, { { 0, 0, 0 }, { 1, 0, 0 }, { 0, 1, 0 } });
-    DrawAnew();
-    EXPECT_EQ(AtData(0.2, 0.2, 0), kColour);
 }
 
 } // namespace

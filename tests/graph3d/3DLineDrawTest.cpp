@@ -18,9 +18,10 @@
 namespace ombrel {
 namespace {
 
+using test::AreNear;
+using test::kBackground;
 using test::kSize;
 
-constexpr COLORREF kBackground = RGB(10, 20, 30);
 constexpr COLORREF kRed = RGB(200, 0, 0);
 constexpr COLORREF kGreen = RGB(0, 200, 0);
 
@@ -40,7 +41,7 @@ protected:
     }
     template <typename Curve> Curve& Add(ItemType type, std::vector<CVertex> const& points)
     {
-        auto& curve = *static_cast<Curve*>(m_graph.AddPlot(type)->CreateCurve());
+        auto& curve = Draw3D::Add<Curve>(type);
         curve.SetDataSourceType(CPlotComponent::dsTable);
         curve.SetNumPts(static_cast<int>(points.size()));
         for (int i = 0; i < curve.GetNumPts(); ++i)
@@ -49,16 +50,11 @@ protected:
         curve.SetSymbolColour(kGreen);
         return curve;
     }
-    COLORREF AtData(double x, double y, double z) const { return At(Place({ x / 2, y / 2, z / 2 })); }
-    std::vector<COLORREF> Pixels()
+    COLORREF AtData(double x, double y, double z) const { return AtBox({ x / 2, y / 2, z / 2 }); }
+    std::vector<COLORREF> DrawnPixels()
     {
         Draw();
-        std::vector<COLORREF> pixels;
-        for (int y = 0; y < kSize.cy; ++y) {
-            for (int x = 0; x < kSize.cx; ++x)
-                pixels.push_back(At({ x, y }));
-        }
-        return pixels;
+        return Pixels();
     }
     int CountOther(COLORREF colour) const { return kSize.cx * kSize.cy - Count(colour); }
 };
@@ -174,18 +170,17 @@ TEST_F(DrawLines, SpheresLookLikeThoseOfManyFaces)
     curve.SetSymbolScaleFac(16);
     auto const compare = [&] {
         curve.SetDataSourceType(CPlotComponent::dsTable);
-        std::vector<COLORREF> const ours = Pixels();
+        std::vector<COLORREF> const ours = DrawnPixels();
         CVertex const centre = curve.GetPoints()[0] * 0.5;
         CPlot& plot = *curve.GetPlot();
         auto* const mesh = new MeshSphere(&plot, centre, 0.015 * 16);
         plot.AddComponent(mesh);
         curve.SetNumPts(0);
-        std::vector<COLORREF> const theirs = Pixels();
+        std::vector<COLORREF> const theirs = DrawnPixels();
         int different = 0;
         int covered = 0;
         for (std::size_t i = 0; i < ours.size(); ++i) {
-            different += std::abs(GetRValue(ours[i]) - GetRValue(theirs[i])) > 4
-                || std::abs(GetGValue(ours[i]) - GetGValue(theirs[i])) > 4;
+            different += !AreNear(ours[i], theirs[i], 4);
             covered += theirs[i] != kBackground;
         }
         EXPECT_GT(covered, 500);
@@ -206,7 +201,7 @@ TEST_F(DrawLines, PointsOutsideOfTheBoxHaveNeitherSymbolNorStick)
     curve.SetSymbolScaleFac(3);
     Draw();
     EXPECT_EQ(AtData(0, 0, 0.98), kRed) << "half of the sphere, cut at the face";
-    EXPECT_EQ(At(Place({ 0, 0, 0.53 })), kBackground);
+    EXPECT_EQ(AtBox({ 0, 0, 0.53 }), kBackground);
     curve.SetSticksOn(1);
     curve.SetZVal(0, 1.0 + 1e-9);
     Draw();
@@ -277,8 +272,8 @@ TEST_F(DrawLines, ManySpheresHaveTheColoursOfFew)
     auto& curve = Add<C3DScatterCurve>(it3DScatterPlot, points);
     for (double const size : { 5.0, 12.0 }) {
         curve.SetSymbolScaleFac(size);
-        std::vector<COLORREF> const many = Pixels();
-        auto const second = Pixels();
+        std::vector<COLORREF> const many = DrawnPixels();
+        auto const second = DrawnPixels();
         EXPECT_EQ(many, second);
         EXPECT_EQ(AtData(0, 0, 0), kRed);
         EXPECT_EQ(AtData(0.5, 0, 0), kRed);
@@ -296,7 +291,7 @@ TEST_F(DrawLines, TextsOfPointsBehindASurfaceAreLeftOut)
     int const alone = CountOther(kBackground);
     EXPECT_GT(alone, 50);
 
-    auto& surface = *static_cast<CSurface*>(m_graph.AddPlot(itSurfacePlot)->CreateCurve());
+    auto& surface = Draw3D::Add<CSurface>(itSurfacePlot);
     test::Fill(surface, 3, 3, [](int, int) { return 0.0; });
     surface.SetTablePlacement({ -1, -1, 1, 1 });
     surface.AlignMeshes();
@@ -306,15 +301,15 @@ TEST_F(DrawLines, TextsOfPointsBehindASurfaceAreLeftOut)
         m_graph.SetAntialiasMode(antialias);
         text.SetZVal(0, -0.2);
         text.SetObscure(1);
-        std::vector<COLORREF> const hidden = Pixels();
+        std::vector<COLORREF> const hidden = DrawnPixels();
         text.SetObscure(0);
-        EXPECT_NE(Pixels(), hidden);
+        EXPECT_NE(DrawnPixels(), hidden);
         text.SetObscure(1);
         text.SetZVal(0, 0.0);
-        EXPECT_NE(Pixels(), hidden) << "on the surface";
+        EXPECT_NE(DrawnPixels(), hidden) << "on the surface";
         text.SetZVal(0, -0.2);
         text.SetDeltas(0, 0, 0.5);
-        EXPECT_NE(Pixels(), hidden) << "moved above it";
+        EXPECT_NE(DrawnPixels(), hidden) << "moved above it";
         text.SetDeltas(0, 0, 0);
     }
 }
@@ -336,43 +331,6 @@ TEST_F(DrawLines, TextsFollowZoomButNoLimitIsPassed)
     text.SetZVal(0, 1.5);
     Draw();
     EXPECT_EQ(CountOther(kBackground), 0) << "outside of the box";
-}
-
-TEST_F(DrawLines, HostileSettingsLeaveAGraphThatCanBeDrawn)
-{
-    double const values[] = { std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), -1e300,
-        1e300, 0.0, 1e-300 };
-    std::vector<CVertex> points { { 0, 0, 0 }, { 1, 1, 1 } };
-    for (double const v : values)
-        points.insert(points.end(), { { v, 0, 0 }, { 0, v, v } });
-    auto& line = Add<C3DLineCurve>(it3DLinePlot, points);
-    auto& scatter = Add<C3DScatterCurve>(it3DScatterPlot, points);
-    scatter.SetSticksOn(1);
-    line.SetSymbols(1);
-    for (double const v : values) {
-        for (int const k : { -7, 0, 1, 2, 3, std::numeric_limits<int>::max() }) {
-            for (C3DLineCurve* const curve : { &line, static_cast<C3DLineCurve*>(&scatter) }) {
-                curve->SetThicknessScaleFac(v);
-                curve->SetSymbolScaleFac(v);
-                curve->SetLineMode(k);
-                curve->SetLineStyle(k);
-                curve->SetSymbolStyle(k);
-                curve->SetSymbolAlignMode(k);
-                curve->SetCurveType(static_cast<C3DCurve::CurveType>(k));
-                curve->SetNumIntermediatePts(k);
-            }
-            scatter.SetStickLook(k);
-            scatter.SetStickScaleFac(v);
-            scatter.SetAutoBaseline(k);
-            scatter.SetBaseline(v);
-            scatter.SetVar1Use(static_cast<C3DScatterCurve::VariableUseType>(k));
-            Draw();
-        }
-    }
-    line.SetNumPts(0);
-    scatter.SetNumPts(0);
-    Draw();
-    EXPECT_EQ(CountOther(kBackground), 0);
 }
 
 } // namespace

@@ -17,7 +17,7 @@ protected:
     ObjectDraw()
     {
         m_graph.SetLightingOn(0);
-        m_curve = static_cast<C3DObjectCurve*>(m_graph.AddPlot(it3DObjectPlot)->CreateCurve());
+        m_curve = &Add<C3DObjectCurve>(it3DObjectPlot);
         for (C3DAxis** axis = m_graph.GetAxes(); axis != m_graph.GetAxes() + 3; ++axis) {
             (*axis)->SetRangeMode(C3DAxis::rmFixed);
             (*axis)->SetRange(-2.0, 2.0);
@@ -28,16 +28,7 @@ protected:
         m_curve->SetFormulaString(text);
         Draw();
     }
-    std::vector<COLORREF> Pixels() const
-    {
-        std::vector<COLORREF> pixels;
-        for (int y = 0; y < test::kSize.cy; ++y) {
-            for (int x = 0; x < test::kSize.cx; ++x)
-                pixels.push_back(At({ x, y }));
-        }
-        return pixels;
-    }
-    COLORREF AtWorld(CVertex const& v) const { return At(Place(v * 0.25)); }
+    COLORREF AtWorld(CVertex const& v) const { return AtBox(v * 0.25); }
 
     C3DObjectCurve* m_curve;
 };

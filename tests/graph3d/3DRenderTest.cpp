@@ -59,23 +59,10 @@ public:
 
 Squares& AddSquares(C3DGraph& graph)
 {
-    auto* const plot = new test::DataPlot(&graph);
-    auto* const curve = new Squares(plot, 1);
-    plot->curve = curve;
-    curve->min = { 0.0, 0.0, 100.0 };
-    curve->max = { 10.0, 20.0, 200.0 };
-    curve->SetValid(1);
-    graph.GetPlotArray()->Add(plot);
-    plot->AddComponent(curve);
-    return *curve;
+    return test::AddCurve<Squares>(graph, { 0.0, 0.0, 100.0 }, { 10.0, 20.0, 200.0 });
 }
 
-void ExpectNear(COLORREF colour, COLORREF expected)
-{
-    EXPECT_NEAR(GetRValue(colour), GetRValue(expected), 2);
-    EXPECT_NEAR(GetGValue(colour), GetGValue(expected), 2);
-    EXPECT_NEAR(GetBValue(colour), GetBValue(expected), 2);
-}
+bool IsNearly(COLORREF colour, COLORREF expected) { return test::AreNear(colour, expected, 2); }
 
 TEST_F(Draw3D, DrawsTransparentPolygonsFromTheFarthestToTheNearest)
 {
@@ -88,21 +75,19 @@ TEST_F(Draw3D, DrawsTransparentPolygonsFromTheFarthestToTheNearest)
     Draw();
     CPoint const middle(kSize.cx / 2, kSize.cy / 2);
     // Half of green over the background, then half of red over that, whichever comes first.
-    ExpectNear(At(middle), RGB(100 + 5 / 2, (110 + 0) / 2, 15 / 2));
+    EXPECT_PRED2(IsNearly, At(middle), RGB(100 + 5 / 2, (110 + 0) / 2, 15 / 2));
     std::swap(curve.squares[0], curve.squares[1]);
-    m_graph.SetModifiedFlag(1);
-    Draw();
-    ExpectNear(At(middle), RGB(102, 55, 8));
+    DrawAnew();
+    EXPECT_PRED2(IsNearly, At(middle), RGB(102, 55, 8));
     // What is opaque hides those behind it.
     curve.squares.push_back({ 0.0, RGB(0, 0, 200), 0.0 });
-    m_graph.SetModifiedFlag(1);
-    Draw();
-    ExpectNear(At(middle), RGB(100, 0, 100));
+    DrawAnew();
+    EXPECT_PRED2(IsNearly, At(middle), RGB(100, 0, 100));
     EXPECT_EQ(m_graph.GetTransparentPolygons().GetSize(), 0);
     // Anti-aliased, the same away from edges.
     m_graph.SetAntialiasMode(1);
     Draw();
-    ExpectNear(At(middle), RGB(100, 0, 100));
+    EXPECT_PRED2(IsNearly, At(middle), RGB(100, 0, 100));
     EXPECT_EQ(curve.rendered, 3 + 8);
     // Dragged coarsely, in one pass.
     m_graph.SetCoarseMeshMode(1);
@@ -135,12 +120,7 @@ public:
 TEST_F(Draw3D, PutsFacesOfAllBatchesAndPolygonsInOneOrder)
 {
     Squares& polygons = AddSquares(m_graph);
-    auto* const plot = new test::DataPlot(&m_graph);
-    auto* const curve = new BatchSquares(plot, 1);
-    plot->curve = curve;
-    curve->SetValid(1);
-    m_graph.GetPlotArray()->Add(plot);
-    plot->AddComponent(curve);
+    auto* const curve = &test::AddCurve<BatchSquares>(m_graph);
     m_graph.SetLightingOn(0);
     struct Layer {
         double z;
@@ -149,9 +129,8 @@ TEST_F(Draw3D, PutsFacesOfAllBatchesAndPolygonsInOneOrder)
     constexpr Layer kLayers[]
         = { { 0.3, RGB(200, 0, 0) }, { -0.2, RGB(0, 200, 0) }, { 0.1, RGB(0, 0, 200) }, { -0.4, RGB(200, 200, 0) } };
     auto const at = [&](CVertex const& v) {
-        m_graph.SetModifiedFlag(1);
-        Draw();
-        return At(Place(v));
+        DrawAnew();
+        return AtBox(v);
     };
     auto const blended = [](COLORREF below, COLORREF above) {
         auto const mixed = [](int b, int a) { return static_cast<BYTE>(b * 0.6 + a * 0.4 + 0.5); };
@@ -161,7 +140,7 @@ TEST_F(Draw3D, PutsFacesOfAllBatchesAndPolygonsInOneOrder)
     for (double const elevation : { 20.0, 160.0 }) {
         m_graph.SetViewingElevation(elevation);
         // The farthest first: from above by ascending height.
-        COLORREF expected = RGB(10, 20, 30);
+        COLORREF expected = test::kBackground;
         for (std::size_t const layer : elevation < 90.0 ? std::array { 3U, 1U, 2U, 0U } : std::array { 0U, 2U, 1U, 3U })
             expected = blended(expected, kLayers[layer].colour);
         for (int const antialias : { 0, 1 }) {
@@ -172,11 +151,11 @@ TEST_F(Draw3D, PutsFacesOfAllBatchesAndPolygonsInOneOrder)
             // Bits of one batch lie on both sides of the other's.
             for (std::size_t i = 0; i < 4; ++i)
                 curve->Add(i / 2, kLayers[i].z, kLayers[i].colour);
-            ExpectNear(at({ 0.0, 0.0, 0.0 }), expected);
+            EXPECT_PRED2(IsNearly, at({ 0.0, 0.0, 0.0 }), expected);
             curve->batches[0].Clear();
             for (std::size_t i = 0; i < 2; ++i)
                 polygons.squares.push_back({ kLayers[i].z, kLayers[i].colour, 0.6 });
-            ExpectNear(at({ 0.0, 0.0, 0.0 }), expected);
+            EXPECT_PRED2(IsNearly, at({ 0.0, 0.0, 0.0 }), expected);
         }
     }
 }
@@ -234,12 +213,7 @@ private:
 
 TEST_F(Draw3D, LightsManyTrianglesByAProgramLikeFewByFixedFunctions)
 {
-    auto* const plot = new test::DataPlot(&m_graph);
-    auto* const sheet = new Sheet(plot, 1);
-    plot->curve = sheet;
-    sheet->SetValid(1);
-    m_graph.GetPlotArray()->Add(plot);
-    plot->AddComponent(sheet);
+    auto* const sheet = &test::AddCurve<Sheet>(m_graph);
     struct View {
         double elevation;
         int lighting;
@@ -259,21 +233,14 @@ TEST_F(Draw3D, LightsManyTrianglesByAProgramLikeFewByFixedFunctions)
         std::array<std::vector<COLORREF>, 2> pictures;
         for (std::size_t const road : { 0U, 1U }) {
             sheet->Make(road == 0 ? 1 : 2, view.colour);
-            m_graph.SetModifiedFlag(1);
-            Draw();
-            for (int y = 0; y < kSize.cy; ++y) {
-                for (int x = 0; x < kSize.cx; ++x)
-                    pictures[road].push_back(At({ x, y }));
-            }
+            DrawAnew();
+            pictures[road] = Pixels();
         }
         int others = 0;
         int drawn = 0;
         for (std::size_t p = 0; p < pictures[0].size(); ++p) {
-            for (int shift = 0; shift < 24; shift += 8) {
-                auto const channel = [&](std::size_t road) { return static_cast<BYTE>(pictures[road][p] >> shift); };
-                others += std::abs(channel(0) - channel(1)) > 1;
-            }
-            drawn += pictures[0][p] != RGB(10, 20, 30);
+            others += !test::AreNear(pictures[0][p], pictures[1][p], 1);
+            drawn += pictures[0][p] != test::kBackground;
         }
         EXPECT_EQ(others, 0) << view.elevation;
         EXPECT_GT(drawn, 5000) << view.elevation;
@@ -288,8 +255,7 @@ TEST_F(Draw3D, CutsOffWhatLiesOutsideOfTheBox)
     CPoint const middle(kSize.cx / 2, kSize.cy / 2);
     for (auto const& [z, isSeen] : { std::pair(0.501, true), std::pair(0.51, false), std::pair(-0.6, false) }) {
         curve.squares = { { z, RGB(0, 0, 200), 0.0 } };
-        m_graph.SetModifiedFlag(1);
-        Draw();
+        DrawAnew();
         EXPECT_EQ(At(middle) == RGB(0, 0, 200), isSeen) << z;
     }
 }
@@ -467,21 +433,9 @@ public:
     std::array<bool, 2> isLightOn {};
 };
 
-Notes& AddNotes(C3DGraph& graph)
-{
-    auto* const plot = new test::DataPlot(&graph);
-    auto* const curve = new Notes(plot, 1);
-    plot->curve = curve;
-    curve->max = { 1.0, 1.0, 1.0 };
-    curve->SetValid(1);
-    graph.GetPlotArray()->Add(plot);
-    plot->AddComponent(curve);
-    return *curve;
-}
-
 TEST_F(Draw3D, FitsLinesAndTextsToWhatTheyAreShownOn)
 {
-    Notes& notes = AddNotes(m_graph);
+    Notes& notes = test::AddCurve<Notes>(m_graph, {}, { 1.0, 1.0, 1.0 });
     Draw();
     EXPECT_EQ(notes.lineWidths, (std::array<double, 3> { 1.0, 1.0, 1.0 }));
     // 1/30 of the shorter side.
@@ -513,7 +467,7 @@ TEST_F(Draw3D, FitsLinesAndTextsToWhatTheyAreShownOn)
 
 TEST_F(Draw3D, TurnsWhatFacesTheViewerAndLightsWithTheLightsThatAreOn)
 {
-    Notes& notes = AddNotes(m_graph);
+    Notes& notes = test::AddCurve<Notes>(m_graph, {}, { 1.0, 1.0, 1.0 });
     m_graph.SetLight1On(0);
     m_graph.SetLight2On(1);
     m_graph.SetViewingAzimuth(123.0 + 360.0);

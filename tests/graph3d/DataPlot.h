@@ -42,17 +42,23 @@ private:
     }
 };
 
-/// Owned by the graph.
-inline DataCurve* AddData(C3DGraph& graph, Corner const& min, Corner const& max)
+/// A curve in a plot of its own; both belong to the graph.
+template <typename Curve> Curve& AddCurve(C3DGraph& graph, Corner const& min = {}, Corner const& max = {})
 {
     auto* const plot = new DataPlot(&graph);
-    plot->curve = new DataCurve(plot, 1);
-    plot->curve->min = min;
-    plot->curve->max = max;
-    plot->curve->SetValid(1);
+    auto* const curve = new Curve(plot, 1);
+    plot->curve = curve;
+    curve->min = min;
+    curve->max = max;
+    curve->SetValid(1);
     graph.GetPlotArray()->Add(plot);
-    plot->AddComponent(plot->curve);
-    return plot->curve;
+    plot->AddComponent(curve);
+    return *curve;
+}
+
+inline DataCurve* AddData(C3DGraph& graph, Corner const& min, Corner const& max)
+{
+    return &AddCurve<DataCurve>(graph, min, max);
 }
 
 } // namespace ombrel::test

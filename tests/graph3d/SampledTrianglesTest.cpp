@@ -10,7 +10,6 @@ namespace ombrel {
 namespace {
 
 using test::Draw3D;
-using test::kSize;
 
 /// Triangles of all shapes, most of them smaller than a pixel, in and around the box: as one batch, which is large
 /// enough to have only those drawn that can be seen, or as many small ones.
@@ -56,12 +55,7 @@ public:
 
 TEST_F(Draw3D, LeavesOutTrianglesThatCoverNoPixelOnly)
 {
-    auto* const plot = new test::DataPlot(&m_graph);
-    auto* const dust = new Dust(plot, 1);
-    plot->curve = dust;
-    dust->SetValid(1);
-    m_graph.GetPlotArray()->Add(plot);
-    plot->AddComponent(dust);
+    auto* const dust = &test::AddCurve<Dust>(m_graph);
     struct View {
         double azimuth;
         double perspective;
@@ -77,12 +71,8 @@ TEST_F(Draw3D, LeavesOutTrianglesThatCoverNoPixelOnly)
         std::array<std::vector<COLORREF>, 2> pictures;
         for (std::size_t const road : { 0U, 1U }) {
             dust->Make(road == 0 ? 2 : 1);
-            m_graph.SetModifiedFlag(1);
-            Draw();
-            for (int y = 0; y < kSize.cy; ++y) {
-                for (int x = 0; x < kSize.cx; ++x)
-                    pictures[road].push_back(At({ x, y }));
-            }
+            DrawAnew();
+            pictures[road] = Pixels();
         }
         EXPECT_EQ(pictures[0], pictures[1]) << view.azimuth;
         if (view.zoom < 2.0) {
@@ -128,12 +118,7 @@ public:
 
 TEST_F(Draw3D, FindsTheTrianglesOfStripsAsThoseOfLists)
 {
-    auto* const plot = new test::DataPlot(&m_graph);
-    auto* const strip = new Strip(plot, 1);
-    plot->curve = strip;
-    strip->SetValid(1);
-    m_graph.GetPlotArray()->Add(plot);
-    plot->AddComponent(strip);
+    auto* const strip = &test::AddCurve<Strip>(m_graph);
     Draw();
     EXPECT_EQ(strip->rendered, 1);
 }

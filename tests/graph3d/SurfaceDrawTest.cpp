@@ -1,94 +1,41 @@
 #include "ombrel/Init.h"
-#include "ombrel/drawing/DIB.h"
-#include "ombrel/graph3d/3DAxis.h"
-#include "ombrel/graph3d/3DGraph.h"
-#include "ombrel/graph3d/3DGrid.h"
 #include "ombrel/graph3d/Surface.h"
-#include "ombrel/graph3d/view/Camera.h"
+#include "tests/graph3d/Draw3D.h"
 #include "tests/graph3d/SurfaceData.h"
 #include "tests/model/ArchiveBytes.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
 
 namespace ombrel {
 namespace {
 
 using test::Fill;
 
-constexpr CSize kSize { 240, 200 };
-constexpr COLORREF kBackground = RGB(10, 20, 30);
-
-bool AreNear(COLORREF a, COLORREF b)
-{
-    for (int shift = 0; shift < 24; shift += 8) {
-        if (std::abs(static_cast<int>(a >> shift & 255) - static_cast<int>(b >> shift & 255)) > 2)
-            return false;
-    }
-    return true;
-}
-
-int Brightness(COLORREF c) { return static_cast<int>((c & 255) + (c >> 8 & 255) + (c >> 16 & 255)); }
+using test::AreNear;
+using test::Brightness;
+using test::kBackground;
+using test::kSize;
 
 /// A graph of a surface alone, without light, seen from straight above.
-class DrawSurface : public testing::Test {
+class DrawSurface : public test::Draw3D {
 protected:
     DrawSurface()
-        : m_graph(1)
-        , m_target(kSize.cx, kSize.cy, 24)
+        : m_surface(AddSurface())
     {
-        m_graph.SetGraphFrameOn(0);
-        m_graph.GetGrid()->SetOn(0);
-        for (C3DAxis** axis = m_graph.GetAxes(); axis != m_graph.GetAxes() + 3; ++axis)
-            (*axis)->SetOn(0);
-        m_graph.SetBackgroundColour(kBackground);
         m_graph.SetLightingOn(0);
         m_graph.SetViewingElevation(0);
-        m_surface = AddSurface();
         m_surface->SetColour(RGB(200, 100, 40));
         m_surface->SetGradationOn(0);
     }
-    CSurface* AddSurface() { return static_cast<CSurface*>(m_graph.AddPlot(itSurfacePlot)->CreateCurve()); }
+    CSurface* AddSurface() { return &Add<CSurface>(itSurfacePlot); }
     void Draw()
     {
         m_surface->SetPlotDataModified(1);
-        m_graph.Draw(m_target.GetDC(), { { 0, 0 }, kSize }, pmOffScreen);
+        Draw3D::Draw();
     }
-    /// Where a place in data units is seen.
-    CPoint Place(double x, double y, double z) const
-    {
-        ViewSettings settings;
-        settings.azimuth = m_graph.GetViewingAzimuth();
-        settings.elevation = m_graph.GetViewingElevation();
-        settings.aspectRatio = static_cast<double>(kSize.cx) / kSize.cy;
-        settings.viewportSize = kSize;
-        C3DAxis* const* const axes = m_graph.GetAxes();
-        CVertex const window = *Camera(settings).Project(
-            { axes[0]->GetViewVal(x, 1), axes[1]->GetViewVal(y, 1), axes[2]->GetViewVal(z, 1) });
-        return { static_cast<int>(window.X()), static_cast<int>(kSize.cy - window.Y()) };
-    }
-    COLORREF At(double x, double y, double z) const
-    {
-        CPoint const p = Place(x, y, z);
-        return m_target.GetDC()->GetPixel(p.x, p.y);
-    }
-    /// Whether the colour is within two pixels of the place.
     bool IsNear(double x, double y, double z, COLORREF colour) const
     {
-        CPoint const p = Place(x, y, z);
-        for (int dy = -2; dy <= 2; ++dy) {
-            for (int dx = -2; dx <= 2; ++dx) {
-                if (AreNear(m_target.GetDC()->GetPixel(p.x + dx, p.y + dy), colour))
-                    return true;
-            }
-        }
-        return false;
+        return Draw3D::IsNear(BoxPlace(x, y, z), colour);
     }
 
-    C3DGraph m_graph;
-    CDIB m_target;
     CSurface* m_surface;
 };
 
@@ -98,9 +45,9 @@ TEST_F(DrawSurface, OneColourCoversItsCellsAndHolesShowWhatIsBehind)
     Draw();
     for (auto const& [x, y] :
         std::vector<std::pair<double, double>> { { 0.5, 0.5 }, { 7.5, 2.5 }, { 2.2, 4.1 }, { 5.6, 5.6 } })
-        EXPECT_TRUE(AreNear(At(x, y, x + y), RGB(200, 100, 40))) << x << ", " << y;
+        EXPECT_TRUE(AreNear(AtData(x, y, x + y), RGB(200, 100, 40))) << x << ", " << y;
     for (auto const& [x, y] : std::vector<std::pair<double, double>> { { 4, 4 }, { 3.3, 3.3 }, { 4.7, 3.3 } })
-        EXPECT_TRUE(AreNear(At(x, y, x + y), kBackground)) << x << ", " << y;
+        EXPECT_TRUE(AreNear(AtData(x, y, x + y), kBackground)) << x << ", " << y;
 }
 
 TEST_F(DrawSurface, TransformsMoveASurfaceThatWasDrawn)
@@ -110,10 +57,10 @@ TEST_F(DrawSurface, TransformsMoveASurfaceThatWasDrawn)
     CTransformArray moved;
     moved.Add(CCoordTransform(CCoordTransform::ctTranslate, 10, 0, 5));
     m_surface->SetTransforms(moved);
-    m_graph.Draw(m_target.GetDC(), { { 0, 0 }, kSize }, pmOffScreen);
+    Draw3D::Draw();
     EXPECT_EQ(m_graph.GetAxes()[0]->GetMin(), 10.0);
     EXPECT_EQ(m_graph.GetAxes()[2]->GetMax(), 7.0);
-    EXPECT_TRUE(AreNear(At(11.5, 0.7, 6.5), RGB(200, 100, 40)));
+    EXPECT_TRUE(AreNear(AtData(11.5, 0.7, 6.5), RGB(200, 100, 40)));
 }
 
 TEST_F(DrawSurface, BandsAreCutWhereTheValueIsTheLevel)
@@ -128,7 +75,7 @@ TEST_F(DrawSurface, BandsAreCutWhereTheValueIsTheLevel)
         // Between the levels of 62 / 6.
         for (int k = 0; k < 6; ++k) {
             double const value = 62.0 / 6 * (k + 0.5);
-            EXPECT_TRUE(AreNear(At((value - 1) / 30, 1, value), m_surface->GetContourBandColours().GetAt(k))) << k;
+            EXPECT_TRUE(AreNear(AtData((value - 1) / 30, 1, value), m_surface->GetContourBandColours().GetAt(k))) << k;
         }
         m_surface->SetContoursOn(0);
         Draw();
@@ -147,7 +94,7 @@ TEST_F(DrawSurface, TheSideTowardsALightIsLit)
         for (std::size_t k = 0; k < 2; ++k) {
             m_graph.SetLight1Pos(0, k == 0 ? 0 : 180);
             Draw();
-            brightness[k] = Brightness(At(0.5, 0.5, 5));
+            brightness[k] = Brightness(AtData(0.5, 0.5, 5));
         }
         EXPECT_GT(brightness[0], 2 * brightness[1]);
         EXPECT_GT(brightness[1], 0);
@@ -156,7 +103,7 @@ TEST_F(DrawSurface, TheSideTowardsALightIsLit)
     Fill(*m_surface, 2, 3, [](int c, int) { return c == 1 ? 1.0 : 0.0; });
     m_graph.SetLight1Pos(0, 60);
     Draw();
-    EXPECT_GT(Brightness(At(1.5, 0.5, 0.5)), Brightness(At(0.5, 0.5, 0.5)) + 50);
+    EXPECT_GT(Brightness(AtData(1.5, 0.5, 0.5)), Brightness(AtData(0.5, 0.5, 0.5)) + 50);
 }
 
 TEST_F(DrawSurface, AWireframeHidesWhatLiesBehindIt)
@@ -175,7 +122,7 @@ TEST_F(DrawSurface, AWireframeHidesWhatLiesBehindIt)
         Draw();
         for (auto const& [x, y] :
             std::vector<std::pair<double, double>> { { 2, 2 }, { 6, 2 }, { 5, 7 }, { 1, 1 }, { 2, 3 } })
-            EXPECT_TRUE(AreNear(At(x, y, 5), RGB(200, 100, 40))) << x << ", " << y;
+            EXPECT_TRUE(AreNear(AtData(x, y, 5), RGB(200, 100, 40))) << x << ", " << y;
         for (auto const& [x, y] :
             std::vector<std::pair<double, double>> { { 4, 2 }, { 2, 4 }, { 4, 4 }, { 0, 3 }, { 8, 6 } })
             EXPECT_TRUE(IsNear(x, y, 5, RGB(0, 0, 250))) << x << ", " << y;
@@ -187,8 +134,8 @@ TEST_F(DrawSurface, AWireframeHidesWhatLiesBehindIt)
     // A block whose first node is missing is not there at all.
     Fill(*m_surface, 9, 9, [](int c, int r) { return c == 4 && r == 4 ? kGap : 5.0; });
     Draw();
-    EXPECT_TRUE(AreNear(At(6, 6, 0), RGB(0, 255, 0)));
-    EXPECT_TRUE(AreNear(At(6, 2, 5), RGB(200, 100, 40)));
+    EXPECT_TRUE(AreNear(AtData(6, 6, 0), RGB(0, 255, 0)));
+    EXPECT_TRUE(AreNear(AtData(6, 2, 5), RGB(200, 100, 40)));
 }
 
 TEST_F(DrawSurface, AWireframeTakesItsNodesColoursFromItsMap)
@@ -233,10 +180,10 @@ TEST_F(DrawSurface, HalfATransparentSurfaceIsHalfOfWhatIsBehind)
     m_surface->SetTransparency(0.5);
     Fill(*m_surface, 5, 5, [](int, int) { return 5.0; });
     Draw();
-    EXPECT_TRUE(AreNear(At(1.3, 2.6, 5), RGB(105, 60, 35)));
+    EXPECT_TRUE(AreNear(AtData(1.3, 2.6, 5), RGB(105, 60, 35)));
     m_surface->SetTransparency(1);
     Draw();
-    EXPECT_TRUE(AreNear(At(1.3, 2.6, 5), kBackground));
+    EXPECT_TRUE(AreNear(AtData(1.3, 2.6, 5), kBackground));
 }
 
 TEST_F(DrawSurface, AnImageCoversItsPlace)
@@ -257,12 +204,12 @@ TEST_F(DrawSurface, AnImageCoversItsPlace)
         Fill(*m_surface, 9, 9, [](int, int) { return 5.0; });
         Draw();
         // Modulated with the surface's colour.
-        EXPECT_TRUE(AreNear(At(3, 3.2, 5), RGB(200 * 250 / 255, 0, 0)));
-        EXPECT_TRUE(AreNear(At(5, 3.2, 5), RGB(0, 100 * 250 / 255, 0)));
-        EXPECT_TRUE(AreNear(At(3, 5.2, 5), RGB(0, 0, 40 * 250 / 255)));
-        EXPECT_TRUE(AreNear(At(5, 5.2, 5), RGB(200, 100, 40)));
-        EXPECT_TRUE(AreNear(At(1, 1.2, 5), RGB(200, 100, 40)));
-        EXPECT_TRUE(AreNear(At(3, 7.2, 5), RGB(200, 100, 40)));
+        EXPECT_TRUE(AreNear(AtData(3, 3.2, 5), RGB(200 * 250 / 255, 0, 0)));
+        EXPECT_TRUE(AreNear(AtData(5, 3.2, 5), RGB(0, 100 * 250 / 255, 0)));
+        EXPECT_TRUE(AreNear(AtData(3, 5.2, 5), RGB(0, 0, 40 * 250 / 255)));
+        EXPECT_TRUE(AreNear(AtData(5, 5.2, 5), RGB(200, 100, 40)));
+        EXPECT_TRUE(AreNear(AtData(1, 1.2, 5), RGB(200, 100, 40)));
+        EXPECT_TRUE(AreNear(AtData(3, 7.2, 5), RGB(200, 100, 40)));
     }
 }
 
@@ -282,33 +229,6 @@ TEST_F(DrawSurface, ADocumentDrawsTheSamePicture)
     loaded.Draw(target.GetDC(), { { 0, 0 }, kSize }, pmOffScreen);
     EXPECT_EQ(target.EncodeBmp(), m_target.EncodeBmp());
     EXPECT_NE(target.GetDC()->GetPixel(kSize.cx / 2, kSize.cy / 2), kBackground);
-}
-
-TEST_F(DrawSurface, HostileSettingsLeaveAGraphThatCanBeDrawn)
-{
-    Fill(*m_surface, 9, 9, [](int c, int r) { return c * r; });
-    m_surface->SetWireframeXFac(0);
-    m_surface->SetWireframeYFac(-30000);
-    m_surface->SetContoursOn(1);
-    m_surface->SetContourMode(77);
-    for (int const wireframe : { 0, 1 }) {
-        for (double const transparency : { 0.0, 7.0, std::numeric_limits<double>::quiet_NaN() }) {
-            m_surface->SetWireframeOn(wireframe);
-            m_surface->SetTransparency(transparency);
-            Draw();
-        }
-    }
-    m_surface->SetContourMode(CSurface::cmBandsAndLines);
-    m_surface->SetContourScaleFac(std::numeric_limits<double>::quiet_NaN());
-    m_surface->SetWireframeOn(0);
-    m_surface->SetTransparency(0);
-    m_graph.GetAxes()[2]->SetRangeMode(C3DAxis::rmFixed);
-    m_graph.GetAxes()[2]->SetRange(0, 1e-300);
-    Draw();
-    m_graph.GetAxes()[2]->SetRangeMode(C3DAxis::rmExact);
-    m_surface->SetContoursOn(0);
-    Draw();
-    EXPECT_TRUE(AreNear(At(2.5, 3.5, 8.75), RGB(200, 100, 40)));
 }
 
 } // namespace
