@@ -376,13 +376,13 @@ TEST_F(Draw3D, PrintsOffScreenInThePrintRectangleAndDirectlyAsAnImageUnderText)
 {
     m_graph.GetWalls()->SetOn(1);
     m_graph.AddCaption(0.1, 0.1);
-    auto const print = [this](PaintMode mode) {
+    auto const print = [this](PaintMode mode, CSize size = { 1200, 900 }) {
         PageSetup setup;
         setup.format = PageFormat::Svg;
         std::shared_ptr<PageSurface> const page = MakePageSurface(setup);
         m_graph.SetPrintScale(4.0);
         CDC printer(page);
-        m_graph.Draw(&printer, { 0, 0, 1200, 900 }, mode);
+        m_graph.Draw(&printer, { { 0, 0 }, size }, mode);
         EXPECT_EQ(m_graph.GetPrinterDC(), nullptr);
         EXPECT_EQ(m_graph.GetPrintScale(), 1.0);
         EXPECT_EQ(m_graph.GetModifiedFlag(), 1);
@@ -392,6 +392,9 @@ TEST_F(Draw3D, PrintsOffScreenInThePrintRectangleAndDirectlyAsAnImageUnderText)
     EXPECT_NE(direct.find("<image"), std::string::npos);
     // 2 × 1.5 inches of a page of 600 to the inch: an image of 300.
     EXPECT_EQ(PictureSize(direct), CSize(600, 450));
+    // Of what is very long, or high, one whose longest side is 16384.
+    EXPECT_EQ(PictureSize(print(pmDirect, { 40000, 400 })), CSize(16384, 164));
+    EXPECT_EQ(PictureSize(print(pmDirect, { 400, 40000 })), CSize(164, 16384));
     EXPECT_NE(direct.find("Caption Text"), std::string::npos);
     std::string const stretched = print(pmOffScreen);
     EXPECT_NE(stretched.find("<image"), std::string::npos);
