@@ -26,11 +26,17 @@ struct Chart::Parts {
     void TakeAxes();
 };
 
+namespace {
+
+std::string NameOf(XKind kind) { return kind == XKind::Numbers ? "numbers" : kind == XKind::Dates ? "dates" : "words"; }
+
+} // namespace
+
 Series& Chart::Parts::Add(SeriesKind kind, CTableData points, XKind xKind)
 {
     if (kind != SeriesKind::Histogram && !series.empty() && changes.xKind != xKind)
-        throw SeriesError(
-            series.size(), std::nullopt, "expected x values of the kind that the series before it have along x");
+        throw SeriesError(series.size(), std::nullopt,
+            "expected " + NameOf(changes.xKind) + " along x as in the series before it, found " + NameOf(xKind));
     auto data = std::make_unique<SeriesData>();
     data->kind = kind;
     data->index = series.size();
@@ -48,6 +54,7 @@ void Chart::Parts::TakeAxes()
     content.y = { y.m_title, y.m_from, y.m_to };
     content.settings.xLog = x.m_isLogarithmic;
     content.settings.yLog = y.m_isLogarithmic;
+    content.words = changes.words;
 }
 
 ChartGraph& Chart::Parts::Prepare(CDC& dc, CRect const& rect, bool takeOver)
@@ -78,12 +85,7 @@ Chart& Chart::operator=(Chart&&) noexcept = default;
 
 Series& Chart::Add(SeriesKind kind, XValues const& x, std::span<double const> y)
 {
-    std::vector<std::string>& words = m_parts->content.words;
-    if (x.Kind() == XKind::Words && words.empty() && m_parts->series.empty())
-        words = x.Words();
-    if (x.Kind() == XKind::Words && x.Words() != words)
-        throw SeriesError(m_parts->series.size(), std::nullopt, "expected the words along x of the series before it");
-    Series& series = Add(kind, CTableData(), x.Kind());
+    Series& series = m_parts->Add(kind, CTableData(), x.Kind());
     try {
         series.Update(x, y);
     } catch (...) {
@@ -101,7 +103,7 @@ Series& Chart::Add(SeriesKind kind, std::span<double const> y)
     if (kind == SeriesKind::Histogram && !m_parts->series.empty() && others != XKind::Numbers) {
         CTableData points(2, static_cast<int>(y.size()));
         std::copy(y.begin(), y.end(), points.GetRow(1));
-        return Add(kind, std::move(points), others);
+        return m_parts->Add(kind, std::move(points), others);
     }
     return Add(kind, XValues::Counted(y.size()), y);
 }
@@ -111,19 +113,14 @@ Series& Chart::Add(SeriesKind kind, CTableData&& points, XKind xKind)
     if (points.HasData() && points.GetNumRows() != 2)
         throw SeriesError(m_parts->series.size(), std::nullopt,
             "expected a table of two rows, x and y, found " + std::to_string(points.GetNumRows()));
+    if (xKind == XKind::Words)
+        throw SeriesError(m_parts->series.size(), std::nullopt, "expected numbers or dates in a table, not words");
     return m_parts->Add(kind, std::move(points), xKind);
 }
 
 Series& Chart::Texts(XValues const& x, std::span<double const> y, std::span<std::string const> texts)
 {
     return Add(SeriesKind::Texts, x, y).Labels(texts);
-}
-
-Chart& Chart::SetWords(std::vector<std::string> words)
-{
-    m_parts->content.words = std::move(words);
-    m_parts->changes.all = true;
-    return *this;
 }
 
 Series* Chart::GetSeries(std::size_t index)

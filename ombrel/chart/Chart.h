@@ -43,7 +43,7 @@ public:
     Series& Points(XValues const& x, std::span<double const> y) { return Add(SeriesKind::Points, x, y); }
     Series& Points(std::span<double const> y) { return Add(SeriesKind::Points, y); }
     Series& Filled(XValues const& x, std::span<double const> y) { return Add(SeriesKind::Filled, x, y); }
-    /// Bars of several series stand side by side.
+    /// Bars of several series stand side by side, those of equal x together.
     Series& Bars(XValues const& x, std::span<double const> y) { return Add(SeriesKind::Bars, x, y); }
     Series& Bars(std::span<double const> y) { return Add(SeriesKind::Bars, y); }
     Series& Stacked(XValues const& x, std::span<double const> y) { return Add(SeriesKind::Stacked, x, y); }
@@ -55,11 +55,9 @@ public:
 
     Series& Add(SeriesKind kind, XValues const& x, std::span<double const> y);
     Series& Add(SeriesKind kind, std::span<double const> y);
-    /// Takes over a table of two rows, x and y, in place of copying its values; dates as DateValue gives them, words by
-    /// their numbers from 1 (SetWords tells them).
+    /// Takes over a table of two rows, x and y, in place of copying its values: numbers, or dates as DateValue gives
+    /// them.
     Series& Add(SeriesKind kind, CTableData&& points, XKind xKind = XKind::Numbers);
-    /// The words that stand along x.
-    Chart& SetWords(std::vector<std::string> words);
     /// In the order in which they were added; null beyond the last.
     Series* GetSeries(std::size_t index);
 

@@ -3,7 +3,9 @@
 #include "ombrel/layout/ChartError.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
+#include <unordered_map>
 
 namespace ombrel {
 
@@ -127,6 +129,26 @@ Series& Series::Labels(std::span<std::string const> texts)
     return Set([texts](SeriesData& data) { data.labels.assign(texts.begin(), texts.end()); });
 }
 
+std::vector<double> Series::Changes::TakeWords(XValues const& x)
+{
+    std::unordered_map<std::string_view, double> places;
+    for (std::string const& word : words)
+        places.emplace(word, static_cast<double>(places.size() + 1));
+    // Of those of x, by their numbers there; a gap stays one.
+    std::vector<double> renumbered;
+    for (std::string const& word : x.Words()) {
+        auto const [place, isNew] = places.try_emplace(word, static_cast<double>(places.size() + 1));
+        renumbered.push_back(place->second);
+        if (isNew)
+            words.push_back(word);
+        all = all || isNew;
+    }
+    std::vector<double> numbers(x.Numbers().begin(), x.Numbers().end());
+    for (double& number : numbers)
+        number = std::isnan(number) ? number : renumbered[static_cast<std::size_t>(number) - 1];
+    return numbers;
+}
+
 void Series::Update(XValues const& x, std::span<double const> y)
 {
     if (x.Numbers().size() != y.size())
@@ -139,7 +161,10 @@ void Series::Update(XValues const& x, std::span<double const> y)
         throw SeriesError(m_data->index, std::nullopt, "expected x values of the kind that the chart has");
     if (m_data->Count() != y.size())
         m_data->points.Initialise(2, static_cast<int>(y.size()), 0);
-    std::copy(x.Numbers().begin(), x.Numbers().end(), m_data->points.GetRow(0));
+    if (x.Kind() == XKind::Words)
+        std::ranges::copy(m_changes->TakeWords(x), m_data->points.GetRow(0));
+    else
+        std::ranges::copy(x.Numbers(), m_data->points.GetRow(0));
     std::copy(y.begin(), y.end(), m_data->points.GetRow(1));
     // What belonged to the points before is gone with them.
     m_changes->all = m_changes->all || !m_data->errors.empty() || !m_data->labels.empty();

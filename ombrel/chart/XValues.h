@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <concepts>
+#include <limits>
 #include <ranges>
 #include <span>
 #include <string>
@@ -13,7 +14,7 @@
 
 namespace ombrel {
 
-/// What stands along x: numbers, dates, or words side by side.
+/// What stands along x: numbers, dates, or words side by side, at 1, 2, 3, ...
 enum class XKind { Numbers, Dates, Words };
 
 /// A date as graphs have it: days since 30 December 1899, with the time as a fraction (before that day it counts away
@@ -36,8 +37,8 @@ concept WordRange
     = std::ranges::input_range<Type> && std::convertible_to<std::ranges::range_value_t<Type>, std::string_view>;
 
 /// The x values of a series, made from any contiguous range: of numbers (NaN is a gap), of points in time, or of words,
-/// of which equal ones share a place. Numbers are looked at in place, so the range must outlive the call that it is
-/// handed to.
+/// of which equal ones share a place and empty ones are gaps. Numbers are looked at in place, so the range must outlive
+/// the call that it is handed to.
 class OMBREL_EXPORT XValues {
 public:
     template <NumberRange Range>
@@ -58,6 +59,10 @@ public:
         // By word, its place from 1.
         std::unordered_map<std::string, double> places;
         for (std::string_view const word : words) {
+            if (word.empty()) {
+                m_made.push_back(std::numeric_limits<double>::quiet_NaN());
+                continue;
+            }
             auto const [place, isNew] = places.try_emplace(std::string(word), static_cast<double>(m_words.size() + 1));
             if (isNew)
                 m_words.emplace_back(word);

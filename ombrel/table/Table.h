@@ -60,6 +60,8 @@ struct TableLineJump {
     std::size_t line = 0;
 };
 
+struct TableGroup;
+
 /// What was read from a text table: its columns, and how it was written.
 struct OMBREL_EXPORT Table {
     /// What messages call it; the path of a file.
@@ -83,6 +85,25 @@ struct OMBREL_EXPORT Table {
     TableColumn const& Column(std::string_view name) const;
     /// Its values, one a row; NaN is a gap. Throws TableReadError when it holds texts, or something that is no value.
     std::vector<double> Values(std::string_view name) const;
+
+    /// The rows by what stands in a column, named as above or numbered from 0: one group for each word or number, in
+    /// the order in which these first appear. Rows with a gap there are a group of their own. Throws TableReadError
+    /// when there are more than 1000 groups, or the column's texts were not kept.
+    ///
+    ///     for (auto const& [species, rows] : table.GroupBy("species"))
+    ///         chart.Points(rows.Values("length"), rows.Values("width")).Name(species);
+    std::vector<TableGroup> GroupBy(std::string_view name) const;
+    std::vector<TableGroup> GroupBy(std::size_t column) const;
+
+private:
+    std::size_t IndexOf(std::string_view name) const;
+};
+
+/// The rows of a table that have the same word or number in a column.
+struct TableGroup {
+    /// What stands there; empty for a gap.
+    std::string name;
+    Table rows;
 };
 
 } // namespace ombrel

@@ -243,6 +243,10 @@ void TableReader::ChooseColumns()
 
 void TableReader::ChooseTexts(std::vector<std::string> const& names)
 {
+    if (m_options.texts) {
+        for (Column& column : m_columns)
+            column.kept = column.wanted ? Column::Texts::OfWords : Column::Texts::None;
+    }
     std::size_t const words = m_options.wordColumn.empty() ? m_columns.size() : FindColumn(names, m_options.wordColumn);
     if (words < m_columns.size())
         m_columns[words].kept = Column::Texts::OfWords;

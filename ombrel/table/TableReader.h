@@ -19,6 +19,8 @@ struct TableOptions : TableForm {
     std::string dateColumn {};
     /// Columns whose values are kept, by name or number from 1; empty keeps all.
     std::vector<std::string> wanted {};
+    /// Columns that hold texts keep their cells; else only those named below do.
+    bool texts = true;
     /// So many of the first columns are kept besides, with their cells where they hold texts.
     std::size_t leading = 0;
     /// Columns whose cells are kept as texts, too, whatever they hold, by name or number from 1.

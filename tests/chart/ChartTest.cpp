@@ -1,6 +1,7 @@
 #include "ombrel/chart/Chart.h"
 #include "ombrel/chart/Document.h"
 #include "ombrel/drawing/DIB.h"
+#include "ombrel/foundation/GArray.h"
 #include "ombrel/graph2d/2DClusteredBarPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DLine.h"
@@ -112,7 +113,7 @@ TEST(Chart, SaysWhatCannotBeDrawn)
 {
     std::vector<std::string> const words { "a", "b" };
     std::vector<double> const two { 1, 2 };
-    std::vector<double> const others { 1, 3 };
+    std::vector<double> const three { 1, 2, 3 };
     std::vector<double> const equal { 1, 1 };
     std::vector<double> const gaps { kNaN, kNaN };
     std::vector<double> const one { 1 };
@@ -124,8 +125,13 @@ TEST(Chart, SaysWhatCannotBeDrawn)
         { [&](Chart& c) { c.Line(two, one); }, "expected as many y values as there are x values (2), found 1" },
         { [&](Chart& c) { c.Line(two, two).Errors(one); }, "expected an error for each of 2 points, found 1" },
         { [&](Chart& c) { c.Texts(two, two, std::span(words).first(1)); }, "expected a text for each of 2 points" },
-        { [&](Chart& c) { c.Line(words, two), c.Line(two, two); }, "expected x values of the kind" },
-        { [&](Chart& c) { c.Bars(two, two), c.Bars(others, two); }, "expected the x values of \"\" (2), found 3" },
+        { [&](Chart& c) { c.Bars(two, two).Name("a"), c.Bars(std::vector<std::string>({ "a" }), one); },
+            "expected numbers along x as in the series before it, found words" },
+        { [&](Chart& c) {
+             c.Bars(std::vector<std::string>({ "a", "b", "a" }), three);
+         },
+            "found \"a\" again" },
+        { [&](Chart& c) { c.Add(SeriesKind::Line, CTableData(2, 2), XKind::Words); }, "numbers or dates in a table" },
         { [&](Chart& c) { c.Bars(equal, two); }, "expected one point for each x" },
         { [&](Chart& c) { c.Bars(two, two), c.Stacked(two, two); }, "stacked bars do not stand beside others" },
         { [&](Chart& c) { c.Area(two, two), c.Y().Logarithmic(); }, "area values add up" },
@@ -151,6 +157,65 @@ TEST(Chart, SaysWhatCannotBeDrawn)
     EXPECT_THROW(chart.Line(two, one), SeriesError);
     EXPECT_EQ(chart.GetSeries(1), nullptr);
     EXPECT_FALSE(chart.Encode(kSmall).empty());
+}
+
+TEST(Chart, PutsSeriesThatStandTogetherOverTheXValuesOfAll)
+{
+    using Words = std::vector<std::string>;
+    std::vector<double> const two { 10, 20 };
+    struct {
+        std::function<void(Chart&)> add;
+        std::vector<double> first, second;
+        int labels;
+    } const cases[] {
+        { [&](Chart& c) {
+             c.Bars(std::vector<double> { 3, 1 }, two), c.Bars(std::vector<double> { 2, 3 }, two);
+         },
+            { 20, kGap, 10 }, { kGap, 10, 20 }, 0 },
+        { [&](Chart& c) {
+             c.Bars(Words { "a", "b" }, two), c.Bars(Words { "c", "a" }, two);
+         },
+            { 10, 20, kGap }, { 20, kGap, 10 }, 3 },
+        // An empty word is a gap, as others are.
+        { [&](Chart& c) {
+             c.Bars(Words { "", "b" }, two), c.Bars(Words { "b", "c" }, two);
+         },
+            { 20, kGap }, { 10, 20 }, 2 },
+        { [&](Chart& c) {
+             c.Bars(Words { "a", "b" }, two), c.Bars(Words { "a", "b" }, two);
+             c.GetSeries(1)->Update(Words { "c", "b" }, two);
+         },
+            { 10, 20, kGap }, { kGap, 20, 10 }, 3 },
+        { [&](Chart& c) {
+             c.Bars(std::vector<double> { 1, kNaN }, two), c.Bars(std::vector<double> { kNaN, 1 }, two);
+         },
+            { 10 }, { 20 }, 0 },
+    };
+    for (auto const& c : cases) {
+        Chart chart;
+        c.add(chart);
+        SCOPED_TRACE(&c - cases);
+        Picture picture(kSmall);
+        C2DGraph& graph = chart.Graph(picture.GetDC(), picture.GetRect());
+        std::vector<std::vector<double>> found;
+        for (int i = 0; i < 2; ++i) {
+            auto& curve = static_cast<C2DCurve&>(*graph.GetPlotArray()->GetAt(0)->GetComponents()[i]);
+            found.emplace_back();
+            for (int k = 0; k < curve.GetNumPoints(); ++k)
+                found.back().push_back(curve.GetAt(k).y);
+        }
+        EXPECT_EQ(found[0], c.first);
+        EXPECT_EQ(found[1], c.second);
+        EXPECT_EQ(graph.GetAxes()->GetAxis(CAxes::atX).labels.GetSize() * (c.labels > 0), c.labels);
+    }
+    // Lines run along words from left to right, whatever the order of their rows.
+    Chart chart;
+    chart.Line(Words { "a", "b", "c" }, std::vector<double> { 1, 2, 3 });
+    chart.Line(Words { "c", "b", "a" }, std::vector<double> { 3, 2, 1 });
+    Picture picture(kSmall);
+    CPlot& plot = *chart.Graph(picture.GetDC(), picture.GetRect()).GetPlotArray()->GetAt(0);
+    auto& line = static_cast<C2DLine&>(*plot.GetComponents()[1]);
+    EXPECT_TRUE(line.GetAt(0).x == 1 && line.GetAt(0).y == 1 && line.GetAt(2).x == 3);
 }
 
 TEST(Chart, ShowsNewPointsAsANewChartWouldWithTheGraphThatItHas)

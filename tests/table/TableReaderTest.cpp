@@ -87,7 +87,8 @@ constexpr std::pair<char const*, char const*> kTables[] {
     { "t,\xB0\n1,2\n", ",.h Latin-1; t: N0 1; °: N0 2" },
     { "# made by hand\n// twice\n\na,b\n1,2\n  # between\n3,4\n", ",.h; a: N0 1 3; b: N0 2 4" },
     { "a,b\nNA,1\nnan,2\n,3\nN/A,4\nnull,5\n", ",.h; a: U5 NA NA NA NA NA; b: N0 1 2 3 4 5" },
-    { "a,b,c,word\n1,,3,x\n4\n7,NA,9,\n", ",.h short 1; a: N0 1 4 7; b: U3 NA NA NA; c: N1 3 NA 9; word: T2" },
+    { "a,b,c,word\n1,,3,x\n4\n7,NA,9,\n",
+        ",.h short 1; a: N0 1 4 7; b: U3 NA NA NA; c: N1 3 NA 9; word: T2 <x> <> <>" },
     { "t,v\n2020-01-01T12:00+02:00,1\n2020-01-02T00:00Z,1\n",
         ",.h shifted 2; t: D0 43831.4166666667 43832; v: N0 1 1" },
     { "\"time\n(s)\",v\n1,2\n", ",.h; time\n(s): N0 1; v: N0 2" },
@@ -96,7 +97,7 @@ constexpr std::pair<char const*, char const*> kTables[] {
         ",.h; a,1: 3: column 1: expected a number or a gap (empty, NA, NaN), found \" 3 \"; say \"b\": N0 2.5 4" },
     // As R writes them: with a column of row names, which the header may leave out.
     { "\"id\",\"name\",\"v\"\n\"1\",\"Ann\",\"3\"\n\"2\",\"Bob, Jr\",\"NA\"\n",
-        ",.h; id: N0 1 2; name: T0; v: N1 3 NA" },
+        ",.h; id: N0 1 2; name: T0 <Ann> <Bob, Jr>; v: N1 3 NA" },
     { "\"x y\" \"v\"\n\"1\" 0.5 NA\n\"2\" 1 4\n", " .h; : N0 1 2; x y: N0 0.5 1; v: N1 NA 4" },
     { "x v\n1 5 NA\n2 7 4\n", " .h; : N0 1 2; x: N0 5 7; v: N1 NA 4" },
     { "\"x\",\"v\"\n\"1\",5,\n\"2\",7,4\n", ",.h; : N0 1 2; x: N0 5 7; v: N1 NA 4" },
@@ -207,13 +208,14 @@ TEST(TableReader, ReadsWhatIsAskedForAsItIsTold)
     headed.header = HeaderChoice::Present;
     EXPECT_EQ(Describe(ReadWell("2019,2020\n1,2\n", headed)), ",.h; 2019: N0 1; 2020: N0 2");
     headed.header = HeaderChoice::Absent;
-    EXPECT_EQ(Describe(ReadWell("x,1\ny,2\n", headed)), ",.; : T0; : N0 1 2");
+    EXPECT_EQ(Describe(ReadWell("x,1\ny,2\n", headed)), ",.; : T0 <x> <y>; : N0 1 2");
     TableOptions words;
     words.wordColumn = "1";
     words.asTexts = { "n" };
     Table const table
         = ReadWell("# made by hand\nword,n,other\n,1.50,p\n\"a\nb\",,q\n\n# c\n\"say \"\"x\"\"\",3\n", words);
-    EXPECT_EQ(Describe(table), ",.h short 1; word: T1 <> <a\nb> <say \"x\">; n: N1 1.5 NA 3 <1.50> <> <3>; other: T1");
+    EXPECT_EQ(Describe(table),
+        ",.h short 1; word: T1 <> <a\nb> <say \"x\">; n: N1 1.5 NA 3 <1.50> <> <3>; other: T1 <p> <q> <>");
     EXPECT_EQ(table.LineOf(0), 3u);
     EXPECT_EQ(table.LineOf(1), 4u);
     EXPECT_EQ(table.LineOf(2), 8u);
@@ -303,6 +305,36 @@ TEST(Table, GivesColumnsOfAFileOrSaysWhatIsWrong)
     EXPECT_THAT(messageOf([&] { (void)table.Values("note"); }), testing::HasSubstr(":3: column 4: expected a number"));
     std::filesystem::remove(path);
     EXPECT_THAT(messageOf([&] { ReadTableFile(path.string()); }), testing::HasSubstr("No such file"));
+}
+
+TEST(Table, GivesTheRowsOfEachGroupWithTheirLines)
+{
+    Table const table = ReadWell("day,town,v,k\n1,Rome,10,7\n2,Oslo,20,8.5\n\n3,Rome,,7\n4,,40,\n");
+    auto const describe = [](std::vector<TableGroup> const& groups) {
+        std::string text;
+        for (TableGroup const& group : groups) {
+            text += group.name + ":";
+            for (std::size_t row = 0; row < group.rows.rows; ++row)
+                text += " " + std::to_string(group.rows.LineOf(row)) + "/"
+                    + std::to_string(static_cast<int>(group.rows.Values("day")[row])) + "/"
+                    + group.rows.Column("town").texts[row];
+            text += " " + std::to_string(group.rows.Column("v").gaps) + std::to_string(group.rows.Column("town").gaps)
+                + "; ";
+        }
+        return text;
+    };
+    EXPECT_EQ(describe(table.GroupBy("town")), "Rome: 2/1/Rome 5/3/Rome 10; Oslo: 3/2/Oslo 00; : 6/4/ 01; ");
+    EXPECT_EQ(describe(table.GroupBy("k")), "7: 2/1/Rome 5/3/Rome 10; 8.5: 3/2/Oslo 00; : 6/4/ 01; ");
+    EXPECT_THAT(table.GroupBy(1)[0].rows.Values("v"), testing::ElementsAre(10.0, testing::IsNan()));
+
+    TableOptions sparing;
+    sparing.texts = false;
+    EXPECT_THROW((void)ReadWell("town,v\nRome,1\n", sparing).GroupBy("town"), TableReadError);
+    std::string many = "g\n";
+    for (int i = 0; i < 1000; ++i)
+        many += "w" + std::to_string(i) + "\n";
+    EXPECT_EQ(ReadWell(many).GroupBy("g").size(), 1000U);
+    EXPECT_THROW((void)ReadWell(many + "x\n").GroupBy("g"), TableReadError);
 }
 
 TEST(TableReader, ReadsUpToItsLimitsAndNoFurther)

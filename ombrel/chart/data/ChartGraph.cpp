@@ -161,8 +161,9 @@ void ChartGraph::AddSeries(ChartContent const& content, ChartNotes& notes, bool 
     for (auto const& family : families) {
         std::vector<SeriesData*> const series = SeriesOf(content, family.belongs);
         if (!series.empty())
-            family.add(
-                { *m_graph, content.settings, series, m_look, m_palette, ShownOf(content), notes, takeOver }, m_data);
+            family.add({ *m_graph, content.settings, series, m_look, m_palette, ShownOf(content), notes, content.words,
+                           takeOver },
+                m_data);
     }
 }
 
@@ -228,7 +229,8 @@ bool ChartGraph::Refill(
         return false;
     if (!std::all_of(content.series.begin(), content.series.end(), [](SeriesData* one) { return IsLine(one->kind); }))
         return false;
-    CurveInput const input { *m_graph, content.settings, content.series, m_look, m_palette, ShownOf(content), notes };
+    CurveInput const input { *m_graph, content.settings, content.series, m_look, m_palette, ShownOf(content), notes,
+        content.words };
     for (SeriesData* const one : changed) {
         if (!RefillLine(input, *one))
             return false;

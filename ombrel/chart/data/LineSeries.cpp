@@ -171,10 +171,13 @@ public:
     std::span<double> Y() { return { m_points.GetRow(1), m_count }; }
     /// How many of them are shown.
     std::size_t CountShown() const { return m_shown; }
-    /// What a value holds for, and the area below, go from each x to the next one.
-    void Sort(SeriesKind kind, bool polar)
+    /// What a value holds for, and the area below, go from each x to the next one; words have no order but that in
+    /// which they stand.
+    void Sort(SeriesKind kind, ChartSettings const& settings)
     {
-        if (!polar && (kind == SeriesKind::Filled || kind == SeriesKind::Steps))
+        bool const fromLeft = kind == SeriesKind::Filled || kind == SeriesKind::Steps
+            || (kind == SeriesKind::Line && settings.xKind == XKind::Words);
+        if (fromLeft && !settings.polar)
             SortByX(X(), Y());
     }
     CTableData Take() { return std::move(m_points); }
@@ -197,7 +200,7 @@ void AddLine(C2DLinePlot& plot, CurveInput const& input, SeriesData& one)
     CurvePoints points(input, one);
     if (!one.errors.empty())
         AddErrorBars(input, points.X(), points.Y(), one.errors, look.colour, one.shown);
-    points.Sort(one.kind, input.settings.polar);
+    points.Sort(one.kind, input.settings);
     MarkLonePoints(line, one, look, points.X(), points.Y(), points.CountShown(), input, one.shown);
     line.SetPoints(points.Take());
     if (!one.labels.empty())
@@ -225,7 +228,7 @@ bool RefillLine(CurveInput const& input, SeriesData& one)
     if (!one.line || !one.errors.empty() || one.kind == SeriesKind::Texts)
         return false;
     CurvePoints points(input, one);
-    points.Sort(one.kind, input.settings.polar);
+    points.Sort(one.kind, input.settings);
     if (!LeftOut(*one.line, points.X(), points.Y()).empty())
         return false;
     one.line->SetPoints(points.Take());

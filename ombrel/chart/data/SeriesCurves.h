@@ -68,12 +68,17 @@ struct SeriesData {
     std::span<double const> Y() const { return { points.GetRow(1), Count() }; }
 };
 
-/// What has changed in a chart since it was drawn last.
+/// What the series of a chart share: their x axis, and what has changed since they were drawn last.
 struct Series::Changes {
     XKind xKind = XKind::Numbers;
+    /// The different words along x, in the order in which they came.
+    std::vector<std::string> words;
     /// Everything has to be built anew; else the series whose points are new.
     bool all = true;
     std::vector<SeriesData*> points;
+
+    /// Finds room for those words along x that are new, and gives the numbers of all.
+    std::vector<double> TakeWords(XValues const& x);
 };
 
 /// What the curves of one graph are made from.
@@ -87,6 +92,8 @@ struct CurveInput {
     /// The part of the x axis that is shown; it may be infinite.
     AxisRange shown;
     ChartNotes& notes;
+    /// Along x, at 1, 2, 3, ...
+    std::vector<std::string> const& words;
     /// The points may be taken out of the series.
     bool takeOver = false;
 

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <limits>
 
 namespace ombrel {
 
@@ -13,30 +15,12 @@ namespace {
 
 std::string XText(CurveInput const& input, double x)
 {
-    if (std::isnan(x))
-        return "a gap";
+    if (input.settings.xKind == XKind::Words)
+        return QuoteForMessage(input.words[static_cast<std::size_t>(x) - 1]);
     if (input.settings.xKind != XKind::Dates)
         return NumberText(x);
     bool const hasTime = x != std::floor(x);
     return COleDateTime(x).Format(hasTime ? "%Y-%m-%d %H:%M:%S" : "%Y-%m-%d").ToUtf8();
-}
-
-/// Series that stand on each other or side by side belong to the same x values.
-void RequireSameX(CurveInput const& input, SeriesData const& other)
-{
-    SeriesData const& first = *input.series.front();
-    std::span<double const> const xs = first.X();
-    std::span<double const> const others = other.X();
-    for (std::size_t i = 0; i < std::min(xs.size(), others.size()); ++i) {
-        if (others[i] != xs[i] && !(std::isnan(xs[i]) && std::isnan(others[i])))
-            throw SeriesError(other.index, i,
-                "expected the x values of " + QuoteForMessage(first.name) + " (" + XText(input, xs[i]) + "), found "
-                    + XText(input, others[i]));
-    }
-    if (others.size() != xs.size())
-        throw SeriesError(other.index, std::nullopt,
-            "expected " + Counted(xs.size(), "point", "points") + " as in " + QuoteForMessage(first.name) + ", found "
-                + std::to_string(others.size()));
 }
 
 /// The rows in the order of their x values, without those that have none.
@@ -54,13 +38,51 @@ std::vector<std::size_t> OrderOf(std::span<double const> xs)
     return order;
 }
 
-std::vector<double> Picked(std::span<double const> values, std::vector<std::size_t> const& order)
+/// A series' values in the order of its x values.
+struct SortedSeries {
+    explicit SortedSeries(SeriesData const& from)
+        : series(from)
+        , order(OrderOf(from.X()))
+        , xs(Picked(from.X()))
+    {
+    }
+    std::vector<double> Picked(std::span<double const> values) const
+    {
+        std::vector<double> picked;
+        picked.reserve(order.size());
+        for (std::size_t const i : order)
+            picked.push_back(values[i]);
+        return picked;
+    }
+    /// Those that belong to x values of a longer list, NaN for the others.
+    std::vector<double> PlacedAt(std::vector<double> const& places, std::span<double const> values) const
+    {
+        if (places.size() == order.size())
+            return Picked(values);
+        std::vector<double> placed(places.size(), std::numeric_limits<double>::quiet_NaN());
+        std::size_t place = 0;
+        for (std::size_t i = 0; i < order.size(); ++i, ++place) {
+            while (places[place] < xs[i])
+                ++place;
+            placed[place] = values[order[i]];
+        }
+        return placed;
+    }
+
+    SeriesData const& series;
+    std::vector<std::size_t> order;
+    std::vector<double> xs;
+};
+
+void RefuseRepeats(CurveInput const& input, SortedSeries const& sorted)
 {
-    std::vector<double> picked;
-    picked.reserve(order.size());
-    for (std::size_t const i : order)
-        picked.push_back(values[i]);
-    return picked;
+    auto const repeat = std::adjacent_find(sorted.xs.begin(), sorted.xs.end());
+    if (repeat == sorted.xs.end())
+        return;
+    auto const at = static_cast<std::size_t>(repeat - sorted.xs.begin());
+    throw SeriesError(sorted.series.index, sorted.order[at + 1],
+        "expected one point for each x, since each has one bar, found " + XText(input, *repeat) + " again",
+        sorted.order[at]);
 }
 
 } // namespace
@@ -92,24 +114,23 @@ void MarkGaps(CurveInput const& input, SharedColumns& shared, bool logarithmic, 
 
 SharedColumns ShareColumns(CurveInput const& input, EqualX equalX)
 {
-    SeriesData const& first = *input.series.front();
-    std::vector<std::size_t> const order = OrderOf(first.X());
     SharedColumns shared;
-    shared.xs = Picked(first.X(), order);
-    for (std::size_t i = 1; i < shared.xs.size() && equalX == EqualX::Refused; ++i) {
-        if (shared.xs[i] == shared.xs[i - 1])
-            throw SeriesError(first.index, order[i],
-                "expected one point for each x, since each has one bar, found " + XText(input, shared.xs[i]) + " again",
-                order[i - 1]);
-    }
+    std::vector<SortedSeries> sorted;
     for (SeriesData const* const one : input.series) {
-        if (one != &first)
-            RequireSameX(input, *one);
+        sorted.emplace_back(*one);
+        if (equalX == EqualX::Refused)
+            RefuseRepeats(input, sorted.back());
+        std::vector<double> both;
+        std::set_union(shared.xs.begin(), shared.xs.end(), sorted.back().xs.begin(), sorted.back().xs.end(),
+            std::back_inserter(both));
+        shared.xs = std::move(both);
+    }
+    for (SortedSeries const& one : sorted) {
         SharedColumns::Column column;
-        column.series = one;
-        column.ys = Picked(one->Y(), order);
-        if (!one->errors.empty())
-            column.errors = Picked(one->errors, order);
+        column.series = &one.series;
+        column.ys = one.PlacedAt(shared.xs, one.series.Y());
+        if (!one.series.errors.empty())
+            column.errors = one.PlacedAt(shared.xs, one.series.errors);
         shared.columns.push_back(std::move(column));
     }
     return shared;

@@ -3,11 +3,11 @@
 
 namespace ombrel {
 
-/// The columns of one graph over x values that they have in common.
+/// The columns of one graph over all x values that any of them has.
 struct SharedColumns {
     struct Column {
         SeriesData const* series = nullptr;
-        /// One for each x.
+        /// One for each x; NaN where the series has none.
         std::vector<double> ys;
         /// Likewise, or empty.
         std::vector<double> errors;
@@ -28,8 +28,8 @@ enum class EqualX { Allowed, Refused };
 /// and notes those without a value that is shown.
 void MarkGaps(CurveInput const& input, SharedColumns& shared, bool logarithmic, CurveData& data);
 
-/// The values of all series in the order of x. Throws SeriesError when the series' x values differ, or when equal ones
-/// are refused and there are some.
+/// The values of all series in the order of x. Throws SeriesError when equal x values of a series are refused and there
+/// are some.
 SharedColumns ShareColumns(CurveInput const& input, EqualX equalX);
 
 } // namespace ombrel

@@ -77,6 +77,7 @@ HeightSource ReadHeightFile(Options const& options, InputFile& file, HeightShape
         return HeightFile { name };
     }
     TableOptions reading { options.table };
+    reading.texts = false;
     if (!options.labelColumn.empty())
         reading.asTexts.push_back(options.labelColumn);
     if (TakesPointsOnly(shape)) {

@@ -86,6 +86,7 @@ std::string ValueRange(TableColumn const& column)
 std::string DescribeTable(Options const& options, InputFile& file, Messages const& messages)
 {
     TableOptions reading { options.table };
+    reading.texts = false;
     reading.dateFormat = options.dateFormat;
     Table const table = ReadTableFile(file, reading, messages);
     std::string text = file.GetName() + ": table of " + Counted(table.rows, "row", "rows") + " and "

@@ -6,7 +6,6 @@
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/OutputFile.h"
-#include "tools/ombrel/commands/SharedWords.h"
 #include "tools/ombrel/commands/SourceSeries.h"
 #include "tools/ombrel/commands/TableFile.h"
 #include "tools/ombrel/options/OptionValues.h"
@@ -34,16 +33,10 @@ std::optional<AxisEnds> EndsOf(
     return ends;
 }
 
-/// All sources have dates along x, or none has.
+/// Whether there are dates along x, which options ask for.
 bool HaveDates(std::vector<PlotSource> const& sources, Options const& options)
 {
     bool const dates = sources.front().HasDates();
-    for (PlotSource const& source : sources) {
-        if (source.HasDates() != dates)
-            throw Failure(kDataFault,
-                source.name + ": expected " + (dates ? "dates" : "numbers") + " along x as in " + sources.front().name
-                    + ", found " + (dates ? "numbers" : "dates"));
-    }
     if (sources.front().HasWords() && options.xRange)
         FailUsage("--x-range: the x values are words");
     if (!dates && options.dateFormat)
@@ -171,7 +164,6 @@ Chart ChartFor(Options const& options, std::vector<PlotSource> const& sources, M
         chart.Polar(options.radians ? Chart::Angle::Radians : Chart::Angle::Degrees);
     for (CaptionSettings const& caption : options.captions)
         chart.Caption(caption.text, caption.x, caption.y);
-    chart.SetWords(WordsAlongX(sources));
     SetAxes(chart, options, sources);
     return chart;
 }

@@ -1,11 +1,10 @@
 #include "tools/ombrel/commands/PlotSource.h"
 #include "ombrel/foundation/Utils.h"
 #include "ombrel/table/EpochTimes.h"
+#include "ombrel/table/RowOrder.h"
 #include "ombrel/table/Utf8.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
-#include "tools/ombrel/commands/Groups.h"
-#include "tools/ombrel/commands/RowOrder.h"
 #include "tools/ombrel/commands/TableFile.h"
 #include "tools/ombrel/options/Options.h"
 
@@ -28,8 +27,8 @@ std::size_t NamedColumn(PlotSource const& source, std::string const& text, char 
     std::string known;
     for (std::size_t i = 0; i < source.table.columns.size() && known.size() < 200; ++i)
         known += (i == 0 ? "" : ", ") + ColumnLabel(source.table, i);
-    throw Failure(
-        kUsageFault, std::string(option) + " " + text + ": " + source.name + " has no such column; it has " + known);
+    throw Failure(kUsageFault,
+        std::string(option) + " " + text + ": " + source.table.name + " has no such column; it has " + known);
 }
 
 /// What a column may hold besides numbers.
@@ -40,14 +39,14 @@ void RequireValues(PlotSource const& source, std::size_t index, Others others)
 {
     TableColumn const& column = source.table.columns[index];
     if (column.misfit)
-        throw Failure(kDataFault, source.name + ":" + column.misfit->ToText());
+        throw Failure(kDataFault, source.table.name + ":" + column.misfit->ToText());
     assert(column.type != ColumnType::Number || column.values.Size() == source.table.rows);
     if (column.type == ColumnType::Number || (others != Others::None && column.type == ColumnType::Date)
         || (others == Others::DatesOrWords && column.type == ColumnType::Text))
         return;
     std::string const expected = others == Others::None ? "numbers" : "numbers, dates or words";
     throw Failure(kDataFault,
-        source.name + ": " + ColumnLabel(source.table, index) + ": expected " + expected + ", found "
+        source.table.name + ": " + ColumnLabel(source.table, index) + ": expected " + expected + ", found "
             + ContentsOf(column));
 }
 
@@ -95,11 +94,11 @@ void ChooseAllY(PlotSource& source, Messages const& messages)
             continue;
         }
         std::string const text = ColumnLabel(source.table, i) + " holds " + ContentsOf(column);
-        messages.Note(source.name + ": " + text + "; not drawn");
+        messages.Note(source.table.name + ": " + text + "; not drawn");
         others += "; " + text;
     }
     if (source.yColumns.empty())
-        throw Failure(kDataFault, source.name + ": expected a column of numbers, found none" + others);
+        throw Failure(kDataFault, source.table.name + ": expected a column of numbers, found none" + others);
 }
 
 void ChooseErrors(PlotSource& source, Options const& options)
@@ -143,14 +142,15 @@ void TellColumns(PlotSource const& source, Messages const& messages)
     std::string y;
     for (std::size_t const index : source.yColumns)
         y += (y.empty() ? "" : ", ") + ColumnLabel(source.table, index);
-    messages.Note(source.name + ": x is " + x + "; y is " + y);
+    messages.Note(source.table.name + ": x is " + x + "; y is " + y);
     std::vector<std::size_t> told;
     auto const tellGaps = [&](std::size_t index) {
         std::size_t const gaps = source.table.columns[index].gaps;
         bool const isNew = std::find(told.begin(), told.end(), index) == told.end();
         told.push_back(index);
         if (gaps > 0 && isNew)
-            messages.Note(source.name + ": " + ColumnLabel(source.table, index) + ": " + Counted(gaps, "gap", "gaps"));
+            messages.Note(
+                source.table.name + ": " + ColumnLabel(source.table, index) + ": " + Counted(gaps, "gap", "gaps"));
     };
     if (source.xColumn != PlotSource::kRowNumbers)
         tellGaps(source.xColumn);
@@ -166,7 +166,7 @@ void TellDates(PlotSource& source, Options const& options, Messages const& messa
     if (source.xColumn == PlotSource::kRowNumbers)
         return;
     TableColumn& column = source.table.columns[source.xColumn];
-    std::string const place = source.name + ": " + ColumnLabel(source.table, source.xColumn);
+    std::string const place = source.table.name + ": " + ColumnLabel(source.table, source.xColumn);
     bool const isAlsoY
         = std::find(source.yColumns.begin(), source.yColumns.end(), source.xColumn) != source.yColumns.end();
     if (options.epochDates && !options.polar && !isAlsoY) {
@@ -190,6 +190,7 @@ void TellDates(PlotSource& source, Options const& options, Messages const& messa
 TableOptions ReadingOptions(Options const& options)
 {
     TableOptions reading { options.table };
+    reading.texts = false;
     reading.dateFormat = options.dateFormat;
     reading.dateColumn = options.xColumn;
     if (!options.yColumns.empty()) {
@@ -213,11 +214,7 @@ TableOptions ReadingOptions(Options const& options)
     return reading;
 }
 
-/// Kinds whose curves stand on each other or side by side.
-bool HasSharedX(PlotKind kind)
-{
-    return kind == PlotKind::Bar || kind == PlotKind::Clustered || kind == PlotKind::Stacked || kind == PlotKind::Area;
-}
+bool IsJoined(PlotKind kind) { return kind == PlotKind::Line || kind == PlotKind::Steps || kind == PlotKind::Filled; }
 
 /// A row, and what its place among the others says against joining them.
 struct OrderFault {
@@ -225,8 +222,10 @@ struct OrderFault {
     std::string text;
 };
 
-std::optional<OrderFault> FindWordFault(PlotSource const& source)
+std::optional<OrderFault> FindWordFault(PlotSource const& source, PlotKind kind)
 {
+    if (!IsJoined(kind))
+        return std::nullopt;
     auto const& words = source.table.columns[source.xColumn].texts;
     auto const equal = FindEqualWords(words);
     if (!equal)
@@ -249,19 +248,20 @@ std::optional<std::size_t> FindSpareTexts(PlotSource const& source)
 std::optional<OrderFault> FindNumberFault(PlotSource const& source, PlotKind kind)
 {
     ColumnValues const& xs = source.table.columns[source.xColumn].values;
-    OrderFault const several { 0, "most x values stand in several rows, which are joined" };
+    OrderFault const several { 0, "most x values stand in several rows" };
     // Bands are sorted.
     if (kind == PlotKind::Area)
         return CountRepeats(xs) * 2 >= xs.Size() && xs.Size() > 3 ? std::optional(several) : std::nullopt;
-    if (kind != PlotKind::Line && kind != PlotKind::Steps && kind != PlotKind::Filled)
+    if (!IsJoined(kind))
         return std::nullopt;
     RowOrder const order = OrderOf(xs);
     if (order.returns > 1)
         return OrderFault { order.firstReturn,
-            "x runs backwards here and " + Counted(order.returns - 1, "time", "times")
-                + " more, and rows are joined in their order" };
+            "x runs backwards here and " + Counted(order.returns - 1, "time", "times") + " more" };
     if (order.returnsToStart)
-        return OrderFault { order.firstReturn, "x begins anew here, and rows are joined in their order" };
+        return OrderFault { order.firstReturn, "x begins anew here" };
+    if (order.IsMixed())
+        return OrderFault { 0, "x values neither rise nor fall" };
     // Vertical stretches have equal x values too, but no words beside them.
     if (order.equal > 1 && order.equal * 2 >= order.steps && FindSpareTexts(source))
         return several;
@@ -275,26 +275,68 @@ std::optional<std::size_t> GuessGroupColumn(PlotSource const& source, Options co
     return source.HasWords() && options.xColumn.empty() ? source.xColumn : FindSpareTexts(source);
 }
 
-/// Of the first source that has one.
-void WarnOfOrder(std::vector<PlotSource> const& sources, Options const& options, Messages const& messages)
+/// A line is drawn because nothing was said of it.
+bool IsLineByDefault(Options const& options)
+{
+    return options.kind == PlotKind::Line
+        && !(options.IsGiven(OptionId::Kind) || options.IsGiven(OptionId::LineWidth)
+            || options.IsGiven(OptionId::NoAntialias));
+}
+
+/// Has points drawn where a line would go back and forth, and tells that, or warns of the first source with such rows.
+void SettleOrder(std::vector<PlotSource>& sources, Options const& options, Messages const& messages)
 {
     for (PlotSource const& source : sources) {
         if (source.xColumn == PlotSource::kRowNumbers || options.polar)
             return;
-        auto const fault = source.HasWords() ? FindWordFault(source) : FindNumberFault(source, options.kind);
+        auto const fault
+            = source.HasWords() ? FindWordFault(source, options.kind) : FindNumberFault(source, options.kind);
         if (!fault)
             continue;
         std::string text = source.PlaceOf(fault->row);
-        if (source.group) {
-            text += "group " + QuoteForMessage(*source.group) + ": " + fault->text;
-        } else {
-            text += fault->text + "; --by COL makes a curve of each group";
-            if (auto const guess = GuessGroupColumn(source, options))
-                text += ", perhaps by " + ColumnLabel(source.table, *guess);
-        }
-        messages.Warning(text);
+        if (source.group)
+            text += "group " + QuoteForMessage(*source.group) + ": ";
+        bool const isMixed = IsLineByDefault(options);
+        text += fault->text + (isMixed ? "; points are drawn, and --kind line joins them" : ", and rows are joined");
+        auto const guess = source.group ? std::nullopt : GuessGroupColumn(source, options);
+        if (!source.group)
+            text += "; --by COL makes a curve of each group";
+        if (guess)
+            text += ", perhaps by " + ColumnLabel(source.table, *guess);
+        // Points alone hide nothing.
+        if (isMixed && !guess)
+            messages.Note(text);
+        else
+            messages.Warning(text);
+        for (PlotSource& one : sources)
+            one.isMixed = isMixed;
         return;
     }
+}
+
+/// One source for each group, or the one.
+std::vector<PlotSource> SplitByGroup(PlotSource source, Messages const& messages)
+try {
+    std::vector<PlotSource> sources;
+    if (source.groupColumn == PlotSource::kRowNumbers) {
+        sources.push_back(std::move(source));
+        return sources;
+    }
+    for (TableGroup& group : source.table.GroupBy(source.groupColumn)) {
+        PlotSource& one = sources.emplace_back();
+        one.table = std::move(group.rows);
+        one.group = std::move(group.name);
+        one.xColumn = source.xColumn;
+        one.yColumns = source.yColumns;
+        one.errorColumns = source.errorColumns;
+        one.labelColumn = source.labelColumn;
+        one.groupColumn = source.groupColumn;
+    }
+    messages.Note(source.table.name + ": " + Counted(sources.size(), "group", "groups") + " by "
+        + ColumnLabel(source.table, source.groupColumn));
+    return sources;
+} catch (TableReadError const& error) {
+    throw Failure(kDataFault, error.what());
 }
 
 } // namespace
@@ -302,10 +344,9 @@ void WarnOfOrder(std::vector<PlotSource> const& sources, Options const& options,
 std::vector<PlotSource> ReadPlotSources(Options const& options, InputFile& file, Messages const& messages)
 {
     PlotSource source;
-    source.name = file.GetName();
     source.table = ReadTableFile(file, ReadingOptions(options), messages);
     if (source.table.rows == 0)
-        throw Failure(kDataFault, source.name + ": expected rows of values below the names, found none");
+        throw Failure(kDataFault, source.table.name + ": expected rows of values below the names, found none");
     for (std::string const& text : options.yColumns)
         source.yColumns.push_back(NamedColumn(source, text, "-y"));
     ChooseErrors(source, options);
@@ -321,16 +362,8 @@ std::vector<PlotSource> ReadPlotSources(Options const& options, InputFile& file,
     MatchErrors(source);
     TellDates(source, options, messages);
     TellColumns(source, messages);
-    std::vector<PlotSource> sources;
-    if (source.groupColumn == PlotSource::kRowNumbers) {
-        sources.push_back(std::move(source));
-    } else {
-        bool const matched = source.HasWords() || HasSharedX(options.kind);
-        sources = SplitByGroup(std::move(source), matched ? GroupRows::Matched : GroupRows::Separate);
-        messages.Note(sources.front().name + ": " + Counted(sources.size(), "group", "groups") + " by "
-            + ColumnLabel(sources.front().table, sources.front().groupColumn));
-    }
-    WarnOfOrder(sources, options, messages);
+    std::vector<PlotSource> sources = SplitByGroup(std::move(source), messages);
+    SettleOrder(sources, options, messages);
     return sources;
 }
 

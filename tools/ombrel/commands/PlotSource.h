@@ -16,8 +16,6 @@ struct Options;
 struct PlotSource {
     static constexpr std::size_t kRowNumbers = kMostColumns;
 
-    /// How messages call the file.
-    std::string name;
     Table table;
     /// kRowNumbers to draw against the number of the row.
     std::size_t xColumn = kRowNumbers;
@@ -30,12 +28,14 @@ struct PlotSource {
     std::size_t groupColumn = kRowNumbers;
     /// What stands there in all rows, when the rows are one group of a file; empty where there was a gap.
     std::optional<std::string> group;
+    /// A line that nobody asked for would go back and forth: points stand in its place.
+    bool isMixed = false;
 
     bool HasDates() const { return HasX(ColumnType::Date); }
     /// The x values are words, which stand side by side.
     bool HasWords() const { return HasX(ColumnType::Text); }
     /// "FILE:LINE: " of a row.
-    std::string PlaceOf(std::size_t row) const { return name + ":" + std::to_string(table.LineOf(row)) + ": "; }
+    std::string PlaceOf(std::size_t row) const { return table.name + ":" + std::to_string(table.LineOf(row)) + ": "; }
 
 private:
     bool HasX(ColumnType type) const { return xColumn != kRowNumbers && table.columns[xColumn].type == type; }

@@ -1,5 +1,6 @@
 #include "tools/ombrel/commands/SourceSeries.h"
 #include "ombrel/chart/Chart.h"
+#include "ombrel/table/Utf8.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/options/Options.h"
 
@@ -49,30 +50,30 @@ void TakeValues(ColumnValues& values, bool isLast, double* out)
         values.ForEach([&out](double v) { *out++ = v; });
 }
 
-/// Reads the points of one y column.
-CTableData TakePoints(PlotSource& source, std::size_t curve)
+/// Adds the points of one y column.
+Series& AddPoints(Chart& chart, SeriesKind kind, PlotSource& source, std::size_t curve)
 {
     Table& table = source.table;
-    CTableData points;
-    points.Initialise(2, static_cast<int>(table.rows), 0);
-    double* const xs = points.GetRow(0);
     auto const& columns = source.yColumns;
     std::size_t const y = columns[curve];
     auto const next = columns.begin() + static_cast<std::ptrdiff_t>(curve) + 1;
     bool const yIsNeeded = y == source.xColumn || std::find(next, columns.end(), y) != columns.end();
+    if (source.HasWords()) {
+        std::vector<double> ys(table.rows);
+        TakeValues(table.columns[y].values, !yIsNeeded, ys.data());
+        return chart.Add(kind, table.columns[source.xColumn].texts, ys);
+    }
+    CTableData points;
+    points.Initialise(2, static_cast<int>(table.rows), 0);
+    double* const xs = points.GetRow(0);
     TakeValues(table.columns[y].values, !yIsNeeded, points.GetRow(1));
-    if (source.xColumn == PlotSource::kRowNumbers || source.HasWords()) {
+    if (source.xColumn == PlotSource::kRowNumbers) {
         for (std::size_t i = 0; i < table.rows; ++i)
             xs[i] = static_cast<double>(i + 1);
     } else {
         TakeValues(table.columns[source.xColumn].values, next == columns.end(), xs);
     }
-    return points;
-}
-
-XKind XKindOf(PlotSource const& source)
-{
-    return source.HasDates() ? XKind::Dates : source.HasWords() ? XKind::Words : XKind::Numbers;
+    return chart.Add(kind, std::move(points), source.HasDates() ? XKind::Dates : XKind::Numbers);
 }
 
 } // namespace
@@ -93,7 +94,7 @@ std::vector<std::string> CurveTitles(std::vector<PlotSource> const& sources)
                     title = group;
             }
             titles.push_back(std::move(title));
-            files.push_back(std::filesystem::path(source.name).stem().string());
+            files.push_back(std::filesystem::path(source.table.name).stem().string());
         }
     }
     std::vector<std::string> const names = titles;
@@ -107,13 +108,13 @@ std::vector<std::string> CurveTitles(std::vector<PlotSource> const& sources)
 void AddSeries(Chart& chart, std::vector<PlotSource>& sources, Options const& options)
 {
     std::vector<std::string> const titles = CurveTitles(sources);
-    SeriesKind const kind = KindOf(options.kind);
     std::size_t index = 0;
     for (PlotSource& source : sources) {
+        SeriesKind const kind = source.isMixed ? SeriesKind::Points : KindOf(options.kind);
         if (source.table.rows > static_cast<std::size_t>(std::numeric_limits<int>::max()))
-            throw Failure(kDataFault, source.name + ": has more than 2147483647 rows");
+            throw Failure(kDataFault, source.table.name + ": has more than 2147483647 rows");
         for (std::size_t i = 0; i < source.yColumns.size(); ++i) {
-            Series& series = chart.Add(kind, TakePoints(source, i), XKindOf(source));
+            Series& series = AddPoints(chart, kind, source, i);
             series.Name(titles[index++]).Marks(options.symbols).Smooth(!options.surface.plainEdges);
             series.MarkSize(options.surface.symbolSize);
             if (options.lineWidth)
@@ -138,11 +139,14 @@ std::string PlacedText(SeriesError const& error, std::vector<PlotSource> const& 
             continue;
         }
         if (!error.GetPoint())
-            return source.name + ": " + error.what();
-        std::string text = source.PlaceOf(*error.GetPoint()) + error.what();
+            return source.table.name + ": " + error.what();
+        std::string text = source.PlaceOf(*error.GetPoint());
+        if (source.group)
+            text += "group " + QuoteForMessage(*source.group) + ": ";
+        text += error.what();
         if (error.GetEarlierPoint())
-            text += " (line " + std::to_string(source.table.LineOf(*error.GetEarlierPoint()))
-                + " has it); --by COL makes a curve of each group";
+            text += " (line " + std::to_string(source.table.LineOf(*error.GetEarlierPoint())) + " has it)"
+                + (source.group ? "" : "; --by COL makes a curve of each group");
         return text;
     }
     return error.what();

@@ -9,8 +9,9 @@ namespace ombrel::host {
 
 namespace {
 
-void TellAssumptions(std::string const& name, Table const& table, Messages const& messages)
+void TellAssumptions(Table const& table, Messages const& messages)
 {
+    std::string const& name = table.name;
     std::string text = name + ": ";
     if (table.dialect.separator == 0)
         text += "one column";
@@ -68,8 +69,10 @@ Table ReadTableFile(InputFile& file, TableOptions const& options, Messages const
     auto result = reader.Finish();
     if (auto const* const error = std::get_if<TableError>(&result))
         throw Failure(kDataFault, file.GetName() + ":" + error->ToText());
-    TellAssumptions(file.GetName(), std::get<Table>(result), messages);
-    return std::get<Table>(std::move(result));
+    Table table = std::get<Table>(std::move(result));
+    table.name = file.GetName();
+    TellAssumptions(table, messages);
+    return table;
 }
 
 } // namespace ombrel::host

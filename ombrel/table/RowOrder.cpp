@@ -1,4 +1,4 @@
-#include "tools/ombrel/commands/RowOrder.h"
+#include "ombrel/table/RowOrder.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +6,7 @@
 #include <string_view>
 #include <unordered_map>
 
-namespace ombrel::host {
+namespace ombrel {
 
 namespace {
 
@@ -65,6 +65,7 @@ RowOrder OrderOf(ColumnValues const& xs)
     ReturnCounter falling(-1.0);
     double start = std::numeric_limits<double>::quiet_NaN();
     double last = start;
+    double direction = 0.0;
     std::size_t row = 0;
     xs.ForEach([&](double x) {
         if (!std::isnan(x)) {
@@ -73,6 +74,8 @@ RowOrder OrderOf(ColumnValues const& xs)
             } else {
                 ++order.steps;
                 order.equal += x == last;
+                order.turns += direction * (x - last) < 0.0;
+                direction = x == last ? direction : x - last;
                 rising.AddStep(last, x, row);
                 falling.AddStep(last, x, row);
             }
@@ -110,4 +113,4 @@ std::optional<std::pair<std::size_t, std::size_t>> FindEqualWords(std::vector<st
     return std::nullopt;
 }
 
-} // namespace ombrel::host
+} // namespace ombrel
