@@ -16,8 +16,10 @@
 #include "ombrel/scene/MapKey.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace ombrel {
 
@@ -186,6 +188,46 @@ private:
     CRect m_whole;
 };
 
+/// An axis as the program set it: a layout writes its own ticks, labels and ends over these settings, and the next one
+/// must not take them for the program's.
+class GivenAxis {
+public:
+    explicit GivenAxis(CAxes::AxisType type)
+        : m_type(type)
+    {
+    }
+    /// Puts back what the last layout changed and the program has not changed since.
+    void PutBack(CAxes& axes)
+    {
+        AxisSettings axis = axes.GetAxis(m_type);
+        if (m_laidOut) {
+            using A = AxisSettings;
+            PutBack(axis, &A::title);
+            PutBack(axis, &A::min, &A::max, &A::rangeMode);
+            PutBack(axis, &A::tickMode, &A::numMajorTicks, &A::numMinorTicks, &A::tickMin, &A::tickDel,
+                &A::arbitraryTicks, &A::labelMode, &A::labels, &A::formatType, &A::labelPrecision);
+            PutBack(axis, &A::on, &A::labelsOn);
+            PutBack(axis, &A::scaleFac, &A::majorTickScaleFac, &A::minorTickScaleFac);
+            PutBack(axis, &A::timeUnitsOn);
+            axes.SetAxis(m_type, axis);
+        }
+        m_given = std::move(axis);
+    }
+    void KeepLaidOut(CAxes const& axes) { m_laidOut = axes.GetAxis(m_type); }
+
+private:
+    /// Fields that belong together.
+    template <typename... Fields> void PutBack(AxisSettings& axis, Fields... fields) const
+    {
+        if (((axis.*fields == (*m_laidOut).*fields) && ...))
+            ((axis.*fields = m_given.*fields), ...);
+    }
+
+    CAxes::AxisType m_type;
+    AxisSettings m_given;
+    std::optional<AxisSettings> m_laidOut;
+};
+
 void SetCaptionFonts(C2DGraph& graph, CDC& dc)
 {
     CCaptionArray const& captions = *graph.GetCaptionArray();
@@ -208,6 +250,7 @@ struct GraphPicture::State {
     PictureLook look;
     std::string footnote;
     bool keepsAxes = false;
+    std::array<GivenAxis, 2> axes = { GivenAxis(CAxes::atX), GivenAxis(CAxes::atY) };
     /// What was last added; the graph owns it.
     std::optional<MapKey> key;
     /// What it was last laid out for; empty when that is out of date.
@@ -267,6 +310,8 @@ CAnnotatedGraph& GraphPicture::LaidOut(CDC& dc, CRect const& window)
         graph.GetGrid()->SetOn(0);
     }
     PutAxesOverFills(graph);
+    for (GivenAxis& axis : state.axes)
+        axis.PutBack(*graph.GetAxes());
     graph.UpdatePlots();
     PictureLayout layout(graph, state.keepsAxes, window, dc);
     layout.LayOut();
@@ -287,6 +332,8 @@ CAnnotatedGraph& GraphPicture::LaidOut(CDC& dc, CRect const& window)
     PlaceTitle(graph, dc);
     PlaceFootnote(graph, state.footnote, dc);
     SetCaptionFonts(graph, dc);
+    for (GivenAxis& axis : state.axes)
+        axis.KeepLaidOut(*graph.GetAxes());
     state.window = window;
     state.dotsPerInch = dotsPerInch;
     return graph;

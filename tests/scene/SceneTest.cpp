@@ -5,6 +5,7 @@
 #include "ombrel/graph2d/2DContourPlot.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DLine.h"
+#include "ombrel/graph2d/Axes.h"
 #include "ombrel/graph3d/3DAxis.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/3DLineCurve.h"
@@ -429,7 +430,18 @@ TEST(GraphPictures, AreDrawnAnywhereAndAtAnySizeAsInAPictureOfTheirOwn)
         line.SetAt(1, { 3, 5 });
         graph.GetLegend()->Create(CPoint());
     };
-    for (auto const& build : { std::function<void(C2DGraph&)>(addMap), std::function<void(C2DGraph&)>(addLine) }) {
+    // Labels of dates are texts, and the y title gets a power of ten: neither may be taken for the program's.
+    auto const addDates = [](C2DGraph& graph) {
+        graph.GetAxes()->SetXTimeUnitsOn(1);
+        graph.GetAxes()->SetYAxisTitle("people");
+        auto& line = static_cast<C2DLine&>(*graph.AddPlot(it2DLinePlot)->AddCurve("line", CPlotComponent::dsTable));
+        line.SetXValMode(C2DCurve::xvDates);
+        line.Initialise(31);
+        for (int i = 0; i < 31; ++i)
+            line.SetAt(i, { 41821.0 + i, i % 7 * 2e7 });
+    };
+    for (auto const& build : { std::function<void(C2DGraph&)>(addMap), std::function<void(C2DGraph&)>(addLine),
+             std::function<void(C2DGraph&)>(addDates) }) {
         auto const make = [&build] {
             auto picture = std::make_unique<GraphPicture>("Title");
             picture->Footnote("Source");
@@ -450,6 +462,19 @@ TEST(GraphPictures, AreDrawnAnywhereAndAtAnySizeAsInAPictureOfTheirOwn)
         }
         EXPECT_EQ(differing, 0);
         EXPECT_EQ(raster.Row(20)[20] & 0xFFFFFFU, 0U) << "outside of the rectangle";
+        // What the program changes meanwhile counts.
+        auto const fresh = make();
+        for (GraphPicture* const changed : { picture.get(), fresh.get() }) {
+            CAxes& axes = *changed->Graph().GetAxes();
+            AxisSettings y = axes.GetAxis(CAxes::atY);
+            y.title = "inhabitants";
+            y.min = -1e7;
+            y.max = 3e7;
+            y.rangeMode = CAxes::rmFixed;
+            axes.SetAxis(CAxes::atY, y);
+            changed->Touch();
+        }
+        EXPECT_TRUE(Pixels(*picture) == Pixels(*fresh));
     }
 }
 
