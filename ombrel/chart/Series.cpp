@@ -131,6 +131,8 @@ Series& Series::Labels(std::span<std::string const> texts)
 
 std::vector<double> Series::Changes::TakeWords(XValues const& x)
 {
+    // The places look at the words where they are, so these must not move.
+    words.reserve(words.size() + x.Words().size());
     std::unordered_map<std::string_view, double> places;
     for (std::string const& word : words)
         places.emplace(word, static_cast<double>(places.size() + 1));

@@ -219,7 +219,8 @@ private:
     /// Fields that belong together.
     template <typename... Fields> void PutBack(AxisSettings& axis, Fields... fields) const
     {
-        if (((axis.*fields == (*m_laidOut).*fields) && ...))
+        auto const isAsLaidOut = [&](auto field) { return axis.*field == (*m_laidOut).*field; };
+        if ((isAsLaidOut(fields) && ...))
             ((axis.*fields = m_given.*fields), ...);
     }
 
