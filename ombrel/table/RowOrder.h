@@ -29,6 +29,7 @@ struct RowOrder {
     bool IsMixed() const { return turns > 1 && turns * 4 >= steps; }
 };
 
+/// Of the values of a column, which dates and places of words have, too.
 OMBREL_EXPORT RowOrder OrderOf(ColumnValues const& xs);
 
 /// How many values stand in an earlier row too, whatever lies between.
