@@ -14,6 +14,7 @@
 #include "ombrel/platform/framework/Exception.h"
 #include "ombrel/scene/ContourMap.h"
 #include "ombrel/scene/GraphPicture.h"
+#include "ombrel/scene/SceneView.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -283,6 +284,55 @@ std::string ErrorOf(std::function<void()> const& work)
         return (error.GetCause() == ChartError::Cause::Setting ? "setting " : "data ") + std::string(error.what());
     }
     return "none";
+}
+
+/// The columns between the first and the last with a hue, as a part of the picture's width.
+std::array<double, 2> ColouredColumns(CAnnotatedGraph& graph, CSize size)
+{
+    CDIB bitmap(size.cx, size.cy, 24);
+    graph.Draw(bitmap.GetDC(), CRect({ 0, 0 }, size), pmDirect);
+    std::array<double, 2> columns { 1.0, 0.0 };
+    for (int x = 0; x < size.cx; ++x) {
+        std::vector<std::uint32_t> column;
+        for (int y = 0; y < size.cy; ++y)
+            column.push_back(bitmap.GetBitmap().GetRaster()->Row(y)[x] & 0xFFFFFFU);
+        if (CountColoured(column) > 0)
+            columns
+                = { std::min(columns[0], x / static_cast<double>(size.cx)), (x + 1) / static_cast<double>(size.cx) };
+    }
+    return columns;
+}
+
+TEST(Scenes, AreSeenWholeInNarrowerPicturesThanTheyWereMadeFor)
+{
+    Scene scene;
+    scene.Surface(kHeights, kRows, kColumns).XRange(0, 10).YRange(0, 4);
+    scene.View({ 300, 75 }).Key(KeyChoice::Off);
+    CDIB bitmap(400, 300, 24);
+    scene.Draw(*bitmap.GetDC(), CRect(0, 0, 400, 300));
+    C3DGraph& graph = scene.Graph();
+    double const own = graph.GetZoomFactor();
+    std::array<double, 2> const wide = ColouredColumns(graph, { 400, 300 });
+    for (CSize const size : { CSize(400, 300), CSize(400, 200), CSize(40, 30) })
+        EXPECT_EQ(ZoomToKeepWidth(graph, size), own) << size.cx;
+    for (double const perspective : { graph.GetPerspective(), 0.0, 0.8 }) {
+        for (CSize const size : { CSize(300, 300), CSize(200, 300), CSize(100, 300) }) {
+            SCOPED_TRACE(testing::Message() << size.cx << " at " << perspective);
+            graph.SetPerspective(perspective);
+            graph.SetZoomFactor(own);
+            double const uncorrected = ColouredColumns(graph, size)[0];
+            EXPECT_TRUE(size.cx == 300 || uncorrected < 0.02) << uncorrected;
+            graph.SetZoomFactor(ZoomToKeepWidth(graph, size));
+            std::array<double, 2> const narrow = ColouredColumns(graph, size);
+            // At the steps that the shapes are tried in, and a label's width.
+            EXPECT_GT(narrow[0], 0.02);
+            EXPECT_LT(narrow[1], 0.98);
+            EXPECT_GT(narrow[1] - narrow[0], 0.6 * (wide[1] - wide[0]));
+        }
+    }
+    // A close-up stays one.
+    graph.SetZoomFactor(20.0 * own);
+    EXPECT_EQ(ZoomToKeepWidth(graph, { 200, 300 }), 20.0 * own);
 }
 
 TEST(Scenes, SayWhatIsWrong)

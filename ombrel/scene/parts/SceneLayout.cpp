@@ -1,5 +1,4 @@
 #include "ombrel/scene/parts/SceneLayout.h"
-#include "ombrel/drawing/DIB.h"
 #include "ombrel/graph3d/3DAxis.h"
 #include "ombrel/graph3d/3DCurve.h"
 #include "ombrel/graph3d/3DGraph.h"
@@ -9,11 +8,12 @@
 #include "ombrel/layout/Titles.h"
 #include "ombrel/scene/MapKey.h"
 #include "ombrel/scene/parts/HeightColours.h"
+#include "ombrel/scene/parts/SceneSketch.h"
+#include "ombrel/scene/parts/ViewAngle.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 
 namespace ombrel {
 
@@ -111,75 +111,6 @@ std::array<double, 3> Proportions(SceneData const& data, std::optional<double> v
     return { sx / longest, sy / longest, sz / longest };
 }
 
-/// What is drawn of the scene, in a bitmap of a picture's proportions.
-class Sketch {
-public:
-    Sketch(C3DGraph& scene, CRect const& window, CRect const& graph)
-        : m_scene(scene)
-        , m_bitmap(window.Width(), window.Height(), 24)
-    {
-        // The first layout of all gives the graph the whole window.
-        scene.LayOut(m_bitmap.GetDC(), window);
-        scene.SetGraphAndWindowRect(graph, window);
-    }
-    /// The box round all that differs from the background; in the graph's rectangle.
-    CRect Extent()
-    {
-        CSize const size = m_bitmap.GetSize();
-        m_scene.Draw(m_bitmap.GetDC(), CRect(0, 0, size.cx, size.cy), pmDirect);
-        Raster const& pixels = *m_bitmap.GetBitmap().GetRaster();
-        std::uint32_t const ground = Raster::FromColour(static_cast<COLORREF>(m_scene.GetBackgroundColour()));
-        CRect extent(size.cx, size.cy, 0, 0);
-        for (int y = 0; y < size.cy; ++y) {
-            std::uint32_t const* const row = pixels.Row(y);
-            for (int x = 0; x < size.cx; ++x) {
-                if ((row[x] & 0xFFFFFFU) == ground)
-                    continue;
-                extent = { std::min<LONG>(extent.left, x), std::min<LONG>(extent.top, y),
-                    std::max<LONG>(extent.right, x + 1), std::max<LONG>(extent.bottom, y + 1) };
-            }
-        }
-        return extent;
-    }
-
-private:
-    C3DGraph& m_scene;
-    CDIB m_bitmap;
-};
-
-/// The box with axes and labels, which is what a scene is fitted by: plots lie inside of the box and take long to draw.
-/// Nor have the x and y axes their titles, which stand far from short axes but never outside of the graph: fitted
-/// without them, the scene leaves them just the room at its edges.
-class BoxAlone {
-public:
-    explicit BoxAlone(C3DGraph& scene)
-        : m_scene(scene)
-        , m_plots(scene.GetPlotArray()->GetPlots().begin(), scene.GetPlotArray()->GetPlots().end())
-    {
-        scene.GetPlotArray()->RemoveAll();
-        for (std::size_t i = 0; i < m_titles.size(); ++i) {
-            m_titles[i] = scene.GetAxes()[i]->GetTitle();
-            scene.GetAxes()[i]->SetTitle("");
-        }
-    }
-    ~BoxAlone()
-    {
-        for (std::size_t i = 0; i < m_titles.size(); ++i)
-            m_scene.GetAxes()[i]->SetTitle(m_titles[i]);
-        for (CPlot* const plot : m_plots)
-            m_scene.GetPlotArray()->Add(plot);
-        // What changed meanwhile was told to the axes alone.
-        m_scene.UpdateZVals();
-    }
-    BoxAlone(BoxAlone const&) = delete;
-    BoxAlone& operator=(BoxAlone const&) = delete;
-
-private:
-    C3DGraph& m_scene;
-    std::vector<CPlot*> m_plots;
-    std::array<CString, 2> m_titles;
-};
-
 /// A rectangle of the picture at the resolution of a screen: pages have several times its pixels.
 CRect OnScreen(CRect const& rect, double scale)
 {
@@ -187,16 +118,12 @@ CRect OnScreen(CRect const& rect, double scale)
     return { scaled(rect.left), scaled(rect.top), scaled(rect.right), scaled(rect.bottom) };
 }
 
-/// Pixels of the picture that one unit in the middle of the box covers: the camera's distance and angle.
+/// Pixels of the picture that one unit in the middle of the box covers.
 double PixelsPerUnit(C3DGraph const& scene, CRect const& graph)
 {
-    double const distance = 10.5 - 9.0 * scene.GetPerspective();
-    double const degrees = std::numbers::pi / 180.0;
-    double const aspect = static_cast<double>(graph.Width()) / graph.Height();
-    double angle = 2.6 * std::atan(0.7 / distance) / degrees / scene.GetZoomFactor();
-    if (aspect < 1.0)
-        angle /= aspect;
-    return graph.Height() / 2.0 / (distance * std::tan(angle / 2.0 * degrees));
+    double const shape = static_cast<double>(graph.Width()) / graph.Height();
+    double const angle = ViewAngle(scene.GetPerspective(), scene.GetZoomFactor(), shape);
+    return graph.Height() / 2.0 / (EyeDistance(scene.GetPerspective()) * std::tan(angle / 2.0));
 }
 
 /// What fitting changes of a view.
@@ -244,7 +171,7 @@ int FitScene(C3DGraph& scene, CDC& dc, CRect const& window, int stripAtRight, do
         window.left, TitleRoom(window, scene).bottom, window.right - stripAtRight, FootnoteRoom(window, scene).top);
     SetView(scene, {});
     CRect const graph = OnScreen(room, scale);
-    Sketch sketch(scene, OnScreen(window, scale), graph);
+    SceneSketch sketch(scene, OnScreen(window, scale), graph);
     CRect const inside = OnScreen(
         CRect(room.left + titleRoom, room.top + margin, room.right - titleRoom, room.bottom - margin - titleRoom),
         scale);

@@ -3,6 +3,7 @@
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/layout/Titles.h"
+#include "ombrel/scene/SceneView.h"
 #include "tools/ombrel/InputFile.h"
 #include "tools/ombrel/Messages.h"
 #include "tools/ombrel/OutputFile.h"
@@ -48,11 +49,17 @@ void RunDraw(Options const& options, InputFile& file, Messages const& messages)
     std::string const document = outputs.HasDocuments() ? EncodeDocument(*graph) : std::string();
     graph->UpdatePlots();
     // Documents do not say whether edges are smooth.
-    if (auto* const scene = DynamicDowncast<C3DGraph>(loaded.get()))
+    auto* const scene = DynamicDowncast<C3DGraph>(loaded.get());
+    if (scene)
         scene->SetAntialiasMode(options.surface.plainEdges ? 0 : 1);
     if (graph->GetTitle() != CString(kUntitled))
         outputs.SetTitle(graph->GetTitle().ToUtf8());
-    auto const draw = [graph](Picture& picture, bool) {
+    double const zoom = scene ? scene->GetZoomFactor() : 1.0;
+    auto const draw = [graph, scene, zoom](Picture& picture, bool) {
+        if (scene) {
+            scene->SetZoomFactor(zoom);
+            scene->SetZoomFactor(ZoomToKeepWidth(*scene, picture.GetRect().Size()));
+        }
         FitToPicture(*graph, picture.GetForm());
         picture.Draw(*graph);
         return graph;
