@@ -73,7 +73,7 @@ void C3DBarCurve::Render()
     C3DGraph* const graph = Get3DGraph();
     if (!graph || !IsValid())
         return;
-    BarsKey const key(*this, GetRevision(), m_bars);
+    BarsKey const key(*this, *graph, GetRevision(), m_bars);
     BarBatch& batch = m_drawing->Get(key, [&](BarBatch& made) {
         BarWidths widths;
         GetDefaultBarWidths(widths.x, widths.y);
@@ -85,7 +85,7 @@ void C3DBarCurve::Render()
                     bars.push_back({ GetNode(i, j), GetBarColour(i, j) });
             }
         }
-        made.Build(bars, key.axes, m_bars, widths);
+        made.Build(bars, key, widths);
     });
     batch.Draw(*graph);
 }

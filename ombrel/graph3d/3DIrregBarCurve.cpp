@@ -109,7 +109,7 @@ void C3DIrregBarCurve::Render()
     C3DGraph* const graph = Get3DGraph();
     if (!graph || !IsValid())
         return;
-    BarsKey const key(*this, m_revision, m_bars);
+    BarsKey const key(*this, *graph, m_revision, m_bars);
     BarBatch& batch = m_drawing->Get(key, [&](BarBatch& made) {
         BarWidths widths;
         GetViewDefaultBarWidths(widths.x, widths.y);
@@ -120,7 +120,7 @@ void C3DIrregBarCurve::Render()
             if (!places.IsMissing(i))
                 bars.push_back({ GetPlace(index), GetBarColour(index) });
         }
-        made.Build(bars, key.axes, m_bars, widths);
+        made.Build(bars, key, widths);
     });
     batch.Draw(*graph);
 }

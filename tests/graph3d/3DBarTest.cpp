@@ -100,13 +100,13 @@ Box ReadBox(FaceBatch const& batch)
 
 TEST(BarBatches, BarsStandOnTheBaselineOrHangFromIt)
 {
-    BoxAxes const axes { { { 0, 10, 1.0 }, { 0, 20, 0.5 }, { -4, 4, 0.8 } } };
-    Bar3DSettings settings;
-    settings.baseline = { 1.0, 0 };
-    settings.widthScaleX = 2.0;
+    BarsKey key;
+    key.axes = { { { 0, 10, 1.0 }, { 0, 20, 0.5 }, { -4, 4, 0.8 } } };
+    key.settings.baseline = { 1.0, 0 };
+    key.settings.widthScaleX = 2.0;
     for (double const z : { 3.0, 1.0, -2.0 }) {
         BarBatch batch;
-        batch.Build({ { { 2.0, 15.0, z }, RGB(1, 2, 3) } }, axes, settings, { 0.1, 0.2 });
+        batch.Build({ { { 2.0, 15.0, z }, RGB(1, 2, 3) } }, key, { 0.1, 0.2 });
         Box const box = ReadBox(batch.GetFaces());
         EXPECT_FLOAT_EQ(box.low[0], -0.4F) << "x = 2 lies at −0.3";
         EXPECT_FLOAT_EQ(box.high[0], -0.2F);
@@ -120,19 +120,18 @@ TEST(BarBatches, BarsStandOnTheBaselineOrHangFromIt)
     BarBatch none;
     none.Build({ { { 2.0, 15.0, std::numeric_limits<double>::infinity() }, 0 },
                    { { std::numeric_limits<double>::quiet_NaN(), 15.0, 1.0 }, 0 } },
-        axes, settings, { 0.2, 0.1 });
+        key, { 0.2, 0.1 });
     EXPECT_TRUE(none.GetFaces().IsEmpty());
 }
 
 TEST(BarBatches, EverySideThatFacesTheEyeIsDrawnAndFewOthers)
 {
-    BoxAxes const axes;
     std::vector<BarBatch::Bar> bars;
     bars.reserve(41);
     for (int k = 0; k < 40; ++k)
         bars.push_back({ { k * 7 % 19 - 9.0, k * 5 % 17 - 8.0, k * 11 % 21 - 10.0 }, 0 });
     BarBatch batch;
-    batch.Build(bars, axes, {}, { 0.05, 0.05 });
+    batch.Build(bars, {}, { 0.05, 0.05 });
     for (CVertex const& eye : { CVertex(3, 2, 4), CVertex(-3, 2, -4), CVertex(0.1, -5, 0.2), CVertex(0, 0, 6),
              CVertex(0.3, 0.2, 0.1), CVertex(-0.46, 5, 0) }) {
         std::vector<bool> isDrawn(batch.GetFaces().GetTriangles().size());
@@ -156,8 +155,22 @@ TEST(BarBatches, EverySideThatFacesTheEyeIsDrawnAndFewOthers)
     // What the side of the box cuts open is looked into.
     bars.push_back({ { 0, 0, 11 }, 0 });
     batch.Clear();
-    batch.Build(bars, axes, {}, { 0.05, 0.05 });
+    batch.Build(bars, {}, { 0.05, 0.05 });
     EXPECT_EQ(batch.GetVisibleParts({ 3, 2, 4 }).size(), 6U);
+}
+
+TEST(BarBatches, TheNearerEndIsDrawnFirst)
+{
+    std::vector<BarBatch::Bar> const bars { { { -8, -7, 1 }, 1 }, { { 7, -8, 1 }, 2 }, { { 8, 7, 1 }, 3 } };
+    for (int const sector : { 0, 1, -2, 2, -4, 3 }) {
+        BarsKey key;
+        key.eyeSector = sector;
+        BarBatch batch;
+        batch.Build(bars, key, { 0.05, 0.05 });
+        bool const isLastNear = sector >= -1 && sector <= 2;
+        EXPECT_EQ(batch.GetFaces().GetVertices()[0].colour[0], isLastNear ? 3 : 1) << sector;
+        EXPECT_EQ(batch.GetFaces().GetVertices()[8].colour[0], isLastNear ? 1 : 3) << sector;
+    }
 }
 
 /// Bars in a graph whose axes follow them.

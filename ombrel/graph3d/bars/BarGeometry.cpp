@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 
 namespace ombrel {
 namespace {
@@ -24,15 +25,30 @@ constexpr std::array<BoxSide, 6> kSides { { { 0, false, { { { 0, 0, 0 }, { 0, 0,
     { 2, false, { { { 0, 0, 0 }, { 0, 1, 0 }, { 1, 1, 0 }, { 1, 0, 0 } } } },
     { 2, true, { { { 0, 0, 1 }, { 1, 0, 1 }, { 1, 1, 1 }, { 0, 1, 1 } } } } } };
 
-/// The lower and the higher coordinates of a box.
-using BoxEnds = std::array<std::array<double, 3>, 2>;
+struct Box {
+    /// The lower and the higher coordinates.
+    std::array<std::array<double, 3>, 2> ends;
+    std::array<BYTE, 4> colour;
+};
+
+constexpr double kSector = std::numbers::pi / 4.0;
+
+int EyeSector(C3DGraph const& graph)
+{
+    if (!graph.GetPicture())
+        return 0;
+    CVertex const eye = graph.GetPicture()->camera.GetEye();
+    return static_cast<int>(std::floor(std::atan2(eye.Y(), eye.X()) / kSector));
+}
 
 } // namespace
 
-BarsKey::BarsKey(C3DCurve const& curve, std::uint64_t dataRevision, Bar3DSettings const& barSettings)
+BarsKey::BarsKey(
+    C3DCurve const& curve, C3DGraph const& graph, std::uint64_t dataRevision, Bar3DSettings const& barSettings)
     : revision(dataRevision)
     , settings(barSettings)
     , colours(curve)
+    , eyeSector(EyeSector(graph))
 {
     curve.GetBoxAxes(axes);
 }
@@ -44,45 +60,50 @@ void BarBatch::Clear()
     m_isCut = false;
 }
 
-void BarBatch::Build(
-    std::vector<Bar> const& bars, BoxAxes const& axes, Bar3DSettings const& settings, BarWidths const& defaultWidths)
+void BarBatch::Build(std::vector<Bar> const& bars, BarsKey const& key, BarWidths const& defaultWidths)
 {
-    double const base = axes[2].GetViewVal(settings.baseline.Get(axes[2]));
-    double const halfX = std::fabs(defaultWidths.x * axes[0].scale * settings.widthScaleX) / 2.0;
-    double const halfY = std::fabs(defaultWidths.y * axes[1].scale * settings.widthScaleY) / 2.0;
-    std::vector<BoxEnds> boxes;
-    std::vector<std::array<BYTE, 4>> colours;
+    BoxAxes const& axes = key.axes;
+    double const base = axes[2].GetViewVal(key.settings.baseline.Get(axes[2]));
+    double const halfX = std::fabs(defaultWidths.x * axes[0].scale * key.settings.widthScaleX) / 2.0;
+    double const halfY = std::fabs(defaultWidths.y * axes[1].scale * key.settings.widthScaleY) / 2.0;
+    std::vector<Box> boxes;
     for (Bar const& bar : bars) {
         CVertex const end = GetBoxPlace(axes, bar.end);
-        BoxEnds const box { { { end.X() - halfX, end.Y() - halfY, std::min(end.Z(), base) },
-            { end.X() + halfX, end.Y() + halfY, std::max(end.Z(), base) } } };
+        Box const box { { { { end.X() - halfX, end.Y() - halfY, std::min(end.Z(), base) },
+                            { end.X() + halfX, end.Y() + halfY, std::max(end.Z(), base) } } },
+            FaceVertex::Bytes(bar.colour) };
         bool isFinite = std::isfinite(end.Z());
         for (std::size_t k = 0; k < 3; ++k) {
-            isFinite = isFinite && std::isfinite(box[0][k]) && std::isfinite(box[1][k]);
-            m_isCut = m_isCut || std::max(-box[0][k], box[1][k]) > (0.5 + 1e-6) * axes[k].scale;
+            isFinite = isFinite && std::isfinite(box.ends[0][k]) && std::isfinite(box.ends[1][k]);
+            m_isCut = m_isCut || std::max(-box.ends[0][k], box.ends[1][k]) > (0.5 + 1e-6) * axes[k].scale;
         }
-        if (!isFinite)
-            continue;
-        boxes.push_back(box);
-        colours.push_back(FaceVertex::Bytes(bar.colour));
+        if (isFinite)
+            boxes.push_back(box);
     }
+    if (boxes.empty())
+        return;
+    double const towardsEye = (key.eyeSector + 0.5) * kSector;
+    auto const nearness = [x = std::cos(towardsEye), y = std::sin(towardsEye)](
+                              Box const& box) { return x * box.ends[0][0] + y * box.ends[0][1]; };
+    if (nearness(boxes.back()) > nearness(boxes.front()))
+        std::ranges::reverse(boxes);
     for (std::size_t s = 0; s < kSides.size(); ++s) {
         BoxSide const& side = kSides[s];
         double const sign = side.isHigh ? 1.0 : -1.0;
         FaceVertex vertex;
         vertex.normal[side.axis] = static_cast<float>(sign);
         m_sides[s] = { { m_faces.GetTriangles().size(), 6 * boxes.size() }, std::numeric_limits<double>::infinity() };
-        for (std::size_t b = 0; b < boxes.size(); ++b) {
-            vertex.colour = colours[b];
+        for (Box const& box : boxes) {
+            vertex.colour = box.colour;
             std::array<std::uint32_t, 4> indices {};
             for (std::size_t c = 0; c < indices.size(); ++c) {
                 for (std::size_t k = 0; k < 3; ++k)
-                    vertex.place[k] = static_cast<float>(boxes[b][side.corners[c][k]][k]);
+                    vertex.place[k] = static_cast<float>(box.ends[side.corners[c][k]][k]);
                 indices[c] = m_faces.AddVertex(vertex);
             }
             m_faces.AddTriangle(indices[0], indices[1], indices[2]);
             m_faces.AddTriangle(indices[0], indices[2], indices[3]);
-            m_sides[s].hindmost = std::min(m_sides[s].hindmost, sign * boxes[b][side.isHigh ? 1 : 0][side.axis]);
+            m_sides[s].hindmost = std::min(m_sides[s].hindmost, sign * box.ends[side.isHigh ? 1 : 0][side.axis]);
         }
     }
 }
