@@ -50,8 +50,8 @@ Series& Chart::Parts::Add(SeriesKind kind, CTableData points, XKind xKind)
 
 void Chart::Parts::TakeAxes()
 {
-    content.x = { x.m_title, x.m_from, x.m_to };
-    content.y = { y.m_title, y.m_from, y.m_to };
+    content.x = { x.m_title, x.m_from, x.m_to, x.m_isReversed };
+    content.y = { y.m_title, y.m_from, y.m_to, y.m_isReversed };
     content.settings.xLog = x.m_isLogarithmic;
     content.settings.yLog = y.m_isLogarithmic;
     content.words = changes.words;
@@ -253,6 +253,13 @@ ChartAxis& ChartAxis::FollowData()
 ChartAxis& ChartAxis::Logarithmic(bool on)
 {
     m_isLogarithmic = on;
+    m_isChanged = true;
+    return *this;
+}
+
+ChartAxis& ChartAxis::Reversed(bool on)
+{
+    m_isReversed = on;
     m_isChanged = true;
     return *this;
 }

@@ -26,6 +26,8 @@ public:
     /// Both ends follow the data again.
     ChartAxis& FollowData();
     ChartAxis& Logarithmic(bool on = true);
+    /// Values grow leftwards or downwards, as depths do.
+    ChartAxis& Reversed(bool on = true);
 
 private:
     friend class Chart;
@@ -39,6 +41,7 @@ private:
     std::optional<double> m_from;
     std::optional<double> m_to;
     bool m_isLogarithmic = false;
+    bool m_isReversed = false;
 };
 
 } // namespace ombrel

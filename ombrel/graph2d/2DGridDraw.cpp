@@ -19,6 +19,12 @@ constexpr int kDottedLine = 5;
 
 GridRange RangeOf(AxisSettings const& axis) { return { axis.min, axis.max }; }
 
+/// What steps are counted in.
+GridRange StepRangeOf(AxisSettings const& axis)
+{
+    return axis.RunsBackwards() ? GridRange { axis.max, axis.min } : RangeOf(axis);
+}
+
 } // namespace
 
 /// The lines of a pass share a pen, so they reach the device as one path.
@@ -100,16 +106,16 @@ void C2DGrid::Pass::AddSteps(int axis)
 {
     GridDirection const& direction = m_grid.Direction(axis);
     // A broken line at the right edge would look like a misplaced step.
-    bool const closes = axis == CAxes::atY || m_grid.m_major.IsSolid();
+    bool const closes = (axis == CAxes::atY || m_grid.m_major.IsSolid()) && !Axis(axis).RunsBackwards();
     ClosingLine const closing = closes ? ClosingLine::AtMaximum : ClosingLine::None;
     if (direction.linesOn)
-        Add(axis, StepLines(direction, RangeOf(Axis(axis)), m_type, closing));
+        Add(axis, StepLines(direction, StepRangeOf(Axis(axis)), m_type, closing));
 }
 
 void C2DGrid::Pass::AddDates()
 {
     if (m_grid.m_x.linesOn)
-        Add(CAxes::atX, DateLines(m_grid.m_dates, RangeOf(Axis(CAxes::atX)), m_type));
+        Add(CAxes::atX, DateLines(m_grid.m_dates, StepRangeOf(Axis(CAxes::atX)), m_type));
 }
 
 void C2DGrid::Pass::Add(int axis, std::vector<double> const& positions)

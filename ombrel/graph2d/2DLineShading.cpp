@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace ombrel {
 namespace {
@@ -197,6 +198,8 @@ void C2DLine::DrawBaselineShading(CPort& port, CAxes& axes)
     double axisMin = 0.0;
     double axisMax = 0.0;
     axes.GetRange(CAxes::atX, axes.GetAxis(CAxes::atX).rangeMode, axisMin, axisMax);
+    if (axisMin > axisMax)
+        std::swap(axisMin, axisMax);
     PortMapping const map = port.GetMapping();
     ShadedPoints const points(*this, map);
     for (GapFreeRun const& run : SplitAtGaps(points)) {

@@ -10,6 +10,12 @@
 #include <optional>
 
 namespace ombrel {
+namespace {
+
+/// -1 along an axis that runs backwards.
+double Direction(AxisSettings const& axis) { return axis.RunsBackwards() ? -1.0 : 1.0; }
+
+} // namespace
 
 /// One walk over the results: finds the extents, and draws when asked to.
 class CAxes::Pass {
@@ -47,7 +53,8 @@ private:
     AxesResults const& m_results;
     CRect& m_extent;
     bool m_draws;
-    /// Lengths in real units of a major tick of factor 1: on the y axis (along x), and on the x axis (along y).
+    /// Lengths in real units of a major tick of factor 1: on the y axis (along x, rightwards), and on the x axis (along
+    /// y, upwards). Along an axis that runs backwards they are negative.
     double m_lengthAlongX;
     double m_lengthAlongY;
     /// Where the titles begin: the lowest row of the x labels, the leftmost column of the y labels.
@@ -64,8 +71,8 @@ CAxes::Pass::Pass(CAxes& axes, CPort& port, AxesResults const& results, Output o
     , m_results(results)
     , m_extent(axes.m_extent)
     , m_draws(output == Output::Device)
-    , m_lengthAlongX(port.WindowToUnitsLength(results.tickLength))
-    , m_lengthAlongY(port.WindowToUnitsHeight(results.tickLength))
+    , m_lengthAlongX(Direction(axes.m_x) * port.WindowToUnitsLength(results.tickLength))
+    , m_lengthAlongY(Direction(axes.m_y) * port.WindowToUnitsHeight(results.tickLength))
 {
     m_extent = CRect(
         Device(axes.m_xAxisStart).x, Device(axes.m_yAxisEnd).y, Device(axes.m_xAxisEnd).x, Device(axes.m_yAxisStart).y);
@@ -220,7 +227,7 @@ namespace {
 /// The longer of the two parts that the crossing point divides an axis into; the upper one when they are equal.
 std::pair<double, double> LongerPart(AxisSettings const& axis, double crossing)
 {
-    if (crossing - axis.min > axis.max - crossing)
+    if (Direction(axis) * (crossing - axis.min) > Direction(axis) * (axis.max - crossing))
         return { axis.min, crossing };
     return { crossing, axis.max };
 }
@@ -230,7 +237,7 @@ std::pair<double, double> LongerPart(AxisSettings const& axis, double crossing)
 void CAxes::Pass::PlaceXTitle()
 {
     auto const [from, to] = LongerPart(m_axes.m_x, m_axes.m_intersect.x);
-    double const width = m_port.WindowToUnitsLength(m_results.xTitle.cx);
+    double const width = Direction(m_axes.m_x) * m_port.WindowToUnitsLength(m_results.xTitle.cx);
     m_extent.bottom = std::max(m_extent.bottom, m_xLabelsLow + m_results.xTitle.cy);
     if (!m_draws)
         return;
@@ -242,7 +249,7 @@ void CAxes::Pass::PlaceXTitle()
 void CAxes::Pass::PlaceYTitle()
 {
     auto const [from, to] = LongerPart(m_axes.m_y, m_axes.m_intersect.y);
-    double const height = m_port.WindowToUnitsHeight(m_results.yTitle.cx);
+    double const height = Direction(m_axes.m_y) * m_port.WindowToUnitsHeight(m_results.yTitle.cx);
     int const gap = VUNearest(m_axes.m_y.TitleGap() * m_results.fontHeight);
     int const column = m_yLabelsLeft - gap - m_results.yTitle.cy;
     m_extent.left = std::min(m_extent.left, column);

@@ -41,8 +41,12 @@ struct OMBREL_EXPORT AxisSettings {
     bool HasSteps() const { return tickMode == tmStep || tickMode == tmStepArbitrary; }
     bool HasArbitrary() const { return tickMode >= tmArbitrary && tickMode <= tmStepArbitrary; }
     double TitleGap() const { return scaleFac > 1.0 && scaleFac < 2.0 ? scaleFac - 1.0 : 0.0; }
+    /// Whether larger values stand farther left or lower. The ticks of such an axis, and the lines of its grid, stand
+    /// in a tick range of their own, which ascends: a reversed one has no steps.
+    bool RunsBackwards() const { return min > max && tickRangeMode != trAxis && tickRangeMin <= tickRangeMax; }
     bool IsWithinTickRange(double v) const { return v >= tickRangeMin && v <= tickRangeMax; }
 
+    /// At the left or lower end of the axis, and at the other one; stored limits may have the larger one first.
     double min = 0.0;
     double max = 10.0;
     int rangeMode = rmTidy;

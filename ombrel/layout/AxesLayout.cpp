@@ -12,6 +12,7 @@
 #include <cmath>
 #include <functional>
 #include <span>
+#include <utility>
 
 namespace ombrel {
 
@@ -118,9 +119,12 @@ void SetLogAxis(
 {
     // Whatever stands on a decade needs it; others use the room they have.
     bool const hasEnds = settings.min || settings.max;
-    if ((settings.wholeDecades || settings.data.min > settings.data.max) && !hasEnds)
+    bool const isWide = settings.wholeDecades || settings.data.min > settings.data.max;
+    if (isWide && !hasEnds && !settings.reversed)
         return;
-    AxisRange const range = LogRangeOf(settings);
+    AxisRange range = LogRangeOf(settings);
+    if (isWide && !hasEnds)
+        range = { std::floor(range.min), std::ceil(range.max) };
     AxisSettings axis = axes.GetAxis(type);
     axis.min = range.min;
     axis.max = range.max;
@@ -183,6 +187,17 @@ void SetDateAxis(CAxes& axes, DateTicks const& ticks, CString const& title)
     axes.SetAxis(CAxes::atX, axis);
 }
 
+/// The last step of an axis's layout: the range is turned round, and its ticks keep theirs.
+void TurnRound(CAxes& axes, CAxes::AxisType type)
+{
+    AxisSettings axis = axes.GetAxis(type);
+    axis.tickRangeMode = CAxes::trFixed;
+    axis.tickRangeMin = axis.min;
+    axis.tickRangeMax = axis.max;
+    std::swap(axis.min, axis.max);
+    axes.SetAxis(type, axis);
+}
+
 /// So that the y title does not touch the labels beside it.
 void KeepTitleApart(CAxes& axes)
 {
@@ -227,7 +242,7 @@ void LayOutWords(CAxes& axes, PlotAxisSettings const& x, CSize area, LabelMeasur
     axes.SetLabelsHorizontal(labels.upright ? 0 : 1);
 }
 
-void LayOutX(CAxes& axes, PlotAxisSettings const& x, CSize area, LabelMeasure const& measure)
+void LayOutForwardX(CAxes& axes, PlotAxisSettings const& x, CSize area, LabelMeasure const& measure)
 {
     auto const width = [&measure](std::string const& text) { return measure.Width(text); };
     RangeFreedom const freedom = FreedomOf(x, kNear);
@@ -246,7 +261,14 @@ void LayOutX(CAxes& axes, PlotAxisSettings const& x, CSize area, LabelMeasure co
     }
 }
 
-void LayOutY(CAxes& axes, PlotAxisSettings const& y, int length, int fontHeight)
+void LayOutX(CAxes& axes, PlotAxisSettings const& x, CSize area, LabelMeasure const& measure)
+{
+    LayOutForwardX(axes, x, area, measure);
+    if (x.reversed)
+        TurnRound(axes, CAxes::atX);
+}
+
+void LayOutForwardY(CAxes& axes, PlotAxisSettings const& y, int length, int fontHeight)
 {
     constexpr int kMostSteps = 8;
     if (y.logarithmic) {
@@ -259,6 +281,13 @@ void LayOutY(CAxes& axes, PlotAxisSettings const& y, int length, int fontHeight)
     SetNumberAxis(axes, CAxes::atY, y, MakeNumberTicks(RangeOf(y), FreedomOf(y, 1.0), steps, smallestStep));
 }
 
+void LayOutY(CAxes& axes, PlotAxisSettings const& y, int length, int fontHeight)
+{
+    LayOutForwardY(axes, y, length, fontHeight);
+    if (y.reversed)
+        TurnRound(axes, CAxes::atY);
+}
+
 /// What does not depend on the layout.
 void PrepareAxis(CAxes& axes, CAxes::AxisType type, PlotAxisSettings const& settings)
 {
@@ -266,6 +295,10 @@ void PrepareAxis(CAxes& axes, CAxes::AxisType type, PlotAxisSettings const& sett
     axis.title = CString(settings.title);
     if (settings.logarithmic)
         axis.scaleMode = 1;
+    // Of the layout before this one.
+    if (axis.min > axis.max)
+        std::swap(axis.min, axis.max);
+    axis.tickRangeMode = CAxes::trAxis;
     axes.SetAxis(type, axis);
 }
 

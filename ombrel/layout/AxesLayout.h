@@ -22,6 +22,8 @@ struct PlotAxisSettings {
     std::optional<double> max;
     std::string title;
     bool logarithmic = false;
+    /// The axis runs backwards: from right to left, or down.
+    bool reversed = false;
     /// A logarithmic axis that ends at whole decades, since something stands on one of them.
     bool wholeDecades = false;
     bool dates = false;

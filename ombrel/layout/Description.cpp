@@ -188,8 +188,8 @@ AxisWords WordsOf(AxisSettings const& axis, Extent drawn)
     words.hasDates = axis.timeUnitsOn != 0;
     if (!drawn.IsEmpty()) {
         // What lies beyond the axis is not to be seen.
-        words.range.min = std::max(drawn.min, axis.min);
-        words.range.max = std::min(drawn.max, axis.max);
+        words.range.min = std::max(drawn.min, std::min(axis.min, axis.max));
+        words.range.max = std::min(drawn.max, std::max(axis.min, axis.max));
     }
     if (words.isLogarithmic && !words.range.IsEmpty())
         words.range = { std::pow(10.0, words.range.min), std::pow(10.0, words.range.max) };

@@ -42,11 +42,12 @@ std::vector<EndLabel> NamedLines(C2DGraph const& graph)
     return labels;
 }
 
-/// The last point that has both values; false without any.
-bool FindEnd(C2DLine const& line, CRealPoint& end)
+/// The last point that has both values, the first one where the axis runs backwards; false without any.
+bool FindEnd(C2DLine const& line, bool backwards, CRealPoint& end)
 {
-    for (int i = line.GetNumPoints() - 1; i >= 0; --i) {
-        end = line.GetAt(i);
+    int const count = line.GetNumPoints();
+    for (int i = 0; i < count; ++i) {
+        end = line.GetAt(backwards ? i : count - 1 - i);
         if (!IsGap(end.x) && !IsGap(end.y))
             return true;
     }
@@ -96,9 +97,10 @@ bool FindEnds(C2DGraph const& graph, std::vector<EndLabel>& labels)
 {
     constexpr int kNear = 20;
     CRect const area = graph.GetAxesRect();
+    bool const backwards = graph.GetAxes()->GetRange(CAxes::atX) < 0.0;
     for (EndLabel& label : labels) {
         CRealPoint end;
-        if (!FindEnd(*label.line, end))
+        if (!FindEnd(*label.line, backwards, end))
             return false;
         label.end = graph.UnitsToWindow(end);
         bool const isNear = label.end.x >= area.right - area.Width() / kNear && label.end.x <= area.right

@@ -30,14 +30,17 @@ struct Scale {
     Scale(C2DGraph& graph, CDC& dc)
         : area(graph.GetAxesRect())
         , range(graph.GetAxesRealRect())
-        , perX(area.Width() / range.Width())
-        , perY(area.Height() / (range.top - range.bottom))
+        , perX(area.Width() / std::abs(range.Width()))
+        , perY(area.Height() / std::abs(range.top - range.bottom))
         , outline(DeviceLineWidth(dc, 1))
         , crossing(graph.GetAxes()->GetIntersect().y)
         , ground(static_cast<COLORREF>(graph.GetBkndColour()))
     {
     }
-    bool IsShown(double x) const { return !IsGap(x) && x >= range.left && x <= range.right; }
+    bool IsShown(double x) const
+    {
+        return !IsGap(x) && x >= std::min(range.left, range.right) && x <= std::max(range.left, range.right);
+    }
     /// Whether outlines at its top and bottom leave nothing of a bar.
     bool IsFlat(double height) const { return height != 0.0 && std::abs(height) * perY < 2.0 * outline; }
 

@@ -478,5 +478,79 @@ TEST(Charts, MarkPointsAsLargeAsTheyAreTold)
     EXPECT_THROW(sizeOf(kNaN), ChartError);
 }
 
+/// Where each column of a chart's plot is coloured, from the end of the smallest x: the distances of the nearest and
+/// farthest such pixel from the end of the smallest y; -1 without any.
+std::vector<std::pair<int, int>> ColouredPixels(
+    std::function<void(Chart&)> const& addSeries, bool xReversed, bool yReversed)
+{
+    Chart chart;
+    addSeries(chart);
+    chart.X().Reversed(xReversed);
+    chart.Y().Reversed(yReversed);
+    CDIB bitmap(600, 400, 24);
+    CDC& dc = *bitmap.GetDC();
+    CRect const rect(0, 0, 600, 400);
+    chart.Draw(dc, rect);
+    CRect const area = chart.Graph(dc, rect).GetAxesRect();
+    auto const isColoured = [&](int x, int y) {
+        COLORREF const colour = dc.GetPixel(x, y);
+        auto const [least, most] = std::minmax({ GetRValue(colour), GetGValue(colour), GetBValue(colour) });
+        return most - least > 60;
+    };
+    std::vector<std::pair<int, int>> columns;
+    for (int across = 1; across < area.Width() - 1; ++across) {
+        std::pair<int, int> ends(-1, -1);
+        for (int up = 1; up < area.Height() - 1; ++up) {
+            if (!isColoured(
+                    xReversed ? area.right - across : area.left + across, yReversed ? area.top + up : area.bottom - up))
+                continue;
+            if (ends.first < 0)
+                ends.first = up;
+            ends.second = up;
+        }
+        columns.push_back(ends);
+    }
+    return columns;
+}
+
+TEST(ChartAxes, ThatRunBackwardsDrawTheSameInAMirror)
+{
+    // More points than pixels, few points, and rectangles.
+    std::vector<double> many;
+    std::vector<double> waves;
+    for (int i = 0; i < 20'000; ++i) {
+        many.push_back(i / 200.0);
+        waves.push_back(3 + std::sin(many.back() / 8) + 0.2 * std::sin(40 * many.back()));
+    }
+    std::vector<double> const few { 1, 2, 3, 4, 5, 6 };
+    std::vector<double> const heights { 3, 1, 4, 1, 5, 9 };
+    std::function<void(Chart&)> const kinds[] {
+        [&](Chart& chart) { chart.Line(many, waves); },
+        [&](Chart& chart) { chart.Line(few, heights); },
+        [&](Chart& chart) { chart.Bars(few, heights); },
+        [&](Chart& chart) { chart.Area(few, heights); },
+    };
+    for (auto const& addSeries : kinds) {
+        SCOPED_TRACE(&addSeries - kinds);
+        auto const forwards = ColouredPixels(addSeries, false, false);
+        for (auto const& [x, y] : { std::pair(true, false), { false, true }, { true, true } }) {
+            SCOPED_TRACE(testing::Message() << x << y);
+            auto const backwards = ColouredPixels(addSeries, x, y);
+            // Labels at other ends may leave other widths.
+            ASSERT_NEAR(static_cast<double>(backwards.size()), static_cast<double>(forwards.size()), 12);
+            std::size_t different = 0;
+            for (std::size_t i = 0; i < forwards.size(); ++i) {
+                auto const& there = backwards[i * backwards.size() / forwards.size()];
+                constexpr int kNear = 10;
+                if (std::abs(there.first - forwards[i].first) > kNear
+                    || std::abs(there.second - forwards[i].second) > kNear)
+                    ++different;
+            }
+            // A few columns lie beside the steep sides of bars.
+            EXPECT_LT(different, forwards.size() / 20);
+        }
+    }
+}
+
 } // namespace
 } // namespace ombrel

@@ -78,6 +78,8 @@ void CheckContent(ChartContent const& content)
         FailSetting("log x: the x values are words");
     if (!content.words.empty() && settings.polar)
         FailSetting("polar: the x values are words, not angles");
+    if (settings.polar && (content.x.reversed || content.y.reversed))
+        FailSetting("reverse: a polar chart has no axes of x and y");
     CheckEnds(content.x, settings.xLog, !content.words.empty(), "x-range");
     CheckEnds(content.y, settings.yLog, false, "y-range");
 }
@@ -95,6 +97,7 @@ PlotAxisSettings SettingsOf(AxisContent const& axis, bool logarithmic)
     settings.min = axis.from;
     settings.max = axis.to;
     settings.logarithmic = logarithmic;
+    settings.reversed = axis.reversed;
     return settings;
 }
 

@@ -16,6 +16,7 @@ struct AxisContent {
     std::string title;
     std::optional<double> from;
     std::optional<double> to;
+    bool reversed = false;
 };
 
 /// All that a chart was told.

@@ -262,8 +262,8 @@ LogTicks MakeLogTicks(AxisSettings const& axis)
     constexpr double kFactorOfFive = 0.7;
     constexpr double kTwoDecades = 2.0;
     constexpr double kMostWithMinors = 15.0;
-    double const lo = axis.min;
-    double const hi = axis.max;
+    double const lo = axis.RunsBackwards() ? axis.max : axis.min;
+    double const hi = axis.RunsBackwards() ? axis.min : axis.max;
     double const length = hi - lo;
     // Written so that what is not a number fails; powers of ten beyond these are no numbers either.
     if (!(length > 0.0 && lo >= -320.0 && hi <= 320.0))

@@ -47,6 +47,7 @@ void BarPainter::Paint(double x, double width, double from, double to, VectorBru
         m_borderColour = brush.foreground.colour;
     CRect rect(
         m_mapping.X(x - half), m_mapping.Y(std::max(from, to)), m_mapping.X(x + half), m_mapping.Y(std::min(from, to)));
+    rect.NormalizeRect();
     if (!ClipToAxes(rect, m_axesRect))
         return;
     if (rect.IsRectEmpty()) {

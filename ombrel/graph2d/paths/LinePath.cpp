@@ -113,7 +113,7 @@ private:
     /// Whether the next column may as well be one with those before it.
     bool IsPart(ColumnRun const& next) const
     {
-        return m_merging.extremes && next.x > m_left && next.x - m_left < m_merging.columns && AreTall(m_run, next);
+        return m_merging.extremes && std::abs(next.x - m_left) < m_merging.columns && AreTall(m_run, next);
     }
     /// The farther extreme first, so that the line to it is steep and runs inside this column and the one before.
     void AddExtremes()
@@ -148,19 +148,23 @@ void AddPoints(Sink& sink, StoredPoints const& p, PointMapping const& map, std::
 
 std::size_t PastColumn(StoredPoints const& p, PointMapping const& map, std::size_t first, std::size_t last, int column)
 {
+    auto const isPast = [&](std::size_t i) {
+        int const x = map.X(p.xs[i]);
+        return map.RunsBackwards() ? x < column : x > column;
+    };
     std::size_t low = first;
     std::size_t step = 1;
-    while (low + step < last && map.X(p.xs[low + step]) <= column) {
+    while (low + step < last && !isPast(low + step)) {
         low += step;
         step *= 2;
     }
     std::size_t high = std::min(low + step, last);
     while (low < high) {
         std::size_t const middle = low + (high - low) / 2;
-        if (map.X(p.xs[middle]) <= column)
-            low = middle + 1;
-        else
+        if (isPast(middle))
             high = middle;
+        else
+            low = middle + 1;
     }
     return low;
 }
@@ -176,8 +180,8 @@ void AddColumns(
         std::size_t const next = PastColumn(p, map, first, last, column);
         Extremes y {};
         if (p.summary->YExtremes(p.ys, first, next, y)) {
-            // Device rows grow downwards: the largest y is the smallest row.
-            merger.AddRun({ column, map.Y(p.ys[first]), map.Y(y.max), map.Y(y.min), map.Y(p.ys[next - 1]) });
+            auto const [top, bottom] = std::minmax({ map.Y(y.max), map.Y(y.min) });
+            merger.AddRun({ column, map.Y(p.ys[first]), top, bottom, map.Y(p.ys[next - 1]) });
         } else {
             AddPoints(merger, p, map, first, next);
         }
@@ -194,8 +198,11 @@ void AddStraightLines(LinePath& path, StoredPoints const& points, PointMapping c
     std::size_t first = 0;
     std::size_t last = points.count;
     if (points.summary && points.summary->XAscends()) {
-        std::size_t const firstInside = PastColumn(points, map, 0, points.count, firstColumn - 1);
-        std::size_t const firstBeyond = PastColumn(points, map, firstInside, points.count, lastColumn);
+        bool const backwards = map.RunsBackwards();
+        int const before = backwards ? lastColumn + 1 : firstColumn - 1;
+        std::size_t const firstInside = PastColumn(points, map, 0, points.count, before);
+        std::size_t const firstBeyond
+            = PastColumn(points, map, firstInside, points.count, backwards ? firstColumn : lastColumn);
         first = firstInside - (firstInside > 0 ? 1 : 0);
         last = std::min(firstBeyond + 1, points.count);
         // Finding a column costs about as much as looking at this many points.
@@ -324,8 +331,7 @@ void AddDashedColumns(DashMerger& merger, StoredPoints const& p, PointMapping co
         std::size_t const next = PastColumn(p, map, first, p.count, column);
         Extremes y {};
         if (next - first >= kCrowd && p.summary->YExtremes(p.ys, first, next, y)) {
-            int const top = map.Y(y.max);
-            int const bottom = map.Y(y.min);
+            auto const [top, bottom] = std::minmax({ map.Y(y.max), map.Y(y.min) });
             double const length = TotalVariation(p.ys, first, next) * std::abs(map.port.yScale);
             // Moves that only go up, or only down, are no longer than the column is high.
             if (length > 2.0 * (maxLength + bottom - top + 2)) {

@@ -24,6 +24,8 @@ struct PointMapping {
     PortMapping port;
     bool xLogarithmic = false;
     bool yLogarithmic = false;
+    /// Whether larger values of x lie farther left.
+    bool RunsBackwards() const { return port.xScale < 0.0; }
     int X(double v) const
     {
         if (xLogarithmic)
@@ -46,8 +48,8 @@ struct StoredPoints {
     PointSummary const* summary;
 };
 
-/// The first index of first … last − 1 whose pixel column is right of the given one, else last; x ascends. Doubling
-/// steps keep the search near where it starts.
+/// The first index of first … last − 1 whose pixel column is right of the given one (left of it where the axis runs
+/// backwards), else last; x ascends. Doubling steps keep the search near where it starts.
 std::size_t PastColumn(
     StoredPoints const& points, PointMapping const& map, std::size_t first, std::size_t last, int column);
 

@@ -144,8 +144,8 @@ void SetAxes(Chart& chart, Options const& options, std::vector<PlotSource> const
     bool const dates = HaveDates(sources, options);
     SetAxis(chart.X(), options.xTitle.value_or(x), EndsOf(options.xRange, dates, options, "--x-range"));
     SetAxis(chart.Y(), options.yTitle.value_or(y), EndsOf(options.yRange, false, options, "--y-range"));
-    chart.X().Logarithmic(options.xLog);
-    chart.Y().Logarithmic(options.yLog);
+    chart.X().Logarithmic(options.xLog).Reversed(options.xReversed);
+    chart.Y().Logarithmic(options.yLog).Reversed(options.yReversed);
 }
 
 Chart ChartFor(Options const& options, std::vector<PlotSource> const& sources, Messages const& messages)

@@ -30,7 +30,7 @@ using std::string_view;
 constexpr string_view kFormats[] { "png", "bmp", "pdf", "svg", "ps" };
 constexpr string_view kKinds[] { "line", "steps", "pairs", "points", "filled", "bar", "clustered", "stacked", "area",
     "error", "text", "histogram", "surface", "bars", "series", "wireframe", "lines", "scatter" };
-constexpr string_view kLogAxes[] { "x", "y", "xy" };
+constexpr string_view kAxes[] { "x", "y", "xy" };
 constexpr string_view kYesNo[] { "yes", "no" };
 constexpr string_view kDecimalMarks[] { "point", "comma" };
 constexpr string_view kGrids[] { "off", "major", "both" };
@@ -169,8 +169,10 @@ constexpr std::array kOptions {
         OptionId::YRange, "y-range", 0, "A:B", "Ends of the y axis; an empty one is taken from the data.", kCharts },
     OptionEntry { OptionId::ZRange, "z-range", 0, "A:B",
         "Heights that colours reach from and to, and the z axis except with mesh.", kColoured },
-    OptionEntry { OptionId::Log, "log", 0, "[x|y|xy]", "Logarithmic axes; y without a value.", kPlot, kLogAxes,
+    OptionEntry { OptionId::Log, "log", 0, "[x|y|xy]", "Logarithmic axes; y without a value.", kPlot, kAxes,
         ValueKind::Text, false, true },
+    OptionEntry { OptionId::Reverse, "reverse", 0, "x|y|xy", "Axes that run backwards, to the left or down.", kPlot,
+        kAxes, ValueKind::Text, true },
     OptionEntry { OptionId::Grid, "grid", 0, "off|major|both", "Grid lines; major without it.", kPlot, kGrids },
     OptionEntry { OptionId::Legend, "legend", 0, "WHERE",
         "auto (where there is room, when there are several curves), off, a corner: tl, tr, bl or br, or ends (names at "

@@ -6,6 +6,8 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <tuple>
+#include <utility>
 
 namespace ombrel::host {
 
@@ -19,12 +21,12 @@ template <typename Enum> Enum ParseChoice(OptionEntry const& option, std::string
     return static_cast<Enum>(ParseWord(option, value));
 }
 
-void ParseLog(Options& options, OptionEntry const& option, std::string const& value)
+/// The axes x, y or xy.
+std::pair<bool, bool> ParseAxes(OptionEntry const& option, std::string const& value)
 {
-    enum class LogAxes { X, Y, Both };
-    auto const axes = value.empty() ? LogAxes::Y : ParseChoice<LogAxes>(option, value);
-    options.xLog = axes != LogAxes::Y;
-    options.yLog = axes != LogAxes::X;
+    enum class Axes { X, Y, Both };
+    auto const axes = ParseChoice<Axes>(option, value);
+    return { axes != Axes::Y, axes != Axes::X };
 }
 
 /// Where a switch is kept; null for other options.
@@ -135,8 +137,14 @@ void Apply(Options& options, OptionEntry const& option, std::string const& value
         (option.id == OptionId::XRange ? options.xRange : options.yRange) = value;
         break;
     case OptionId::Log:
-        ParseLog(options, option, value);
+        std::tie(options.xLog, options.yLog) = ParseAxes(option, value.empty() ? "y" : value);
         break;
+    case OptionId::Reverse: {
+        auto const [x, y] = ParseAxes(option, value);
+        options.xReversed |= x;
+        options.yReversed |= y;
+        break;
+    }
     case OptionId::DateFormat:
         options.epochDates = value != "none";
         if (options.epochDates)

@@ -67,6 +67,7 @@ enum class OptionId : int {
     YRange,
     ZRange,
     Log,
+    Reverse,
     DateFormat,
     DateOrder,
     Header,
@@ -186,6 +187,8 @@ struct Options {
     std::optional<std::string> yRange;
     bool xLog = false;
     bool yLog = false;
+    bool xReversed = false;
+    bool yReversed = false;
     std::optional<DateFormat> dateFormat;
     /// Whether numbers along x that count seconds or milliseconds since 1970 are dates.
     bool epochDates = true;

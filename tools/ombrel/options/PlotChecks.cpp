@@ -61,7 +61,7 @@ void CheckPolar(Options const& options)
     if (!IsOneOf(options.kind, { Line, Points, Filled }))
         FailUsage("--polar is for --kind " + ListKinds({ Line, Points, Filled }) + ", not for " + NameOf(options.kind));
     for (OptionId const id : { OptionId::XTitle, OptionId::YTitle, OptionId::XRange, OptionId::YRange, OptionId::Log,
-             OptionId::DateFormat, OptionId::DateOrder, OptionId::ErrorColumns }) {
+             OptionId::Reverse, OptionId::DateFormat, OptionId::DateOrder, OptionId::ErrorColumns }) {
         if (options.IsGiven(id))
             FailUsage(NameOf(id) + " does nothing with --polar, which has no axes of x and y");
     }
