@@ -44,9 +44,6 @@ inline constexpr std::array<WeatherKind, 5> kWeatherKinds { {
     { "rain", { 61, 75, 73, 61, 40, 42, 16, 24, 36, 62, 75, 76 } },
     { "snow", { 8, 4, 6, 1, 0, 0, 0, 0, 0, 0, 1, 6 } },
 } };
-/// How many of the 1461 days had a highest temperature in each class of 2 degrees, from -2 on.
-inline constexpr std::array<double, 19> kHighCounts { 3, 9, 20, 41, 108, 110, 176, 168, 123, 119, 92, 123, 107, 80, 80,
-    39, 39, 18, 6 };
 /// Highest and lowest temperature of each day of July 2014.
 inline constexpr std::array<double, 31> kJulyHighs { 34.4, 27.2, 21.7, 23.9, 24.4, 28.9, 27.2, 30.0, 26.7, 28.9, 31.1,
     32.2, 29.4, 27.8, 31.1, 31.1, 26.7, 23.9, 25.6, 19.4, 23.9, 21.1, 18.9, 20.6, 22.8, 26.1, 28.3, 30.6, 30.0, 29.4,

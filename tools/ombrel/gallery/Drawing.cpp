@@ -1,8 +1,5 @@
 #include "tools/ombrel/gallery/Drawing.h"
-#include "ombrel/chart/Chart.h"
-#include "ombrel/graph2d/2DGraph.h"
-#include "ombrel/graph3d/3DGraph.h"
-#include "ombrel/scene/Scene.h"
+#include "ombrel/chart.h"
 
 #include <algorithm>
 #include <cassert>
@@ -12,44 +9,33 @@ namespace ombrel::host {
 namespace {
 
 /// In rows of three.
-constexpr std::string_view kOnOverview[] { "lines-constrained", "clustered-years", "areas-stream", "shading-range",
-    "stacked-shares", "grid-polar", "symbols-clouds", "errors-fit", "colours-spectrum", "contours-bands",
-    "surfaces-lit", "surfaces-globe", "bars3d-rain", "scatter3d-clouds", "mesh-clipped" };
+constexpr std::string_view kOnOverview[] { "lines-bessel", "clustered-years", "areas-stream", "shading-range",
+    "stacked-shares", "grid-polar", "symbols-clouds", "errors-fit", "colours-palette", "contours-bands", "surfaces-lit",
+    "surfaces-globe", "bars3d-rain", "scatter3d-clouds", "mesh-clipped" };
 
-std::unique_ptr<DrawnPicture> Make(void (*build)(Chart&), GalleryPicture const& picture, Theme theme)
+template <typename Made>
+std::unique_ptr<DrawnPicture> Make(void (*build)(Made&), GalleryPicture const& picture, Theme theme)
 {
-    auto chart = std::make_unique<Chart>(picture.title);
-    chart->Footnote(picture.source).SetTheme(theme);
-    build(*chart);
-    return chart;
+    auto made = std::make_unique<Made>(picture.title);
+    made->Footnote(picture.source).SetTheme(theme);
+    build(*made);
+    return made;
 }
 
-std::unique_ptr<DrawnPicture> Make(
-    void (*build)(C2DGraph&, PictureLook const&), GalleryPicture const& picture, Theme theme)
+std::unique_ptr<DrawnPicture> Make(void (*build)(GraphPicture&), GalleryPicture const& picture, Theme theme)
 {
     auto graph = std::make_unique<GraphPicture>(picture.title, theme);
     graph->Footnote(picture.source);
-    if (picture.axes == AxesChoice::AsBuilt)
-        graph->KeepAxes();
-    build(graph->Graph(), graph->GetLook());
+    build(*graph);
     return graph;
 }
 
-std::unique_ptr<DrawnPicture> Make(void (*build)(Scene&), GalleryPicture const& picture, Theme theme)
-{
-    auto scene = std::make_unique<Scene>(picture.title);
-    scene->Footnote(picture.source).SetTheme(theme);
-    build(*scene);
-    return scene;
-}
-
 std::unique_ptr<DrawnPicture> Make(
-    void (*build)(C3DGraph&, PictureLook const&), GalleryPicture const& picture, Theme theme)
+    ContourMap (*build)(std::string_view title), GalleryPicture const& picture, Theme theme)
 {
-    auto scene = std::make_unique<Scene>(picture.title);
-    scene->Footnote(picture.source).SetTheme(theme);
-    build(scene->Graph(), PictureLook(theme));
-    return scene;
+    auto map = std::make_unique<ContourMap>(build(picture.title));
+    map->Footnote(picture.source).SetTheme(theme);
+    return map;
 }
 
 } // namespace

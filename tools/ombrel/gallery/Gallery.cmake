@@ -7,7 +7,7 @@ function(ombrel_read_text path result)
 endfunction()
 
 set(gallerySources "")
-foreach(family Lines Bars Areas Contours Surfaces SceneBars ScenePoints Meshes Axes Style)
+foreach(family Charts Graphs Scenes Solids)
     ombrel_read_text(${CMAKE_CURRENT_LIST_DIR}/pictures/${family}.cpp text)
     string(APPEND gallerySources "${text},\n")
 endforeach()

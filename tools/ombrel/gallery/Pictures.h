@@ -1,6 +1,5 @@
 #pragma once
-#include "ombrel/scene/GraphPicture.h"
-#include "tools/ombrel/options/Options.h"
+#include "ombrel/layout/Look.h"
 
 #include <optional>
 #include <span>
@@ -9,20 +8,17 @@
 #include <vector>
 
 namespace ombrel {
-class C2DGraph;
-class C3DGraph;
 class Chart;
+class ContourMap;
+class GraphPicture;
 class Scene;
 } // namespace ombrel
 
 namespace ombrel::host {
 
-/// Builds a picture: a chart, or the plots of a graph with what is not usual about its axes, grids and annotation.
-using BuildPicture = std::variant<void (*)(Chart& chart), void (*)(C2DGraph& graph, PictureLook const& look),
-    void (*)(Scene& scene), void (*)(C3DGraph& graph, PictureLook const& look)>;
-
-/// Whether ranges and ticks are chosen for the picture's size, or stay as the graph itself makes them.
-enum class AxesChoice { Fitted, AsBuilt };
+/// Fills a picture with a title; maps are made of their heights at once.
+using BuildPicture = std::variant<void (*)(Chart& chart), void (*)(GraphPicture& picture), void (*)(Scene& scene),
+    ContourMap (*)(std::string_view title)>;
 
 struct GalleryPicture {
     /// Of its files, without extension; of the anchors in the page.
@@ -35,28 +31,22 @@ struct GalleryPicture {
     BuildPicture build;
     /// As it stands in the source, by which the page finds the code.
     std::string_view functionName;
-    /// Where the data come from, below the picture; empty for what was made up.
+    /// Where the data come from, below the picture; empty where there are none.
     std::string_view source = {};
-    AxesChoice axes = AxesChoice::Fitted;
     /// None for that of the gallery.
     std::optional<Theme> theme = std::nullopt;
 
-    bool IsScene() const { return build.index() >= 2; }
+    bool IsScene() const { return build.index() == 2; }
 };
 
 /// In the order of the page, sections together.
 std::vector<GalleryPicture> AllGalleryPictures();
 
-std::span<GalleryPicture const> LinePictures();
-std::span<GalleryPicture const> BarPictures();
-std::span<GalleryPicture const> AreaPictures();
-std::span<GalleryPicture const> ContourPictures();
-std::span<GalleryPicture const> SurfacePictures();
-std::span<GalleryPicture const> SceneBarPictures();
-std::span<GalleryPicture const> ScenePointPictures();
-std::span<GalleryPicture const> MeshPictures();
-std::span<GalleryPicture const> AxesPictures();
-std::span<GalleryPicture const> StylePictures();
+// By what they are made with: charts, classes of 2D, scenes and maps, classes of 3D.
+std::span<GalleryPicture const> ChartPictures();
+std::span<GalleryPicture const> GraphPictures();
+std::span<GalleryPicture const> ScenePictures();
+std::span<GalleryPicture const> SolidPictures();
 
 } // namespace ombrel::host
 

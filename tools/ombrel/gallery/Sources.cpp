@@ -106,15 +106,18 @@ std::string NeededFor(std::string text, std::vector<Definition> const& definitio
     return code;
 }
 
-/// The headers that sources include, of the library or of the language.
+/// The lines that include headers of the library or, in pointed brackets, of the language.
 std::set<std::string> IncludesOf(std::string_view source, char kind)
 {
     std::string const start = std::string("#include ") + kind;
     std::set<std::string> includes;
     while (!source.empty()) {
-        std::string_view const line = TakeLine(source);
-        if (line.starts_with(start) && line.find("tools/") == std::string_view::npos)
-            includes.insert(std::string(line));
+        std::string line(TakeLine(source));
+        if (!line.starts_with(start) || line.find("tools/") != std::string::npos)
+            continue;
+        std::replace(line.begin(), line.end(), '"', '<');
+        line.back() = '>';
+        includes.insert(line);
     }
     return includes;
 }
@@ -135,51 +138,42 @@ char const* NameOf(Theme theme)
     return theme == Theme::Light ? "Theme::Light" : theme == Theme::Dark ? "Theme::Dark" : "Theme::Print";
 }
 
-/// What the body of the picture's function calls what it works on, and its class.
-struct Object {
-    char const* className;
-    char const* name;
-};
-
-Object ObjectOf(GalleryPicture const& picture)
+/// What the body of a picture's function calls what it works on.
+char const* ObjectOf(GalleryPicture const& picture)
 {
-    constexpr Object kObjects[] { { "Chart", "chart" }, { "GraphPicture", "picture" }, { "Scene", "scene" },
-        { "Scene", "scene" } };
+    constexpr char const* kObjects[] { "chart", "picture", "scene", "map" };
     return kObjects[picture.build.index()];
 }
 
-/// What makes the object that the body of the picture's function works on.
-std::string Beginning(GalleryPicture const& picture, std::string_view body, Theme theme)
+/// What main does before the body of the picture's function.
+std::string BeforeBody(GalleryPicture const& picture, Theme theme)
 {
-    std::size_t const kind = picture.build.index();
-    std::string const object = ObjectOf(picture).name;
-    bool const isGraph = kind == 1;
-    std::string code = "    " + std::string(ObjectOf(picture).className) + " " + object + "(" + Literal(picture.title);
-    code += isGraph && theme != Theme::Light ? std::string(", ") + NameOf(theme) + ");\n" : ");\n";
-    if (!picture.source.empty())
-        code += "    " + object + ".Footnote(" + Literal(picture.source) + ");\n";
-    if (!isGraph && theme != Theme::Light)
-        code += "    " + object + ".SetTheme(" + NameOf(theme) + ");\n";
-    if (picture.axes == AxesChoice::AsBuilt)
-        code += "    " + object + ".KeepAxes();\n";
-    if (isGraph)
-        code += "    C2DGraph& graph = picture.Graph();\n";
-    if (kind == 3)
-        code += "    C3DGraph& graph = scene.Graph();\n";
-    if (Names(body, "look") && isGraph)
-        code += "    PictureLook const& look = picture.GetLook();\n";
-    if (Names(body, "look") && kind == 3)
-        code += theme == Theme::Light ? "    PictureLook const look;\n"
-                                      : std::string("    PictureLook const look(") + NameOf(theme) + ");\n";
-    return code;
+    constexpr char const* kBeginnings[] { "Chart chart(", "GraphPicture picture(", "Scene scene(",
+        "std::string_view const title(" };
+    bool const isThemed = picture.build.index() == 1 && theme != Theme::Light;
+    return "    " + std::string(kBeginnings[picture.build.index()]) + Literal(picture.title)
+        + (isThemed ? std::string(", ") + NameOf(theme) + ");\n" : ");\n");
 }
 
-/// The lines between the braces of a function, which may be a single one.
+/// What it does afterwards.
+std::string AfterBody(GalleryPicture const& picture, Theme theme)
+{
+    std::string const object = "    " + std::string(ObjectOf(picture)) + ".";
+    std::string code;
+    if (!picture.source.empty())
+        code += object + "Footnote(" + Literal(picture.source) + ");\n";
+    if (picture.build.index() != 1 && theme != Theme::Light)
+        code += object + "SetTheme(" + NameOf(theme) + ");\n";
+    return code + object + "Save(\"" + std::string(picture.name) + ".png\");\n";
+}
+
+/// The lines between the braces of a function, which may be a single one, without what it returns.
 std::string BodyOf(std::string const& definition)
 {
     std::size_t const lines = definition.find("\n{\n");
     if (lines != std::string::npos)
-        return definition.substr(lines + 3, definition.rfind('}') - lines - 3);
+        return definition.substr(
+            lines + 3, std::min(definition.rfind('}'), definition.find("    return map;")) - lines - 3);
     std::size_t const open = definition.find(" { ") + 3;
     return "    " + definition.substr(open, definition.rfind(" }") - open) + "\n";
 }
@@ -196,32 +190,17 @@ std::string MakeProgram(
                 definitions.push_back(std::move(one));
         }
     }
-    std::string const needed = NeededFor(body, definitions);
-    std::string program = "#include <ombrel/chart.h>\n";
-    // Charts and scenes need no class besides.
-    if (picture.build.index() % 2 == 1) {
-        std::set<std::string> own = IncludesOf(source, '"');
-        for (std::string const& line : IncludesOf(kGalleryHelpers, '"')) {
-            std::size_t const name = line.rfind('/') + 1;
-            if (Names(needed, "C" + line.substr(name, line.rfind('.') - name)))
-                own.insert(line);
-        }
-        for (std::string line : own) {
-            std::replace(line.begin(), line.end(), '"', '<');
-            line.back() = '>';
-            program += line + "\n";
-        }
-    }
+    std::string program;
+    for (std::string const& line : IncludesOf(source, '"'))
+        program += line + "\n";
     std::set<std::string> standard = IncludesOf(source, '<');
     for (std::string_view const text : { kGalleryHelpers, kGalleryData })
         standard.merge(IncludesOf(text, '<'));
     program += "\n";
     for (std::string const& line : standard)
         program += line + "\n";
-    program += "\nusing namespace ombrel;\n\n" + needed + "int main()\n{\n";
-    program += Beginning(picture, body, theme) + body;
-    program += "    " + std::string(ObjectOf(picture).name) + ".Save(\"" + std::string(picture.name) + ".png\");\n}\n";
-    return program;
+    program += "\nusing namespace ombrel;\n\n" + NeededFor(body, definitions) + "int main()\n{\n";
+    return program + BeforeBody(picture, theme) + body + AfterBody(picture, theme) + "}\n";
 }
 
 } // namespace
