@@ -182,6 +182,16 @@ Chart& Chart::Polar(Angle unit)
     });
 }
 
+Chart& Chart::North(bool on)
+{
+    return Set([on](ChartContent& content) { content.settings.north = on; });
+}
+
+Chart& Chart::EqualScales(bool on)
+{
+    return Set([on](ChartContent& content) { content.settings.equalScales = on; });
+}
+
 Chart& Chart::Percent(bool on)
 {
     return Set([on](ChartContent& content) { content.settings.percent = on; });

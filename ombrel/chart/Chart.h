@@ -80,6 +80,11 @@ public:
     /// x values become angles, counterclockwise from the right, and y values distances from the middle.
     enum class Angle { Degrees, Radians };
     Chart& Polar(Angle unit = Angle::Degrees);
+    /// Angles of a polar chart run clockwise from the top, as bearings and the hours of a clock do.
+    Chart& North(bool on = true);
+    /// A unit of x is as long as one of y, both axes being numbers, so that circles are round and maps keep their
+    /// shape.
+    Chart& EqualScales(bool on = true);
     /// Stacked bars show parts of 100.
     Chart& Percent(bool on = true);
     /// Bands show parts of 1.

@@ -46,10 +46,15 @@ enum class Mark { None, Circle, Square, Triangle, InvertedTriangle, Diamond, Cro
 struct ChartSettings {
     bool xLog = false;
     bool yLog = false;
-    /// x values are angles, counterclockwise from the right, and y values distances from the middle.
+    /// x values are angles, counterclockwise from the right unless north is set, and y values distances from the
+    /// middle.
     bool polar = false;
     /// Angles are radians rather than degrees.
     bool radians = false;
+    /// Angles run clockwise from the top.
+    bool north = false;
+    /// A unit of x is as long as one of y.
+    bool equalScales = false;
     /// Stacked bars show parts of 100.
     bool percent = false;
     /// Bands show parts of 1.

@@ -18,7 +18,14 @@ void C2DPolarGrid::Serialize(CArchive& ar)
     CGraphComponent::Serialize(ar);
     ArchiveFields f(ar);
     f.Version(1);
-    f.Int(m_on, m_majorRadii, m_majorAngles, m_minorRadii, m_minorAngles);
+    // Readers that know no other labels take these values for a grid that is on.
+    int on = m_on == 1 ? 1 + m_angleLabels : m_on;
+    f.Int(on, m_majorRadii, m_majorAngles, m_minorRadii, m_minorAngles);
+    if (ar.IsLoading()) {
+        bool const hasLabels = on == 1 + alDegrees || on == 1 + alBearings;
+        m_on = hasLabels ? 1 : on;
+        m_angleLabels = hasLabels ? static_cast<AngleLabels>(on - 1) : alPlain;
+    }
     f.Dword(m_major.colour, m_minor.colour).Int(m_major.style, m_minor.style);
 }
 

@@ -17,6 +17,7 @@ class CDC;
 ///
 /// While it is on, the axes draw nothing and both ranges are symmetric about 0. Circles are as round as the plotting
 /// area is square: they follow the scales of both axes.
+/// In documents, angle labels other than plain numbers are kept in the switch of the grid: it is on and stores 2 or 3.
 /// A document may hold any counts: divisions that are not positive draw nothing, and neither do more than kMaxTicks
 /// circles, diameters or ticks of one pass.
 /// Lifetime: owned by its graph. Errors: only Serialize throws (CArchiveException*, newly allocated).
@@ -41,6 +42,11 @@ public:
     /// of angles, which stand round the circle: the host leaves a margin of some 1.5 label heights round the graph.
     CRect GetExtentRect() const { return m_extent; }
 
+    /// How the ends of diameters are labelled: with the plain number of their angle, counterclockwise from the right;
+    /// the same with a degree sign; or with a degree sign and clockwise from the top, as bearings are.
+    enum AngleLabels { alPlain, alDegrees, alBearings };
+    AngleLabels GetAngleLabels() const { return m_angleLabels; }
+    void SetAngleLabels(AngleLabels labels) { Change(m_angleLabels, labels); }
     int IsOn() const { return m_on; }
     void SetOn(int on) { Change(m_on, on); }
     /// Major divisions of the radius, and minor divisions of each; 5 and 4 at first.
@@ -76,6 +82,7 @@ private:
     Labels MakeLabels(CDC& dc, Pass const& pass) const;
 
     int m_on = 0;
+    AngleLabels m_angleLabels = alPlain;
     int m_majorRadii = 5;
     int m_majorAngles = 8;
     int m_minorRadii = 4;

@@ -105,6 +105,8 @@ private:
     {
         return { m_centre.x + m_radius * std::cos(angle), m_centre.y + m_radius * std::sin(angle) };
     }
+    /// Of an angle in degrees, counterclockwise from the right.
+    CString AngleText(double degrees) const;
     double Angle(double division) const { return division * 2 * std::numbers::pi / m_grid.m_majorAngles; }
     void AddCircle(double division);
     void AddDiameter(double division);
@@ -200,6 +202,14 @@ void C2DPolarGrid::Pass::Widen(CPoint at, CSize size)
         std::max(extent.bottom, at.y + size.cy));
 }
 
+CString C2DPolarGrid::Pass::AngleText(double degrees) const
+{
+    if (m_grid.m_angleLabels == alPlain)
+        return GeneralText(degrees);
+    double const shown = m_grid.m_angleLabels == alDegrees ? degrees : std::fmod(450.0 - degrees, 360.0);
+    return GeneralText(shown) + CString("°");
+}
+
 void C2DPolarGrid::Pass::DrawAngleLabels()
 {
     int const divisions = m_grid.m_majorAngles;
@@ -210,7 +220,7 @@ void C2DPolarGrid::Pass::DrawAngleLabels()
         bool const opposite = i % 2 != 0;
         int const diameter = i / 2;
         double const angle = Angle(diameter) + (opposite ? std::numbers::pi : 0.0);
-        CString const text = GeneralText(angle * 180 / std::numbers::pi);
+        CString const text = AngleText(angle * 180 / std::numbers::pi);
         CSize const size = m_dc.GetTextExtent(text);
         CPoint const at = AnglePlace(
             Device(OnCircle(angle)), size, angle, opposite ? diameter + divisions / 2 : diameter, divisions);

@@ -317,6 +317,47 @@ void LengthenTicks(CAxes& axes, CRect const& graph)
     }
 }
 
+/// Of the smaller side of the room there is, what a side has at least where axes may show more than the data.
+constexpr double kNarrowestPart = 0.6;
+
+/// Data over at least such a span, on both sides or beyond the end that was not given; span is what they have.
+PlotAxisSettings WithSpan(PlotAxisSettings settings, double least, double span)
+{
+    if (span >= least || (settings.min && settings.max))
+        return settings;
+    double const first = settings.min.value_or(settings.data.min);
+    double const last = settings.max.value_or(settings.data.max);
+    double const more = std::max(0.0, least - (last - first));
+    settings.data.min = settings.min ? first : first - (settings.max ? more : more / 2.0);
+    settings.data.max = settings.max ? last : last + (settings.min ? more : more / 2.0);
+    settings.margin = 0.0;
+    return settings;
+}
+
+/// The ends that the axis has got become those that were asked for.
+PlotAxisSettings WithEndsOf(CAxes const& axes, CAxes::AxisType type, PlotAxisSettings settings)
+{
+    AxisSettings const& axis = axes.GetAxis(type);
+    settings.min = std::min(axis.min, axis.max);
+    settings.max = std::max(axis.min, axis.max);
+    return settings;
+}
+
+/// The largest part of the rectangle that the graph was laid out in where x and y have the same scale, as far as what
+/// lies round the axes stays as wide as it is.
+CRect WithEqualScales(C2DGraph const& graph, CRect const& rect)
+{
+    CAxes const& axes = *graph.GetAxes();
+    CRect const area = graph.GetAxesRect();
+    double const width = std::abs(axes.GetRange(CAxes::atX));
+    double const height = std::abs(axes.GetRange(CAxes::atY));
+    double const scale = std::min(area.Width() / width, area.Height() / height);
+    int const spareX = area.Width() - static_cast<int>(std::lround(scale * width));
+    int const spareY = area.Height() - static_cast<int>(std::lround(scale * height));
+    return { rect.left + spareX / 2, rect.top + spareY / 2, rect.right - (spareX - spareX / 2),
+        rect.bottom - (spareY - spareY / 2) };
+}
+
 } // namespace
 
 void SetGrid(C2DGraph& graph, GridChoice choice, bool withUprightLines)
@@ -370,6 +411,35 @@ void LayOutAxes(C2DGraph& graph, PlotAxisSettings const& x, PlotAxisSettings con
     }
 }
 
+void LayOutEqualScales(
+    C2DGraph& graph, PlotAxisSettings const& x, PlotAxisSettings const& y, CRect const& rect, CDC& dc)
+{
+    LayOutAxes(graph, x, y, rect, dc);
+    CSize const area = graph.GetAxesRect().Size();
+    double const xSpan = std::abs(graph.GetAxes()->GetRange(CAxes::atX));
+    double const ySpan = std::abs(graph.GetAxes()->GetRange(CAxes::atY));
+    double const scale = std::min(area.cx / xSpan, area.cy / ySpan);
+    double const least = kNarrowestPart * std::min(area.cx, area.cy) / scale;
+    PlotAxisSettings const xWide = WithSpan(x, least, xSpan);
+    PlotAxisSettings const yWide = WithSpan(y, least, ySpan);
+    // Once more in about the size there will be, whose ticks are fewer; then the ends stay.
+    LayOutAxes(graph, xWide, yWide, rect, dc);
+    LayOutAxes(graph, xWide, yWide, WithEqualScales(graph, rect), dc);
+    PlotAxisSettings const xEnds = WithEndsOf(*graph.GetAxes(), CAxes::atX, xWide);
+    PlotAxisSettings const yEnds = WithEndsOf(*graph.GetAxes(), CAxes::atY, yWide);
+    CRect room = rect;
+    LayOutAxes(graph, xEnds, yEnds, room, dc);
+    // Smaller letters leave more room for the axes than was reckoned with.
+    constexpr int kMostSteps = 4;
+    for (int i = 0; i < kMostSteps; ++i) {
+        CRect const next = WithEqualScales(graph, room);
+        if (next == room)
+            break;
+        room = next;
+        LayOutAxes(graph, xEnds, yEnds, room, dc);
+    }
+}
+
 void LayOutPolar(C2DGraph& graph, CRect const& rect, CDC& dc)
 {
     CAxes& axes = *graph.GetAxes();
@@ -383,11 +453,13 @@ void LayOutPolar(C2DGraph& graph, CRect const& rect, CDC& dc)
     Measure(graph, rect, dc);
     graph.GetPolarGrid()->SetNumMajorRDivs(TidyCircles(axes.GetRange(CAxes::atX) / 2.0));
     graph.GetPolarGrid()->SetNumMinorRDivs(2);
+    if (graph.GetPolarGrid()->GetAngleLabels() == C2DPolarGrid::alPlain)
+        graph.GetPolarGrid()->SetAngleLabels(C2DPolarGrid::alDegrees);
     Measure(graph, rect, dc);
     LabelMeasure const measure(graph, dc);
     // The labels of the angles stand round the circle, those of the radii to its left.
     int const above = measure.Height();
-    int const aside = measure.Width("180") + measure.Height() / 2;
+    int const aside = measure.Width("180°") + measure.Height() / 2;
     CRect const measured = graph.GetAxesRect();
     int const left = std::max(aside, static_cast<int>(measured.left - rect.left));
     int const side = std::max(1, std::min(rect.Width() - left - aside, rect.Height() - 2 * above));

@@ -55,6 +55,12 @@ OMBREL_EXPORT void SetGrid(C2DGraph& graph, GridChoice choice, bool withUprightL
 OMBREL_EXPORT void LayOutAxes(
     C2DGraph& graph, PlotAxisSettings const& x, PlotAxisSettings const& y, CRect const& rect, CDC& dc);
 
+/// Likewise with the same scale along both axes, which are numbers and not logarithmic: a unit of x is as many pixels
+/// as one of y. The plotting area becomes as narrow or as low as that asks for, in the middle of the rectangle; where
+/// it would be too narrow for readable labels, an axis whose ends were not both given shows more than the data.
+OMBREL_EXPORT void LayOutEqualScales(
+    C2DGraph& graph, PlotAxisSettings const& x, PlotAxisSettings const& y, CRect const& rect, CDC& dc);
+
 /// Likewise a graph with a polar grid: a square plotting area in the middle of the rectangle, with room for the labels
 /// round it.
 OMBREL_EXPORT void LayOutPolar(C2DGraph& graph, CRect const& rect, CDC& dc);

@@ -101,7 +101,7 @@ CCaption* FindTitle(CAnnotatedGraph& graph)
     return nullptr;
 }
 
-void PlaceTitle(C2DGraph& graph, CDC& dc)
+void PlaceTitle(C2DGraph& graph, CDC& dc, CRect const& key)
 {
     CCaption* const caption = FindTitle(graph);
     if (!caption || !graph.GetAxes())
@@ -110,16 +110,16 @@ void PlaceTitle(C2DGraph& graph, CDC& dc)
     CRect const axes = graph.GetAxesRect();
     bool const isPolar = graph.GetPolarGrid() && graph.GetPolarGrid()->IsOn();
     LONG const top = isPolar ? graph.GetGraphRect().top : std::min(axes.top, graph.GetAxes()->GetExtentRect().top);
+    LONG const right = !key.IsRectEmpty() && key.top < top ? key.left : window.right;
     // Letters do not touch the window's sides.
-    CSize const room(window.Width() - graph.GetAxes()->GetFontHeight(), top - window.top);
+    CSize const room(right - window.left - graph.GetAxes()->GetFontHeight(), top - window.top);
     constexpr double kLargerThanLabels = 1.25;
     SetReadableFont(*caption, graph, dc);
     bool const fits = FitLine(*caption, dc, graph.GetTitle(), CFontData::kBoldWeight,
         caption->GetFont().sizeFactor * kLargerThanLabels, room);
     CSize const size = caption->Measure(&dc);
     auto const centred = static_cast<int>(axes.left + (axes.Width() - size.cx) / 2);
-    int const x
-        = std::clamp(centred, static_cast<int>(window.left), std::max<int>(window.left, window.right - size.cx));
+    int const x = std::clamp(centred, static_cast<int>(window.left), std::max<int>(window.left, right - size.cx));
     // In the middle of the room, but not far from the window's top.
     auto const above = std::min(static_cast<int>((room.cy - size.cy) / 2), graph.GetAxes()->GetFontHeight());
     MoveTo(*caption, graph, CPoint(x, static_cast<int>(window.top) + above));

@@ -31,8 +31,9 @@ OMBREL_EXPORT void AddTitle(CAnnotatedGraph& graph, std::string const& title, Lo
 OMBREL_EXPORT CCaption* FindTitle(CAnnotatedGraph& graph);
 
 /// Centres the title over the plotting area, in the room between it and the top of the window: as large as fits, and
-/// shortened when it would be too small to read. The graph must have been laid out for a context like dc.
-OMBREL_EXPORT void PlaceTitle(C2DGraph& graph, CDC& dc);
+/// shortened when it would be too small to read. It ends at a key at the right of the plotting area where that rises
+/// beside it. The graph must have been laid out for a context like dc.
+OMBREL_EXPORT void PlaceTitle(C2DGraph& graph, CDC& dc, CRect const& key = {});
 
 /// Centres the title in the room at the top of a window without axes to go by, likewise.
 OMBREL_EXPORT void PlaceTitleIn(CAnnotatedGraph& graph, CRect const& room, CDC& dc);

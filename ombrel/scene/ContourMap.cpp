@@ -51,20 +51,6 @@ PlotAxisSettings FixedAxis(AxisRange range, std::string const& title)
     return axis;
 }
 
-/// The largest rectangle in which x and y have the same scale, for what lies round the axes in the one that was laid
-/// out; the same one when they may differ.
-CRect EqualScales(C2DGraph const& graph, CRect const& rect, PlotAxisSettings const& x, PlotAxisSettings const& y)
-{
-    CRect const axes = graph.GetAxesRect();
-    double const width = x.data.max - x.data.min;
-    double const height = y.data.max - y.data.min;
-    double const scale = std::min(axes.Width() / width, axes.Height() / height);
-    int const spareX = axes.Width() - static_cast<int>(std::lround(scale * width));
-    int const spareY = axes.Height() - static_cast<int>(std::lround(scale * height));
-    return { rect.left + spareX / 2, rect.top + spareY / 2, rect.right - (spareX - spareX / 2),
-        rect.bottom - (spareY - spareY / 2) };
-}
-
 /// A grid, if there is one.
 HeightSource OnGrid(HeightSource heights)
 {
@@ -207,15 +193,10 @@ void ContourMap::Settle(CDC& dc, CRect const& window)
     ApplyLook(graph, look);
     CRect rect = GraphRectIn(graph, graph.GetWindowRect(), dc);
     LayOutAxes(graph, xAxis, yAxis, rect, dc);
-    if (state.key) {
-        rect.right -= state.key->Width(dc);
-        LayOutAxes(graph, xAxis, yAxis, rect, dc);
-    }
-    if (state.titles.sameUnits)
-        LayOutAxes(graph, xAxis, yAxis, EqualScales(graph, rect, xAxis, yAxis), dc);
     if (state.key)
-        state.key->Place(dc);
-    PlaceTitle(graph, dc);
+        rect.right -= state.key->Width(dc);
+    (state.titles.sameUnits ? LayOutEqualScales : LayOutAxes)(graph, xAxis, yAxis, rect, dc);
+    PlaceTitle(graph, dc, state.key ? state.key->Place(dc) : CRect());
     PlaceFootnote(graph, m_style.footnote, dc);
 }
 

@@ -316,12 +316,13 @@ CAnnotatedGraph& GraphPicture::LaidOut(CDC& dc, CRect const& window)
     graph.UpdatePlots();
     PictureLayout layout(graph, state.keepsAxes, window, dc);
     layout.LayOut();
+    CRect key;
     if (CPlotComponent const* const curve = CurveWithKey(graph)) {
         state.key.emplace(graph, *curve, curve->GetTitle().ToUtf8(), state.look);
         CRect rect = layout.WholeRect();
         rect.right -= state.key->Width(dc);
         layout.LayOutIn(rect);
-        state.key->Place(dc);
+        key = state.key->Place(dc);
     }
     CLegend& legend = *graph.GetLegend();
     if (legend.IsOn()) {
@@ -330,7 +331,7 @@ CAnnotatedGraph& GraphPicture::LaidOut(CDC& dc, CRect const& window)
             graph, LegendPlace::Auto, layout.WholeRect(), dc, [&](CRect const& rect) { layout.LayOutIn(rect); });
         legend.SetStyle(style);
     }
-    PlaceTitle(graph, dc);
+    PlaceTitle(graph, dc, key);
     PlaceFootnote(graph, state.footnote, dc);
     SetCaptionFonts(graph, dc);
     for (GivenAxis& axis : state.axes)

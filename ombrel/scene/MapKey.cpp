@@ -71,7 +71,7 @@ int MapKey::Width(CDC& dc)
     return std::max(static_cast<int>(m_key.colours->Measure(&dc).cx), title) + m_graph.GetAxes()->GetFontHeight();
 }
 
-void MapKey::Place(CDC& dc)
+CRect MapKey::Place(CDC& dc)
 {
     CRect const window = m_graph.GetWindowRect();
     CRect const axes = m_graph.GetAxesRect();
@@ -93,6 +93,7 @@ void MapKey::Place(CDC& dc)
     if (m_key.title && !hasRoom)
         m_key.title->SetOn(0);
     m_key.colours->Create(CPoint(left(key), top + title.cy));
+    return { std::min(left(key), left(title)), top, window.right, top + title.cy + key.cy };
 }
 
 void MapKey::Remove() { RemoveKey(m_graph, m_key); }

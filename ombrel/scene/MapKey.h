@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/layout/Look.h"
+#include "ombrel/platform/framework/Geometry.h"
 
 #include <string>
 
@@ -38,8 +39,8 @@ public:
     // dc is a context like the one that will be drawn on.
     /// The pixels that both take from the graph's rectangle, once the graph has been laid out.
     int Width(CDC& dc);
-    /// Puts both in the middle of the height of the axes, beside them.
-    void Place(CDC& dc);
+    /// Puts both in the middle of the height of the axes, beside them, and returns the rectangle that they take.
+    CRect Place(CDC& dc);
 
     /// Takes both out of the graph, where it still has them. Nothing else may be done with the key then.
     void Remove();

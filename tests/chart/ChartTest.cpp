@@ -136,6 +136,10 @@ TEST(Chart, SaysWhatCannotBeDrawn)
         { [&](Chart& c) { c.Bars(two, two), c.Stacked(two, two); }, "stacked bars do not stand beside others" },
         { [&](Chart& c) { c.Area(two, two), c.Y().Logarithmic(); }, "area values add up" },
         { [&](Chart& c) { c.Bars(two, two), c.Polar(); }, "polar: is for lines" },
+        { [&](Chart& c) { c.Points(words, two), c.EqualScales(); }, "equal: the x values are words" },
+        { [&](Chart& c) { c.Line(two), c.EqualScales().Y().Logarithmic(); }, "logarithmic axes cannot be equal" },
+        { [&](Chart& c) { c.Line(two), c.EqualScales().Polar(); }, "polar chart are equal already" },
+        { [&](Chart& c) { c.Line(two), c.North(); }, "north: only a polar chart" },
         { [&](Chart& c) { c.Line(gaps); }, "there is nothing to draw: all values are gaps" },
         { [&](Chart& c) { c.Line(two), c.SetPalette("rainbowish"); }, "palette: expected distinct, grey" },
         { [&](Chart& c) { c.Line(two), c.X().Range(2, 1); }, "x-range: expected ends with the first below the second" },
@@ -549,6 +553,57 @@ TEST(ChartAxes, ThatRunBackwardsDrawTheSameInAMirror)
             // A few columns lie beside the steep sides of bars.
             EXPECT_LT(different, forwards.size() / 20);
         }
+    }
+}
+
+TEST(ChartAxes, HaveEqualScalesInEveryShape)
+{
+    std::vector<double> const east { 0, 3, -3, 0 };
+    std::vector<double> const north { 0, 30, 60, 100 };
+    struct {
+        CSize size;
+        std::function<void(Chart&)> change;
+    } const cases[] {
+        { CSize(600, 300), [](Chart&) {} },
+        { CSize(200, 500), [](Chart& c) { c.Legend(LegendPlace::TopLeft), c.Title("A walk"); } },
+        { CSize(400, 400), [](Chart& c) { c.X().Reversed(), c.Y().Reversed(); } },
+        { CSize(600, 300), [](Chart& c) { c.X().From(0), c.Y().To(50); } },
+        { CSize(500, 400), [](Chart& c) { c.X().Range(-4, 4), c.Y().Range(0, 100); } },
+    };
+    for (auto const& [size, change] : cases) {
+        for (bool const isTall : { true, false }) {
+            Chart chart;
+            chart.EqualScales();
+            (isTall ? chart.Line(east, north) : chart.Line(north, east)).Name("path");
+            change(chart);
+            Picture picture(kSmall);
+            C2DGraph& graph = chart.Graph(picture.GetDC(), CRect(CPoint(), size));
+            AxisSettings const x = graph.GetAxes()->GetAxis(CAxes::atX);
+            AxisSettings const y = graph.GetAxes()->GetAxis(CAxes::atY);
+            CRect const area = graph.GetAxesRect();
+            EXPECT_NEAR(area.Width() / std::abs(x.max - x.min), area.Height() / std::abs(y.max - y.min),
+                1.5 * std::max(1 / std::abs(x.max - x.min), 1 / std::abs(y.max - y.min)))
+                << size.cx << " x " << size.cy << (isTall ? ", tall" : "");
+            CRect inside;
+            EXPECT_TRUE(inside.IntersectRect(area, CRect(CPoint(), size)) && inside == area);
+            EXPECT_GT(std::min(area.Width(), area.Height()), std::min(size.cx, size.cy) / 15);
+        }
+    }
+}
+
+TEST(Chart, TurnsBearingsClockwiseFromTheTop)
+{
+    std::vector<double> const degrees { 0, 90, 225 };
+    std::vector<double> const radii { 1, 2, 2 };
+    Chart chart;
+    chart.Polar().North().Line(degrees, radii);
+    Picture picture(kSmall);
+    C2DGraph& graph = chart.Graph(picture.GetDC(), picture.GetRect());
+    auto const& line = *DynamicDowncast<C2DLine>(graph.GetPlotArray()->GetAt(0)->GetComponents().GetAt(0));
+    CRealPoint const expected[] { { 0, 1 }, { 2, 0 }, { -std::sqrt(2.0), -std::sqrt(2.0) } };
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_NEAR(line.GetAt(i).x, expected[i].x, 1e-12);
+        EXPECT_NEAR(line.GetAt(i).y, expected[i].y, 1e-12);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/2DGrid.h"
+#include "ombrel/graph2d/2DPolarGrid.h"
 #include "ombrel/graph2d/Axes.h"
 #include "tests/model/ArchiveBytes.h"
 
@@ -206,6 +207,23 @@ TEST(Grid2DArchive, KeepsEveryFieldInItsPlaceWhichItsNameReadsAndSets)
     TakeOver<COleDateTime const&, COleDateTime>(to, from, true, { BOTH(G, XMinTime) });
     TakeOver<TimeUnit, TimeUnit>(to, from, true, { BOTH(G, XDelTimeUnit), BOTH(G, XDelTimeUnitMinor) });
     EXPECT_EQ(OwnFields(Stored(to)), OwnFields(GridBytes()));
+}
+
+TEST(PolarGridArchive, KeepsLabelsOfAnglesInTheSwitch)
+{
+    for (int const stored : { -1, 0, 1, 2, 3, 4 }) {
+        Bytes const bytes
+            = Bytes().Component(0x332211, 1, 1, 2).Int(1, stored, 11, 12, 13, 14).Int(0x0000FF, 0x00FF00).Int(2, 3);
+        C2DPolarGrid grid;
+        grid.SetAngleLabels(C2DPolarGrid::alBearings);
+        ASSERT_TRUE(Load(grid, bytes));
+        EXPECT_EQ(Stored(grid), bytes);
+        EXPECT_EQ(grid.IsOn() != 0, stored != 0);
+        EXPECT_EQ(grid.GetAngleLabels(),
+            stored == 2       ? C2DPolarGrid::alDegrees
+                : stored == 3 ? C2DPolarGrid::alBearings
+                              : C2DPolarGrid::alPlain);
+    }
 }
 
 /// Settings of both axes that differ in everything.

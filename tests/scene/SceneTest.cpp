@@ -11,6 +11,7 @@
 #include "ombrel/graph3d/3DLineCurve.h"
 #include "ombrel/graph3d/Surface.h"
 #include "ombrel/layout/ChartError.h"
+#include "ombrel/layout/Titles.h"
 #include "ombrel/platform/framework/Exception.h"
 #include "ombrel/scene/ContourMap.h"
 #include "ombrel/scene/GraphPicture.h"
@@ -525,6 +526,21 @@ TEST(GraphPictures, AreDrawnAnywhereAndAtAnySizeAsInAPictureOfTheirOwn)
             changed->Touch();
         }
         EXPECT_TRUE(Pixels(*picture) == Pixels(*fresh));
+    }
+}
+
+TEST(ContourMaps, ThatAreSmallHaveTheirTitleBesideTheKey)
+{
+    ContourMap map(kHeights, kRows, kColumns, "A flow round a cylinder is fastest at its sides");
+    map.Bands(15);
+    for (CSize const size : { CSize(160, 140), CSize(200, 180), CSize(900, 600) }) {
+        Pixels(map, size.cx, size.cy);
+        CCaption const* const title = FindTitle(map.Graph());
+        CColourKey const* const key = map.Graph().GetColourKeyArray()->GetAt(0);
+        ASSERT_TRUE(title && key);
+        CRect both;
+        EXPECT_TRUE(title->IsOn());
+        EXPECT_FALSE(both.IntersectRect(title->GetRect(), key->GetRect())) << size.cx << " x " << size.cy;
     }
 }
 

@@ -58,6 +58,16 @@ TEST(Reference, CompletesInBash)
     EXPECT_EQ(complete("ombrel plot --norm", 2), "--normalised");
     EXPECT_EQ(complete("ombrel info --out", 2), "");
     EXPECT_EQ(complete("ombrel gal", 1), "gallery");
+    // Those that are installed, asked for when they are needed.
+    auto const completeColours = [&](std::string const& words) {
+        return OutputOfBash("ombrel() { printf 'name  kind\\nviridis            installed\\nVery Dark  preset\\n'; }\n"
+                            "COMP_WORDS=(ombrel plot "
+            + words + ") COMP_CWORD=3; _ombrel; echo -n \"${COMPREPLY[*]}\"");
+    };
+    EXPECT_EQ(completeColours("--palette vi"), "viridis");
+    EXPECT_EQ(completeColours("--palette d"), "distinct");
+    EXPECT_EQ(completeColours("--palette ''"), "distinct grey viridis Very\\ Dark");
+    EXPECT_EQ(completeColours("--colour-map V"), "Very\\ Dark");
 }
 
 } // namespace

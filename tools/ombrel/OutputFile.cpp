@@ -2,6 +2,8 @@
 #include "ombrel/annotation/AnnotatedGraph.h"
 #include "ombrel/chart/Document.h"
 #include "ombrel/platform/gdi/DC.h"
+#include "ombrel/platform/gdi/TextMetrics.h"
+#include "ombrel/table/Utf8.h"
 #include "tools/ombrel/Messages.h"
 
 #include <algorithm>
@@ -99,6 +101,35 @@ std::string SizeText(Target const& target)
                            : text(target.size.width, target.size.height, " pixels");
 }
 
+std::string Utf8Of(char32_t character)
+{
+    std::u16string units;
+    if (character >= 0x10000)
+        units = { static_cast<char16_t>(0xD7C0 + (character >> 10)),
+            static_cast<char16_t>(0xDC00 | (character & 0x3FF)) };
+    else
+        units = { static_cast<char16_t>(character) };
+    return CString(units).ToUtf8();
+}
+
+/// Of characters that stay away from the picture.
+void TellMissing(Messages const& messages)
+{
+    constexpr std::size_t kMost = 5;
+    std::u32string const missing = TakeCharactersWithoutGlyph();
+    if (missing.empty())
+        return;
+    std::string text;
+    for (char32_t const character : missing.substr(0, kMost)) {
+        char number[16];
+        std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(character));
+        text += (text.empty() ? "" : ", ") + QuoteForMessage(Utf8Of(character)) + " (" + number + ")";
+    }
+    if (missing.size() > kMost)
+        text += " and " + std::to_string(missing.size() - kMost) + " more";
+    messages.Warning("no font has a glyph for " + text + "; a font that has it needs to be installed");
+}
+
 } // namespace
 
 void CheckPaths(Options const& options, std::vector<std::string> const& paths)
@@ -171,6 +202,7 @@ void Outputs::Write(Draw const& draw, Messages const& messages, std::string cons
         files.push_back({ target.path, picture.Encode(), SizeText(target) });
         TellMarks(target, picture, messages);
     }
+    TellMissing(messages);
     WriteFiles(files, messages);
 }
 

@@ -80,6 +80,14 @@ void CheckContent(ChartContent const& content)
         FailSetting("polar: the x values are words, not angles");
     if (settings.polar && (content.x.reversed || content.y.reversed))
         FailSetting("reverse: a polar chart has no axes of x and y");
+    if (settings.polar && settings.equalScales)
+        FailSetting("equal: the scales of a polar chart are equal already");
+    if (settings.equalScales && (settings.xLog || settings.yLog))
+        FailSetting("equal: scales of logarithmic axes cannot be equal");
+    if (settings.equalScales && (settings.xKind != XKind::Numbers || !content.words.empty()))
+        FailSetting("equal: the x values are " + std::string(content.words.empty() ? "dates" : "words"));
+    if (settings.north && !settings.polar)
+        FailSetting("north: only a polar chart has angles");
     CheckEnds(content.x, settings.xLog, !content.words.empty(), "x-range");
     CheckEnds(content.y, settings.yLog, false, "y-range");
 }
@@ -129,6 +137,8 @@ ChartGraph::ChartGraph(ChartContent const& content, CDC& dc, CSize size, ChartNo
     CheckContent(content);
     m_graph->SetGraphFrameOn(0);
     m_graph->GetPolarGrid()->SetOn(content.settings.polar);
+    if (content.settings.north)
+        m_graph->GetPolarGrid()->SetAngleLabels(C2DPolarGrid::alBearings);
     AddTitle(*m_graph, OneLine(content.title), m_look);
     SetFootnote(*m_graph, content.footnote, m_look);
     AddCaptions(*m_graph, content.captions, m_look);
@@ -175,7 +185,7 @@ void ChartGraph::LayOutAxesIn(ChartContent const& content, CRect const& rect, CD
     if (content.settings.polar)
         LayOutPolar(*m_graph, rect, dc);
     else
-        LayOutAxes(*m_graph, m_x, m_y, rect, dc);
+        (content.settings.equalScales ? LayOutEqualScales : LayOutAxes)(*m_graph, m_x, m_y, rect, dc);
     m_axesRoom = rect;
 }
 

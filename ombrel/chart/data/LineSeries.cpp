@@ -105,16 +105,16 @@ std::size_t AddExtents(double const* xs, double const* ys, std::size_t count, Ax
 }
 
 /// Angles and radii become x and y.
-void MakeCartesian(std::span<double> xs, std::span<double> ys, bool radians)
+void MakeCartesian(std::span<double> xs, std::span<double> ys, ChartSettings const& settings)
 {
-    double const unit = radians ? 1.0 : std::numbers::pi / 180.0;
+    double const unit = settings.radians ? 1.0 : std::numbers::pi / 180.0;
     for (std::size_t i = 0; i < xs.size(); ++i) {
         if (xs[i] == kGap || ys[i] == kGap)
             continue;
         double const angle = xs[i] * unit;
         double const radius = ys[i];
-        xs[i] = radius * std::cos(angle);
-        ys[i] = radius * std::sin(angle);
+        xs[i] = radius * (settings.north ? std::sin(angle) : std::cos(angle));
+        ys[i] = radius * (settings.north ? std::cos(angle) : std::sin(angle));
     }
 }
 
@@ -162,7 +162,7 @@ public:
         MarkGaps(X(), settings.xLog, one.shown.notPositive);
         MarkGaps(Y(), settings.yLog, one.shown.notPositive);
         if (settings.polar)
-            MakeCartesian(X(), Y(), settings.radians);
+            MakeCartesian(X(), Y(), settings);
         m_shown = AddExtents(X().data(), Y().data(), m_count, input.shown, one.shown);
         if (m_shown == 0)
             one.shown.empty.push_back(one.name);

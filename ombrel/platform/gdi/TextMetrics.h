@@ -30,4 +30,8 @@ OMBREL_EXPORT CSize MeasureText(LOGFONT const& font, CString const& text);
 /// Whether some installed font has a glyph for every character; the place of a missing one is left empty.
 OMBREL_EXPORT bool HasAllGlyphs(LOGFONT const& font, CString const& text);
 
+/// The characters that no font has, in texts that this thread has measured or drawn since the last call: each once, in
+/// ascending order. A text that is drawn again may not count again.
+OMBREL_EXPORT std::u32string TakeCharactersWithoutGlyph();
+
 } // namespace ombrel

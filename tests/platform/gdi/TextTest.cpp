@@ -156,6 +156,11 @@ TEST(Text, MissingGlyphsLeaveTheirPlaceEmpty)
     EXPECT_FALSE(HasAllGlyphs(font, CString("a") + unknown));
     EXPECT_GT(MeasureText(font, unknown).cx, 0);
     EXPECT_EQ(Ink(*RenderText(font, unknown)), 0);
+    TakeCharactersWithoutGlyph();
+    RenderText(font, u"a\u0379b\u0378c\u0379");
+    MeasureText(font, u"\u0380\U0001F0FF\u0001");
+    EXPECT_TRUE(TakeCharactersWithoutGlyph() == U"\u0378\u0379\u0380\U0001F0FF");
+    EXPECT_TRUE(TakeCharactersWithoutGlyph().empty());
     // Half a surrogate pair is no character at all.
     EXPECT_GE(MeasureText(font, CString(char16_t { 0xD800 })).cx, 0);
 }

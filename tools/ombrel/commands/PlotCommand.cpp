@@ -21,15 +21,20 @@ namespace {
 
 [[noreturn]] void FailUsage(std::string const& text) { throw Failure(kUsageFault, text); }
 
-std::optional<AxisEnds> EndsOf(
-    std::optional<std::string> const& text, bool dates, Options const& options, char const* option)
+std::optional<AxisEnds> EndsOf(std::optional<std::string> const& text, bool dates, Options const& options, char axis)
 {
     if (!text)
         return std::nullopt;
-    auto const ends = ParseRange(*text, dates, options.dateFormat ? &*options.dateFormat : nullptr);
+    auto const parse = [&](std::string const& range) {
+        return ParseRange(range, dates, options.dateFormat ? &*options.dateFormat : nullptr);
+    };
+    auto const ends = parse(*text);
+    std::size_t const colon = text->find(':');
+    bool const isSwapped = parse(text->substr(colon + 1) + ':' + text->substr(0, colon)).has_value();
     if (!ends)
-        FailUsage(std::string(option) + ": expected A:B with A below B, "
-            + (dates ? "dates such as 2020-01-01" : "numbers") + ", found " + QuoteForMessage(*text));
+        FailUsage(std::string("--") + axis + "-range: expected A:B with A below B, "
+            + (dates ? "dates such as 2020-01-01" : "numbers") + ", found " + QuoteForMessage(*text)
+            + (isSwapped ? std::string(" (--reverse ") + axis + " turns an axis round)" : ""));
     return ends;
 }
 
@@ -142,8 +147,11 @@ void SetAxes(Chart& chart, Options const& options, std::vector<PlotSource> const
     if (y.empty() && !inLegend)
         y = YTitle(sources);
     bool const dates = HaveDates(sources, options);
-    SetAxis(chart.X(), options.xTitle.value_or(x), EndsOf(options.xRange, dates, options, "--x-range"));
-    SetAxis(chart.Y(), options.yTitle.value_or(y), EndsOf(options.yRange, false, options, "--y-range"));
+    if (options.equal && (dates || sources.front().HasWords()))
+        FailUsage("--equal: the x values are " + std::string(dates ? "dates" : "words"));
+    chart.EqualScales(options.equal);
+    SetAxis(chart.X(), options.xTitle.value_or(x), EndsOf(options.xRange, dates, options, 'x'));
+    SetAxis(chart.Y(), options.yTitle.value_or(y), EndsOf(options.yRange, false, options, 'y'));
     chart.X().Logarithmic(options.xLog).Reversed(options.xReversed);
     chart.Y().Logarithmic(options.yLog).Reversed(options.yReversed);
 }
@@ -161,7 +169,7 @@ Chart ChartFor(Options const& options, std::vector<PlotSource> const& sources, M
         .Legend(options.legend);
     chart.Percent(options.percent).Normalised(options.normalised).Bins(options.bins);
     if (options.polar)
-        chart.Polar(options.radians ? Chart::Angle::Radians : Chart::Angle::Degrees);
+        chart.Polar(options.radians ? Chart::Angle::Radians : Chart::Angle::Degrees).North(options.north);
     for (CaptionSettings const& caption : options.captions)
         chart.Caption(caption.text, caption.x, caption.y);
     SetAxes(chart, options, sources);

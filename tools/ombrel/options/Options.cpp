@@ -43,6 +43,10 @@ bool* SwitchOf(Options& options, OptionId id)
         return &options.polar;
     case OptionId::Radians:
         return &options.radians;
+    case OptionId::North:
+        return &options.north;
+    case OptionId::Equal:
+        return &options.equal;
     case OptionId::Watch:
         return &options.watch;
     case OptionId::Verbose:

@@ -68,6 +68,7 @@ enum class OptionId : int {
     ZRange,
     Log,
     Reverse,
+    Equal,
     DateFormat,
     DateOrder,
     Header,
@@ -87,6 +88,7 @@ enum class OptionId : int {
     LabelColumn,
     Polar,
     Radians,
+    North,
     Grid,
     Legend,
     Caption,
@@ -105,7 +107,7 @@ using CommandSet = unsigned;
 constexpr CommandSet SetOf(Command command) { return 1U << static_cast<unsigned>(command); }
 
 /// What a value names, for completing it in a shell.
-enum class ValueKind { Text, File };
+enum class ValueKind { Text, File, ColourMap, Palette };
 
 /// One option: parsing, the help text, the man page and the completion files read this table.
 struct OptionEntry {
@@ -209,6 +211,10 @@ struct Options {
     bool polar = false;
     /// Angles of polar data are radians rather than degrees.
     bool radians = false;
+    /// They run clockwise from the top.
+    bool north = false;
+    /// A unit of x is as long as one of y.
+    bool equal = false;
     GridChoice grid = GridChoice::Major;
     LegendPlace legend = LegendPlace::Auto;
     std::vector<CaptionSettings> captions;

@@ -56,12 +56,14 @@ void CheckPolar(Options const& options)
 {
     if (options.radians && !options.polar)
         FailUsage("--radians is for --polar");
+    if (options.north && !options.polar)
+        FailUsage("--north is for --polar");
     if (!options.polar)
         return;
     if (!IsOneOf(options.kind, { Line, Points, Filled }))
         FailUsage("--polar is for --kind " + ListKinds({ Line, Points, Filled }) + ", not for " + NameOf(options.kind));
     for (OptionId const id : { OptionId::XTitle, OptionId::YTitle, OptionId::XRange, OptionId::YRange, OptionId::Log,
-             OptionId::Reverse, OptionId::DateFormat, OptionId::DateOrder, OptionId::ErrorColumns }) {
+             OptionId::Reverse, OptionId::Equal, OptionId::DateFormat, OptionId::DateOrder, OptionId::ErrorColumns }) {
         if (options.IsGiven(id))
             FailUsage(NameOf(id) + " does nothing with --polar, which has no axes of x and y");
     }
@@ -88,6 +90,8 @@ void CheckPlotOptions(Options const& options)
         FailUsage("--kind error needs --error, the columns of the errors");
     if (options.kind == Text && options.labelColumn.empty())
         FailUsage("--kind text needs --label, the column of the texts");
+    if (options.equal && (options.xLog || options.yLog))
+        FailUsage("--equal: scales of logarithmic axes cannot be equal");
     if (options.kind == Histogram) {
         for (OptionId const id : { OptionId::XColumn, OptionId::DateFormat, OptionId::DateOrder }) {
             if (options.IsGiven(id))

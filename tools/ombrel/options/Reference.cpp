@@ -118,18 +118,37 @@ std::string ManPage()
     return text;
 }
 
+namespace {
+
+/// In shells: the names of colour maps, one a line. They may have blanks; two of these end a column of the list.
+std::string const kListColours = "ombrel colours 2>/dev/null | sed '1d;s/  .*//'";
+
+} // namespace
+
 std::string BashCompletion()
 {
     std::string text = "# Completion of ombrel for bash.\n"
-                       "_ombrel()\n{\n"
-                       "    local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} options\n"
-                       "    case $previous in\n";
+                       "# Those of the given words and the names of colour maps that begin with $word.\n"
+                       "_ombrel_colours()\n{\n"
+                       "    local name\n    COMPREPLY=()\n"
+                       "    while IFS= read -r name; do\n"
+                       "        [[ $name && $name == \"$word\"* ]] && COMPREPLY+=(\"$(printf %q \"$name\")\")\n"
+                       "    done < <(printf '%s\\n' \"$@\"; "
+        + kListColours
+        + ")\n}\n"
+          "_ombrel()\n{\n"
+          "    local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} options\n"
+          "    case $previous in\n";
     for (OptionEntry const& option : AllOptions()) {
         if (option.argument.empty())
             continue;
         text += "        " + Spellings(option, "|") + ") ";
         if (!option.choices.empty())
             text += "COMPREPLY=($(compgen -W " + Quoted(Join(option.choices)) + " -- \"$word\"))";
+        else if (option.valueKind == ValueKind::ColourMap)
+            text += "_ombrel_colours; COMPREPLY+=($(compgen -f -- \"$word\"))";
+        else if (option.valueKind == ValueKind::Palette)
+            text += "_ombrel_colours distinct grey";
         else if (option.valueKind == ValueKind::File)
             text += "COMPREPLY=($(compgen -f -- \"$word\"))";
         else
@@ -178,6 +197,10 @@ std::string ZshArgument(OptionEntry const& option)
         value = ":" + ZshText(option.argument) + ":";
     if (!option.choices.empty())
         value += "(" + Join(option.choices) + ")";
+    else if (option.valueKind == ValueKind::ColourMap)
+        value += "{_ombrel_colours; _files}";
+    else if (option.valueKind == ValueKind::Palette)
+        value += "{_ombrel_colours distinct grey}";
     else if (option.valueKind == ValueKind::File)
         value += "_files";
     std::string const tail = "[" + ZshText(FirstSentence(option.help)) + "]" + value;
@@ -194,7 +217,11 @@ std::string ZshArgument(OptionEntry const& option)
 
 std::string ZshCompletion()
 {
-    std::string text = "#compdef ombrel\n# Completion of ombrel for zsh.\n_ombrel()\n{\n    local -a commands=(\n";
+    std::string text = "#compdef ombrel\n# Completion of ombrel for zsh.\n"
+                       "_ombrel_colours()\n{\n    compadd -- \"$@\" \"${(@f)$("
+        + kListColours
+        + ")}\"\n}\n"
+          "_ombrel()\n{\n    local -a commands=(\n";
     for (CommandEntry const& command : AllCommands())
         text += "        " + Quoted(std::string(command.name) + ":" + Replaced(FirstSentence(command.help), ':', "\\:"))
             + "\n";
@@ -236,6 +263,10 @@ std::string FishCompletion()
             text += " -l " + std::string(option.longName);
         if (!option.choices.empty())
             text += " -x -a " + quoted(Join(option.choices));
+        else if (option.valueKind == ValueKind::ColourMap)
+            text += " -r -a " + quoted("(" + kListColours + ")");
+        else if (option.valueKind == ValueKind::Palette)
+            text += " -x -a " + quoted("distinct grey (" + kListColours + ")");
         else if (option.valueKind == ValueKind::File)
             text += " -r";
         else if (!option.argument.empty())

@@ -120,4 +120,6 @@ bool HasAllGlyphs(LOGFONT const& font, CString const& text)
     return engine.Shape(*engine.FindFont(font), text.View()).hasAllGlyphs;
 }
 
+std::u32string TakeCharactersWithoutGlyph() { return text::TextEngine::OfThread().TakeMissing(); }
+
 } // namespace ombrel

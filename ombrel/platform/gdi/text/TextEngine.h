@@ -66,6 +66,7 @@ public:
     std::shared_ptr<LogicalFont> const& FindFont(LOGFONT const& font);
     CSize Measure(LOGFONT const& font, std::u16string_view text);
     ShapedText Shape(LogicalFont& font, std::u16string_view text) { return m_shaper.Shape(font, text); }
+    std::u32string TakeMissing() { return m_shaper.TakeMissing(); }
     std::shared_ptr<TextMask const> Render(LOGFONT const& font, std::u16string_view text, CRect const& visible);
 
 private:

@@ -103,6 +103,8 @@ long long AppendRun(
         glyph.missing = !blank && ((info.glyph & PANGO_GLYPH_UNKNOWN_FLAG) != 0 || info.glyph == 0 || !font);
         glyph.index = blank || glyph.missing ? 0 : info.glyph;
         shaped.hasAllGlyphs &= !glyph.missing;
+        if (glyph.missing)
+            shaped.missing += static_cast<char32_t>(g_utf8_get_char(shaped.utf8.c_str() + glyph.cluster));
         glyph.x = static_cast<int>(x + ToPixels(info.geometry.x_offset));
         glyph.y = ToPixels(info.geometry.y_offset);
         int const advance = glyph.missing ? logical.Primary()->Advance(0)
@@ -186,10 +188,18 @@ ShapedText TextShaper::ShapeWithPango(LogicalFont const& font, std::u16string_vi
         if (PangoLayoutRun const* const run = pango_layout_iter_get_run_readonly(iterator.get()))
             x = AppendRun(shaped, *run, font, m_faces, x);
     } while (pango_layout_iter_next_run(iterator.get()));
+    m_missing.insert(shaped.missing.begin(), shaped.missing.end());
     shaped.width = static_cast<int>(x);
     PangoLayoutLine* const first = pango_layout_get_line_readonly(layout.get(), 0);
     shaped.rightToLeft = first && pango_layout_line_get_resolved_direction(first) == PANGO_DIRECTION_RTL;
     return shaped;
+}
+
+std::u32string TextShaper::TakeMissing()
+{
+    std::u32string taken(m_missing.begin(), m_missing.end());
+    m_missing.clear();
+    return taken;
 }
 
 } // namespace ombrel::text

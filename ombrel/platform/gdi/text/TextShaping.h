@@ -1,6 +1,9 @@
 #pragma once
 #include "ombrel/platform/gdi/text/Font.h"
 
+#include <memory>
+#include <set>
+#include <string>
 #include <string_view>
 
 namespace ombrel::text {
@@ -36,6 +39,8 @@ struct ShapedText {
     /// The direction of the whole line, by its first letter.
     bool rightToLeft = false;
     bool hasAllGlyphs = true;
+    /// Those that no font has a glyph for, as often as they occur.
+    std::u32string missing;
 };
 
 /// Places the glyphs of texts.
@@ -55,11 +60,14 @@ public:
     ShapedText Shape(LogicalFont& font, std::u16string_view text);
     /// As Shape, always by Pango: bidirectional order, contextual forms, combining marks, fallback fonts.
     ShapedText ShapeWithPango(LogicalFont const& font, std::u16string_view text);
+    /// The characters without glyphs of all texts since the last call, each once and ascending.
+    std::u32string TakeMissing();
 
 private:
     struct Pango;
     OpenFaces& m_faces;
     std::unique_ptr<Pango> m_pango;
+    std::set<char32_t> m_missing;
 };
 
 } // namespace ombrel::text
