@@ -165,7 +165,8 @@ void CLegend::DrawLine(CPort* port, CPoint from, CPoint to, int index)
     LegendEntry const& entry = m_entries[CheckedIndex(index, m_entries.size())];
     CDC& dc = *port->GetDC();
     int const width = DeviceLineWidth(dc, entry.lineWidth);
-    VectorPen const pen { { entry.colour, 255 }, static_cast<double>(width), entry.dashes };
+    VectorPen const pen { { entry.colour & 0xFFFFFF, AlphaOf(entry.colour) }, static_cast<double>(width),
+        entry.dashes };
     VectorGraphics graphics(dc);
     graphics.SetSmoothing(true);
     // A line that is wider than the sample is cut, so that it leaves the neighbouring ones alone.
@@ -186,7 +187,19 @@ void CLegend::DrawSymbol(CPort* port, CRect square, int index)
     dc.SelectObject(&pen);
     if (entry.fillSymbol)
         dc.SelectObject(&brush);
-    C2DSymbol::DrawSymbol(entry.symbolType, port, square, entry.symbolColour, entry.fillSymbol, entry.symbolFillColour);
+    auto const draw = [&entry](CPort& on, CRect const& rect) {
+        C2DSymbol::DrawSymbol(
+            entry.symbolType, &on, rect, entry.symbolColour, entry.fillSymbol, entry.symbolFillColour);
+    };
+    BYTE const alpha = AlphaOf(entry.symbolColour);
+    if (alpha == 255)
+        return draw(*port, square);
+    CPoint const corner = square.TopLeft();
+    auto const drawOnce = [&](CDC& once) {
+        CPort on(&once, port->GetWindowRect(), port->GetMapRect(), port->GetRealRect());
+        draw(on, CRect(CPoint(), square.Size()));
+    };
+    dc.Repeat(drawOnce, { &corner, 1 }, alpha);
 }
 
 void CLegend::GetLegendCellRects(CRect cell, CRect& sample, CRect& text, CDC*)

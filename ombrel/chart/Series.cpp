@@ -111,6 +111,13 @@ Series& Series::Smooth(bool on)
     return Set([on](SeriesData& data) { data.smooth = on; });
 }
 
+Series& Series::Opacity(double opacity)
+{
+    if (!(opacity > 0.0 && opacity <= 1.0))
+        FailSetting("opacity: expected a number above 0 up to 1, found " + NumberText(opacity));
+    return Set([opacity](SeriesData& data) { data.opacity = opacity; });
+}
+
 Series& Series::Errors(std::span<double const> errors)
 {
     RequireOneEach(*m_data, "an error", errors.size());

@@ -90,6 +90,9 @@ public:
     Series& MarkSize(double factor);
     /// Whether edges of lines are smooth; they are without it.
     Series& Smooth(bool on);
+    /// How opaque lines, marks and fills are: above 0 up to 1, and 1 without it. Marks show through each other, so that
+    /// places with many points are darker. Error bars and texts stay opaque. Throws ChartError.
+    Series& Opacity(double opacity);
     /// Error bars reach so far above and below each point: one error a point; NaN for none. Throws ChartError.
     Series& Errors(std::span<double const> errors);
 

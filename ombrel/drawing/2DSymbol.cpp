@@ -1,4 +1,5 @@
 #include "ombrel/drawing/2DSymbol.h"
+#include "ombrel/drawing/Opacity.h"
 #include "ombrel/drawing/Port.h"
 #include "ombrel/platform/gdi/DC.h"
 
@@ -60,7 +61,7 @@ void C2DSymbol::DrawSymbols(SymbolType type, CPort* port, std::span<CPoint const
             CPort once(&dc, port->GetWindowRect(), port->GetMapRect(), port->GetRealRect());
             DrawSymbol(type, &once, { -half, -half, half, half }, colour, fill, fillColour);
         },
-        centres);
+        centres, AlphaOf(colour));
 }
 
 void C2DSymbol::DrawCircle(CPort* port, CRect rect, COLORREF, int fill, COLORREF)

@@ -28,7 +28,7 @@ public:
     /// the closed shapes with fillColour.
     static void DrawSymbol(SymbolType type, CPort* port, CRect rect, COLORREF colour, int fill, COLORREF fillColour);
     /// As DrawSymbol round each of the centres (device pixels), with rectangles that reach half pixels to every side,
-    /// one after the other: the same pixels at a small part of the cost.
+    /// one after the other: the same pixels at a small part of the cost. Each is as opaque as its colour, as a whole.
     static void DrawSymbols(SymbolType type, CPort* port, std::span<CPoint const> centres, int half, COLORREF colour,
         int fill, COLORREF fillColour);
     static void DrawCircle(CPort* port, CRect rect, COLORREF colour, int fill, COLORREF fillColour);

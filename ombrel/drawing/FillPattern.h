@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/drawing/Opacity.h"
 #include "ombrel/platform/gdi/Surface.h"
 
 namespace ombrel {
@@ -6,12 +7,15 @@ namespace ombrel {
 /// The fill pattern that stands for a solid brush; others are hatch styles.
 inline constexpr int kSolidFillPattern = 6;
 
-/// The brush of a fill pattern; solid too for a style that does not exist. Hatches lie on white unless told otherwise.
+/// The brush of a fill pattern, as opaque as the colour; solid too for a style that does not exist. Hatches lie on
+/// white unless told otherwise.
 inline VectorBrush MakePatternBrush(int pattern, COLORREF colour, VectorColour background = { 0xFFFFFF, 255 })
 {
+    VectorColour const foreground { colour & 0xFFFFFF, AlphaOf(colour) };
     if (pattern == kSolidFillPattern)
-        return VectorBrush::Solid(colour);
-    return VectorBrush::Hatch(pattern, { colour, 255 }, background);
+        return { foreground, {}, {} };
+    background.alpha = static_cast<BYTE>(background.alpha * foreground.alpha / 255);
+    return VectorBrush::Hatch(pattern, foreground, background);
 }
 
 } // namespace ombrel

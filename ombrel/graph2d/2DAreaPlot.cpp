@@ -276,11 +276,15 @@ Polygons MakePolygons(
     return polygons;
 }
 
-/// Solid bands reach under the next solid one. Under a hatch the colour would shine through between the hatch's cells.
+/// Solid bands reach under the next solid one. Under a hatch the colour would shine through between the hatch's cells,
+/// and so it would under a translucent band.
 std::vector<BandReach> PageReaches(std::vector<C2DAreaCurve*> const& curves)
 {
     std::vector<BandReach> reaches(curves.size(), BandReach::Own);
-    auto const isSolid = [&](std::size_t i) { return curves[i]->GetFillPattern() == kSolidFillPattern; };
+    auto const isSolid = [&](std::size_t i) {
+        return curves[i]->GetFillPattern() == kSolidFillPattern
+            && AlphaOf(static_cast<COLORREF>(curves[i]->GetColour())) == 255;
+    };
     for (std::size_t i = 0; i + 1 < curves.size(); ++i) {
         if (isSolid(i) && isSolid(i + 1))
             reaches[i] = BandReach::UnderNext;

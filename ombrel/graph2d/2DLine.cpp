@@ -1,4 +1,5 @@
 #include "ombrel/graph2d/2DLine.h"
+#include "ombrel/drawing/Opacity.h"
 #include "ombrel/drawing/Port.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/graph2d/paths/LinePath.h"
@@ -119,7 +120,8 @@ void C2DLine::DrawLines(CPort* port)
     StoredPoints const points { table.GetRow(0), table.GetRow(1), static_cast<std::size_t>(table.GetNumCols()),
         &GetSummary() };
     int const width = DeviceLineWidth(dc, GetLineWidth(), ThicknessKind::Curve);
-    VectorPen pen { { static_cast<COLORREF>(GetColour()), 255 }, static_cast<double>(width), GetDashes(GetLineType()) };
+    auto const colour = static_cast<COLORREF>(GetColour());
+    VectorPen pen { { colour & 0xFFFFFF, AlphaOf(colour) }, static_cast<double>(width), GetDashes(GetLineType()) };
     CRect clip(
         -PortMapping::kDeviceLimit, -PortMapping::kDeviceLimit, PortMapping::kDeviceLimit, PortMapping::kDeviceLimit);
     CRect portClip;

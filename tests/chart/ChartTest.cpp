@@ -591,6 +591,45 @@ TEST(ChartAxes, HaveEqualScalesInEveryShape)
     }
 }
 
+TEST(Chart, ShowsWhatLiesUnderTranslucentSeries)
+{
+    std::vector<double> const heights { 1, 3, 2, 4 };
+    std::function<Series&(Chart&)> const kinds[] { [&](Chart& c) -> Series& { return c.Line(heights); },
+        [&](Chart& c) -> Series& { return c.Points(heights); }, [&](Chart& c) -> Series& { return c.Bars(heights); },
+        [&](Chart& c) -> Series& { return c.Add(SeriesKind::Filled, heights); },
+        [&](Chart& c) -> Series& { return c.Add(SeriesKind::Stacked, heights); },
+        [&](Chart& c) -> Series& { return c.Add(SeriesKind::Area, heights); },
+        [&](Chart& c) -> Series& { return c.Histogram(heights); } };
+    PictureForm page = kSmall;
+    page.format = PictureFormat::Svg;
+    for (auto const& add : kinds) {
+        SCOPED_TRACE(&add - kinds);
+        Chart chart;
+        chart.Legend(LegendPlace::TopLeft);
+        Series& series = add(chart).Name("series");
+        EXPECT_EQ(chart.Encode(page).find("opacity"), std::string::npos);
+        series.Opacity(0.2);
+        std::string const svg = chart.Encode(page);
+        std::size_t count = 0;
+        for (std::size_t i = svg.find("opacity=\".2\""); i != std::string::npos; i = svg.find("opacity=\".2\"", i + 1))
+            ++count;
+        EXPECT_GE(count, 2U) << "of the series and its sample in the legend";
+        // A document keeps it.
+        Picture drawn(page);
+        Picture again(page);
+        C2DGraph& graph = chart.Graph(drawn.GetDC(), drawn.GetRect());
+        ChartNotes notes;
+        auto const loaded = LoadDocument(EncodeDocument(graph), "", notes);
+        loaded->UpdatePlots();
+        graph.Draw(&drawn.GetDC(), drawn.GetRect(), pmDirect);
+        static_cast<C2DGraph&>(*loaded).Draw(&again.GetDC(), again.GetRect(), pmDirect);
+        EXPECT_EQ(drawn.Encode(), again.Encode());
+    }
+    for (double const opacity : { 0.0, -1.0, 1.01, kNaN }) {
+        EXPECT_THAT(MessageOf([&] { Chart().Line(heights).Opacity(opacity); }), HasSubstr("opacity: expected"));
+    }
+}
+
 TEST(Chart, TurnsBearingsClockwiseFromTheTop)
 {
     std::vector<double> const degrees { 0, 90, 225 };

@@ -1,4 +1,5 @@
 #include "ombrel/chart/data/SeriesCurves.h"
+#include "ombrel/drawing/Opacity.h"
 #include "ombrel/foundation/GArray.h"
 
 #include <algorithm>
@@ -37,6 +38,8 @@ CurveLook CurveInput::LookOf(SeriesData const& one) const
     own.colour = one.colour.value_or(own.colour);
     own.fill = one.colour.value_or(own.fill);
     own.tint = one.colour ? TintOf(*one.colour, look) : own.tint;
+    for (COLORREF* const colour : { &own.colour, &own.fill, &own.tint })
+        *colour = WithOpacity(*colour, one.opacity);
     own.lineType = one.lineType.value_or(own.lineType);
     own.symbol = one.symbol.value_or(own.symbol);
     return own;

@@ -56,6 +56,7 @@ struct SeriesData {
     /// Against the usual size.
     double markSize = 1.0;
     bool smooth = true;
+    double opacity = 1.0;
     /// Its points are marked, besides the line.
     bool marked = false;
     /// What it said when it was drawn last.

@@ -100,10 +100,11 @@ void OccupancySurface::Text(TextRun const& run, Clip const& clip)
 
 void OccupancySurface::Image(ImageCopy const& copy, Clip const& clip) { AddPixels(copy.to, clip); }
 
-void OccupancySurface::Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip)
+void OccupancySurface::Repeat(
+    std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, BYTE alpha, Clip const& clip)
 {
     if (!std::all_of(mark.begin(), mark.end(), IsPlain)) {
-        Surface::Repeat(mark, points, clip);
+        Surface::Repeat(mark, points, alpha, clip);
         return;
     }
     CRect const reach = ReachOf(mark);

@@ -25,7 +25,8 @@ public:
     void Arc(CRect const& box, CPoint start, CPoint end, LineStyle const& line, Clip const& clip) override;
     void Text(TextRun const& run, Clip const& clip) override;
     void Image(ImageCopy const& copy, Clip const& clip) override;
-    void Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip) override;
+    void Repeat(
+        std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, BYTE alpha, Clip const& clip) override;
 
 private:
     void AddLine(CPoint from, CPoint to, double width, CRect const& within);

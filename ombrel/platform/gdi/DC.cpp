@@ -260,7 +260,7 @@ void CDC::SetPixel(int x, int y, COLORREF colour)
     m_surface->Fill(Region::FromRect({ ToDevice({ x, y }), CSize(1, 1) }), VectorBrush::Solid(colour), m_state.clip);
 }
 
-void CDC::Repeat(std::function<void(CDC&)> const& draw, std::span<CPoint const> points)
+void CDC::Repeat(std::function<void(CDC&)> const& draw, std::span<CPoint const> points, BYTE alpha)
 {
     auto const recording
         = std::make_shared<RecordingSurface>(m_surface->Bounds().Size(), m_surface->Capabilities(), IsPrinting());
@@ -270,11 +270,11 @@ void CDC::Repeat(std::function<void(CDC&)> const& draw, std::span<CPoint const> 
     once.m_state.clip = {};
     draw(once);
     if (m_state.origin == CPoint())
-        return m_surface->Repeat(recording->Primitives(), points, m_state.clip);
+        return m_surface->Repeat(recording->Primitives(), points, alpha, m_state.clip);
     std::vector<CPoint> moved(points.begin(), points.end());
     for (CPoint& p : moved)
         p = ToDevice(p);
-    m_surface->Repeat(recording->Primitives(), moved, m_state.clip);
+    m_surface->Repeat(recording->Primitives(), moved, alpha, m_state.clip);
 }
 
 COLORREF CDC::GetPixel(int x, int y) const

@@ -111,8 +111,9 @@ public:
     void SetPixel(int x, int y, COLORREF colour);
     /// Draws a mark at each of the points, one point after the other, as draw does round (0, 0): draw is called once,
     /// with a context of the same pen, brush, font, colours and modes, and no clip. What it draws there is looked at
-    /// but not the state that it leaves. Pictures are left out.
-    void Repeat(std::function<void(CDC&)> const& draw, std::span<CPoint const> points);
+    /// but not the state that it leaves. Pictures are left out. Marks with an alpha below 255 are laid over what is
+    /// there, each as a whole.
+    void Repeat(std::function<void(CDC&)> const& draw, std::span<CPoint const> points, BYTE alpha = 255);
     /// CLR_INVALID outside, or where no pixels are kept.
     COLORREF GetPixel(int x, int y) const;
     void TextOut(int x, int y, CString const& text);

@@ -42,7 +42,7 @@ void Surface::Arc(CRect const& box, CPoint start, CPoint end, LineStyle const& l
         Polyline(FlattenedArc(OuterPixels(box), start, end), line, clip);
 }
 
-void Surface::Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip)
+void Surface::Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, BYTE, Clip const& clip)
 {
     for (CPoint const& point : points)
         for (RecordedPrimitive const& primitive : mark)

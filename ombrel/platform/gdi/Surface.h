@@ -129,8 +129,11 @@ public:
     /// The outline counter-clockwise from the radial through start to that through end.
     virtual void Arc(CRect const& box, CPoint start, CPoint end, LineStyle const& line, Clip const& clip);
     /// Draws a mark, made of primitives round (0, 0), at each of the points, one point after the other. The primitives'
-    /// own clips do not count, and pictures are left out.
-    virtual void Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip);
+    /// own clips do not count, and pictures are left out. A mark with an alpha below 255 is laid over what is there as
+    /// a whole, so that marks show through each other but no part of a mark through another; surfaces that cannot do
+    /// that, and marks that are large or have anything but plain parts, draw opaquely.
+    virtual void Repeat(
+        std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, BYTE alpha, Clip const& clip);
 
     /// The bitmap that a raster surface draws on, else null.
     virtual Raster const* GetRaster() const { return nullptr; }

@@ -291,6 +291,25 @@ TEST(PageSurface, SvgRefersToMarksThatAreRepeated)
     EXPECT_EQ(Count(marks(many, false), "<path"), 4U);
 }
 
+TEST(PageSurface, KeepsEachTranslucentMarkAsAShape)
+{
+    auto const marks = [](PageFormat format, BYTE alpha) {
+        auto const page = std::shared_ptr<PageSurface>(MakePageSurface({ format, 297.0, 210.0, "", "", 0 }));
+        std::vector<CPoint> const points(12'000, CPoint(10, 20));
+        CDC(page).Repeat([](CDC& dc) { dc.FillSolidRect({ -8, -8, 8, 8 }, RGB(255, 0, 0)); }, points, alpha);
+        return page->Finish();
+    };
+    std::string const svg = marks(PageFormat::Svg, 51);
+    EXPECT_THAT(svg, HasSubstr("<g id=\"m1\" opacity=\".2\">"));
+    EXPECT_EQ(Count(svg, "<use"), 12'000U);
+    EXPECT_EQ(Count(marks(PageFormat::Svg, 255), "<use"), 1U);
+    // The mark is kept once, and used.
+    std::string const pdf = marks(PageFormat::Pdf, 51);
+    EXPECT_EQ(Count(pdf, "/XObject\n"), 1U);
+    EXPECT_LT(pdf.size(), 20U * 12'000U);
+    EXPECT_GT(pdf.size(), marks(PageFormat::Pdf, 255).size());
+}
+
 /// What a document has between its frame.
 std::string Body(std::string const& svg)
 {

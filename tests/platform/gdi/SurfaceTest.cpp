@@ -189,6 +189,30 @@ TEST(Repeat, DrawsThePixelsOfMarksDrawnOneAfterTheOther)
     }
 }
 
+TEST(Repeat, LaysTranslucentMarksOverEachOtherAsAWhole)
+{
+    // The outline lies over the filling, and the second mark over a quarter of the first.
+    auto const mark = [](CDC& dc) {
+        dc.FillSolidRect({ 0, 0, 10, 10 }, RGB(0, 0, 0));
+        dc.Polyline(std::array { CPoint(0, 0), CPoint(10, 0) });
+    };
+    std::vector<CPoint> const points { { 20, 20 }, { 25, 25 }, { 95, 20 } };
+    Picture picture(100, 100, 24);
+    CPen pen(PS_SOLID, 1, RGB(0, 0, 0));
+    picture.DC().SelectObject(&pen);
+    picture.DC().FillSolidRect({ 0, 0, 100, 100 }, RGB(255, 255, 255));
+    picture.DC().IntersectClipRect({ 0, 0, 97, 100 });
+    picture.DC().Repeat(mark, points, 51);
+    auto const at = [&](int x, int y) { return picture.DC().GetPixel(x, y); };
+    // A fifth of black leaves 204 of 255, and of that 163.
+    for (CPoint const p : { CPoint(20, 20), { 24, 20 }, { 29, 24 }, { 30, 30 }, { 34, 34 }, { 95, 20 }, { 96, 29 } })
+        EXPECT_EQ(at(p.x, p.y), RGB(204, 204, 204)) << p.x << ',' << p.y;
+    for (CPoint const p : { CPoint(25, 25), { 29, 29 } })
+        EXPECT_EQ(at(p.x, p.y), RGB(163, 163, 163));
+    for (CPoint const p : { CPoint(19, 20), { 30, 20 }, { 35, 34 }, { 97, 20 } })
+        EXPECT_EQ(at(p.x, p.y), RGB(255, 255, 255));
+}
+
 TEST(Repeat, RecordsEveryPrimitiveAtEveryPoint)
 {
     auto const surface = std::make_shared<RecordingSurface>(CSize(100, 100));

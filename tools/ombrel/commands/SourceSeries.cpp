@@ -116,7 +116,7 @@ void AddSeries(Chart& chart, std::vector<PlotSource>& sources, Options const& op
         for (std::size_t i = 0; i < source.yColumns.size(); ++i) {
             Series& series = AddPoints(chart, kind, source, i);
             series.Name(titles[index++]).Marks(options.symbols).Smooth(!options.surface.plainEdges);
-            series.MarkSize(options.surface.symbolSize);
+            series.MarkSize(options.surface.symbolSize).Opacity(options.opacity);
             if (options.lineWidth)
                 series.Width(*options.lineWidth);
             if (!source.errorColumns.empty()) {

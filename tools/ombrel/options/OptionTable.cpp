@@ -223,6 +223,8 @@ constexpr std::array kOptions {
         kPlot | kContour | kDraw, kVectors },
     OptionEntry { OptionId::LineWidth, "line-width", 0, "N",
         "Width of the lines in pixels at 96 to the inch; 2 without it, 1 in a 3D scene.", kPlot | kSurface },
+    OptionEntry { OptionId::Opacity, "opacity", 0, "P",
+        "How opaque lines, marks and fills are, 0.01 to 1; where marks lie over each other they are darker.", kPlot },
     OptionEntry { OptionId::Symbols, "symbols", 0, "",
         "Mark the points, each curve of a plot with a symbol of its own.", kPlot | kSurface },
     OptionEntry {

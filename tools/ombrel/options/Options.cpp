@@ -184,6 +184,9 @@ void Apply(Options& options, OptionEntry const& option, std::string const& value
     case OptionId::Vector:
         options.allVector = ParseWord(option, value) == 1;
         break;
+    case OptionId::Opacity:
+        options.opacity = ParseNumber(option, value, 0.01, 1.0, "a number of 0.01 to 1");
+        break;
     case OptionId::LineWidth:
         options.lineWidth = ParseLineWidth(option, value);
         break;

@@ -80,6 +80,7 @@ enum class OptionId : int {
     Page,
     Vector,
     LineWidth,
+    Opacity,
     Symbols,
     Bins,
     Percent,
@@ -201,6 +202,8 @@ struct Options {
     /// Every mark on a page is a shape.
     bool allVector = false;
     std::optional<int> lineWidth;
+    /// Of lines, marks and fills.
+    double opacity = 1.0;
     bool symbols = false;
     /// Of a histogram; 0 for a number that fits the data.
     int bins = 0;

@@ -109,6 +109,8 @@ protected:
     void DrawMarks(MarkImage const& marks, Clip const& clip) override;
     std::string FinishDocument() override;
     bool EndPage() override;
+    bool BeginMark(std::span<RecordedPrimitive const> mark, BYTE alpha) override;
+    void EndMark(std::span<CPoint const> points, BYTE alpha, Clip const& clip) override;
 
 private:
     void Entitle();
@@ -142,6 +144,8 @@ private:
     std::string m_bytes;
     CairoOwned<cairo_surface_t> m_surface;
     CairoOwned<cairo_t> m_context;
+    /// That of the page, while a mark is drawn.
+    CairoOwned<cairo_t> m_pageContext;
     std::vector<OpenFace> m_faces;
     std::vector<Tile> m_tiles;
     Clip m_clip;
@@ -316,7 +320,7 @@ cairo_surface_t* CairoPage::TileOf(VectorBrush const& brush)
 void CairoPage::DrawShape(PageShape const& shape, PagePaint const& paint, Clip const& clip)
 {
     static constexpr int kManyShapes = 1000;
-    if (++m_shapeCount == kManyShapes)
+    if (!m_pageContext && ++m_shapeCount == kManyShapes)
         CoverPage();
     cairo_t* const context = m_context.get();
     SetClip(clip);
@@ -339,6 +343,35 @@ void CairoPage::DrawShape(PageShape const& shape, PagePaint const& paint, Clip c
         cairo_stroke_preserve(context);
     }
     cairo_new_path(context);
+}
+
+bool CairoPage::BeginMark(std::span<RecordedPrimitive const> mark, BYTE alpha)
+{
+    // A shape each takes less of a document, but would show its parts through each other. In PostScript, which knows no
+    // transparency, marks are opaque.
+    if (alpha == 255 || !m_isPdf)
+        return false;
+    SetClip({});
+    CRect box = ReachOf(mark);
+    int const margin = 1 + static_cast<int>(ScreenScale());
+    box.InflateRect(margin, margin);
+    cairo_rectangle_t const extents { static_cast<double>(box.left), static_cast<double>(box.top),
+        static_cast<double>(box.Width()), static_cast<double>(box.Height()) };
+    CairoOwned<cairo_surface_t> const recording(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, &extents));
+    m_pageContext = std::move(m_context);
+    m_context.reset(cairo_create(recording.get()));
+    return true;
+}
+
+void CairoPage::EndMark(std::span<CPoint const> points, BYTE alpha, Clip const& clip)
+{
+    // The document holds the mark once.
+    CairoOwned<cairo_t> const mark = std::exchange(m_context, std::move(m_pageContext));
+    SetClip(clip);
+    for (CPoint const& p : points) {
+        cairo_set_source_surface(m_context.get(), cairo_get_target(mark.get()), p.x, p.y);
+        cairo_paint_with_alpha(m_context.get(), alpha / 255.0);
+    }
 }
 
 cairo_font_face_t* CairoPage::FaceOf(text::FontFile const& file)

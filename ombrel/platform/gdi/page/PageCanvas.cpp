@@ -336,26 +336,28 @@ bool PageCanvas::KeepShapes(std::span<RecordedPrimitive const> mark, std::vector
     return false;
 }
 
-void PageCanvas::Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip)
+void PageCanvas::Repeat(
+    std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, BYTE alpha, Clip const& clip)
 {
     if (m_finished || !std::all_of(mark.begin(), mark.end(), IsPlain))
-        return Surface::Repeat(mark, points, clip);
+        return Surface::Repeat(mark, points, alpha, clip);
     std::vector<RecordedPrimitive> const shown = WithoutRedrawn(mark);
     std::vector<CPoint> visible(points.begin(), points.end());
     std::erase_if(visible, [&, reach = ReachOf(mark)](CPoint p) { return !IsVisible(MoveRect(reach, p), clip); });
     if (visible.empty())
         return;
     Flush();
-    if (m_setup.marks == PageMarks::Auto && !KeepShapes(shown, visible, clip))
+    // What is below others shows through them.
+    if (alpha == 255 && m_setup.marks == PageMarks::Auto && !KeepShapes(shown, visible, clip))
         return;
-    if (!BeginMark(shown))
-        return Surface::Repeat(shown, visible, clip);
+    if (!BeginMark(shown, alpha))
+        return Surface::Repeat(shown, visible, alpha, clip);
     // Round (0, 0), as if the paper went on there.
     CRect const page = std::exchange(m_bounds, Clip().box);
-    Surface::Repeat(shown, std::array { CPoint() }, {});
+    Surface::Repeat(shown, std::array { CPoint() }, 255, {});
     Flush();
     m_bounds = page;
-    EndMark(visible, clip);
+    EndMark(visible, alpha, clip);
 }
 
 bool PageCanvas::IsVisible(CRect const& box, Clip const& clip) const

@@ -27,7 +27,8 @@ public:
     void Image(ImageCopy const& copy, Clip const& clip) override;
     void Stroke(Figures const& figures, VectorPen const& pen, bool smooth, Clip const& clip) override;
     void Fill(Region const& region, VectorBrush const& brush, Clip const& clip) override;
-    void Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip) override;
+    void Repeat(
+        std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, BYTE alpha, Clip const& clip) override;
     std::string Finish() override;
     bool NextPage() override;
     void Describe(CString const& description) override { m_setup.description = description; }
@@ -52,9 +53,9 @@ protected:
     virtual bool EndPage() { return false; }
     /// For formats that can keep a mark and refer to it: what is drawn until EndMark is one, round (0, 0). False when
     /// the mark is better drawn at each point.
-    virtual bool BeginMark(std::span<RecordedPrimitive const>) { return false; }
+    virtual bool BeginMark(std::span<RecordedPrimitive const>, BYTE /*alpha*/) { return false; }
     /// Draws the mark at each of the points.
-    virtual void EndMark(std::span<CPoint const>, Clip const&) { }
+    virtual void EndMark(std::span<CPoint const>, BYTE /*alpha*/, Clip const&) { }
 
 private:
     enum class Merging { No, Yes };

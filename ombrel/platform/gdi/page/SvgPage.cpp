@@ -69,11 +69,12 @@ std::string ColourText(COLORREF colour)
     return text;
 }
 
+constexpr double kOpaque = 255.0;
+
 /// A "fill" or "stroke" attribute, with its opacity.
 std::string Paint(std::string_view name, VectorColour const& colour)
 {
     std::string text = Attribute(name, ColourText(colour.colour));
-    static constexpr double kOpaque = 255.0;
     if (colour.alpha < 255)
         text += Attribute(Join({ name, "-opacity" }), colour.alpha / kOpaque);
     return text;
@@ -184,8 +185,8 @@ protected:
     void DrawHatch(std::vector<HatchCorners> const& lines, VectorColour const& colour, Clip const& clip) override;
     void DrawMarks(MarkImage const& marks, Clip const& clip) override;
     std::string FinishDocument() override;
-    bool BeginMark(std::span<RecordedPrimitive const> mark) override;
-    void EndMark(std::span<CPoint const> points, Clip const& clip) override;
+    bool BeginMark(std::span<RecordedPrimitive const> mark, BYTE alpha) override;
+    void EndMark(std::span<CPoint const> points, BYTE alpha, Clip const& clip) override;
 
 private:
     /// The id of a definition, which is added when there is none with this content. The content has "@" for the id.
@@ -350,7 +351,7 @@ void SvgPage::DrawMarks(MarkImage const& marks, Clip const& clip)
     AddImage(marks.box, EncodePng(PackedImage(marks)));
 }
 
-bool SvgPage::BeginMark(std::span<RecordedPrimitive const> mark)
+bool SvgPage::BeginMark(std::span<RecordedPrimitive const> mark, BYTE alpha)
 {
     // Lines and dots of all marks make one path, which is shorter than references.
     auto const joins = [](RecordedPrimitive const& p) {
@@ -358,16 +359,17 @@ bool SvgPage::BeginMark(std::span<RecordedPrimitive const> mark)
         bool const isDot = fill && fill->region.IsRect() && fill->region.Box().Size() == CSize(1, 1);
         return isDot || p.As<primitive::Polyline>();
     };
-    if (std::all_of(mark.begin(), mark.end(), joins))
+    if (alpha == 255 && std::all_of(mark.begin(), mark.end(), joins))
         return false;
     SetClip({});
     m_bodyBefore = std::exchange(m_body, {});
     return true;
 }
 
-void SvgPage::EndMark(std::span<CPoint const> points, Clip const& clip)
+void SvgPage::EndMark(std::span<CPoint const> points, BYTE alpha, Clip const& clip)
 {
-    std::string const id = Define("m", Join({ "<g id=\"@\">\n", m_body, "</g>" }));
+    std::string const opacity = alpha < 255 ? Attribute("opacity", alpha / kOpaque) : std::string();
+    std::string const id = Define("m", Join({ "<g id=\"@\"", opacity, ">\n", m_body, "</g>" }));
     m_body = std::exchange(m_bodyBefore, {});
     SetClip(clip);
     std::string const reference = Attribute("xlink:href", Join({ "#", id }));

@@ -52,21 +52,44 @@ template <std::size_t Colours> void DrawMarks(
     }
 }
 
+/// Lays the mark's pixels over those at each point.
+void BlendMarks(RasterCanvas const& canvas, MarkPicture const& mark, std::span<CPoint const> points, BYTE alpha)
+{
+    for (CPoint const& point : points) {
+        CPoint const corner = MovePoint(point, mark.box.TopLeft());
+        for (int y = 0; y < mark.box.Height(); ++y) {
+            std::uint32_t const* const row = mark.pixels.Row(y);
+            canvas.ForVisible(corner.y + y, corner.x, corner.x + mark.box.Width(),
+                [row, alpha, left = corner.x](std::uint32_t* pixels, int from, int to) {
+                    for (int x = from; x < to; ++x, ++pixels) {
+                        if (std::uint32_t const colour = row[x - left]; colour != MarkPicture::kUntouched)
+                            *pixels = PixelBlend(colour, alpha)(*pixels);
+                    }
+                });
+        }
+    }
+}
+
 } // namespace
 
-void RasterSurface::Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip)
+void RasterSurface::Repeat(
+    std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, BYTE alpha, Clip const& clip)
 {
     RasterCanvas const canvas(m_raster.get(), clip);
     if (canvas.IsEmpty())
         return;
-    auto const picture = points.size() < kFewPoints ? std::nullopt : DrawMark(mark, m_raster->BitsPerPixel());
+    bool const isOpaque = alpha == 255 || canvas.IsMono();
+    auto const picture
+        = isOpaque && points.size() < kFewPoints ? std::nullopt : DrawMark(mark, m_raster->BitsPerPixel());
     if (!picture)
-        return Surface::Repeat(mark, points, clip);
+        return Surface::Repeat(mark, points, alpha, clip);
+    if (!isOpaque)
+        return BlendMarks(canvas, *picture, points, alpha);
     CRect const corners = VisibleCorners(canvas.Box(), picture->box, points);
     if (corners.IsRectEmpty() || picture->colours.empty())
         return;
     if (static_cast<std::size_t>(corners.Height()) * WordsFor(corners.Width()) > points.size() * kWordsPerPoint)
-        Surface::Repeat(mark, points, clip);
+        Surface::Repeat(mark, points, alpha, clip);
     else if (picture->colours.size() == 1)
         DrawMarks<1>(canvas, *picture, corners, points);
     else

@@ -22,7 +22,8 @@ public:
     void Image(ImageCopy const& copy, Clip const& clip) override;
     void Ellipse(CRect const& box, LineStyle const* outline, COLORREF const* fill, Clip const& clip) override;
     void Arc(CRect const& box, CPoint start, CPoint end, LineStyle const& line, Clip const& clip) override;
-    void Repeat(std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, Clip const& clip) override;
+    void Repeat(
+        std::span<RecordedPrimitive const> mark, std::span<CPoint const> points, BYTE alpha, Clip const& clip) override;
     Raster const* GetRaster() const override { return m_raster.get(); }
 
 private:
