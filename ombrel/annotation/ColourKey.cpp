@@ -119,7 +119,7 @@ void CColourKey::BuildLabels()
     double dataMax = 0.0;
     GetDataAndLUTRange(dataMin, dataMax, look.range.low, look.range.high);
     look.swatchColours.RemoveAll();
-    look.isEven = m_labelMode == 0 || !(m_labelDel > 0.0);
+    look.isEven = m_labelMode == lmEven || !(m_labelDel > 0.0);
     if (m_style == ksDiscrete) {
         ColourKeySource const source = curve->GetColourKeySource();
         look.swatchColours.Copy(source.bandColours);
@@ -129,7 +129,7 @@ void CColourKey::BuildLabels()
     } else {
         look.values = SteppedKeyValues(look.range, m_labelMin, m_labelDel);
     }
-    look.labels = FormatKeyValues(look.values);
+    look.labels = FormatKeyValues(look.values, m_labelMode == lmSteppedTidy);
 }
 
 } // namespace ombrel

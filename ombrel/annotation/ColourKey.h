@@ -52,8 +52,9 @@ public:
     /// Labels of a bar in label mode 0; 6 at first; more than 1000 count as 1000.
     int GetNumTicks() const { return m_numTicks; }
     void SetNumTicks(int n) { Change(m_numTicks, n); }
-    /// 0: evenly spaced labels, GetNumTicks of them. Otherwise labels at min + k × del, and evenly spaced ones while
-    /// del is not above 0. Raises no flag.
+    /// Evenly spaced labels, GetNumTicks of them; otherwise labels at min + k × del, and evenly spaced ones while del
+    /// is not above 0. Tidy ones, those of bands, too, are written as TidyNumbers does. Raises no flag.
+    enum LabelMode { lmEven = 0, lmStepped = 1, lmSteppedTidy = 2 };
     int GetLabelMode() const { return m_labelMode; }
     void SetLabelMode(int mode) { m_labelMode = mode; }
     void GetMinAndDel(double& min, double& del) const;
@@ -104,7 +105,7 @@ private:
     CRealPoint m_secondPoint;
     CStringArray m_arbitraryLabels { "Scripted Colour Ramp" };
     CDWordArray m_arbitraryColours { 0 };
-    int m_labelMode = 0;
+    int m_labelMode = lmEven;
     double m_labelMin = 0.0;
     double m_labelDel = 0.0;
     int m_clampMode = 0;

@@ -22,6 +22,7 @@
 #include <chrono>
 #include <cmath>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace ombrel {
@@ -32,6 +33,8 @@ struct Column {
     std::string name;
     std::vector<double> values;
     bool hasDates = false;
+    /// What stands for 1, 2, 3, ...; empty for numbers and dates.
+    std::span<std::string const> words {};
 };
 
 std::string Quoted(std::string const& text)
@@ -84,6 +87,10 @@ void AppendCell(std::string& text, Column const& column, std::size_t row)
 {
     if (row >= column.values.size() || IsGap(column.values[row]))
         return;
+    if (!column.words.empty()) {
+        text += Quoted(column.words[static_cast<std::size_t>(column.values[row]) - 1]);
+        return;
+    }
     if (column.hasDates) {
         text += IsoDate(column.values[row]);
         return;
@@ -135,9 +142,10 @@ std::vector<double> ErrorsOf(C2DErrorBarCurve const& bars)
 /// The columns of the curves, one after the other.
 class Columns {
 public:
-    /// Titles of the axes, x, y and z.
-    explicit Columns(std::array<std::string, 3> titles)
+    /// Titles of the axes, x, y and z, and the words along x.
+    Columns(std::array<std::string, 3> titles, std::vector<std::string> words)
         : m_titles(std::move(titles))
+        , m_words(std::move(words))
     {
     }
 
@@ -151,7 +159,10 @@ public:
         if (bars && errors.empty())
             return;
         bool const hasDates = curve.GetXValMode() == C2DCurve::xvDates;
-        AddX({ NameOfX(hasDates), RowOf(points, 0), hasDates });
+        Column x { NameOfX(hasDates), RowOf(points, 0), hasDates };
+        if (!hasDates && std::all_of(x.values.begin(), x.values.end(), [this](double value) { return HasWord(value); }))
+            x.words = m_words;
+        AddX(std::move(x));
         std::string const name = NameOf(curve);
         m_columns.push_back({ name.empty() || bars ? Title(1) : name, RowOf(points, 1) });
         if (bars)
@@ -223,6 +234,11 @@ private:
     {
         return m_titles[axis].empty() ? std::string(1, "xyz"[axis]) : m_titles[axis];
     }
+    bool HasWord(double value) const
+    {
+        return IsGap(value)
+            || (value >= 1.0 && value <= static_cast<double>(m_words.size()) && value == std::floor(value));
+    }
     std::string NameOfX(bool hasDates) const { return hasDates && m_titles[0].empty() ? "date" : Title(0); }
     void AddX(Column&& x)
     {
@@ -243,6 +259,7 @@ private:
     }
 
     std::array<std::string, 3> m_titles;
+    std::vector<std::string> m_words;
     std::vector<Column> m_columns;
     /// The last column of x values; none in space.
     std::optional<std::size_t> m_x;
@@ -266,11 +283,29 @@ std::array<std::string, 3> TitlesOf(CGraph& graph)
     return titles;
 }
 
+/// What stands along x in place of 1, 2, 3, ...; none where some were left out or shortened for want of room.
+std::vector<std::string> WordsOf(CGraph& graph)
+{
+    auto* const flat = DynamicDowncast<C2DGraph>(&graph);
+    AxisSettings const axis = flat ? flat->GetAxes()->GetAxis(CAxes::atX) : AxisSettings();
+    int const count = axis.arbitraryTicks.GetSize();
+    if (axis.labelMode != AxisSettings::lmArbitraryStrings || axis.labels.GetSize() != count)
+        return {};
+    std::vector<std::string> words;
+    for (int i = 0; i < count; ++i) {
+        std::string word = axis.labels[i].ToUtf8();
+        if (axis.arbitraryTicks[i] != i + 1.0 || word.ends_with("…"))
+            return {};
+        words.push_back(std::move(word));
+    }
+    return words;
+}
+
 } // namespace
 
 std::string CurvesAsCsv(CGraph& graph)
 {
-    Columns columns(TitlesOf(graph));
+    Columns columns(TitlesOf(graph), WordsOf(graph));
     if (CPlotArray const* const plots = graph.GetPlotArray()) {
         for (CPlot const* const plot : plots->GetPlots()) {
             for (CPlotComponent* const curve : plot->GetComponents()) {

@@ -43,7 +43,8 @@ public:
     CRect GetExtentRect() const { return m_extent; }
 
     /// How the ends of diameters are labelled: with the plain number of their angle, counterclockwise from the right;
-    /// the same with a degree sign; or with a degree sign and clockwise from the top, as bearings are.
+    /// the same with a degree sign; or with a degree sign and clockwise from the top, as bearings are. With degree
+    /// signs, large and small numbers at the scale of the radius are those of TidyNumbers.
     enum AngleLabels { alPlain, alDegrees, alBearings };
     AngleLabels GetAngleLabels() const { return m_angleLabels; }
     void SetAngleLabels(AngleLabels labels) { Change(m_angleLabels, labels); }

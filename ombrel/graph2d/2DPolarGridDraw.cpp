@@ -1,6 +1,7 @@
 #include "ombrel/graph2d/2DPolarGrid.h"
 
 #include "ombrel/drawing/Port.h"
+#include "ombrel/foundation/TidyNumbers.h"
 #include "ombrel/graph2d/2DGraph.h"
 #include "ombrel/graph2d/Axes.h"
 #include "ombrel/graph2d/axes/AxesTicks.h"
@@ -25,9 +26,10 @@ constexpr double kDashes[] = { 3.0, 1.0 };
 /// A path of more points is drawn before more are added to it.
 constexpr std::size_t kManyPoints = 1 << 20;
 
+constexpr int kDigits = 6;
+
 CString GeneralText(double value)
 {
-    constexpr int kDigits = 6;
     CString text = CVUtils::FormatDouble(kGeneralFormat, value, kDigits);
     text.Trim();
     return text;
@@ -255,9 +257,14 @@ void C2DPolarGrid::EndLayout()
 
 C2DPolarGrid::Labels C2DPolarGrid::MakeLabels(CDC& dc, Pass const& pass) const
 {
+    std::vector<double> heights;
+    for (int i = 1; CanDraw(m_majorRadii) && i <= m_majorRadii; ++i)
+        heights.push_back(pass.TickHeight(i));
+    std::vector<std::string> const tidy
+        = m_angleLabels == alPlain ? std::vector<std::string>() : TidyNumbers(heights, kDigits);
     Labels labels;
-    for (int i = 1; CanDraw(m_majorRadii) && i <= m_majorRadii; ++i) {
-        CString const text = GeneralText(pass.TickHeight(i));
+    for (std::size_t i = 0; i < heights.size(); ++i) {
+        CString const text = tidy.empty() ? GeneralText(heights[i]) : CString(tidy[i]);
         labels.push_back({ text, dc.GetTextExtent(text) });
     }
     return labels;

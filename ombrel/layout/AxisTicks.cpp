@@ -1,4 +1,5 @@
 #include "ombrel/layout/AxisTicks.h"
+#include "ombrel/foundation/TidyNumbers.h"
 
 #include <algorithm>
 #include <array>
@@ -79,16 +80,6 @@ void ChooseForm(NumberTicks& ticks)
 /// Before a power of ten in a title.
 constexpr char const* kTimes = "× ";
 
-/// "10⁻⁹".
-std::string PowerOfTen(int power)
-{
-    constexpr std::array kDigits { "⁰", "¹", "²", "³", "⁴", "⁵", "⁶", "⁷", "⁸", "⁹" };
-    std::string text = power < 0 ? "10⁻" : "10";
-    for (char const digit : std::to_string(std::abs(power)))
-        text += kDigits[static_cast<std::size_t>(digit - '0')];
-    return text;
-}
-
 } // namespace
 
 AxisRange WidenEmptyRange(AxisRange range)
@@ -144,15 +135,6 @@ NumberTicks MakeNumberTicks(AxisRange data, RangeFreedom freedom, int mostSteps,
     ticks.minor = MinorTicks(ticks.step, smallestStep);
     ChooseForm(ticks);
     return ticks;
-}
-
-std::string GroupThousands(std::string number)
-{
-    std::size_t const first = number.starts_with('-') ? 1 : 0;
-    std::size_t const end = std::min(number.find('.'), number.size());
-    for (std::size_t at = end; at > first + 3;)
-        number.insert(at -= 3, ",");
-    return number;
 }
 
 std::string NumberLabel(NumberTicks const& ticks, double value)

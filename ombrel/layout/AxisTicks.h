@@ -58,9 +58,6 @@ OMBREL_EXPORT AxisRange WithMargins(AxisRange range, double part, std::span<doub
 OMBREL_EXPORT NumberTicks MakeNumberTicks(
     AxisRange data, RangeFreedom freedom, int mostSteps, double smallestStep = 0.0);
 
-/// A number's digits with a comma between thousands: "-12,345.6".
-OMBREL_EXPORT std::string GroupThousands(std::string number);
-
 /// The label of the number at a tick.
 OMBREL_EXPORT std::string NumberLabel(NumberTicks const& ticks, double value);
 

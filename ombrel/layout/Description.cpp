@@ -1,5 +1,6 @@
 #include "ombrel/layout/Description.h"
 #include "ombrel/foundation/GArray.h"
+#include "ombrel/foundation/TidyNumbers.h"
 #include "ombrel/graph2d/2DBarPlot.h"
 #include "ombrel/graph2d/2DContourPlot.h"
 #include "ombrel/graph2d/2DGraph.h"

@@ -644,6 +644,11 @@ TEST(Chart, TurnsBearingsClockwiseFromTheTop)
         EXPECT_NEAR(line.GetAt(i).x, expected[i].x, 1e-12);
         EXPECT_NEAR(line.GetAt(i).y, expected[i].y, 1e-12);
     }
+    // Numbers along the radius are those of other axes.
+    chart.Line(degrees, std::vector { 2e7, 0.0, 1e7 });
+    PictureForm page = kSmall;
+    page.format = PictureFormat::Svg;
+    EXPECT_THAT(chart.Encode(page), testing::AllOf(HasSubstr(">2×10⁷<"), HasSubstr(">135°<")));
 }
 
 } // namespace

@@ -44,6 +44,17 @@ TEST(CurvesCsv, HoldsEveryValueAsItIs)
                 c.Y().Title("rain / mm");
                 c.Bars(x, std::vector { 4.0, 5.0, 6.0 });
             } },
+        // Words as they are, unless there was no room for all of them.
+        { "region,y\nnorth,4\n\"south, east\",5\nnorth,6\n",
+            [&](Chart& c) {
+                c.X().Title("region");
+                c.Points(std::vector<std::string> { "north", "south, east", "north" }, std::vector { 4.0, 5.0, 6.0 });
+            } },
+        { "x,y\n1,4\n2,5\n3,6\n",
+            [&](Chart& c) {
+                std::string const wide(400, 'w');
+                c.Bars(std::vector<std::string> { wide, "b", "c" }, std::vector { 4.0, 5.0, 6.0 });
+            } },
         // Before 1900 too, where the fraction of a day still runs forwards.
         { "date,y\n1815-06-18T18:30:00,1\n1899-12-30,2\n2024-02-29T23:59:59.250,3\n",
             [](Chart& c) {

@@ -177,13 +177,19 @@ TEST(OptionValues, OfRangesAreTwoEndsInOrder)
         { "1e99:2020", true, false, {} },
         { "2020-01-01T06:00:2020-01-01T18:00", true, false, AxisEnds { 43831.25, 43831.75 } },
         { "01.01.2020 12:00:2.1.2020 0:00", true, true, AxisEnds { 43831.5, 43832.0 } },
-        { "1.1.2020:", true, false, {} },
+        { "1.1.2020:31 Jan 2020 6:00 pm", true, false, AxisEnds { 43831.0, 43861.75 } },
+        { "12/31/2020:", true, false, AxisEnds { 44196.0, kOpen } },
+        // Two dates, and none.
+        { "1/2/2020:", true, false, {} },
+        { "32.1.2020:", true, false, {} },
     };
     for (auto const& c : cases) {
         auto const ends = ParseRange(c.text, c.dates, c.german ? &german : nullptr);
         ASSERT_EQ(ends.has_value(), c.ends.has_value()) << c.text;
         EXPECT_TRUE(!ends || (ends->min == c.ends->min && ends->max == c.ends->max)) << c.text;
     }
+    EXPECT_EQ(ParseRange("1/2/2020:", true, nullptr, DateOrder::DayFirst)->min, 43862.0);
+    EXPECT_EQ(ParseRange("1/2/2020:", true, nullptr, DateOrder::MonthFirst)->min, 43832.0);
 }
 
 /// The numbers of levels or directions in few words, or what the option was refused with, cut short.

@@ -1,4 +1,5 @@
 #include "ombrel/annotation/keys/KeyLabels.h"
+#include "ombrel/foundation/TidyNumbers.h"
 #include "ombrel/foundation/Utils.h"
 
 #include <algorithm>
@@ -49,9 +50,14 @@ std::vector<double> SteppedKeyValues(KeyRange const& range, double first, double
 
 namespace {
 
-CStringArray Format(std::span<double const> values, int digits)
+CStringArray Format(std::span<double const> values, int digits, bool tidy)
 {
     CStringArray texts;
+    if (tidy) {
+        for (std::string const& text : TidyNumbers(values, digits))
+            texts.Add(CString(text));
+        return texts;
+    }
     for (double const v : values)
         texts.Add(CVUtils::FormatDouble(kGeneralFormat, v, digits));
     return texts;
@@ -86,14 +92,14 @@ std::vector<double> WithoutRoundingErrors(std::span<double const> values)
 
 } // namespace
 
-CStringArray FormatKeyValues(std::span<double const> values)
+CStringArray FormatKeyValues(std::span<double const> values, bool tidy)
 {
     constexpr int kUsualDigits = 4;
     constexpr int kMostDigits = 17;
     std::vector<double> const rounded = WithoutRoundingErrors(values);
-    CStringArray texts = Format(rounded, kUsualDigits);
+    CStringArray texts = Format(rounded, kUsualDigits, tidy);
     for (int digits = kUsualDigits + 1; digits <= kMostDigits && IsAmbiguous(rounded, texts); ++digits)
-        texts = Format(rounded, digits);
+        texts = Format(rounded, digits, tidy);
     return texts;
 }
 

@@ -28,7 +28,7 @@ std::vector<double> EvenKeyValues(KeyRange const& range, int count);
 std::vector<double> SteppedKeyValues(KeyRange const& range, double first, double step);
 
 /// The values as texts of four significant digits; more where neighbours would read the same otherwise. What is zero
-/// but for rounding reads 0.
-CStringArray FormatKeyValues(std::span<double const> values);
+/// but for rounding reads 0. Tidy ones are those of TidyNumbers.
+CStringArray FormatKeyValues(std::span<double const> values, bool tidy);
 
 } // namespace ombrel

@@ -115,7 +115,7 @@ void SetKeyLabels(CColourKey& key, CPlotComponent const& curve)
     constexpr int kMostSteps = 6;
     ColourKeySource const source = curve.GetColourKeySource();
     NumberTicks const ticks = MakeNumberTicks(WidenEmptyRange({ source.low, source.high }), { true, true }, kMostSteps);
-    key.SetLabelMode(1);
+    key.SetLabelMode(CColourKey::lmSteppedTidy);
     key.SetMinAndDel(ticks.first, ticks.step);
 }
 

@@ -21,12 +21,18 @@ namespace {
 
 [[noreturn]] void FailUsage(std::string const& text) { throw Failure(kUsageFault, text); }
 
-std::optional<AxisEnds> EndsOf(std::optional<std::string> const& text, bool dates, Options const& options, char axis)
+/// Dates are in the order that options or the first column settle.
+std::optional<AxisEnds> EndsOf(std::optional<std::string> const& text, std::vector<PlotSource> const& sources,
+    bool dates, Options const& options, char axis)
 {
     if (!text)
         return std::nullopt;
+    PlotSource const& first = sources.front();
+    std::optional<DateOrder> order = options.table.dateOrder;
+    if (!order && dates)
+        order = first.table.columns[first.xColumn].dateOrder;
     auto const parse = [&](std::string const& range) {
-        return ParseRange(range, dates, options.dateFormat ? &*options.dateFormat : nullptr);
+        return ParseRange(range, dates, options.dateFormat ? &*options.dateFormat : nullptr, order);
     };
     auto const ends = parse(*text);
     std::size_t const colon = text->find(':');
@@ -150,8 +156,8 @@ void SetAxes(Chart& chart, Options const& options, std::vector<PlotSource> const
     if (options.equal && (dates || sources.front().HasWords()))
         FailUsage("--equal: the x values are " + std::string(dates ? "dates" : "words"));
     chart.EqualScales(options.equal);
-    SetAxis(chart.X(), options.xTitle.value_or(x), EndsOf(options.xRange, dates, options, 'x'));
-    SetAxis(chart.Y(), options.yTitle.value_or(y), EndsOf(options.yRange, false, options, 'y'));
+    SetAxis(chart.X(), options.xTitle.value_or(x), EndsOf(options.xRange, sources, dates, options, 'x'));
+    SetAxis(chart.Y(), options.yTitle.value_or(y), EndsOf(options.yRange, sources, false, options, 'y'));
     chart.X().Logarithmic(options.xLog).Reversed(options.xReversed);
     chart.Y().Logarithmic(options.yLog).Reversed(options.yReversed);
 }

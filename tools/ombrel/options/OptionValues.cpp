@@ -38,7 +38,17 @@ std::optional<std::pair<double, double>> ParseSides(std::string_view value)
 }
 
 /// One end of a range; a year alone is a date where dates are wanted.
-std::optional<double> ParseEnd(std::string_view text, bool dates, DateFormat const* format)
+/// As people write it, where that is one date.
+std::optional<double> ParseSettledDate(std::string_view text, std::optional<DateOrder> order)
+{
+    std::optional<WrittenDate> const date = ParseWrittenDate(text, order);
+    if (!date || (date->dayFirst && date->monthFirst && *date->dayFirst != *date->monthFirst))
+        return std::nullopt;
+    return date->dayFirst ? date->dayFirst : date->monthFirst;
+}
+
+std::optional<double> ParseEnd(
+    std::string_view text, bool dates, DateFormat const* format, std::optional<DateOrder> order)
 {
     if (!dates)
         return ParseCellNumber(text, '.');
@@ -49,7 +59,9 @@ std::optional<double> ParseEnd(std::string_view text, bool dates, DateFormat con
     if (auto const date = ParseIsoDate(text))
         return date->days;
     auto const year = text.size() == 4 ? ParseCellNumber(text, '.') : std::nullopt;
-    return year && *year >= 100.0 && *year <= 9999.0 ? MakeDate(static_cast<int>(*year), 1, 1, 0.0) : std::nullopt;
+    if (year && *year >= 100.0 && *year <= 9999.0)
+        return MakeDate(static_cast<int>(*year), 1, 1, 0.0);
+    return ParseSettledDate(text, order);
 }
 
 } // namespace
@@ -191,13 +203,14 @@ void AddColumns(std::vector<std::string>& columns, OptionEntry const& option, st
     }
 }
 
-std::optional<AxisEnds> ParseRange(std::string_view text, bool dates, DateFormat const* format)
+std::optional<AxisEnds> ParseRange(
+    std::string_view text, bool dates, DateFormat const* format, std::optional<DateOrder> order)
 {
     // The ends may themselves hold colons, as times do.
     for (std::size_t colon = text.find(':'); colon != std::string_view::npos; colon = text.find(':', colon + 1)) {
         std::string_view const first = text.substr(0, colon);
         std::string_view const second = text.substr(colon + 1);
-        AxisEnds const ends { ParseEnd(first, dates, format), ParseEnd(second, dates, format) };
+        AxisEnds const ends { ParseEnd(first, dates, format, order), ParseEnd(second, dates, format, order) };
         if ((!ends.min && !first.empty()) || (!ends.max && !second.empty()))
             continue;
         bool const inOrder = !ends.min || !ends.max || *ends.min < *ends.max;

@@ -35,9 +35,10 @@ DateFormat ParseDateFormat(OptionEntry const& option, std::string const& value);
 /// Appends names or numbers that have commas between.
 void AddColumns(std::vector<std::string>& columns, OptionEntry const& option, std::string const& value);
 
-/// A:B with A below B, each a number, or each a date: in the form given (null for none), an ISO date or a year. Nothing
-/// when it is not that.
-std::optional<AxisEnds> ParseRange(std::string_view text, bool dates, DateFormat const* format);
+/// A:B with A below B, each a number, or each a date: in the form given (null for none), an ISO date, a year, or as
+/// people write it, in the order given where that settles it. Nothing when it is not that.
+std::optional<AxisEnds> ParseRange(
+    std::string_view text, bool dates, DateFormat const* format, std::optional<DateOrder> order = std::nullopt);
 
 /// With A to Z as small letters.
 std::string LowerCase(std::string_view text);

@@ -1,0 +1,23 @@
+#pragma once
+#include "ombrel/platform/framework/Export.h"
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace ombrel {
+
+// Numbers as people write them.
+
+/// "1,234,567.8": a comma after every third digit before the point.
+OMBREL_EXPORT std::string GroupThousands(std::string number);
+
+/// "10⁻⁹".
+OMBREL_EXPORT std::string PowerOfTen(int power);
+
+/// The numbers as texts of one form with so many significant digits, of which none before the point is left out: with
+/// commas between thousands where one is 10,000 or more, and as 2.5×10⁷ where one is a million or more, or all are
+/// below a thousandth.
+OMBREL_EXPORT std::vector<std::string> TidyNumbers(std::span<double const> values, int digits);
+
+} // namespace ombrel
