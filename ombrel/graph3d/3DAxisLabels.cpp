@@ -77,7 +77,7 @@ public:
         PlacedText placed;
         placed.text = text;
         placed.origin = horizontal ? bounds.TopLeft() : CPoint(bounds.left, bounds.bottom);
-        placed.bounds = bounds;
+        placed.bounds = WithWholeText(bounds, text, font, horizontal);
         placed.font = &font;
         placed.fontHeight = m_height;
         placed.isUpwards = !horizontal;
@@ -87,6 +87,22 @@ public:
     }
 
 private:
+    /// Letters of another size may be a little wider than in proportion to it.
+    CRect WithWholeText(CRect bounds, CString const& text, CFontData const& data, bool horizontal) const
+    {
+        if (data.sizeFactor == 1.0)
+            return bounds;
+        CFont font;
+        CVUtils::ConfigureFont(&font, data, m_height, 0);
+        SavedDC const saved(m_dc);
+        m_dc.SelectObject(&font);
+        CSize const extent = m_dc.GetTextExtent(text);
+        bounds.right = std::max<LONG>(bounds.right, bounds.left + (horizontal ? extent.cx : extent.cy));
+        bounds.bottom = std::max<LONG>(bounds.bottom, bounds.top + (horizontal ? extent.cy : 0));
+        bounds.top = std::min<LONG>(bounds.top, bounds.bottom - (horizontal ? 0 : extent.cx));
+        return bounds;
+    }
+
     /// In pixels: sums of what is farther out or larger would be no numbers.
     static constexpr double kFarthest = 1e6;
 

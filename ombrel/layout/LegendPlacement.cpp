@@ -63,11 +63,11 @@ CRect RectBesideLegend(CRect const& graph, CSize size, int gap, bool below)
 
 } // namespace
 
-void SetReadableFont(CAnnotation& box, C2DGraph const& graph, CDC& dc)
+void SetReadableFont(CAnnotation& box, C2DGraph const& graph, CDC& dc, AnnotationKind kind)
 {
     CFontData font = box.GetFont();
     font.sizeFactor = 1.0;
-    if (auto const frame = graph.GetAnnotationFrame(AnnotationKind::Caption, graph.GetWindowRect())) {
+    if (auto const frame = graph.GetAnnotationFrame(kind, graph.GetWindowRect())) {
         int const usual = GetAnnotationTextHeight(dc, *frame).pixels;
         font.sizeFactor = std::max(1.0, graph.GetAxes()->GetFontHeight() / static_cast<double>(usual));
     }

@@ -1,4 +1,5 @@
 #pragma once
+#include "ombrel/model/AnnotationFrame.h"
 #include "ombrel/platform/framework/Export.h"
 #include "ombrel/platform/framework/Geometry.h"
 
@@ -13,8 +14,10 @@ class CDC;
 /// at their right ends where there is room, else as Auto.
 enum class LegendPlace { Auto, Off, TopLeft, TopRight, BottomLeft, BottomRight, Ends };
 
-/// Gives a box text as high as the axes' labels, however small the picture is. The graph must have been laid out.
-OMBREL_EXPORT void SetReadableFont(CAnnotation& box, C2DGraph const& graph, CDC& dc);
+/// Gives a box of that kind text as high as the axes' labels, however small the picture is. The graph must have been
+/// laid out.
+OMBREL_EXPORT void SetReadableFont(
+    CAnnotation& box, C2DGraph const& graph, CDC& dc, AnnotationKind kind = AnnotationKind::Caption);
 
 /// Switches the legend on and puts it in a corner of the plotting area; with LegendPlace::Auto or Ends where it covers
 /// no data, else beside the plotting area at the right, or below it in narrow pictures.

@@ -177,14 +177,14 @@ void PlaceFootnote(C2DGraph& graph, std::string const& text, CDC& dc)
     caption->SetOn(fits);
 }
 
-void PlaceFootnoteIn(CAnnotatedGraph& graph, std::string const& text, CRect const& room, CDC& dc)
+void PlaceFootnoteIn(CAnnotatedGraph& graph, std::string const& text, CRect const& room, double textFactor, CDC& dc)
 {
     CCaption* const caption = FindFootnote(graph);
     if (!caption)
         return;
     constexpr double kUsualFactor = 0.8;
-    bool const fits
-        = FitLine(*caption, dc, CString(OneLine(text)), CFontData::kNormalWeight, kUsualFactor, room.Size());
+    bool const fits = FitLine(
+        *caption, dc, CString(OneLine(text)), CFontData::kNormalWeight, kUsualFactor * textFactor, room.Size());
     CSize const size = caption->Measure(&dc);
     static_cast<CAnnotation&>(*caption).Create(CPoint(room.left, room.top + (room.Height() - size.cy) / 2));
     caption->SetOn(fits);

@@ -49,8 +49,9 @@ OMBREL_EXPORT CCaption* FindFootnote(CAnnotatedGraph& graph);
 /// shortened when it would be too small to read. The graph must have been laid out for a context like dc.
 OMBREL_EXPORT void PlaceFootnote(C2DGraph& graph, std::string const& text, CDC& dc);
 
-/// Likewise in the room at the bottom of a window without axes to go by.
-OMBREL_EXPORT void PlaceFootnoteIn(CAnnotatedGraph& graph, std::string const& text, CRect const& room, CDC& dc);
+/// Likewise in the room at the bottom of a window without axes to go by, with letters so many times as large.
+OMBREL_EXPORT void PlaceFootnoteIn(
+    CAnnotatedGraph& graph, std::string const& text, CRect const& room, double textFactor, CDC& dc);
 
 /// Adds captions without frames, for PlaceCaptions.
 OMBREL_EXPORT void AddCaptions(C2DGraph& graph, std::vector<CaptionSettings> const& settings, Look const& look);

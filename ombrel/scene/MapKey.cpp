@@ -64,7 +64,7 @@ MapKey::MapKey(C2DGraph& graph, CPlotComponent const& curve, std::string const& 
 
 int MapKey::Width(CDC& dc)
 {
-    SetReadableFont(*m_key.colours, m_graph, dc);
+    SetReadableFont(*m_key.colours, m_graph, dc, AnnotationKind::ColourKey);
     if (m_key.title)
         SetReadableFont(*m_key.title, m_graph, dc);
     int const title = m_key.title ? static_cast<int>(m_key.title->Measure(&dc).cx) : 0;

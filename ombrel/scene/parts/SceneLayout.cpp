@@ -154,7 +154,33 @@ CRect FootnoteRoom(CRect const& window, CAnnotatedGraph& graph)
 {
     int const height = !FindFootnote(graph) ? 0 : std::min(window.Width(), window.Height()) / 20;
     int const margin = height / 3;
-    return { window.left + margin, window.bottom - height, window.right - margin, window.bottom };
+    // Letters do not touch the window's edge.
+    int const bottom = window.bottom - (height > 0 ? 1 : 0);
+    return { window.left + margin, bottom - height, window.right - margin, bottom };
+}
+
+/// What texts in a room of a picture are enlarged by, whose height is a thirtieth of its smaller side up to four
+/// millimetres: in small pictures they would be too small to read.
+double TextFactor(CRect const& room, CDC const& dc)
+{
+    constexpr double kUsualPart = 1.0 / 30.0;
+    constexpr double kMostEnlarged = 1.6;
+    // As high as people read with ease: twelve pixels of a screen.
+    constexpr double kReadableInches = 12.0 / 96.0;
+    double const usual = std::max(1.0, kUsualPart * std::min(room.Width(), room.Height()));
+    return std::clamp(kReadableInches * dc.GetDeviceCaps(LOGPIXELSY) / usual, 1.0, kMostEnlarged);
+}
+
+void SetAxisFonts(C3DGraph& scene, double factor)
+{
+    for (int i = 0; i < 3; ++i) {
+        C3DAxis& axis = *scene.GetAxes()[i];
+        CFontData labels = *axis.GetLabelsFont();
+        CFontData titles = *axis.GetTitlesFont();
+        labels.sizeFactor = titles.sizeFactor = factor;
+        axis.SetLabelsFont(labels);
+        axis.SetTitlesFont(titles);
+    }
 }
 
 /// Makes box, labels and titles as large as the picture has room for beside a strip of that many pixels at its right
@@ -170,6 +196,7 @@ int FitScene(C3DGraph& scene, CDC& dc, CRect const& window, int stripAtRight, do
     CRect const room(
         window.left, TitleRoom(window, scene).bottom, window.right - stripAtRight, FootnoteRoom(window, scene).top);
     SetView(scene, {});
+    SetAxisFonts(scene, TextFactor(room, dc));
     CRect const graph = OnScreen(room, scale);
     SceneSketch sketch(scene, OnScreen(window, scale), graph);
     CRect const inside = OnScreen(
@@ -225,9 +252,12 @@ int FitScene(C3DGraph& scene, CDC& dc, CRect const& window, int stripAtRight, do
 /// A key of a curve's colours, and over it what they mean.
 class SceneKey {
 public:
-    SceneKey(C3DGraph& scene, C3DCurve const& curve, std::string const& title, Look const& look)
+    SceneKey(C3DGraph& scene, C3DCurve const& curve, std::string const& title, Look const& look, double textFactor)
         : m_key(AddKey(scene, curve, title, look))
     {
+        Enlarge(*m_key.colours, textFactor);
+        if (m_key.title)
+            Enlarge(*m_key.title, textFactor);
     }
     int Width(CDC& dc) const
     {
@@ -247,6 +277,13 @@ public:
     TitledKey const& Get() const { return m_key; }
 
 private:
+    static void Enlarge(CAnnotation& box, double factor)
+    {
+        CFontData font = box.GetFont();
+        font.sizeFactor = factor;
+        box.SetFont(font);
+    }
+
     TitledKey m_key;
 };
 
@@ -319,22 +356,23 @@ TitledKey LayOutScene(C3DGraph& scene, C3DCurve const* keyCurve, SceneData const
     SetSceneAxes(scene, data, style.verticalScale);
     scene.SetGraphAndWindowRect(window, window);
     int strip = 0;
+    double const textFactor = TextFactor(window, dc);
     if (keyCurve) {
-        SceneKey const measured(scene, *keyCurve, data.keyTitle, look);
+        SceneKey const measured(scene, *keyCurve, data.keyTitle, look, textFactor);
         strip = measured.Width(dc) * 5 / 4;
         // While its curve is away, a key goes.
         RemoveKey(scene, measured.Get());
     }
     int const right = FitScene(scene, dc, window, strip, style.zoom);
     if (keyCurve) {
-        SceneKey const key(scene, *keyCurve, data.keyTitle, look);
+        SceneKey const key(scene, *keyCurve, data.keyTitle, look, textFactor);
         int const width = key.Width(dc);
         key.Place(
             window, std::min(right + (strip - width) * 2, static_cast<int>(window.right) - (strip + width) / 2), dc);
         keys = key.Get();
     }
     PlaceTitleIn(scene, TitleRoom(window, scene), dc);
-    PlaceFootnoteIn(scene, style.footnote, FootnoteRoom(window, scene), dc);
+    PlaceFootnoteIn(scene, style.footnote, FootnoteRoom(window, scene), textFactor, dc);
     return keys;
 }
 
