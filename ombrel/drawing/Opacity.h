@@ -6,9 +6,9 @@
 
 namespace ombrel {
 
-/// A colour with an opacity from 0 to 1, which is kept in the top byte: 255 less than opaque would be wholly
-/// transparent. What draws curves looks at it; documents keep it with the colour, and everything else sees the colour
-/// alone. Opaque colours, and those less than a hundredth from it, have no such byte.
+/// A colour with an opacity from 0 to 1, which is kept in the top byte as what is missing to 255; it is never wholly
+/// transparent. What draws curves looks at it, documents keep it with the colour, and everything else sees the colour
+/// alone. Opaque colours have no such byte, and those within a hundredth of it are drawn opaquely.
 inline COLORREF WithOpacity(COLORREF colour, double opacity)
 {
     constexpr long kMostTransparent = 254;

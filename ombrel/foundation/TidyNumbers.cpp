@@ -72,11 +72,15 @@ std::vector<std::string> TidyNumbers(std::span<double const> values, int digits)
 {
     constexpr double kSmallestGrouped = 1e4;
     constexpr double kMany = 1e6;
+    constexpr double kTooMany = 1e15;
     constexpr double kFew = 1e-3;
+    constexpr int kMostShortDigits = 5;
     double largest = 0.0;
     for (double const value : values)
         largest = std::max(largest, std::abs(value));
-    bool const hasPowers = largest >= kMany || (largest > 0.0 && largest < kFew);
+    // Where digits are many, a power of ten saves nothing.
+    bool const isLarge = largest >= kMany && (digits <= kMostShortDigits || largest >= kTooMany);
+    bool const hasPowers = isLarge || (largest > 0.0 && largest < kFew);
     std::vector<std::string> texts;
     for (double const value : values) {
         std::string text = hasPowers ? WithPower(value, digits) : WithoutPower(value, digits);

@@ -16,8 +16,8 @@ OMBREL_EXPORT std::string GroupThousands(std::string number);
 OMBREL_EXPORT std::string PowerOfTen(int power);
 
 /// The numbers as texts of one form with so many significant digits, of which none before the point is left out: with
-/// commas between thousands where one is 10,000 or more, and as 2.5×10⁷ where one is a million or more, or all are
-/// below a thousandth.
+/// commas between thousands where one is 10,000 or more, and as 2.5×10⁷ where all are below a thousandth, or one is a
+/// million or more and there are no more than five digits (from 10¹⁵ on with any).
 OMBREL_EXPORT std::vector<std::string> TidyNumbers(std::span<double const> values, int digits);
 
 } // namespace ombrel

@@ -26,10 +26,11 @@ constexpr double kDashes[] = { 3.0, 1.0 };
 /// A path of more points is drawn before more are added to it.
 constexpr std::size_t kManyPoints = 1 << 20;
 
-constexpr int kDigits = 6;
+constexpr int kTidyDigits = 5;
 
 CString GeneralText(double value)
 {
+    constexpr int kDigits = 6;
     CString text = CVUtils::FormatDouble(kGeneralFormat, value, kDigits);
     text.Trim();
     return text;
@@ -261,7 +262,7 @@ C2DPolarGrid::Labels C2DPolarGrid::MakeLabels(CDC& dc, Pass const& pass) const
     for (int i = 1; CanDraw(m_majorRadii) && i <= m_majorRadii; ++i)
         heights.push_back(pass.TickHeight(i));
     std::vector<std::string> const tidy
-        = m_angleLabels == alPlain ? std::vector<std::string>() : TidyNumbers(heights, kDigits);
+        = m_angleLabels == alPlain ? std::vector<std::string>() : TidyNumbers(heights, kTidyDigits);
     Labels labels;
     for (std::size_t i = 0; i < heights.size(); ++i) {
         CString const text = tidy.empty() ? GeneralText(heights[i]) : CString(tidy[i]);

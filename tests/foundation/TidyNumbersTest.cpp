@@ -28,7 +28,9 @@ TEST(TidyNumbers, HaveOneFormThatFitsThemAll)
     };
     for (auto const& c : cases)
         EXPECT_EQ(TidyNumbers(c.values, 4), c.texts);
-    EXPECT_EQ(TidyNumbers(std::vector { 1234567.0 }, 17), std::vector<std::string> { "1.234567×10⁶" });
+    EXPECT_EQ(
+        TidyNumbers(std::vector { 1e6, 1000000.5 }, 8), (std::vector<std::string> { "1,000,000", "1,000,000.5" }));
+    EXPECT_EQ(TidyNumbers(std::vector { 1.5e15 }, 8), std::vector<std::string> { "1.5×10¹⁵" });
     EXPECT_EQ(TidyNumbers(std::vector { INFINITY, 1e7 }, 4)[1], "10⁷");
 }
 
