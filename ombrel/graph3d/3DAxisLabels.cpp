@@ -72,7 +72,8 @@ public:
         int const top = at.y - VUNearest(extent.cy / 2.0);
         return { left, top, left + extent.cx, top + extent.cy };
     }
-    void Write(CString const& text, CFontData const& font, CRect const& bounds, bool horizontal, COLORREF colour)
+    /// Returns what the text covers.
+    CRect Write(CString const& text, CFontData const& font, CRect const& bounds, bool horizontal, COLORREF colour)
     {
         PlacedText placed;
         placed.text = text;
@@ -83,7 +84,8 @@ public:
         placed.isUpwards = !horizontal;
         placed.colour = colour;
         m_picture.texts.push_back(placed);
-        m_picture.labelSpace.Take(WithGap(bounds, horizontal));
+        m_picture.labelSpace.Take(WithGap(placed.bounds, horizontal));
+        return placed.bounds;
     }
 
 private:
@@ -263,8 +265,15 @@ void C3DAxis::PlaceTexts(C3DGraph const& graph, Picture3D& picture, AxisGeometry
         label.bounds = place;
         return leaves || (!way && space.MeetsTaken(place));
     });
-    for (Label const& label : labels)
-        placer.Write(label.text, m_labelsFont, label.bounds, isHorizontal, m_labelsColour.ToColour());
+    CRect column;
+    for (Label const& label : labels) {
+        CRect const written
+            = placer.Write(label.text, m_labelsFont, label.bounds, isHorizontal, m_labelsColour.ToColour());
+        column.UnionRect(column, written);
+    }
+    // Beside an upright axis a short title would find room between two wide labels, where it reads like one of them.
+    if (m_type == atZAxis)
+        space.Take(column);
 
     if (m_title.IsEmpty())
         return;

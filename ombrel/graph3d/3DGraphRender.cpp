@@ -320,14 +320,6 @@ void C3DGraph::DrawPlots(PlotKind kind)
 
 namespace {
 
-/// Makes a rectangle larger until it holds another one, too.
-void Unite(CRect& rect, CRect const& other)
-{
-    rect = rect.IsRectEmpty() ? other
-                              : CRect(std::min(rect.left, other.left), std::min(rect.top, other.top),
-                                  std::max(rect.right, other.right), std::max(rect.bottom, other.bottom));
-}
-
 /// Leaves out the texts whose points lie behind what is drawn. One reading serves them all.
 void DropHiddenTexts(std::vector<PlacedText>& texts, CSize picture)
 {
@@ -335,7 +327,7 @@ void DropHiddenTexts(std::vector<PlacedText>& texts, CSize picture)
     CRect read;
     for (PlacedText const& text : texts) {
         if (text.anchor && window.PtInRect(text.anchor->pixel))
-            Unite(read, CRect(text.anchor->pixel, CSize(1, 1)));
+            read.UnionRect(read, CRect(text.anchor->pixel, CSize(1, 1)));
     }
     if (read.IsRectEmpty())
         return;
@@ -365,7 +357,7 @@ std::vector<CRect> GetTextAreas(std::vector<PlacedText> const& texts, CRect cons
         CRect area;
         if (area.IntersectRect(text.bounds, picture)) {
             areas.push_back(area);
-            Unite(all, area);
+            all.UnionRect(all, area);
         }
     }
     return areas.size() > kMany ? std::vector<CRect> { all } : areas;

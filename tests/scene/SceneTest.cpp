@@ -529,6 +529,43 @@ TEST(GraphPictures, AreDrawnAnywhereAndAtAnySizeAsInAPictureOfTheirOwn)
     }
 }
 
+TEST(Scenes, HaveTheTitleOfTheUprightAxisBesideItsLabels)
+{
+    std::vector<double> heights;
+    for (double const height : kHeights)
+        heights.push_back(3000.0 * height);
+    for (double const azimuth : { 330.0, 100.0 }) {
+        Scene scene;
+        scene.Surface(heights, kRows, kColumns);
+        scene.View({ azimuth, 62 });
+        constexpr CSize kSize(300, 200);
+        Pixels(scene, kSize.cx, kSize.cy);
+        C3DAxis& axis = *scene.Graph().GetAxes()[2];
+        axis.SetTitle("z");
+        axis.SetLabelsColour(RGB(0, 0, 255));
+        axis.SetTitleColour(RGB(255, 0, 0));
+        CDIB bitmap(kSize.cx, kSize.cy, 24);
+        scene.Graph().Draw(bitmap.GetDC(), CRect(CPoint(), kSize), pmDirect);
+        // The columns of full red and of full blue.
+        CRect title(kSize.cx, 0, 0, 0);
+        CRect labels = title;
+        for (int y = 0; y < kSize.cy; ++y) {
+            for (int x = 0; x < kSize.cx; ++x) {
+                COLORREF const colour = bitmap.GetDC()->GetPixel(x, y);
+                bool const isTitle = GetRValue(colour) > 200 && GetGValue(colour) < 60 && GetBValue(colour) < 60;
+                bool const isLabel = GetBValue(colour) > 200 && GetGValue(colour) < 60 && GetRValue(colour) < 60;
+                for (CRect* const rect : { isTitle ? &title : nullptr, isLabel ? &labels : nullptr }) {
+                    if (rect)
+                        *rect = CRect(std::min<LONG>(rect->left, x), 0, std::max<LONG>(rect->right, x + 1), 0);
+                }
+            }
+        }
+        ASSERT_LT(title.left, title.right);
+        ASSERT_LT(labels.left, labels.right);
+        EXPECT_TRUE(title.left >= labels.right || title.right <= labels.left) << azimuth;
+    }
+}
+
 TEST(Scenes, HaveTextsThatCanBeReadInEverySize)
 {
     Scene scene("Hills");

@@ -126,6 +126,17 @@ public:
         *this = common.IsRectEmpty() ? CRect() : common;
         return !IsRectEmpty();
     }
+    /// Becomes the smallest rectangle that holds a and b, of which an empty one does not count; returns false, and
+    /// becomes empty, when both are.
+    constexpr bool UnionRect(CRect const& a, CRect const& b)
+    {
+        if (a.IsRectEmpty() || b.IsRectEmpty())
+            *this = !a.IsRectEmpty() ? a : !b.IsRectEmpty() ? b : CRect();
+        else
+            *this = CRect(std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
+                std::max(a.bottom, b.bottom));
+        return !IsRectEmpty();
+    }
     friend constexpr bool operator==(CRect const& a, CRect const& b)
     {
         return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;

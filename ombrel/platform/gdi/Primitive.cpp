@@ -48,14 +48,6 @@ struct Replayer {
     }
 };
 
-CRect Union(CRect const& a, CRect const& b)
-{
-    if (a.IsRectEmpty() || b.IsRectEmpty())
-        return a.IsRectEmpty() ? b : a;
-    return { std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
-        std::max(a.bottom, b.bottom) };
-}
-
 CRect Widened(CRect box, LineStyle const& line)
 {
     int const margin = ClampCoordinate(line.width);
@@ -76,7 +68,7 @@ struct Reach {
     {
         CRect box;
         for (CPoint const& point : p.points)
-            box = Union(box, { ClampPoint(point), CSize(1, 1) });
+            box.UnionRect(box, { ClampPoint(point), CSize(1, 1) });
         return Widened(box, p.line);
     }
     CRect operator()(primitive::Fill const& p) const { return p.region.Box(); }
@@ -106,7 +98,7 @@ CRect ReachOf(std::span<RecordedPrimitive const> primitives)
 {
     CRect reach;
     for (RecordedPrimitive const& p : primitives)
-        reach = Union(reach, std::visit(Reach(), p.what));
+        reach.UnionRect(reach, std::visit(Reach(), p.what));
     return reach;
 }
 
