@@ -165,8 +165,7 @@ void CLegend::DrawLine(CPort* port, CPoint from, CPoint to, int index)
     LegendEntry const& entry = m_entries[CheckedIndex(index, m_entries.size())];
     CDC& dc = *port->GetDC();
     int const width = DeviceLineWidth(dc, entry.lineWidth);
-    VectorPen const pen { { entry.colour & 0xFFFFFF, AlphaOf(entry.colour) }, static_cast<double>(width),
-        entry.dashes };
+    VectorPen const pen { InkOf(entry.colour), static_cast<double>(width), entry.dashes };
     VectorGraphics graphics(dc);
     graphics.SetSmoothing(true);
     // A line that is wider than the sample is cut, so that it leaves the neighbouring ones alone.

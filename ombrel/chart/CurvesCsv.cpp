@@ -287,16 +287,13 @@ std::array<std::string, 3> TitlesOf(CGraph& graph)
 std::vector<std::string> WordsOf(CGraph& graph)
 {
     auto* const flat = DynamicDowncast<C2DGraph>(&graph);
-    AxisSettings const axis = flat ? flat->GetAxes()->GetAxis(CAxes::atX) : AxisSettings();
-    int const count = axis.arbitraryTicks.GetSize();
-    if (axis.labelMode != AxisSettings::lmArbitraryStrings || axis.labels.GetSize() != count)
+    if (!flat)
         return {};
-    std::vector<std::string> words;
-    for (int i = 0; i < count; ++i) {
-        std::string word = axis.labels[i].ToUtf8();
-        if (axis.arbitraryTicks[i] != i + 1.0 || word.ends_with("…"))
+    AxisSettings const& axis = flat->GetAxes()->GetAxis(CAxes::atX);
+    std::vector<std::string> words = WordsAlong(axis);
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (axis.arbitraryTicks[static_cast<int>(i)] != static_cast<double>(i + 1) || words[i].ends_with("…"))
             return {};
-        words.push_back(std::move(word));
     }
     return words;
 }

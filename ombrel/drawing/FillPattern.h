@@ -1,6 +1,5 @@
 #pragma once
 #include "ombrel/drawing/Opacity.h"
-#include "ombrel/platform/gdi/Surface.h"
 
 namespace ombrel {
 
@@ -11,7 +10,7 @@ inline constexpr int kSolidFillPattern = 6;
 /// white unless told otherwise.
 inline VectorBrush MakePatternBrush(int pattern, COLORREF colour, VectorColour background = { 0xFFFFFF, 255 })
 {
-    VectorColour const foreground { colour & 0xFFFFFF, AlphaOf(colour) };
+    VectorColour const foreground = InkOf(colour);
     if (pattern == kSolidFillPattern)
         return { foreground, {}, {} };
     background.alpha = static_cast<BYTE>(background.alpha * foreground.alpha / 255);

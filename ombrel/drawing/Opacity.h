@@ -1,5 +1,6 @@
 #pragma once
 #include "ombrel/platform/framework/Types.h"
+#include "ombrel/platform/gdi/Surface.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,5 +24,8 @@ constexpr BYTE AlphaOf(COLORREF colour)
     COLORREF const transparency = colour >> 24;
     return static_cast<BYTE>(transparency < 3 || transparency == 255 ? 255 : 255 - transparency);
 }
+
+/// The colour without that byte, and its opacity.
+constexpr VectorColour InkOf(COLORREF colour) { return { colour & 0xFFFFFF, AlphaOf(colour) }; }
 
 } // namespace ombrel

@@ -11,18 +11,6 @@ namespace ombrel {
 
 namespace {
 
-/// Without zeros at the end of a fraction.
-std::string WithoutZeros(std::string number)
-{
-    if (number.find('.') == std::string::npos)
-        return number;
-    number.erase(number.find_last_not_of('0') + 1);
-    if (number.ends_with('.'))
-        number.pop_back();
-    return number;
-}
-
-/// "2.5×10⁷", and "10⁷" without a factor.
 std::string WithPower(double value, int digits)
 {
     if (value == 0.0 || !std::isfinite(value))
@@ -32,13 +20,7 @@ std::string WithPower(double value, int digits)
     std::snprintf(text, sizeof text, "%.*e", std::clamp(digits, 1, 17) - 1, value);
     std::string const number(text);
     std::size_t const e = number.find('e');
-    std::string factor = WithoutZeros(number.substr(0, e));
-    int const power = std::atoi(number.c_str() + e + 1);
-    if (factor == "1" || factor == "-1")
-        factor.pop_back();
-    else
-        factor += "×";
-    return factor + PowerOfTen(power);
+    return TimesPowerOfTen(WithoutZeros(number.substr(0, e)), std::atoi(number.c_str() + e + 1));
 }
 
 std::string WithoutPower(double value, int digits)
@@ -68,19 +50,40 @@ std::string PowerOfTen(int power)
     return text;
 }
 
-std::vector<std::string> TidyNumbers(std::span<double const> values, int digits)
+std::string TimesPowerOfTen(std::string factor, int power)
 {
-    constexpr double kSmallestGrouped = 1e4;
+    if (factor == "1" || factor == "-1")
+        factor.pop_back();
+    else
+        factor += "×";
+    return factor + PowerOfTen(power);
+}
+
+std::string WithoutZeros(std::string number)
+{
+    if (number.find('.') == std::string::npos)
+        return number;
+    number.erase(number.find_last_not_of('0') + 1);
+    if (number.ends_with('.'))
+        number.pop_back();
+    return number;
+}
+
+bool AreLong(double largest, double digits)
+{
     constexpr double kMany = 1e6;
     constexpr double kTooMany = 1e15;
-    constexpr double kFew = 1e-3;
-    constexpr int kMostShortDigits = 5;
+    constexpr double kMostShortDigits = 5.0;
+    // Where digits are many, a power of ten saves nothing.
+    return largest >= kMany && (digits <= kMostShortDigits || largest >= kTooMany);
+}
+
+std::vector<std::string> TidyNumbers(std::span<double const> values, int digits)
+{
     double largest = 0.0;
     for (double const value : values)
         largest = std::max(largest, std::abs(value));
-    // Where digits are many, a power of ten saves nothing.
-    bool const isLarge = largest >= kMany && (digits <= kMostShortDigits || largest >= kTooMany);
-    bool const hasPowers = isLarge || (largest > 0.0 && largest < kFew);
+    bool const hasPowers = AreLong(largest, digits) || (largest > 0.0 && largest < kSmallestPlain);
     std::vector<std::string> texts;
     for (double const value : values) {
         std::string text = hasPowers ? WithPower(value, digits) : WithoutPower(value, digits);

@@ -120,8 +120,7 @@ void C2DLine::DrawLines(CPort* port)
     StoredPoints const points { table.GetRow(0), table.GetRow(1), static_cast<std::size_t>(table.GetNumCols()),
         &GetSummary() };
     int const width = DeviceLineWidth(dc, GetLineWidth(), ThicknessKind::Curve);
-    auto const colour = static_cast<COLORREF>(GetColour());
-    VectorPen pen { { colour & 0xFFFFFF, AlphaOf(colour) }, static_cast<double>(width), GetDashes(GetLineType()) };
+    VectorPen pen { InkOf(static_cast<COLORREF>(GetColour())), static_cast<double>(width), GetDashes(GetLineType()) };
     CRect clip(
         -PortMapping::kDeviceLimit, -PortMapping::kDeviceLimit, PortMapping::kDeviceLimit, PortMapping::kDeviceLimit);
     CRect portClip;

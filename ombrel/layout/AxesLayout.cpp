@@ -420,15 +420,19 @@ void LayOutEqualScales(
     double const ySpan = std::abs(graph.GetAxes()->GetRange(CAxes::atY));
     double const scale = std::min(area.cx / xSpan, area.cy / ySpan);
     double const least = kNarrowestPart * std::min(area.cx, area.cy) / scale;
-    PlotAxisSettings const xWide = WithSpan(x, least, xSpan);
-    PlotAxisSettings const yWide = WithSpan(y, least, ySpan);
-    // Once more in about the size there will be, whose ticks are fewer; then the ends stay.
-    LayOutAxes(graph, xWide, yWide, rect, dc);
-    LayOutAxes(graph, xWide, yWide, WithEqualScales(graph, rect), dc);
-    PlotAxisSettings const xEnds = WithEndsOf(*graph.GetAxes(), CAxes::atX, xWide);
-    PlotAxisSettings const yEnds = WithEndsOf(*graph.GetAxes(), CAxes::atY, yWide);
+    PlotAxisSettings xEnds = WithSpan(x, least, xSpan);
+    PlotAxisSettings yEnds = WithSpan(y, least, ySpan);
+    auto const hasEnds = [](PlotAxisSettings const& axis) { return axis.min && axis.max; };
+    if (!hasEnds(x) || !hasEnds(y)) {
+        if (std::min(xSpan, ySpan) < least)
+            LayOutAxes(graph, xEnds, yEnds, rect, dc);
+        // Once more in about the size there will be, whose ticks are fewer; then the ends stay.
+        LayOutAxes(graph, xEnds, yEnds, WithEqualScales(graph, rect), dc);
+        xEnds = WithEndsOf(*graph.GetAxes(), CAxes::atX, xEnds);
+        yEnds = WithEndsOf(*graph.GetAxes(), CAxes::atY, yEnds);
+        LayOutAxes(graph, xEnds, yEnds, rect, dc);
+    }
     CRect room = rect;
-    LayOutAxes(graph, xEnds, yEnds, room, dc);
     // Smaller letters leave more room for the axes than was reckoned with.
     constexpr int kMostSteps = 4;
     for (int i = 0; i < kMostSteps; ++i) {

@@ -59,19 +59,13 @@ AxisRange EndOnTicks(AxisRange data, RangeFreedom const& freedom, double step, i
 
 void ChooseForm(NumberTicks& ticks)
 {
-    constexpr double kMany = 1e6;
-    constexpr double kTooMany = 1e15;
-    constexpr double kFew = 1e-3;
     constexpr double kMostDecimalsOfFew = 4.0;
-    constexpr double kMostShortDigits = 5.0;
-    constexpr double kSmallestGrouped = 1e4;
     double const largest = std::max(std::abs(ticks.range.min), std::abs(ticks.range.max));
     double const exponent = ExponentOf(ticks.step);
-    // So many significant digits that neighbouring labels differ. Where these are many, a power of ten saves nothing.
+    // So many significant digits that neighbouring labels differ.
     double const digits = std::floor(std::log10(largest) + 1e-9) - exponent + 1.0;
-    bool const isLarge = largest >= kMany && (digits <= kMostShortDigits || largest >= kTooMany);
-    bool const isSmall = largest < kFew && -exponent > kMostDecimalsOfFew;
-    if (isLarge || isSmall)
+    bool const isSmall = largest < kSmallestPlain && -exponent > kMostDecimalsOfFew;
+    if (AreLong(largest, digits) || isSmall)
         ticks.power = 3 * static_cast<int>(std::floor((std::log10(largest) + 1e-9) / 3.0));
     ticks.decimals = static_cast<int>(std::max(0.0, ticks.power - exponent));
     ticks.isGrouped = ticks.power == 0 && largest >= kSmallestGrouped;
@@ -221,7 +215,7 @@ std::vector<std::string> FitLogLabels(std::span<double const> ticks, AxisRange c
         }
         double const decade = std::floor(v + 1e-9);
         std::string const digits = CVUtils::FormatDouble(kGeneralFormat, std::pow(10.0, v - decade), 6).ToUtf8();
-        return (digits == "1" ? "" : digits + "×") + PowerOfTen(static_cast<int>(decade));
+        return TimesPowerOfTen(digits, static_cast<int>(decade));
     };
     struct Taken {
         double from;

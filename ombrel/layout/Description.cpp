@@ -76,11 +76,7 @@ std::string Fixed(double value, int decimals)
 {
     char digits[400];
     auto const end = std::to_chars(digits, std::end(digits), value, std::chars_format::fixed, decimals).ptr;
-    std::string text(digits, end);
-    if (text.find('.') != std::string::npos) {
-        text.erase(text.find_last_not_of('0') + 1);
-        text.erase(text.find_last_not_of('.') + 1);
-    }
+    std::string text = WithoutZeros(std::string(digits, end));
     std::size_t const first = text.starts_with('-') ? 1 : 0;
     std::size_t const point = std::min(text.find('.'), text.size());
     // Years have no comma.
@@ -164,22 +160,6 @@ std::string Phrase(AxisWords const& axis, std::string const& fallback)
     if (axis.isLogarithmic)
         return name + FromTo(Rounded(range.min, 0.0), Rounded(range.max, 0.0)) + " on a logarithmic scale";
     return name + FromTo(Rounded(range.min, span), Rounded(range.max, span));
-}
-
-/// What stands at 1, 2, 3, ... along the axis.
-void FindWords(AxisSettings const& axis, AxisWords& found)
-{
-    int const count = axis.arbitraryTicks.GetSize();
-    if (axis.labelMode != AxisSettings::lmArbitraryStrings || count == 0 || axis.labels.GetSize() != count)
-        return;
-    for (int i = 0; i < count; ++i) {
-        double const tick = axis.arbitraryTicks[i];
-        if (tick < 1.0 || tick != std::floor(tick))
-            return;
-    }
-    for (int i = 0; i < count; ++i)
-        found.words.push_back(axis.labels[i].ToUtf8());
-    found.wordCount = static_cast<std::size_t>(std::max(found.range.max, static_cast<double>(count)));
 }
 
 AxisWords WordsOf(AxisSettings const& axis, Extent drawn)
@@ -367,7 +347,10 @@ std::string DescribeFlat(C2DGraph& graph)
     }
     AxisSettings const& xAxis = graph.GetAxes()->GetAxis(CAxes::atX);
     std::vector<AxisWords> axes { WordsOf(xAxis, x), WordsOf(graph.GetAxes()->GetAxis(CAxes::atY), y) };
-    FindWords(xAxis, axes[0]);
+    axes[0].words = WordsAlong(xAxis);
+    axes[0].wordCount = axes[0].words.empty()
+        ? 0
+        : static_cast<std::size_t>(std::max(axes[0].range.max, static_cast<double>(axes[0].words.size())));
     if (heights)
         axes.push_back(*heights);
     return Sentence(graph, contents, axes);
@@ -395,6 +378,21 @@ std::string DescribeScene(C3DGraph& graph)
 }
 
 } // namespace
+
+std::vector<std::string> WordsAlong(AxisSettings const& axis)
+{
+    int const count = axis.arbitraryTicks.GetSize();
+    if (axis.labelMode != AxisSettings::lmArbitraryStrings || axis.labels.GetSize() != count)
+        return {};
+    std::vector<std::string> words;
+    for (int i = 0; i < count; ++i) {
+        double const tick = axis.arbitraryTicks[i];
+        if (tick < 1.0 || tick != std::floor(tick))
+            return {};
+        words.push_back(axis.labels[i].ToUtf8());
+    }
+    return words;
+}
 
 std::string FirstTitle(CPlotComponent const& curve)
 {

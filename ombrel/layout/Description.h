@@ -2,10 +2,12 @@
 #include "ombrel/platform/framework/Export.h"
 
 #include <string>
+#include <vector>
 
 namespace ombrel {
 class CAnnotatedGraph;
 class CPlotComponent;
+struct AxisSettings;
 
 /// What the graph shows, in a sentence for those who cannot see it: the kind of graph, its title, its series by name,
 /// and the range of the data along each axis with the axis' title.
@@ -14,6 +16,10 @@ class CPlotComponent;
 ///
 /// The graph must have been drawn or laid out, and is left as it is. UTF-8.
 OMBREL_EXPORT std::string DescribeGraph(CAnnotatedGraph& graph);
+
+/// What is written along an axis whose labels are words at 1, 2, 3, ..., in their order; some may have been left out or
+/// shortened for want of room. Empty for any other axis.
+OMBREL_EXPORT std::vector<std::string> WordsAlong(AxisSettings const& axis);
 
 /// What a curve of that class is called before anyone gives it a name.
 OMBREL_EXPORT std::string FirstTitle(CPlotComponent const& curve);

@@ -192,9 +192,10 @@ void ContourMap::Settle(CDC& dc, CRect const& window)
     SetFootnote(graph, m_style.footnote, look);
     ApplyLook(graph, look);
     CRect rect = GraphRectIn(graph, graph.GetWindowRect(), dc);
-    LayOutAxes(graph, xAxis, yAxis, rect, dc);
-    if (state.key)
+    if (state.key) {
+        LayOutAxes(graph, xAxis, yAxis, rect, dc);
         rect.right -= state.key->Width(dc);
+    }
     (state.titles.sameUnits ? LayOutEqualScales : LayOutAxes)(graph, xAxis, yAxis, rect, dc);
     PlaceTitle(graph, dc, state.key ? state.key->Place(dc) : CRect());
     PlaceFootnote(graph, m_style.footnote, dc);

@@ -1,6 +1,7 @@
 #include "tools/ombrel/OutputFile.h"
 #include "ombrel/annotation/AnnotatedGraph.h"
 #include "ombrel/chart/Document.h"
+#include "ombrel/platform/framework/Unicode.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/TextMetrics.h"
 #include "ombrel/table/Utf8.h"
@@ -101,17 +102,6 @@ std::string SizeText(Target const& target)
                            : text(target.size.width, target.size.height, " pixels");
 }
 
-std::string Utf8Of(char32_t character)
-{
-    std::u16string units;
-    if (character >= 0x10000)
-        units = { static_cast<char16_t>(0xD7C0 + (character >> 10)),
-            static_cast<char16_t>(0xDC00 | (character & 0x3FF)) };
-    else
-        units = { static_cast<char16_t>(character) };
-    return CString(units).ToUtf8();
-}
-
 /// Of characters that stay away from the picture.
 void TellMissing(Messages const& messages)
 {
@@ -123,7 +113,9 @@ void TellMissing(Messages const& messages)
     for (char32_t const character : missing.substr(0, kMost)) {
         char number[16];
         std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(character));
-        text += (text.empty() ? "" : ", ") + QuoteForMessage(Utf8Of(character)) + " (" + number + ")";
+        std::u16string units;
+        unicode::Append(units, character);
+        text += (text.empty() ? "" : ", ") + QuoteForMessage(unicode::ToUtf8(units)) + " (" + number + ")";
     }
     if (missing.size() > kMost)
         text += " and " + std::to_string(missing.size() - kMost) + " more";

@@ -34,14 +34,13 @@ std::optional<AxisEnds> EndsOf(std::optional<std::string> const& text, std::vect
     auto const parse = [&](std::string const& range) {
         return ParseRange(range, dates, options.dateFormat ? &*options.dateFormat : nullptr, order);
     };
-    auto const ends = parse(*text);
+    if (auto const ends = parse(*text))
+        return ends;
     std::size_t const colon = text->find(':');
     bool const isSwapped = parse(text->substr(colon + 1) + ':' + text->substr(0, colon)).has_value();
-    if (!ends)
-        FailUsage(std::string("--") + axis + "-range: expected A:B with A below B, "
-            + (dates ? "dates such as 2020-01-01" : "numbers") + ", found " + QuoteForMessage(*text)
-            + (isSwapped ? std::string(" (--reverse ") + axis + " turns an axis round)" : ""));
-    return ends;
+    FailUsage(std::string("--") + axis + "-range: expected A:B with A below B, "
+        + (dates ? "dates such as 2020-01-01" : "numbers") + ", found " + QuoteForMessage(*text)
+        + (isSwapped ? std::string(" (--reverse ") + axis + " turns an axis round)" : ""));
 }
 
 /// Whether there are dates along x, which options ask for.

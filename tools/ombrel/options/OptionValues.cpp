@@ -37,7 +37,6 @@ std::optional<std::pair<double, double>> ParseSides(std::string_view value)
     return std::pair { *width, *height };
 }
 
-/// One end of a range; a year alone is a date where dates are wanted.
 /// As people write it, where that is one date.
 std::optional<double> ParseSettledDate(std::string_view text, std::optional<DateOrder> order)
 {
@@ -47,6 +46,7 @@ std::optional<double> ParseSettledDate(std::string_view text, std::optional<Date
     return date->dayFirst ? date->dayFirst : date->monthFirst;
 }
 
+/// One end of a range; a year alone is a date where dates are wanted.
 std::optional<double> ParseEnd(
     std::string_view text, bool dates, DateFormat const* format, std::optional<DateOrder> order)
 {

@@ -84,9 +84,9 @@ int RoundedAdvance(ScaledFont const* font, PangoGlyphInfo const& info)
     return alone ? (unhinted + 32) >> 6 : ToPixels(info.geometry.width);
 }
 
-/// Appends the glyphs of one item at x; returns the x after it.
-long long AppendRun(
-    ShapedText& shaped, PangoGlyphItem const& item, LogicalFont const& logical, OpenFaces& faces, long long x)
+/// Appends the glyphs of one item at x, and characters that no font has to missing; returns the x after it.
+long long AppendRun(ShapedText& shaped, std::set<char32_t>& missing, PangoGlyphItem const& item,
+    LogicalFont const& logical, OpenFaces& faces, long long x)
 {
     GlyphRun run;
     auto font = ScaledFontOf(item.item->analysis.font, logical, faces);
@@ -104,7 +104,7 @@ long long AppendRun(
         glyph.index = blank || glyph.missing ? 0 : info.glyph;
         shaped.hasAllGlyphs &= !glyph.missing;
         if (glyph.missing)
-            shaped.missing += static_cast<char32_t>(g_utf8_get_char(shaped.utf8.c_str() + glyph.cluster));
+            missing.insert(g_utf8_get_char(shaped.utf8.c_str() + glyph.cluster));
         glyph.x = static_cast<int>(x + ToPixels(info.geometry.x_offset));
         glyph.y = ToPixels(info.geometry.y_offset);
         int const advance = glyph.missing ? logical.Primary()->Advance(0)
@@ -186,9 +186,8 @@ ShapedText TextShaper::ShapeWithPango(LogicalFont const& font, std::u16string_vi
     long long x = 0;
     do {
         if (PangoLayoutRun const* const run = pango_layout_iter_get_run_readonly(iterator.get()))
-            x = AppendRun(shaped, *run, font, m_faces, x);
+            x = AppendRun(shaped, m_missing, *run, font, m_faces, x);
     } while (pango_layout_iter_next_run(iterator.get()));
-    m_missing.insert(shaped.missing.begin(), shaped.missing.end());
     shaped.width = static_cast<int>(x);
     PangoLayoutLine* const first = pango_layout_get_line_readonly(layout.get(), 0);
     shaped.rightToLeft = first && pango_layout_line_get_resolved_direction(first) == PANGO_DIRECTION_RTL;

@@ -39,8 +39,6 @@ struct ShapedText {
     /// The direction of the whole line, by its first letter.
     bool rightToLeft = false;
     bool hasAllGlyphs = true;
-    /// Those that no font has a glyph for, as often as they occur.
-    std::u32string missing;
 };
 
 /// Places the glyphs of texts.

@@ -3,10 +3,8 @@
 #include "tools/ombrel/gallery/Helpers.h"
 #include "tools/ombrel/gallery/Pictures.h"
 
-#include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <limits>
 #include <map>
 #include <numbers>
 #include <numeric>
