@@ -32,4 +32,10 @@ OMBREL_EXPORT std::string Counted(std::size_t count, std::string const& singular
 /// A number as messages show it, with up to 15 digits.
 OMBREL_EXPORT std::string NumberText(double value);
 
+/// A number as it is told where a few digits do: ten significant ones.
+OMBREL_EXPORT std::string ShortNumber(double value);
+
+/// A date, in days since 30 December 1899, as messages show it: 2020-01-31, and the time of day unless it is midnight.
+OMBREL_EXPORT std::string DateText(double days);
+
 } // namespace ombrel

@@ -1,6 +1,6 @@
 #include "ombrel/scene/SceneSetters.h"
 #include "ombrel/layout/ChartError.h"
-#include "ombrel/scene/parts/SceneTexts.h"
+#include "ombrel/layout/ChartNotes.h"
 
 #include <algorithm>
 #include <cmath>

@@ -3,6 +3,7 @@
 #include "ombrel/graph3d/Surface.h"
 #include "ombrel/graph3d/SurfacePlot.h"
 #include "ombrel/layout/ChartError.h"
+#include "ombrel/layout/ChartNotes.h"
 #include "ombrel/platform/framework/Exception.h"
 #include "ombrel/platform/framework/File.h"
 #include "ombrel/platform/gdi/PngDecoder.h"
@@ -12,7 +13,6 @@
 #include "ombrel/scene/parts/PointArrays.h"
 #include "ombrel/scene/parts/SceneData.h"
 #include "ombrel/scene/parts/SceneParts.h"
-#include "ombrel/scene/parts/SceneTexts.h"
 
 #include <algorithm>
 #include <cmath>

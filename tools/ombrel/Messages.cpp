@@ -1,6 +1,6 @@
 #include "tools/ombrel/Messages.h"
-#include "ombrel/platform/framework/Number.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <unistd.h>
 
@@ -14,9 +14,32 @@ void WriteLine(std::string const& text)
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
+std::size_t CharactersIn(std::string const& text)
+{
+    // Characters of several bytes begin with one that is not 10xxxxxx.
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
 } // namespace
 
-std::string ShortNumber(double value) { return FormatNumber(value, 'g', 10); }
+std::string FormatRows(std::vector<std::vector<std::string>> const& rows, std::size_t indent)
+{
+    std::vector<std::size_t> widths(rows.front().size());
+    for (auto const& row : rows) {
+        for (std::size_t i = 0; i < row.size(); ++i)
+            widths[i] = std::max(widths[i], CharactersIn(row[i]));
+    }
+    std::string text;
+    for (auto const& row : rows) {
+        std::string line(indent, ' ');
+        for (std::size_t i = 0; i < row.size(); ++i)
+            line += row[i] + std::string(widths[i] - CharactersIn(row[i]) + 2, ' ');
+        line.erase(line.find_last_not_of(' ') + 1);
+        text += line + "\n";
+    }
+    return text;
+}
 
 void Messages::Error(std::string const& text) const { WriteLine(text); }
 

@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace ombrel::host {
 
@@ -32,8 +33,9 @@ private:
     ExitStatus m_status;
 };
 
-/// A number as it is told where a few digits do: ten significant ones.
-std::string ShortNumber(double value);
+/// Lines of cells that stand below each other, columns two blanks apart, behind as many blanks as the indent says. All
+/// rows have as many cells as the first.
+std::string FormatRows(std::vector<std::vector<std::string>> const& rows, std::size_t indent);
 
 /// What the user is told, on standard error: every line begins with the program's name.
 class Messages {

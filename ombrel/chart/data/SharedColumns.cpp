@@ -1,7 +1,7 @@
 #include "ombrel/chart/data/SharedColumns.h"
 #include "ombrel/foundation/GArray.h"
 #include "ombrel/layout/ChartError.h"
-#include "ombrel/platform/framework/DateTime.h"
+#include "ombrel/layout/ChartNotes.h"
 #include "ombrel/table/Utf8.h"
 
 #include <algorithm>
@@ -17,10 +17,7 @@ std::string XText(CurveInput const& input, double x)
 {
     if (input.settings.xKind == XKind::Words)
         return QuoteForMessage(input.words[static_cast<std::size_t>(x) - 1]);
-    if (input.settings.xKind != XKind::Dates)
-        return NumberText(x);
-    bool const hasTime = x != std::floor(x);
-    return COleDateTime(x).Format(hasTime ? "%Y-%m-%d %H:%M:%S" : "%Y-%m-%d").ToUtf8();
+    return input.settings.xKind == XKind::Dates ? DateText(x) : NumberText(x);
 }
 
 /// The rows in the order of their x values, without those that have none.

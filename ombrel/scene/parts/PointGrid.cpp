@@ -1,5 +1,5 @@
 #include "ombrel/scene/parts/PointGrid.h"
-#include "ombrel/scene/parts/SceneTexts.h"
+#include "ombrel/layout/ChartNotes.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,4 @@
 #include "ombrel/scene/parts/SceneTexts.h"
-#include "ombrel/platform/framework/Number.h"
 
 #include <filesystem>
 
@@ -14,7 +13,5 @@ std::string LowerCase(std::string_view text)
 }
 
 std::string ExtensionOf(std::string const& path) { return LowerCase(std::filesystem::path(path).extension().string()); }
-
-std::string ShortNumber(double value) { return FormatNumber(value, 'g', 10); }
 
 } // namespace ombrel

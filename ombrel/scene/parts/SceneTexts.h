@@ -11,7 +11,4 @@ std::string LowerCase(std::string_view text);
 /// The ending of a file's name in small letters, with its point.
 std::string ExtensionOf(std::string const& path);
 
-/// A number as it is told where a few digits do: ten significant ones.
-std::string ShortNumber(double value);
-
 } // namespace ombrel

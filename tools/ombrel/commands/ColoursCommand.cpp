@@ -5,7 +5,6 @@
 #include "tools/ombrel/OutputFile.h"
 
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <utility>
 #include <vector>
@@ -77,24 +76,10 @@ std::string ControlPoints(CColourMap const& map)
 
 std::string FormatList(std::vector<Entry> const& entries)
 {
-    std::vector<std::array<std::string, 4>> rows { { "name", "kind", "points", "by" } };
+    std::vector<std::vector<std::string>> rows { { "name", "kind", "points", "by" } };
     for (Entry const& entry : entries)
         rows.push_back({ entry.row.name, KindText(entry.kind), ControlPoints(entry.row.map), entry.row.authors });
-    std::array<int, 4> widths {};
-    auto const length = [](std::string const& text) { return CString(text).GetLength(); };
-    for (auto const& row : rows) {
-        for (std::size_t i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths[i], length(row[i]));
-    }
-    std::string text;
-    for (auto const& row : rows) {
-        std::string line;
-        for (std::size_t i = 0; i < row.size(); ++i)
-            line += row[i] + std::string(static_cast<std::size_t>(widths[i] - length(row[i]) + 2), ' ');
-        line.erase(line.find_last_not_of(' ') + 1);
-        text += line + "\n";
-    }
-    return text;
+    return FormatRows(rows, 0);
 }
 
 /// As high as the sheet, unless the user chose a size.

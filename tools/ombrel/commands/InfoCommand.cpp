@@ -8,6 +8,7 @@
 #include "ombrel/graph3d/3DGraph.h"
 #include "ombrel/graph3d/Surface.h"
 #include "ombrel/layout/AxisTicks.h"
+#include "ombrel/layout/ChartNotes.h"
 #include "ombrel/model/ItemType.h"
 #include "ombrel/scene/Heights.h"
 #include "ombrel/scene/MeshFile.h"
@@ -21,53 +22,15 @@
 #include "tools/ombrel/options/Options.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 #include <limits>
 
 namespace ombrel::host {
 
 namespace {
 
-/// With the time only where there is one.
-std::string DateText(double days)
-{
-    COleDateTime const date(days);
-    return date.Format(days == std::floor(days) ? "%Y-%m-%d" : "%Y-%m-%d %H:%M:%S").ToUtf8();
-}
-
 std::string RangeText(double min, double max, bool dates)
 {
     return dates ? DateText(min) + " to " + DateText(max) : NumberRange(min, max);
-}
-
-/// Characters, for lining up columns.
-std::size_t TextLength(std::string const& text)
-{
-    return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
-
-using Row = std::array<std::string, 5>;
-
-std::string FormatRows(std::vector<Row> const& rows)
-{
-    std::array<std::size_t, 5> widths {};
-    for (Row const& row : rows) {
-        for (std::size_t i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths[i], TextLength(row[i]));
-    }
-    std::string text;
-    for (Row const& row : rows) {
-        std::string line = " ";
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            line += " " + row[i];
-            line.append(widths[i] - TextLength(row[i]) + 1, ' ');
-        }
-        line.erase(line.find_last_not_of(' ') + 1);
-        text += line + "\n";
-    }
-    return text;
 }
 
 std::string ValueRange(TableColumn const& column)
@@ -93,7 +56,7 @@ std::string DescribeTable(Options const& options, InputFile& file, Messages cons
         + Counted(table.columns.size(), "column", "columns") + "; separator " + SeparatorLabel(table.dialect.separator)
         + ", decimal " + (table.dialect.decimalMark == ',' ? "comma" : "point") + ", "
         + (table.dialect.hasHeader ? "with" : "without") + " names\n";
-    std::vector<Row> rows { { "column", "name", "type", "gaps", "range" } };
+    std::vector<std::vector<std::string>> rows { { "column", "name", "type", "gaps", "range" } };
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
         TableColumn const& column = table.columns[i];
         std::string name = column.name;
@@ -102,7 +65,7 @@ std::string DescribeTable(Options const& options, InputFile& file, Messages cons
         rows.push_back(
             { std::to_string(i + 1), name, TypeLabel(column.type), std::to_string(column.gaps), ValueRange(column) });
     }
-    return text + FormatRows(rows);
+    return text + FormatRows(rows, 2);
 }
 
 std::string Quoted(CString const& title) { return QuoteForMessage(title.ToUtf8()); }
