@@ -1,5 +1,6 @@
 #include "ombrel/chart/ColourMapSheet.h"
 #include "ombrel/foundation/Utils.h"
+#include "ombrel/layout/Look.h"
 #include "ombrel/platform/gdi/DC.h"
 #include "ombrel/platform/gdi/VectorGraphics.h"
 
@@ -30,12 +31,7 @@ int RowHeight(std::size_t count) { return count > kMostLargeRows ? kRow : kLarge
 /// Lightness 0 … 100 as it is seen (CIE 1976), under daylight.
 double LightnessOf(COLORREF colour)
 {
-    auto const linear = [](BYTE channel) {
-        double const v = channel / 255.0;
-        return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
-    };
-    double const luminance
-        = 0.2126 * linear(GetRValue(colour)) + 0.7152 * linear(GetGValue(colour)) + 0.0722 * linear(GetBValue(colour));
+    double const luminance = LuminanceOf(colour);
     return luminance > 216.0 / 24389.0 ? 116.0 * std::cbrt(luminance) - 16.0 : luminance * 24389.0 / 27.0;
 }
 

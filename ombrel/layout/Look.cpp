@@ -34,15 +34,6 @@ constexpr int kDashes[] { 0, 2, 3, 1, 4, 5 };
 constexpr std::array<C2DSymbol::SymbolType, 7> kSymbols { C2DSymbol::Circle, C2DSymbol::Square, C2DSymbol::Diamond,
     C2DSymbol::Triangle, C2DSymbol::InvertedTriangle, C2DSymbol::Cross, C2DSymbol::Plus };
 
-double Luminance(COLORREF colour)
-{
-    auto const linear = [](int channel) {
-        double const v = channel / 255.0;
-        return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(GetRValue(colour)) + 0.7152 * linear(GetGValue(colour)) + 0.0722 * linear(GetBValue(colour));
-}
-
 COLORREF Mix(COLORREF a, COLORREF b, double share)
 {
     auto const mix = [share](int x, int y) { return static_cast<int>(std::lround(x + (y - x) * share)); };
@@ -113,10 +104,19 @@ COLORREF Shade(COLORREF colour, std::size_t which, COLORREF ground, COLORREF tex
 
 } // namespace
 
+double LuminanceOf(COLORREF colour)
+{
+    auto const linear = [](int channel) {
+        double const v = channel / 255.0;
+        return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(GetRValue(colour)) + 0.7152 * linear(GetGValue(colour)) + 0.0722 * linear(GetBValue(colour));
+}
+
 double ContrastOf(COLORREF a, COLORREF b)
 {
-    double const first = Luminance(a) + 0.05;
-    double const second = Luminance(b) + 0.05;
+    double const first = LuminanceOf(a) + 0.05;
+    double const second = LuminanceOf(b) + 0.05;
     return std::max(first, second) / std::min(first, second);
 }
 

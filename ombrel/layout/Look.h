@@ -78,6 +78,9 @@ private:
 /// any other name.
 OMBREL_EXPORT Palette PaletteNamed(std::string const& name, std::size_t count, Look const& look);
 
+/// How light a colour is beside white, 0 to 1: its relative luminance, of which ITU-R BT.709 gives the weights.
+OMBREL_EXPORT double LuminanceOf(COLORREF colour);
+
 /// How different two colours look in grey: the contrast ratio of 1 (the same) to 21 (black and white).
 OMBREL_EXPORT double ContrastOf(COLORREF a, COLORREF b);
 
